@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QtGlobal>
+
+// What every public class and function carries.
+#if defined(PELLARVINE_BUILDING)
+#define PELLARVINE_EXPORT Q_DECL_EXPORT
+#else
+#define PELLARVINE_EXPORT Q_DECL_IMPORT
+#endif
+
+// Not API: internals that the tests of this source tree reach; hidden in a released library.
+#if defined(PELLARVINE_EXPORT_INTERNALS)
+#define PELLARVINE_INTERNAL_EXPORT PELLARVINE_EXPORT
+#else
+#define PELLARVINE_INTERNAL_EXPORT
+#endif
+
+namespace Pellarvine {
+
+/// An owned sequence of bytes with value semantics.
+using Data = QByteArray;
+
+} // namespace Pellarvine

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Shared/ContainerFormat.h>
+#include <pellarvine/Shared/CryptorEngine.h>
+#include <pellarvine/Shared/Data+Random.h>
+#include <pellarvine/Shared/Encryptor.h>
+#include <pellarvine/Shared/HMAC.h>
+#include <pellarvine/Shared/KeyGen.h>
+
+#include <utility>
+
+namespace Pellarvine {
+
+struct Encryptor::Private
+{
+    CryptorEngine engine;
+    HMAC hmac;
+    std::optional<Data> header;
+
+    Private(CryptorEngine newEngine, HMAC newHmac, Data newHeader)
+        : engine(std::move(newEngine))
+        , hmac(std::move(newHmac))
+        , header(std::move(newHeader))
+    { }
+
+    static std::unique_ptr<Private> make(QStringView text)
+    {
+        const detail::Passphrase passphrase(text);
+        const Data encryptionSalt = secureRandomData(detail::saltLength);
+        const KeyGen::Key cipherKey = KeyGen::generateAES256(passphrase, encryptionSalt);
+        const Data hmacSalt = secureRandomData(detail::saltLength);
+        const KeyGen::Key hmacKey = KeyGen::generateAES256(passphrase, hmacSalt);
+        const Data iv = secureRandomData(detail::ivLength);
+        const Data header =
+                Data(detail::containerMagic, detail::magicLength) + encryptionSalt + hmacSalt + iv;
+        auto d = std::make_unique<Private>(CryptorEngine(CryptorOperation::encrypt, cipherKey, iv),
+                                           HMAC(hmacKey), header);
+        d->hmac.feed(header);
+        return d;
+    }
+};
+
+Encryptor::Encryptor(QStringView passphrase)
+    : d(Private::make(passphrase))
+{ }
+
+Encryptor::Encryptor(Encryptor &&) noexcept = default;
+Encryptor &Encryptor::operator=(Encryptor &&) noexcept = default;
+Encryptor::~Encryptor() = default;
+
+Data Encryptor::feed(QByteArrayView data)
+{
+    const Data front = std::exchange(d->header, std::nullopt).value_or(Data());
+    Data &output = d->engine.emptyBuffer(front.size() + CryptorEngine::outputBound(data.size()));
+    char *end = std::copy(front.begin(), front.end(), output.data());
+    detail::forEachSlice(data, [&](QByteArrayView slice) {
+        const qsizetype length = d->engine.update(slice, end);
+        d->hmac.feed({ end, length });
+        end += length;
+    });
+    output.resize(end - output.constData());
+    return output;
+}
+
+Data Encryptor::finalize()
+{
+    Data result = d->engine.finalize();
+    d->hmac.feed(result);
+    return result + d->hmac.finalize();
+}
+
+const std::optional<Data> &Encryptor::header() const
+{
+    return d->header;
+}
+
+void Encryptor::setHeader(std::optional<Data> header)
+{
+    d->header = std::move(header);
+}
+
+Data Encryptor::encrypt(QByteArrayView data, QStringView passphrase)
+{
+    Encryptor encryptor(passphrase);
+    Data container = encryptor.feed(data);
+    return container.append(encryptor.finalize());
+}
+
+} // namespace Pellarvine

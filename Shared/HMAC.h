@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+#include <pellarvine/Shared/OpenSSL.h>
+
+#include <QByteArrayView>
+
+namespace Pellarvine {
+
+/// An HMAC-SHA256 tag (RFC 2104) over a stream: keyed once, fed any number of times, finalised
+/// once. libcrypto wipes the key with the context.
+class PELLARVINE_INTERNAL_EXPORT HMAC
+{
+public:
+    static constexpr qsizetype tagLength = 32;
+
+    /// A key of any length, the empty one too. HMAC itself treats a key and the same key with zero
+    /// bytes behind it alike, up to 64 bytes.
+    explicit HMAC(QByteArrayView key);
+
+    void feed(QByteArrayView data);
+
+    /// The 32-byte tag.
+    Data finalize();
+
+private:
+    detail::MacContext m_context;
+};
+
+} // namespace Pellarvine

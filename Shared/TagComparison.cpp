@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Shared/TagComparison.h>
+
+namespace Pellarvine {
+
+// Not CRYPTO_memcmp: that takes one length, so that a caller would have to leave early on another.
+bool isEqualComparingAllBytes(QByteArrayView trusted, QByteArrayView untrusted)
+{
+    Q_ASSERT(!trusted.isEmpty());
+    unsigned char difference = trusted.size() == untrusted.size() ? 0 : 1;
+    for (qsizetype i = 0; i < untrusted.size(); ++i)
+        difference |= static_cast<unsigned char>(untrusted[i] ^ trusted[i % trusted.size()]);
+    return difference == 0;
+}
+
+} // namespace Pellarvine

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// A promise about speed, judged from two benchmarks of one run. Both are named in full, as
+/// Google Benchmark prints them, less a "/real_time" or "/manual_time" at the end.
+struct Goal
+{
+    enum Kind {
+        timeAtMost, ///< time of `subject` / time of `baseline` is at most `limit`
+        speedAtLeast, ///< speed of `subject` / speed of `baseline` is at least `limit`
+    };
+
+    std::string name;
+    std::string subject;
+    std::string baseline;
+    Kind kind = timeAtMost;
+    double limit = 1.0;
+};
+
+/// Runs the registered benchmarks, each several times in random order, so that a slow moment of the
+/// machine hits subject and baseline alike, and prints a line for each goal whose two benchmarks
+/// ran: "goal NAME measured R limit G held", or "short". R is the ratio of the medians. For main().
+int runBenchmarks(int argc, char **argv, const std::vector<Goal> &goals);

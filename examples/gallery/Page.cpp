@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "Page.h"
+
+#include "Theme.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+Page::Page(const QString &heading, const QString &summary, QWidget *parent)
+    : QWidget(parent)
+    , m_content(new QVBoxLayout)
+{
+    auto *const title = new QLabel(heading);
+    title->setFont(Theme::font(Theme::heading));
+    title->setObjectName(u"heading"_s);
+    auto *const text = new QLabel(summary);
+    text->setWordWrap(true);
+    text->setForegroundRole(QPalette::PlaceholderText);
+
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(4 * Theme::unit, 4 * Theme::unit, 4 * Theme::unit, 4 * Theme::unit);
+    layout->setSpacing(Theme::unit);
+    layout->addWidget(title);
+    layout->addWidget(text);
+    layout->addSpacing(Theme::unit);
+    m_content->setSpacing(2 * Theme::unit);
+    layout->addLayout(m_content, 1);
+    setAccessibleName(heading);
+}
+
+QFrame *makeCard(const QString &title, QWidget *parent)
+{
+    auto *const card = new QFrame(parent);
+    card->setObjectName(u"card"_s);
+    auto *const layout = new QVBoxLayout(card);
+    layout->setContentsMargins(2 * Theme::unit, 2 * Theme::unit, 2 * Theme::unit, 2 * Theme::unit);
+    layout->setSpacing(Theme::unit);
+    if (!title.isEmpty()) {
+        auto *const label = new QLabel(title);
+        label->setFont(Theme::font(Theme::strong));
+        layout->addWidget(label);
+    }
+    return card;
+}

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#include "GalleryWindow.h"
+#include "Pages.h"
+#include "Screenshots.h"
+#include "Theme.h"
+
+#include <pellarvine/Platform/Version.h>
+
+#include <QApplication>
+#include <QCommandLineParser>
+
+#include <cstdio>
+#include <cstring>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Read before the application object exists, since the platform and the scale are fixed with it.
+const char *optionValue(int argc, char **argv, const char *name)
+{
+    const std::size_t length = std::strlen(name);
+    for (int i = 1; i < argc; ++i) {
+        if (std::strncmp(argv[i], name, length) != 0)
+            continue;
+        if (argv[i][length] == '=')
+            return argv[i] + length + 1;
+        if (argv[i][length] == '\0')
+            return i + 1 < argc ? argv[i + 1] : "";
+    }
+    return nullptr;
+}
+
+int fail(const QString &message)
+{
+    std::fprintf(stderr, "gallery: %s\n", qPrintable(message));
+    return 2;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const bool hasNoDisplay = qEnvironmentVariableIsEmpty("DISPLAY")
+                              && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    const bool needsNoWindow = optionValue(argc, argv, "--screenshots") || hasNoDisplay;
+    if (needsNoWindow && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (const char *const scale = optionValue(argc, argv, "--scale"))
+        qputenv("QT_SCALE_FACTOR", scale);
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"gallery"_s);
+    QApplication::setApplicationDisplayName(u"Pellarvine Gallery"_s);
+    QApplication::setApplicationVersion(
+            QString::fromLatin1(reinterpret_cast<const char *>(PellarvineVersionString)));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QApplication::translate(
+            "main", "Shows every piece of Pellarvine on a page of its own."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption page(
+            u"page"_s, QApplication::translate("main", "Open on the page <name>."), u"name"_s);
+    const QCommandLineOption list(u"list"_s,
+                                  QApplication::translate("main", "Print the pages' names."));
+    const QCommandLineOption screenshots(
+            u"screenshots"_s,
+            QApplication::translate("main", "Render every page to <folder>/NAME.png and exit."),
+            u"folder"_s);
+    const QCommandLineOption scale(
+            u"scale"_s,
+            QApplication::translate("main", "Device pixels per unit of the screen: 1, 2, 1.5, …"),
+            u"factor"_s);
+    const QCommandLineOption dark(u"dark"_s,
+                                  QApplication::translate("main", "Use the dark palette."));
+    const QCommandLineOption rightToLeft(
+            u"rtl"_s, QApplication::translate("main", "Lay out from right to left."));
+    parser.addOptions({ page, list, screenshots, scale, dark, rightToLeft });
+    parser.process(application);
+    if (!parser.positionalArguments().isEmpty())
+        return fail(QApplication::translate("main", "unexpected argument %1")
+                            .arg(parser.positionalArguments().constFirst()));
+
+    if (parser.isSet(list)) {
+        for (const PageEntry &entry : pages())
+            std::printf("%s\n", qPrintable(entry.name));
+        return 0;
+    }
+
+    Theme::apply(application, parser.isSet(dark) ? Theme::dark : Theme::preferredScheme());
+    if (parser.isSet(rightToLeft))
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+
+    if (parser.isSet(screenshots)) {
+        const QString problem = writeScreenshots(parser.value(screenshots));
+        return problem.isEmpty() ? 0 : fail(problem);
+    }
+
+    GalleryWindow window;
+    if (parser.isSet(page) && !window.showPage(parser.value(page)))
+        return fail(QApplication::translate("main", "no page named %1").arg(parser.value(page)));
+    window.show();
+    return QApplication::exec();
+}

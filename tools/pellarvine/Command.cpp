@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "Command.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+const QList<Command> &commands()
+{
+    static const QList<Command> all {
+        { "digest", "print checksums of files", &runDigest },
+    };
+    return all;
+}
+
+void parse(QCommandLineParser &parser, const QString &name, const QStringList &arguments)
+{
+    const QCommandLineOption help({ u"h"_s, u"help"_s }, u"Show this help."_s);
+    parser.addOption(help);
+    // The parser takes the first argument for the program's name and shows it in the help.
+    const QStringList line = QStringList { u"pellarvine "_s + name } + arguments;
+    if (!parser.parse(line))
+        throw CommandError(ExitStatus::badUsage, parser.errorText());
+    if (parser.isSet(help)) {
+        QString text = parser.helpText();
+        const QString program = QCoreApplication::arguments().constFirst();
+        text.replace(u"Usage: "_s + program, u"Usage: "_s + line.first());
+        std::fputs(qPrintable(text), stdout);
+        std::exit(int(ExitStatus::success));
+    }
+}

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "Command.h"
+
+#include <pellarvine/Platform/Version.h>
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void printHelp(std::FILE *stream)
+{
+    std::fputs("Usage: pellarvine COMMAND [OPTIONS] ...\n\nCommands:\n", stream);
+    for (const Command &command : commands())
+        std::fprintf(stream, "  %-8s %s\n", command.name, command.summary);
+    std::fputs("\nOptions:\n"
+               "  -h, --help     Show this help; 'pellarvine COMMAND --help' shows a command's.\n"
+               "  -v, --version  Show the version.\n",
+               stream);
+}
+
+int run(const QStringList &arguments)
+{
+    const QString name = arguments.value(1);
+    if (name == "-h"_L1 || name == "--help"_L1) {
+        printHelp(stdout);
+        return 0;
+    }
+    if (name == "-v"_L1 || name == "--version"_L1) {
+        std::printf("pellarvine %s\n", reinterpret_cast<const char *>(PellarvineVersionString));
+        return 0;
+    }
+    if (name.isEmpty()) {
+        printHelp(stderr);
+        return int(ExitStatus::badUsage);
+    }
+    const auto &all = commands();
+    const auto command = std::find_if(all.begin(), all.end(), [&](const Command &candidate) {
+        return name == QLatin1String(candidate.name);
+    });
+    if (command == all.end()) {
+        throw CommandError(ExitStatus::badUsage,
+                           u"no command '%1'; see pellarvine --help"_s.arg(name));
+    }
+    command->run(arguments.sliced(2));
+    return int(ExitStatus::success);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"pellarvine"_s);
+    try {
+        const int status = run(QCoreApplication::arguments());
+        // What is still in the buffer may meet a full disk or a closed pipe.
+        if (std::fflush(stdout) != 0)
+            throw CommandError(ExitStatus::systemError,
+                               u"standard output: "_s
+                                       + QString::fromLocal8Bit(std::strerror(errno)));
+        return status;
+    } catch (const CommandError &error) {
+        std::fprintf(stderr, "pellarvine: %s\n", error.what());
+        return int(error.status());
+    }
+}
