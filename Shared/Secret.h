@@ -3,6 +3,8 @@
 // detaches, and leaves copies behind.
 #pragma once
 
+#include <pellarvine/Platform/Global.h>
+
 #include <QByteArrayView>
 #include <QStringView>
 #include <openssl/crypto.h>
@@ -48,7 +50,7 @@ private:
 };
 
 /// A passphrase as its UTF-8 bytes: no terminating zero, no normalisation.
-class Passphrase
+class PELLARVINE_INTERNAL_EXPORT Passphrase
 {
 public:
     /// Stops the process if the text is not valid UTF-16 (an unpaired surrogate), which has no

@@ -74,20 +74,19 @@ private:
 
 } // namespace
 
-TEST_P(KnownAnswers, match_as_bytes_as_hex_and_from_a_device)
+TEST(Hashing, known_answers_match_as_bytes_as_hex_and_from_a_device)
 {
-    const auto &[algorithm, message, digest] = GetParam();
-    const QByteArray bytes = QByteArray::fromHex(digest);
-    EXPECT_EQ(bytes.size(), digestLength(algorithm));
-    EXPECT_EQ(hashed(message, algorithm), bytes);
-    EXPECT_EQ(hashedHexString(message, algorithm), QString::fromLatin1(digest));
-    QBuffer device;
-    device.setData(message);
-    ASSERT_TRUE(device.open(QIODevice::ReadOnly));
-    EXPECT_EQ(hashed(device, algorithm), bytes);
+    for (const auto &[algorithm, message, digest] : vectors) {
+        const QByteArray bytes = QByteArray::fromHex(digest);
+        EXPECT_EQ(bytes.size(), digestLength(algorithm));
+        EXPECT_EQ(hashed(message, algorithm), bytes);
+        EXPECT_EQ(hashedHexString(message, algorithm), QString::fromLatin1(digest));
+        QBuffer device;
+        device.setData(message);
+        ASSERT_TRUE(device.open(QIODevice::ReadOnly));
+        EXPECT_EQ(hashed(device, algorithm), bytes);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Hashing, KnownAnswers, ::testing::ValuesIn(vectors));
 
 TEST(Hashing, a_device_longer_than_one_piece_gives_the_digest_of_the_whole)
 {
