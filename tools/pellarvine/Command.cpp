@@ -11,6 +11,8 @@ using namespace Qt::StringLiterals;
 const QList<Command> &commands()
 {
     static const QList<Command> all {
+        { "seal", "encrypt a file under a passphrase", &runSeal },
+        { "open", "decrypt a sealed file", &runOpen },
         { "digest", "print checksums of files", &runDigest },
     };
     return all;

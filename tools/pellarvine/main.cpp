@@ -6,7 +6,10 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <string_view>
 
 using namespace Qt::StringLiterals;
@@ -67,6 +70,8 @@ int main(int argc, char **argv)
         return status;
     } catch (const CommandError &error) {
         std::fprintf(stderr, "pellarvine: %s\n", error.what());
-        return int(error.status());
+        std::fflush(stdout);
+        // Not exit(): a thread may still wait in a read or a write, with static objects in use.
+        std::_Exit(int(error.status()));
     }
 }

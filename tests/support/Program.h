@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QStringList>
+
+/// How a program that was run to its end came out.
+struct Outcome
+{
+    int status = -1; ///< the exit status; -1 if it crashed, did not start or did not end
+    QByteArray output;
+    QByteArray errors;
+};
+
+/// Runs the program built beside the tests, with `input` as its standard input.
+Outcome runProgram(const QString &name, const QStringList &arguments, const QByteArray &input = {});
+
+/// The path of a program built beside the tests.
+QString programPath(const QString &name);

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "Program.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(content), content.size());
+}
+
+} // namespace
+
+TEST(DigestCommand, lines_are_accepted_by_the_systems_checkers)
+{
+    QTemporaryDir folder;
+    const QString plain = folder.filePath(u"plain"_s);
+    const QString odd = folder.filePath(u"a\\b\nc ü"_s);
+    writeFile(plain, "content");
+    writeFile(odd, QByteArray(300000, 'x'));
+    const QString checkList = folder.filePath(u"list"_s);
+    for (const QString &algorithm :
+         { u"md5"_s, u"sha1"_s, u"sha224"_s, u"sha256"_s, u"sha384"_s, u"sha512"_s }) {
+        const Outcome digest =
+                runProgram(u"pellarvine"_s, { u"digest"_s, u"-a"_s, algorithm, plain, odd });
+        ASSERT_EQ(digest.status, 0) << digest.errors.constData();
+        ASSERT_EQ(digest.output.count('\n'), 2);
+        writeFile(checkList, digest.output);
+        EXPECT_EQ(QProcess::execute(algorithm + u"sum"_s,
+                                    { u"--check"_s, u"--strict"_s, u"--quiet"_s, checkList }),
+                  0)
+                << qPrintable(algorithm);
+    }
+}
+
+TEST(DigestCommand, reads_standard_input_and_defaults_to_sha256)
+{
+    const Outcome digest = runProgram(u"pellarvine"_s, { u"digest"_s, u"-"_s }, "abc");
+    EXPECT_EQ(digest.status, 0);
+    EXPECT_EQ(digest.output,
+              "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad  -\n");
+}
+
+TEST(DigestCommand, names_each_file_that_cannot_be_read_and_prints_the_others)
+{
+    QTemporaryDir folder;
+    const QString good = folder.filePath(u"good"_s);
+    writeFile(good, "content");
+    const Outcome digest = runProgram(
+            u"pellarvine"_s, { u"digest"_s, folder.path(), good, folder.filePath(u"absent"_s) });
+    EXPECT_EQ(digest.status, 6);
+    EXPECT_EQ(digest.output.count('\n'), 1);
+    EXPECT_EQ(digest.errors, "pellarvine: " + folder.path().toUtf8() + ": Is a directory\n"
+                                     + "pellarvine: " + folder.path().toUtf8()
+                                     + "/absent: No such file or directory\n");
+}
+
+TEST(DigestCommand, bad_usage_has_status_2_and_one_line)
+{
+    const QList<QStringList> cases {
+        { u"digest"_s },
+        { u"digest"_s, u"--algorithm"_s, u"crc32"_s, u"x"_s },
+        { u"digest"_s, u"--no-such-option"_s },
+        { u"no-such-command"_s },
+    };
+    for (const QStringList &arguments : cases) {
+        const Outcome outcome = runProgram(u"pellarvine"_s, arguments);
+        EXPECT_EQ(outcome.status, 2) << qPrintable(arguments.join(u' '));
+        EXPECT_EQ(outcome.errors.count('\n'), 1) << outcome.errors.constData();
+        EXPECT_EQ(outcome.output, "");
+    }
+}

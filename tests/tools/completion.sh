@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Completes some command lines as bash would, with the completion file named in the first argument.
+set -euo pipefail
+# shellcheck source=/dev/null
+source "$1"
+
+# expect LINE WORD...: completing the last word of LINE offers each WORD.
+expect() {
+    read -ra COMP_WORDS <<<"$1"
+    [[ $1 == *' ' ]] && COMP_WORDS+=('')
+    COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+    COMPREPLY=()
+    _pellarvine
+    local word
+    for word in "${@:2}"; do
+        [[ " ${COMPREPLY[*]} " == *" $word "* ]] || {
+            echo "'$1' offers '${COMPREPLY[*]}', not '$word'"
+            exit 1
+        }
+    done
+}
+
+expect 'pellarvine ' seal open digest --help --version
+expect 'pellarvine se' seal
+expect 'pellarvine seal --p' --passphrase-file --passphrase-fd
+expect 'pellarvine open --f' --force
+expect 'pellarvine digest --algorithm ' md5 sha512

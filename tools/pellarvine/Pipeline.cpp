@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+#include "Pipeline.h"
+
+#include "BoundedQueue.h"
+#include "Command.h"
+#include "Progress.h"
+#include "Signals.h"
+#include "SystemError.h"
+
+#include <QScopeGuard>
+
+#include <atomic>
+#include <exception>
+#include <fcntl.h>
+#include <memory>
+#include <sys/eventfd.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype chunkLength = 256 * 1024;
+constexpr std::size_t waitingChunks = 8;
+constexpr std::chrono::milliseconds progressInterval { 200 };
+
+// What the threads share. They own it together, since they may outlive the call.
+struct Line
+{
+    Stream source;
+    Stream sink;
+    Transform transform;
+    BoundedQueue<QByteArray> read { waitingChunks };
+    BoundedQueue<QByteArray> transformed { waitingChunks };
+    std::atomic<qint64> doneLength { 0 };
+
+    // The first failure ends the run.
+    std::mutex failureMutex;
+    std::exception_ptr failure;
+    int ended = eventfd(0, EFD_CLOEXEC);
+
+    ~Line() { close(ended); }
+
+    void end()
+    {
+        const eventfd_t one = 1;
+        eventfd_write(ended, one);
+    }
+
+    bool hasFailed()
+    {
+        const std::lock_guard lock(failureMutex);
+        return failure != nullptr;
+    }
+
+    // Runs one stage; a failure in it stops the others.
+    template <typename Stage>
+    void run(Stage stage)
+    {
+        try {
+            stage();
+        } catch (...) {
+            const std::lock_guard lock(failureMutex);
+            if (!failure)
+                failure = std::current_exception();
+            read.close();
+            transformed.close();
+            end();
+        }
+    }
+
+    void readAll()
+    {
+        posix_fadvise(source.descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
+        for (;;) {
+            QByteArray chunk(chunkLength, Qt::Uninitialized);
+            const ssize_t count =
+                    ::read(source.descriptor, chunk.data(), std::size_t(chunk.size()));
+            if (count < 0 && errno == EINTR)
+                continue;
+            if (count < 0)
+                throwSystemError(source.name, errno);
+            if (count == 0)
+                break;
+            chunk.resize(count);
+            read.push(std::move(chunk));
+        }
+        read.close();
+    }
+
+    void transformAll()
+    {
+        // Once for nothing, so that an empty file has its header too.
+        transformed.push(transform.feed({}));
+        while (const auto chunk = read.pop()) {
+            transformed.push(transform.feed(*chunk));
+            doneLength += chunk->size();
+        }
+        // A source that failed to be read is not a source that ended.
+        if (!hasFailed())
+            transformed.push(transform.finalize());
+        transformed.close();
+    }
+
+    void writeAll()
+    {
+        while (const auto chunk = transformed.pop())
+            write(*chunk);
+        end();
+    }
+
+    void write(QByteArrayView data) const
+    {
+        while (!data.isEmpty()) {
+            const ssize_t count = ::write(sink.descriptor, data.data(), std::size_t(data.size()));
+            if (count < 0 && errno == EINTR)
+                continue;
+            if (count < 0)
+                throwSystemError(sink.name, errno);
+            data = data.sliced(count);
+        }
+    }
+};
+
+} // namespace
+
+void runPipeline(const Stream &source, const Stream &sink, Transform transform,
+                 const Signals &signals, Progress &progress)
+{
+    const auto line = std::make_shared<Line>();
+    line->source = source;
+    line->sink = sink;
+    line->transform = std::move(transform);
+    std::thread([line] { line->run([&] { line->readAll(); }); }).detach();
+    std::thread([line] { line->run([&] { line->transformAll(); }); }).detach();
+    std::thread([line] { line->run([&] { line->writeAll(); }); }).detach();
+    while (!signals.waitFor(line->ended, progressInterval))
+        progress.show(line->doneLength);
+    const std::lock_guard lock(line->failureMutex);
+    if (line->failure)
+        std::rethrow_exception(line->failure);
+}
