@@ -20,7 +20,7 @@ GalleryWindow::GalleryWindow(QWidget *parent)
     , m_stack(new QStackedWidget)
 {
     setWindowTitle(tr("Pellarvine Gallery"));
-    resize(960, 640);
+    resize(1000, 680);
 
     auto *const sidebar = new QWidget;
     sidebar->setObjectName(u"sidebar"_s);

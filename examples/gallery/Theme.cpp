@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -54,9 +54,42 @@ QPalette palette(const Colors &colors)
     return palette;
 }
 
+// Fusion with controls of the grid's four units, easier to hit and to read.
+class Style : public QProxyStyle
+{
+public:
+    Style()
+        : QProxyStyle(u"Fusion"_s)
+    { }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                           const QWidget *widget) const override
+    {
+        QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
+        switch (type) {
+        case CT_PushButton:
+            result.rwidth() += Theme::unit;
+            [[fallthrough]];
+        case CT_ComboBox:
+        case CT_LineEdit:
+        case CT_SpinBox:
+            result.setHeight(std::max(result.height(), 4 * Theme::unit));
+            break;
+        default:
+            break;
+        }
+        return result;
+    }
+};
+
 // Palette roles alone, so that one sheet serves both schemes.
 constexpr auto styleSheet = R"(
 QFrame#card { background: palette(base); border: 1px solid palette(mid); border-radius: 8px; }
+QFrame#well { background: palette(base); border: 2px dashed palette(mid); border-radius: 8px; }
+QFrame#highlightedWell { background: palette(base); border: 2px solid palette(highlight);
+                         border-radius: 8px; }
+QProgressBar { background: palette(mid); border: none; border-radius: 4px; max-height: 8px; }
+QProgressBar::chunk { background: palette(highlight); border-radius: 4px; }
 QListWidget#pages { background: transparent; border: none; outline: none; }
 QListWidget#pages::item { padding: 6px 12px; border-radius: 6px; margin: 1px 8px; }
 QListWidget#pages::item:selected { background: palette(highlight);
@@ -69,7 +102,7 @@ QWidget#sidebar { background: palette(alternate-base); border-right: 1px solid p
 
 void Theme::apply(QApplication &application, Scheme scheme)
 {
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setStyle(new Style);
     QApplication::setPalette(palette(scheme == dark ? darkColors : lightColors));
     QApplication::setFont(font(body));
     application.setStyleSheet(QString::fromLatin1(styleSheet));
