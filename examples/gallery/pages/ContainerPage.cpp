@@ -8,6 +8,7 @@
 #include <pellarvine/Shared/Encryptor.h>
 
 #include <QAccessible>
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QEventLoop>
@@ -24,6 +25,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSaveFile>
+#include <QShortcut>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
@@ -131,7 +133,8 @@ void run(QPromise<Outcome> &promise, const Job &job)
 bool isSealed(const QString &path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.read(4) == QByteArray(":-)\0", 4);
+    return !path.isEmpty() && file.open(QIODevice::ReadOnly)
+           && file.read(4) == QByteArray(":-)\0", 4);
 }
 
 // The fields of a sealed file and where they stand; the last two depend on its length.
@@ -316,6 +319,9 @@ ContainerPage::ContainerPage(QWidget *parent)
             start(isSealed(m_source) ? Direction::open : Direction::seal);
     });
     connect(m_cancel, &QPushButton::clicked, this, [this] { m_watcher.cancel(); });
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr,
+                          Qt::WidgetWithChildrenShortcut),
+            &QShortcut::activated, m_cancel, &QPushButton::click);
     connect(&m_watcher, &QFutureWatcherBase::progressValueChanged, m_progress,
             &QProgressBar::setValue);
     connect(&m_watcher, &QFutureWatcherBase::finished, this, &ContainerPage::finish);
@@ -409,6 +415,7 @@ void ContainerPage::start(Direction direction)
     }
     m_target = freePath(wanted);
     m_outcome->clear();
+    m_anatomy->hide();
     m_progress->setValue(0);
     m_watcher.setFuture(
             QtConcurrent::run(run, Job { direction, m_source, m_target, m_passphrase->text() }));
@@ -452,9 +459,11 @@ void ContainerPage::showOutcome(const Outcome &outcome)
 
 void ContainerPage::showFields(const QString &path)
 {
-    m_anatomy->setVisible(isSealed(path));
+    constexpr qint64 shortestContainer = 84;
     QFile file(path);
-    if (!m_anatomy->isVisibleTo(this) || !file.open(QIODevice::ReadOnly))
+    const bool isWhole = isSealed(path) && file.size() >= shortestContainer;
+    m_anatomy->setVisible(isWhole);
+    if (!isWhole || !file.open(QIODevice::ReadOnly))
         return;
     int next = 0;
     for (const Field &field : fields(file.size())) {
