@@ -2,12 +2,23 @@
 #include <pellarvine/Platform/Version.h>
 
 #define PELLARVINE_QUOTED(text) #text
+// NOLINTNEXTLINE(bugprone-macro-parentheses): they would show in the text
 #define PELLARVINE_TEXT(major, minor, patch) PELLARVINE_QUOTED(major.minor.patch)
-#define PELLARVINE_JOINED(major, minor) major##.##minor
-#define PELLARVINE_NUMBER(major, minor) PELLARVINE_JOINED(major, minor)
 
-const double PellarvineVersionNumber =
-        PELLARVINE_NUMBER(PELLARVINE_VERSION_MAJOR, PELLARVINE_VERSION_MINOR);
+namespace {
+
+// The decimal number "major.minor": 0.1 for 0.1, 0.12 for 0.12.
+constexpr double joined(int major, int minor)
+{
+    double scale = 10;
+    while (minor >= scale)
+        scale *= 10;
+    return major + minor / scale;
+}
+
+} // namespace
+
+const double PellarvineVersionNumber = joined(PELLARVINE_VERSION_MAJOR, PELLARVINE_VERSION_MINOR);
 
 const unsigned char PellarvineVersionString[] = PELLARVINE_TEXT(
         PELLARVINE_VERSION_MAJOR, PELLARVINE_VERSION_MINOR, PELLARVINE_VERSION_PATCH);
