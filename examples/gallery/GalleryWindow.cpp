@@ -12,6 +12,8 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 GalleryWindow::GalleryWindow(QWidget *parent)
@@ -73,18 +75,19 @@ void GalleryWindow::showItem(QListWidgetItem *item)
     if (!item)
         return;
     const QString name = item->data(Qt::UserRole).toString();
-    Page *&page = m_made[name];
-    if (!page) {
-        for (const PageEntry &entry : pages()) {
-            if (entry.name == name)
-                page = entry.make(nullptr);
-        }
+    if (!m_made.contains(name)) {
+        const QList<PageEntry> all = pages();
+        const auto entry = std::find_if(all.begin(), all.end(), [&](const PageEntry &candidate) {
+            return candidate.name == name;
+        });
+        m_made[name] = entry->make(nullptr);
         // Small screens and large fonts scroll the page instead of squeezing it.
         auto *const scroller = new QScrollArea;
         scroller->setFrameShape(QFrame::NoFrame);
         scroller->setWidgetResizable(true);
-        scroller->setWidget(page);
+        scroller->setWidget(m_made[name]);
         m_stack->addWidget(scroller);
+        m_scrollers[name] = scroller;
     }
-    m_stack->setCurrentWidget(page->parentWidget()->parentWidget());
+    m_stack->setCurrentWidget(m_scrollers[name]);
 }

@@ -26,4 +26,5 @@ private:
     QListWidget *m_list;
     QStackedWidget *m_stack;
     QHash<QString, Page *> m_made;
+    QHash<QString, QWidget *> m_scrollers;
 };

@@ -10,25 +10,24 @@
 #include <QCommandLineParser>
 
 #include <cstdio>
-#include <cstring>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// Read before the application object exists, since the platform and the scale are fixed with it.
-const char *optionValue(int argc, char **argv, const char *name)
+// The value of "--name value" or "--name=value", empty if there is none. Read before the application
+// object exists, since the platform and the scale are fixed with it.
+QByteArray optionValue(int argc, char **argv, QByteArrayView name)
 {
-    const std::size_t length = std::strlen(name);
     for (int i = 1; i < argc; ++i) {
-        if (std::strncmp(argv[i], name, length) != 0)
-            continue;
-        if (argv[i][length] == '=')
-            return argv[i] + length + 1;
-        if (argv[i][length] == '\0')
+        const QByteArrayView argument(argv[i]);
+        if (argument == name)
             return i + 1 < argc ? argv[i + 1] : "";
+        if (argument.startsWith(name) && argument.size() > name.size()
+            && argument[name.size()] == '=')
+            return argument.sliced(name.size() + 1).toByteArray();
     }
-    return nullptr;
+    return {};
 }
 
 int fail(const QString &message)
@@ -43,11 +42,12 @@ int main(int argc, char **argv)
 {
     const bool hasNoDisplay = qEnvironmentVariableIsEmpty("DISPLAY")
                               && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-    const bool needsNoWindow = optionValue(argc, argv, "--screenshots") || hasNoDisplay;
+    const bool needsNoWindow = !optionValue(argc, argv, "--screenshots").isEmpty() || hasNoDisplay;
     if (needsNoWindow && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (const char *const scale = optionValue(argc, argv, "--scale"))
-        qputenv("QT_SCALE_FACTOR", scale);
+    const QByteArray scaleFactor = optionValue(argc, argv, "--scale");
+    if (!scaleFactor.isEmpty())
+        qputenv("QT_SCALE_FACTOR", scaleFactor);
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"gallery"_s);

@@ -3,6 +3,7 @@
 
 #include <QLocale>
 
+#include <cmath>
 #include <cstdio>
 #include <unistd.h>
 
@@ -39,7 +40,7 @@ QString progressText(qint64 done, qint64 total, double seconds)
         text += u", %1 %"_s.arg(std::min<qint64>(100 * done / total, 100));
     text += u", %1/s"_s.arg(locale.formattedDataSize(qint64(rate), 1));
     if (total > done && rate > 0) {
-        const auto left = qint64(double(total - done) / rate + 0.5);
+        const auto left = std::llround(double(total - done) / rate);
         text += u", %1:%2 left"_s.arg(left / 60).arg(left % 60, 2, 10, QChar(u'0'));
     }
     return text;

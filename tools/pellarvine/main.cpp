@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Command.h"
+#include "SystemError.h"
 
 #include <pellarvine/Platform/Version.h>
 
@@ -9,7 +10,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
 
 using namespace Qt::StringLiterals;
@@ -64,9 +64,7 @@ int main(int argc, char **argv)
         const int status = run(QCoreApplication::arguments());
         // What is still in the buffer may meet a full disk or a closed pipe.
         if (std::fflush(stdout) != 0)
-            throw CommandError(ExitStatus::systemError,
-                               u"standard output: "_s
-                                       + QString::fromLocal8Bit(std::strerror(errno)));
+            throwSystemError(u"standard output"_s, errno);
         return status;
     } catch (const CommandError &error) {
         std::fprintf(stderr, "pellarvine: %s\n", error.what());
