@@ -426,6 +426,24 @@ TEST_F(SealCommand, an_interrupted_question_leaves_nothing)
     EXPECT_EQ(names(), namesAtFirst);
 }
 
+TEST_F(SealCommand, shows_progress_on_a_terminal_unless_it_is_to_be_quiet)
+{
+    // Zeros that take no disk, and longer than the progress waits before it shows.
+    ASSERT_TRUE(QFile::resize(path(u"plain"_s), qint64(512) << 20));
+    const QStringList arguments { u"seal"_s, u"--passphrase-file"_s, path(u"passphrase"_s),
+                                  path(u"plain"_s), path(u"new"_s) };
+    Terminal shown(arguments);
+    EXPECT_TRUE(shown.sees(" of 512.0 MiB, "));
+    EXPECT_TRUE(shown.sees("/s, "));
+    EXPECT_TRUE(shown.sees(" left"));
+    EXPECT_EQ(shown.finish(), 0);
+    EXPECT_TRUE(shown.shown().endsWith("\r\033[K")) << "the line is taken away at the end";
+
+    Terminal quiet(arguments + QStringList { u"--quiet"_s, u"--force"_s });
+    EXPECT_EQ(quiet.finish(), 0);
+    EXPECT_EQ(quiet.shown(), "");
+}
+
 TEST_F(SealCommand, a_terminal_gets_no_sealed_bytes)
 {
     Terminal seal(
