@@ -147,12 +147,13 @@ private:
     // A process may make one application object after another.
     void followApplication()
     {
-        if (!qGuiApp || m_application == qGuiApp)
+        QGuiApplication *const application = qGuiApp;
+        if (!application || m_application == application)
             return;
-        m_application = qGuiApp;
+        m_application = application;
         forget();
         QObject::connect(
-                qGuiApp, &QGuiApplication::fontDatabaseChanged, qGuiApp,
+                application, &QGuiApplication::fontDatabaseChanged, application,
                 [this] {
                     const QMutexLocker locker(&m_mutex);
                     forget();

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 #include <vector>
 
 namespace NS {
@@ -21,7 +22,7 @@ constexpr double largestDeviation = 16; // pixels
 
 // Three averages in a row come close to a Gaussian. Returns how many pixels to either side each of
 // them takes in; see P. Kovesi, "Fast Almost-Gaussian Filtering", 2010.
-std::array<std::size_t, 3> averagingRadii(double deviation)
+std::array<int, 3> averagingRadii(double deviation)
 {
     constexpr int count = 3;
     const double variance = deviation * deviation;
@@ -31,31 +32,25 @@ std::array<std::size_t, 3> averagingRadii(double deviation)
     const double narrowCount =
             (12 * variance - count * width * width - 4 * count * width - 3 * count)
             / (-4 * width - 4);
-    std::array<std::size_t, count> radii {};
+    std::array<int, count> radii {};
     for (int i = 0; i < count; ++i)
-        radii.at(std::size_t(i)) = std::size_t(i < std::lround(narrowCount) ? narrow : narrow + 1);
+        radii.at(std::size_t(i)) = i < std::lround(narrowCount) ? narrow : narrow + 1;
     return radii;
 }
 
 // Replaces each of `count` bytes, `stride` apart, by the average of it and its neighbours.
 // Beyond the ends all is 0.
-void average(uchar *bytes, qsizetype stride, std::size_t count, std::size_t radius,
-             std::vector<uchar> &scratch)
+void average(uchar *bytes, qsizetype stride, int count, int radius, std::vector<uchar> &scratch)
 {
-    const auto byte = [&](std::size_t i) -> uchar & {
-        return bytes[qsizetype(i) * stride];
-    };
-    const std::size_t width = 2 * radius + 1;
-    scratch.assign(count + width, 0);
-    for (std::size_t i = 0; i < count; ++i)
-        scratch[i + radius] = byte(i);
-    std::size_t sum = 0;
-    for (std::size_t i = 0; i < width; ++i)
-        sum += scratch[i];
-    for (std::size_t i = 0; i < count; ++i) {
-        byte(i) = uchar((sum + radius) / width);
-        sum += scratch[i + width];
-        sum -= scratch[i];
+    const int width = 2 * radius + 1;
+    scratch.assign(std::size_t(count) + std::size_t(width), 0);
+    uchar *const padded = scratch.data();
+    for (int i = 0; i < count; ++i)
+        padded[i + radius] = bytes[i * stride];
+    int sum = std::accumulate(padded, padded + width, 0);
+    for (int i = 0; i < count; ++i) {
+        bytes[i * stride] = uchar((sum + radius) / width);
+        sum += padded[i + width] - padded[i];
     }
 }
 
@@ -63,14 +58,12 @@ void blur(QImage &mask, double deviation)
 {
     uchar *const bytes = mask.bits();
     const qsizetype rowLength = mask.bytesPerLine();
-    const auto width = std::size_t(mask.width());
-    const auto height = std::size_t(mask.height());
     std::vector<uchar> scratch;
-    for (const std::size_t radius : averagingRadii(deviation)) {
+    for (const int radius : averagingRadii(deviation)) {
         for (int row = 0; row < mask.height(); ++row)
-            average(bytes + row * rowLength, 1, width, radius, scratch);
+            average(bytes + row * rowLength, 1, mask.width(), radius, scratch);
         for (int column = 0; column < mask.width(); ++column)
-            average(bytes + column, rowLength, height, radius, scratch);
+            average(bytes + column, rowLength, mask.height(), radius, scratch);
     }
 }
 
