@@ -128,8 +128,7 @@ private:
     {
         auto *const card = makeCard(tr("Weights of the family"));
         for (const QString &family : QFontDatabase::families()) {
-            if (!QFontDatabase::isPrivateFamily(family)
-                && FontManager::weights(QFont(family)).size() > 1)
+            if (!QFontDatabase::isPrivateFamily(family) && QFontDatabase::styles(family).size() > 1)
                 m_family->addItem(family);
         }
         m_family->setAccessibleName(tr("Family"));
