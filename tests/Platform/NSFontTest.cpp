@@ -110,6 +110,9 @@ TEST(NSFont, a_font_looked_up_by_face_is_not_held_to_that_face)
     EXPECT_EQ(font.weight(), QFont::DemiBold);
     font.setWeight(QFont::Light);
     EXPECT_EQ(face(font), "Inter/Light");
+    font = fontWithName(u"DejaVuSansCondensed"_s, 12).value();
+    font.setWeight(QFont::Bold);
+    EXPECT_EQ(face(font), "DejaVu Sans/Condensed Bold");
 }
 
 TEST(NSFont, a_size_that_is_none_stands_for_the_systems)
