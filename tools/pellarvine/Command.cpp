@@ -14,6 +14,7 @@ const QList<Command> &commands()
         { "seal", "encrypt a file under a passphrase", &runSeal },
         { "open", "decrypt a sealed file", &runOpen },
         { "digest", "print checksums of files", &runDigest },
+        { "color", "show colors given in hexadecimal", &runColor },
     };
     return all;
 }
