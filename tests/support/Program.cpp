@@ -4,6 +4,8 @@
 #include <QCoreApplication>
 #include <QProcess>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 QString programPath(const QString &name)
@@ -11,10 +13,13 @@ QString programPath(const QString &name)
     return QCoreApplication::applicationDirPath() + u'/' + name;
 }
 
-Outcome runProgram(const QString &name, const QStringList &arguments, const QByteArray &input)
+Outcome runProgram(const QString &name, const QStringList &arguments, const QByteArray &input,
+                   int standardOutput)
 {
     constexpr int longestRun = 120'000; // milliseconds
     QProcess process;
+    if (standardOutput >= 0)
+        process.setChildProcessModifier([=] { dup2(standardOutput, STDOUT_FILENO); });
     process.start(programPath(name), arguments);
     process.write(input);
     process.closeWriteChannel();

@@ -21,7 +21,7 @@ expect() {
     done
 }
 
-expect 'pellarvine ' seal open digest --help --version
+expect 'pellarvine ' seal open digest color --help --version
 expect 'pellarvine se' seal
 expect 'pellarvine seal --p' --passphrase-file --passphrase-fd
 expect 'pellarvine open --f' --force
