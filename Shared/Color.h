@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/ColorComponents.h>
+
+#include <array>
+#include <concepts>
+#include <cstdint>
+#include <type_traits>
+
+namespace Pellarvine {
+
+/// Any colour type that can be made from `RGBA` and from `HSBA` components and read as both. These
+/// four primitives buy it the operations below and the palette:
+///
+///     const auto edge = darker(Palette<NS::Color>::emerald());
+///     const auto hover = withScaledBrightness(edge, 1.1);
+///     const auto middle = interpolate(edge, hover, 0.5);
+template <typename T>
+concept Color = std::constructible_from<T, RGBA> && std::constructible_from<T, HSBA> && requires(
+        const T &color)
+{
+    {
+        color.rgba()
+        } -> std::convertible_to<RGBA>;
+    {
+        color.hsba()
+        } -> std::convertible_to<HSBA>;
+};
+
+/// The colour with its brightness multiplied by `factor`. A brightness above 1 is handed to the
+/// type as it is.
+template <Color T>
+T withScaledBrightness(const T &color, double factor)
+{
+    HSBA components = color.hsba();
+    components.brightness *= factor;
+    return T(components);
+}
+
+/// Four fifths of the brightness.
+template <Color T>
+T darker(const T &color)
+{
+    return withScaledBrightness(color, 0.8);
+}
+
+/// Five quarters of the brightness: the inverse of `darker`.
+template <Color T>
+T lighter(const T &color)
+{
+    return withScaledBrightness(color, 1.25);
+}
+
+/// The colour between two, opacity included: `first` at position 0, `second` at 1, and beyond
+/// them for positions outside 0…1.
+template <Color T>
+T interpolate(const T &first, const std::type_identity_t<T> &second, double position)
+{
+    const RGBA from = first.rgba();
+    const RGBA to = second.rgba();
+    return T(RGBA {
+            from.red + (to.red - from.red) * position,
+            from.green + (to.green - from.green) * position,
+            from.blue + (to.blue - from.blue) * position,
+            from.alpha + (to.alpha - from.alpha) * position,
+    });
+}
+
+/// Nineteen opaque colours that go well together, as any colour type.
+template <Color T>
+struct Palette
+{
+    static T turquoise() { return color(26, 188, 156); }
+    static T greenSea() { return color(22, 160, 133); }
+    static T emerald() { return color(46, 204, 113); }
+    static T nephritis() { return color(39, 174, 96); }
+    static T peterRiver() { return color(52, 152, 219); }
+    static T belizeHole() { return color(41, 128, 185); }
+    static T amethyst() { return color(155, 89, 182); }
+    static T wisteria() { return color(142, 68, 173); }
+    static T wetAsphalt() { return color(52, 73, 94); }
+    static T midnightBlue() { return color(44, 62, 80); }
+    static T sunflower() { return color(241, 196, 15); }
+    static T carrot() { return color(230, 126, 34); }
+    static T pumpkin() { return color(211, 84, 0); }
+    static T alizarin() { return color(231, 76, 60); }
+    static T pomergranate() { return color(192, 57, 43); } // the name is spelt like this
+    static T clouds() { return color(236, 240, 241); }
+    static T silver() { return color(189, 195, 199); }
+    static T concrete() { return color(149, 165, 166); }
+    static T asbestos() { return color(127, 140, 141); }
+
+    struct Entry
+    {
+        const char *name; ///< as the function is called
+        T color;
+    };
+
+    /// All of them with their names, in the order above.
+    static std::array<Entry, 19> all()
+    {
+        return { {
+                { "turquoise", turquoise() },
+                { "greenSea", greenSea() },
+                { "emerald", emerald() },
+                { "nephritis", nephritis() },
+                { "peterRiver", peterRiver() },
+                { "belizeHole", belizeHole() },
+                { "amethyst", amethyst() },
+                { "wisteria", wisteria() },
+                { "wetAsphalt", wetAsphalt() },
+                { "midnightBlue", midnightBlue() },
+                { "sunflower", sunflower() },
+                { "carrot", carrot() },
+                { "pumpkin", pumpkin() },
+                { "alizarin", alizarin() },
+                { "pomergranate", pomergranate() },
+                { "clouds", clouds() },
+                { "silver", silver() },
+                { "concrete", concrete() },
+                { "asbestos", asbestos() },
+        } };
+    }
+
+private:
+    static T color(std::uint8_t red, std::uint8_t green, std::uint8_t blue)
+    {
+        return T(RGBA { red / 255.0, green / 255.0, blue / 255.0, 1.0 });
+    }
+};
+
+} // namespace Pellarvine
