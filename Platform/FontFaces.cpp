@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/FontFaces.h>
+
+#include <QCache>
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QGuiApplication>
+#include <QMutex>
+#include <QPointer>
+#include <fontconfig/fontconfig.h>
+
+#include <algorithm>
+#include <memory>
+#include <span>
+
+namespace NS::detail {
+
+namespace {
+
+// QFontDatabase wants a size and makes no use of it here.
+constexpr int anySize = 12;
+
+using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
+using ObjectSet = std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)>;
+using FontSet = std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)>;
+
+// What fontconfig says of the faces whose `object` has this value. It compares without case.
+FontSet listed(const char *object, const QString &value)
+{
+    const Pattern pattern(FcPatternCreate(), &FcPatternDestroy);
+    FcPatternAddString(pattern.get(), object,
+                       reinterpret_cast<const FcChar8 *>(value.toUtf8().constData()));
+    const ObjectSet objects(FcObjectSetBuild(FC_FAMILY, FC_STYLE, FC_WIDTH, nullptr),
+                            &FcObjectSetDestroy);
+    return { FcFontList(nullptr, pattern.get(), objects.get()), &FcFontSetDestroy };
+}
+
+std::span<FcPattern *> patterns(const FontSet &set)
+{
+    return set ? std::span(set->fonts, std::size_t(set->nfont)) : std::span<FcPattern *>();
+}
+
+// All values of the object: a face may go by several families, by a style name in each of them.
+QStringList texts(FcPattern *face, const char *object)
+{
+    QStringList all;
+    FcChar8 *text = nullptr;
+    for (int i = 0; FcPatternGetString(face, object, i, &text) == FcResultMatch; ++i)
+        all.append(QString::fromUtf8(reinterpret_cast<const char *>(text)));
+    return all;
+}
+
+QString styleNameIn(const QString &family, FcPattern *face)
+{
+    const QStringList families = texts(face, FC_FAMILY);
+    const QStringList styleNames = texts(face, FC_STYLE);
+    const auto isFamily = [&](const QString &name) {
+        return name.compare(family, Qt::CaseInsensitive) == 0;
+    };
+    const auto index = std::ranges::find_if(families, isFamily) - families.begin();
+    return styleNames.value(index, styleNames.value(0));
+}
+
+// Qt tells families of one name apart by "Family [foundry]".
+QString withoutFoundry(const QString &family)
+{
+    return family.section(u'[', 0, 0).trimmed();
+}
+
+// Qt's faces, which are those that it can show, with what fontconfig alone knows of them. Fonts
+// that a program adds from memory are unknown to fontconfig.
+QList<FontFace> facesOfFamily(const QString &family)
+{
+    const QString name = withoutFoundry(family);
+    const FontSet known = listed(FC_FAMILY, name);
+    QList<FontFace> all;
+    for (const QString &styleName : QFontDatabase::styles(family)) {
+        const QFont font = QFontDatabase::font(family, styleName, anySize);
+        FontFace face { { styleName }, font.weight(), font.style() };
+        const auto pattern =
+                std::ranges::find(patterns(known), styleName, [&](FcPattern *candidate) {
+                    return styleNameIn(name, candidate);
+                });
+        if (pattern != patterns(known).end()) {
+            face.styleNames += texts(*pattern, FC_STYLE);
+            FcPatternGetInteger(*pattern, FC_WIDTH, 0, &face.width);
+        }
+        all.append(face);
+    }
+    return all;
+}
+
+// The face as Qt knows it; nothing if Qt has left it out.
+std::optional<QFont> fontOf(FcPattern *pattern)
+{
+    for (const QString &family : texts(pattern, FC_FAMILY)) {
+        const QString styleName = styleNameIn(family, pattern);
+        for (const FontFace &face : facesOfFamily(family)) {
+            if (face.styleNames.first() == styleName)
+                return inFace(QFont(QStringList { family }), face);
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<QFont> lookUp(const QString &name)
+{
+    for (const char *const object : { FC_POSTSCRIPT_NAME, FC_FULLNAME }) {
+        const FontSet found = listed(object, name);
+        for (FcPattern *const pattern : patterns(found)) {
+            if (const auto font = fontOf(pattern))
+                return font;
+        }
+    }
+    const QStringList families = QFontDatabase::families();
+    const bool isFamily = std::ranges::any_of(families, [&](const QString &family) {
+        return family.compare(name, Qt::CaseInsensitive) == 0
+               || withoutFoundry(family).compare(name, Qt::CaseInsensitive) == 0;
+    });
+    // Qt lists names, too, that stand for whatever family the system prefers; they have no faces.
+    if (!isFamily || QFontDatabase::styles(name).isEmpty())
+        return std::nullopt;
+    return QFont(QStringList { name });
+}
+
+// Answers by name, since texts name few fonts many times. Forgotten when fonts come or go.
+class Answers
+{
+public:
+    std::optional<QFont> answer(const QString &name)
+    {
+        QMutexLocker locker(&m_mutex);
+        followApplication();
+        if (const auto *const known = m_cache.object(name))
+            return *known;
+        // Not under the lock: Qt may find out meanwhile that its fonts have changed.
+        const int generation = m_generation;
+        locker.unlock();
+        const auto font = lookUp(name);
+        locker.relock();
+        if (generation == m_generation)
+            m_cache.insert(name, new std::optional<QFont>(font));
+        return font;
+    }
+
+private:
+    // A process may make one application object after another.
+    void followApplication()
+    {
+        if (m_application == qGuiApp)
+            return;
+        m_application = qGuiApp;
+        forget();
+        QObject::connect(
+                qGuiApp, &QGuiApplication::fontDatabaseChanged, qGuiApp,
+                [this] {
+                    const QMutexLocker locker(&m_mutex);
+                    forget();
+                },
+                Qt::DirectConnection);
+    }
+
+    void forget()
+    {
+        m_cache.clear();
+        ++m_generation;
+    }
+
+    QMutex m_mutex;
+    QPointer<QObject> m_application;
+    QCache<QString, std::optional<QFont>> m_cache { 256 };
+    int m_generation = 0;
+};
+
+} // namespace
+
+QList<FontFace> faces(const QFont &font)
+{
+    return facesOfFamily(QFontInfo(font).family());
+}
+
+std::optional<FontFace> shownFace(const QFont &font)
+{
+    const QFontInfo shown(font);
+    const QList<FontFace> all = facesOfFamily(shown.family());
+    // A name may be another family's for one face and this family's for the next: that one first.
+    const auto rank = [&](const FontFace &face) {
+        const qsizetype index = face.styleNames.indexOf(shown.styleName());
+        return index < 0 ? face.styleNames.size() : index;
+    };
+    const auto found = std::ranges::min_element(all, {}, rank);
+    return found == all.end() ? std::nullopt : std::optional(*found);
+}
+
+QFont inFace(QFont font, const FontFace &face)
+{
+    const auto isReached = [&] {
+        const auto shown = shownFace(font);
+        return shown && shown->styleNames.first() == face.styleNames.first();
+    };
+    // The style name would do at once, but it would hold the font to this face whatever weight it
+    // is given later: a last resort.
+    font.setStyleName(QString());
+    font.setWeight(QFont::Weight(face.weight));
+    font.setStyle(face.style);
+    if (!isReached())
+        font.setStretch(face.width);
+    if (!isReached())
+        font.setStyleName(face.styleNames.first());
+    return font;
+}
+
+std::optional<QFont> fontNamed(const QString &name)
+{
+    // fontconfig would stop reading at a zero.
+    if (name.isEmpty() || name.contains(QChar(0)))
+        return std::nullopt;
+    static Answers answers;
+    return answers.answer(name);
+}
+
+} // namespace NS::detail

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QFont>
+
+#include <optional>
+
+// Fonts by name and by role. A QFont takes any name and silently shows another font for one that
+// the system lacks; these say so.
+//
+//     const QFont body = NS::systemFont(NS::systemFontSize());
+//     const auto display = NS::fontWithName(u"Inter-SemiBold"_s, 24);
+//     label.setFont(display.value_or(NS::boldSystemFont(24)));
+//
+// A size that is not above zero, or not finite, stands for `systemFontSize()`. All need a
+// QGuiApplication and can be called from any thread.
+
+namespace NS {
+
+/// The font of that name in points: a face by its PostScript name ("Inter-SemiBold") or full name
+/// ("Inter Semi Bold Italic"), or a family's regular face ("Inter"). Case does not matter, white
+/// space does. Nothing if there is no such font.
+///
+/// A few names that programs take for granted resolve where the system lacks the font itself:
+/// Menlo, Monaco, SF Mono and Courier to the system's fixed-width font, Helvetica, Helvetica Neue
+/// and Lucida Grande to the system font, Times to its serif font; likewise their faces by
+/// PostScript name ("Menlo-Bold"), and the generic "monospace", "sans-serif" and "serif".
+PELLARVINE_EXPORT std::optional<QFont> fontWithName(const QString &name, double size);
+
+/// The font of the program's texts: the desktop's, unless the program has set one.
+PELLARVINE_EXPORT QFont systemFont(double size);
+
+/// Its bold face; made bold by Qt if the family has none.
+PELLARVINE_EXPORT QFont boldSystemFont(double size);
+
+/// The system's fixed-width font.
+PELLARVINE_EXPORT QFont monospacedSystemFont(double size);
+
+/// The size of the program's texts in points.
+PELLARVINE_EXPORT double systemFontSize();
+
+} // namespace NS
