@@ -21,7 +21,7 @@ namespace NS::detail {
 ///     rewriter.finish(); // "a b c"
 ///
 /// The kept units move up inside the buffer that they stand in, so that what lies ahead can still
-/// be read. The text is in pieces until `finish()`.
+/// be read, and nothing large is allocated. The text is in pieces until `finish()`.
 class PELLARVINE_INTERNAL_EXPORT AttributedStringRewriter
 {
 public:
@@ -40,17 +40,22 @@ public:
     void finish();
 
 private:
-    template <typename Restyle>
+    template <bool isRestyled, typename Restyle>
     void move(qsizetype end, Restyle restyle);
+    void makeRoom();
 
     MutableAttributedString &m_text;
-    const QList<AttributedString::Run> m_sourceRuns;
     AttributeMerger m_merger;
     QChar *m_units;
     qsizetype m_length;
     qsizetype m_read = 0;
     qsizetype m_written = 0;
-    qsizetype m_runIndex = 0;
+
+    // The runs move up inside their list as the units do. Since there may come to be more of them,
+    // there is room between those that are written and those that are yet to be read.
+    AttributedString::Run *m_runs;
+    qsizetype m_readRuns = 0;
+    qsizetype m_writtenRuns = 0;
 };
 
 } // namespace NS::detail

@@ -18,48 +18,45 @@ const QString KernAttributeName = u"NSKern"_s;
 namespace {
 
 // A set has a handful of attributes, so that a walk beats a search by halves.
-template <typename Iterator>
-Iterator placeOf(const QString &key, Iterator begin, Iterator end)
+const Attributes::Attribute *placeOf(const QString &key, const Attributes &attributes)
 {
-    return std::find_if(begin, end, [&](const auto &attribute) { return attribute.first >= key; });
+    return std::find_if(attributes.begin(), attributes.end(),
+                        [&](const auto &attribute) { return attribute.first >= key; });
 }
 
 } // namespace
 
 Attributes::Attributes(std::initializer_list<Attribute> attributes)
 {
-    m_list.reserve(qsizetype(attributes.size()));
     for (const auto &[key, value] : attributes)
         insert(key, value);
 }
 
 bool Attributes::contains(const QString &key) const
 {
-    const auto place = placeOf(key, begin(), end());
+    const auto *const place = placeOf(key, *this);
     return place != end() && place->first == key;
 }
 
 QVariant Attributes::value(const QString &key) const
 {
-    const auto place = placeOf(key, begin(), end());
+    const auto *const place = placeOf(key, *this);
     return place != end() && place->first == key ? place->second : QVariant();
 }
 
 void Attributes::insert(const QString &key, const QVariant &value)
 {
-    const auto place = placeOf(key, begin(), end());
+    const auto *const place = placeOf(key, *this);
     const qsizetype index = place - begin();
-    if (place != end() && place->first == key)
-        m_list[index].second = value;
+    const bool isKnown = place != end() && place->first == key;
+    if (d)
+        d.detach();
     else
-        m_list.insert(index, { key, value });
-}
-
-void Attributes::remove(const QString &key)
-{
-    const auto place = placeOf(key, begin(), end());
-    if (place != end() && place->first == key)
-        m_list.remove(place - begin());
+        d = new Data;
+    if (isKnown)
+        d->list[index].second = value;
+    else
+        d->list.insert(index, { key, value });
 }
 
 void Attributes::insert(const Attributes &others)
@@ -70,6 +67,24 @@ void Attributes::insert(const Attributes &others)
     }
     for (const auto &[key, value] : others)
         insert(key, value);
+}
+
+void Attributes::remove(const QString &key)
+{
+    if (!contains(key))
+        return;
+    const qsizetype index = placeOf(key, *this) - begin();
+    if (size() == 1) {
+        d.reset();
+        return;
+    }
+    d.detach();
+    d->list.remove(index);
+}
+
+bool Attributes::hasEqualValues(const Attributes &other) const
+{
+    return std::equal(begin(), end(), other.begin(), other.end());
 }
 
 } // namespace NS

@@ -3,8 +3,9 @@
 
 #include <pellarvine/Platform/Global.h>
 
-#include <QList>
+#include <QSharedData>
 #include <QString>
+#include <QVarLengthArray>
 #include <QVariant>
 
 #include <initializer_list>
@@ -46,35 +47,42 @@ public:
     /// Of two attributes with the same key the later one counts.
     Attributes(std::initializer_list<Attribute> attributes);
 
-    bool isEmpty() const { return m_list.isEmpty(); }
-    qsizetype size() const { return m_list.size(); }
+    bool isEmpty() const { return size() == 0; }
+    qsizetype size() const { return d ? d->list.size() : 0; }
     bool contains(const QString &key) const;
     /// An invalid `QVariant` if the key is absent.
     QVariant value(const QString &key) const;
 
     /// Sets an attribute in place of the one that has its key.
     void insert(const QString &key, const QVariant &value);
-    /// Does nothing if the key is absent.
-    void remove(const QString &key);
     /// Inserts all of `others`.
     void insert(const Attributes &others);
+    /// Does nothing if the key is absent.
+    void remove(const QString &key);
 
     /// In the order of the keys.
-    auto begin() const { return m_list.cbegin(); }
-    auto end() const { return m_list.cend(); }
+    const Attribute *begin() const { return d ? d->list.cbegin() : nullptr; }
+    const Attribute *end() const { return d ? d->list.cend() : nullptr; }
 
     /// Whether both are the same copy; if so, they are equal.
-    bool isSharedWith(const Attributes &other) const
+    bool isSharedWith(const Attributes &other) const { return d == other.d; }
+
+    /// Same keys with equal values. A value that does not equal itself (a NaN) makes a set unequal
+    /// to all but its own copies.
+    friend bool operator==(const Attributes &one, const Attributes &other)
     {
-        return m_list.constData() == other.m_list.constData();
+        return one.isSharedWith(other) || one.hasEqualValues(other);
     }
 
-    /// Same keys with equal values. Values of types that do not compare equal only to themselves
-    /// (a NaN) make a set unequal to all but its own copies.
-    friend bool operator==(const Attributes &, const Attributes &) = default;
-
 private:
-    QList<Attribute> m_list; // sorted by key, no key twice
+    struct Data : QSharedData
+    {
+        QVarLengthArray<Attribute, 4> list; // sorted by key, no key twice
+    };
+
+    bool hasEqualValues(const Attributes &other) const;
+
+    QExplicitlySharedDataPointer<Data> d; // null if empty
 };
 
 } // namespace NS

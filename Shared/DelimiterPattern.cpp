@@ -78,6 +78,18 @@ bool takeContent(QStringView &regex)
     return true;
 }
 
+// For delimiters of a few units, where a call costs more than the comparison.
+bool standsAt(QStringView text, qsizetype place, QStringView delimiter)
+{
+    if (text.size() - place < delimiter.size())
+        return false;
+    for (qsizetype i = 0; i < delimiter.size(); ++i) {
+        if (text[place + i] != delimiter[i])
+            return false;
+    }
+    return true;
+}
+
 // A content that begins at `start` takes one character and then ends at the first delimiter behind
 // it. Gives the delimiter's place. If the line has none, gives -1, and `lineEnd` becomes its end.
 qsizetype endOfContent(QStringView text, qsizetype start, QStringView delimiter, qsizetype &lineEnd)
@@ -86,7 +98,7 @@ qsizetype endOfContent(QStringView text, qsizetype start, QStringView delimiter,
     for (qsizetype i = start; i < text.size(); ++i) {
         const char16_t unit = text[i].unicode();
         // A delimiter never begins with the second unit of a character.
-        if (unit == first && i > start && text.sliced(i).startsWith(delimiter))
+        if (unit == first && i > start && standsAt(text, i, delimiter))
             return i;
         if (isLineTerminator(unit)) {
             lineEnd = i;
@@ -126,7 +138,7 @@ bool DelimiterPattern::find(QStringView text, qsizetype from, PatternMatch &matc
         const qsizetype start = text.indexOf(m_opener.front(), from);
         if (start < 0)
             return false;
-        if (!text.sliced(start).startsWith(m_opener)) {
+        if (!standsAt(text, start, m_opener)) {
             from = start + 1;
             continue;
         }
@@ -143,14 +155,14 @@ bool DelimiterPattern::find(QStringView text, qsizetype from, PatternMatch &matc
         if (closer < 0)
             continue;
         match.clear();
-        match.append({ start, closer + m_closer.size() - start });
-        match.append({ start, m_opener.size() });
+        match.push_back({ start, closer + m_closer.size() - start });
+        match.push_back({ start, m_opener.size() });
         if (!m_separator.isEmpty()) {
-            match.append({ argument, separator - argument });
-            match.append({ separator, m_separator.size() });
+            match.push_back({ argument, separator - argument });
+            match.push_back({ separator, m_separator.size() });
         }
-        match.append({ content, closer - content });
-        match.append({ closer, m_closer.size() });
+        match.push_back({ content, closer - content });
+        match.push_back({ closer, m_closer.size() });
         return true;
     }
 }

@@ -17,18 +17,17 @@ namespace {
 // Below this every unit is a character by itself, but for a line feed behind a carriage return.
 constexpr char16_t firstCombiningMark = 0x0300;
 
-// Written so that compilers make vectors of it: it reads to the end instead of leaving early.
+// Whether that goes for the whole text. Written so that compilers make vectors of it: it collects
+// bits instead of leaving at the first unit that tells. So it does not know U+0200 to U+02FF.
 bool isPlain(QStringView text)
 {
-    constexpr qsizetype block = 4096;
-    for (; !text.isEmpty(); text = text.sliced(std::min(block, text.size()))) {
-        int others = 0;
-        for (const QChar unit : text.first(std::min(block, text.size())))
-            others |= int(unit.unicode() >= firstCombiningMark) | int(unit.unicode() == u'\r');
-        if (others)
-            return false;
+    quint16 bits = 0;
+    quint16 returns = 0;
+    for (const QChar unit : text) {
+        bits |= unit.unicode();
+        returns |= quint16(unit == u'\r' ? 1 : 0);
     }
-    return true;
+    return bits < 0x0200 && returns == 0;
 }
 
 // Two neighbours of these classes are always two characters, save CR LF, whatever stands around
@@ -68,9 +67,10 @@ qsizetype countWithIcu(QStringView text)
 
 } // namespace
 
-qsizetype graphemeClusterCount(QStringView text)
+qsizetype GraphemeClusterCounter::count(QStringView text)
 {
-    if (isPlain(text))
+    m_isPlain = m_isPlain || isPlain(text);
+    if (m_isPlain)
         return text.size();
 
     // ICU sees only the stretches where characters may join, each with the character before it.

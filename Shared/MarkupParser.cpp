@@ -3,6 +3,7 @@
 #include <pellarvine/Platform/NSFontManager.h>
 #include <pellarvine/Platform/NSMutableAttributedString.h>
 #include <pellarvine/Shared/Font.h>
+#include <pellarvine/Shared/GraphemeClusters.h>
 #include <pellarvine/Shared/InlineParsers.h>
 #include <pellarvine/Shared/MarkupParser.h>
 
@@ -138,8 +139,9 @@ NS::AttributedString MarkupParser::parse(const QString &string) const
         { NS::ParagraphStyleAttributeName, QVariant::fromValue(d->paragraphStyle) },
     };
     NS::MutableAttributedString text(string, base);
+    detail::GraphemeClusterCounter counter;
     for (const auto &parser : d->parsers)
-        parser->process(text, *this);
+        parser->process(text, *this, counter);
     return text;
 }
 

@@ -25,7 +25,7 @@ public:
     const NS::Attributes &attributes(QStringView source, const PatternMatch &match)
     {
         bool isNew = m_captures.isEmpty();
-        m_captures.resize(match.size() - 1);
+        m_captures.resize(qsizetype(match.size()) - 1);
         for (qsizetype i = 0; i < m_captures.size(); ++i) {
             const auto [location, length] = match[i + 1];
             const QStringView text = location < 0 ? QStringView() : source.sliced(location, length);
@@ -58,7 +58,7 @@ void rewrite(NS::MutableAttributedString &text, const QString *snapshot, const P
     if (!findNext(text.string(), match))
         return;
     const qsizetype principalGroup = qsizetype(rule.principalCaptureGroup()) + 1;
-    if (principalGroup < 1 || principalGroup >= match.size())
+    if (principalGroup < 1 || principalGroup >= qsizetype(match.size()))
         fatalError("No such capture group in " + rule.regex().toStdString());
     AttributeProvider provider(rule, parser);
     NS::detail::AttributedStringRewriter rewriter(text);
@@ -84,8 +84,15 @@ Parser::~Parser() = default;
 void Parser::process(NS::MutableAttributedString &attributedString,
                      const MarkupParser &parser) const
 {
+    detail::GraphemeClusterCounter counter;
+    process(attributedString, parser, counter);
+}
+
+void Parser::process(NS::MutableAttributedString &attributedString, const MarkupParser &parser,
+                     detail::GraphemeClusterCounter &counter) const
+{
     const QString pattern = regex();
-    const qsizetype length = detail::graphemeClusterCount(attributedString.string());
+    const qsizetype length = counter.count(attributedString.string());
     if (const auto delimiters = detail::DelimiterPattern::recognized(pattern)) {
         qsizetype from = 0;
         rewrite(attributedString, nullptr, *this, parser,

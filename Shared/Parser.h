@@ -9,6 +9,9 @@
 namespace Pellarvine {
 
 class MarkupParser;
+namespace detail {
+class GraphemeClusterCounter;
+}
 
 /// One rule of a markup grammar: a regular expression for a construct, and the attributes of the
 /// text in it. `MarkupParser` runs its rules one after another, each over the whole text.
@@ -45,6 +48,11 @@ public:
     /// emoji or combining marks a construct at the very end stays as typed. That is meant: texts
     /// look the same wherever the grammar is used.
     void process(NS::MutableAttributedString &attributedString, const MarkupParser &parser) const;
+
+private:
+    friend class MarkupParser;
+    void process(NS::MutableAttributedString &attributedString, const MarkupParser &parser,
+                 detail::GraphemeClusterCounter &counter) const;
 };
 
 } // namespace Pellarvine

@@ -4,12 +4,12 @@
 
 #include <pellarvine/Platform/NSTextRange.h>
 
-#include <QVarLengthArray>
+#include <vector>
 
 namespace Pellarvine::detail {
 
 /// Where a regular expression matched: the whole match, then each capture group. A group that took
 /// no part has the location -1.
-using PatternMatch = QVarLengthArray<NS::detail::TextRange, 6>;
+using PatternMatch = std::vector<NS::detail::TextRange>;
 
 } // namespace Pellarvine::detail

@@ -59,7 +59,7 @@ bool RegularExpression::findNext(PatternMatch &match)
     match.clear();
     for (int32_t group = 0; group <= d->matcher.groupCount(); ++group) {
         const int32_t start = d->matcher.start(group, d->status);
-        match.append({ start, d->matcher.end(group, d->status) - start });
+        match.push_back({ start, d->matcher.end(group, d->status) - start });
     }
     return true;
 }

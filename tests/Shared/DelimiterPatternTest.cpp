@@ -150,7 +150,7 @@ TEST(GraphemeClusters, are_as_many_as_in_a_count_of_the_whole_text)
             if (random() % 12 == 0)
                 text += QString(qsizetype(random() % 24), u'x');
         }
-        ASSERT_EQ(graphemeClusterCount(text), LiteralMarkup::characterCount(text))
+        ASSERT_EQ(GraphemeClusterCounter().count(text), LiteralMarkup::characterCount(text))
                 << text.toStdString();
     }
 }

@@ -43,7 +43,7 @@ inline void process(NS::MutableAttributedString &text, const Pellarvine::Parser 
                 whole.location - shift, whole.length,
                 text.attributedSubstring(principal.location - shift, principal.length));
         QStringList captures;
-        for (qsizetype group = 1; group < match.size(); ++group)
+        for (qsizetype group = 1; group < qsizetype(match.size()); ++group)
             captures.append(snapshot.mid(match[group].location, match[group].length));
         text.addAttributes(rule.provideAttributes(captures, parser), whole.location - shift,
                            principal.length);
