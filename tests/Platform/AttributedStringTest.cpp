@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "../support/AttributedStringModel.h"
+
 #include <pellarvine/Platform/NSAttributedString+Text.h>
 #include <pellarvine/Platform/NSAttributedStringRewriter.h>
 #include <pellarvine/Platform/NSMutableAttributedString.h>
@@ -25,71 +27,6 @@ static_assert(std::is_convertible_v<MutableAttributedString, AttributedString>);
 namespace {
 
 constexpr qsizetype farthest = std::numeric_limits<qsizetype>::max();
-
-// One set of attributes for each unit, edited the plain way.
-class Model
-{
-public:
-    QString string;
-    QList<Attributes> units;
-
-    void replace(qsizetype location, qsizetype length, const Model &other)
-    {
-        cut(location, length);
-        string.replace(location, length, QString(other.string));
-        const QList<Attributes> inserted = other.units;
-        units.remove(location, length);
-        for (qsizetype i = 0; i < inserted.size(); ++i)
-            units.insert(location + i, inserted.at(i));
-    }
-
-    template <typename Change>
-    void change(qsizetype location, qsizetype length, Change change)
-    {
-        cut(location, length);
-        std::for_each_n(units.begin() + location, length, change);
-    }
-
-    Model substring(qsizetype location, qsizetype length) const
-    {
-        cut(location, length);
-        return { string.mid(location, length), units.mid(location, length) };
-    }
-
-private:
-    // Unit by unit, so that it shares no arithmetic with what it judges.
-    void cut(qsizetype &location, qsizetype &length) const
-    {
-        qsizetype first = std::clamp(location, qsizetype(0), qsizetype(string.size()));
-        qsizetype count = 0;
-        for (qsizetype i = 0; i < string.size(); ++i)
-            count += i >= location && i - location < length;
-        location = first;
-        length = count;
-    }
-};
-
-::testing::AssertionResult matches(const AttributedString &text, const Model &model)
-{
-    if (text.string() != model.string)
-        return ::testing::AssertionFailure() << "the string differs";
-    qsizetype place = 0;
-    for (qsizetype i = 0; i < text.runs().size(); ++i) {
-        const auto &run = text.runs().at(i);
-        if (run.location != place || run.length <= 0)
-            return ::testing::AssertionFailure() << "run " << i << " does not follow";
-        if (i > 0 && text.runs().at(i - 1).attributes == run.attributes)
-            return ::testing::AssertionFailure() << "run " << i << " equals the one before";
-        place = run.end();
-    }
-    if (place != text.length())
-        return ::testing::AssertionFailure() << "the runs do not cover the text";
-    for (qsizetype i = 0; i < text.length(); ++i) {
-        if (text.attributes(i) != model.units.at(i))
-            return ::testing::AssertionFailure() << "unit " << i << " differs";
-    }
-    return ::testing::AssertionSuccess();
-}
 
 QString letters(std::mt19937 &random, qsizetype count)
 {
@@ -171,7 +108,7 @@ TEST(MutableAttributedString, random_edits_agree_with_one_set_of_attributes_for_
     std::mt19937 random(20);
     for (int round = 0; round < 200; ++round) {
         MutableAttributedString text;
-        Model model;
+        AttributedStringModel model;
         for (int step = 0; step < 60; ++step) {
             const qsizetype location = qsizetype(random() % 40) - 4;
             const qsizetype length = qsizetype(random() % 12) - 1;
@@ -208,7 +145,7 @@ TEST(MutableAttributedString, random_edits_agree_with_one_set_of_attributes_for_
                 model = model.substring(location - 8, length + 30);
                 break;
             }
-            ASSERT_TRUE(matches(text, model)) << "round " << round << " step " << step;
+            ASSERT_EQ(difference(text, model), "") << "round " << round << " step " << step;
         }
     }
 }
