@@ -108,7 +108,7 @@ std::optional<QFont> lookUp(const QString &name)
     for (const char *const object : { FC_POSTSCRIPT_NAME, FC_FULLNAME }) {
         const FontSet found = listed(object, name);
         for (FcPattern *const pattern : patterns(found)) {
-            if (const auto font = fontOf(pattern))
+            if (auto font = fontOf(pattern))
                 return font;
         }
     }
@@ -136,7 +136,7 @@ public:
         // Not under the lock: Qt may find out meanwhile that its fonts have changed.
         const int generation = m_generation;
         locker.unlock();
-        const auto font = lookUp(name);
+        auto font = lookUp(name);
         locker.relock();
         if (generation == m_generation)
             m_cache.insert(name, new std::optional<QFont>(font));
@@ -147,12 +147,13 @@ private:
     // A process may make one application object after another.
     void followApplication()
     {
-        if (m_application == qGuiApp)
+        QGuiApplication *const application = qGuiApp;
+        if (!application || m_application == application)
             return;
-        m_application = qGuiApp;
+        m_application = application;
         forget();
         QObject::connect(
-                qGuiApp, &QGuiApplication::fontDatabaseChanged, qGuiApp,
+                application, &QGuiApplication::fontDatabaseChanged, application,
                 [this] {
                     const QMutexLocker locker(&m_mutex);
                     forget();

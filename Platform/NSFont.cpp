@@ -50,7 +50,7 @@ std::optional<QFont> fontOfFamily(QStringView family, double size)
 // "Menlo-BoldItalic" is two traits of the family's font.
 std::optional<QFont> fontByAlias(const QString &name, double size)
 {
-    if (const auto font = fontOfFamily(name, size))
+    if (auto font = fontOfFamily(name, size))
         return font;
     const qsizetype hyphen = name.lastIndexOf(u'-');
     auto font = hyphen < 0 ? std::nullopt : fontOfFamily(QStringView(name).first(hyphen), size);

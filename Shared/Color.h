@@ -13,6 +13,7 @@ namespace Pellarvine {
 /// Any colour type that can be made from `RGBA` and from `HSBA` components and read as both. These
 /// four primitives buy it the operations below and the palette:
 ///
+///     using namespace Pellarvine;
 ///     const auto edge = darker(Palette<NS::Color>::emerald());
 ///     const auto hover = withScaledBrightness(edge, 1.1);
 ///     const auto middle = interpolate(edge, hover, 0.5);

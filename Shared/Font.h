@@ -8,6 +8,7 @@
 // A font that differs from another in one respect. Faces are those that the family really has, by
 // the rules of NS::FontManager; where there is none, the font comes back unchanged.
 //
+//     using namespace Pellarvine;
 //     const QFont body = label.font();
 //     heading.setFont(heavier(larger(body)));
 //     quotation.setFont(italicVariant(body));

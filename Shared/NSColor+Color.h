@@ -15,6 +15,7 @@ static_assert(Color<NS::Color>);
 /// Reads a colour from hexadecimal text: RGB, RGBA, RRGGBB or RRGGBBAA, with or without one "#"
 /// before it.
 ///
+///     using namespace Pellarvine;
 ///     colorWithHex(u"#1abc9c") == Palette<NS::Color>::turquoise();
 ///     colorWithHex(u"fff") == NS::Color::white();
 ///     colorWithHex(u"12345") == std::nullopt;

@@ -5,7 +5,10 @@
 
 using namespace Qt::StringLiterals;
 
+Page *makeColorsPage(QWidget *parent);
 Page *makeContainerPage(QWidget *parent);
+Page *makeDrawingPage(QWidget *parent);
+Page *makeFontsPage(QWidget *parent);
 
 namespace {
 
@@ -20,5 +23,8 @@ QList<PageEntry> pages()
 {
     return {
         { u"container"_s, tr("Container"), tr("Data"), &makeContainerPage },
+        { u"colours"_s, tr("Colours"), tr("Colour and text"), &makeColorsPage },
+        { u"fonts"_s, tr("Fonts"), tr("Colour and text"), &makeFontsPage },
+        { u"drawing"_s, tr("Drawing"), tr("Colour and text"), &makeDrawingPage },
     };
 }

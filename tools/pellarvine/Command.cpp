@@ -12,6 +12,7 @@ const QList<Command> &commands()
 {
     static const QList<Command> all {
         { "digest", "print checksums of files", &runDigest },
+        { "color", "show colors given in hexadecimal", &runColor },
     };
     return all;
 }

@@ -44,6 +44,7 @@ struct Command
 void runSeal(const QStringList &arguments);
 void runOpen(const QStringList &arguments);
 void runDigest(const QStringList &arguments);
+void runColor(const QStringList &arguments);
 
 /// All sub-commands, in the order of the help.
 const QList<Command> &commands();

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QList>
+#include <QPainterPath>
+#include <QPointF>
+
+#include <array>
+#include <optional>
+
+namespace CG {
+
+/// One step of a path. Unused points are (0, 0).
+struct PathElement
+{
+    enum Type {
+        moveToPoint, ///< points: where a subpath starts
+        addLineToPoint, ///< points: end
+        addQuadCurveToPoint, ///< points: control, end
+        addCurveToPoint, ///< points: control 1, control 2, end
+        closeSubpath, ///< no points
+    };
+
+    Type type;
+    std::array<QPointF, 3> points {};
+
+    /// Bit for bit, where QPointF compares with a tolerance.
+    friend PELLARVINE_EXPORT bool operator==(const PathElement &first, const PathElement &second);
+};
+
+/// A path of lines, quadratic and cubic curves in the order in which they were added.
+///
+///     CG::Path path;
+///     path.moveToPoint({ 0, 0 });
+///     path.addQuadCurveToPoint({ 30, 30 }, { 60, 0 });
+///     path.closeSubpath();
+///     painter.drawPath(path.toQPainterPath());
+///
+/// Lines, curves and closing need a current point; without one they add nothing and print a
+/// warning. A plain value.
+class PELLARVINE_EXPORT Path
+{
+public:
+    Path() = default;
+
+    /// A subpath of a QPainterPath that ends where it starts is closed: it has no other notion of
+    /// closing. Its quadratic curves have already become cubic ones.
+    explicit Path(const QPainterPath &path);
+
+    void moveToPoint(const QPointF &point);
+    void addLineToPoint(const QPointF &end);
+    void addQuadCurveToPoint(const QPointF &control, const QPointF &end);
+    void addCurveToPoint(const QPointF &control1, const QPointF &control2, const QPointF &end);
+    void closeSubpath();
+
+    const QList<PathElement> &elements() const { return m_elements; }
+    bool isEmpty() const { return m_elements.isEmpty(); }
+
+    /// Where the next element starts: the last end, or after closing the subpath's start. Nothing
+    /// for an empty path.
+    const std::optional<QPointF> &currentPoint() const { return m_currentPoint; }
+
+    /// The same shape for drawing. Quadratic curves are converted exactly.
+    QPainterPath toQPainterPath() const;
+
+    friend bool operator==(const Path &first, const Path &second)
+    {
+        return first.m_elements == second.m_elements;
+    }
+
+private:
+    void add(const PathElement &element, const QPointF &end);
+
+    QList<PathElement> m_elements;
+    std::optional<QPointF> m_currentPoint;
+    QPointF m_start; // of the current subpath
+};
+
+} // namespace CG

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/CGPath.h>
+
+namespace NS {
+
+/// A path of lines and cubic curves.
+///
+///     NS::BezierPath path;
+///     path.moveToPoint({ 0, 0 });
+///     path.lineToPoint({ 60, 0 });
+///     path.closePath();
+///     painter.fillPath(path.toQPainterPath(), brush);
+///
+/// Lines, curves and closing need a current point; without one they add nothing and print a
+/// warning. A plain value.
+class PELLARVINE_EXPORT BezierPath
+{
+public:
+    BezierPath() = default;
+
+    /// Takes the elements over one by one. A quadratic curve becomes a cubic one whose two control
+    /// points are both (current point + 2 × control) / 3, so that it bends less towards its end
+    /// than the curve it stands for. `CG::Path::toQPainterPath` converts exactly.
+    explicit BezierPath(const CG::Path &path);
+
+    /// A subpath that ends where it starts is closed.
+    explicit BezierPath(const QPainterPath &path);
+
+    void moveToPoint(const QPointF &point);
+    void lineToPoint(const QPointF &end);
+    void curveToPoint(const QPointF &end, const QPointF &controlPoint1,
+                      const QPointF &controlPoint2);
+    void closePath();
+
+    /// None of them is a quadratic curve.
+    const QList<CG::PathElement> &elements() const { return m_path.elements(); }
+    bool isEmpty() const { return m_path.isEmpty(); }
+
+    /// Where the next element starts; nothing for an empty path.
+    const std::optional<QPointF> &currentPoint() const { return m_path.currentPoint(); }
+
+    /// The same elements as a graphics path; no subpath is closed that is not closed here.
+    CG::Path cgPath() const { return m_path; }
+
+    QPainterPath toQPainterPath() const { return m_path.toQPainterPath(); }
+
+    friend bool operator==(const BezierPath &, const BezierPath &) = default;
+
+private:
+    CG::Path m_path;
+};
+
+} // namespace NS

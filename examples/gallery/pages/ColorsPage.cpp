@@ -1,0 +1,372 @@
+// SPDX-License-Identifier: MIT
+#include "../Page.h"
+#include "../Theme.h"
+
+#include <pellarvine/Shared/NSColor+Color.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPainterPath>
+#include <QSlider>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace Pellarvine;
+
+namespace {
+
+using Named = Palette<NS::Color>;
+
+constexpr int radius = 6;
+constexpr int feedbackTime = 1200; // milliseconds
+
+// Black or white, whichever is read better on the colour: weights of ITU-R BT.709.
+QColor textOn(const NS::Color &color)
+{
+    const auto &[red, green, blue, alpha] = color.rgba();
+    const double luminance = 0.2126 * red + 0.7152 * green + 0.0722 * blue;
+    return luminance > 0.55 ? QColor(0, 0, 0, 200) : QColor(255, 255, 255);
+}
+
+NS::Color onScreen(const NS::Color &color)
+{
+    return NS::Color(color.toQColor());
+}
+
+// Inside the edge, with a gap that keeps it apart from any colour.
+void drawFocus(QPainter &painter, const QRectF &rect, const QPalette &palette)
+{
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(palette.color(QPalette::Base), 2));
+    painter.drawRoundedRect(rect.adjusted(3, 3, -3, -3), radius - 2, radius - 2);
+    painter.setPen(QPen(palette.color(QPalette::Highlight), 2));
+    painter.drawRoundedRect(rect.adjusted(1, 1, -1, -1), radius, radius);
+}
+
+// A colour with its name. The pointer or the keyboard's focus offers its hex text for copying.
+class Swatch : public QAbstractButton
+{
+public:
+    explicit Swatch(const QString &name, const NS::Color &color = {}, QWidget *parent = nullptr)
+        : QAbstractButton(parent)
+    {
+        setText(name);
+        setColor(color);
+        setAttribute(Qt::WA_Hover);
+        setCursor(Qt::PointingHandCursor);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+        m_feedback.setSingleShot(true);
+        m_feedback.setInterval(feedbackTime);
+        connect(&m_feedback, &QTimer::timeout, this, qOverload<>(&QWidget::update));
+        connect(this, &QAbstractButton::clicked, this, &Swatch::copy);
+    }
+
+    const NS::Color &color() const { return m_color; }
+
+    void setColor(const NS::Color &color)
+    {
+        m_color = color;
+        m_hex = hexStringWithoutAlpha(onScreen(color));
+        setAccessibleName(text() + u' ' + m_hex);
+        setToolTip(tr("Copy %1").arg(m_hex));
+        m_feedback.stop();
+        update();
+    }
+
+    void copy()
+    {
+        QApplication::clipboard()->setText(m_hex);
+        m_feedback.start();
+        update();
+    }
+
+    QSize sizeHint() const override { return { 14 * Theme::unit, 6 * Theme::unit }; }
+    QSize minimumSizeHint() const override { return { 10 * Theme::unit, 6 * Theme::unit }; }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QRectF face = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+        QPainterPath path;
+        path.addRoundedRect(face, radius, radius);
+        painter.fillPath(path, m_color.toQColor());
+        painter.setPen(QColor(128, 128, 128, 60));
+        painter.drawPath(path);
+        if (hasFocus())
+            drawFocus(painter, rect(), palette());
+
+        const bool isOffered = underMouse() || hasFocus();
+        QFont small = font();
+        small.setPointSizeF(font().pointSizeF() * 0.85);
+        const QRectF inner = face.adjusted(Theme::unit, 6, -Theme::unit, -6);
+        painter.setPen(textOn(m_color));
+        painter.setFont(Theme::font(Theme::strong));
+        painter.drawText(inner, Qt::AlignLeft | Qt::AlignTop, text());
+        painter.setFont(small);
+        // Between marks that keep the "#" in front in a right-to-left program as well.
+        const QString hex = u'\u2066' + m_hex + u'\u2069';
+        const QString offer = m_feedback.isActive() ? tr("Copied")
+                              : isOffered           ? tr("Copy %1").arg(hex)
+                                                    : hex;
+        painter.drawText(inner, Qt::AlignLeft | Qt::AlignBottom, offer);
+    }
+
+private:
+    NS::Color m_color;
+    QString m_hex;
+    QTimer m_feedback;
+};
+
+// The colours between two, and a little beyond both: a quarter of the way at either end.
+class Strip : public QWidget
+{
+public:
+    Strip()
+    {
+        setFixedHeight(4 * Theme::unit);
+        setAccessibleName(tr("Colours between the two"));
+    }
+
+    void setColors(const NS::Color &first, const NS::Color &second)
+    {
+        m_first = first;
+        m_second = second;
+        update();
+    }
+
+    void setPosition(double position)
+    {
+        m_position = position;
+        update();
+    }
+
+    NS::Color color() const { return interpolate(m_first, m_second, m_position); }
+
+    static constexpr double beyond = 0.25;
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        QPainterPath path;
+        path.addRoundedRect(rect(), radius, radius);
+        painter.setClipPath(path);
+        const auto columnOf = [&](double position) {
+            const double fraction = (position + beyond) / (1 + 2 * beyond);
+            return (isRightToLeft() ? 1 - fraction : fraction) * width();
+        };
+        constexpr int steps = 300;
+        for (int step = 0; step < steps; ++step) {
+            const double position = (step + 0.5) / steps * (1 + 2 * beyond) - beyond;
+            const double half = 0.5 / steps * (1 + 2 * beyond);
+            const double from = columnOf(position - half);
+            const double to = columnOf(position + half);
+            painter.fillRect(QRectF(QPointF(std::min(from, to) - 0.5, 0),
+                                    QPointF(std::max(from, to) + 0.5, height())),
+                             interpolate(m_first, m_second, position).toQColor());
+        }
+        // Where the two colours themselves are.
+        for (const double end : { 0.0, 1.0 }) {
+            painter.setPen(QPen(textOn(interpolate(m_first, m_second, end)), 1, Qt::DotLine));
+            const double x = std::round(columnOf(end)) + 0.5;
+            painter.drawLine(QPointF(x, 0), QPointF(x, height()));
+        }
+        painter.setClipping(false);
+        painter.setPen(QPen(palette().color(QPalette::Base), 5));
+        const double x = std::round(columnOf(m_position)) + 0.5;
+        painter.drawLine(QPointF(x, 0), QPointF(x, height()));
+        painter.setPen(QPen(palette().color(QPalette::Text), 2));
+        painter.drawLine(QPointF(x, 0), QPointF(x, height()));
+    }
+
+private:
+    NS::Color m_first;
+    NS::Color m_second;
+    double m_position = 0.5;
+};
+
+// What darker and lighter are for: a button of a colour of the host's own in its three states.
+class ColoredButton : public QAbstractButton
+{
+public:
+    explicit ColoredButton(const QString &text)
+    {
+        setText(text);
+        setAttribute(Qt::WA_Hover);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    }
+
+    void setColor(const NS::Color &color)
+    {
+        m_color = color;
+        update();
+    }
+
+    QSize sizeHint() const override { return { 12 * Theme::unit, 5 * Theme::unit }; }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const NS::Color shown = isDown()       ? darker(m_color)
+                                : underMouse() ? lighter(m_color)
+                                               : m_color;
+        painter.setBrush(shown.toQColor());
+        painter.setPen(Qt::NoPen);
+        painter.drawRoundedRect(rect(), radius, radius);
+        if (hasFocus())
+            drawFocus(painter, rect(), palette());
+        painter.setPen(textOn(shown));
+        painter.setFont(Theme::font(Theme::strong));
+        painter.drawText(rect(), Qt::AlignCenter, text());
+    }
+
+private:
+    NS::Color m_color;
+};
+
+class ColorsPage : public Page
+{
+public:
+    explicit ColorsPage(QWidget *parent)
+        : Page(tr("Colours"),
+               tr("Nineteen named colours, and what can be computed from any of them. Click one to "
+                  "copy it."),
+               parent)
+        , m_first(new QComboBox)
+        , m_second(new QComboBox)
+        , m_strip(new Strip)
+        , m_position(new QSlider(Qt::Horizontal))
+        , m_middle(new QLabel)
+        , m_darker(new Swatch(tr("darker")))
+        , m_chosen(new Swatch(tr("as it is")))
+        , m_lighter(new Swatch(tr("lighter")))
+        , m_button(new ColoredButton(tr("Send invoice")))
+    {
+        content()->addLayout(makePalette(), 1);
+        auto *const row = new QHBoxLayout;
+        row->setSpacing(2 * Theme::unit);
+        row->addWidget(makeInterpolation(), 1);
+        row->addWidget(makeBrightness(), 1);
+        content()->addLayout(row);
+        choose("peterRiver");
+        m_second->setCurrentText(u"sunflower"_s);
+    }
+
+    void showExample() override
+    {
+        choose("emerald");
+        m_swatches.value(u"emerald"_s)->setFocus();
+    }
+
+private:
+    QGridLayout *makePalette()
+    {
+        constexpr int columns = 5;
+        auto *const grid = new QGridLayout;
+        grid->setSpacing(Theme::unit);
+        int index = 0;
+        for (const auto &[name, color] : Named::all()) {
+            const auto text = QString::fromLatin1(name);
+            auto *const swatch = new Swatch(text, color);
+            connect(swatch, &QAbstractButton::clicked, this, [this, name = name] { choose(name); });
+            m_swatches.insert(text, swatch);
+            grid->addWidget(swatch, index / columns, index % columns);
+            ++index;
+        }
+        return grid;
+    }
+
+    QFrame *makeInterpolation()
+    {
+        auto *const card = makeCard(tr("Between two colours"));
+        for (QComboBox *const box : { m_first, m_second }) {
+            for (const auto &[name, color] : Named::all()) {
+                QPixmap sample(16, 16);
+                sample.fill(color.toQColor());
+                box->addItem(sample, QString::fromLatin1(name), QVariant::fromValue(color));
+            }
+            connect(box, &QComboBox::currentIndexChanged, this, &ColorsPage::showColors);
+        }
+        m_first->setAccessibleName(tr("First colour"));
+        m_second->setAccessibleName(tr("Second colour"));
+        auto *const boxes = new QHBoxLayout;
+        boxes->addWidget(m_first, 1);
+        boxes->addWidget(new QLabel(tr("to")));
+        boxes->addWidget(m_second, 1);
+        m_position->setRange(-int(100 * Strip::beyond), 100 + int(100 * Strip::beyond));
+        m_position->setValue(50);
+        m_position->setAccessibleName(tr("Position"));
+        connect(m_position, &QSlider::valueChanged, this, &ColorsPage::showColors);
+        auto *const layout = static_cast<QBoxLayout *>(card->layout());
+        layout->addLayout(boxes);
+        layout->addStretch();
+        layout->addWidget(m_strip);
+        layout->addWidget(m_position);
+        layout->addWidget(m_middle);
+        return card;
+    }
+
+    QFrame *makeBrightness()
+    {
+        auto *const card = makeCard(tr("Darker and lighter"));
+        auto *const swatches = new QHBoxLayout;
+        swatches->setSpacing(Theme::unit);
+        for (Swatch *const swatch : { m_darker, m_chosen, m_lighter })
+            swatches->addWidget(swatch);
+        auto *const text = new QLabel(
+                tr("Four fifths and five quarters of the brightness, each the other's inverse. "
+                   "Point at the button and press it:"));
+        text->setWordWrap(true);
+        text->setForegroundRole(QPalette::PlaceholderText);
+        auto *const layout = static_cast<QBoxLayout *>(card->layout());
+        layout->addLayout(swatches, 1);
+        layout->addWidget(text);
+        layout->addWidget(m_button);
+        return card;
+    }
+
+    void choose(const char *name) { m_first->setCurrentText(QString::fromLatin1(name)); }
+
+    void showColors()
+    {
+        const auto first = m_first->currentData().value<NS::Color>();
+        const double position = m_position->value() / 100.0;
+        m_strip->setColors(first, m_second->currentData().value<NS::Color>());
+        m_strip->setPosition(position);
+        m_middle->setText(tr("Position %1: %2")
+                                  .arg(locale().toString(position, 'f', 2),
+                                       hexStringWithoutAlpha(onScreen(m_strip->color()))));
+        m_darker->setColor(darker(first));
+        m_chosen->setColor(first);
+        m_lighter->setColor(lighter(first));
+        m_button->setColor(first);
+    }
+
+    QHash<QString, Swatch *> m_swatches;
+    QComboBox *m_first;
+    QComboBox *m_second;
+    Strip *m_strip;
+    QSlider *m_position;
+    QLabel *m_middle;
+    Swatch *m_darker;
+    Swatch *m_chosen;
+    Swatch *m_lighter;
+    ColoredButton *m_button;
+};
+
+} // namespace
+
+Page *makeColorsPage(QWidget *parent)
+{
+    return new ColorsPage(parent);
+}

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "Command.h"
+
+#include <pellarvine/Shared/NSColor+Color.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+using namespace Pellarvine;
+
+namespace {
+
+// What a screen can show of a colour that was made lighter than white.
+NS::Color clamped(const NS::Color &color)
+{
+    const auto &[red, green, blue, alpha] = color.rgba();
+    return NS::Color(RGBA { std::clamp(red, 0.0, 1.0), std::clamp(green, 0.0, 1.0),
+                            std::clamp(blue, 0.0, 1.0), std::clamp(alpha, 0.0, 1.0) });
+}
+
+// Two cells of a terminal in the colour as it looks on that ground.
+QString cells(const NS::Color &color, const NS::Color &ground)
+{
+    const NS::Color opaque(RGBA { color.rgba().red, color.rgba().green, color.rgba().blue, 1 });
+    const QColor seen = interpolate(ground, opaque, color.rgba().alpha).toQColor();
+    return QString::asprintf("\x1b[48;2;%d;%d;%dm  \x1b[0m", seen.red(), seen.green(), seen.blue());
+}
+
+// On white and on black, which differ for a colour that lets the ground shine through.
+QString swatch(const NS::Color &color)
+{
+    return cells(color, NS::Color::white()) + cells(color, NS::Color::black()) + u' ';
+}
+
+QString line(const NS::Color &color, bool hasSwatches)
+{
+    const auto shown = [&](const NS::Color &other) {
+        return (hasSwatches ? swatch(other) : QString()) + hexStringWithoutAlpha(other);
+    };
+    const RGBA &rgba = color.rgba();
+    const HSBA hsba = color.hsba();
+    return shown(color) + u"  "_s + hexStringWithAlpha(color)
+           + QString::asprintf("  rgba %.3f %.3f %.3f %.3f", rgba.red, rgba.green, rgba.blue,
+                               rgba.alpha)
+           + QString::asprintf("  hsba %.3f %.3f %.3f %.3f", hsba.hue, hsba.saturation,
+                               hsba.brightness, hsba.alpha)
+           + u"  darker "_s + shown(clamped(darker(color))) + u"  lighter "_s
+           + shown(clamped(lighter(color)));
+}
+
+} // namespace
+
+void runColor(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+            u"Prints a line a colour: both hexadecimal forms, components from 0 to 1 as red, "
+            u"green,\n"
+            "blue and alpha and as hue, saturation, brightness and alpha, and the colour made\n"
+            "darker and lighter, cut to what a screen can show. On a terminal each has a swatch,\n"
+            "seen on white and on black."_s);
+    parser.addPositionalArgument(u"TEXT"_s,
+                                 u"RGB, RGBA, RRGGBB or RRGGBBAA in hexadecimal; \"#\" may lead."_s,
+                                 u"TEXT..."_s);
+    parse(parser, u"color"_s, arguments);
+    if (parser.positionalArguments().isEmpty())
+        throw CommandError(ExitStatus::badUsage, u"color: no TEXT given"_s);
+
+    const bool isTerminal = isatty(STDOUT_FILENO) == 1;
+    // A bad text does not keep the others from being printed.
+    std::optional<CommandError> failure;
+    for (const QString &text : parser.positionalArguments()) {
+        if (const auto color = colorWithHex(text)) {
+            std::printf("%s\n", qPrintable(line(*color, isTerminal)));
+            continue;
+        }
+        if (failure)
+            std::fprintf(stderr, "pellarvine: %s\n", failure->what());
+        failure.emplace(ExitStatus::badUsage, u"'%1' is no color: no hexadecimal RGB, RGBA, "
+                                              "RRGGBB or RRGGBBAA"_s.arg(text));
+    }
+    if (failure)
+        throw *failure;
+}
