@@ -44,8 +44,10 @@ private:
     void cut(qsizetype &location, qsizetype &length) const
     {
         qsizetype count = 0;
-        for (qsizetype i = 0; i < string.size(); ++i)
-            count += i >= location && i - location < length;
+        for (qsizetype i = 0; i < string.size(); ++i) {
+            const bool isBeforeEnd = location < 0 ? i < location + length : i - location < length;
+            count += length > 0 && i >= location && isBeforeEnd;
+        }
         location = std::clamp(location, qsizetype(0), qsizetype(string.size()));
         length = count;
     }
