@@ -90,8 +90,8 @@ protected:
         small.setPointSizeF(small.pointSizeF() * 0.9);
         painter.setFont(small);
         painter.setPen(palette().color(QPalette::PlaceholderText));
-        const int side = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
-        painter.drawText(inner, side | Qt::AlignBottom, text());
+        // Between marks that keep the delimiters in place in a right-to-left program as well.
+        painter.drawText(inner, Qt::AlignLeft | Qt::AlignBottom, u'\u2066' + text() + u'\u2069');
     }
 
 private:
@@ -104,9 +104,9 @@ class MarkupPage : public Page
 public:
     explicit MarkupPage(QWidget *parent)
         : Page(tr("Markup"),
-               tr("Type at the left and see the styled text at the right. The nine constructs "
-                  "below "
-                  "go around what is selected."),
+               tr("Type markup and see the styled text beside it. The nine constructs below go "
+                  "around "
+                  "what is selected."),
                parent)
         , m_editor(new QPlainTextEdit)
         , m_result(new QTextEdit)
