@@ -4,6 +4,7 @@
 #include <pellarvine/Platform/NSTextRange.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace NS {
 
@@ -11,14 +12,15 @@ void MutableAttributedString::replaceCharacters(qsizetype location, qsizetype le
                                                 const AttributedString &text)
 {
     const detail::TextRange range = detail::rangeInside(location, length, this->length());
-    const QList<Run> inserted = text.runs(); // `text` may be this very object
+    QList<Run> inserted = text.runs(); // `text` may be this very object
+    const qsizetype count = inserted.size();
     m_string.replace(range.location, range.length, QString(text.string()));
 
     const qsizetype first = splitRun(range.location);
     const qsizetype last = splitRun(range.end());
     QList<Run> runs = m_runs.first(first);
-    runs.reserve(first + inserted.size() + m_runs.size() - last);
-    runs.append(inserted);
+    runs.reserve(first + count + m_runs.size() - last);
+    runs.append(std::move(inserted));
     runs.append(m_runs.sliced(last));
     m_runs = std::move(runs);
     qsizetype place = range.location;
@@ -26,7 +28,7 @@ void MutableAttributedString::replaceCharacters(qsizetype location, qsizetype le
         run->location = place;
         place += run->length;
     }
-    mergeRuns(first, first + inserted.size());
+    mergeRuns(first, first + count);
 }
 
 void MutableAttributedString::replaceCharacters(qsizetype location, qsizetype length,
@@ -42,12 +44,13 @@ void MutableAttributedString::append(const AttributedString &text)
 {
     if (text.isEmpty())
         return;
-    const QList<Run> appended = text.runs();
+    QList<Run> appended = text.runs(); // `text` may be this very object
     const qsizetype shift = length();
     const qsizetype seam = m_runs.size();
     m_string.append(QString(text.string()));
-    for (const Run &run : appended)
-        m_runs.append({ run.location + shift, run.length, run.attributes });
+    for (Run &run : appended)
+        run.location += shift;
+    m_runs.append(std::move(appended));
     mergeRuns(seam, seam);
 }
 

@@ -82,7 +82,7 @@ qsizetype GraphemeClusterCounter::count(QStringView text)
     qsizetype previous = 0;
     for (qsizetype place = 0; place < size;) {
         const qsizetype start = place;
-        UChar32 character;
+        UChar32 character = 0;
         U16_NEXT(units, place, size, character);
         if (standsAlone(character)) {
             const bool endsCrLf = character == u'\n' && start > 0 && units[start - 1] == u'\r';

@@ -44,9 +44,9 @@ private:
     void cut(qsizetype &location, qsizetype &length) const
     {
         qsizetype count = 0;
-        for (qsizetype i = 0; i < string.size(); ++i) {
+        for (qsizetype i = 0; length > 0 && i < string.size(); ++i) {
             const bool isBeforeEnd = location < 0 ? i < location + length : i - location < length;
-            count += length > 0 && i >= location && isBeforeEnd;
+            count += i >= location && isBeforeEnd;
         }
         location = std::clamp(location, qsizetype(0), qsizetype(string.size()));
         length = count;
