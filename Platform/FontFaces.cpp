@@ -24,6 +24,65 @@ using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
 using ObjectSet = std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)>;
 using FontSet = std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)>;
 
+// Answers to questions about names, since programs ask about few of them many times. Forgotten
+// when fonts come or go.
+template <typename Value>
+class Answers
+{
+public:
+    explicit Answers(Value (*lookUp)(const QString &))
+        : m_lookUp(lookUp)
+    { }
+
+    Value answer(const QString &name)
+    {
+        QMutexLocker locker(&m_mutex);
+        followApplication();
+        if (const Value *const known = m_cache.object(name))
+            return *known;
+        // Not under the lock: Qt may find out meanwhile that its fonts have changed.
+        const int generation = m_generation;
+        locker.unlock();
+        Value value = m_lookUp(name);
+        locker.relock();
+        if (generation == m_generation)
+            m_cache.insert(name, new Value(value));
+        return value;
+    }
+
+private:
+    // A process may make one application object after another.
+    void followApplication()
+    {
+        QGuiApplication *const application = qGuiApp;
+        if (!application || m_application == application)
+            return;
+        m_application = application;
+        forget();
+        QObject::connect(
+                application, &QGuiApplication::fontDatabaseChanged, application,
+                [&answers = *this] { answers.fontsChanged(); }, Qt::DirectConnection);
+    }
+
+    void fontsChanged()
+    {
+        const QMutexLocker locker(&m_mutex);
+        forget();
+    }
+
+    void forget()
+    {
+        m_cache.clear();
+        ++m_generation;
+    }
+
+    Value (*m_lookUp)(const QString &);
+    QMutex m_mutex;
+    QPointer<QObject> m_application;
+    QCache<QString, Value> m_cache { 256 };
+    int m_generation = 0;
+};
+
 // What fontconfig says of the faces whose `object` has this value. It compares without case.
 FontSet listed(const char *object, const QString &value)
 {
@@ -69,7 +128,7 @@ QString withoutFoundry(const QString &family)
 
 // Qt's faces, which are those that it can show, with what fontconfig alone knows of them. Fonts
 // that a program adds from memory are unknown to fontconfig.
-QList<FontFace> facesOfFamily(const QString &family)
+QList<FontFace> lookUpFaces(const QString &family)
 {
     const QString name = withoutFoundry(family);
     const FontSet known = listed(FC_FAMILY, name);
@@ -90,6 +149,12 @@ QList<FontFace> facesOfFamily(const QString &family)
     return all;
 }
 
+QList<FontFace> facesOfFamily(const QString &family)
+{
+    static Answers<QList<FontFace>> answers(&lookUpFaces);
+    return answers.answer(family);
+}
+
 // The face as Qt knows it; nothing if Qt has left it out.
 std::optional<QFont> fontOf(FcPattern *pattern)
 {
@@ -103,7 +168,7 @@ std::optional<QFont> fontOf(FcPattern *pattern)
     return std::nullopt;
 }
 
-std::optional<QFont> lookUp(const QString &name)
+std::optional<QFont> lookUpFont(const QString &name)
 {
     for (const char *const object : { FC_POSTSCRIPT_NAME, FC_FULLNAME }) {
         const FontSet found = listed(object, name);
@@ -122,56 +187,6 @@ std::optional<QFont> lookUp(const QString &name)
         return std::nullopt;
     return QFont(QStringList { name });
 }
-
-// Answers by name, since texts name few fonts many times. Forgotten when fonts come or go.
-class Answers
-{
-public:
-    std::optional<QFont> answer(const QString &name)
-    {
-        QMutexLocker locker(&m_mutex);
-        followApplication();
-        if (const auto *const known = m_cache.object(name))
-            return *known;
-        // Not under the lock: Qt may find out meanwhile that its fonts have changed.
-        const int generation = m_generation;
-        locker.unlock();
-        auto font = lookUp(name);
-        locker.relock();
-        if (generation == m_generation)
-            m_cache.insert(name, new std::optional<QFont>(font));
-        return font;
-    }
-
-private:
-    // A process may make one application object after another.
-    void followApplication()
-    {
-        QGuiApplication *const application = qGuiApp;
-        if (!application || m_application == application)
-            return;
-        m_application = application;
-        forget();
-        QObject::connect(
-                application, &QGuiApplication::fontDatabaseChanged, application,
-                [this] {
-                    const QMutexLocker locker(&m_mutex);
-                    forget();
-                },
-                Qt::DirectConnection);
-    }
-
-    void forget()
-    {
-        m_cache.clear();
-        ++m_generation;
-    }
-
-    QMutex m_mutex;
-    QPointer<QObject> m_application;
-    QCache<QString, std::optional<QFont>> m_cache { 256 };
-    int m_generation = 0;
-};
 
 } // namespace
 
@@ -216,7 +231,7 @@ std::optional<QFont> fontNamed(const QString &name)
     // fontconfig would stop reading at a zero.
     if (name.isEmpty() || name.contains(QChar(0)))
         return std::nullopt;
-    static Answers answers;
+    static Answers<std::optional<QFont>> answers(&lookUpFont);
     return answers.answer(name);
 }
 

@@ -70,14 +70,6 @@ const Name names[] = {
     { "Inter,DejaVu Sans", "none" },
     { "Int*", "none" },
     { "Inter:bold", "none" },
-    // Names that are taken for granted.
-    { "Menlo-Regular", "DejaVu Sans Mono/Book" },
-    { "Menlo", "DejaVu Sans Mono/Book" },
-    { "Menlo-BoldItalic", "DejaVu Sans Mono/Bold Oblique" },
-    { "SFMono-Bold", "DejaVu Sans Mono/Bold" },
-    { "monospace", "DejaVu Sans Mono/Book" },
-    { "Menlo-Sideways", "none" },
-    { "Menlo-", "DejaVu Sans Mono/Book" },
     { "-Regular", "none" },
 };
 
@@ -89,6 +81,21 @@ TEST_P(Names, find_their_face_or_nothing)
 }
 
 INSTANTIATE_TEST_SUITE_P(NSFont, Names, ::testing::ValuesIn(names));
+
+TEST(NSFont, names_that_are_taken_for_granted_stand_for_the_systems_fonts)
+{
+    const QFont regular = monospacedSystemFont(20);
+    const QFont bold = FontManager::convertToHaveTrait(regular, FontTraitMask::bold);
+    const QFont both = FontManager::convertToHaveTrait(bold, FontTraitMask::italic);
+    for (const QString &name :
+         { u"Menlo-Regular"_s, u"menlo"_s, u"SFMono-Regular"_s, u"SF Mono"_s, u"monospace"_s })
+        EXPECT_EQ(fontWithName(name, 20), regular) << qPrintable(name);
+    EXPECT_EQ(fontWithName(u"Menlo-Bold"_s, 20), bold);
+    EXPECT_EQ(fontWithName(u"Menlo-BoldItalic"_s, 20), both);
+    EXPECT_EQ(fontWithName(u"HelveticaNeue-Bold"_s, 20), boldSystemFont(20));
+    EXPECT_EQ(fontWithName(u"Times-Roman"_s, 20)->pointSizeF(), 20);
+    EXPECT_EQ(fontWithName(u"Menlo-Sideways"_s, 20), std::nullopt);
+}
 
 TEST(NSFont, odd_texts_are_no_names)
 {
@@ -103,6 +110,9 @@ TEST(NSFont, a_font_looked_up_by_face_is_not_held_to_that_face)
     EXPECT_EQ(font.weight(), QFont::DemiBold);
     font.setWeight(QFont::Light);
     EXPECT_EQ(face(font), "Inter/Light");
+    font = fontWithName(u"DejaVuSansCondensed"_s, 12).value();
+    font.setWeight(QFont::Bold);
+    EXPECT_EQ(face(font), "DejaVu Sans/Condensed Bold");
 }
 
 TEST(NSFont, a_size_that_is_none_stands_for_the_systems)
@@ -179,9 +189,10 @@ TEST(NSFontManager, the_face_that_is_shown_counts_and_not_the_one_asked_for)
     // A name that stands for a family, and a list that begins with a missing one.
     for (const QStringList &families :
          { QStringList { u"monospace"_s }, QStringList { u"Nobody"_s, u"DejaVu Sans Mono"_s } }) {
-        const QFont monospaced(families);
-        const QFont bold = FontManager::convertToHaveTrait(monospaced, FontTraitMask::bold);
-        EXPECT_EQ(face(bold), "DejaVu Sans Mono/Bold");
+        const QFont regular(families);
+        const QFont bold = FontManager::convertToHaveTrait(regular, FontTraitMask::bold);
+        EXPECT_EQ(FontManager::weight(bold), QFont::Bold);
+        EXPECT_EQ(QFontInfo(bold).family(), QFontInfo(regular).family());
         EXPECT_EQ(bold.families(), families);
     }
 }

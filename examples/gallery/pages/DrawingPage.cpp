@@ -158,13 +158,13 @@ protected:
         constexpr double step = 0.02;
         switch (event->key()) {
         case Qt::Key_Left:
-            return move({ -step, 0 });
+            return moveControl({ -step, 0 });
         case Qt::Key_Right:
-            return move({ step, 0 });
+            return moveControl({ step, 0 });
         case Qt::Key_Up:
-            return move({ 0, step });
+            return moveControl({ 0, step });
         case Qt::Key_Down:
-            return move({ 0, -step });
+            return moveControl({ 0, -step });
         default:
             QWidget::keyPressEvent(event);
         }
@@ -185,10 +185,10 @@ private:
         const QPointF point = event->position();
         m_control = { (point.x() - area().left()) / area().width(),
                       (area().bottom() - point.y()) / area().height() };
-        move({});
+        moveControl({});
     }
 
-    void move(const QPointF &distance)
+    void moveControl(const QPointF &distance)
     {
         m_control += distance;
         m_control = { std::clamp(m_control.x(), 0.0, 1.0), std::clamp(m_control.y(), 0.0, 1.0) };

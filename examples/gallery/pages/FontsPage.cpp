@@ -114,7 +114,7 @@ public:
 
     void showExample() override
     {
-        show(heavier(heavier(italicVariant(NS::fontWithName(u"Inter"_s, firstSize).value()))));
+        showFont(heavier(heavier(italicVariant(NS::fontWithName(u"Inter"_s, firstSize).value()))));
     }
 
 private:
@@ -128,13 +128,12 @@ private:
     {
         auto *const card = makeCard(tr("Weights of the family"));
         for (const QString &family : QFontDatabase::families()) {
-            if (!QFontDatabase::isPrivateFamily(family)
-                && FontManager::weights(QFont(family)).size() > 1)
+            if (!QFontDatabase::isPrivateFamily(family) && QFontDatabase::styles(family).size() > 1)
                 m_family->addItem(family);
         }
         m_family->setAccessibleName(tr("Family"));
         connect(m_family, &QComboBox::currentTextChanged, this,
-                [this](const QString &family) { show(withSize(QFont(family), firstSize)); });
+                [this](const QString &family) { showFont(withSize(QFont(family), firstSize)); });
         card->layout()->addWidget(m_family);
         card->layout()->addWidget(m_ladder);
         return card;
@@ -151,7 +150,7 @@ private:
         const auto add = [&](const QString &text, QFont (*convert)(const QFont &)) {
             auto *const button = new QPushButton(text);
             connect(button, &QPushButton::clicked, this,
-                    [this, convert] { show(convert(m_shown)); });
+                    [this, convert] { showFont(convert(m_shown)); });
             const int index = int(m_steps.size());
             buttons->addWidget(button, index % 2, index / 2);
             m_steps.append({ button, convert });
@@ -184,7 +183,7 @@ private:
         return card;
     }
 
-    void show(const QFont &font)
+    void showFont(const QFont &font)
     {
         m_shown = font;
         m_sample->setFont(font);
