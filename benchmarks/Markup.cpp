@@ -161,6 +161,10 @@ int main(int argc, char **argv)
     // No more of it: QTextDocument takes seconds for a megabyte.
     add("parse/10KiB", parse, ordinaryText(10 * kib));
     add("markdown/10KiB", parseMarkdown, ordinaryText(10 * kib, &Construct::markdown));
+    QString fonts;
+    for (int i = 0; fonts.size() < 100 * kib; ++i)
+        fonts += u"{font:%1|b}"_s.arg(i);
+    add("parse/100KiB of unknown fonts", parse, fonts);
     for (const auto &[name, unit] : hostiles) {
         const std::string full = std::string("parse/100KiB of ") + name;
         add(full, parse, repeated(unit, 100 * kib));
