@@ -22,7 +22,7 @@ void AttributedStringRewriter::keep(qsizetype end)
 
 void AttributedStringRewriter::keep(qsizetype end, const Attributes &added)
 {
-    move<true>(end, [&](const Attributes &attributes, bool) {
+    move<true>(end, [&](const Attributes &attributes, bool) -> const Attributes & {
         return m_merger.merged(attributes, added);
     });
 }
@@ -49,11 +49,12 @@ void AttributedStringRewriter::move(qsizetype end, Restyle restyle)
             makeRoom();
         AttributedString::Run &run = m_runs[m_readRuns];
         const qsizetype length = std::min(run.end(), end) - m_read;
-        Attributes attributes = restyle(run.attributes, run.end() <= end);
+        auto &&attributes = restyle(run.attributes, run.end() <= end);
         if (mayEqualLast && m_runs[m_writtenRuns - 1].attributes == attributes)
             m_runs[m_writtenRuns - 1].length += length;
         else
-            m_runs[m_writtenRuns++] = { m_written, length, std::move(attributes) };
+            m_runs[m_writtenRuns++] = { m_written, length,
+                                        std::forward<decltype(attributes)>(attributes) };
         m_read += length;
         m_written += length;
         mayEqualLast = isRestyled;
