@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QMutex>
 #include <QPointer>
+#include <QSet>
 #include <fontconfig/fontconfig.h>
 
 #include <algorithm>
@@ -168,6 +169,26 @@ std::optional<QFont> fontOf(FcPattern *pattern)
     return std::nullopt;
 }
 
+// Every name that a font can have, case folded. To ask fontconfig takes long for a name that it
+// does not know, and a text may name any number of those.
+QSet<QString> lookUpNames(const QString &)
+{
+    QSet<QString> names;
+    const Pattern any(FcPatternCreate(), &FcPatternDestroy);
+    const ObjectSet objects(FcObjectSetBuild(FC_POSTSCRIPT_NAME, FC_FULLNAME, nullptr),
+                            &FcObjectSetDestroy);
+    const FontSet all(FcFontList(nullptr, any.get(), objects.get()), &FcFontSetDestroy);
+    for (FcPattern *const face : patterns(all)) {
+        for (const QString &name : texts(face, FC_POSTSCRIPT_NAME) + texts(face, FC_FULLNAME))
+            names.insert(name.toCaseFolded());
+    }
+    for (const QString &family : QFontDatabase::families()) {
+        names.insert(family.toCaseFolded());
+        names.insert(withoutFoundry(family).toCaseFolded());
+    }
+    return names;
+}
+
 std::optional<QFont> lookUpFont(const QString &name)
 {
     for (const char *const object : { FC_POSTSCRIPT_NAME, FC_FULLNAME }) {
@@ -230,6 +251,9 @@ std::optional<QFont> fontNamed(const QString &name)
 {
     // fontconfig would stop reading at a zero.
     if (name.isEmpty() || name.contains(QChar(0)))
+        return std::nullopt;
+    static Answers<QSet<QString>> names(&lookUpNames);
+    if (!names.answer(QString()).contains(name.toCaseFolded()))
         return std::nullopt;
     static Answers<std::optional<QFont>> answers(&lookUpFont);
     return answers.answer(name);

@@ -9,6 +9,7 @@ Page *makeColorsPage(QWidget *parent);
 Page *makeContainerPage(QWidget *parent);
 Page *makeDrawingPage(QWidget *parent);
 Page *makeFontsPage(QWidget *parent);
+Page *makeMarkupPage(QWidget *parent);
 
 namespace {
 
@@ -25,6 +26,7 @@ QList<PageEntry> pages()
         { u"container"_s, tr("Container"), tr("Data"), &makeContainerPage },
         { u"colours"_s, tr("Colours"), tr("Colour and text"), &makeColorsPage },
         { u"fonts"_s, tr("Fonts"), tr("Colour and text"), &makeFontsPage },
+        { u"markup"_s, tr("Markup"), tr("Colour and text"), &makeMarkupPage },
         { u"drawing"_s, tr("Drawing"), tr("Colour and text"), &makeDrawingPage },
     };
 }

@@ -21,8 +21,9 @@ expect() {
     done
 }
 
-expect 'pellarvine ' seal open digest color --help --version
+expect 'pellarvine ' seal open digest color markup --help --version
 expect 'pellarvine se' seal
 expect 'pellarvine seal --p' --passphrase-file --passphrase-fd
 expect 'pellarvine open --f' --force
+expect 'pellarvine markup --' --lines --html --ansi
 expect 'pellarvine digest --algorithm ' md5 sha512

@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -15,8 +16,18 @@ const QList<Command> &commands()
         { "open", "decrypt a sealed file", &runOpen },
         { "digest", "print checksums of files", &runDigest },
         { "color", "show colors given in hexadecimal", &runColor },
+        { "markup", "turn markup into styled text", &runMarkup, true },
     };
     return all;
+}
+
+const Command *commandNamed(const QString &name)
+{
+    const auto &all = commands();
+    const auto command = std::find_if(all.begin(), all.end(), [&](const Command &candidate) {
+        return name == QLatin1String(candidate.name);
+    });
+    return command == all.end() ? nullptr : &*command;
 }
 
 void parse(QCommandLineParser &parser, const QString &name, const QStringList &arguments)

@@ -5,11 +5,12 @@
 #include <pellarvine/Platform/Version.h>
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string_view>
 
 using namespace Qt::StringLiterals;
@@ -42,11 +43,8 @@ int run(const QStringList &arguments)
         printHelp(stderr);
         return int(ExitStatus::badUsage);
     }
-    const auto &all = commands();
-    const auto command = std::find_if(all.begin(), all.end(), [&](const Command &candidate) {
-        return name == QLatin1String(candidate.name);
-    });
-    if (command == all.end()) {
+    const Command *const command = commandNamed(name);
+    if (!command) {
         throw CommandError(ExitStatus::badUsage,
                            u"no command '%1'; see pellarvine --help"_s.arg(name));
     }
@@ -54,11 +52,22 @@ int run(const QStringList &arguments)
     return int(ExitStatus::success);
 }
 
+// The tool shows no window, and so needs no display for its fonts.
+std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
+{
+    const Command *const command =
+            argc > 1 ? commandNamed(QString::fromLocal8Bit(argv[1])) : nullptr;
+    if (!command || !command->needsFonts)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
-    const QCoreApplication application(argc, argv);
+    const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
     QCoreApplication::setApplicationName(u"pellarvine"_s);
     try {
         const int status = run(QCoreApplication::arguments());

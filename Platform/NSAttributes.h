@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QSharedData>
+#include <QString>
+#include <QVarLengthArray>
+#include <QVariant>
+
+#include <initializer_list>
+#include <utility>
+
+namespace NS {
+
+// The keys that the toolkit's own code reads, with the types of their values. A text may carry
+// others: they travel with it and are not drawn.
+
+/// `QFont`.
+PELLARVINE_EXPORT extern const QString FontAttributeName;
+/// `NS::Color`, `QColor`, or whatever else converts to `QColor`.
+PELLARVINE_EXPORT extern const QString ForegroundColorAttributeName;
+/// As the foreground colour.
+PELLARVINE_EXPORT extern const QString BackgroundColorAttributeName;
+/// `NS::ParagraphStyle`. The style of a paragraph's first character is the paragraph's.
+PELLARVINE_EXPORT extern const QString ParagraphStyleAttributeName;
+/// `int`: 0 none, 1 a single line. All other numbers are drawn as a single line too.
+PELLARVINE_EXPORT extern const QString UnderlineStyleAttributeName;
+/// As the underline style.
+PELLARVINE_EXPORT extern const QString StrikethroughStyleAttributeName;
+/// `double`: what is added behind each character, in device-independent pixels.
+PELLARVINE_EXPORT extern const QString KernAttributeName;
+
+/// A set of attributes, each a key with a value: what one run of an attributed string carries.
+/// Implicitly shared, so that a copy costs a reference count.
+///
+///     NS::Attributes title { { NS::FontAttributeName, font }, { NS::KernAttributeName, 1.5 } };
+///     title.insert(NS::UnderlineStyleAttributeName, 1);
+///     for (const auto &[key, value] : title)
+///         qDebug() << key << value;
+class PELLARVINE_EXPORT Attributes
+{
+public:
+    using Attribute = std::pair<QString, QVariant>;
+
+    Attributes() = default;
+    /// Of two attributes with the same key the later one counts.
+    Attributes(std::initializer_list<Attribute> attributes);
+
+    bool isEmpty() const { return size() == 0; }
+    qsizetype size() const { return d ? d->list.size() : 0; }
+    bool contains(const QString &key) const;
+    /// An invalid `QVariant` if the key is absent.
+    QVariant value(const QString &key) const;
+
+    /// Sets an attribute in place of the one that has its key.
+    void insert(const QString &key, const QVariant &value);
+    /// Inserts all of `others`.
+    void insert(const Attributes &others);
+    /// Does nothing if the key is absent.
+    void remove(const QString &key);
+
+    /// In the order of the keys.
+    const Attribute *begin() const { return d ? d->list.cbegin() : nullptr; }
+    const Attribute *end() const { return d ? d->list.cend() : nullptr; }
+
+    /// Whether both are the same copy; if so, they are equal.
+    bool isSharedWith(const Attributes &other) const { return d == other.d; }
+
+    /// Same keys with equal values. A value that does not equal itself (a NaN) makes a set unequal
+    /// to all but its own copies.
+    friend bool operator==(const Attributes &one, const Attributes &other)
+    {
+        return one.isSharedWith(other) || one.hasEqualValues(other);
+    }
+
+private:
+    struct Data : QSharedData
+    {
+        QVarLengthArray<Attribute, 4> list; // sorted by key, no key twice
+    };
+
+    bool hasEqualValues(const Attributes &other) const;
+
+    QExplicitlySharedDataPointer<Data> d; // null if empty
+};
+
+} // namespace NS
+
+Q_DECLARE_TYPEINFO(NS::Attributes, Q_RELOCATABLE_TYPE);

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/NSAttributedString.h>
+#include <pellarvine/Platform/NSColor.h>
+#include <pellarvine/Platform/NSParagraphStyle.h>
+
+#include <QFont>
+#include <QList>
+#include <QString>
+
+#include <memory>
+
+namespace Pellarvine {
+
+class Parser;
+
+/// Turns a text with inline markup into styled text. docs/markup.md has the grammar.
+///
+///     Pellarvine::MarkupParser parser(label.font());
+///     parser.setColor(NS::Color(label.palette().color(QPalette::Text)));
+///     const NS::AttributedString text = parser.parse(u"Saved **12** files in `~/notes`"_s);
+///     layout.setText(text.string());
+///     layout.setFormats(NS::layoutFormats(text));
+///
+/// There is no escape character. To show a text that is not yours as it is, append it to a
+/// `NS::MutableAttributedString` instead of putting it into the markup.
+///
+/// A parser serves any number of texts; its settings count from the next `parse`. Needs a
+/// `QGuiApplication`, for the fonts. One thread at a time.
+class PELLARVINE_EXPORT MarkupParser
+{
+public:
+    /// The system's fonts at its size, black, the default paragraph style, the nine rules.
+    MarkupParser();
+    /// The same with fonts after `baseFont`: bold is one step heavier, italic its italic variant,
+    /// monospace the default one at its size.
+    explicit MarkupParser(const QFont &baseFont);
+    /// The same with these fonts, exactly as they are.
+    MarkupParser(const QFont &font, const QFont &boldFont, const QFont &italicFont,
+                 const QFont &monospaceFont);
+    MarkupParser(MarkupParser &&) noexcept;
+    MarkupParser &operator=(MarkupParser &&) noexcept;
+    ~MarkupParser();
+
+    /// What the whole text is set in before the rules run.
+    const QFont &font() const;
+    void setFont(const QFont &font);
+    const NS::Color &color() const;
+    void setColor(const NS::Color &color);
+    const NS::ParagraphStyle &paragraphStyle() const;
+    void setParagraphStyle(const NS::ParagraphStyle &paragraphStyle);
+
+    /// What `**`, `//` and the backquote set. They take each other's place: the rule that runs
+    /// last, the backquote's, wins.
+    const QFont &boldFont() const;
+    void setBoldFont(const QFont &font);
+    const QFont &italicFont() const;
+    void setItalicFont(const QFont &font);
+    const QFont &monospaceFont() const;
+    void setMonospaceFont(const QFont &font);
+
+    /// The grammar: the rules in the order in which they run. None may be null.
+    const QList<std::shared_ptr<const Parser>> &parsers() const;
+    void setParsers(const QList<std::shared_ptr<const Parser>> &parsers);
+
+    /// Takes any text, in time linear in its length. Markup that is not complete stays as typed,
+    /// and an argument that cannot be read has a fallback: black, no kerning, the base font.
+    NS::AttributedString parse(const QString &string) const;
+
+    /// What is left of a text without its markup, for search and for screen readers.
+    QString stripped(const QString &string) const;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace Pellarvine

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/NSAttributedStringRewriter.h>
+#include <pellarvine/Shared/DelimiterPattern.h>
+#include <pellarvine/Shared/GraphemeClusters.h>
+#include <pellarvine/Shared/Parser.h>
+#include <pellarvine/Shared/RegularExpression.h>
+
+namespace Pellarvine {
+
+using detail::PatternMatch;
+
+namespace {
+
+/// Asks a rule for the attributes of one match after another, but not twice in a row for the same
+/// captures. Keeps the memory of the captured texts from match to match.
+class AttributeProvider
+{
+public:
+    AttributeProvider(const Parser &rule, const MarkupParser &parser)
+        : m_rule(rule)
+        , m_parser(parser)
+    { }
+
+    const NS::Attributes &attributes(QStringView source, const PatternMatch &match)
+    {
+        bool isNew = m_captures.isEmpty();
+        m_captures.resize(qsizetype(match.size()) - 1);
+        for (qsizetype i = 0; i < m_captures.size(); ++i) {
+            const auto [location, length] = match[i + 1];
+            const QStringView text = location < 0 ? QStringView() : source.sliced(location, length);
+            if (m_captures.at(i) == text)
+                continue;
+            m_captures[i].resize(0);
+            m_captures[i].append(text);
+            isNew = true;
+        }
+        if (isNew)
+            m_attributes = m_rule.provideAttributes(m_captures, m_parser);
+        return m_attributes;
+    }
+
+private:
+    const Parser &m_rule;
+    const MarkupParser &m_parser;
+    QStringList m_captures;
+    NS::Attributes m_attributes;
+};
+
+// Goes through the matches that `findNext` gives. It is handed the text, of which only what lies
+// behind the last match is still whole. If the matches may reach back over that, `snapshot` is a
+// copy.
+template <typename FindNext>
+void rewrite(NS::MutableAttributedString &text, const QString *snapshot, const Parser &rule,
+             const MarkupParser &parser, FindNext findNext)
+{
+    PatternMatch match;
+    if (!findNext(text.string(), match))
+        return;
+    const qsizetype principalGroup = qsizetype(rule.principalCaptureGroup()) + 1;
+    if (principalGroup < 1 || principalGroup >= qsizetype(match.size()))
+        fatalError("No such capture group in " + rule.regex().toStdString());
+    AttributeProvider provider(rule, parser);
+    NS::detail::AttributedStringRewriter rewriter(text);
+    const QStringView source = snapshot ? QStringView(*snapshot) : rewriter.source();
+    do {
+        const auto whole = match[0];
+        const auto principal = match[principalGroup];
+        if (principal.location < whole.location || principal.end() > whole.end())
+            continue;
+        const NS::Attributes &attributes = provider.attributes(source, match);
+        rewriter.keep(whole.location);
+        rewriter.drop(principal.location);
+        rewriter.keep(principal.end(), attributes);
+        rewriter.drop(whole.end());
+    } while (findNext(source, match));
+    rewriter.finish();
+}
+
+} // namespace
+
+Parser::~Parser() = default;
+
+void Parser::process(NS::MutableAttributedString &attributedString,
+                     const MarkupParser &parser) const
+{
+    detail::GraphemeClusterCounter counter;
+    process(attributedString, parser, counter);
+}
+
+void Parser::process(NS::MutableAttributedString &attributedString, const MarkupParser &parser,
+                     detail::GraphemeClusterCounter &counter) const
+{
+    const QString pattern = regex();
+    const qsizetype length = counter.count(attributedString.string());
+    if (const auto delimiters = detail::DelimiterPattern::recognized(pattern)) {
+        qsizetype from = 0;
+        rewrite(attributedString, nullptr, *this, parser,
+                [&](QStringView source, PatternMatch &match) {
+                    const bool isFound = delimiters->find(source.first(length), from, match);
+                    from = isFound ? match[0].end() : length;
+                    return isFound;
+                });
+    } else {
+        const QString snapshot = attributedString.string();
+        detail::RegularExpression expression(pattern, snapshot, length);
+        rewrite(attributedString, &snapshot, *this, parser,
+                [&](QStringView, PatternMatch &match) { return expression.findNext(match); });
+    }
+}
+
+} // namespace Pellarvine

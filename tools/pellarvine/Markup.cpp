@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: MIT
+#include "Command.h"
+
+#include <pellarvine/Platform/NSAttributedString+Text.h>
+#include <pellarvine/Platform/NSFontManager.h>
+#include <pellarvine/Shared/MarkupParser.h>
+#include <pellarvine/Shared/NSColor+Color.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStringDecoder>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Run = NS::AttributedString::Run;
+
+// Bytes that are no UTF-8 become U+FFFD. A byte order mark is a character like any other, so that
+// a line's output does not depend on where it stands.
+QString readText(const QString &path)
+{
+    const bool isStandardInput = path == "-"_L1;
+    const auto fail = [&](const QString &cause) {
+        throw CommandError(ExitStatus::systemError,
+                           (isStandardInput ? u"standard input"_s : path) + u": "_s + cause);
+    };
+    QFile file(path);
+    if (!isStandardInput && QFileInfo(path).isDir())
+        fail(u"Is a directory"_s);
+    if (!(isStandardInput ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly)))
+        fail(file.errorString());
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        fail(file.errorString());
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(bytes);
+}
+
+QJsonObject fontObject(const QFont &font)
+{
+    return {
+        { u"family"_s, font.family() },
+        { u"pointSize"_s, NS::FontManager::pointSize(font) },
+        { u"weight"_s, int(font.weight()) },
+        { u"italic"_s, font.style() != QFont::StyleNormal },
+    };
+}
+
+QJsonObject attributesObject(const NS::Attributes &attributes)
+{
+    QJsonObject object;
+    for (const auto &[key, value] : attributes) {
+        if (key == NS::FontAttributeName)
+            object[u"font"_s] = fontObject(value.value<QFont>());
+        else if (key == NS::ForegroundColorAttributeName)
+            object[u"foregroundColor"_s] = Pellarvine::hexStringWithAlpha(value.value<NS::Color>());
+        else if (key == NS::BackgroundColorAttributeName)
+            object[u"backgroundColor"_s] = Pellarvine::hexStringWithAlpha(value.value<NS::Color>());
+        else if (key == NS::UnderlineStyleAttributeName)
+            object[u"underlineStyle"_s] = value.toInt();
+        else if (key == NS::StrikethroughStyleAttributeName)
+            object[u"strikethroughStyle"_s] = value.toInt();
+        else if (key == NS::KernAttributeName)
+            object[u"kern"_s] = value.toDouble(); // null if it is not finite
+    }
+    return object;
+}
+
+QByteArray json(const NS::AttributedString &text)
+{
+    // Runs that differ in nothing that is shown here are one.
+    QList<std::pair<Run, QJsonObject>> runs;
+    for (const Run &run : text.runs()) {
+        const QJsonObject object = attributesObject(run.attributes);
+        if (!runs.isEmpty() && runs.constLast().second == object)
+            runs.last().first.length += run.length;
+        else
+            runs.append({ run, object });
+    }
+    QJsonArray array;
+    for (auto &[run, object] : runs) {
+        object[u"location"_s] = run.location;
+        object[u"length"_s] = run.length;
+        array.append(object);
+    }
+    // A QJsonObject would put the runs first.
+    const auto compact = [](const QJsonArray &values) {
+        return QJsonDocument(values).toJson(QJsonDocument::Compact);
+    };
+    const QByteArray string = compact({ text.string() });
+    return "{\"string\":" + string.sliced(1, string.size() - 2) + ",\"runs\":" + compact(array)
+           + '}';
+}
+
+QByteArray htmlElement(const NS::AttributedString &text)
+{
+    return "<div style=\"white-space:pre-wrap\">" + NS::html(text).toUtf8() + "</div>";
+}
+
+// Control characters in the text do not reach the terminal, where they could do anything: they are
+// shown as the replacement character.
+QByteArray printable(QStringView text)
+{
+    QString result = text.toString().remove(u'\r');
+    for (QChar &unit : result) {
+        const bool isLayout = unit == u'\n' || unit == u'\t';
+        if (unit.category() == QChar::Other_Control && !isLayout)
+            unit = QChar::ReplacementCharacter;
+    }
+    return result.toUtf8();
+}
+
+QByteArray colorCode(const char *ground, const QVariant &color)
+{
+    const QColor seen = color.value<NS::Color>().toQColor();
+    return QByteArray(ground) + ";2;" + QByteArray::number(seen.red()) + ';'
+           + QByteArray::number(seen.green()) + ';' + QByteArray::number(seen.blue());
+}
+
+// The base colour is the terminal's own: black would not be seen on all of them.
+QByteArray ansi(const NS::AttributedString &text, const Pellarvine::MarkupParser &parser)
+{
+    QByteArray result;
+    for (const Run &run : text.runs()) {
+        const NS::Attributes &attributes = run.attributes;
+        const QFont font = attributes.value(NS::FontAttributeName).value<QFont>();
+        const QVariant foreground = attributes.value(NS::ForegroundColorAttributeName);
+        const QVariant background = attributes.value(NS::BackgroundColorAttributeName);
+        QByteArrayList codes;
+        if (font.weight() > parser.font().weight())
+            codes.append("1");
+        if (font.italic())
+            codes.append("3");
+        if (attributes.value(NS::UnderlineStyleAttributeName).toInt() != 0)
+            codes.append("4");
+        if (attributes.value(NS::StrikethroughStyleAttributeName).toInt() != 0)
+            codes.append("9");
+        if (foreground.value<NS::Color>() != parser.color())
+            codes.append(colorCode("38", foreground));
+        if (background.isValid())
+            codes.append(colorCode("48", background));
+        const QByteArray content =
+                printable(QStringView(text.string()).sliced(run.location, run.length));
+        if (codes.isEmpty())
+            result += content;
+        else
+            result += "\x1b[" + codes.join(';') + 'm' + content + "\x1b[0m";
+    }
+    return result;
+}
+
+} // namespace
+
+void runMarkup(const QStringList &arguments)
+{
+    QCommandLineParser options;
+    options.setApplicationDescription(
+            u"Turns inline markup into styled text and prints it as JSON: the text without its\n"
+            "markup, and runs of attributes in UTF-16 units. Reads UTF-8; without FILE, or with "
+            "-,\n"
+            "standard input."_s);
+    const QCommandLineOption lines(u"lines"_s,
+                                   u"Take each line by itself, and print a line for each."_s);
+    const QCommandLineOption asHtml(u"html"_s, u"Print HTML."_s);
+    const QCommandLineOption asAnsi(u"ansi"_s, u"Print the styles a terminal can show."_s);
+    options.addOptions({ lines, asHtml, asAnsi });
+    options.addPositionalArgument(u"FILE"_s, u"The markup."_s, u"[FILE]"_s);
+    parse(options, u"markup"_s, arguments);
+    if (options.positionalArguments().size() > 1)
+        throw CommandError(ExitStatus::badUsage, u"markup: more than one FILE"_s);
+    if (options.isSet(asHtml) && options.isSet(asAnsi))
+        throw CommandError(ExitStatus::badUsage, u"markup: --html and --ansi exclude each other"_s);
+
+    const QString text = readText(options.positionalArguments().value(0, u"-"_s));
+    const Pellarvine::MarkupParser parser;
+    const auto print = [&](const QString &markup) {
+        const NS::AttributedString styled = parser.parse(markup);
+        const QByteArray line = options.isSet(asHtml)   ? htmlElement(styled)
+                                : options.isSet(asAnsi) ? ansi(styled, parser)
+                                                        : json(styled);
+        std::fwrite(line.constData(), 1, std::size_t(line.size()), stdout);
+        if (!line.endsWith('\n'))
+            std::fputc('\n', stdout);
+    };
+    if (!options.isSet(lines)) {
+        print(text);
+        return;
+    }
+    // The last line may lack its end.
+    QStringView rest(text);
+    while (!rest.isEmpty()) {
+        const qsizetype end = rest.indexOf(u'\n');
+        print((end < 0 ? rest : rest.first(end)).toString());
+        rest = end < 0 ? QStringView() : rest.sliced(end + 1);
+    }
+}
