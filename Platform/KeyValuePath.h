@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+// Not API: a key path from an object, walked once and kept up to date.
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+#include <pellarvine/Platform/KeyValueAccess.h>
+#include <pellarvine/Platform/KeyValueObserving.h>
+#include <pellarvine/Platform/KeyValueSubscription.h>
+#include <pellarvine/Platform/ObjectReference.h>
+#include <pellarvine/Platform/PlainProperty.h>
+
+#include <memory>
+
+namespace NS::detail {
+
+/// A path is a chain of links, one to each object on the way; the last is its leaf. A link holds
+/// the access to the first of its keys; further keys lead into a gadget or a map and are looked up
+/// in each value. The objects are watched, so that no link dangles.
+class PELLARVINE_INTERNAL_EXPORT WatchedPath : private Listener
+{
+public:
+    enum Purpose : quint8 {
+        observing, ///< changed() is called for every change
+        targeting, ///< only kept up to date, to be read and written
+    };
+
+    /// Walks the path; throws what that can throw.
+    WatchedPath(ObjectReference root, QString keyPath, Purpose purpose);
+    virtual ~WatchedPath();
+
+    /// Null once it is destroyed.
+    QObject *root() const { return m_root.get(); }
+    const QString &keyPath() const { return m_keyPath; }
+
+    /// No value for null, and where the path ends early.
+    QVariant value();
+
+    /// As setValueForKeyPath().
+    void setValue(const QVariant &value);
+
+    /// Makes it an observing path; throws if the path does not tell when it changes.
+    void observe();
+
+    /// Without an object if the value cannot be reached in place. Ask again after any function of
+    /// the program has run: it may have changed the path.
+    PlainProperty plain() const
+    {
+        if (!m_access.isPlain)
+            return {};
+        return { m_walk ? leafObject() : root(), m_access.type, m_access.index };
+    }
+    /// The same; without an object if it is read-only.
+    PlainProperty plainTarget() const { return m_access.isWritable ? plain() : PlainProperty(); }
+
+protected:
+    virtual void changed() { }
+
+private:
+    struct Link;
+    struct Walk;
+
+    void fired(const Slot *slot) override;
+    QObject *leafObject() const;
+    bool leafHasTail() const;
+    void build(QObject *object, int firstKey);
+    bool rebuild(const Slot *slot);
+    void cut(std::size_t index);
+
+    ObjectReference m_root;
+    QString m_keyPath;
+    std::unique_ptr<Walk> m_walk; // null for a path of one key
+    // The leaf's. Programs may have bindings by the thousand: so small that, with what follows, a
+    // registration is 104 bytes.
+    Subscription m_changes;
+    [[no_unique_address]] Access m_access;
+    Purpose m_purpose;
+};
+
+/// What addObserver() makes; its observer owns it.
+class PELLARVINE_INTERNAL_EXPORT Registration final : public WatchedPath
+{
+public:
+    /// Throws what walking the path throws, and what the observer throws in the initial call; then
+    /// nothing is registered.
+    static Registration *add(ObjectReference object, KeyValueObserver *observer,
+                             const QString &keyPath, KeyValueObservingOptions options);
+
+    /// A path to write to, told nothing until observe().
+    static Registration *addTarget(ObjectReference object, KeyValueObserver *observer,
+                                   const QString &keyPath);
+
+    /// The registration that its observer made before; null for the first.
+    Registration *next() const { return m_next; }
+
+    bool carriesNewValue() const { return m_carriesNewValue; }
+
+private:
+    friend class NS::KeyValueObserver;
+    friend void NS::removeObserver(QObject *, KeyValueObserver *, const QString &);
+
+    Registration(ObjectReference object, KeyValueObserver *observer, const QString &keyPath,
+                 Purpose purpose, bool carriesNewValue);
+    void changed() override;
+
+    bool m_carriesNewValue;
+    KeyValueObserver *m_observer;
+    Registration *m_next;
+};
+
+} // namespace NS::detail
