@@ -112,9 +112,11 @@ std::optional<QVariant> converted(const QVariant &value, QMetaType type)
 // What the exception says about a value that does not fit.
 QString description(const QVariant &value, QMetaType type)
 {
-    const QString text = value.toString();
+    QString text = value.toString();
+    if (value.typeId() == QMetaType::QString)
+        text = u"\"%1\""_s.arg(text);
     return u"%1%2 is no %3"_s.arg(QString::fromUtf8(value.typeName()),
-                                  text.isEmpty() ? QString() : u" "_s + text,
+                                  text.isEmpty() ? text : u" "_s + text,
                                   QString::fromUtf8(type.name()));
 }
 
@@ -297,7 +299,8 @@ void setValue(QObject *object, const Keys &keys, qsizetype first, const QVariant
 
 bool isNumber(QMetaType type)
 {
-    return isInteger(type) || isFloating(type) || type.id() == QMetaType::Bool;
+    return isInteger(type) || isFloating(type) || type.id() == QMetaType::Bool
+           || type.flags() & QMetaType::IsEnumeration;
 }
 
 std::optional<QObject *> object(const QVariant &value)

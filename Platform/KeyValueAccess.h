@@ -55,7 +55,7 @@ QVariant valueInside(const QVariant &container, const QString &key, const KeyPat
 void setValue(QObject *object, const Keys &keys, qsizetype first, const QVariant &value,
               const KeyPath &path);
 
-/// Any arithmetic type, bool too.
+/// Any arithmetic type, bool and enumerations too.
 bool isNumber(QMetaType type);
 
 /// The object that `value` holds, by a pointer or a shared one: null for a null pointer, nothing if

@@ -47,6 +47,8 @@ std::optional<Number> number(const QVariant &value)
     case QMetaType::Double:
         return Number { Number::floating, 0, 0, value.toDouble() };
     default:
+        if (value.metaType().flags() & QMetaType::IsEnumeration)
+            return Number { Number::signedInteger, value.toLongLong() };
         return std::nullopt;
     }
 }

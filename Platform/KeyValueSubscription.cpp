@@ -14,6 +14,8 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace NS::detail {
 
@@ -126,12 +128,29 @@ struct SourceSlot : Slot
 
 struct BindableSlot : SourceSlot
 {
-    BindableSlot(Listener *receiver, QUntypedBindable bindable)
+    BindableSlot(Listener *receiver, QUntypedBindable observed)
         : SourceSlot(receiver)
-        , notifier(bindable.addNotifier([this] { fire(this); }))
-    { }
+        , bindable(std::move(observed))
+    {
+        observe();
+    }
 
-    QPropertyNotifier notifier;
+    void observe()
+    {
+        notifier = std::make_unique<QPropertyNotifier>(bindable.addNotifier([this] { changed(); }));
+    }
+
+    // Qt tells a notifier nothing of the changes that are made while it runs: another one takes its
+    // place for that time and after.
+    void changed()
+    {
+        const std::unique_ptr<QPropertyNotifier> running = std::move(notifier);
+        observe();
+        fire(this); // may delete this object
+    }
+
+    QUntypedBindable bindable;
+    std::unique_ptr<QPropertyNotifier> notifier;
 };
 
 class DynamicPropertyFilter : public QObject
