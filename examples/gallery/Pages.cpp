@@ -5,6 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
+Page *makeBindingsPage(QWidget *parent);
 Page *makeContainerPage(QWidget *parent);
 
 namespace {
@@ -20,5 +21,6 @@ QList<PageEntry> pages()
 {
     return {
         { u"container"_s, tr("Container"), tr("Data"), &makeContainerPage },
+        { u"bindings"_s, tr("Bindings"), tr("Data"), &makeBindingsPage },
     };
 }
