@@ -17,14 +17,20 @@ KeyValueObserver::~KeyValueObserver()
         delete std::exchange(m_registrations, m_registrations->m_next);
 }
 
+void KeyValueObserver::remove(detail::Registration *registration)
+{
+    detail::Registration **link = &m_registrations;
+    while (*link != registration)
+        link = &(*link)->m_next;
+    *link = registration->m_next;
+    delete registration;
+}
+
 void KeyValueObserver::pathChanged(detail::Registration &path)
 {
-    KeyValueChange change;
-    if (path.carriesNewValue()) {
-        change.newValue = path.value();
-        if (!change.newValue.isValid())
-            change.newValue = nullObject();
-    }
+    KeyValueChange change { path.value() };
+    if (!change.newValue.isValid())
+        change.newValue = nullObject();
     // A copy, since the registration may end in the call.
     const QString keyPath = path.keyPath();
     observeValue(keyPath, path.root(), &change);
@@ -38,14 +44,14 @@ void addObserver(QObject *object, KeyValueObserver *observer, const QString &key
 
 void removeObserver(QObject *object, KeyValueObserver *observer, const QString &keyPath)
 {
-    detail::Registration **link = &observer->m_registrations;
-    while (*link && ((*link)->root() != object || (*link)->keyPath() != keyPath))
-        link = &(*link)->m_next;
-    if (!object || !*link)
+    detail::Registration *registration = observer->m_registrations;
+    while (registration && (registration->root() != object || registration->keyPath() != keyPath))
+        registration = registration->next();
+    if (!object || !registration)
         throw KeyValueException(KeyValueException::undefinedKey,
                                 object ? object->metaObject()->className() : "nullptr", keyPath,
                                 keyPath, u"no such observer is registered"_s);
-    delete std::exchange(*link, (*link)->m_next);
+    observer->remove(registration);
 }
 
 } // namespace NS

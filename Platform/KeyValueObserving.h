@@ -4,7 +4,6 @@
 #include <pellarvine/Platform/Global.h>
 #include <pellarvine/Platform/KeyValueException.h>
 
-#include <QFlags>
 #include <QString>
 #include <QVariant>
 
@@ -16,18 +15,15 @@ namespace detail {
 class Registration;
 }
 
-enum class KeyValueObservingOption {
+enum class KeyValueObservingOptions {
     newValue = 1, ///< changes carry the new value
-    initial = 4, ///< the observer is also told once while it is being registered
+    newValueAndInitial = 1 | 4, ///< and the observer is told once while it is being registered
 };
-Q_DECLARE_FLAGS(KeyValueObservingOptions, KeyValueObservingOption)
-Q_DECLARE_OPERATORS_FOR_FLAGS(KeyValueObservingOptions)
 
 /// What an observer is told of a change.
 struct KeyValueChange
 {
-    /// The null object where the property has become null, or an object on the way to it has. Not
-    /// valid if the observer did not ask for new values.
+    /// The null object where the property has become null, or an object on the way to it has.
     QVariant newValue;
 };
 
@@ -39,7 +35,7 @@ struct KeyValueChange
 ///         void observeValue(const QString &keyPath, QObject *, const NS::KeyValueChange *change)
 ///                 override { qInfo() << keyPath << change->newValue; }
 ///     };
-///     NS::addObserver(window, &logger, u"document.title"_s, NS::KeyValueObservingOption::newValue);
+///     NS::addObserver(window, &logger, u"document.title"_s, NS::KeyValueObservingOptions::newValue);
 ///
 /// It may be destroyed within observeValue(); all its registrations end with it. An exception that
 /// observeValue() lets out goes to the caller of addObserver() if it comes from the initial call.
@@ -63,6 +59,8 @@ protected:
 private:
     friend class detail::Registration;
     friend PELLARVINE_EXPORT void removeObserver(QObject *, KeyValueObserver *, const QString &);
+
+    void remove(detail::Registration *registration);
 
     detail::Registration *m_registrations = nullptr; // the latest first
 };

@@ -28,6 +28,7 @@ struct WatchedPath::Walk
     std::vector<Subscription> destructions; // of the objects of all links
     // An object on the way does not tell when it changes, so that every use walks the path anew.
     bool isVolatile = false;
+    bool isObserving = false;
 
     // Where a link's keys lead.
     struct Next
@@ -58,17 +59,17 @@ struct WatchedPath::Walk
 WatchedPath::WatchedPath(ObjectReference root, QString keyPath, Purpose purpose)
     : m_root(std::move(root))
     , m_keyPath(std::move(keyPath))
-    , m_purpose(purpose)
 {
     QObject *const object = m_root.get();
     if (object && m_keyPath.contains(u'.')) {
         m_walk = std::make_unique<Walk>();
+        m_walk->isObserving = purpose == observing;
         m_walk->keys = keys(m_keyPath);
         build(object, 0);
         return;
     }
     m_access = findProperty(object, m_keyPath, m_keyPath);
-    if (m_purpose == observing)
+    if (purpose == observing)
         observe();
 }
 
@@ -76,11 +77,11 @@ WatchedPath::~WatchedPath() = default;
 
 void WatchedPath::observe()
 {
-    m_purpose = observing;
     QObject *const object = root();
     if (!object)
         return;
     if (m_walk) {
+        m_walk->isObserving = true;
         cut(0);
         m_walk->isVolatile = false;
         build(object, 0);
@@ -140,11 +141,11 @@ void WatchedPath::build(QObject *object, int firstKey)
         const bool isLastKey = firstKey + 1 == m_walk->keys.size();
         Subscription changes;
         // What leads on is watched for either purpose; what is only written to need not speak up.
-        if (m_purpose == observing || !isLastKey) {
+        if (m_walk->isObserving || !isLastKey) {
             try {
                 changes = Subscription::toChanges(object, access, key, m_keyPath, this);
             } catch (const KeyValueException &) {
-                if (m_purpose == observing)
+                if (m_walk->isObserving)
                     throw;
                 m_walk->isVolatile = true;
             }
@@ -193,7 +194,7 @@ void WatchedPath::fired(const Slot *slot)
     } catch (const KeyValueException &error) {
         Pellarvine::printWarning(std::string("Warning: ") + error.what());
     }
-    if (isChanged && m_purpose == observing && (hadLeaf || m_walk->leaf))
+    if (isChanged && m_walk->isObserving && (hadLeaf || m_walk->leaf))
         changed();
 }
 
@@ -237,10 +238,11 @@ bool WatchedPath::rebuild(const Slot *slot)
     return true;
 }
 
+static_assert(sizeof(Registration) <= 104);
+
 Registration::Registration(ObjectReference object, KeyValueObserver *observer,
-                           const QString &keyPath, Purpose purpose, bool carriesNewValue)
+                           const QString &keyPath, Purpose purpose)
     : WatchedPath(std::move(object), keyPath, purpose)
-    , m_carriesNewValue(carriesNewValue)
     , m_observer(observer)
     , m_next(observer->m_registrations)
 {
@@ -250,15 +252,12 @@ Registration::Registration(ObjectReference object, KeyValueObserver *observer,
 Registration *Registration::add(ObjectReference object, KeyValueObserver *observer,
                                 const QString &keyPath, KeyValueObservingOptions options)
 {
-    auto *const registration =
-            new Registration(std::move(object), observer, keyPath, observing,
-                             options.testFlag(KeyValueObservingOption::newValue));
-    if (options.testFlag(KeyValueObservingOption::initial)) {
+    auto *const registration = new Registration(std::move(object), observer, keyPath, observing);
+    if (options == KeyValueObservingOptions::newValueAndInitial) {
         try {
             observer->pathChanged(*registration);
         } catch (...) {
-            observer->m_registrations = registration->m_next;
-            delete registration;
+            observer->remove(registration);
             throw;
         }
     }
@@ -268,7 +267,7 @@ Registration *Registration::add(ObjectReference object, KeyValueObserver *observ
 Registration *Registration::addTarget(ObjectReference object, KeyValueObserver *observer,
                                       const QString &keyPath)
 {
-    return new Registration(std::move(object), observer, keyPath, targeting, true);
+    return new Registration(std::move(object), observer, keyPath, targeting);
 }
 
 void Registration::changed()

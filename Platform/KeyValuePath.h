@@ -19,7 +19,7 @@ namespace NS::detail {
 class PELLARVINE_INTERNAL_EXPORT WatchedPath : private Listener
 {
 public:
-    enum Purpose : quint8 {
+    enum Purpose {
         observing, ///< changed() is called for every change
         targeting, ///< only kept up to date, to be read and written
     };
@@ -69,14 +69,12 @@ private:
     ObjectReference m_root;
     QString m_keyPath;
     std::unique_ptr<Walk> m_walk; // null for a path of one key
-    // The leaf's. Programs may have bindings by the thousand: so small that, with what follows, a
-    // registration is 104 bytes.
+    // The leaf's.
+    Access m_access;
     Subscription m_changes;
-    [[no_unique_address]] Access m_access;
-    Purpose m_purpose;
 };
 
-/// What addObserver() makes; its observer owns it.
+/// What addObserver() makes; its observer owns it. Programs may have thousands: it is 104 bytes.
 class PELLARVINE_INTERNAL_EXPORT Registration final : public WatchedPath
 {
 public:
@@ -92,17 +90,13 @@ public:
     /// The registration that its observer made before; null for the first.
     Registration *next() const { return m_next; }
 
-    bool carriesNewValue() const { return m_carriesNewValue; }
-
 private:
     friend class NS::KeyValueObserver;
-    friend void NS::removeObserver(QObject *, KeyValueObserver *, const QString &);
 
     Registration(ObjectReference object, KeyValueObserver *observer, const QString &keyPath,
-                 Purpose purpose, bool carriesNewValue);
+                 Purpose purpose);
     void changed() override;
 
-    bool m_carriesNewValue;
     KeyValueObserver *m_observer;
     Registration *m_next;
 };

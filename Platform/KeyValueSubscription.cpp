@@ -128,9 +128,9 @@ struct SourceSlot : Slot
 
 struct BindableSlot : SourceSlot
 {
-    BindableSlot(Listener *receiver, QUntypedBindable observed)
+    BindableSlot(Listener *receiver, const QUntypedBindable &observed)
         : SourceSlot(receiver)
-        , bindable(std::move(observed))
+        , bindable(observed)
     {
         observe();
     }

@@ -5,6 +5,9 @@
 #include <QMetaType>
 #include <QObject>
 
+#include <cmath>
+#include <type_traits>
+
 namespace NS::detail {
 
 /// A property that can be read into storage of its type, and written from there, without a
@@ -39,7 +42,7 @@ template <typename T>
 bool isSame(const T &first, const T &second)
 {
     if constexpr (std::is_floating_point_v<T>)
-        return first == second || (first != first && second != second);
+        return first == second || (std::isnan(first) && std::isnan(second));
     else
         return first == second;
 }

@@ -302,7 +302,6 @@ BindingBase::BindingBase(NS::ObjectReference object, const QString &with, NS::Ob
         fatalError("Error: the objects of the binding of \"" + with.toStdString() + "\" and \""
                    + toWith.toStdString() + "\" live in two threads");
 #endif
-    using NS::KeyValueObservingOption;
     auto owned = std::make_unique<BindingPrivate>();
     d = owned.get();
     d->transformers = std::move(transformers);
@@ -311,9 +310,9 @@ BindingBase::BindingBase(NS::ObjectReference object, const QString &with, NS::Ob
     if (d->hasOneKeyPath && to.get())
         d->isEqualMethod = NS::detail::isEqualMethod(to.get());
     Registration *const secondPath = Registration::addTarget(std::move(to), this, toWith);
-    d->firstPath =
-            Registration::add(std::move(object), this, with, KeyValueObservingOption::newValue);
-    pathChanged(*d->firstPath);
+    d->firstPath = Registration::add(std::move(object), this, with,
+                                     NS::KeyValueObservingOptions::newValue);
+    BindingBase::pathChanged(*d->firstPath);
     if (twoWayBinding)
         secondPath->observe();
     static_cast<void>(owned.release());

@@ -42,9 +42,9 @@ Observer::Observer(NS::ObjectReference object, const QString &keyPath, bool fire
     auto owned = std::make_unique<Private>();
     owned->callback = std::move(callback);
     d = owned.get();
-    NS::KeyValueObservingOptions options = NS::KeyValueObservingOption::newValue;
-    options.setFlag(NS::KeyValueObservingOption::initial, fireInitial);
-    NS::detail::Registration::add(std::move(object), this, keyPath, options);
+    NS::detail::Registration::add(std::move(object), this, keyPath,
+                                  fireInitial ? NS::KeyValueObservingOptions::newValueAndInitial
+                                              : NS::KeyValueObservingOptions::newValue);
     static_cast<void>(owned.release());
 }
 

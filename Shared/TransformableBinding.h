@@ -100,7 +100,8 @@ private:
 /// It works as `Binding` does, with two differences. No value is carried on without asking the
 /// transformer, and so is a value that is no `A` (going back, no `B`); the property at the other
 /// end then takes it or prints a warning. And the objects cannot be replaced. Where both properties
-/// are declared with exactly these types, values pass without being boxed, at half the cost.
+/// are declared with exactly these types, values pass without being boxed, at a
+/// fraction of the cost.
 ///
 /// A number of another type is an `A` if it has the same value as one, and an object if it is of
 /// that class.
