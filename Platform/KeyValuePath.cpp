@@ -181,12 +181,10 @@ void WatchedPath::cut(std::size_t index)
     m_changes = {};
 }
 
-void WatchedPath::fired(const Slot *slot)
+bool WatchedPath::update(const Slot *slot)
 {
-    if (!m_walk || (slot == m_changes.slot() && !leafHasTail())) {
-        changed();
-        return;
-    }
+    if (slot == m_changes.slot() && !leafHasTail())
+        return true;
     const bool hadLeaf = m_walk->leaf;
     bool isChanged = true;
     try {
@@ -194,8 +192,7 @@ void WatchedPath::fired(const Slot *slot)
     } catch (const KeyValueException &error) {
         Pellarvine::printWarning(std::string("Warning: ") + error.what());
     }
-    if (isChanged && m_walk->isObserving && (hadLeaf || m_walk->leaf))
-        changed();
+    return isChanged && m_walk->isObserving && (hadLeaf || m_walk->leaf);
 }
 
 // Makes the path up to date after an event on the way. False if there is nothing to tell.
@@ -270,9 +267,10 @@ Registration *Registration::addTarget(ObjectReference object, KeyValueObserver *
     return new Registration(std::move(object), observer, keyPath, targeting);
 }
 
-void Registration::changed()
+void Registration::fired(const Slot *slot)
 {
-    m_observer->pathChanged(*this);
+    if (isTold(slot))
+        m_observer->pathChanged(*this);
 }
 
 } // namespace NS::detail

@@ -16,11 +16,11 @@ namespace NS::detail {
 /// A path is a chain of links, one to each object on the way; the last is its leaf. A link holds
 /// the access to the first of its keys; further keys lead into a gadget or a map and are looked up
 /// in each value. The objects are watched, so that no link dangles.
-class PELLARVINE_INTERNAL_EXPORT WatchedPath : private Listener
+class PELLARVINE_INTERNAL_EXPORT WatchedPath : protected Listener
 {
 public:
     enum Purpose {
-        observing, ///< changed() is called for every change
+        observing, ///< isTold() is asked at every change
         targeting, ///< only kept up to date, to be read and written
     };
 
@@ -52,14 +52,25 @@ public:
     /// The same; without an object if it is read-only.
     PlainProperty plainTarget() const { return m_access.isWritable ? plain() : PlainProperty(); }
 
+    /// Whether plainTarget() would still be `property`.
+    bool stillEndsAt(const PlainProperty &property) const
+    {
+        return (m_walk ? leafObject() : root()) == property.object && m_access.isWritable
+               && m_access.index == property.index && m_access.type == property.type;
+    }
+
 protected:
-    virtual void changed() { }
+    void fired(const Slot *slot) override { isTold(slot); }
+
+    /// Whether what has fired is a change of the value. Makes the path up to date if it is not the
+    /// value alone that has changed.
+    bool isTold(const Slot *slot) { return Q_LIKELY(!m_walk) || update(slot); }
 
 private:
     struct Link;
     struct Walk;
 
-    void fired(const Slot *slot) override;
+    bool update(const Slot *slot);
     QObject *leafObject() const;
     bool leafHasTail() const;
     void build(QObject *object, int firstKey);
@@ -95,7 +106,7 @@ private:
 
     Registration(ObjectReference object, KeyValueObserver *observer, const QString &keyPath,
                  Purpose purpose);
-    void changed() override;
+    void fired(const Slot *slot) override;
 
     KeyValueObserver *m_observer;
     Registration *m_next;

@@ -38,7 +38,7 @@ struct Slot
 
 namespace {
 
-void fire(const Slot *slot) noexcept
+inline void fire(const Slot *slot) noexcept
 {
     try {
         slot->listener->fired(slot);
@@ -56,6 +56,9 @@ class Relay : public QObject
 public:
     static constexpr int slotCount = 256;
     static constexpr int firstMethod = 64; // past those of QObject itself
+
+    // A relay is no thread's own: it is called on all of them.
+    Relay() { moveToThread(nullptr); }
 
     std::array<Slot, slotCount> slots;
 

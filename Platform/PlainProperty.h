@@ -26,14 +26,22 @@ struct PlainProperty
     {
         int status = -1;
         void *arguments[] = { value, nullptr, &status };
-        QMetaObject::metacall(object, QMetaObject::ReadProperty, index, arguments);
+        call(QMetaObject::ReadProperty, arguments);
     }
     void write(void *value) const
     {
         int status = -1;
         int flags = 0;
         void *arguments[] = { value, nullptr, &status, &flags };
-        QMetaObject::metacall(object, QMetaObject::WriteProperty, index, arguments);
+        call(QMetaObject::WriteProperty, arguments);
+    }
+
+    void call(QMetaObject::Call what, void **arguments) const
+    {
+        // A property of a C++ class is answered here, by a negative number; one that was added to
+        // this object at run time takes the longer way.
+        if (Q_UNLIKELY(object->qt_metacall(what, index, arguments) >= 0))
+            QMetaObject::metacall(object, what, index, arguments);
     }
 };
 

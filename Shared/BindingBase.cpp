@@ -51,7 +51,17 @@ void pass(const PlainProperty &source, const PlainProperty &target)
         target.write(&value);
 }
 
-// The same for properties of one type that is known at run time only. The first lines are for speed.
+Q_NEVER_INLINE void passOfAnyType(const PlainProperty &source, const PlainProperty &target)
+{
+    PlainValue value(source.type);
+    PlainValue current(source.type);
+    source.read(value.data());
+    target.read(current.data());
+    if (!source.type.equals(current.data(), value.data()))
+        target.write(value.data());
+}
+
+// The same for properties of one type that is known at run time only, the usual ones first.
 void pass(const PlainProperty &source, const PlainProperty &target)
 {
     if (source.type == QMetaType::fromType<int>())
@@ -68,12 +78,7 @@ void pass(const PlainProperty &source, const PlainProperty &target)
     default:
         break;
     }
-    PlainValue value(source.type);
-    PlainValue current(source.type);
-    source.read(value.data());
-    target.read(current.data());
-    if (!source.type.equals(current.data(), value.data()))
-        target.write(value.data());
+    passOfAnyType(source, target);
 }
 
 std::string name(const WatchedPath &path)
@@ -105,6 +110,8 @@ struct BindingPrivate
     int isEqualMethod = -1; // of the second object, if both key paths are the same
     qint8 depth = 0; // of passes within passes
     bool isTwoWay = false;
+    bool transformsForward = false;
+    bool transformsReverse = false;
     bool hasOneKeyPath = false;
     bool isStopped = false;
     bool isGone = false; // the binding is destroyed, but a pass still runs
@@ -125,7 +132,12 @@ struct BindingPrivate
     WatchedPath *target(Direction direction)
     {
         const int side = direction == Direction::forward ? 1 : 0;
-        if (!replacements || !replacements->objects[side])
+        return Q_LIKELY(!replacements) ? path(side) : replacedPath(side);
+    }
+
+    Q_NEVER_INLINE WatchedPath *replacedPath(int side)
+    {
+        if (!replacements->objects[side])
             return path(side);
         auto &other = replacements->paths[side];
         if (!other && object(side))
@@ -134,7 +146,7 @@ struct BindingPrivate
         return other.get();
     }
 
-    std::optional<Direction> direction(QObject *object, const QString &path) const
+    Q_NEVER_INLINE std::optional<Direction> direction(QObject *object, const QString &path) const
     {
         if (!object || path.isNull())
             return std::nullopt;
@@ -145,32 +157,38 @@ struct BindingPrivate
         return std::nullopt;
     }
 
-    // The same for a change of one of the registered paths, where it can be told by less.
-    std::optional<Direction> direction(const Registration *path) const
+    // The same for a change of one of the registered paths, where that takes more than a glance.
+    Q_NEVER_INLINE std::optional<Direction> directionInDoubt(const Registration *path) const
     {
         if (replacements)
             return direction(path->root(), path->keyPath());
-        if (path == firstPath)
-            return Direction::forward;
-        const bool isFirst = hasOneKeyPath
-                             && NS::detail::isEqual(path->root(), firstPath->root(), isEqualMethod);
+        const bool isFirst = path == firstPath
+                             || NS::detail::isEqual(path->root(), firstPath->root(), isEqualMethod);
         return isFirst ? Direction::forward : Direction::reverse;
     }
 
+    // Whether another pass may start.
     bool mayPass()
     {
-        if (depth < BindingBase::deepestExchange)
-            return true;
-        isStopped = true;
+        if (Q_LIKELY(depth < BindingBase::deepestExchange))
+            return !isStopped;
+        stop();
+        return false;
+    }
+
+    // The functions that are kept out of line are what a change does not need as a rule.
+    Q_NEVER_INLINE void stop()
+    {
+        if (std::exchange(isStopped, true))
+            return;
         printWarning("Warning: the binding of " + name(*path(0)) + " and " + name(*path(1))
                      + " does not settle; stopped after "
                      + std::to_string(BindingBase::deepestExchange) + " exchanges");
-        return false;
     }
 
     bool transforms(Direction direction) const
     {
-        return transformers && transformers->transforms(direction);
+        return direction == Direction::forward ? transformsForward : transformsReverse;
     }
 
     void replace(int side, NS::ObjectReference object)
@@ -196,6 +214,11 @@ struct BindingPrivate
             return false;
         pass(passage.source, passage.target);
         return true;
+    }
+
+    Q_NEVER_INLINE void passBoxed(Direction direction, Registration &source)
+    {
+        passBoxed(direction, source.value());
     }
 
     void passBoxed(Direction direction, QVariant value)
@@ -274,10 +297,12 @@ QVariant downcast(const QVariant &value, QMetaType type)
     return {};
 }
 
-NS::detail::PlainProperty Passage::currentTarget() const
+bool Passage::hasItsTarget() const
 {
-    const WatchedPath *const path = binding->isGone ? nullptr : binding->target(direction);
-    return path ? path->plainTarget() : NS::detail::PlainProperty();
+    if (binding->isGone)
+        return false;
+    const WatchedPath *const path = binding->target(direction);
+    return path && path->stillEndsAt(target);
 }
 
 void Passage::write(const QVariant &value) const
@@ -305,6 +330,10 @@ BindingBase::BindingBase(NS::ObjectReference object, const QString &with, NS::Ob
     auto owned = std::make_unique<BindingPrivate>();
     d = owned.get();
     d->transformers = std::move(transformers);
+    if (d->transformers) {
+        d->transformsForward = d->transformers->transforms(Direction::forward);
+        d->transformsReverse = d->transformers->transforms(Direction::reverse);
+    }
     d->isTwoWay = twoWayBinding;
     d->hasOneKeyPath = with == toWith;
     if (d->hasOneKeyPath && to.get())
@@ -367,14 +396,18 @@ const Transformers *BindingBase::transformers() const
 
 void BindingBase::pathChanged(Registration &path)
 {
-    if (d->isStopped || !d->mayPass())
-        return;
-    const auto direction = d->direction(&path);
-    if (!direction)
+    Direction direction = &path == d->firstPath ? Direction::forward : Direction::reverse;
+    if (Q_UNLIKELY(d->replacements || d->hasOneKeyPath)) {
+        const auto found = d->directionInDoubt(&path);
+        if (!found)
+            return;
+        direction = *found;
+    }
+    if (!d->mayPass())
         return;
     const Pass pass(d);
-    if (!d->passPlain(path, *direction))
-        d->passBoxed(*direction, path.value());
+    if (!d->passPlain(path, direction))
+        d->passBoxed(direction, path);
 }
 
 void BindingBase::observeValue(const QString &keyPath, QObject *object,
@@ -385,7 +418,7 @@ void BindingBase::observeValue(const QString &keyPath, QObject *object,
         return;
     if (!change)
         fatalError("Error: a binding was notified without a change");
-    if (d->isStopped || !d->mayPass())
+    if (!d->mayPass())
         return;
     const Pass pass(d);
     d->passBoxed(*direction, change->newValue);

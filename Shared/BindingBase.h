@@ -35,9 +35,8 @@ struct PELLARVINE_EXPORT Passage
     NS::detail::PlainProperty source;
     NS::detail::PlainProperty target;
 
-    /// The target as it is after a function of the program has run: without an object if it cannot
-    /// be written in place any more.
-    NS::detail::PlainProperty currentTarget() const;
+    /// Whether `target` is still what it was. To be asked after a function of the program has run.
+    bool hasItsTarget() const;
 
     /// Writes a boxed value if the target differs; nothing if the binding is gone.
     void write(const QVariant &value) const;

@@ -62,21 +62,20 @@ private:
     static bool pass(const std::function<To(From)> &transformer, const Passage &passage)
     {
         if constexpr (PlainValue<From> && PlainValue<To>) {
-            const QMetaType to = QMetaType::fromType<To>();
-            if (!passage.source.isA(QMetaType::fromType<From>()) || !passage.target.isA(to))
+            if (!passage.source.isA(QMetaType::fromType<From>())
+                || !passage.target.isA(QMetaType::fromType<To>()))
                 return false;
             From value {};
             passage.source.read(&value);
             To result = transformer(std::move(value));
-            const NS::detail::PlainProperty target = passage.currentTarget();
-            if (!target.isA(to)) {
+            if (!passage.hasItsTarget()) {
                 passage.write(QVariant::fromValue(std::move(result)));
                 return true;
             }
             To current {};
-            target.read(&current);
+            passage.target.read(&current);
             if (!NS::detail::isSame(current, result))
-                target.write(&result);
+                passage.target.write(&result);
             return true;
         } else {
             return false;
