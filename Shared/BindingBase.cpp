@@ -218,7 +218,9 @@ struct BindingPrivate
 
     Q_NEVER_INLINE void passBoxed(Direction direction, Registration &source)
     {
-        passBoxed(direction, source.value());
+        const WatchedPath *const to = target(direction);
+        if (to && to->root())
+            passBoxed(direction, source.value());
     }
 
     void passBoxed(Direction direction, QVariant value)

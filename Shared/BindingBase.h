@@ -59,7 +59,7 @@ public:
     virtual bool pass(const Passage &passage) const;
 };
 
-class PELLARVINE_EXPORT BindingBase : public NS::KeyValueObserver
+class PELLARVINE_EXPORT BindingBase : private NS::KeyValueObserver
 {
 public:
     /// How many passes of one binding may run within each other: a pass writes a side, whose change

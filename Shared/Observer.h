@@ -23,7 +23,7 @@ namespace Pellarvine {
 /// plainly may die first, and the observer then stays silent. The function may destroy its observer
 /// and may change what it observes: that change calls it again, within the call. Make and destroy
 /// an observer where nothing changes the property meanwhile.
-class PELLARVINE_EXPORT Observer final : public NS::KeyValueObserver
+class PELLARVINE_EXPORT Observer final : private NS::KeyValueObserver
 {
 public:
     /// Takes the new value; an invalid one is no value.

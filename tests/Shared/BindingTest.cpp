@@ -324,10 +324,16 @@ TEST(Binding, an_object_that_dies_leaves_the_binding_inert_and_a_shared_one_is_k
 {
     auto first = std::make_unique<Person>();
     auto second = std::make_unique<Person>();
-    Binding binding(first.get(), u"age"_s, second.get(), u"age"_s);
+    int calls = 0;
+    Binding binding(first.get(), u"age"_s, second.get(), u"age"_s, true,
+                    [&calls](const QVariant &value) {
+                        ++calls;
+                        return value;
+                    });
     second.reset();
     EXPECT_EQ(binding.second(), nullptr);
     first->setAge(1);
+    EXPECT_EQ(calls, 1); // while it was made
     second = std::make_unique<Person>();
     const Binding other(first.get(), u"age"_s, second.get(), u"age"_s);
     first.reset();
