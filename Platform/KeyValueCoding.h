@@ -17,7 +17,7 @@ namespace NS {
 //
 //     NS::setValueForKeyPath(editor, u"document.title"_s, u"Invoice"_s);
 //     NS::valueForKeyPath(editor, u"document.title"_s);   // "Invoice"
-//     NS::valueForKeyPath(editor, u"document.titel"_s);   // throws KeyValueException
+//     NS::valueForKeyPath(editor, u"document.subtitle"_s);   // throws KeyValueException
 //
 // A key is a property of a QObject (declared or dynamic), a property of a Q_GADGET, or a key of a
 // QVariantMap. The dots of a path lead through properties that hold a QObject by a pointer or a

@@ -14,9 +14,9 @@ namespace NS {
 /// fit the objects it is used on.
 ///
 ///     try {
-///         NS::setValueForKeyPath(window, u"toolBar.heigth"_s, 32);
+///         NS::setValueForKeyPath(window, u"toolBar.depth"_s, 32);
 ///     } catch (const NS::KeyValueException &error) {
-///         qWarning("%s", error.what()); // ToolBar has no key "heigth" (key path "toolBar.heigth")
+///         qWarning("%s", error.what()); // ToolBar has no key "depth" (key path "toolBar.depth")
 ///     }
 class PELLARVINE_EXPORT KeyValueException : public std::exception
 {

@@ -107,10 +107,10 @@ TEST_F(KeyValueCoding, a_path_that_does_not_fit_raises_and_names_class_path_and_
         QByteArray className;
         QString key;
     } rows[] = {
-        { u"nmae"_s, 1, undefinedKey, "Person", u"nmae"_s },
+        { u"surname"_s, 1, undefinedKey, "Person", u"surname"_s },
         { u""_s, 1, undefinedKey, "Person", u""_s },
         { u"partner..name"_s, 1, undefinedKey, "Person", u""_s },
-        { u"partner.nmae"_s, 1, undefinedKey, "Person", u"nmae"_s },
+        { u"partner.surname"_s, 1, undefinedKey, "Person", u"surname"_s },
         { u"address.town"_s, 1, undefinedKey, "Address", u"town"_s },
         { u"settings.home.town"_s, 1, undefinedKey, "Address", u"town"_s },
         { u"name.length"_s, 1, undefinedKey, "QString", u"length"_s },
@@ -150,8 +150,8 @@ TEST_F(KeyValueCoding, an_object_of_another_class_does_not_become_a_null_pointer
 
 TEST_F(KeyValueCoding, a_reading_of_an_unknown_key_raises_with_a_line_for_logs)
 {
-    const KeyValueException error = caught([&] { valueForKeyPath(&person, u"partner.nmae"_s); });
-    EXPECT_STREQ(error.what(), "Person has no key \"nmae\" (key path \"partner.nmae\")");
+    const KeyValueException error = caught([&] { valueForKeyPath(&person, u"partner.surname"_s); });
+    EXPECT_STREQ(error.what(), "Person has no key \"surname\" (key path \"partner.surname\")");
     EXPECT_EQ(caught([] { valueForKeyPath(nullptr, u"name"_s); }).className(), "nullptr");
 }
 

@@ -117,7 +117,7 @@ TEST(KeyValueObserving, what_can_change_unseen_is_refused)
     EXPECT_EQ(reasonOfRefusal(person, u"secret"_s), KeyValueException::notObservable);
     EXPECT_EQ(reasonOfRefusal(person, u"stranger.name"_s), KeyValueException::notObservable);
     EXPECT_EQ(reasonOfRefusal(person, u"self.secret"_s), KeyValueException::notObservable);
-    EXPECT_EQ(reasonOfRefusal(person, u"self.nmae"_s), KeyValueException::undefinedKey);
+    EXPECT_EQ(reasonOfRefusal(person, u"self.surname"_s), KeyValueException::undefinedKey);
     EXPECT_EQ(reasonOfRefusal(person, u"hobby"_s), KeyValueException::undefinedKey);
     Recorder recorder;
     EXPECT_NO_THROW(addObserver(&person, &recorder, u"self"_s, newValue)); // constant
