@@ -51,21 +51,9 @@ void pass(const PlainProperty &source, const PlainProperty &target)
         target.write(&value);
 }
 
+// The same for properties of one type that is known at run time only, the usual ones first.
 Q_NEVER_INLINE void passOfAnyType(const PlainProperty &source, const PlainProperty &target)
 {
-    PlainValue value(source.type);
-    PlainValue current(source.type);
-    source.read(value.data());
-    target.read(current.data());
-    if (!source.type.equals(current.data(), value.data()))
-        target.write(value.data());
-}
-
-// The same for properties of one type that is known at run time only, the usual ones first.
-void pass(const PlainProperty &source, const PlainProperty &target)
-{
-    if (source.type == QMetaType::fromType<int>())
-        return pass<int>(source, target);
     switch (source.type.id()) {
     case QMetaType::Bool:
         return pass<bool>(source, target);
@@ -78,7 +66,12 @@ void pass(const PlainProperty &source, const PlainProperty &target)
     default:
         break;
     }
-    passOfAnyType(source, target);
+    PlainValue value(source.type);
+    PlainValue current(source.type);
+    source.read(value.data());
+    target.read(current.data());
+    if (!source.type.equals(current.data(), value.data()))
+        target.write(value.data());
 }
 
 std::string name(const WatchedPath &path)
@@ -205,14 +198,18 @@ struct BindingPrivate
         const WatchedPath *const to = target(direction);
         if (!to)
             return false;
-        const Passage passage { this, direction, source.plain(), to->plainTarget() };
-        if (!passage.source.object || !passage.target.object)
+        const PlainProperty from = source.plain();
+        const PlainProperty onto = to->plainTarget();
+        if (!from.object || !onto.object)
             return false;
         if (transforms(direction))
-            return transformers->pass(passage);
-        if (passage.source.type != passage.target.type)
+            return transformers->pass({ this, direction, from, onto });
+        if (from.type != onto.type)
             return false;
-        pass(passage.source, passage.target);
+        if (Q_LIKELY(from.type == QMetaType::fromType<int>()))
+            pass<int>(from, onto);
+        else
+            passOfAnyType(from, onto);
         return true;
     }
 
