@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <map>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -26,21 +27,31 @@ public:
                 continue;
             m_times[plainName(run.run_name.str())].push_back(run.real_accumulated_time
                                                              / double(run.iterations));
+            for (const auto &[name, counter] : run.counters)
+                m_counters[{ plainName(run.run_name.str()), name }].push_back(counter.value);
         }
     }
 
-    double median(const std::string &name) const
+    double medianTime(const std::string &name) const
     {
         const auto found = m_times.find(name);
-        if (found == m_times.end())
-            return 0.0;
-        std::vector<double> times = found->second;
-        const auto middle = times.begin() + std::ptrdiff_t(times.size() / 2);
-        std::nth_element(times.begin(), middle, times.end());
-        return *middle;
+        return found == m_times.end() ? 0.0 : median(found->second);
+    }
+
+    double medianCounter(const std::string &name, const std::string &counter) const
+    {
+        const auto found = m_counters.find({ name, counter });
+        return found == m_counters.end() ? 0.0 : median(found->second);
     }
 
 private:
+    static double median(std::vector<double> values)
+    {
+        const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
+        std::nth_element(values.begin(), middle, values.end());
+        return *middle;
+    }
+
     static std::string plainName(std::string name)
     {
         for (const std::string_view part : { "/iterations:", "/repeats:", "/min_time:" }) {
@@ -56,6 +67,7 @@ private:
     }
 
     std::map<std::string, std::vector<double>> m_times;
+    std::map<std::pair<std::string, std::string>, std::vector<double>> m_counters;
 };
 
 } // namespace
@@ -77,13 +89,15 @@ int runBenchmarks(int argc, char **argv, const std::vector<Goal> &goals)
     Recorder recorder;
     benchmark::RunSpecifiedBenchmarks(&recorder);
     for (const Goal &goal : goals) {
-        const double subject = recorder.median(goal.subject);
-        const double baseline = recorder.median(goal.baseline);
+        const bool isCounter = goal.kind == Goal::counterAtMost;
+        const double subject = isCounter ? recorder.medianCounter(goal.subject, goal.baseline)
+                                         : recorder.medianTime(goal.subject);
+        const double baseline = isCounter ? 1.0 : recorder.medianTime(goal.baseline);
         if (subject <= 0.0 || baseline <= 0.0)
             continue;
-        const bool isTime = goal.kind == Goal::timeAtMost;
-        const double measured = isTime ? subject / baseline : baseline / subject;
-        const bool isHeld = isTime ? measured <= goal.limit : measured >= goal.limit;
+        const bool isSpeed = goal.kind == Goal::speedAtLeast;
+        const double measured = isSpeed ? baseline / subject : subject / baseline;
+        const bool isHeld = isSpeed ? measured >= goal.limit : measured <= goal.limit;
         std::printf("goal %s measured %.3f limit %.3f %s\n", goal.name.c_str(), measured,
                     goal.limit, isHeld ? "held" : "short");
     }

@@ -11,6 +11,7 @@ struct Goal
     enum Kind {
         timeAtMost, ///< time of `subject` / time of `baseline` is at most `limit`
         speedAtLeast, ///< speed of `subject` / speed of `baseline` is at least `limit`
+        counterAtMost, ///< the counter of `subject` that `baseline` names is at most `limit`
     };
 
     std::string name;
@@ -22,5 +23,6 @@ struct Goal
 
 /// Runs the registered benchmarks, each several times in random order, so that a slow moment of the
 /// machine hits subject and baseline alike, and prints a line for each goal whose two benchmarks
-/// ran: "goal NAME measured R limit G held", or "short". R is the ratio of the medians. For main().
+/// ran: "goal NAME measured R limit G held", or "short". R is the ratio of the medians, or the
+/// counter's median. For main().
 int runBenchmarks(int argc, char **argv, const std::vector<Goal> &goals);

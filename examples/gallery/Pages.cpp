@@ -5,6 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
+Page *makeBindingsPage(QWidget *parent);
 Page *makeColorsPage(QWidget *parent);
 Page *makeContainerPage(QWidget *parent);
 Page *makeDrawingPage(QWidget *parent);
@@ -24,6 +25,7 @@ QList<PageEntry> pages()
 {
     return {
         { u"container"_s, tr("Container"), tr("Data"), &makeContainerPage },
+        { u"bindings"_s, tr("Bindings"), tr("Data"), &makeBindingsPage },
         { u"colours"_s, tr("Colours"), tr("Colour and text"), &makeColorsPage },
         { u"fonts"_s, tr("Fonts"), tr("Colour and text"), &makeFontsPage },
         { u"markup"_s, tr("Markup"), tr("Colour and text"), &makeMarkupPage },

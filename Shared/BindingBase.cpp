@@ -1,0 +1,426 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/KeyValueEquality.h>
+#include <pellarvine/Platform/KeyValuePath.h>
+#include <pellarvine/Shared/BindingBase.h>
+
+#include <QObject>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace Pellarvine::detail {
+
+using NS::detail::PlainProperty;
+using NS::detail::Registration;
+using NS::detail::WatchedPath;
+
+namespace {
+
+// A value of any plain type, without the heap.
+class PlainValue
+{
+public:
+    explicit PlainValue(QMetaType type)
+        : m_type(type)
+    {
+        type.construct(data());
+    }
+    PlainValue(const PlainValue &) = delete;
+    PlainValue &operator=(const PlainValue &) = delete;
+    ~PlainValue() { m_type.destruct(data()); }
+
+    void *data() { return m_bytes; }
+
+private:
+    QMetaType m_type;
+    alignas(std::max_align_t) std::byte m_bytes[NS::detail::longestPlain];
+};
+
+// Reads both properties and writes the second if they differ.
+template <typename T>
+void pass(const PlainProperty &source, const PlainProperty &target)
+{
+    T value {};
+    T current {};
+    source.read(&value);
+    target.read(&current);
+    if (!NS::detail::isSame(current, value))
+        target.write(&value);
+}
+
+// The same for properties of one type that is known at run time only, the usual ones first.
+Q_NEVER_INLINE void passOfAnyType(const PlainProperty &source, const PlainProperty &target)
+{
+    switch (source.type.id()) {
+    case QMetaType::Bool:
+        return pass<bool>(source, target);
+    case QMetaType::Double:
+        return pass<double>(source, target);
+    case QMetaType::Float:
+        return pass<float>(source, target);
+    case QMetaType::QString:
+        return pass<QString>(source, target);
+    default:
+        break;
+    }
+    PlainValue value(source.type);
+    PlainValue current(source.type);
+    source.read(value.data());
+    target.read(current.data());
+    if (!source.type.equals(current.data(), value.data()))
+        target.write(value.data());
+}
+
+std::string name(const WatchedPath &path)
+{
+    const QObject *const object = path.root();
+    const std::string className = object ? object->metaObject()->className() : "nullptr";
+    return className + '.' + path.keyPath().toStdString();
+}
+
+// What a value can be asked to be equal to: anything but a type without an ==.
+bool canBeCompared(const QVariant &value)
+{
+    return value.metaType().isEqualityComparable() || NS::detail::object(value);
+}
+
+} // namespace
+
+struct BindingPrivate
+{
+    struct Replacements
+    {
+        std::optional<NS::ObjectReference> objects[2];
+        std::unique_ptr<WatchedPath> paths[2]; // to the objects, made when first needed
+    };
+
+    std::unique_ptr<Transformers> transformers;
+    Registration *firstPath = nullptr; // the second's is the one before; the base class owns both
+    std::unique_ptr<Replacements> replacements; // of objects that were set later
+    int isEqualMethod = -1; // of the second object, if both key paths are the same
+    qint8 depth = 0; // of passes within passes
+    bool isTwoWay = false;
+    bool transformsForward = false;
+    bool transformsReverse = false;
+    bool hasOneKeyPath = false;
+    bool isStopped = false;
+    bool isGone = false; // the binding is destroyed, but a pass still runs
+    bool hasWarned = false;
+
+    Registration *path(int side) const { return side == 0 ? firstPath : firstPath->next(); }
+
+    QObject *object(int side) const
+    {
+        if (replacements && replacements->objects[side])
+            return replacements->objects[side]->get();
+        return path(side)->root();
+    }
+
+    const QString &keyPath(int side) const { return path(side)->keyPath(); }
+
+    // The path to write to; null if its object is gone.
+    WatchedPath *target(Direction direction)
+    {
+        const int side = direction == Direction::forward ? 1 : 0;
+        return Q_LIKELY(!replacements) ? path(side) : replacedPath(side);
+    }
+
+    Q_NEVER_INLINE WatchedPath *replacedPath(int side)
+    {
+        if (!replacements->objects[side])
+            return path(side);
+        auto &other = replacements->paths[side];
+        if (!other && object(side))
+            other = std::make_unique<WatchedPath>(*replacements->objects[side], keyPath(side),
+                                                  WatchedPath::targeting);
+        return other.get();
+    }
+
+    Q_NEVER_INLINE std::optional<Direction> direction(QObject *object, const QString &path) const
+    {
+        if (!object || path.isNull())
+            return std::nullopt;
+        if (path == keyPath(0) && NS::isEqual(object, this->object(0)))
+            return Direction::forward;
+        if (path == keyPath(1) && NS::isEqual(object, this->object(1)))
+            return Direction::reverse;
+        return std::nullopt;
+    }
+
+    // The same for a change of one of the registered paths, where that takes more than a glance.
+    Q_NEVER_INLINE std::optional<Direction> directionInDoubt(const Registration *path) const
+    {
+        if (replacements)
+            return direction(path->root(), path->keyPath());
+        const bool isFirst = path == firstPath
+                             || NS::detail::isEqual(path->root(), firstPath->root(), isEqualMethod);
+        return isFirst ? Direction::forward : Direction::reverse;
+    }
+
+    // Whether another pass may start.
+    bool mayPass()
+    {
+        if (Q_LIKELY(depth < BindingBase::deepestExchange))
+            return !isStopped;
+        stop();
+        return false;
+    }
+
+    // The functions that are kept out of line are what a change does not need as a rule.
+    Q_NEVER_INLINE void stop()
+    {
+        if (std::exchange(isStopped, true))
+            return;
+        printWarning("Warning: the binding of " + name(*path(0)) + " and " + name(*path(1))
+                     + " does not settle; stopped after "
+                     + std::to_string(BindingBase::deepestExchange) + " exchanges");
+    }
+
+    bool transforms(Direction direction) const
+    {
+        return direction == Direction::forward ? transformsForward : transformsReverse;
+    }
+
+    void replace(int side, NS::ObjectReference object)
+    {
+        if (!replacements)
+            replacements = std::make_unique<Replacements>();
+        replacements->objects[side] = std::move(object);
+        replacements->paths[side].reset();
+    }
+
+    // A pass that boxes nothing. False if it is not possible.
+    bool passPlain(const WatchedPath &source, Direction direction)
+    {
+        const WatchedPath *const to = target(direction);
+        if (!to)
+            return false;
+        const PlainProperty from = source.plain();
+        const PlainProperty onto = to->plainTarget();
+        if (!from.object || !onto.object)
+            return false;
+        if (transforms(direction))
+            return transformers->pass({ this, direction, from, onto });
+        if (from.type != onto.type)
+            return false;
+        if (Q_LIKELY(from.type == QMetaType::fromType<int>()))
+            pass<int>(from, onto);
+        else
+            passOfAnyType(from, onto);
+        return true;
+    }
+
+    Q_NEVER_INLINE void passBoxed(Direction direction, Registration &source)
+    {
+        const WatchedPath *const to = target(direction);
+        if (to && to->root())
+            passBoxed(direction, source.value());
+    }
+
+    void passBoxed(Direction direction, QVariant value)
+    {
+        if (NS::isNullObject(value))
+            value = {};
+        if (transforms(direction))
+            value = transformers->transformed(direction, value);
+        if (!isGone)
+            write(direction, std::move(value));
+    }
+
+    void write(Direction direction, QVariant value)
+    {
+        WatchedPath *const path = target(direction);
+        if (!path)
+            return;
+        const auto object = NS::detail::object(value);
+        if (object && !*object && !NS::isNullObject(value))
+            value = {};
+        const QVariant current = path->value();
+        if (!current.isValid()) {
+            if (!value.isValid())
+                return;
+        } else if (!canBeCompared(current)) {
+            if (!std::exchange(hasWarned, true))
+                printWarning("Warning: " + name(*path) + " is not written: its type "
+                             + current.typeName() + " has no operator ==");
+            return;
+        } else if (NS::isEqual(current, value)) {
+            return;
+        }
+        path->setValue(value);
+    }
+};
+
+namespace {
+
+// Counts a pass, and keeps what it works on until the outermost has returned.
+class Pass
+{
+public:
+    explicit Pass(BindingPrivate *passing)
+        : d(passing)
+    {
+        ++d->depth;
+    }
+    Pass(const Pass &) = delete;
+    Pass &operator=(const Pass &) = delete;
+    ~Pass()
+    {
+        if (--d->depth > 0)
+            return;
+        d->isStopped = false;
+        if (d->isGone)
+            delete d;
+    }
+
+private:
+    BindingPrivate *d;
+};
+
+} // namespace
+
+QVariant downcast(const QVariant &value, QMetaType type)
+{
+    if (value.metaType() == type)
+        return value;
+    QVariant result = value;
+    if (NS::detail::isNumber(type) && NS::detail::isNumber(value.metaType()))
+        return result.convert(type) && NS::isEqual(value, result) ? result : QVariant();
+    const auto object = NS::detail::object(value);
+    if (object && type.flags() & QMetaType::PointerToQObject && result.convert(type)
+        && NS::detail::object(result) == object)
+        return result;
+    return {};
+}
+
+bool Passage::hasItsTarget() const
+{
+    if (binding->isGone)
+        return false;
+    const WatchedPath *const path = binding->target(direction);
+    return path && path->stillEndsAt(target);
+}
+
+void Passage::write(const QVariant &value) const
+{
+    if (!binding->isGone)
+        binding->write(direction, value);
+}
+
+Transformers::~Transformers() = default;
+
+bool Transformers::pass(const Passage &) const
+{
+    return false;
+}
+
+BindingBase::BindingBase(NS::ObjectReference object, const QString &with, NS::ObjectReference to,
+                         const QString &toWith, bool twoWayBinding,
+                         std::unique_ptr<Transformers> transformers)
+{
+#ifndef QT_NO_DEBUG
+    if (object.get() && to.get() && object.get()->thread() != to.get()->thread())
+        fatalError("Error: the objects of the binding of \"" + with.toStdString() + "\" and \""
+                   + toWith.toStdString() + "\" live in two threads");
+#endif
+    auto owned = std::make_unique<BindingPrivate>();
+    d = owned.get();
+    d->transformers = std::move(transformers);
+    if (d->transformers) {
+        d->transformsForward = d->transformers->transforms(Direction::forward);
+        d->transformsReverse = d->transformers->transforms(Direction::reverse);
+    }
+    d->isTwoWay = twoWayBinding;
+    d->hasOneKeyPath = with == toWith;
+    if (d->hasOneKeyPath && to.get())
+        d->isEqualMethod = NS::detail::isEqualMethod(to.get());
+    Registration *const secondPath = Registration::addTarget(std::move(to), this, toWith);
+    d->firstPath = Registration::add(std::move(object), this, with,
+                                     NS::KeyValueObservingOptions::newValue);
+    BindingBase::pathChanged(*d->firstPath);
+    if (twoWayBinding)
+        secondPath->observe();
+    static_cast<void>(owned.release());
+}
+
+BindingBase::~BindingBase()
+{
+    d->isGone = true;
+    if (d->depth == 0)
+        delete d;
+}
+
+QObject *BindingBase::first() const
+{
+    return d->object(0);
+}
+
+const QString &BindingBase::firstKeyPath() const
+{
+    return d->keyPath(0);
+}
+
+QObject *BindingBase::second() const
+{
+    return d->object(1);
+}
+
+const QString &BindingBase::secondKeyPath() const
+{
+    return d->keyPath(1);
+}
+
+bool BindingBase::twoWayBinding() const
+{
+    return d->isTwoWay;
+}
+
+void BindingBase::setFirst(NS::ObjectReference object)
+{
+    d->replace(0, std::move(object));
+}
+
+void BindingBase::setSecond(NS::ObjectReference object)
+{
+    d->replace(1, std::move(object));
+}
+
+const Transformers *BindingBase::transformers() const
+{
+    return d->transformers.get();
+}
+
+void BindingBase::pathChanged(Registration &path)
+{
+    Direction direction = &path == d->firstPath ? Direction::forward : Direction::reverse;
+    if (Q_UNLIKELY(d->replacements || d->hasOneKeyPath)) {
+        const auto found = d->directionInDoubt(&path);
+        if (!found)
+            return;
+        direction = *found;
+    }
+    if (!d->mayPass())
+        return;
+    const Pass pass(d);
+    if (!d->passPlain(path, direction))
+        d->passBoxed(direction, path);
+}
+
+void BindingBase::observeValue(const QString &keyPath, QObject *object,
+                               const NS::KeyValueChange *change)
+{
+    const auto direction = d->direction(object, keyPath);
+    if (!direction)
+        return;
+    if (!change)
+        fatalError("Error: a binding was notified without a change");
+    if (!d->mayPass())
+        return;
+    const Pass pass(d);
+    d->passBoxed(*direction, change->newValue);
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/KeyValueObserving.h>
+#include <pellarvine/Platform/ObjectReference.h>
+#include <pellarvine/Platform/PlainProperty.h>
+
+#include <QMetaType>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+// Not API: what Binding and TransformableBinding share. Their users read the public part of
+// BindingBase.
+
+namespace Pellarvine::detail {
+
+struct BindingPrivate;
+
+enum class Direction {
+    forward, ///< from first to second
+    reverse,
+};
+
+/// `value` as a value of `type`, invalid if it is none: a checked downcast, of objects and of
+/// numbers too (3.0 is an int, 3.7 is not).
+PELLARVINE_EXPORT QVariant downcast(const QVariant &value, QMetaType type);
+
+/// One value on its way from the side that has changed to the other.
+struct PELLARVINE_EXPORT Passage
+{
+    BindingPrivate *binding;
+    Direction direction;
+    NS::detail::PlainProperty source;
+    NS::detail::PlainProperty target;
+
+    /// Whether `target` is still what it was. To be asked after a function of the program has run.
+    bool hasItsTarget() const;
+
+    /// Writes a boxed value if the target differs; nothing if the binding is gone.
+    void write(const QVariant &value) const;
+};
+
+/// The functions that a binding applies on the way.
+class PELLARVINE_EXPORT Transformers
+{
+public:
+    Transformers() = default;
+    Transformers(const Transformers &) = delete;
+    Transformers &operator=(const Transformers &) = delete;
+    virtual ~Transformers();
+
+    virtual bool transforms(Direction direction) const = 0;
+    virtual QVariant transformed(Direction direction, const QVariant &value) const = 0;
+
+    /// Does the whole passage without boxing the values, if their types are known. Asked for
+    /// directions that transform.
+    virtual bool pass(const Passage &passage) const;
+};
+
+class PELLARVINE_EXPORT BindingBase : private NS::KeyValueObserver
+{
+public:
+    /// How many passes of one binding may run within each other: a pass writes a side, whose change
+    /// brings the next pass. The pass behind the last is not made. Instead a warning names both key
+    /// paths, and the binding does nothing more until the outermost pass has returned.
+    static constexpr int deepestExchange = 16;
+
+    BindingBase() = delete;
+    ~BindingBase() override;
+
+    /// Null once an object that is only watched has been destroyed.
+    QObject *first() const;
+    const QString &firstKeyPath() const;
+    QObject *second() const;
+    const QString &secondKeyPath() const;
+    bool twoWayBinding() const;
+
+    /// Called by the key-value layer. Carries the change's new value to the other side; ignores
+    /// objects and key paths that are neither side's. No change at all stops the process.
+    void observeValue(const QString &keyPath, QObject *object,
+                      const NS::KeyValueChange *change) override;
+
+protected:
+    /// Registers, and makes the first pass.
+    BindingBase(NS::ObjectReference object, const QString &with, NS::ObjectReference to,
+                const QString &toWith, bool twoWayBinding,
+                std::unique_ptr<Transformers> transformers);
+
+    void setFirst(NS::ObjectReference object);
+    void setSecond(NS::ObjectReference object);
+    const Transformers *transformers() const;
+
+private:
+    void pathChanged(NS::detail::Registration &path) override;
+
+    BindingPrivate *d; // outlives the binding while a pass runs
+};
+
+} // namespace Pellarvine::detail

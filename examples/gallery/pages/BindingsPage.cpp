@@ -1,0 +1,311 @@
+// SPDX-License-Identifier: MIT
+#include "../Page.h"
+#include "../Theme.h"
+
+#include <pellarvine/Platform/KeyValueEquality.h>
+#include <pellarvine/Shared/Binding.h>
+#include <pellarvine/Shared/Observer.h>
+#include <pellarvine/Shared/TransformableBinding.h>
+
+#include <QCheckBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSlider>
+#include <QVBoxLayout>
+
+#include <array>
+#include <deque>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+using Pellarvine::Binding;
+using Pellarvine::Observer;
+using Pellarvine::TransformableBinding;
+
+namespace {
+
+constexpr double coldest = 5.0;
+constexpr double warmest = 30.0;
+
+class Room : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString name MEMBER m_name NOTIFY nameChanged)
+    Q_PROPERTY(double celsius MEMBER m_celsius NOTIFY celsiusChanged)
+
+public:
+    Room(const QString &name, double celsius)
+        : m_name(name)
+        , m_celsius(celsius)
+    { }
+
+Q_SIGNALS:
+    void nameChanged(const QString &name);
+    void celsiusChanged(double celsius);
+
+private:
+    QString m_name;
+    double m_celsius;
+};
+
+class House : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(Room *room READ room NOTIFY roomChanged)
+
+public:
+    Room *room() const { return m_isEmpty ? nullptr : m_rooms[m_index].get(); }
+
+    void showNextRoom()
+    {
+        m_index = (m_index + 1) % m_rooms.size();
+        Q_EMIT roomChanged();
+    }
+    void setEmpty(bool isEmpty)
+    {
+        m_isEmpty = isEmpty;
+        Q_EMIT roomChanged();
+    }
+
+Q_SIGNALS:
+    void roomChanged();
+
+private:
+    std::array<std::unique_ptr<Room>, 3> m_rooms {
+        std::make_unique<Room>(u"Living room"_s, 21.0),
+        std::make_unique<Room>(u"Bedroom"_s, 17.5),
+        std::make_unique<Room>(u"Workshop"_s, 12.0),
+    };
+    std::size_t m_index = 0;
+    bool m_isEmpty = false;
+};
+
+// A field whose text counts once it has been entered, not with every key.
+class EntryField : public QLineEdit
+{
+    Q_OBJECT
+    Q_PROPERTY(QString entry READ text WRITE setText NOTIFY editingFinished)
+};
+
+// The slider and the thermostats go by halves of a degree.
+double toHalves(double celsius)
+{
+    return qRound(qBound(coldest, celsius, warmest) * 2) / 2.0;
+}
+
+double toFahrenheit(double celsius)
+{
+    return qRound((celsius * 9 / 5 + 32) * 10) / 10.0;
+}
+
+double toCelsius(double fahrenheit)
+{
+    return toHalves((fahrenheit - 32) * 5 / 9);
+}
+
+class BindingsPage : public Page
+{
+    Q_OBJECT
+
+public:
+    explicit BindingsPage(QWidget *parent)
+        : Page(tr("Bindings"),
+               tr("A heating panel without a line of glue: every control is bound to the room’s "
+                  "temperature by a key path, and follows when the room is swapped."),
+               parent)
+        , m_controls(new QWidget)
+        , m_slider(new QSlider(Qt::Horizontal))
+        , m_fahrenheit(new QDoubleSpinBox)
+        , m_celsius(new EntryField)
+        , m_name(new EntryField)
+        , m_advice(new QLabel)
+        , m_log(new QPlainTextEdit)
+        , m_bound(new QCheckBox(tr("Keep &equal")))
+    {
+        auto *const row = new QHBoxLayout;
+        row->setSpacing(2 * Theme::unit);
+        row->addWidget(makePanel(), 1);
+        row->addWidget(makeLog(), 1);
+        content()->addLayout(row, 1);
+
+        observe(u"house.room.name"_s, &m_house, u"room.name"_s);
+        observe(u"house.room.celsius"_s, &m_house, u"room.celsius"_s);
+        observe(u"slider.value"_s, m_slider, u"value"_s);
+        observe(u"spinBox.value"_s, m_fahrenheit, u"value"_s);
+        observe(u"field.entry"_s, m_celsius, u"entry"_s);
+        connect(m_bound, &QCheckBox::toggled, this, &BindingsPage::setBound);
+        m_bound->setChecked(true);
+    }
+
+    void showExample() override
+    {
+        m_log->clear();
+        m_fahrenheit->setValue(72.5);
+        m_house.showNextRoom();
+        m_slider->setValue(37);
+    }
+
+private:
+    QWidget *makePanel()
+    {
+        QFrame *const card = makeCard(tr("Heating"));
+        auto *const form = new QFormLayout(m_controls);
+        form->setContentsMargins({});
+        form->setHorizontalSpacing(2 * Theme::unit);
+        form->setVerticalSpacing(2 * Theme::unit);
+        form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+        m_slider->setRange(int(coldest * 2), int(warmest * 2));
+        m_fahrenheit->setRange(toFahrenheit(coldest), toFahrenheit(warmest));
+        m_fahrenheit->setDecimals(1);
+        m_fahrenheit->setSingleStep(0.9);
+        m_fahrenheit->setSuffix(tr(" °F"));
+        m_advice->setWordWrap(true);
+        m_advice->setFont(Theme::font(Theme::strong));
+        // Room for two lines, so that the panel does not jump.
+        m_advice->setMinimumHeight(2 * m_advice->fontMetrics().lineSpacing());
+        m_advice->setAlignment(Qt::AlignLeading | Qt::AlignTop);
+        form->addRow(tr("&Room"), m_name);
+        form->addRow(tr("&Temperature"), m_slider);
+        form->addRow(tr("In &Celsius"), m_celsius);
+        form->addRow(tr("In &Fahrenheit"), m_fahrenheit);
+        form->addRow(QString(), m_advice);
+        m_slider->setAccessibleName(tr("Temperature"));
+
+        auto *const next = new QPushButton(tr("&Next room"));
+        next->setToolTip(tr("Puts another object in the middle of the path “room.celsius”"));
+        connect(next, &QPushButton::clicked, &m_house, &House::showNextRoom);
+        auto *const empty = new QPushButton(tr("N&o room"));
+        empty->setCheckable(true);
+        empty->setToolTip(tr("Makes the middle of the path null"));
+        connect(empty, &QPushButton::toggled, &m_house, &House::setEmpty);
+        auto *const buttons = new QHBoxLayout;
+        buttons->setSpacing(Theme::unit);
+        buttons->addWidget(next);
+        buttons->addWidget(empty);
+        buttons->addStretch();
+
+        auto *const layout = qobject_cast<QVBoxLayout *>(card->layout());
+        layout->addWidget(m_controls);
+        layout->addSpacing(Theme::unit);
+        layout->addLayout(buttons);
+        layout->addStretch();
+        layout->addWidget(m_bound);
+        auto *const hint = new QLabel(tr("Switched off, the bindings are destroyed. Switched on, "
+                                         "they are made anew: the room wins."));
+        hint->setWordWrap(true);
+        hint->setForegroundRole(QPalette::PlaceholderText);
+        layout->addWidget(hint);
+        return card;
+    }
+
+    QWidget *makeLog()
+    {
+        QFrame *const card = makeCard(tr("Changes as they come"));
+        m_log->setReadOnly(true);
+        m_log->setFont(Theme::font(Theme::monospace));
+        m_log->setLineWrapMode(QPlainTextEdit::NoWrap);
+        m_log->setMaximumBlockCount(500);
+        m_log->setFrameShape(QFrame::NoFrame);
+        m_log->setTabChangesFocus(true);
+        m_log->setAccessibleName(tr("Changes as they come"));
+        m_log->setLayoutDirection(Qt::LeftToRight);
+        auto *const clear = new QPushButton(tr("C&lear"));
+        connect(clear, &QPushButton::clicked, m_log, &QPlainTextEdit::clear);
+        card->layout()->addWidget(m_log);
+        card->layout()->addWidget(clear);
+        card->layout()->setAlignment(clear, Qt::AlignTrailing);
+        return card;
+    }
+
+    void observe(const QString &name, QObject *object, const QString &keyPath)
+    {
+        m_observers.emplace_back(object, keyPath, false, [this, name](const QVariant &value) {
+            const QString text = NS::isNullObject(value) ? u"null"_s : value.toString();
+            m_log->appendPlainText(u"%1  %2"_s.arg(name, -18).arg(text));
+        });
+    }
+
+    void setBound(bool isBound)
+    {
+        m_sliderBinding.reset();
+        m_fahrenheitBinding.reset();
+        m_celsiusBinding.reset();
+        m_nameBinding.reset();
+        m_adviceBinding.reset();
+        m_enabledBinding.reset();
+        if (!isBound)
+            return;
+        const QString temperature = u"room.celsius"_s;
+        m_nameBinding.emplace(&m_house, u"room.name"_s, m_name, u"entry"_s);
+        m_sliderBinding.emplace(
+                &m_house, temperature, m_slider, u"value"_s, true,
+                [](double celsius) { return qRound(celsius * 2); },
+                [](int halves) { return halves / 2.0; });
+        m_fahrenheitBinding.emplace(&m_house, temperature, m_fahrenheit, u"value"_s, true,
+                                    toFahrenheit, toCelsius);
+        m_celsiusBinding.emplace(
+                &m_house, temperature, m_celsius, u"entry"_s, true,
+                [this](double celsius) {
+                    return tr("%1 °C").arg(locale().toString(celsius, 'f', 1));
+                },
+                [this](const QString &text) { return enteredCelsius(text); });
+        m_adviceBinding.emplace(&m_house, temperature, m_advice, u"text"_s, false, advice);
+        m_enabledBinding.emplace(&m_house, u"room"_s, m_controls, u"enabled"_s, false,
+                                 [](const QVariant &room) { return room.isValid(); });
+    }
+
+    // What has been typed, or the temperature as it is if that is no number.
+    double enteredCelsius(const QString &text) const
+    {
+        bool isNumber = false;
+        const double celsius = locale().toDouble(text.section(u'°', 0, 0).trimmed(), &isNumber);
+        return isNumber ? toHalves(celsius) : m_slider->value() / 2.0;
+    }
+
+    static QVariant advice(const QVariant &celsius)
+    {
+        if (!celsius.isValid())
+            return tr("No room to heat.");
+        if (celsius.toDouble() < 16)
+            return tr("Frost protection: the boiler rests for most of the day.");
+        if (celsius.toDouble() < 20)
+            return tr("Cool: good for sleeping, and for the bill.");
+        if (celsius.toDouble() < 23)
+            return tr("Comfortable: what most people choose for living rooms.");
+        return tr("Warm: each further degree takes six per cent more gas.");
+    }
+
+    House m_house;
+    QWidget *m_controls;
+    QSlider *m_slider;
+    QDoubleSpinBox *m_fahrenheit;
+    EntryField *m_celsius;
+    EntryField *m_name;
+    QLabel *m_advice;
+    QPlainTextEdit *m_log;
+    QCheckBox *m_bound;
+
+    std::deque<Observer> m_observers;
+    std::optional<Binding> m_nameBinding;
+    std::optional<TransformableBinding<double, int>> m_sliderBinding;
+    std::optional<TransformableBinding<double, double>> m_fahrenheitBinding;
+    std::optional<TransformableBinding<double, QString>> m_celsiusBinding;
+    std::optional<Binding> m_adviceBinding;
+    std::optional<Binding> m_enabledBinding;
+};
+
+} // namespace
+
+Page *makeBindingsPage(QWidget *parent)
+{
+    return new BindingsPage(parent);
+}
+
+#include "BindingsPage.moc"

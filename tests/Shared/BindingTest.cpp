@@ -1,0 +1,471 @@
+// SPDX-License-Identifier: MIT
+#include "Person.h"
+
+#include <pellarvine/Platform/KeyValueCoding.h>
+#include <pellarvine/Platform/KeyValueEquality.h>
+#include <pellarvine/Shared/Binding.h>
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSlider>
+#include <QSpinBox>
+#include <QThread>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine {
+
+static_assert(!std::is_default_constructible_v<Binding>);
+static_assert(!std::is_copy_constructible_v<Binding>);
+
+namespace {
+
+void set(QObject &object, const QString &path, const QVariant &value)
+{
+    NS::setValueForKeyPath(&object, path, value);
+}
+
+QVariant get(QObject &object, const QString &path)
+{
+    return NS::valueForKeyPath(&object, path);
+}
+
+// What is written to standard output in `action`.
+template <typename Action>
+std::string output(Action action)
+{
+    ::testing::internal::CaptureStdout();
+    action();
+    return ::testing::internal::GetCapturedStdout();
+}
+
+} // namespace
+
+TEST(Binding, the_first_side_wins_at_the_start)
+{
+    Person first;
+    Person second;
+    first.setAge(3);
+    second.setAge(5);
+    const Binding binding(&first, u"age"_s, &second, u"age"_s);
+    EXPECT_EQ(first.age(), 3);
+    EXPECT_EQ(second.age(), 3);
+    EXPECT_EQ(binding.first(), &first);
+    EXPECT_EQ(binding.second(), &second);
+    EXPECT_EQ(binding.firstKeyPath(), u"age"_s);
+    EXPECT_TRUE(binding.twoWayBinding());
+    EXPECT_FALSE(binding.forwardTransformer());
+}
+
+TEST(Binding, changes_go_both_ways_or_only_forward)
+{
+    for (const bool twoWay : { true, false }) {
+        Person first;
+        Person second;
+        std::optional<Binding> binding;
+        binding.emplace(&first, u"age"_s, &second, u"level"_s, twoWay);
+        first.setAge(3);
+        EXPECT_EQ(second.level(), 3);
+        second.setLevel(5);
+        EXPECT_EQ(first.age(), twoWay ? 5 : 3);
+        binding.reset();
+        first.setAge(7);
+        EXPECT_EQ(second.level(), 5);
+    }
+}
+
+TEST(Binding, joins_the_widgets_of_a_window)
+{
+    QSlider slider;
+    QSpinBox box;
+    QLineEdit field;
+    QLabel label;
+    QAction action;
+    QWidget window;
+    slider.setValue(7);
+    action.setCheckable(true);
+    const Binding one(&slider, u"value"_s, &box, u"value"_s);
+    const Binding two(&box, u"value"_s, &field, u"text"_s);
+    const Binding three(&field, u"text"_s, &label, u"text"_s, false);
+    const Binding four(&field, u"text"_s, &window, u"windowTitle"_s);
+    const Binding five(&action, u"checked"_s, &slider, u"enabled"_s, false);
+    EXPECT_EQ(window.windowTitle(), u"7"_s);
+    EXPECT_FALSE(slider.isEnabled());
+    window.setWindowTitle(u"42"_s);
+    EXPECT_EQ(slider.value(), 42);
+    EXPECT_EQ(label.text(), u"42"_s);
+    slider.setValue(200); // as far as it goes
+    EXPECT_EQ(field.text(), u"99"_s);
+    action.toggle();
+    EXPECT_TRUE(slider.isEnabled());
+    // Half a number is not for the box: it stays, and the field is left to its user.
+    EXPECT_NE(output([&] { field.setText(u"4x"_s); }).find("QSpinBox cannot take"),
+              std::string::npos);
+    EXPECT_EQ(box.value(), 99);
+    EXPECT_EQ(field.text(), u"4x"_s);
+    // A widget that limits what it is given is asked what it has made of it.
+    box.setMaximum(50);
+    EXPECT_EQ(slider.value(), 50);
+}
+
+TEST(Binding, values_of_every_type_travel)
+{
+    const struct
+    {
+        QString path;
+        QVariant value;
+        QVariant other;
+    } rows[] = {
+        { u"name"_s, u"Ada"_s, u"Bea"_s },
+        { u"isMember"_s, true, false },
+        { u"height"_s, 1.7, 1.8 },
+        { u"mood"_s, QVariant::fromValue(Person::cross), QVariant::fromValue(Person::calm) },
+        { u"address"_s, QVariant::fromValue(Address { u"Oslo"_s, 1 }),
+          QVariant::fromValue(Address { u"Rome"_s, 1 }) },
+        { u"address.city"_s, u"Oslo"_s, u"Rome"_s },
+        { u"settings.font.size"_s, 12, 14 },
+        { u"note"_s, 1, u"two"_s },
+        { u"level"_s, 1, 2 },
+        { u"hobby"_s, u"chess"_s, u"go"_s },
+    };
+    for (const auto &[path, value, other] : rows) {
+        Person first;
+        Person second;
+        for (Person *const person : { &first, &second }) {
+            person->settings = { { u"font"_s, QVariantMap() } };
+            person->setProperty("hobby", 0);
+        }
+        set(first, path, value);
+        const Binding binding(&first, path, &second, path);
+        EXPECT_EQ(get(second, path), value) << path.toStdString();
+        set(second, path, other);
+        EXPECT_EQ(get(first, path), other) << path.toStdString();
+        set(first, path, value);
+        EXPECT_EQ(get(second, path), value) << path.toStdString();
+    }
+}
+
+TEST(Binding, null_is_carried_as_no_value_which_transformers_see)
+{
+    Person first;
+    Person second;
+    first.partner = &second;
+    QVariantList seen;
+    const Binding plain(&first, u"partner"_s, &second, u"partner"_s, false);
+    const Binding transformed(&first, u"partner"_s, &second, u"note"_s, false,
+                              [&](const QVariant &value) {
+                                  seen.append(value);
+                                  return value.isValid() ? QVariant(1) : value;
+                              });
+    EXPECT_EQ(second.partner, &second);
+    EXPECT_EQ(second.note, 1);
+    set(first, u"partner"_s, {});
+    EXPECT_EQ(second.partner, nullptr);
+    EXPECT_FALSE(second.note.isValid());
+    ASSERT_EQ(seen.size(), 2);
+    EXPECT_FALSE(seen.last().isValid());
+}
+
+TEST(Binding, a_side_that_is_equal_already_is_not_written)
+{
+    Person first;
+    Person second;
+    second.setAge(3);
+    second.ageWrites = 0;
+    set(first, u"height"_s, 3.0);
+    const Binding binding(&first, u"height"_s, &second, u"age"_s);
+    EXPECT_EQ(second.ageWrites, 0); // 3.0 is 3
+    set(first, u"height"_s, 4);
+    EXPECT_EQ(second.ageWrites, 1);
+}
+
+TEST(Binding, a_property_bound_to_itself_takes_the_forward_direction_and_is_not_written)
+{
+    Person person;
+    int forward = 0;
+    const auto count = [&forward](const QVariant &value) {
+        ++forward;
+        return value;
+    };
+    const auto fail = [](const QVariant &value) {
+        ADD_FAILURE() << "reverse";
+        return value;
+    };
+    const Binding binding(&person, u"age"_s, &person, u"age"_s, true, count, fail);
+    person.setAge(1);
+    EXPECT_EQ(person.ageWrites, 1);
+    EXPECT_EQ(forward, 3); // while it was made, and once for each registration
+}
+
+TEST(Binding, a_second_object_that_says_it_equals_the_first_counts_as_the_first)
+{
+    Person first(u"Ada"_s);
+    Namesake second(u"Ada"_s);
+    const Binding binding(&first, u"age"_s, &second, u"age"_s);
+    second.setAge(5);
+    EXPECT_EQ(first.age(), 0); // a forward pass, which found the second equal to itself
+    second.name = u"Bea"_s;
+    second.setAge(6);
+    EXPECT_EQ(first.age(), 6);
+}
+
+TEST(Binding, replacing_an_object_moves_no_registration)
+{
+    Person first;
+    Person second;
+    Person other;
+    Binding binding(&first, u"age"_s, &second, u"level"_s);
+    binding.setSecond(&other);
+    EXPECT_EQ(binding.second(), &other);
+    first.setAge(1); // goes to what is now the second
+    EXPECT_EQ(other.level(), 1);
+    EXPECT_EQ(second.level(), 0);
+    other.setLevel(2); // is not listened to
+    EXPECT_EQ(first.age(), 1);
+    second.setLevel(3); // is listened to, and ignored
+    EXPECT_EQ(first.age(), 1);
+    binding.setSecond(&second);
+    second.setLevel(4);
+    EXPECT_EQ(first.age(), 4);
+
+    binding.setFirst(&other);
+    first.setAge(5);
+    EXPECT_EQ(second.level(), 4);
+    second.setLevel(6);
+    EXPECT_EQ(other.age(), 6);
+    binding.setFirst(std::make_shared<Person>());
+    second.setLevel(7);
+    EXPECT_EQ(qobject_cast<Person *>(binding.first())->age(), 7);
+    // One that lacks the key is found out when it is needed.
+    QObject misfit;
+    binding.setFirst(&misfit);
+    EXPECT_NE(output([&] { second.setLevel(8); }).find("QObject has no key \"age\""),
+              std::string::npos);
+}
+
+TEST(Binding, a_notification_that_is_neither_sides_is_ignored)
+{
+    Person first;
+    Person second;
+    Person other;
+    Binding binding(&first, u"age"_s, &second, u"level"_s);
+    const NS::KeyValueChange change { 9 };
+    const NS::KeyValueChange empty;
+    binding.observeValue(u"age"_s, &other, &change);
+    binding.observeValue(u"level"_s, &first, &change);
+    binding.observeValue(u"age"_s, nullptr, &change);
+    binding.observeValue({}, &first, nullptr);
+    EXPECT_EQ(second.level(), 0);
+    binding.observeValue(u"age"_s, &first, &change);
+    EXPECT_EQ(second.level(), 9);
+    binding.observeValue(u"age"_s, &first, &empty);
+    EXPECT_EQ(second.level(), 0);
+    EXPECT_DEATH(binding.observeValue(u"age"_s, &first, nullptr), "without a change");
+}
+
+TEST(Binding, an_object_on_the_way_may_be_swapped_or_die_on_either_side)
+{
+    Person one(u"Bea"_s);
+    auto two = std::make_unique<Person>(u"Cid"_s);
+    Person first;
+    Person second;
+    first.partner = &one;
+    second.partner = &second;
+    const Binding binding(&first, u"partner.name"_s, &second, u"partner.nickname"_s);
+    EXPECT_EQ(second.nickname, u"Bea"_s);
+    set(first, u"partner"_s, QVariant::fromValue(two.get()));
+    EXPECT_EQ(second.nickname, u"Cid"_s);
+    set(second, u"nickname"_s, u"Dov"_s);
+    EXPECT_EQ(two->name, u"Dov"_s);
+    EXPECT_EQ(one.name, u"Bea"_s);
+    two.reset();
+    EXPECT_EQ(second.nickname, u"none"_s); // told, not left as it was
+    set(first, u"partner"_s, QVariant::fromValue(&one));
+    EXPECT_EQ(second.nickname, u"Bea"_s);
+
+    auto three = std::make_unique<Person>();
+    three->nickname = u"Eve"_s;
+    set(second, u"partner"_s, QVariant::fromValue(three.get()));
+    EXPECT_EQ(one.name, u"Eve"_s);
+    set(one, u"name"_s, u"Fay"_s);
+    EXPECT_EQ(three->nickname, u"Fay"_s);
+    three.reset();
+    EXPECT_EQ(one.name, u""_s);
+    set(one, u"name"_s, u"Gus"_s); // goes nowhere
+    EXPECT_EQ(second.nickname, u"Bea"_s);
+}
+
+TEST(Binding, a_target_is_found_again_when_its_path_changes_without_saying_so)
+{
+    Person one;
+    Person two;
+    Person first;
+    Person second;
+    second.stranger = &one; // has no NOTIFY
+    const Binding binding(&first, u"age"_s, &second, u"stranger.age"_s, false);
+    first.setAge(1);
+    EXPECT_EQ(one.age(), 1);
+    second.stranger = &two;
+    first.setAge(2);
+    EXPECT_EQ(one.age(), 1);
+    EXPECT_EQ(two.age(), 2);
+    second.stranger = nullptr;
+    first.setAge(3);
+    EXPECT_EQ(two.age(), 2);
+}
+
+TEST(Binding, an_object_that_dies_leaves_the_binding_inert_and_a_shared_one_is_kept)
+{
+    auto first = std::make_unique<Person>();
+    auto second = std::make_unique<Person>();
+    int calls = 0;
+    Binding binding(first.get(), u"age"_s, second.get(), u"age"_s, true,
+                    [&calls](const QVariant &value) {
+                        ++calls;
+                        return value;
+                    });
+    second.reset();
+    EXPECT_EQ(binding.second(), nullptr);
+    first->setAge(1);
+    EXPECT_EQ(calls, 1); // while it was made
+    second = std::make_unique<Person>();
+    const Binding other(first.get(), u"age"_s, second.get(), u"age"_s);
+    first.reset();
+    second->setAge(2);
+
+    auto shared = std::make_shared<Person>();
+    const std::weak_ptr<Person> watched = shared;
+    {
+        const Binding keeping(std::move(shared), u"age"_s, second.get(), u"level"_s);
+        second->setLevel(6);
+        ASSERT_FALSE(watched.expired());
+        EXPECT_EQ(watched.lock()->age(), 6);
+    }
+    EXPECT_TRUE(watched.expired());
+}
+
+TEST(Binding, transformers_that_do_not_undo_each_other_are_stopped_with_one_warning)
+{
+    Person first;
+    QSlider second;
+    second.setMaximum(1000);
+    const auto more = [](const QVariant &value) {
+        return value.toInt() + 1;
+    };
+    const Binding binding(&first, u"age"_s, &second, u"value"_s, true, more, more);
+    EXPECT_EQ(second.value(), 1);
+    EXPECT_EQ(output([&] { first.setAge(10); }),
+              "Warning: the binding of Person.age and QSlider.value does not settle; stopped after "
+              "16 exchanges\n");
+    EXPECT_EQ(first.ageWrites, 1 + Binding::deepestExchange / 2);
+    EXPECT_EQ(first.age(), 10 + Binding::deepestExchange);
+    // It is not spent.
+    EXPECT_NE(output([&] { second.setValue(100); }), "");
+    EXPECT_EQ(second.value(), 100 + Binding::deepestExchange);
+}
+
+TEST(Binding, two_bindings_that_pull_at_the_same_properties_are_stopped_too)
+{
+    Person first;
+    Person second;
+    const auto more = [](const QVariant &value) {
+        return value.toInt() + 1;
+    };
+    const Binding plain(&first, u"age"_s, &second, u"age"_s);
+    ::testing::internal::CaptureStdout();
+    const Binding growing(&first, u"age"_s, &second, u"age"_s, true, more, more);
+    first.setAge(100);
+    EXPECT_NE(::testing::internal::GetCapturedStdout(), "");
+}
+
+TEST(Binding, a_value_that_is_not_a_number_settles)
+{
+    Person first;
+    Person second;
+    const Binding binding(&first, u"height"_s, &second, u"height"_s);
+    EXPECT_EQ(output([&] { set(first, u"height"_s, std::nan("")); }), "");
+    EXPECT_TRUE(std::isnan(second.height));
+}
+
+TEST(Binding, a_value_that_cannot_be_compared_is_left_alone_with_one_warning)
+{
+    Person first;
+    Person second;
+    const std::string printed = output([&] {
+        const Binding binding(&first, u"token"_s, &second, u"token"_s);
+        first.setToken({ 3 });
+    });
+    EXPECT_EQ(printed, "Warning: Person.token is not written: its type Token has no operator ==\n");
+    EXPECT_EQ(second.token().number, 0);
+}
+
+TEST(Binding, may_be_destroyed_by_its_transformer_and_by_what_it_writes)
+{
+    Person first;
+    Person second;
+    std::optional<Binding> binding;
+    int calls = 0;
+    binding.emplace(&first, u"age"_s, &second, u"age"_s, true,
+                    [&calls, &binding, kept = u"kept"_s](const QVariant &value) {
+                        if (value.toInt() > 0)
+                            binding.reset();
+                        calls += int(kept.size());
+                        return value;
+                    });
+    first.setAge(1);
+    EXPECT_EQ(calls, 8);
+    EXPECT_EQ(second.age(), 0);
+
+    binding.emplace(&first, u"age"_s, &second, u"age"_s);
+    QObject::connect(&second, &Person::ageChanged, &second, [&] { binding.reset(); });
+    first.setAge(2);
+    EXPECT_FALSE(binding);
+    EXPECT_EQ(second.age(), 2);
+    first.setAge(3);
+    EXPECT_EQ(second.age(), 2);
+}
+
+TEST(Binding, what_does_not_fit_is_thrown_while_it_is_made_and_printed_later)
+{
+    Person first;
+    Person second;
+    const auto make = [&](const QString &path, const QString &otherPath, bool twoWay) {
+        const Binding binding(&first, path, &second, otherPath, twoWay);
+    };
+    EXPECT_THROW(make(u"aeg"_s, u"age"_s, false), NS::KeyValueException);
+    EXPECT_THROW(make(u"age"_s, u"aeg"_s, false), NS::KeyValueException);
+    EXPECT_THROW(make(u"secret"_s, u"age"_s, false), NS::KeyValueException);
+    EXPECT_THROW(make(u"age"_s, u"secret"_s, true), NS::KeyValueException);
+    EXPECT_NO_THROW(make(u"age"_s, u"secret"_s, false));
+    first.name = u"Ada"_s;
+    EXPECT_THROW(make(u"name"_s, u"age"_s, false), NS::KeyValueException);
+    EXPECT_THROW(make(u"name"_s, u"initials"_s, false), NS::KeyValueException);
+    EXPECT_EQ(output([&] { first.setAge(1); }), ""); // nothing is left behind
+
+    const Binding binding(&first, u"height"_s, &second, u"age"_s);
+    EXPECT_EQ(output([&] { set(first, u"height"_s, 3.7); }),
+              "Warning: Person cannot take this value for its key \"age\": double 3.7 is no int "
+              "(key path \"age\")\n");
+    EXPECT_EQ(second.age(), 0);
+    EXPECT_EQ(first.height, 3.7);
+}
+
+#ifndef QT_NO_DEBUG
+TEST(Binding, objects_of_two_threads_are_refused)
+{
+    Person first;
+    Person second;
+    QThread thread;
+    second.moveToThread(&thread);
+    EXPECT_DEATH(Binding(&first, u"age"_s, &second, u"level"_s),
+                 "Error: .*\"age\".*\"level\".*two threads");
+}
+#endif
+
+} // namespace Pellarvine
