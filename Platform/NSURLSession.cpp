@@ -11,9 +11,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <deque>
 #include <unordered_map>
 #include <utility>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -177,7 +177,7 @@ private:
 
     std::mutex m_mutex; // guards these three
     std::unique_ptr<QNetworkAccessManager> m_manager;
-    std::vector<Task> m_incoming;
+    std::deque<Task> m_incoming;
     bool m_hasEnded = false;
 
     std::unordered_map<QNetworkReply *, Transfer> m_transfers; // for this thread alone
@@ -240,7 +240,7 @@ void URLSession::Worker::run()
 
 void URLSession::Worker::startIncoming()
 {
-    std::vector<Task> tasks;
+    std::deque<Task> tasks;
     {
         const std::lock_guard lock(m_mutex);
         tasks.swap(m_incoming);
@@ -251,8 +251,11 @@ void URLSession::Worker::startIncoming()
 
 void URLSession::Worker::send(Transfer transfer)
 {
-    if (isInterruptionRequested())
-        return call(transfer.task.handler, cancellation());
+    if (isInterruptionRequested()) {
+        const std::lock_guard lock(m_mutex);
+        m_incoming.push_back(std::move(transfer.task)); // to be cancelled
+        return;
+    }
     QNetworkRequest &request = transfer.task.request;
     if (request.transferTimeout() == 0)
         request.setTransferTimeout(idleLimit);
@@ -275,7 +278,7 @@ void URLSession::Worker::send(Transfer transfer)
     }
     m_transfers.emplace(reply, std::move(transfer));
     QObject::connect(reply, &QNetworkReply::sslErrors, reply,
-                     [this, reply] { m_transfers.at(reply).isUntrusted = true; });
+                     [this, reply] { m_transfers[reply].isUntrusted = true; });
     QObject::connect(reply, &QNetworkReply::finished, reply, [this, reply] { finish(reply); });
 }
 
@@ -315,29 +318,26 @@ void URLSession::Worker::redirect(Transfer transfer, const QNetworkReply &reply,
     send(std::move(transfer));
 }
 
+// One at a time, so that none is lost when a handler calls exit() and this runs anew within itself.
 void URLSession::Worker::cancelAll()
 {
-    const URLError error { URLError::cancelled, QCoreApplication::instance()
-                                                        ? tr("The program is ending.")
-                                                        : tr("There is no application object.") };
     for (;;) {
-        std::unordered_map<QNetworkReply *, Transfer> transfers;
-        std::vector<Task> tasks;
         std::unique_ptr<QNetworkAccessManager> manager;
-        transfers.swap(m_transfers);
+        Task task;
         {
             const std::lock_guard lock(m_mutex);
             manager.swap(m_manager);
-            tasks.swap(m_incoming);
-            m_hasEnded = transfers.empty() && tasks.empty();
+            for (auto &[reply, transfer] : m_transfers)
+                m_incoming.push_back(std::move(transfer.task));
+            m_transfers.clear();
+            m_hasEnded = m_incoming.empty();
+            if (m_hasEnded)
+                return;
+            task = std::move(m_incoming.front());
+            m_incoming.pop_front();
         }
-        if (m_hasEnded)
-            return;
         manager.reset();
-        for (const auto &[reply, transfer] : transfers)
-            call(transfer.task.handler, error);
-        for (const Task &task : tasks)
-            call(task.handler, error);
+        call(task.handler, cancellation());
     }
 }
 

@@ -6,6 +6,7 @@
 using namespace Qt::StringLiterals;
 
 Page *makeContainerPage(QWidget *parent);
+Page *makeTicketsPage(QWidget *parent);
 
 namespace {
 
@@ -20,5 +21,6 @@ QList<PageEntry> pages()
 {
     return {
         { u"container"_s, tr("Container"), tr("Data"), &makeContainerPage },
+        { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }
