@@ -173,6 +173,7 @@ private:
     void startIncoming();
     void send(Transfer transfer);
     void finish(QNetworkReply *reply);
+    void rest();
     void redirect(Transfer transfer, const QNetworkReply &reply, const QUrl &target);
 
     std::mutex m_mutex; // guards these three
@@ -262,8 +263,6 @@ void URLSession::Worker::send(Transfer transfer)
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    // Before the server drops an idle connection: a request that meets the drop is lost.
-    request.setAttribute(QNetworkRequest::ConnectionCacheExpiryTimeoutSecondsAttribute, 1);
     QSslConfiguration tls = request.sslConfiguration();
     tls.setPeerVerifyMode(QSslSocket::VerifyPeer);
     request.setSslConfiguration(tls);
@@ -288,6 +287,8 @@ void URLSession::Worker::finish(QNetworkReply *reply)
     if (!node)
         return;
     reply->deleteLater();
+    QMetaObject::invokeMethod(
+            m_manager.get(), [this] { rest(); }, Qt::QueuedConnection);
     Transfer &transfer = node.mapped();
     const CompletionHandler &handler = transfer.task.handler;
     if (!isAnswered(*reply))
@@ -296,6 +297,14 @@ void URLSession::Worker::finish(QNetworkReply *reply)
     if (target.isEmpty())
         return call(handler, std::nullopt);
     redirect(std::move(transfer), *reply, reply->url().resolved(target));
+}
+
+// Keeps no connection that the next request could find dropped by the server, and no thread of Qt's
+// for one.
+void URLSession::Worker::rest()
+{
+    if (m_transfers.empty())
+        m_manager->clearConnectionCache();
 }
 
 // Qt's own way of following would repeat the credentials to whatever address it is shown, and a
