@@ -145,6 +145,10 @@ std::atomic_bool isExiting = false;
 class URLSession::Worker final : public QThread
 {
 public:
+    // Only once the thread has ended. The lock shows that to the thread sanitizer, which does not see
+    // QThread::wait().
+    ~Worker() override { const std::lock_guard lock(m_mutex); }
+
     struct Task
     {
         QNetworkRequest request;
