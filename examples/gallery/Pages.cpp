@@ -11,6 +11,7 @@ Page *makeContainerPage(QWidget *parent);
 Page *makeDrawingPage(QWidget *parent);
 Page *makeFontsPage(QWidget *parent);
 Page *makeMarkupPage(QWidget *parent);
+Page *makeTicketsPage(QWidget *parent);
 
 namespace {
 
@@ -30,5 +31,6 @@ QList<PageEntry> pages()
         { u"fonts"_s, tr("Fonts"), tr("Colour and text"), &makeFontsPage },
         { u"markup"_s, tr("Markup"), tr("Colour and text"), &makeMarkupPage },
         { u"drawing"_s, tr("Drawing"), tr("Colour and text"), &makeDrawingPage },
+        { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Ostrevane/TicketRequest.h>
+#include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/NSURLSession.h>
+
+#include <QUrl>
+#include <QXmlStreamWriter>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine::detail {
+
+namespace {
+
+QUrl ticketsUrl(const QString &baseUrl, const QString &project)
+{
+    const QUrl url(baseUrl + project + "/tickets"_L1, QUrl::StrictMode);
+    if (!url.isValid() || url.scheme() != "https"_L1 || url.host().isEmpty())
+        fatalError("Error: the ticket tracker's address is not a valid HTTPS URL");
+    return url;
+}
+
+// The Char production of XML 1.0, for one UTF-16 unit that is not part of a pair.
+bool isXmlCharacter(char16_t unit)
+{
+    if (unit < u' ')
+        return unit == u'\t' || unit == u'\n' || unit == u'\r';
+    return !QChar::isSurrogate(unit) && unit < 0xfffe;
+}
+
+QString representable(const QString &text)
+{
+    QString result = text;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool isPair =
+                text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        if (isPair)
+            ++i;
+        else if (!isXmlCharacter(text[i].unicode()))
+            result[i] = QChar::ReplacementCharacter;
+    }
+    return result;
+}
+
+void writeElement(QXmlStreamWriter &writer, const QString &name, const QString &text)
+{
+    writer.writeStartElement(name);
+    // A reader turns a bare carriage return into a line feed, which the writer does not heed.
+    const QStringList parts = representable(text).split(u'\r');
+    writer.writeCharacters(parts.constFirst());
+    for (qsizetype i = 1; i < parts.size(); ++i) {
+        writer.writeEntityReference(u"#13"_s);
+        writer.writeCharacters(parts[i]);
+    }
+    writer.writeEndElement();
+}
+
+QByteArray document(const QString &summary, const QString &description)
+{
+    QByteArray bytes;
+    QXmlStreamWriter writer(&bytes);
+    writer.writeStartDocument();
+    writer.writeStartElement(u"ticket"_s);
+    writeElement(writer, u"summary"_s, summary);
+    writeElement(writer, u"description"_s, description);
+    writer.writeEndDocument();
+    return bytes;
+}
+
+} // namespace
+
+TicketRequest::TicketRequest(const CodebaseTicket &ticket, const QString &baseUrl)
+    : m_head(ticketsUrl(baseUrl, ticket.m_project))
+    , m_body(document(ticket.m_summary, ticket.m_description))
+{
+    const QByteArray account = (ticket.m_user + u':' + ticket.m_apiKey).toUtf8();
+    m_head.setRawHeader("Accept", "application/xml");
+    m_head.setRawHeader("Content-Type", "application/xml");
+    m_head.setRawHeader("Authorization", "Basic " + account.toBase64());
+}
+
+void TicketRequest::send(CodebaseTicket::Callback callback) const
+{
+    NS::URLSession::shared().post(m_head, m_body, std::move(callback));
+}
+
+} // namespace Pellarvine::detail

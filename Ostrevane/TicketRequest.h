@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Not API: what a ticket is sent as.
+#pragma once
+
+#include <pellarvine/Ostrevane/CodebaseTicket.h>
+
+#include <QNetworkRequest>
+
+namespace Pellarvine::detail {
+
+/// The HTTP request that files a ticket with the tracker at `baseUrl`, which ends in a slash. Stops
+/// the process if that and the ticket's project are no HTTPS URL.
+class PELLARVINE_INTERNAL_EXPORT TicketRequest
+{
+public:
+    TicketRequest(const CodebaseTicket &ticket, const QString &baseUrl);
+
+    const QNetworkRequest &head() const { return m_head; }
+    const QByteArray &body() const { return m_body; }
+
+    void send(CodebaseTicket::Callback callback) const;
+
+private:
+    QNetworkRequest m_head;
+    QByteArray m_body;
+};
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QString>
+
+namespace NS {
+
+/// Why a transfer failed. That a server answered with an error of its own is not among the reasons.
+///
+///     ticket.post([](const std::optional<NS::URLError> &error) {
+///         if (error && error->code == NS::URLError::timedOut)
+///             qWarning() << error->localizedDescription;
+///     });
+///
+/// A plain value, never thrown.
+struct URLError
+{
+    /// Numbered as the framework numbers them, for logs and bug reports.
+    enum Code {
+        unknown = -1,
+        cancelled = -999, ///< the program is ending, or has no QCoreApplication
+        timedOut = -1001, ///< no byte moved for too long
+        cannotFindHost = -1003, ///< the name has no address
+        cannotConnectToHost = -1004, ///< refused, or not reachable through the proxy
+        networkConnectionLost = -1005, ///< the server hung up before its answer was complete
+        httpTooManyRedirects = -1007,
+        notConnectedToInternet = -1009,
+        badServerResponse = -1011, ///< no HTTP, or a redirection that is not followed
+        secureConnectionFailed = -1200, ///< TLS could not be agreed on
+        serverCertificateUntrusted = -1202, ///< unknown issuer, wrong name, out of date
+    };
+
+    Code code = unknown;
+    QString localizedDescription; ///< a sentence for people, in Qt's language where it has one
+
+    bool operator==(const URLError &) const = default;
+};
+
+} // namespace NS

@@ -1,0 +1,400 @@
+// SPDX-License-Identifier: MIT
+#include "Inbox.h"
+#include "LoopbackServer.h"
+
+#include <pellarvine/Ostrevane/TicketRequest.h>
+#include <pellarvine/Platform/NSURLSession.h>
+
+#include <QElapsedTimer>
+#include <QLoggingCategory>
+#include <QNetworkProxy>
+#include <QScopeGuard>
+#include <QSslConfiguration>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+namespace Pellarvine {
+
+namespace {
+
+// The default account, joined and encoded by the base64 command.
+constexpr auto authorization =
+        "YnJlbmhhdy90b2xsbWFyazo3YzFlOTBiNGQyNWE4M2Y2ZTBiOWM0YTdkMTNmNThlMmI2"
+        "YTA5ZDQ3";
+constexpr auto apiKey = "7c1e90b4d25a83f6e0b9c4a7d13f58e2b6a09d47";
+
+void trust(const QSslCertificate &certificate)
+{
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setCaCertificates({ certificate });
+    QSslConfiguration::setDefaultConfiguration(configuration);
+}
+
+LoopbackServer::Reaction saying(const QByteArray &bytes)
+{
+    return [bytes](QSslSocket &client, const QByteArray &) {
+        client.write(bytes);
+        client.disconnectFromHost();
+    };
+}
+
+QString addressOfPort(quint16 port)
+{
+    return u"https://127.0.0.1:%1/"_s.arg(port);
+}
+
+QString addressThatRefuses()
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return addressOfPort(server.serverPort());
+}
+
+// Too long for a DNS message, so that no name server is asked.
+QString addressWithoutHost()
+{
+    const QString label(60, u'x');
+    return u"https://%1.%1.%1.%1.%1.invalid/"_s.arg(label);
+}
+
+} // namespace
+
+class TicketTransfer : public ::testing::Test
+{
+protected:
+    TicketTransfer()
+    {
+        // A proxy of the machine would lead away from it.
+        QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+    }
+    ~TicketTransfer() override
+    {
+        QSslConfiguration::setDefaultConfiguration(m_configuration);
+        QNetworkProxy::setApplicationProxy(QNetworkProxy::DefaultProxy);
+    }
+
+    // Posts one ticket, as `post` does but to that address, and gives what came back.
+    std::optional<NS::URLError> post(const QString &baseUrl,
+                                     const CodebaseTicket &ticket = { u"Crash"_s, u"Twice"_s })
+    {
+        const Inbox inbox;
+        detail::TicketRequest(ticket, baseUrl).send(inbox.callback());
+        const QList<Inbox::Call> calls = inbox.waitFor(1);
+        EXPECT_EQ(calls.size(), 1);
+        return calls.isEmpty() ? NS::URLError() : calls.constFirst().error;
+    }
+
+private:
+    QSslConfiguration m_configuration = QSslConfiguration::defaultConfiguration();
+};
+
+TEST_F(TicketTransfer, the_server_receives_one_post_with_each_header_once)
+{
+    const LoopbackServer server;
+    trust(server.certificate());
+    const CodebaseTicket ticket(u"<b> & \"]]>\" \U0001F41E"_s, u"Line one\nLine two"_s);
+    EXPECT_EQ(post(server.baseUrl(), ticket), std::nullopt);
+
+    ASSERT_EQ(server.requests().size(), 1);
+    const QByteArray request = server.requests().constFirst();
+    const qsizetype headerLength = request.indexOf("\r\n\r\n");
+    QByteArrayList lines = request.left(headerLength).split('\n');
+    EXPECT_EQ(lines.takeFirst().trimmed(), "POST /pellarvine-sample-project/tickets HTTP/1.1");
+    QMultiMap<QByteArray, QByteArray> headers;
+    for (const QByteArray &line : lines) {
+        const qsizetype colon = line.indexOf(':');
+        headers.insert(line.left(colon).toLower(), line.mid(colon + 1).trimmed());
+    }
+    const QByteArray body = request.mid(headerLength + 4);
+    EXPECT_EQ(headers.values("host"),
+              QByteArrayList { server.baseUrl().mid(8).chopped(1).toUtf8() });
+    EXPECT_EQ(headers.values("accept"), QByteArrayList { "application/xml" });
+    EXPECT_EQ(headers.values("content-type"), QByteArrayList { "application/xml" });
+    EXPECT_EQ(headers.values("content-length"), QByteArrayList { QByteArray::number(body.size()) });
+    EXPECT_EQ(headers.values("authorization"),
+              QByteArrayList { QByteArray("Basic ") + authorization });
+    EXPECT_EQ(headers.size(), headers.uniqueKeys().size());
+    EXPECT_EQ(body, QString::fromUtf8(
+                            "<?xml version=\"1.0\" encoding=\"UTF-8\"?><ticket><summary>&lt;b&gt; "
+                            "&amp; &quot;]]&gt;&quot; \U0001F41E</summary><description>Line one\n"
+                            "Line two</description></ticket>\n")
+                            .toUtf8());
+}
+
+TEST_F(TicketTransfer, goes_to_the_tracker_that_the_library_was_built_for)
+{
+    // The address must not be looked up: a proxy is told its name.
+    QTcpServer proxy;
+    ASSERT_TRUE(proxy.listen(QHostAddress::LocalHost));
+    QNetworkProxy::setApplicationProxy(
+            { QNetworkProxy::HttpProxy, u"127.0.0.1"_s, proxy.serverPort() });
+    const Inbox inbox;
+    CodebaseTicket(u"Crash"_s, u"Twice"_s).post(inbox.callback());
+    ASSERT_TRUE(proxy.waitForNewConnection(30'000));
+    QTcpSocket *const client = proxy.nextPendingConnection();
+    ASSERT_TRUE(client->waitForReadyRead(30'000));
+    EXPECT_EQ(client->readLine(), "CONNECT api.tracker.example:443 HTTP/1.1\r\n");
+    EXPECT_THAT(client->readAll().toStdString(), Not(HasSubstr(authorization)));
+    client->write("HTTP/1.1 407 Proxy Authentication Required\r\n"
+                  "Proxy-Authenticate: Basic realm=\"x\"\r\nContent-Length: 0\r\n\r\n");
+    ASSERT_TRUE(client->waitForBytesWritten(30'000));
+    const QList<Inbox::Call> calls = inbox.waitFor(1);
+    ASSERT_EQ(calls.size(), 1);
+    ASSERT_TRUE(calls[0].error);
+    EXPECT_EQ(calls[0].error->code, NS::URLError::cannotConnectToHost);
+}
+
+TEST_F(TicketTransfer, a_complete_answer_is_no_error_whatever_it_says)
+{
+    const QList<QPair<QByteArray, QByteArray>> answers {
+        { "200 OK", {} },
+        { "201 Created", {} },
+        { "304 Not Modified", {} },
+        { "302 Found", {} }, // without saying where
+        { "400 Bad Request", {} },
+        { "401 Unauthorized", {} },
+        { "401 Unauthorized", "WWW-Authenticate: Basic realm=\"tracker\"\r\n" },
+        { "403 Forbidden", {} },
+        { "404 Not Found", {} },
+        { "407 Proxy Authentication Required", {} },
+        { "422 Unprocessable Entity", {} },
+        { "500 Internal Server Error", {} },
+        { "503 Service Unavailable", {} },
+    };
+    for (const auto &[status, headers] : answers) {
+        SCOPED_TRACE((status + ' ' + headers).constData());
+        const LoopbackServer server(LoopbackServer::answer(status, headers));
+        trust(server.certificate());
+        EXPECT_EQ(post(server.baseUrl()), std::nullopt);
+        EXPECT_EQ(server.requests().size(), 1);
+    }
+}
+
+TEST_F(TicketTransfer, a_server_that_hangs_up_is_an_error_and_sees_the_ticket_once)
+{
+    const QByteArrayList answers {
+        "",
+        "HTTP/1.1 20",
+        "HTTP/1.1 201 Created\r\nContent-Le",
+        "HTTP/1.1 201 Created\r\nContent-Length: 10\r\n\r\n<tick",
+        "HTTP/1.1 500 Internal Server Error\r\nContent-Length: 10\r\n\r\n<tick",
+        "HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"x\"\r\n"
+        "Content-Length: 10\r\n\r\n<tick",
+        "HTTP/1.1 201 Created\r\nTransfer-Encoding: chunked\r\n\r\n9\r\n<tick",
+        "this is not HTTP\r\n\r\n",
+    };
+    for (const QByteArray &answer : answers) {
+        SCOPED_TRACE(answer.constData());
+        const LoopbackServer server(saying(answer));
+        trust(server.certificate());
+        const auto error = post(server.baseUrl());
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->code, NS::URLError::networkConnectionLost);
+        EXPECT_EQ(server.requests().size(), 1);
+    }
+}
+
+TEST_F(TicketTransfer, a_server_that_cannot_be_reached_is_an_error)
+{
+    const auto refused = post(addressThatRefuses());
+    ASSERT_TRUE(refused);
+    EXPECT_EQ(refused->code, NS::URLError::cannotConnectToHost);
+    EXPECT_FALSE(refused->localizedDescription.isEmpty());
+
+    const auto unresolvable = post(addressWithoutHost());
+    ASSERT_TRUE(unresolvable);
+    EXPECT_EQ(unresolvable->code, NS::URLError::cannotFindHost);
+}
+
+TEST_F(TicketTransfer, a_server_that_falls_silent_is_an_error_in_the_end)
+{
+    const LoopbackServer server([](QSslSocket &, const QByteArray &) {});
+    trust(server.certificate());
+    const detail::TicketRequest ticket(CodebaseTicket(u"Crash"_s, u"Twice"_s), server.baseUrl());
+    QNetworkRequest head = ticket.head();
+    head.setTransferTimeout(300);
+    const Inbox inbox;
+    NS::URLSession::shared().post(head, ticket.body(), inbox.callback());
+    const QList<Inbox::Call> calls = inbox.waitFor(1);
+    ASSERT_EQ(calls.size(), 1);
+    ASSERT_TRUE(calls[0].error);
+    EXPECT_EQ(calls[0].error->code, NS::URLError::timedOut);
+}
+
+TEST_F(TicketTransfer, a_certificate_that_is_not_trusted_is_shown_no_key)
+{
+    for (const QByteArray name : { "IP:127.0.0.1", "DNS:tracker.example" }) {
+        // The second as in a program that has switched verification off for its own servers.
+        for (const auto mode : { QSslSocket::AutoVerifyPeer, QSslSocket::VerifyNone }) {
+            const LoopbackServer server(LoopbackServer::answer("201 Created"), name);
+            const bool isUnknown = name.startsWith("IP");
+            trust(isUnknown ? LoopbackCertificate::make(name).certificate : server.certificate());
+            QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+            configuration.setPeerVerifyMode(mode);
+            QSslConfiguration::setDefaultConfiguration(configuration);
+            const auto error = post(server.baseUrl());
+            ASSERT_TRUE(error);
+            EXPECT_EQ(error->code, NS::URLError::serverCertificateUntrusted);
+            EXPECT_TRUE(server.requests().isEmpty());
+        }
+    }
+}
+
+TEST_F(TicketTransfer, a_redirection_is_followed_on_the_same_server_only)
+{
+    const LoopbackServer other;
+    for (const QByteArray status : { "301", "302", "303", "307", "308" }) {
+        SCOPED_TRACE(status.constData());
+        const LoopbackServer same([status](QSslSocket &client, const QByteArray &request) {
+            const bool isMoved = request.contains(" /moved ");
+            const auto answer =
+                    isMoved ? LoopbackServer::answer("500 Internal Server Error")
+                            : LoopbackServer::answer(status + " Moved", "Location: /moved\r\n");
+            answer(client, request);
+        });
+        trust(same.certificate());
+        EXPECT_EQ(post(same.baseUrl()), std::nullopt);
+        ASSERT_EQ(same.requests().size(), 2);
+        const QByteArray second = same.requests().constLast();
+        const bool keepsBody = status == "307" || status == "308";
+        EXPECT_TRUE(second.startsWith(keepsBody ? "POST /moved " : "GET /moved "));
+        EXPECT_EQ(second.endsWith("</ticket>\n"), keepsBody);
+        EXPECT_EQ(second.contains("Content-Type"), keepsBody);
+
+        const LoopbackServer leaving(LoopbackServer::answer(
+                status + " Moved", "Location: " + other.baseUrl().toUtf8() + "\r\n"));
+        trust(leaving.certificate());
+        const auto error = post(leaving.baseUrl());
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->code, NS::URLError::badServerResponse);
+    }
+    EXPECT_TRUE(other.requests().isEmpty());
+
+    const LoopbackServer circle(LoopbackServer::answer("307 Moved", "Location: /moved\r\n"));
+    trust(circle.certificate());
+    const auto error = post(circle.baseUrl());
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->code, NS::URLError::httpTooManyRedirects);
+    EXPECT_EQ(circle.requests().size(), 21);
+}
+
+TEST_F(TicketTransfer, fifty_tickets_at_once_all_arrive_and_report_on_one_background_thread)
+{
+    constexpr int count = 50;
+    const LoopbackServer server;
+    trust(server.certificate());
+    const Inbox inbox;
+    for (int number = 0; number < count; ++number)
+        detail::TicketRequest({ u"Number %1."_s.arg(number), {} }, server.baseUrl())
+                .send(inbox.callback());
+    const QList<Inbox::Call> calls = inbox.waitFor(count);
+    ASSERT_EQ(calls.size(), count);
+    for (const Inbox::Call &call : calls) {
+        EXPECT_EQ(call.error, std::nullopt);
+        EXPECT_EQ(call.thread, calls.constFirst().thread);
+        EXPECT_NE(call.thread, QThread::currentThread());
+    }
+    const QList<QByteArray> requests = server.requests();
+    EXPECT_EQ(requests.size(), count);
+    for (int number = 0; number < count; ++number) {
+        const QByteArray summary = "<summary>Number " + QByteArray::number(number) + ".</summary>";
+        EXPECT_EQ(std::ranges::count_if(requests,
+                                        [&](auto &bytes) { return bytes.contains(summary); }),
+                  1)
+                << number;
+    }
+}
+
+TEST_F(TicketTransfer, posting_takes_less_than_a_millisecond_with_the_network_down)
+{
+    const QString address = addressThatRefuses();
+    constexpr int count = 51;
+    QList<qint64> durations;
+    const Inbox inbox;
+    for (int i = 0; i < count; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        detail::TicketRequest({ u"Crash"_s, u"Twice"_s }, address).send(inbox.callback());
+        durations.append(timer.nsecsElapsed());
+        inbox.waitFor(i + 1);
+    }
+    // The middle one: a busy machine may stop this thread at any time.
+    std::ranges::sort(durations);
+    EXPECT_LT(durations[count / 2], 1'000'000);
+}
+
+TEST_F(TicketTransfer, a_callback_may_post_again_or_be_empty_but_must_not_throw)
+{
+    const LoopbackServer server;
+    trust(server.certificate());
+    const Inbox inbox;
+    const detail::TicketRequest ticket(CodebaseTicket(u"Crash"_s, u"Twice"_s), server.baseUrl());
+    ticket.send({});
+    ticket.send([&](const auto &) { ticket.send(inbox.callback()); });
+    ASSERT_EQ(inbox.waitFor(1).size(), 1);
+    EXPECT_EQ(inbox.waitFor(1)[0].error, std::nullopt);
+    EXPECT_EQ(server.requests().size(), 3);
+
+    EXPECT_EXIT(
+            {
+                detail::TicketRequest({ {}, {} }, addressThatRefuses()).send([](const auto &) {
+                    throw std::runtime_error("a fault of the program's");
+                });
+                QThread::sleep(30);
+            },
+            ::testing::KilledBySignal(SIGABRT),
+            "(^|\n)Error: a completion handler threw an exception\n");
+}
+
+TEST_F(TicketTransfer, the_key_is_in_no_output_log_or_error)
+{
+    static QByteArray log;
+    static std::mutex logMutex;
+    log.clear();
+    QLoggingCategory::setFilterRules(u"*=true"_s);
+    const QtMessageHandler previous =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &text) {
+                const std::lock_guard lock(logMutex);
+                log += text.toUtf8() + '\n';
+            });
+    const auto restore = qScopeGuard([previous] {
+        qInstallMessageHandler(previous);
+        QLoggingCategory::setFilterRules({});
+    });
+    ::testing::internal::CaptureStdout();
+    ::testing::internal::CaptureStderr();
+    const LoopbackServer good;
+    const LoopbackServer hangingUp(saying(""));
+    const LoopbackServer echoing([](QSslSocket &client, const QByteArray &request) {
+        saying("HTTP/1.1 999 " + request.simplified()
+               + "\r\nContent-Length: 10\r\n\r\n<tick")(client, {});
+    });
+    const LoopbackServer stranger;
+    QByteArray errors;
+    for (const LoopbackServer *const server : { &good, &hangingUp, &echoing, &stranger }) {
+        if (server != &stranger)
+            trust(server->certificate());
+        if (const auto error = post(server->baseUrl()))
+            errors += error->localizedDescription.toUtf8() + '\n';
+    }
+    for (const QString &address : { addressThatRefuses(), addressWithoutHost() })
+        errors += post(address).value_or(NS::URLError()).localizedDescription.toUtf8() + '\n';
+    const std::string output =
+            ::testing::internal::GetCapturedStdout() + ::testing::internal::GetCapturedStderr();
+    const std::lock_guard lock(logMutex);
+    EXPECT_EQ(errors.count('\n'), 5) << errors.constData();
+    for (const char *const secret : { apiKey, authorization })
+        EXPECT_THAT(output + errors.toStdString() + log.toStdString(), Not(HasSubstr(secret)));
+}
+
+} // namespace Pellarvine
