@@ -229,6 +229,11 @@ std::vector<ConstraintSolver::Constraint> ConstraintSolver::setConstant(Constrai
     return conflict;
 }
 
+double ConstraintSolver::constant(Constraint constraint) const
+{
+    return m_records[int(constraint)].constant;
+}
+
 void ConstraintSolver::solve()
 {
     if (!isUndecided()) {

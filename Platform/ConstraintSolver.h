@@ -92,6 +92,7 @@ public:
     /// Gives the constraint's expression another constant. Returns nothing, or the required
     /// constraints that contradict each other with that constant; the old one then stays.
     std::vector<Constraint> setConstant(Constraint constraint, double constant);
+    double constant(Constraint constraint) const;
 
     /// Takes a snapshot of the solution, which `value` reads until the next one.
     void solve();

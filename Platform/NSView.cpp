@@ -17,6 +17,8 @@ namespace NS {
 
 namespace {
 
+constexpr auto translatesProperty = "translatesAutoresizingMaskIntoConstraints";
+
 double spaceHeight(const QWidget *widget)
 {
     if (!widget->isWindow())
@@ -137,15 +139,20 @@ void sendPendingResize(QWidget *widget)
 
 void layoutTree(QWidget *widget)
 {
-    sendPendingResize(widget);
-    if (widget->layout())
-        widget->layout()->activate();
-    if (LayoutMark *const mark = marks().value(widget))
-        mark->perform();
-    const QObjectList children = widget->children();
-    for (QObject *const child : children) {
-        if (child->isWidgetType() && !static_cast<QWidget *>(child)->isWindow())
-            layoutTree(static_cast<QWidget *>(child));
+    // A second round where what is below asks for another size once it has been laid out.
+    for (int round = 0; round < 2; ++round) {
+        sendPendingResize(widget);
+        if (widget->layout())
+            widget->layout()->activate();
+        if (LayoutMark *const mark = marks().value(widget))
+            mark->perform();
+        const QObjectList children = widget->children();
+        for (QObject *const child : children) {
+            if (child->isWidgetType() && !static_cast<QWidget *>(child)->isWindow())
+                layoutTree(static_cast<QWidget *>(child));
+        }
+        if (!widget->layout() || !widget->layout()->activate())
+            return;
     }
 }
 
@@ -208,6 +215,17 @@ void addSubview(QWidget *parent, QWidget *subview)
     subview->setParent(parent);
     if (!wasHiddenByCall)
         subview->show();
+}
+
+bool translatesAutoresizingMaskIntoConstraints(const QWidget *widget)
+{
+    return widget->property(translatesProperty).toBool();
+}
+
+void setTranslatesAutoresizingMaskIntoConstraints(QWidget *widget, bool translates)
+{
+    if (translates != translatesAutoresizingMaskIntoConstraints(widget))
+        widget->setProperty(translatesProperty, translates);
 }
 
 void setNeedsLayout(QWidget *widget, bool needsLayout)

@@ -52,6 +52,15 @@ PELLARVINE_EXPORT QMarginsF alignmentRectInsets(const QWidget *widget);
 /// was hidden by a call. The parent owns it from then on. A child already stays where it is.
 PELLARVINE_EXPORT void addSubview(QWidget *parent, QWidget *subview);
 
+// Constraints
+
+/// Whether the widget's frame is taken as it is, whatever the constraints would make of it: they can
+/// then place others by it. False unless set, and true in effect for widgets that a Qt layout of
+/// another kind places.
+PELLARVINE_EXPORT bool translatesAutoresizingMaskIntoConstraints(const QWidget *widget);
+PELLARVINE_EXPORT void setTranslatesAutoresizingMaskIntoConstraints(QWidget *widget,
+                                                                    bool translates);
+
 // The layout pass
 
 /// Marks the widget, or unmarks it. A marked widget's `performLayout()`, which its class declares
