@@ -107,6 +107,13 @@ QHash<const QWidget *, LayoutEngine *> &engines()
     return all;
 }
 
+// Hosts whose constraints another engine, above, has taken over.
+QHash<const QWidget *, LayoutEngine *> &takenOver()
+{
+    static QHash<const QWidget *, LayoutEngine *> all;
+    return all;
+}
+
 // Reports the engine's answers to Qt. It holds no items: the engine places the widgets.
 class ConstraintLayout : public QLayout
 {
@@ -155,8 +162,19 @@ private:
 
 LayoutEngine *LayoutEngine::on(QWidget *host)
 {
-    LayoutEngine *const existing = engines().value(host);
-    return existing ? existing : new LayoutEngine(host);
+    if (LayoutEngine *const upper = takenOver().value(host))
+        return upper;
+    if (LayoutEngine *const own = engines().value(host))
+        return own;
+    for (QWidget *widget = host; !widget->isWindow() && widget->parentWidget();) {
+        widget = widget->parentWidget();
+        LayoutEngine *const upper = engines().value(widget);
+        if (upper && upper->placesBelow(host) && isReachable(host, widget)) {
+            upper->replace(host);
+            return upper;
+        }
+    }
+    return new LayoutEngine(host);
 }
 
 bool LayoutEngine::canReport(const QWidget *host)
@@ -184,27 +202,27 @@ LayoutEngine::LayoutEngine(QWidget *host)
 LayoutEngine::~LayoutEngine()
 {
     engines().remove(m_host);
+    takenOver().removeIf([&](auto entry) { return entry.value() == this; });
     for (const Active &active : inOrder()) {
         active.constraint->setEngine(nullptr);
     }
 }
 
-void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint)
+void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWidget *ancestor)
 {
-    QWidget *const ends[] = { constraint->firstItem(), constraint->secondItem() };
-    for (QWidget *const widget : ends) {
-        if (Item *const item = acquire(widget))
-            ++item->uses;
-    }
+    acquire(constraint->firstItem(), ancestor);
+    acquire(constraint->secondItem(), ancestor);
     const Solver::Addition added = addToSolver(*constraint);
     if (!added.constraint) {
         warnAbout(*constraint, added.conflict);
-        for (QWidget *const widget : ends)
-            release(widget);
+        release(constraint->firstItem(), ancestor);
+        release(constraint->secondItem(), ancestor);
+        constraint->setEngine(nullptr);
         return;
     }
-    m_active.insert_or_assign(constraint.get(),
-                              Active { constraint, *added.constraint, m_nextNumber++ });
+    m_active.insert_or_assign(constraint.get(), Active { constraint, constraint->firstItem(),
+                                                         constraint->secondItem(), ancestor,
+                                                         *added.constraint, m_nextNumber++ });
     request();
     constraint->setEngine(this);
 }
@@ -215,8 +233,8 @@ void LayoutEngine::remove(LayoutConstraint *constraint)
     const Active active = std::move(place->second);
     m_active.erase(place);
     m_solver.remove(active.handle);
-    release(constraint->firstItem());
-    release(constraint->secondItem());
+    release(active.first, active.ancestor);
+    release(active.second, active.ancestor);
     request();
     constraint->setEngine(nullptr);
 }
@@ -251,7 +269,7 @@ void LayoutEngine::updateStrength(LayoutConstraint *constraint)
 // Items
 
 LayoutEngine::Wish LayoutEngine::wishOf(const QWidget *widget, Qt::Orientation orientation,
-                                        double insets, double heightForWidth)
+                                        double insets, double heightForWidth, bool canHint)
 {
     const QSizePolicy::Policy policy = orientation == Qt::Horizontal
                                                ? widget->sizePolicy().horizontalPolicy()
@@ -264,7 +282,7 @@ LayoutEngine::Wish LayoutEngine::wishOf(const QWidget *widget, Qt::Orientation o
     hint = std::max(hint, minimumHint);
     const int minimum = lengthOf(widget->minimumSize(), orientation);
     const int maximum = lengthOf(widget->maximumSize(), orientation);
-    const bool hasHint = hint >= 0.0 && !isIgnored;
+    const bool hasHint = canHint && hint >= 0.0 && !isIgnored;
 
     Wish wish;
     wish.notBelow = wish.notAbove = unwantedLevel;
@@ -345,20 +363,31 @@ void LayoutEngine::setPlace(Axis &axis, std::optional<double> origin)
     }
 }
 
-LayoutEngine::Item *LayoutEngine::acquire(QWidget *widget)
+void LayoutEngine::acquire(QWidget *widget, const QWidget *ancestor)
 {
     if (!widget || widget == m_host)
-        return nullptr;
-    std::unique_ptr<Item> &item = m_items[widget];
-    if (item)
-        return item.get();
-    item = std::make_unique<Item>();
-    item->widget = widget;
-    item->number = m_nextNumber++;
-    for (Axis *const axis : { &item->x, &item->y }) {
-        axis->origin = m_solver.addVariable();
-        axis->extent = m_solver.addVariable();
+        return;
+    for (QWidget *between = widget->parentWidget(); between != m_host;
+         between = between->parentWidget()) {
+        LayoutEngine *const lower = engines().value(between);
+        if (lower && lower->m_items.contains(widget) && isReachable(between, m_host))
+            takeOver(lower);
     }
+    std::unique_ptr<Item> &item = m_items[widget];
+    const bool isNew = !item;
+    if (isNew) {
+        item = std::make_unique<Item>();
+        item->widget = widget;
+        item->number = m_nextNumber++;
+        for (Axis *const axis : { &item->x, &item->y }) {
+            axis->origin = m_solver.addVariable();
+            axis->extent = m_solver.addVariable();
+        }
+    }
+    ++item->uses;
+    item->placings += widget != ancestor ? 1 : 0;
+    if (!isNew)
+        return;
     refresh(*item);
     const int depth = depthOf(widget);
     const auto place = std::upper_bound(
@@ -366,14 +395,16 @@ LayoutEngine::Item *LayoutEngine::acquire(QWidget *widget)
             [](int wanted, const Item *other) { return wanted < depthOf(other->widget); });
     m_order.insert(place, item.get());
     watch(widget);
-    connect(widget, &QObject::destroyed, this, [this, widget] { drop(widget, false); });
-    return item.get();
+    connect(widget, &QObject::destroyed, this, [this, widget] { drop({ widget }, false); });
 }
 
-void LayoutEngine::release(QWidget *widget)
+void LayoutEngine::release(QWidget *widget, const QWidget *ancestor)
 {
     const auto place = m_items.find(widget);
-    if (place == m_items.end() || --place->second->uses > 0)
+    if (place == m_items.end())
+        return;
+    place->second->placings -= widget != ancestor ? 1 : 0;
+    if (--place->second->uses > 0)
         return;
     Item &item = *place->second;
     for (Axis *const axis : { &item.x, &item.y }) {
@@ -390,45 +421,41 @@ void LayoutEngine::release(QWidget *widget)
     m_items.erase(place);
 }
 
-// Ends all constraints of a widget that is gone or has left the host. Those with no other widget
-// go on where it is now.
-void LayoutEngine::drop(QWidget *widget, bool isAlive)
+// Ends all constraints of these widgets, which are gone or have left the host. Those that lie as a
+// whole where the widgets are now go on there.
+void LayoutEngine::drop(const QSet<QWidget *> &widgets, bool areAlive)
 {
-    QList<std::shared_ptr<LayoutConstraint>> own;
+    QList<std::shared_ptr<LayoutConstraint>> moved;
     for (const Active &active : inOrder()) {
-        const LayoutConstraint &constraint = *active.constraint;
-        // A QPointer to it may be null already.
-        const bool isFirst = constraint.firstItem() == widget || !constraint.firstItem();
-        const bool hasSecond = constraint.secondAttribute() != LayoutAttribute::notAnAttribute;
-        const bool isSecond =
-                hasSecond && (constraint.secondItem() == widget || !constraint.secondItem());
-        if (!isFirst && !isSecond)
+        const bool isFirst = widgets.contains(active.first);
+        const bool isSecond = !active.second || widgets.contains(active.second);
+        if (!isFirst && !widgets.contains(active.second))
             continue;
-        if (isAlive && !hasSecond)
-            own.append(active.constraint);
+        if (areAlive && isFirst && isSecond)
+            moved.append(active.constraint);
         m_solver.remove(active.handle);
         m_active.erase(active.constraint.get());
-        for (QWidget *const end : { isFirst ? widget : constraint.firstItem(),
-                                    isSecond ? widget : constraint.secondItem() })
-            release(end);
+        release(active.first, active.ancestor);
+        release(active.second, active.ancestor);
         active.constraint->setEngine(nullptr);
     }
     request();
-    LayoutConstraint::activateConstraints(own);
+    LayoutConstraint::activateConstraints(moved);
 }
 
 void LayoutEngine::dropStrayed()
 {
-    const std::vector<Item *> items = m_order;
-    QList<QWidget *> strayed;
-    for (const Item *const item : items) {
+    QSet<QWidget *> strayed;
+    for (const Item *const item : m_order) {
         if (!m_host->isAncestorOf(item->widget))
-            strayed.append(item->widget);
+            strayed.insert(item->widget);
     }
-    for (QWidget *const widget : std::as_const(strayed)) {
-        if (m_items.contains(widget))
-            drop(widget, true);
-    }
+    if (strayed.isEmpty())
+        return;
+    takenOver().removeIf([&](auto entry) {
+        return entry.value() == this && !m_host->isAncestorOf(entry.key());
+    });
+    drop(strayed, true);
 }
 
 // The widget and what lies between it and the host, since that may move or leave too.
@@ -438,12 +465,63 @@ void LayoutEngine::watch(QWidget *widget)
         widget->installEventFilter(this);
 }
 
-bool LayoutEngine::isGiven(const QWidget *widget) const
+bool LayoutEngine::isGiven(const Item &item) const
 {
-    if (NS::translatesAutoresizingMaskIntoConstraints(widget))
+    const QWidget *const widget = item.widget;
+    if (item.placings == 0 || NS::translatesAutoresizingMaskIntoConstraints(widget)
+        || !isReachable(widget, widget->parentWidget()))
         return true;
-    const QWidget *const parent = widget->parentWidget();
-    return !canReport(parent) && isManagedBy(parent->layout(), widget);
+    for (const QWidget *between = widget->parentWidget(); between != m_host;
+         between = between->parentWidget()) {
+        const LayoutEngine *const lower = engines().value(between);
+        if (lower && lower->m_items.contains(const_cast<QWidget *>(widget)))
+            return true;
+    }
+    return false;
+}
+
+// Whether no Qt layout of another kind decides where the widgets on that way are.
+bool LayoutEngine::isReachable(const QWidget *from, const QWidget *ancestor)
+{
+    for (; from != ancestor; from = from->parentWidget()) {
+        const QWidget *const parent = from->parentWidget();
+        if (!canReport(parent) && isManagedBy(parent->layout(), from))
+            return false;
+    }
+    return true;
+}
+
+bool LayoutEngine::placesBelow(const QWidget *widget) const
+{
+    return std::any_of(m_order.begin(), m_order.end(),
+                       [&](const Item *item) { return widget->isAncestorOf(item->widget); });
+}
+
+// From now on constraints whose common ancestor is that widget come here.
+void LayoutEngine::replace(QWidget *host)
+{
+    takenOver().insert(host, this);
+    connect(host, &QObject::destroyed, this, [host] { takenOver().remove(host); });
+}
+
+// The lower engine stays behind without constraints.
+void LayoutEngine::takeOver(LayoutEngine *lower)
+{
+    for (LayoutEngine *&upper : takenOver()) {
+        if (upper == lower)
+            upper = this;
+    }
+    replace(lower->m_host);
+    const std::vector<Active> moving = lower->inOrder();
+    for (const Active &active : moving) {
+        lower->m_solver.remove(active.handle);
+        lower->m_active.erase(active.constraint.get());
+        lower->release(active.first, active.ancestor);
+        lower->release(active.second, active.ancestor);
+    }
+    lower->request();
+    for (const Active &active : moving)
+        add(active.constraint, active.ancestor);
 }
 
 QRectF LayoutEngine::givenRect(const QWidget *widget) const
@@ -609,7 +687,7 @@ void LayoutEngine::refresh()
 
 void LayoutEngine::refresh(Item &item)
 {
-    item.isGiven = isGiven(item.widget);
+    item.isGiven = isGiven(item);
     item.insets = NS::alignmentRectInsets(item.widget);
     if (item.isGiven) {
         item.hasHeightForWidth = false;
@@ -638,8 +716,10 @@ void LayoutEngine::refresh(Item &item)
     }
     setPlace(item.x, {});
     setPlace(item.y, {});
-    setWish(item, item.x, wishOf(item.widget, Qt::Horizontal, across, -1.0));
-    setWish(item, item.y, wishOf(item.widget, Qt::Vertical, along, height));
+    // Without constraints of its own any more, its layout does not know what it contains.
+    const bool isTakenOver = takenOver().contains(item.widget);
+    setWish(item, item.x, wishOf(item.widget, Qt::Horizontal, across, -1.0, !isTakenOver));
+    setWish(item, item.y, wishOf(item.widget, Qt::Vertical, along, height, !isTakenOver));
 }
 
 void LayoutEngine::rebuild()

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QMarginsF>
 #include <QObject>
+#include <QSet>
 #include <QSize>
 
 #include <map>
@@ -21,11 +22,16 @@ namespace Pellarvine {
 /// constrained widgets accordingly. It runs as the host's QLayout where the host has no other one,
 /// else beside that, without reporting sizes.
 ///
+/// A widget is placed by one engine. Where constraints reach into what another engine below places,
+/// the upper engine takes over all of the lower one's, unless a Qt layout lies between the two: then
+/// it takes what the lower one places as given.
+///
 /// Inside, y grows downwards and the origin is the host's upper left, as constants grow.
 class LayoutEngine : public QObject
 {
 public:
-    /// The host's engine, made if there is none.
+    /// The engine for constraints whose nearest common ancestor is `host`: its own, made if there
+    /// is none, or the one that has taken over.
     static LayoutEngine *on(QWidget *host);
 
     /// Whether an engine there is, or would be, the host's QLayout.
@@ -34,8 +40,9 @@ public:
     explicit LayoutEngine(QWidget *host);
     ~LayoutEngine() override;
 
-    /// Warns and leaves the constraint inactive if it contradicts those there are.
-    void add(const std::shared_ptr<NS::LayoutConstraint> &constraint);
+    /// Warns and leaves the constraint inactive if it contradicts those there are. `ancestor` is its
+    /// nearest common ancestor, which it does not move.
+    void add(const std::shared_ptr<NS::LayoutConstraint> &constraint, QWidget *ancestor);
     void remove(NS::LayoutConstraint *constraint);
     void updateConstant(NS::LayoutConstraint *constraint);
     void updateStrength(NS::LayoutConstraint *constraint);
@@ -82,7 +89,8 @@ private:
     {
         QWidget *widget = nullptr;
         int number = 0; ///< earlier items keep their size rather than later ones
-        int uses = 0;
+        int uses = 0; ///< by constraints
+        int placings = 0; ///< by constraints that may move it
         bool isGiven = false; ///< placed by somebody else
         bool hasHeightForWidth = false;
         double minimumHeight = 0.0;
@@ -94,20 +102,27 @@ private:
     struct Active
     {
         std::shared_ptr<NS::LayoutConstraint> constraint;
+        QWidget *first = nullptr; ///< may be on its way out
+        QWidget *second = nullptr;
+        QWidget *ancestor = nullptr;
         Solver::Constraint handle {};
         int number = 0;
     };
 
     static Wish wishOf(const QWidget *widget, Qt::Orientation orientation, double insets,
-                       double heightForWidth);
+                       double heightForWidth, bool canHint);
     void setWish(Item &item, Axis &axis, const Wish &wish);
     void setPlace(Axis &axis, std::optional<double> origin);
-    Item *acquire(QWidget *widget);
-    void release(QWidget *widget);
-    void drop(QWidget *widget, bool isAlive);
+    void acquire(QWidget *widget, const QWidget *ancestor);
+    void release(QWidget *widget, const QWidget *ancestor);
+    static bool isReachable(const QWidget *from, const QWidget *ancestor);
+    bool placesBelow(const QWidget *widget) const;
+    void replace(QWidget *host);
+    void takeOver(LayoutEngine *lower);
+    void drop(const QSet<QWidget *> &widgets, bool areAlive);
     void dropStrayed();
     void watch(QWidget *widget);
-    bool isGiven(const QWidget *widget) const;
+    bool isGiven(const Item &item) const;
     QRectF givenRect(const QWidget *widget) const;
 
     Solver::Expression expressionOf(const NS::LayoutConstraint &constraint) const;

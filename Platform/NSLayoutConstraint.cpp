@@ -90,7 +90,7 @@ struct LayoutConstraint::Private
     {
         if (!first)
             return nullptr;
-        if (secondAttribute != LayoutAttribute::notAnAttribute)
+        if (secondAttribute != LayoutAttribute::notAnAttribute && second != first)
             return second ? commonAncestor(first, second) : nullptr;
         const bool canParent = !first->isWindow() && first->parentWidget()
                                && LayoutEngine::canReport(first->parentWidget());
@@ -218,8 +218,10 @@ QString LayoutConstraint::description() const
 
 void LayoutConstraint::setEngine(LayoutEngine *engine)
 {
+    const bool wasActive = isActive();
     d->engine = engine;
-    Q_EMIT activeChanged(isActive());
+    if (isActive() != wasActive)
+        Q_EMIT activeChanged(isActive());
 }
 
 void LayoutConstraint::activateConstraints(
@@ -234,8 +236,10 @@ void LayoutConstraint::activateConstraints(
         return;
     }
     for (const auto &constraint : constraints) {
-        if (!constraint->isActive())
-            LayoutEngine::on(constraint->d->host())->add(constraint);
+        if (constraint->isActive())
+            continue;
+        QWidget *const host = constraint->d->host();
+        LayoutEngine::on(host)->add(constraint, host);
     }
 }
 

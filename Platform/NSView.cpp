@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QLayout>
 #include <QMetaMethod>
+#include <QMoveEvent>
 #include <QPointer>
 #include <QResizeEvent>
 #include <QScreen>
@@ -127,21 +128,26 @@ bool LayoutMark::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-// Qt holds resize events of hidden widgets back until they are shown.
-void sendPendingResize(QWidget *widget)
+// Qt holds move and resize events of hidden widgets back until they are shown.
+void sendPendingEvents(QWidget *widget)
 {
-    if (!widget->testAttribute(Qt::WA_PendingResizeEvent))
-        return;
-    widget->setAttribute(Qt::WA_PendingResizeEvent, false);
-    QResizeEvent event(widget->size(), QSize());
-    QApplication::sendEvent(widget, &event);
+    if (widget->testAttribute(Qt::WA_PendingMoveEvent)) {
+        widget->setAttribute(Qt::WA_PendingMoveEvent, false);
+        QMoveEvent event(widget->pos(), QPoint());
+        QApplication::sendEvent(widget, &event);
+    }
+    if (widget->testAttribute(Qt::WA_PendingResizeEvent)) {
+        widget->setAttribute(Qt::WA_PendingResizeEvent, false);
+        QResizeEvent event(widget->size(), QSize());
+        QApplication::sendEvent(widget, &event);
+    }
 }
 
 void layoutTree(QWidget *widget)
 {
     // A second round where what is below asks for another size once it has been laid out.
     for (int round = 0; round < 2; ++round) {
-        sendPendingResize(widget);
+        sendPendingEvents(widget);
         if (widget->layout())
             widget->layout()->activate();
         if (LayoutMark *const mark = marks().value(widget))
