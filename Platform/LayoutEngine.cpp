@@ -395,7 +395,8 @@ void LayoutEngine::acquire(QWidget *widget, const QWidget *ancestor)
             [](int wanted, const Item *other) { return wanted < depthOf(other->widget); });
     m_order.insert(place, item.get());
     watch(widget);
-    connect(widget, &QObject::destroyed, this, [this, widget] { drop({ widget }, false); });
+    item->ending =
+            connect(widget, &QObject::destroyed, this, [this, widget] { drop({ widget }, false); });
 }
 
 void LayoutEngine::release(QWidget *widget, const QWidget *ancestor)
@@ -415,7 +416,7 @@ void LayoutEngine::release(QWidget *widget, const QWidget *ancestor)
         m_solver.removeVariable(axis->origin);
         m_solver.removeVariable(axis->extent);
     }
-    disconnect(widget, &QObject::destroyed, this, nullptr);
+    disconnect(item.ending);
     widget->removeEventFilter(this);
     std::erase(m_order, &item);
     m_items.erase(place);

@@ -95,6 +95,7 @@ private:
         bool hasHeightForWidth = false;
         double minimumHeight = 0.0;
         QMarginsF insets;
+        QMetaObject::Connection ending; ///< of the widget, which may come before its constraints'
         Axis x;
         Axis y;
     };
