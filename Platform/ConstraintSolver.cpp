@@ -47,6 +47,25 @@ template <typename Entries, typename Appears, typename Vanishes>
 void merge(Entries &entries, const Entries &other, double factor, Appears appears,
            Vanishes vanishes)
 {
+    // Into a long sum a short one goes entry by entry, so that the rest need not be copied.
+    if (other.size() * 16 < entries.size()) {
+        for (const auto &entry : other) {
+            const double share = factor * entry.coefficient;
+            const auto place = std::lower_bound(
+                    entries.begin(), entries.end(), entry.symbol,
+                    [](const auto &mine, int wanted) { return mine.symbol < wanted; });
+            if (place == entries.end() || place->symbol != entry.symbol) {
+                if (!isZero(share)) {
+                    entries.insert(place, { entry.symbol, share });
+                    appears(entry.symbol);
+                }
+            } else if (isZero(place->coefficient += share)) {
+                entries.erase(place);
+                vanishes(entry.symbol);
+            }
+        }
+        return;
+    }
     Entries sum;
     sum.reserve(entries.size() + other.size());
     auto mine = entries.cbegin();
@@ -113,16 +132,16 @@ ConstraintSolver::Addition ConstraintSolver::add(const Expression &expression, R
     const Symbol marker =
             makeSymbol(relation == Relation::equal ? Kind::dummy : Kind::slack, index);
     m_records[index].marker = marker;
-    addTo(row, { { { marker, 1.0 } }, 0.0, -1 }, 1.0);
+    addTo(row, marker, 1.0);
     Symbol partner = -1;
     if (!isRequired) {
         partner = makeSymbol(Kind::error, index);
         m_records[index].partner = partner;
         m_records[index].partnerStrength = strength;
-        addTo(row, { { { partner, -1.0 } }, 0.0, -1 }, 1.0);
+        addTo(row, partner, -1.0);
         addCost(partner, strength, 1.0);
     }
-    std::vector<Constraint> conflict = addRow(std::move(row), marker, partner);
+    std::vector<Constraint> conflict = addRow(std::move(row), marker);
     if (conflict.empty())
         return { Constraint { index }, {} };
     std::erase(conflict, Constraint { index });
@@ -147,15 +166,11 @@ ConstraintSolver::Constraint ConstraintSolver::addTarget(const Expression &expre
     m_records[index].marker = above;
     m_records[index].partner = below;
     Row row = rowOf(expression, 1.0);
-    addTo(row,
-          { { { std::min(above, below), above < below ? -1.0 : 1.0 },
-              { std::max(above, below), above < below ? 1.0 : -1.0 } },
-            0.0,
-            -1 },
-          1.0);
+    addTo(row, above, -1.0);
+    addTo(row, below, 1.0);
     addCost(above, notAbove, 1.0);
     addCost(below, notBelow, 1.0);
-    addRow(std::move(row), above, below);
+    addRow(std::move(row), above);
     return Constraint { index };
 }
 
@@ -273,6 +288,17 @@ void ConstraintSolver::erase(Row &row, Symbol symbol)
         row.entries.erase(place);
 }
 
+void ConstraintSolver::addTo(Row &row, Symbol symbol, double coefficient)
+{
+    const auto place = std::lower_bound(
+            row.entries.begin(), row.entries.end(), symbol,
+            [](const Entry &entry, Symbol wanted) { return entry.symbol < wanted; });
+    if (place == row.entries.end() || place->symbol != symbol)
+        row.entries.insert(place, { symbol, coefficient });
+    else if (isZero(place->coefficient += coefficient))
+        row.entries.erase(place);
+}
+
 void ConstraintSolver::addTo(Row &row, const Row &other, double factor)
 {
     row.constant += factor * other.constant;
@@ -292,7 +318,6 @@ ConstraintSolver::Symbol ConstraintSolver::makeSymbol(Kind kind, int owner)
     }
     const Symbol symbol = m_unusedSymbols.back();
     m_unusedSymbols.pop_back();
-    m_symbols[symbol] = SymbolState();
     m_symbols[symbol].kind = kind;
     m_symbols[symbol].owner = owner;
     return symbol;
@@ -321,7 +346,7 @@ ConstraintSolver::Row ConstraintSolver::rowOf(const Expression &expression, doub
     Row row;
     row.constant = factor * expression.constant;
     for (const Term &term : expression.terms)
-        addTo(row, { { { int(term.variable), term.coefficient } }, 0.0, -1 }, factor);
+        addTo(row, int(term.variable), factor * term.coefficient);
     return row;
 }
 
@@ -449,7 +474,7 @@ void ConstraintSolver::eliminate(Symbol symbol, Symbol partner)
         erase(inverse, symbol);
         erase(inverse, partner);
         scale(inverse, -1.0 / factor);
-        addTo(inverse, { { { chosen, 1.0 } }, 0.0, -1 }, 1.0 / factor);
+        addTo(inverse, chosen, 1.0 / factor);
         undefine(chosen);
         for (const Symbol user : users) {
             if (user != chosen)
@@ -511,7 +536,7 @@ void ConstraintSolver::pivot(int index, Symbol entering)
     const double factor = coefficientOf(row, entering);
     erase(row, entering);
     scale(row, -1.0 / factor);
-    addTo(row, { { { leaving, 1.0 } }, 0.0, -1 }, 1.0 / factor);
+    addTo(row, leaving, 1.0 / factor);
     row.basic = entering;
 
     m_symbols[leaving].row = -1;
@@ -547,7 +572,7 @@ void ConstraintSolver::addCost(Symbol symbol, Strength strength, double sign)
     if (m_symbols[symbol].row >= 0)
         addTo(level.cost, m_tableau[m_symbols[symbol].row], sign * strength.weight);
     else
-        addTo(level.cost, { { { symbol, 1.0 } }, 0.0, -1 }, sign * strength.weight);
+        addTo(level.cost, symbol, sign * strength.weight);
     level.uses += sign > 0.0 ? 1 : -1;
     if (level.uses == 0)
         m_levels.erase(strength.level);
@@ -558,6 +583,17 @@ bool ConstraintSolver::hasCost(Symbol symbol) const
     return std::any_of(m_levels.begin(), m_levels.end(), [&](const auto &level) {
         return coefficientOf(level.second.cost, symbol) != 0.0;
     });
+}
+
+bool ConstraintSolver::lowersCost(Symbol symbol) const
+{
+    if (m_symbols[symbol].kind == Kind::dummy)
+        return false;
+    for (const auto &[level, state] : m_levels) {
+        if (const double cost = coefficientOf(state.cost, symbol); cost != 0.0)
+            return cost < 0.0;
+    }
+    return false;
 }
 
 // Of two candidates to enter in the dual simplex: the one whose cost rises less.
@@ -574,8 +610,7 @@ bool ConstraintSolver::isCheaper(Symbol symbol, double coefficient, Symbol other
 }
 
 // Adds "row = 0". Returns the owners of a contradiction, among them the new constraint.
-std::vector<ConstraintSolver::Constraint> ConstraintSolver::addRow(Row row, Symbol marker,
-                                                                   Symbol partner)
+std::vector<ConstraintSolver::Constraint> ConstraintSolver::addRow(Row row, Symbol marker)
 {
     m_isDecided = false;
     const auto solveFor = [&](Row &equation, Symbol symbol) {
@@ -608,14 +643,19 @@ std::vector<ConstraintSolver::Constraint> ConstraintSolver::addRow(Row row, Symb
         return {};
     }
 
-    // A basic symbol that starts feasible and that no other row mentions.
+    // A basic symbol that starts feasible and that no other row mentions: the cheapest one, which
+    // is what the optimum would choose among these.
     Symbol basic = -1;
+    double coefficient = 0.0;
     for (const Entry &entry : row.entries) {
         const SymbolState &state = m_symbols[entry.symbol];
-        const double value = -row.constant / entry.coefficient;
-        if (state.kind != Kind::dummy && state.rows.empty() && value >= 0.0
-            && (basic < 0 || entry.symbol == marker || entry.symbol == partner))
+        if (state.kind == Kind::dummy || !state.rows.empty()
+            || -row.constant / entry.coefficient < 0.0)
+            continue;
+        if (basic < 0 || isCheaper(entry.symbol, std::abs(entry.coefficient), basic, coefficient)) {
             basic = entry.symbol;
+            coefficient = std::abs(entry.coefficient);
+        }
     }
     if (basic < 0)
         return addArtificially(std::move(row), marker);
@@ -628,8 +668,13 @@ std::vector<ConstraintSolver::Constraint> ConstraintSolver::addRow(Row row, Symb
         erase(state.cost, basic);
         addTo(state.cost, row, share);
     }
+    // Only what the row mentions costs something else than before.
+    const bool isOptimal =
+            std::none_of(row.entries.begin(), row.entries.end(),
+                         [&](const Entry &entry) { return lowersCost(entry.symbol); });
     insertRow(std::move(row));
-    optimize();
+    if (!isOptimal)
+        optimize();
     return {};
 }
 
@@ -714,16 +759,23 @@ void ConstraintSolver::optimize()
 }
 
 // Brings m_phase down, on request by symbols alone that leave the objective where it is. Returns
-// false if there is no limit to it.
+// false if there is no limit to it. The cheapest symbol goes first, so that little is left for
+// optimize() to do; the first one, after Bland's rule, where that gets nowhere.
 bool ConstraintSolver::minimizePhase(bool withinOptimum)
 {
+    bool isStuck = false;
     while (true) {
         Symbol entering = -1;
+        double coefficient = 0.0;
         for (const Entry &entry : m_phase->entries) {
-            if (entry.coefficient < 0.0 && m_symbols[entry.symbol].kind != Kind::dummy
-                && !(withinOptimum && hasCost(entry.symbol))) {
+            if (entry.coefficient > 0.0 || m_symbols[entry.symbol].kind == Kind::dummy
+                || (withinOptimum && hasCost(entry.symbol)))
+                continue;
+            if (entering < 0
+                || (!isStuck
+                    && isCheaper(entry.symbol, -entry.coefficient, entering, coefficient))) {
                 entering = entry.symbol;
-                break;
+                coefficient = -entry.coefficient;
             }
         }
         if (entering < 0)
@@ -731,7 +783,9 @@ bool ConstraintSolver::minimizePhase(bool withinOptimum)
         const int leaving = leavingRow(entering);
         if (leaving < 0)
             return false;
+        const double before = m_phase->constant;
         pivot(leaving, entering);
+        isStuck = m_phase->constant >= before - smallestValue;
     }
 }
 

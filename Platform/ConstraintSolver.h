@@ -155,6 +155,7 @@ private:
     static double coefficientOf(const Row &row, Symbol symbol);
     static void scale(Row &row, double factor);
     static void erase(Row &row, Symbol symbol);
+    static void addTo(Row &row, Symbol symbol, double coefficient);
     static void addTo(Row &row, const Row &other, double factor);
 
     Symbol makeSymbol(Kind kind, int owner);
@@ -177,9 +178,10 @@ private:
 
     void addCost(Symbol symbol, Strength strength, double sign);
     bool hasCost(Symbol symbol) const;
+    bool lowersCost(Symbol symbol) const;
     bool isCheaper(Symbol symbol, double coefficient, Symbol other, double otherCoefficient) const;
 
-    std::vector<Constraint> addRow(Row row, Symbol marker, Symbol partner);
+    std::vector<Constraint> addRow(Row row, Symbol marker);
     std::vector<Constraint> addArtificially(Row row, Symbol marker);
     int leavingRow(Symbol entering) const;
     Symbol enteringSymbol() const;
