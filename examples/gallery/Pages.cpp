@@ -6,6 +6,7 @@
 using namespace Qt::StringLiterals;
 
 Page *makeContainerPage(QWidget *parent);
+Page *makeLayoutPage(QWidget *parent);
 
 namespace {
 
@@ -20,5 +21,6 @@ QList<PageEntry> pages()
 {
     return {
         { u"container"_s, tr("Container"), tr("Data"), &makeContainerPage },
+        { u"layout"_s, tr("Layout"), tr("Views"), &makeLayoutPage },
     };
 }
