@@ -14,10 +14,10 @@ target_compile_definitions(Pellarvine PRIVATE PELLARVINE_BUILDING)
 target_include_directories(Pellarvine PUBLIC
   $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-target_link_libraries(Pellarvine PUBLIC Qt6::Core Qt6::Gui
+target_link_libraries(Pellarvine PUBLIC Qt6::Core Qt6::Gui Qt6::Widgets
                       PRIVATE Fontconfig::Fontconfig ICU::i18n ICU::uc OpenSSL::Crypto)
-if(BUILD_TESTING OR PELLARVINE_FUZZ)
-  # Tests and fuzz targets reach a few internals.
+if(BUILD_TESTING OR PELLARVINE_BENCHMARKS OR PELLARVINE_FUZZ)
+  # Tests, benchmarks and fuzz targets reach a few internals.
   target_compile_definitions(Pellarvine PUBLIC $<BUILD_INTERFACE:PELLARVINE_EXPORT_INTERNALS>)
 endif()
 

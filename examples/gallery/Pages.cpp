@@ -10,6 +10,7 @@ Page *makeColorsPage(QWidget *parent);
 Page *makeContainerPage(QWidget *parent);
 Page *makeDrawingPage(QWidget *parent);
 Page *makeFontsPage(QWidget *parent);
+Page *makeLayoutPage(QWidget *parent);
 Page *makeMarkupPage(QWidget *parent);
 Page *makeTicketsPage(QWidget *parent);
 
@@ -31,6 +32,7 @@ QList<PageEntry> pages()
         { u"fonts"_s, tr("Fonts"), tr("Colour and text"), &makeFontsPage },
         { u"markup"_s, tr("Markup"), tr("Colour and text"), &makeMarkupPage },
         { u"drawing"_s, tr("Drawing"), tr("Colour and text"), &makeDrawingPage },
+        { u"layout"_s, tr("Layout"), tr("Views"), &makeLayoutPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/NSLayoutConstraint.h>
+
+namespace NS {
+
+/// One edge, centre or dimension of a widget, from which constraints are made:
+///
+///     NS::LayoutConstraint::activateConstraints({
+///         NS::leadingAnchor(label).constraintEqualToAnchor(NS::leadingAnchor(panel), 16),
+///         NS::firstBaselineAnchor(label).constraintEqualToAnchor(NS::firstBaselineAnchor(field)),
+///         NS::widthAnchor(label).constraintLessThanOrEqualToAnchor(NS::widthAnchor(panel), 0.5, 0),
+///     });
+///
+/// The receiver is the constraint's first item, the argument its second: first = second + constant.
+/// Constants grow rightwards (for leading and trailing: away from the leading side) and downwards.
+/// Anchors of different kinds do not mix: x with y, or a place with a dimension, does not compile.
+/// A value; the widget must outlive the call.
+template <typename Kind>
+class LayoutAnchor
+{
+public:
+    LayoutAnchor(QWidget *item, LayoutAttribute attribute)
+        : m_item(item)
+        , m_attribute(attribute)
+    { }
+
+    QWidget *item() const { return m_item; }
+    LayoutAttribute attribute() const { return m_attribute; }
+
+    std::shared_ptr<LayoutConstraint> constraintEqualToAnchor(LayoutAnchor anchor,
+                                                              double constant = 0.0) const
+    {
+        return make(LayoutRelation::equal, anchor, 1.0, constant);
+    }
+
+    std::shared_ptr<LayoutConstraint> constraintLessThanOrEqualToAnchor(LayoutAnchor anchor,
+                                                                        double constant = 0.0) const
+    {
+        return make(LayoutRelation::lessThanOrEqual, anchor, 1.0, constant);
+    }
+
+    std::shared_ptr<LayoutConstraint>
+    constraintGreaterThanOrEqualToAnchor(LayoutAnchor anchor, double constant = 0.0) const
+    {
+        return make(LayoutRelation::greaterThanOrEqual, anchor, 1.0, constant);
+    }
+
+protected:
+    std::shared_ptr<LayoutConstraint> make(LayoutRelation relation, LayoutAnchor anchor,
+                                           double multiplier, double constant) const
+    {
+        return LayoutConstraint::make(m_item, m_attribute, relation, anchor.m_item,
+                                      anchor.m_attribute, multiplier, constant);
+    }
+
+    QWidget *m_item;
+    LayoutAttribute m_attribute;
+};
+
+using LayoutXAxisAnchor = LayoutAnchor<struct XAxis>;
+using LayoutYAxisAnchor = LayoutAnchor<struct YAxis>;
+
+/// A width or a height: also by a multiple of another, or by a number alone.
+class LayoutDimension : public LayoutAnchor<struct Dimension>
+{
+public:
+    using LayoutAnchor::constraintEqualToAnchor;
+    using LayoutAnchor::constraintGreaterThanOrEqualToAnchor;
+    using LayoutAnchor::constraintLessThanOrEqualToAnchor;
+    using LayoutAnchor::LayoutAnchor;
+
+    std::shared_ptr<LayoutConstraint>
+    constraintEqualToAnchor(LayoutDimension anchor, double multiplier, double constant) const
+    {
+        return make(LayoutRelation::equal, anchor, multiplier, constant);
+    }
+
+    std::shared_ptr<LayoutConstraint> constraintLessThanOrEqualToAnchor(LayoutDimension anchor,
+                                                                        double multiplier,
+                                                                        double constant) const
+    {
+        return make(LayoutRelation::lessThanOrEqual, anchor, multiplier, constant);
+    }
+
+    std::shared_ptr<LayoutConstraint> constraintGreaterThanOrEqualToAnchor(LayoutDimension anchor,
+                                                                           double multiplier,
+                                                                           double constant) const
+    {
+        return make(LayoutRelation::greaterThanOrEqual, anchor, multiplier, constant);
+    }
+
+    std::shared_ptr<LayoutConstraint> constraintEqualToConstant(double constant) const
+    {
+        return make(LayoutRelation::equal, none(), 0.0, constant);
+    }
+
+    std::shared_ptr<LayoutConstraint> constraintLessThanOrEqualToConstant(double constant) const
+    {
+        return make(LayoutRelation::lessThanOrEqual, none(), 0.0, constant);
+    }
+
+    std::shared_ptr<LayoutConstraint> constraintGreaterThanOrEqualToConstant(double constant) const
+    {
+        return make(LayoutRelation::greaterThanOrEqual, none(), 0.0, constant);
+    }
+
+private:
+    static LayoutDimension none() { return { nullptr, LayoutAttribute::notAnAttribute }; }
+};
+
+// Of the part of the widget that is to be aligned, see `alignmentRectInsets`.
+
+inline LayoutXAxisAnchor leftAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::left };
+}
+inline LayoutXAxisAnchor rightAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::right };
+}
+/// The left edge where text runs from left to right, else the right one.
+inline LayoutXAxisAnchor leadingAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::leading };
+}
+inline LayoutXAxisAnchor trailingAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::trailing };
+}
+inline LayoutXAxisAnchor centerXAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::centerX };
+}
+inline LayoutYAxisAnchor topAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::top };
+}
+inline LayoutYAxisAnchor bottomAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::bottom };
+}
+inline LayoutYAxisAnchor centerYAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::centerY };
+}
+/// The baseline of the first line of text. A widget may declare the property
+/// `firstBaselineOffsetFromTop`; for others it is that of one line, centred as in Qt's controls, or
+/// at the top or bottom as a QLabel's alignment says.
+inline LayoutYAxisAnchor firstBaselineAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::firstBaseline };
+}
+/// Likewise of the last line: `lastBaselineOffsetFromBottom`.
+inline LayoutYAxisAnchor lastBaselineAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::lastBaseline };
+}
+inline LayoutDimension widthAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::width };
+}
+inline LayoutDimension heightAnchor(QWidget *widget)
+{
+    return { widget, LayoutAttribute::height };
+}
+
+} // namespace NS
