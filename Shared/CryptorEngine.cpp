@@ -11,6 +11,9 @@ namespace {
 // libcrypto takes lengths as int and silently keeps the low bits of larger ones.
 constexpr qsizetype longestUpdate = qsizetype(1) << 30;
 constexpr qsizetype longestIdleBuffer = 64 * 1024;
+// A container's first chunk gives less than an equal one behind it, by its header and its tag. Fresh
+// memory costs more than deciphering into it.
+constexpr qsizetype spareLength = 128;
 
 } // namespace
 
@@ -76,10 +79,9 @@ Data &CryptorEngine::emptyBuffer(qsizetype length)
     // Nor does a short result keep a long one's memory.
     const qsizetype capacity = m_buffer.capacity();
     const bool fits = capacity >= length && capacity <= std::max(2 * length, longestIdleBuffer);
-    if (fits && m_buffer.isDetached())
-        m_buffer.resize(length);
-    else
-        m_buffer = Data(length, Qt::Uninitialized);
+    if (!fits || !m_buffer.isDetached())
+        m_buffer = Data(length + spareLength, Qt::Uninitialized);
+    m_buffer.resize(length);
     return m_buffer;
 }
 

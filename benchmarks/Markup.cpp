@@ -121,13 +121,13 @@ struct Hostile
 };
 
 const Hostile hostiles[] = {
-    { "colour openers", u"{#"_s },
-    { "colours without an end", u"{#fff|a"_s },
-    { "fonts without an end", u"{font:A,1|b"_s },
-    { "kernings without an end", u"{k1|"_s },
-    { "bold openers far apart", u"**abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz"_s },
-    { "stars only", u"*"_s },
-    { "backquotes only", u"`"_s },
+    { "colour-openers", u"{#"_s },
+    { "colours-without-an-end", u"{#fff|a"_s },
+    { "fonts-without-an-end", u"{font:A,1|b"_s },
+    { "kernings-without-an-end", u"{k1|"_s },
+    { "bold-openers-far-apart", u"**abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyz"_s },
+    { "stars-only", u"*"_s },
+    { "backquotes-only", u"`"_s },
 };
 
 } // namespace
@@ -138,16 +138,14 @@ int main(int argc, char **argv)
     const QGuiApplication application(argc, argv);
 
     std::vector<Goal> goals {
-        { "markup: 1 MiB against bare ICU matching", "markup/parse/1MiB", "markup/icu/1MiB",
-          Goal::timeAtMost, 0.6 },
-        { "markup: 1 MiB against Pango", "markup/parse/1MiB", "markup/pango/1MiB", Goal::timeAtMost,
-          1.0 },
-        { "markup: 10 KiB against QTextDocument::setMarkdown", "markup/parse/10KiB",
-          "markup/markdown/10KiB", Goal::timeAtMost, 1.0 },
-        { "markup: 1 MiB against 100 KiB", "markup/parse/1MiB", "markup/parse/100KiB",
-          Goal::timeAtMost, 12.0 },
-        { "markup: one line of 1 MiB", "markup/parse/1MiB in one line", "markup/parse/1MiB",
-          Goal::timeAtMost, 3.0 },
+        { "markup/against-bare-icu", "markup/parse/1MiB", "markup/icu/1MiB", Goal::timeAtMost,
+          0.6 },
+        { "markup/against-pango", "markup/parse/1MiB", "markup/pango/1MiB", Goal::timeAtMost, 1.0 },
+        { "markup/against-set-markdown", "markup/parse/10KiB", "markup/markdown/10KiB",
+          Goal::timeAtMost, 1.0 },
+        { "markup/growth", "markup/parse/1MiB", "markup/parse/100KiB", Goal::timeAtMost, 12.0 },
+        { "markup/one-line", "markup/parse/1MiB-in-one-line", "markup/parse/1MiB", Goal::timeAtMost,
+          3.0 },
     };
     const auto add = [](const std::string &name, auto function, const QString &text) {
         benchmark::RegisterBenchmark(("markup/" + name).c_str(), function, text)
@@ -155,7 +153,7 @@ int main(int argc, char **argv)
     };
     add("parse/1MiB", parse, ordinaryText(mib));
     add("parse/100KiB", parse, ordinaryText(100 * kib));
-    add("parse/1MiB in one line", parse, ordinaryText(mib).replace(u'\n', u' '));
+    add("parse/1MiB-in-one-line", parse, ordinaryText(mib).replace(u'\n', u' '));
     add("icu/1MiB", matchWithIcu, ordinaryText(mib));
     add("pango/1MiB", parseWithPango, ordinaryText(mib, &Construct::pango));
     // No more of it: QTextDocument takes seconds for a megabyte.
@@ -164,11 +162,11 @@ int main(int argc, char **argv)
     QString fonts;
     for (int i = 0; fonts.size() < 100 * kib; ++i)
         fonts += u"{font:%1|b}"_s.arg(i);
-    add("parse/100KiB of unknown fonts", parse, fonts);
+    add("parse/100KiB-of-unknown-fonts", parse, fonts);
     for (const auto &[name, unit] : hostiles) {
-        const std::string full = std::string("parse/100KiB of ") + name;
+        const std::string full = std::string("parse/100KiB-of-") + name;
         add(full, parse, repeated(unit, 100 * kib));
-        goals.push_back({ std::string("markup: 100 KiB of ") + name, "markup/" + full,
+        goals.push_back({ std::string("markup/hostile/") + name, "markup/" + full,
                           "markup/parse/100KiB", Goal::timeAtMost, 3.0 });
     }
     return runBenchmarks(argc, argv, goals);
