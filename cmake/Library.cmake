@@ -15,7 +15,8 @@ target_include_directories(Pellarvine PUBLIC
   $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_link_libraries(Pellarvine PUBLIC Qt6::Core Qt6::Gui Qt6::Widgets
-                      PRIVATE Fontconfig::Fontconfig ICU::i18n ICU::uc OpenSSL::Crypto)
+                      PRIVATE Fontconfig::Fontconfig ICU::i18n ICU::uc OpenSSL::Crypto
+                              Qt6::UiTools)
 if(BUILD_TESTING OR PELLARVINE_BENCHMARKS OR PELLARVINE_FUZZ)
   # Tests, benchmarks and fuzz targets reach a few internals.
   target_compile_definitions(Pellarvine PUBLIC $<BUILD_INTERFACE:PELLARVINE_EXPORT_INTERNALS>)
