@@ -17,11 +17,14 @@ fail() { echo "consumers: $*" >&2; exit 1; }
 found=$(cd "$prefix/include/pellarvine" && find . -type f ! -name '*.h')
 [ -z "$found" ] || fail "installed beside the headers: $found"
 [ ! -e "$prefix/include/pellarvine/Platform/LayoutEngine.h" ] || fail "internals are installed"
-! grep -rlE "$scratch/first|$build" "$prefix"/lib/*/cmake "$prefix"/lib/*/pkgconfig \
-    || fail "the package names the place it was built in"
-
 library=$(dirname "$(find "$prefix" -name 'libpellarvine.so')")
+[ -d "$library/cmake/Pellarvine" ] && [ -f "$library/pkgconfig/pellarvine.pc" ] \
+    || fail "no package files beside the library"
+if grep -rE "$scratch/first|$build" "$library/cmake" "$library/pkgconfig"; then
+    fail "the package names the place it was built in"
+fi
 export LD_LIBRARY_PATH=$library
+export QT_QPA_PLATFORM=offscreen
 
 for consumer in cmake; do
     cmake -S "$here/consumers/$consumer" -B "$scratch/$consumer" -G Ninja \
