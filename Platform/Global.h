@@ -11,6 +11,14 @@
 #define PELLARVINE_EXPORT Q_DECL_IMPORT
 #endif
 
+/// Marks what a later major version will not have: PELLARVINE_DEPRECATED("since 1.2; use paint()").
+/// Programs that cannot move yet define PELLARVINE_NO_DEPRECATION_WARNINGS.
+#if defined(PELLARVINE_NO_DEPRECATION_WARNINGS)
+#define PELLARVINE_DEPRECATED(text)
+#else
+#define PELLARVINE_DEPRECATED(text) [[deprecated(text)]]
+#endif
+
 // Not API: internals that the tests of this source tree reach; hidden in a released library.
 #if defined(PELLARVINE_EXPORT_INTERNALS)
 #define PELLARVINE_INTERNAL_EXPORT PELLARVINE_EXPORT
