@@ -297,15 +297,17 @@ void PopoverBubble::paintEvent(QPaintEvent *)
     const QPainterPath edge =
             popoverOutline(innerBody().adjusted(-half, -half, half, half), m_edge,
                            m_arrow ? std::optional(*m_arrow + half) : std::nullopt);
+    const QColor line = mixed(palette().color(QPalette::Window),
+                              palette().color(QPalette::WindowText), onDark ? 0.25 : 0.2);
     if (m_surface != Surface::maskedWindow) {
         const NS::Shadow shadow(
                 NS::Color({ .red = 0, .green = 0, .blue = 0, .alpha = onDark ? 0.5 : 0.25 }),
                 { 0, -2 }, 7);
         shadow.draw(painter, edge);
+    } else {
+        painter.fillRect(rect(), line); // up to the steps of the mask
     }
     painter.fillPath(edge, palette().color(QPalette::Window));
-    const QColor line = mixed(palette().color(QPalette::Window),
-                              palette().color(QPalette::WindowText), onDark ? 0.25 : 0.2);
     painter.strokePath(edge, QPen(line, m_surface == Surface::maskedWindow ? 1.0 : hairline));
 }
 
