@@ -39,7 +39,8 @@ bool hasCompositor()
 bool isFocusable(const QWidget *widget, const QWidget *content)
 {
     // The content itself is hidden until it has its place.
-    return (widget->focusPolicy() & Qt::TabFocus) && widget->isEnabledTo(content)
+    return (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy()
+           && widget->isEnabledTo(content)
            && (widget == content || widget->isVisibleTo(content));
 }
 
