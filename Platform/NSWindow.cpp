@@ -33,12 +33,13 @@ namespace {
 constexpr Window::StyleMask standardStyle = Window::StyleMask(
         Window::titled | Window::closable | Window::miniaturizable | Window::resizable);
 
-// What the window manager lets the user do follows from these hints.
+// Hints for single buttons would bring the desktop's frame back on X11.
 Qt::WindowFlags flagsFor(Window::StyleMask styleMask, bool isNative)
 {
-    Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowSystemMenuHint;
-    flags.setFlag(Qt::FramelessWindowHint, !isNative || !(styleMask & Window::titled));
-    flags.setFlag(Qt::WindowTitleHint, styleMask & Window::titled);
+    if (!isNative || !(styleMask & Window::titled))
+        return Qt::Window | Qt::FramelessWindowHint;
+    Qt::WindowFlags flags =
+            Qt::Window | Qt::CustomizeWindowHint | Qt::WindowSystemMenuHint | Qt::WindowTitleHint;
     flags.setFlag(Qt::WindowCloseButtonHint, styleMask & Window::closable);
     flags.setFlag(Qt::WindowMinimizeButtonHint, styleMask & Window::miniaturizable);
     flags.setFlag(Qt::WindowMaximizeButtonHint, styleMask & Window::resizable);
