@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// The room's classes that interface files and storyboards can name.
+#include <pellarvine/Platform/ClassRegistry.h>
+#include <pellarvine/Platform/NSViewController.h>
+
+namespace NS {
+
+namespace {
+
+// Runs while the library is loaded, and so before anything of the host's is registered.
+[[maybe_unused]] const bool areRegistered = [] {
+    registerClass<ViewController>();
+    return true;
+}();
+
+} // namespace
+
+} // namespace NS
