@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Platform/NibFile.h>
+#include <pellarvine/Platform/XmlReader.h>
 
 #include <QSet>
-#include <QXmlStreamReader>
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -39,8 +38,7 @@ class NibFile::Reader
 public:
     explicit Reader(NibFile &into)
         : m_file(into)
-        , m_text(QString::fromUtf8(into.contents))
-        , m_xml(m_text)
+        , m_xml(into.contents)
     { }
 
     void read()
@@ -69,26 +67,11 @@ private:
                 if (m_path.takeLast() >= 0)
                     m_open.removeLast();
             } else if (m_xml.isStartElement()) {
-                noteTag();
+                m_xml.noteTag();
                 return true;
             }
         }
         return false;
-    }
-
-    // Where the tag starts that has been read: the reader tells where it ends, and no "<" stands in
-    // between.
-    void noteTag()
-    {
-        const qsizetype end = std::min(qsizetype(m_xml.characterOffset()), m_text.size());
-        const qsizetype start = end > 0 ? m_text.lastIndexOf(u'<', end - 1) : -1;
-        while (m_scanned < start) {
-            if (m_text[m_scanned++] == u'\n') {
-                ++m_line;
-                m_lineStart = m_scanned;
-            }
-        }
-        m_column = int(m_scanned - m_lineStart) + 1;
     }
 
     void readElement()
@@ -229,14 +212,14 @@ private:
     {
         if (!m_xml.readNextStartElement())
             return false;
-        noteTag();
+        m_xml.noteTag();
         return true;
     }
 
     // The text in the current element, which starts behind its tag.
     NibText text()
     {
-        NibText result { {}, int(m_xml.lineNumber()), int(m_xml.columnNumber()) + 1 };
+        NibText result { {}, m_xml.line(), m_xml.column() };
         result.text = m_xml.readElementText(QXmlStreamReader::IncludeChildElements);
         return result;
     }
@@ -246,28 +229,20 @@ private:
         return m_xml.attributes().value(name).toString();
     }
 
-    NibText here(const QString &text) const { return { text, m_line, m_column }; }
+    NibText here(const QString &text) const { return { text, m_xml.tagLine(), m_xml.tagColumn() }; }
 
     [[noreturn]] void fail(const QString &message, const QString &object = {}) const
     {
         const NibText place =
-                m_xml.hasError()
-                        ? NibText { {}, int(m_xml.lineNumber()), int(m_xml.columnNumber()) + 1 }
-                        : here({});
+                m_xml.hasError() ? NibText { {}, m_xml.line(), m_xml.column() } : here({});
         throw m_file.error(NibError::malformed, place, object, object, message);
     }
 
     NibFile &m_file;
-    const QString m_text;
-    QXmlStreamReader m_xml;
+    XmlReader m_xml;
     QList<int> m_path; // for each open XML element: the element that it is, or -1
     QList<int> m_open; // of those, the elements
     QSet<QString> m_names;
-    // Of the latest tag.
-    int m_line = 1;
-    int m_column = 1;
-    qsizetype m_scanned = 0;
-    qsizetype m_lineStart = 0;
 };
 
 NibFile::NibFile(QByteArray fileContents, QString path)

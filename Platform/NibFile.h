@@ -10,8 +10,6 @@
 #include <QList>
 #include <QString>
 
-QT_FORWARD_DECLARE_CLASS(QXmlStreamReader)
-
 namespace NS::detail {
 
 /// A piece of text and where it starts; 0 where that is not known.
