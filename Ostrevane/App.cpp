@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Ostrevane/App.h>
+#include <pellarvine/Ostrevane/DeviceModel.h>
+#include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/NSBundle.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QStringList>
+#include <QSysInfo>
+
+#include <algorithm>
+#include <cerrno>
+#include <iterator>
+#include <sys/stat.h>
+#include <sys/utsname.h>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine {
+
+namespace {
+
+// Names the folder of a program without an identifier.
+const QString fallbackIdentifier = u"org.example.test"_s;
+
+// The text in the bundle's dictionary; nothing if there is none, or a value of another type.
+std::optional<QString> text(const QString &key)
+{
+    const QVariant value = NS::Bundle::main().objectForInfoDictionaryKey(key);
+    if (value.typeId() != QMetaType::QString)
+        return std::nullopt;
+    return value.toString();
+}
+
+// Creates the folder and those above it; 0, or the number of the error.
+int createFolders(const QString &path)
+{
+    if (QFileInfo(path).isDir())
+        return 0;
+    const QString parent = QFileInfo(path).path();
+    if (parent != path) {
+        if (const int error = createFolders(parent))
+            return error;
+    }
+    // Another process may be as fast.
+    if (::mkdir(QFile::encodeName(path).constData(), S_IRWXU) == 0 || QFileInfo(path).isDir())
+        return 0;
+    return errno;
+}
+
+bool isCreated(const QString &path)
+{
+    const int error = createFolders(path);
+    if (error != 0)
+        printWarning("Error locating application support subdirectory: "
+                     + qt_error_string(error).toStdString());
+    return error == 0;
+}
+
+} // namespace
+
+QString App::name()
+{
+    return text(u"CFBundleDisplayName"_s).value_or(text(u"CFBundleName"_s).value_or(QString()));
+}
+
+QString App::version()
+{
+    const QString version = text(u"CFBundleShortVersionString"_s).value_or(QString());
+    return version.isEmpty() ? text(NS::kCFBundleVersionKey).value_or(u"0"_s) : version;
+}
+
+QString App::copyright()
+{
+    return text(u"NSHumanReadableCopyright"_s).value_or(QString());
+}
+
+QString App::platform()
+{
+    return u"macOS"_s;
+}
+
+QString App::operatingSystem()
+{
+    return u"macOS "_s + QSysInfo::prettyProductName();
+}
+
+QString App::deviceModel()
+{
+    utsname identification {};
+    ::uname(&identification);
+    // The field is shorter here than where programs expect 256 bytes.
+    detail::MachineField machine {};
+    static_assert(sizeof(identification.machine) <= sizeof(machine));
+    std::copy(std::begin(identification.machine), std::end(identification.machine),
+              machine.begin());
+    return detail::deviceModel(machine);
+}
+
+std::optional<QUrl> App::applicationSupportSubdirectory()
+{
+    const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (!isCreated(base))
+        return std::nullopt;
+    QString identifier = NS::Bundle::main().bundleIdentifier();
+    if (identifier.isEmpty())
+        identifier = fallbackIdentifier;
+    const QString folder = base + u'/' + identifier;
+    if (!isCreated(folder))
+        return std::nullopt;
+    return QUrl::fromLocalFile(folder + u'/');
+}
+
+} // namespace Pellarvine

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/NSNib.h>
+#include <pellarvine/Platform/NSWindowController.h>
+
+#include <QPointer>
+#include <QWidget>
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace NS {
+
+struct WindowController::Private
+{
+    QString nibName;
+    QPointer<QWidget> window;
+    bool hasLoaded = false;
+};
+
+WindowController::WindowController(QWidget *window, QObject *parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{
+    d->window = window;
+    d->hasLoaded = true;
+}
+
+WindowController::WindowController(const QString &windowNibName, QObject *parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{
+    d->nibName = windowNibName;
+}
+
+WindowController::~WindowController()
+{
+    if (d->window && !d->window->parentWidget())
+        delete d->window;
+}
+
+QWidget *WindowController::window()
+{
+    if (std::exchange(d->hasLoaded, true))
+        return d->window;
+    // Slots and key paths come here too, and no exception may leave them.
+    try {
+        loadWindow();
+    } catch (const std::exception &error) {
+        Pellarvine::printWarning(std::string("Warning: ") + error.what());
+        return nullptr;
+    }
+    windowDidLoad();
+    return d->window;
+}
+
+void WindowController::setWindow(QWidget *window)
+{
+    if (window == d->window)
+        return;
+    if (d->window && !d->window->parentWidget())
+        delete d->window;
+    d->window = window;
+    d->hasLoaded = d->hasLoaded || window;
+    Q_EMIT windowChanged(window);
+}
+
+bool WindowController::isWindowLoaded() const
+{
+    return d->hasLoaded && d->window;
+}
+
+QString WindowController::windowNibName() const
+{
+    return d->nibName;
+}
+
+void WindowController::showWindow(const QVariant &)
+{
+    QWidget *const shown = window();
+    if (!shown)
+        return;
+    shown->setWindowState(shown->windowState() & ~Qt::WindowMinimized);
+    shown->show();
+    shown->raise();
+    shown->activateWindow();
+}
+
+void WindowController::close()
+{
+    if (d->window)
+        d->window->close();
+}
+
+void WindowController::loadWindow()
+{
+    if (!d->nibName.isEmpty())
+        setWindow(Nib(d->nibName).instantiate(this));
+}
+
+void WindowController::windowDidLoad() { }
+
+} // namespace NS

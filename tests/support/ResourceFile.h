@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// A file in the program's resources for as long as the object lives.
+class ResourceFile
+{
+public:
+    /// `path` as in ":/Info.plist".
+    ResourceFile(const QString &path, const QByteArray &contents);
+    ResourceFile(const ResourceFile &) = delete;
+    ResourceFile &operator=(const ResourceFile &) = delete;
+    ~ResourceFile();
+
+private:
+    QByteArray m_resources;
+};
