@@ -130,6 +130,7 @@ struct Storyboard::Private
 struct Storyboard::Reader
 {
     Private &d;
+    QString text {};
     QXmlStreamReader xml {};
     Position position {}; ///< where the element begins that is being read
     Position rootPosition {};
@@ -139,24 +140,33 @@ struct Storyboard::Reader
         QFile file(d.fileName);
         if (!file.open(QIODevice::ReadOnly))
             d.fail({}, u"cannot be read: %1"_s.arg(file.errorString()));
-        xml.setDevice(&file);
+        text = QString::fromUtf8(file.readAll());
+        xml.addData(text);
         readRoot();
         check();
+    }
+
+    // Where the tag or text begins that has been read: no "<" stands within a tag.
+    Position start() const
+    {
+        const qsizetype end = xml.characterOffset() - 1;
+        const qsizetype start = text.lastIndexOf(u'<', end);
+        const qsizetype line = text.lastIndexOf(u'\n', start);
+        return { text.left(start).count(u'\n') + 1, start - line };
     }
 
     // The next element within the one that is being read; false at its end.
     bool readElement()
     {
         while (true) {
-            // Before the token is read, the reader stands where it begins.
-            const Position start { xml.lineNumber(), xml.columnNumber() + 1 };
+            const Position before { xml.lineNumber(), xml.columnNumber() + 1 };
             switch (xml.readNext()) {
             case QXmlStreamReader::StartElement:
-                position = start;
+                position = start();
                 return true;
             case QXmlStreamReader::Characters:
                 if (!xml.isWhitespace())
-                    d.fail(start, u"there is text between the elements"_s);
+                    d.fail(before, u"there is text between the elements"_s);
                 break;
             case QXmlStreamReader::Invalid:
                 d.fail({ xml.lineNumber(), xml.columnNumber() + 1 }, xml.errorString());

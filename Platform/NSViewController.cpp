@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/NSNib.h>
 #include <pellarvine/Platform/NSStoryboard.h>
 #include <pellarvine/Platform/NSViewController.h>
 #include <pellarvine/Platform/NSViewControllerPrivate.h>
@@ -296,18 +297,14 @@ void ViewController::prepareForSegue(StoryboardSegue *, QObject *) { }
 
 void ViewController::loadView()
 {
-    if (!d->nibName.isEmpty()) {
-        QFile file(d->nibName);
-        if (!file.open(QIODevice::ReadOnly))
-            throw std::runtime_error("no file");
-        QUiLoader loader;
-        QWidget *const made = loader.load(&file);
-        if (!made)
-            throw std::runtime_error(loader.errorString().toStdString());
-        setView(made);
-        return;
-    }
-    setView(new QWidget);
+    if (d->nibName.isEmpty())
+        return setView(new QWidget);
+    std::unique_ptr<QWidget> made(Nib(d->nibName).instantiate(this));
+    // The file may have set the view itself, as an outlet.
+    if (!d->view)
+        setView(made.release());
+    if (d->title.isEmpty())
+        setTitle(d->view->windowTitle());
 }
 
 } // namespace NS

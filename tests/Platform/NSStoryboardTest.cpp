@@ -116,7 +116,7 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
         bool fitsSchema;
     };
     const Row rows[] = {
-        { "<scene", ":3:1: ", false },
+        { "<scene", ":3:2: ", false },
         { " text", ":1:13: there is text between the elements", false },
         { "  <scenery/>", ":2:3: <scenery> does not belong in <storyboard>", false },
         { "<scene identifier='a' class='Form'><segue/></scene>",
@@ -155,7 +155,7 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
         { "<scene identifier='a' class='Form'/>\n<scene identifier='b' class='Form'/>\n"
           "<embed source='a' destination='b' container='box'/>\n"
           "<embed source='b' destination='a' container='box'/>",
-          ":4:1: the scene \"a\" lies within itself", true },
+          ":5:1: the scene \"a\" lies within itself", true },
     };
     for (const Row &row : rows) {
         const QString path = storyboard(row.elements);
@@ -202,7 +202,7 @@ TEST_F(NSStoryboard, outlets_triggers_and_containers_are_checked_when_the_view_i
         { {},
           "<embed source='a' destination='b' container='box'/>\n"
           "<embed source='a' destination='c' container='box'/>",
-          ":7:39: the scene has no object \"x\"" },
+          ":7:36: the scene has no object \"x\"" },
     };
     for (const Row &row : rows) {
         const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(storyboard(

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QByteArray>
+#include <QString>
+
+#include <exception>
+
+namespace NS {
+
+/// What is wrong with an interface file, and where:
+///
+///     try {
+///         NS::Nib(u"Preferences"_s).instantiate(controller);
+///     } catch (const NS::NibError &error) {
+///         qWarning("%s", error.what());
+///         // Preferences.ui:31:5: nameField: PreferencesController has no key "nmae"
+///         // (binding "text = owner.nmae")
+///     }
+class PELLARVINE_EXPORT NibError : public std::exception
+{
+public:
+    enum Reason {
+        fileNotFound, ///< no file of that name, or one that cannot be read
+        malformed, ///< not the XML of an interface file, or an entry that is no sentence
+        unknownClass, ///< a class that neither Qt nor the registry has
+        unknownObject, ///< a name that no object of the file has
+        unknownKeyPath, ///< an outlet, a bound property or a key path
+        unknownMethod, ///< a signal, a slot, or two that do not go together
+        unknownProperty, ///< a property that the class lacks, or a value that it cannot take
+        unknownImage, ///< a picture that is in neither the resources nor the file's folder
+    };
+
+    NibError(Reason reason, QString file, int line, int column, QString object, QString name,
+             const QString &message);
+    ~NibError() override;
+
+    Reason reason() const noexcept { return m_reason; }
+
+    /// The file's path; empty for a tree that was built by code.
+    const QString &file() const noexcept { return m_file; }
+
+    /// Counted from 1; 0 where no place in the file is known.
+    int line() const noexcept { return m_line; }
+    int column() const noexcept { return m_column; }
+
+    /// The name of the object in the file. Empty if the file as a whole is meant.
+    const QString &object() const noexcept { return m_object; }
+
+    /// The class, key path, signal, slot, property or object that is not there.
+    const QString &name() const noexcept { return m_name; }
+
+    /// All of it in one untranslated line for logs.
+    const char *what() const noexcept override;
+
+private:
+    Reason m_reason;
+    QString m_file;
+    int m_line;
+    int m_column;
+    QString m_object;
+    QString m_name;
+    QByteArray m_text;
+};
+
+} // namespace NS

@@ -1,0 +1,466 @@
+// SPDX-License-Identifier: MIT
+#include "FormsSticker.h"
+#include "Person.h"
+#include "ui_Account.h"
+
+#include <pellarvine/Platform/ClassRegistry.h>
+#include <pellarvine/Platform/NSKeyValueBinding.h>
+#include <pellarvine/Platform/NSNib.h>
+#include <pellarvine/Platform/NSView.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <QTranslator>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Owner : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QWidget *view MEMBER view)
+    Q_PROPERTY(QLineEdit *nameField MEMBER nameField)
+    Q_PROPERTY(QAction *renameAction MEMBER renameAction)
+    Q_PROPERTY(Person *person READ person CONSTANT)
+    Q_PROPERTY(QWidget *fixed READ fixed CONSTANT)
+
+public:
+    Person *person() const { return m_person; }
+    QWidget *fixed() const { return nullptr; }
+
+    Q_INVOKABLE void save(bool isChecked) { saves.append(isChecked); }
+    Q_INVOKABLE void save() { saves.append(false); }
+    Q_INVOKABLE void take(int) { }
+    Q_INVOKABLE void take(const QString &) { }
+    Q_INVOKABLE void awakeFromNib()
+    {
+        Forms::Sticker::calls.append(u"owner"_s);
+        if (isStubborn)
+            throw std::runtime_error("no");
+    }
+
+    QPointer<QWidget> view;
+    QPointer<QLineEdit> nameField;
+    QPointer<QAction> renameAction;
+    QList<bool> saves;
+    bool isStubborn = false;
+
+private:
+    Person *m_person = new Person(u"Ada"_s, this);
+};
+
+class Nib : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        NS::registerClass<Forms::Sticker>();
+        Forms::Sticker::calls.clear();
+    }
+
+    // A form around `inside`, which begins on line 2.
+    static NS::Nib form(const QString &inside, const QString &behind = {})
+    {
+        const QString text = u"<ui version=\"4.0\"><class>Form</class><widget class=\"QWidget\" "
+                             "name=\"Form\">\n%1</widget>%2</ui>"_s.arg(inside, behind);
+        return NS::Nib(text.toUtf8(), u"Form.ui"_s);
+    }
+
+    static QString property(const QString &name, const QString &value)
+    {
+        return u"<property name=\"%1\" stdset=\"0\"><string>%2</string></property>"_s.arg(
+                name, value.toHtmlEscaped());
+    }
+
+    Owner owner;
+};
+
+// What is thrown, as one text: "reason object name".
+template <typename Action>
+NS::NibError errorOf(Action action)
+{
+    try {
+        action();
+    } catch (const NS::NibError &error) {
+        return error;
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return { NS::NibError::malformed, {}, 0, 0, {}, {}, {} };
+}
+
+} // namespace
+
+TEST_F(Nib, a_form_comes_with_its_classes_outlets_bindings_and_actions)
+{
+    const std::unique_ptr<QWidget> root(NS::Nib(u"Account"_s).instantiate(&owner));
+    EXPECT_EQ(owner.view, root.get());
+    EXPECT_EQ(owner.nameField, root->findChild<QLineEdit *>(u"nameField"_s));
+    EXPECT_EQ(owner.renameAction, root->findChild<QAction *>(u"renameAction"_s));
+
+    auto *const label = root->findChild<QLabel *>(u"nameLabel"_s);
+    EXPECT_EQ(label->buddy(), owner.nameField);
+    EXPECT_EQ(label->text(), u"Ada"_s);
+    EXPECT_FALSE(label->isEnabled());
+    root->findChild<QAbstractButton *>(u"memberBox"_s)->setChecked(true);
+    EXPECT_TRUE(label->isEnabled());
+    owner.nameField->setText(u"Grace"_s);
+    EXPECT_EQ(owner.person()->name, u"Grace"_s);
+    EXPECT_EQ(label->text(), u"Grace"_s);
+    EXPECT_EQ(root->windowTitle(), u"Grace"_s);
+
+    auto *const button = root->findChild<QPushButton *>(u"saveButton"_s);
+    button->click();
+    owner.renameAction->trigger();
+    EXPECT_THAT(owner.saves, ::testing::ElementsAre(true, false));
+    EXPECT_TRUE(root->findChild<Forms::Sticker *>()->isHidden());
+}
+
+TEST_F(Nib, nothing_that_a_file_says_of_a_custom_widget_is_lost)
+{
+    const std::unique_ptr<QWidget> root(NS::Nib(u"Account"_s).instantiate(&owner));
+    auto *const sticker = root->findChild<Forms::Sticker *>();
+    ASSERT_TRUE(sticker);
+    EXPECT_EQ(sticker->sides(), Forms::Sticker::left | Forms::Sticker::right);
+    EXPECT_EQ(sticker->mode, Forms::Sticker::loud);
+    EXPECT_EQ(sticker->gap, 3.0);
+    EXPECT_EQ(sticker->tint, QColor(Qt::red));
+    EXPECT_EQ(sticker->property("note"), u"spare"_s);
+    EXPECT_EQ(sticker->pages, QStringList({ u"firstPage"_s, u"secondPage"_s }));
+    EXPECT_EQ(sticker->field, owner.nameField);
+
+    // Nor without the namespace.
+    const QString page =
+            u"<widget class=\"Sticker\" name=\"a\"><widget class=\"QLabel\" name=\"b\"/>"
+            "</widget>"_s;
+    const QString custom = u"<customwidgets><customwidget><class>Sticker</class><extends>QFrame"
+                           "</extends><container>1</container><addpagemethod>%1</addpagemethod>"
+                           "</customwidget></customwidgets>"_s;
+    const std::unique_ptr<QWidget> other(form(page, custom.arg(u"addPage"_s)).instantiate());
+    EXPECT_EQ(other->findChild<Forms::Sticker *>()->pages, QStringList(u"b"_s));
+    EXPECT_EQ(errorOf([&] { form(page, custom.arg(u"addPgae"_s)).instantiate(); }).name(),
+              u"addPgae"_s);
+}
+
+TEST_F(Nib, everything_is_awakened_once_with_its_outlets_set_and_children_first)
+{
+    const NS::Nib nib =
+            form(u"<widget class=\"Sticker\" name=\"a\"><widget class=\"Sticker\" "
+                 "name=\"b\"/><widget class=\"Sticker\" name=\"c\"/></widget><widget "
+                 "class=\"Sticker\" name=\"d\"/><widget class=\"QLineEdit\" name=\"e\">"_s
+                 + property(u"outlets"_s, u"a.field\nd.field"_s) + u"</widget>"_s);
+    const std::unique_ptr<QWidget> root(nib.instantiate(&owner));
+    EXPECT_EQ(Forms::Sticker::calls.join(u' '), u"b c a d owner"_s);
+    EXPECT_TRUE(root->findChild<Forms::Sticker *>(u"a"_s)->hadField);
+    EXPECT_TRUE(root->findChild<Forms::Sticker *>(u"d"_s)->hadField);
+
+    // Neither by an outer tree that it becomes part of.
+    NS::Nib::awaken(root.get(), &owner);
+    EXPECT_EQ(Forms::Sticker::calls.join(u' '), u"b c a d owner owner"_s);
+}
+
+TEST_F(Nib, a_tree_that_setupUi_made_is_connected_and_awakened_likewise)
+{
+    QWidget root;
+    Ui::Account ui;
+    ui.setupUi(&root);
+    NS::Nib::awaken(&root, &owner);
+    EXPECT_EQ(owner.view, &root);
+    EXPECT_EQ(owner.nameField, ui.nameField);
+    EXPECT_EQ(ui.nameLabel->text(), u"Ada"_s);
+    EXPECT_TRUE(ui.sticker->hadField);
+    EXPECT_EQ(Forms::Sticker::calls.join(u' '), u"sticker owner"_s);
+    ui.saveButton->click();
+    NS::Nib::awaken(&root);
+    EXPECT_EQ(ui.sticker->awakenings, 1);
+    EXPECT_THAT(owner.saves, ::testing::ElementsAre(true));
+
+    QWidget other;
+    auto *const field = new QLineEdit(&other);
+    field->setObjectName(u"field"_s);
+    field->setProperty("outlets", u"owner.nobody"_s);
+    const NS::NibError error = errorOf([&] { NS::Nib::awaken(&other, &owner); });
+    EXPECT_STREQ(error.what(), "field: Owner has no key \"nobody\" (key path \"nobody\")");
+}
+
+TEST_F(Nib, a_file_is_found_by_name_and_the_hosts_before_the_librarys)
+{
+    const QString beside = QCoreApplication::applicationDirPath() + u"/NibTestBeside.ui"_s;
+    ASSERT_TRUE(QFile::copy(u":/Account.ui"_s, beside));
+    const struct
+    {
+        QString name;
+        QString path;
+    } rows[] = {
+        { u"Account"_s, u":/Account.ui"_s },
+        { u"Account.ui"_s, u":/Account.ui"_s },
+        { u"Nested"_s, u":/forms/deep/Nested.ui"_s },
+        { u"deep/Nested"_s, u":/forms/deep/Nested.ui"_s },
+        { u"forms/deep/Nested"_s, u":/forms/deep/Nested.ui"_s },
+        { u":/pellarvine/Account.ui"_s, u":/pellarvine/Account.ui"_s },
+        { u"LibraryOnly"_s, u":/pellarvine/LibraryOnly.ui"_s },
+        { u"NibTestBeside"_s, beside },
+        { beside, beside },
+        { u"Missing"_s, {} },
+        { u"forms"_s, {} },
+        { {}, {} },
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(NS::Nib::path(row.name), row.path) << qPrintable(row.name);
+    EXPECT_EQ(NS::Nib(u"NibTestBeside"_s).fileName(), beside);
+    QFile::setPermissions(beside, QFile::WriteOwner);
+    QFile::remove(beside);
+
+    const NS::NibError error = errorOf([] { NS::Nib(u"Missing"_s); });
+    EXPECT_EQ(error.reason(), NS::NibError::fileNotFound);
+    EXPECT_STREQ(error.what(), "Missing: there is no interface file of this name");
+}
+
+TEST_F(Nib, what_a_file_names_and_nobody_has_is_an_error_with_its_place_object_and_name)
+{
+    using Error = NS::NibError;
+    const QString field = u"<widget class=\"QLineEdit\" name=\"field\">%1</widget>"_s;
+    const auto entry = [&](const QString &name, const QString &value) {
+        return field.arg(property(name, value));
+    };
+    const struct
+    {
+        QString inside;
+        Error::Reason reason;
+        const char *object;
+        const char *name;
+        const char *message;
+        int column;
+    } rows[] = {
+        { u"<widget class=\"Bdge\" name=\"field\"/>"_s, Error::unknownClass, "field", "Bdge",
+          "there is no class \"Bdge\"", 1 },
+        { u"<widget class=\"NS::ViewController\" name=\"field\"/>"_s, Error::unknownClass, "field",
+          "NS::ViewController", "is no widget", 1 },
+        { u"<layout class=\"QFlowLayout\" name=\"field\"/>"_s, Error::unknownClass, "field",
+          "QFlowLayout", "no layout class", 1 },
+        { field.arg(u"<property name=\"texture\"><string>x</string></property>"_s),
+          Error::unknownProperty, "field", "texture", "QLineEdit has no property \"texture\"", 40 },
+        { field.arg(u"<property name=\"maxLength\"><string>x</string></property>"_s),
+          Error::unknownProperty, "field", "maxLength", "cannot be \"x\"", 40 },
+        { field.arg(u"<property name=\"alignment\"><set>Qt::AlignLeft|Qt::AlignDown</set>"
+                    "</property>"_s),
+          Error::unknownProperty, "field", "alignment", "cannot be", 40 },
+        { field.arg(u"<property name=\"displayText\"><string>x</string></property>"_s),
+          Error::unknownProperty, "field", "displayText", "cannot be", 40 },
+        { u"<widget class=\"QLabel\" name=\"field\"><property name=\"buddy\"><cstring>x</cstring>"
+          "</property></widget>"_s,
+          Error::unknownObject, "field", "x", "buddy", 37 },
+        { u"<widget class=\"QLabel\" name=\"field\"><property name=\"pixmap\"><pixmap>no.png"
+          "</pixmap></property></widget>"_s,
+          Error::unknownImage, "", "no.png", "no picture", 69 },
+        { entry(u"outlets"_s, u"owner.nobody"_s), Error::unknownKeyPath, "field", "nobody",
+          "Owner has no key \"nobody\"", 84 },
+        { entry(u"outlets"_s, u"owner.renameAction"_s), Error::unknownKeyPath, "field",
+          "renameAction", "cannot take this value", 84 },
+        { entry(u"outlets"_s, u"owner.fixed"_s), Error::unknownKeyPath, "field", "fixed",
+          "cannot write", 84 },
+        { entry(u"outlets"_s, u"owner.person.partner.name"_s), Error::unknownKeyPath, "field",
+          "person.partner.name", "there is no object at \"person.partner\"", 84 },
+        { entry(u"outlets"_s, u"  nobody.field"_s), Error::unknownObject, "field", "nobody",
+          "no object \"nobody\"", 86 },
+        { entry(u"outlets"_s, u"field"_s), Error::malformed, "field", "field", "has the form", 84 },
+        { entry(u"bindings"_s, u"text = owner.person.nmae"_s), Error::unknownKeyPath, "field",
+          "person.nmae", "Person has no key \"nmae\"", 85 },
+        { entry(u"bindings"_s, u"txet = owner.person.name"_s), Error::unknownKeyPath, "field",
+          "txet", "QLineEdit has no key \"txet\"", 85 },
+        { entry(u"bindings"_s, u"text = owner.person.secret"_s), Error::unknownKeyPath, "field",
+          "person.secret", "does not tell", 85 },
+        { entry(u"bindings"_s, u"text: owner.person.name"_s), Error::malformed, "field",
+          "text: owner.person.name", "has the form", 85 },
+        { entry(u"actions"_s, u"clicked -> owner.save"_s), Error::unknownMethod, "field", "clicked",
+          "QLineEdit has no signal \"clicked\"", 84 },
+        { entry(u"actions"_s, u"textChanged -> owner.sav"_s), Error::unknownMethod, "field", "sav",
+          "Owner has no slot \"sav\"", 84 },
+        { entry(u"actions"_s, u"textChanged -> owner.save(bool)"_s), Error::unknownMethod, "field",
+          "save(bool)", "other arguments", 84 },
+        { entry(u"actions"_s, u"returnPressed -> owner.person.partner.deleteLater"_s),
+          Error::unknownKeyPath, "field", "person.partner", "no object at", 84 },
+        { entry(u"actions"_s, u"returnPressed"_s), Error::malformed, "field", "returnPressed",
+          "has the form", 84 },
+        { entry(u"constraints"_s, u"leading = nobody.leading"_s), Error::unknownObject, "field",
+          "nobody", "no widget \"nobody\"", 88 },
+        { entry(u"constraints"_s, u"middle = superview.leading"_s), Error::unknownKeyPath, "field",
+          "middle", "no attribute", 88 },
+        { entry(u"constraints"_s, u"leading = superview.top"_s), Error::malformed, "field",
+          "leading = superview.top", "cannot be compared", 88 },
+        { entry(u"constraints"_s, u"leading = 8"_s), Error::malformed, "field", "leading = 8",
+          "cannot be compared", 88 },
+        { entry(u"constraints"_s, u"width = 8.8.8"_s), Error::malformed, "field", "width = 8.8.8",
+          "has the form", 88 },
+    };
+    for (const auto &row : rows) {
+        const Error error = errorOf([&] { form(row.inside).instantiate(&owner); });
+        EXPECT_EQ(error.reason(), row.reason) << error.what();
+        EXPECT_EQ(error.object(), QString::fromUtf8(row.object)) << error.what();
+        EXPECT_EQ(error.name(), QString::fromUtf8(row.name)) << error.what();
+        EXPECT_THAT(error.what(), ::testing::HasSubstr(row.message));
+        EXPECT_EQ(error.line(), 2) << error.what();
+        EXPECT_EQ(error.column(), row.column) << error.what();
+        EXPECT_EQ(error.file(), u"Form.ui"_s);
+    }
+    EXPECT_THAT(
+            errorOf([&] {
+                form(entry(u"bindings"_s, u"enabled = owner.person.isMember\n  text = owner.x"_s))
+                        .instantiate(&owner);
+            }).what(),
+            ::testing::StartsWith("Form.ui:3:3: field: Owner has no key \"x\""));
+    EXPECT_EQ(errorOf([&] { form(entry(u"outlets"_s, u"owner.view"_s)).instantiate(); }).reason(),
+              Error::unknownObject);
+}
+
+TEST_F(Nib, what_the_files_own_sections_name_is_checked_too)
+{
+    using Error = NS::NibError;
+    const QString field = u"<widget class=\"QLineEdit\" name=\"field\"/>\n"_s;
+    const QString connection =
+            u"<connections><connection><sender>%1</sender><signal>%2</signal><receiver>Form"
+            "</receiver><slot>%3</slot></connection></connections>"_s;
+    const struct
+    {
+        QString behind;
+        Error::Reason reason;
+        const char *name;
+    } rows[] = {
+        { connection.arg(u"nobody"_s, u"textChanged(QString)"_s, u"setWindowTitle(QString)"_s),
+          Error::unknownObject, "nobody" },
+        { connection.arg(u"field"_s, u"textUpset(QString)"_s, u"setWindowTitle(QString)"_s),
+          Error::unknownMethod, "textUpset(QString)" },
+        { connection.arg(u"field"_s, u"textChanged(QString)"_s, u"setWindowTytle(QString)"_s),
+          Error::unknownMethod, "setWindowTytle(QString)" },
+        { u"<tabstops><tabstop>nobody</tabstop></tabstops>"_s, Error::unknownObject, "nobody" },
+    };
+    for (const auto &row : rows) {
+        const Error error = errorOf([&] { form(field, row.behind).instantiate(); });
+        EXPECT_EQ(error.reason(), row.reason) << error.what();
+        EXPECT_EQ(error.name(), QString::fromUtf8(row.name)) << error.what();
+        EXPECT_EQ(error.line(), 3) << error.what();
+    }
+}
+
+TEST_F(Nib, a_file_that_is_no_form_is_an_error_where_it_stops_being_one)
+{
+    const struct
+    {
+        const char *contents;
+        int line;
+        int column;
+        const char *message;
+    } rows[] = {
+        { "", 1, 1, "" },
+        { "<ui version=\"4.0\">\n <widget class=\"QWidget\" name=\"a\">\n </ui>", 3, 7, "" },
+        { "<ui version=\"4.0\">\n <widget", 2, 9, "" },
+        { "<svg/>", 1, 1, "<svg>" },
+        { "<ui version=\"4.0\"/>", 1, 1, "no widget" },
+        { "<ui version=\"4.0\">\n <widget class=\"QWidget\"/></ui>", 2, 2, "has no name" },
+        { "<ui version=\"4.0\"><widget class=\"QWidget\" name=\"a\">\n"
+          "<widget class=\"QWidget\" name=\"a\"/></widget></ui>",
+          2, 1, "two objects" },
+    };
+    for (const auto &row : rows) {
+        const NS::NibError error = errorOf([&] { NS::Nib(row.contents, u"Form.ui"_s); });
+        EXPECT_EQ(error.reason(), NS::NibError::malformed);
+        EXPECT_EQ(error.line(), row.line) << error.what();
+        EXPECT_EQ(error.column(), row.column) << error.what();
+        EXPECT_THAT(error.what(), ::testing::HasSubstr(row.message));
+    }
+    const QByteArray deep = QByteArray("<item>").repeated(100000);
+    EXPECT_THROW(form(QString::fromLatin1(deep)), NS::NibError);
+    EXPECT_EQ(errorOf([&] {
+                  NS::Nib("<ui version=\"3.0\"><widget class=\"QWidget\" name=\"a\"/></ui>",
+                          u"Form.ui"_s)
+                          .instantiate();
+              }).reason(),
+              NS::NibError::malformed);
+}
+
+TEST_F(Nib, after_an_error_no_object_is_left_and_no_outlet_set)
+{
+    const QString outlets = property(u"outlets"_s, u"owner.view\nowner.nameField"_s);
+    const QString field = u"<widget class=\"QLineEdit\" name=\"field\">%1</widget>"_s;
+    QWidget parent;
+    EXPECT_THROW(
+            form(field.arg(outlets + property(u"bindings"_s, u"maxLength = owner.person.name"_s)))
+                    .instantiate(&owner, &parent),
+            NS::NibError);
+    EXPECT_TRUE(parent.children().isEmpty());
+    EXPECT_FALSE(owner.view);
+
+    owner.isStubborn = true;
+    EXPECT_THROW(form(field.arg(outlets)).instantiate(&owner, &parent), std::runtime_error);
+    EXPECT_TRUE(parent.children().isEmpty());
+    EXPECT_FALSE(owner.nameField);
+}
+
+TEST_F(Nib, an_action_between_overloads_asks_for_their_arguments)
+{
+    const QString box = u"<widget class=\"QComboBox\" name=\"box\">%1</widget>"_s;
+    const auto load = [&](const QString &action) {
+        const std::unique_ptr<QWidget> root(
+                form(box.arg(property(u"actions"_s, action))).instantiate(&owner));
+    };
+    load(u"activated -> owner.take"_s);
+    load(u"currentTextChanged(QString) -> owner.take(QString)"_s);
+    load(u"currentTextChanged -> owner.take"_s);
+    load(u"activated(int)->owner.save()"_s);
+}
+
+TEST_F(Nib, constraints_place_the_widgets_of_a_form)
+{
+    const QString text =
+            u"<property name=\"geometry\"><rect><x>0</x><y>0</y><width>200</width><height>"
+            "100</height></rect></property><widget class=\"QFrame\" name=\"panel\">"_s
+            + property(u"constraints"_s,
+                       u"leading = superview.leading + 8\nwidth = 0.5 * superview.width - 10.5\n"
+                       "top == superview.top\nheight = 20"_s)
+            + u"</widget><widget class=\"QFrame\" name=\"side\">"_s
+            + property(u"constraints"_s,
+                       u"left = panel.right\nbottom = superview.bottom - 4\nheight >= 30\n"
+                       "height = 10 @ 400\nwidth = self.height"_s)
+            + u"</widget>"_s;
+    const std::unique_ptr<QWidget> root(form(text).instantiate());
+    NS::layoutSubtreeIfNeeded(root.get());
+    EXPECT_EQ(root->findChild<QWidget *>(u"panel"_s)->geometry(), QRect(8, 0, 90, 20));
+    EXPECT_EQ(root->findChild<QWidget *>(u"side"_s)->geometry(), QRect(98, 66, 30, 30));
+}
+
+namespace {
+
+class Shouting : public QTranslator
+{
+public:
+    QString translate(const char *, const char *text, const char *, int) const override
+    {
+        return QString::fromUtf8(text).toUpper();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+TEST_F(Nib, a_change_of_language_reaches_the_texts_and_leaves_bound_ones_alone)
+{
+    const std::unique_ptr<QWidget> root(NS::Nib(u"Account"_s).instantiate(&owner));
+    Shouting translator;
+    QCoreApplication::installTranslator(&translator);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(root->windowTitle(), u"ACCOUNT"_s);
+    EXPECT_EQ(root->findChild<QLabel *>(u"nameLabel"_s)->text(), u"Ada"_s);
+    EXPECT_FALSE(root->property("outlets").isValid());
+    QCoreApplication::removeTranslator(&translator);
+}
+
+#include "NSNibTest.moc"
