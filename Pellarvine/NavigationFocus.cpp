@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QChildEvent>
+#include <QVariant>
 
 #include <utility>
 
@@ -11,11 +12,14 @@ namespace Pellarvine {
 
 namespace {
 
-// Also in a window that is not active, where nothing has the focus now.
-bool hasFocusInside(const QWidget *view)
+// Of a view that has left: Qt forgets where the focus was when a widget changes its window.
+constexpr auto lastFocusProperty = "_pellarvine_lastFocus";
+
+// Null if it is elsewhere. Also in a window that is not active, where nothing has the focus now.
+QWidget *focusInside(const QWidget *view)
 {
-    const QWidget *const focus = view->window()->focusWidget();
-    return focus && (focus == view || view->isAncestorOf(focus));
+    QWidget *const focus = view->window()->focusWidget();
+    return focus && (focus == view || view->isAncestorOf(focus)) ? focus : nullptr;
 }
 
 bool canTakeFocus(const QWidget *widget, const QWidget *view)
@@ -26,7 +30,9 @@ bool canTakeFocus(const QWidget *widget, const QWidget *view)
 
 void focus(QWidget *view)
 {
-    QWidget *target = view->focusWidget(); // the one that had it last
+    QWidget *target = view->property(lastFocusProperty).value<QPointer<QWidget>>();
+    if (!target || !canTakeFocus(target, view))
+        target = nullptr;
     for (QWidget *next = view->nextInFocusChain(); !target && next != view;
          next = next->nextInFocusChain()) {
         if (canTakeFocus(next, view))
@@ -59,8 +65,12 @@ bool NavigationFocus::eventFilter(QObject *watched, QEvent *event)
         && m_contentView->isVisible())
         m_added = static_cast<QChildEvent *>(event)->child();
     // The focus moves on once this event is done.
-    if (watched == m_top && event->type() == QEvent::Hide && !event->spontaneous())
-        m_hasLostFocus = hasFocusInside(m_top);
+    if (watched == m_top && event->type() == QEvent::Hide && !event->spontaneous()) {
+        QWidget *const focus = focusInside(m_top);
+        m_hasLostFocus = focus;
+        if (focus)
+            m_top->setProperty(lastFocusProperty, QVariant::fromValue(QPointer<QWidget>(focus)));
+    }
     return false;
 }
 

@@ -4,6 +4,7 @@
 #include <pellarvine/Platform/KeyValueCoding.h>
 #include <pellarvine/Platform/NSLayoutAnchor.h>
 #include <pellarvine/Platform/NSLayoutConstraint.h>
+#include <pellarvine/Platform/NSNib.h>
 #include <pellarvine/Platform/NSStoryboard.h>
 #include <pellarvine/Platform/NSStoryboardSegue.h>
 #include <pellarvine/Platform/NSView.h>
@@ -253,13 +254,15 @@ struct Storyboard::Reader
             d.fail(position, u"there is a scene \"%1\" already"_s.arg(scene.identifier));
         const QString interface = attribute("interface"_L1);
         if (!interface.isEmpty()) {
-            scene.interface = QFileInfo(d.fileName).dir().filePath(interface);
+            scene.interface = QFileInfo(d.fileName).absoluteDir().filePath(interface);
+            if (!QFileInfo(scene.interface).isFile())
+                scene.interface = Nib::path(interface);
             if (!type->metaObject->inherits(&ViewController::staticMetaObject)) {
                 d.fail(position, u"\"%1\" is no view controller and takes no interface"_s.arg(
                                          scene.className));
             }
-            if (!QFileInfo(scene.interface).isFile())
-                d.fail(position, u"there is no file \"%1\""_s.arg(scene.interface));
+            if (scene.interface.isEmpty())
+                d.fail(position, u"there is no interface file \"%1\""_s.arg(interface));
         }
         while (readElement()) {
             if (xml.qualifiedName() != "outlet"_L1)
