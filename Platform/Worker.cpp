@@ -2,6 +2,7 @@
 #include <pellarvine/Platform/Worker.h>
 
 #include <QBuffer>
+#include <QCursor>
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
@@ -29,7 +30,7 @@ void runWithBusyCursor(const std::function<void()> &work)
     thread->start();
     if (thread->wait(unnoticed))
         return;
-    QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    QGuiApplication::setOverrideCursor(QCursor(Qt::BusyCursor));
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     thread->wait();
     QGuiApplication::restoreOverrideCursor();
