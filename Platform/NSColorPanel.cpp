@@ -51,7 +51,9 @@ ColorPanel::ColorPanel()
     setWindowTitle(tr("Colours"));
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    reclaimContentView();
+    contentView();
+    adjustSize();
+    layout->activate(); // which gives the content its size before it is shown anywhere
 }
 
 ColorPanel::~ColorPanel()
