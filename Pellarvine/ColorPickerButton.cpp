@@ -98,7 +98,11 @@ ColorPickerButton::ColorPickerButton(QWidget *parent)
     connect(this, &QPushButton::clicked, this, &ColorPickerButton::buttonPressed);
 }
 
-ColorPickerButton::~ColorPickerButton() = default;
+// What closes must not tell an object that is half gone.
+ColorPickerButton::~ColorPickerButton()
+{
+    qDeleteAll(findChildren<NS::Popover *>(Qt::FindDirectChildrenOnly));
+}
 
 QColor ColorPickerButton::color() const
 {
