@@ -40,8 +40,7 @@ bool isFocusable(const QWidget *widget, const QWidget *content)
 {
     // The content itself is hidden until it has its place.
     return (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy()
-           && widget->isEnabledTo(content)
-           && (widget == content || widget->isVisibleTo(content));
+           && widget->isEnabledTo(content) && (widget == content || widget->isVisibleTo(content));
 }
 
 QColor mixed(const QColor &one, const QColor &other, double share)
