@@ -4,7 +4,10 @@
 #include <QByteArray>
 #include <QtGlobal>
 
-// What every public class and function carries.
+/// @file
+/// What all public headers share.
+
+/// What every public class and function carries.
 #if defined(PELLARVINE_BUILDING)
 #define PELLARVINE_EXPORT Q_DECL_EXPORT
 #else
@@ -19,12 +22,14 @@
 #define PELLARVINE_DEPRECATED(text) [[deprecated(text)]]
 #endif
 
+/// @cond internal
 // Not API: internals that the tests of this source tree reach; hidden in a released library.
 #if defined(PELLARVINE_EXPORT_INTERNALS)
 #define PELLARVINE_INTERNAL_EXPORT PELLARVINE_EXPORT
 #else
 #define PELLARVINE_INTERNAL_EXPORT
 #endif
+/// @endcond
 
 namespace Pellarvine {
 
