@@ -38,12 +38,15 @@ def picture(name, link=False):
              f'<img src="gallery/light/{name}.png" width="{WIDTH}" height="{HEIGHT}"'
              f' alt="The gallery’s page {title_of(name)}"/></picture>')
     if link:
-        image = f'<a href="{page_id(name)}.html">{image}</a>'
-    return f'@htmlonly<figure class="shot">{image}</figure>@endhtmlonly'
+        image = (f'<a href="{page_id(name)}.html">{image}'
+                 f'<figcaption>In the gallery: {title_of(name)}</figcaption></a>')
+    return f'@htmlonly<figure class="shot{" link" if link else ""}">{image}</figure>@endhtmlonly'
 
 
 def gallery_page(name, shown):
     parts = [f"# {title_of(name)} {{#{page_id(name)}}}", picture(name),
+             # The style sheet hides the classes' own pictures in here.
+             '@htmlonly<div class="gallery">@endhtmlonly',
              f"`build/dev/bin/gallery --page {name}` opens this page."]
     for item in shown:
         if item.endswith(".h"):
@@ -51,7 +54,7 @@ def gallery_page(name, shown):
                       f'Reference: @ref {item}']
         else:
             parts += [f"## {item}", f"@copydoc {item}", f"Reference: @ref {item}"]
-    return "\n\n".join(parts) + "\n"
+    return "\n\n".join([*parts, "@htmlonly</div>@endhtmlonly"]) + "\n"
 
 
 def class_pictures(names, shown_on):
@@ -61,7 +64,7 @@ def class_pictures(names, shown_on):
         for item in shown_on[name]:
             if not item.endswith(".h"):
                 first.setdefault(item, name)
-    return "".join(f"/** @class {item}\n\n@par In the gallery\n{picture(name, link=True)}\n*/\n\n"
+    return "".join(f"/** @class {item}\n\n{picture(name, link=True)}\n*/\n\n"
                    for item, name in first.items())
 
 
