@@ -75,8 +75,7 @@ def guide(sources):
                  sources / "CONTRIBUTING.md", sources / "CHANGELOG.md"):
         title = re.match(r"# (.+?)(?: \{#.*)?\n", path.read_text(encoding="utf-8"))[1]
         stem = str(path.relative_to(sources).with_suffix(""))
-        escaped = stem.replace("_", "__").replace("-", "-").replace("/", "_")
-        yield "md_" + escaped, title
+        yield "md_" + re.sub(r"\W", "_", stem), title
 
 
 def navigation(sources, names):
