@@ -79,10 +79,12 @@ public:
     }
 
 private:
+    /// @cond internal
     struct Data : QSharedData
     {
         QVarLengthArray<Attribute, 4> list; // sorted by key, no key twice
     };
+    /// @endcond
 
     bool hasEqualValues(const Attributes &other) const;
 

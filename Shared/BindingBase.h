@@ -16,6 +16,7 @@
 
 namespace Pellarvine::detail {
 
+/// @cond internal
 struct BindingPrivate;
 
 enum class Direction {
@@ -59,6 +60,9 @@ public:
     virtual bool pass(const Passage &passage) const;
 };
 
+/// @endcond
+
+/// What `Binding` and `TransformableBinding` have in common; not made by itself.
 class PELLARVINE_EXPORT BindingBase : private NS::KeyValueObserver
 {
 public:
@@ -67,15 +71,15 @@ public:
     /// paths, and the binding does nothing more until the outermost pass has returned.
     static constexpr int deepestExchange = 16;
 
-    BindingBase() = delete;
+    BindingBase() = delete; ///< there is nothing to bind
     ~BindingBase() override;
 
     /// Null once an object that is only watched has been destroyed.
     QObject *first() const;
-    const QString &firstKeyPath() const;
-    QObject *second() const;
-    const QString &secondKeyPath() const;
-    bool twoWayBinding() const;
+    QObject *second() const; ///< likewise
+    const QString &firstKeyPath() const; ///< as it was given
+    const QString &secondKeyPath() const; ///< as it was given
+    bool twoWayBinding() const; ///< changes of the second side are carried too
 
     /// Called by the key-value layer. Carries the change's new value to the other side; ignores
     /// objects and key paths that are neither side's. No change at all stops the process.
@@ -88,9 +92,9 @@ protected:
                 const QString &toWith, bool twoWayBinding,
                 std::unique_ptr<Transformers> transformers);
 
-    void setFirst(NS::ObjectReference object);
-    void setSecond(NS::ObjectReference object);
-    const Transformers *transformers() const;
+    void setFirst(NS::ObjectReference object); ///< for `Binding`, which says how
+    void setSecond(NS::ObjectReference object); ///< likewise
+    const Transformers *transformers() const; ///< null if there are none
 
 private:
     void pathChanged(NS::detail::Registration &path) override;

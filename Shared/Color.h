@@ -8,6 +8,9 @@
 #include <cstdint>
 #include <type_traits>
 
+/// @file
+/// Operations on any colour type, and the palette.
+
 namespace Pellarvine {
 
 /// Any colour type that can be made from `RGBA` and from `HSBA` components and read as both. These

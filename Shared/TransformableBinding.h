@@ -12,6 +12,7 @@
 
 namespace Pellarvine {
 
+/// @cond internal
 namespace detail {
 
 /// What can be read and written in place: the key-value layer treats pointers as objects.
@@ -87,6 +88,7 @@ private:
 };
 
 } // namespace detail
+/// @endcond
 
 /// `Binding` with transformers that have types: `A` is what the first side holds, `B` what the
 /// second holds.

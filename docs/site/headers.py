@@ -8,8 +8,9 @@ OUTPUT/include/pellarvine.
 In our headers a property is documented once, at its getter or at its Q_PROPERTY, and a setter
 stands below its getter without words of its own. Doxygen wants a comment for every name, so the
 copy gives the property its getter's comment, setters and signals a sentence that leads to it, and
-Qt's usual constructor and comparison by members the usual one. It leaves out what says nothing:
-destructors, and copying and moving, without a comment. All else stays as it is, undocumented too,
+Qt's usual constructor and comparison by members the usual one. Between `/// @{` and `/// @}` the
+first comment is that of all. It leaves out what says nothing without a comment: destructors,
+copying and moving, and overrides. All else stays as it is, undocumented too,
 and lines keep their numbers.
 
 A header whose first lines say "Not API" is not copied.
@@ -44,6 +45,7 @@ class Declaration:
                 break
         self.text = text.strip()
         self.comment = comment_of(lines, self.first, self.last)
+        self.group_comment = ""
         self.property = None
         self.name = None
         if match := PROPERTY.match(self.text):
@@ -78,14 +80,25 @@ def getter_names(setter):
 def declarations(lines):
     """The properties and functions of a header, a list for each class."""
     classes = [[]]
+    group = None  # the members since "/// @{"
     line = 0
     while line < len(lines):
         text = lines[line].strip()
         if text in ("Q_OBJECT", "Q_GADGET") or re.match(r"(class|struct)\b.*[^;]$", text):
             classes.append([])
         elif "(" in text and not text.startswith(("//", "#", ":", ",")):
-            classes[-1].append(Declaration(lines, line))
-            line = classes[-1][-1].last
+            member = Declaration(lines, line)
+            classes[-1].append(member)
+            line = member.last
+            if group is not None:
+                group.append(member)
+                member.group_comment = group[0].comment
+        elif text == "/// @{" and not lines[line - 1].strip().startswith("///"):
+            group = []
+            lines[line] = ""
+        elif text == "/// @}" and group is not None:
+            group = None
+            lines[line] = ""
         line += 1
     return classes
 
@@ -100,6 +113,9 @@ def complete(members, lines):
     functions = [member for member in members if member.name]
     commented = {}
     for function in functions:
+        is_setter = re.match(r"set[A-Z]", function.name)
+        if not function.comment and function.group_comment and not is_setter:
+            put(function, function.group_comment)
         if function.comment:
             commented.setdefault(function.name, function.comment)
     told = {}  # signals, with the getters of what they tell of
@@ -131,7 +147,7 @@ def complete(members, lines):
             put(function, "The object belongs to `parent`, which may be null.")
         elif function.name.startswith("operator==") and function.text.endswith("= default;"):
             put(function, "Whether all members are equal.")
-        elif SPECIAL.match(function.text):
+        elif SPECIAL.match(function.text) or re.search(r"\)[\w ]* override\b", function.text):
             for line in range(function.first, function.last + 1):
                 lines[line] = ""
         else:

@@ -51,9 +51,12 @@ def main():
     for file in sorted((output / "check/xml").glob("*.xml")):
         compound = ElementTree.parse(file).getroot().find("compounddef")
         if compound is None or compound.get("kind") in ("dir", "page") \
-                or compound.get("prot") == "private" or compound.findtext("compoundname") == "std":
+                or compound.get("prot") == "private":
             continue
-        seen.add(compound.find("location").get("file").removeprefix("include/pellarvine/"))
+        place = compound.find("location").get("file")
+        if place == "[generated]":  # namespaces of which a header names something and opens none
+            continue
+        seen.add(place.removeprefix("include/pellarvine/"))
         for place, name in undocumented(compound):
             failed = True
             print(f"{place.get('file')}:{place.get('line', 1)}: {name} is not documented")
