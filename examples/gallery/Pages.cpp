@@ -12,6 +12,7 @@ Page *makeDrawingPage(QWidget *parent);
 Page *makeFontsPage(QWidget *parent);
 Page *makeLayoutPage(QWidget *parent);
 Page *makeMarkupPage(QWidget *parent);
+Page *makeNavigationPage(QWidget *parent);
 Page *makeTicketsPage(QWidget *parent);
 
 namespace {
@@ -33,6 +34,7 @@ QList<PageEntry> pages()
         { u"markup"_s, tr("Markup"), tr("Colour and text"), &makeMarkupPage },
         { u"drawing"_s, tr("Drawing"), tr("Colour and text"), &makeDrawingPage },
         { u"layout"_s, tr("Layout"), tr("Views"), &makeLayoutPage },
+        { u"navigation"_s, tr("Navigation"), tr("Views"), &makeNavigationPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }
