@@ -373,10 +373,12 @@ QWidget *NavigationPage::makeFile()
 {
     QFile file(m_mail->storyboard()->fileName());
     if (file.open(QIODevice::ReadOnly)) {
-        // From the first segue on.
-        const QString text = QString::fromUtf8(file.readAll());
-        m_file->setPlainText(text.sliced(text.indexOf("  <segue"_L1))
-                                     .chopped(int(qstrlen("\n</storyboard>\n"))));
+        // From the first segue on, without the outermost element.
+        QString text = QString::fromUtf8(file.readAll());
+        text = text.sliced(text.indexOf("  <segue"_L1));
+        text.replace("\n  "_L1, "\n"_L1).remove("</storyboard>"_L1);
+        m_file->setPlainText(text.trimmed());
+        m_file->document()->setDocumentMargin(0);
     }
     QFont font = Theme::font(Theme::monospace);
     font.setPointSizeF(font.pointSizeF() * 0.9);
