@@ -18,18 +18,17 @@ public:
     using NavigationItemViewController::NavigationItemViewController;
     void viewDidLoad() override
     {
+        progress->setMaximum(seconds);
         auto *const clock = new QTimeLine(1000 * seconds, this);
         clock->setFrameRange(0, seconds);
         clock->setEasingCurve(QEasingCurve::Linear);
         connect(clock, &QTimeLine::frameChanged, progress, &QProgressBar::setValue);
         connect(clock, &QTimeLine::finished, this, &BrewController::finished);
-        progress->setMaximum(seconds);
         clock->start();
     }
     QProgressBar *progress = nullptr;
     int seconds = 0;
-Q_SIGNALS:
-    void finished();
+    Q_SIGNAL void finished();
 };
 
 class TeasController : public Pellarvine::NavigationItemViewController
@@ -42,7 +41,6 @@ public:
     void prepareForSegue(NS::StoryboardSegue *segue, QObject *) override
     {
         auto *const brew = qobject_cast<BrewController *>(segue->destinationController());
-        brew->setTitle(teas->currentItem()->text(0));
         brew->seconds = 60 * teas->currentItem()->text(1).toInt();
     }
     QTreeWidget *teas = nullptr;
@@ -53,10 +51,9 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
     NS::registerClass<TeasController>();
     NS::registerClass<BrewController>();
-    const auto tea = NS::Storyboard::storyboardWithName(QStringLiteral("Tea"));
-    const std::unique_ptr<QObject> made(tea->instantiateInitialController());
-    qobject_cast<NS::ViewController *>(made.get())->view()->show();
+    const std::unique_ptr<QObject> window(NS::Storyboard::storyboardWithName(QStringLiteral("Tea"))
+                                                  ->instantiateInitialController());
+    qobject_cast<NS::ViewController *>(window.get())->view()->show();
     return QApplication::exec();
 }
-
 #include "main.moc"
