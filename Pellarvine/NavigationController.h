@@ -22,8 +22,10 @@ namespace Pellarvine {
 ///     <segue class="Pellarvine::PushSegue" source="list" destination="letter"
 ///            object="letters" signal="activated"/>
 ///
-/// There is no way back but a replace, and nothing moves. The keyboard focus goes to what is pushed
-/// and stays inside when it is replaced; a screen reader is told what has come.
+/// There is no way back but a replace, and nothing moves. Views below the top stay, and show through
+/// one that paints no background; they are disabled until they are the top again or leave. The
+/// keyboard focus goes to what is pushed and stays inside when it is replaced; a screen reader is
+/// told what has come.
 class PELLARVINE_EXPORT NavigationController : public NS::ViewController
 {
     Q_OBJECT

@@ -22,6 +22,12 @@ QWidget *focusInside(const QWidget *view)
     return focus && (focus == view || view->isAncestorOf(focus)) ? focus : nullptr;
 }
 
+void rememberFocus(QWidget *view)
+{
+    if (QWidget *const focus = focusInside(view))
+        view->setProperty(lastFocusProperty, QVariant::fromValue(QPointer<QWidget>(focus)));
+}
+
 bool canTakeFocus(const QWidget *widget, const QWidget *view)
 {
     return view->isAncestorOf(widget) && widget->isEnabled() && widget->isVisibleTo(view)
@@ -66,10 +72,8 @@ bool NavigationFocus::eventFilter(QObject *watched, QEvent *event)
         m_added = static_cast<QChildEvent *>(event)->child();
     // The focus moves on once this event is done.
     if (watched == m_top && event->type() == QEvent::Hide && !event->spontaneous()) {
-        QWidget *const focus = focusInside(m_top);
-        m_hasLostFocus = focus;
-        if (focus)
-            m_top->setProperty(lastFocusProperty, QVariant::fromValue(QPointer<QWidget>(focus)));
+        m_hasLostFocus = focusInside(m_top);
+        rememberFocus(m_top);
     }
     return false;
 }
@@ -83,6 +87,27 @@ void NavigationFocus::watchContentView(QWidget *view)
         view->installEventFilter(this);
 }
 
+void NavigationFocus::coverViews(const QList<NS::ViewController *> &stack)
+{
+    const QList<QPointer<QWidget>> before = std::exchange(m_covered, {});
+    for (NS::ViewController *const controller : stack) {
+        QWidget *const view = controller->isViewLoaded() ? controller->view() : nullptr;
+        if (!view || view == m_top || view->parentWidget() != m_contentView)
+            continue;
+        if (before.contains(view)) {
+            m_covered.append(view);
+        } else if (view->isEnabled()) { // else that is the program's affair
+            m_covered.append(view);
+            rememberFocus(view);
+            view->setEnabled(false);
+        }
+    }
+    for (QWidget *const view : before) {
+        if (view && !m_covered.contains(view))
+            view->setEnabled(true);
+    }
+}
+
 void NavigationFocus::followStack(const QList<NS::ViewController *> &stack)
 {
     const QList<NS::ViewController *> before = std::exchange(m_stack, stack);
@@ -91,6 +116,7 @@ void NavigationFocus::followStack(const QList<NS::ViewController *> &stack)
         m_top->removeEventFilter(this);
     NS::ViewController *const controller = stack.isEmpty() ? nullptr : stack.last();
     m_top = controller && controller->isViewLoaded() ? controller->view() : nullptr;
+    coverViews(stack);
     if (!m_top)
         return;
     m_top->installEventFilter(this);

@@ -19,6 +19,10 @@ class NavigationController;
 /// seen, it is announced by its controller's title. The keyboard focus goes to it after a push, and
 /// after a replace if what has left had the focus: otherwise a sidebar that replaces pages would
 /// lose it with every arrow key. A view that comes again gives it to the widget that had it last.
+///
+/// Views below the top stay where they are, but the mouse does not reach them. Neither does the
+/// keyboard: they are disabled for as long as something lies on them, or Tab and mnemonics would
+/// work what nobody sees.
 class NavigationFocus : public QObject
 {
 public:
@@ -28,12 +32,14 @@ public:
 
 private:
     void watchContentView(QWidget *view);
+    void coverViews(const QList<NS::ViewController *> &stack);
     void followStack(const QList<NS::ViewController *> &stack);
 
     QList<NS::ViewController *> m_stack; // for comparison alone: they may be gone
     QPointer<QWidget> m_contentView;
     QPointer<QWidget> m_top; // the view of the last in the stack
     QPointer<QObject> m_added; // came into the visible content view last
+    QList<QPointer<QWidget>> m_covered; // disabled here
     bool m_hasLostFocus = false; // the top was hidden while it had the focus
 };
 

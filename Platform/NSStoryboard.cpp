@@ -17,6 +17,7 @@
 #include <QMetaMethod>
 #include <QPointer>
 #include <QScopeGuard>
+#include <QStringDecoder>
 #include <QWidget>
 #include <QXmlStreamReader>
 
@@ -141,7 +142,10 @@ struct Storyboard::Reader
         QFile file(d.fileName);
         if (!file.open(QIODevice::ReadOnly))
             d.fail({}, u"cannot be read: %1"_s.arg(file.errorString()));
-        text = QString::fromUtf8(file.readAll());
+        QStringDecoder decoder(QStringDecoder::Utf8);
+        text = decoder(file.readAll());
+        if (decoder.hasError())
+            d.fail({}, u"is not UTF-8"_s);
         xml.addData(text);
         readRoot();
         check();

@@ -299,10 +299,7 @@ void ViewController::loadView()
 {
     if (d->nibName.isEmpty())
         return setView(new QWidget);
-    std::unique_ptr<QWidget> made(Nib(d->nibName).instantiate(this));
-    // The file may have set the view itself, as an outlet.
-    if (!d->view)
-        setView(made.release());
+    setView(Nib(d->nibName).instantiate(this));
     if (d->title.isEmpty())
         setTitle(d->view->windowTitle());
 }

@@ -16,7 +16,7 @@ namespace NS {
 ///     try {
 ///         NS::Storyboard::storyboardWithName(u"Mail"_s);
 ///     } catch (const NS::StoryboardError &error) {
-///         qWarning("%s", error.what()); // :/Mail.storyboard:12:5: there is no scene "detial"
+///         qWarning("%s", error.what()); // :/Mail.storyboard:12:5: there is no scene "draft"
 ///     }
 class PELLARVINE_EXPORT StoryboardError : public std::exception
 {

@@ -14,6 +14,7 @@ Page *makeFontsPage(QWidget *parent);
 Page *makeImagesPage(QWidget *parent);
 Page *makeLayoutPage(QWidget *parent);
 Page *makeMarkupPage(QWidget *parent);
+Page *makeNavigationPage(QWidget *parent);
 Page *makeTicketsPage(QWidget *parent);
 
 namespace {
@@ -37,6 +38,7 @@ QList<PageEntry> pages()
         { u"layout"_s, tr("Layout"), tr("Views"), &makeLayoutPage },
         { u"images"_s, tr("Images"), tr("Views"), &makeImagesPage },
         { u"colour-picker"_s, tr("Colour picker"), tr("Views"), &makeColorPickerPage },
+        { u"navigation"_s, tr("Navigation"), tr("Views"), &makeNavigationPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }

@@ -435,6 +435,30 @@ TEST_F(MailStoryboard, the_keyboard_focus_goes_to_what_is_pushed_and_stays_insid
     EXPECT_EQ(QApplication::focusWidget(), top()->view()->findChild<QWidget *>(u"openButton"_s));
 }
 
+TEST_F(MailStoryboard, the_keyboard_does_not_reach_what_is_covered)
+{
+    const QPointer<ViewController> list = top();
+    auto *const disabled = new ViewController;
+    disabled->view()->setEnabled(false);
+    PushSegue({}, list, disabled).perform();
+    list->performSegue(u"open"_s);
+    QObject keeper;
+    QObject::connect(mail.get(), &NavigationController::navigationStackChanged, &keeper, [&] {
+        list->setParent(&keeper);
+        disabled->setParent(&keeper);
+    });
+    auto *const letter = top()->view();
+    for (int i = 0; i < 5; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_TRUE(letter->isAncestorOf(QApplication::focusWidget()));
+    }
+    QTest::keyClick(letter, Qt::Key_O, Qt::AltModifier); // Open, in the list
+    EXPECT_EQ(mail->navigationStack().size(), 3);
+    click(u"doneButton"_s);
+    EXPECT_TRUE(list->view()->isEnabled());
+    EXPECT_FALSE(disabled->view()->isEnabled()); // as it was
+}
+
 TEST_F(MailStoryboard, a_replace_from_outside_leaves_the_focus_there)
 {
     auto *const sidebar = new QLineEdit(mail->view());
