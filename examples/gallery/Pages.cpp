@@ -6,12 +6,15 @@
 using namespace Qt::StringLiterals;
 
 Page *makeBindingsPage(QWidget *parent);
+Page *makeBordersPage(QWidget *parent);
 Page *makeColorsPage(QWidget *parent);
 Page *makeContainerPage(QWidget *parent);
 Page *makeDrawingPage(QWidget *parent);
 Page *makeFontsPage(QWidget *parent);
+Page *makeInspectorPage(QWidget *parent);
 Page *makeLayoutPage(QWidget *parent);
 Page *makeMarkupPage(QWidget *parent);
+Page *makeSegmentsPage(QWidget *parent);
 Page *makeTicketsPage(QWidget *parent);
 
 namespace {
@@ -33,6 +36,9 @@ QList<PageEntry> pages()
         { u"markup"_s, tr("Markup"), tr("Colour and text"), &makeMarkupPage },
         { u"drawing"_s, tr("Drawing"), tr("Colour and text"), &makeDrawingPage },
         { u"layout"_s, tr("Layout"), tr("Views"), &makeLayoutPage },
+        { u"borders"_s, tr("Borders"), tr("Views"), &makeBordersPage },
+        { u"inspector"_s, tr("Inspector"), tr("Views"), &makeInspectorPage },
+        { u"segments"_s, tr("Segments"), tr("Views"), &makeSegmentsPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }

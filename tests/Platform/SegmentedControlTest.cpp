@@ -375,7 +375,7 @@ TEST(SegmentedControl, tool_tips_are_the_segments_own_or_the_label_that_is_cut_o
         QApplication::sendEvent(&control, &event);
         const QString shown = QToolTip::isVisible() ? QToolTip::text() : QString();
         QToolTip::hideText();
-        QTest::qWait(400); // it goes with a delay
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })); // after a while
         return shown;
     };
     EXPECT_EQ(toolTipAt(1), u"Seven days"_s);

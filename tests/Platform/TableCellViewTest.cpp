@@ -114,6 +114,28 @@ TEST(TableCellView, labels_stand_out_on_an_emphasized_background_and_turn_back)
     EXPECT_EQ(cell.label->palette().color(QPalette::WindowText), QColor(Qt::red));
 }
 
+TEST(TableCellView, labels_stand_out_below_a_style_sheet_too)
+{
+    QWidget parent;
+    parent.setStyleSheet(u"QLabel#other { color: red }"_s);
+    auto *const cell = new Cell(u"text"_s);
+    cell->setParent(&parent);
+    auto *const dimmed = new QLabel(u"more"_s, cell);
+    parent.show();
+    const QColor before = cell->label->palette().color(QPalette::WindowText);
+    const QColor emphasis = cell->palette().color(QPalette::HighlightedText);
+    cell->setBackgroundStyle(Style::emphasized);
+    EXPECT_EQ(cell->label->palette().color(QPalette::WindowText), emphasis);
+    EXPECT_EQ(dimmed->palette().color(QPalette::PlaceholderText).rgb(), emphasis.rgb());
+    QWidget above;
+    above.setStyleSheet(u"QFrame#card { color: red }"_s);
+    parent.setParent(&above); // everything is styled anew
+    EXPECT_EQ(cell->label->palette().color(QPalette::WindowText), emphasis);
+    cell->setBackgroundStyle(Style::normal);
+    EXPECT_EQ(cell->label->palette().color(QPalette::WindowText), before);
+    parent.setParent(nullptr);
+}
+
 TEST(TableCellView, the_emphasis_follows_the_palette_above)
 {
     QWidget parent;
