@@ -6,6 +6,7 @@
 #include <QIcon>
 #include <QItemSelectionModel>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMetaProperty>
 #include <QPointer>
 #include <QStyle>
@@ -92,10 +93,11 @@ void TableCellView::Private::applyPalette(TableCellView &cell)
         }
         return;
     }
-    QList<QWidget *> shown { &cell };
+    QList<QWidget *> shown;
     for (QLabel *const label : cell.findChildren<QLabel *>())
         shown.append(label);
-    if (textField && !shown.contains(textField))
+    // A line edit has a background of its own.
+    if (textField && !qobject_cast<QLineEdit *>(textField) && !shown.contains(textField))
         shown.append(textField);
     for (QWidget *const widget : std::as_const(shown)) {
         const bool isKnown = std::any_of(ownPalettes.cbegin(), ownPalettes.cend(),
@@ -113,6 +115,7 @@ void TableCellView::Private::applyPalette(TableCellView &cell)
         for (const auto group : { QPalette::Active, QPalette::Inactive, QPalette::Disabled }) {
             QColor color = current.color(group, QPalette::HighlightedText);
             emphasized.setColor(group, QPalette::WindowText, color);
+            emphasized.setColor(group, QPalette::Text, color); // what labels on a table's base use
             color.setAlphaF(dimmedOpacity);
             emphasized.setColor(group, QPalette::PlaceholderText, color);
         }

@@ -155,7 +155,8 @@ TEST(TableCellView, the_emphasis_follows_the_palette_above)
 TEST(TableCellView, a_cell_in_a_table_follows_its_own_items_selection)
 {
     QTableWidget table(3, 2);
-    auto *const first = new Cell(u"first"_s);
+    table.setPalette(blackOnWhite());
+    auto *const first = new Cell(QString(6, QChar(u'█')));
     auto *const second = new Cell(u"second"_s);
     table.setCellWidget(0, 1, first);
     table.setCellWidget(1, 1, second);
@@ -163,6 +164,7 @@ TEST(TableCellView, a_cell_in_a_table_follows_its_own_items_selection)
     table.show();
     EXPECT_EQ(first->backgroundStyle(), Style::emphasized);
     EXPECT_EQ(second->backgroundStyle(), Style::normal);
+    EXPECT_TRUE(containsColor(table.viewport()->grab().toImage(), first->geometry(), Qt::yellow));
     table.selectRow(1);
     EXPECT_EQ(first->backgroundStyle(), Style::normal);
     EXPECT_EQ(second->backgroundStyle(), Style::emphasized);
