@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numeric>
 #include <utility>
 
@@ -32,7 +33,9 @@ constexpr double cornerRadius = 4.0;
 constexpr double ringWidth = 2.0;
 constexpr float hoveredTint = 0.06F;
 constexpr float pressedTint = 0.14F;
+constexpr int raised = 115; // per cent of the palette's button, which may be the window's colour
 constexpr double disabledOpacity = 0.45; // of the selection's fill
+constexpr float disabledInk = 0.55F; // on it
 
 struct Segment
 {
@@ -56,6 +59,19 @@ QColor withAlpha(QColor color, float alpha)
 {
     color.setAlphaF(alpha);
     return color;
+}
+
+// To which the widths have to be cut for their sum to be no more than what is available.
+double largestWidth(QList<double> widths, double available)
+{
+    std::sort(widths.begin(), widths.end());
+    for (qsizetype i = 0; i < widths.size(); ++i) {
+        const double share = available / double(widths.size() - i);
+        if (widths[i] > share)
+            return share;
+        available -= widths[i];
+    }
+    return std::numeric_limits<double>::infinity();
 }
 
 } // namespace
@@ -273,7 +289,7 @@ int SegmentedControl::Private::contentWidth(const Segment &segment) const
     return width;
 }
 
-// Each without the lines. Where the control is too narrow, all give way in proportion.
+// Each without the lines. Where the control is too narrow, the widest give way first.
 QList<QRect> SegmentedControl::Private::rects() const
 {
     QList<double> widths;
@@ -281,14 +297,13 @@ QList<QRect> SegmentedControl::Private::rects() const
         const double width = q->widthForSegment(i);
         widths.append(width > 0.0 ? width : q->fittingWidthForSegment(i));
     }
-    const double wanted = std::accumulate(widths.cbegin(), widths.cend(), 0.0);
-    const double available = std::max(0.0, double(q->width() - (segments.size() + 1) * line));
-    const double factor = wanted > available && wanted > 0.0 ? available / wanted : 1.0;
+    const double available = double(q->width() - (segments.size() + 1) * line);
+    const double largest = largestWidth(widths, std::max(0.0, available));
 
     QList<QRect> rects;
     double left = line;
     for (const double width : std::as_const(widths)) {
-        const double right = left + width * factor;
+        const double right = left + std::min(width, largest);
         const QRect rect(qRound(left), line, qRound(right) - qRound(left), q->height() - 2 * line);
         rects.append(QStyle::visualRect(q->layoutDirection(), q->rect(), rect));
         left = right + line;
@@ -331,8 +346,14 @@ void SegmentedControl::Private::drawContent(QPainter &painter, int segment, cons
     const Segment &shown = segments[segment];
     const bool isSelected = selection.contains(segment);
     QPalette palette = q->palette();
-    if (!canAct(segment))
+    if (!canAct(segment)) {
         palette.setCurrentColorGroup(QPalette::Disabled);
+        if (isSelected) {
+            palette.setColor(
+                    QPalette::ButtonText,
+                    withAlpha(palette.color(QPalette::Active, QPalette::ButtonText), disabledInk));
+        }
+    }
     const QSize icon = shown.image.isNull() ? QSize(0, 0) : iconSize();
     const int gap = shown.image.isNull() || shown.label.isEmpty() ? 0 : iconGap;
     const int room = std::max(0, rect.width() - icon.width() - gap);
@@ -725,7 +746,7 @@ void SegmentedControl::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath outline;
     outline.addRoundedRect(QRectF(body).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
-    painter.fillPath(outline, palette().color(QPalette::Button));
+    painter.fillPath(outline, palette().color(QPalette::Button).lighter(raised));
 
     painter.save();
     painter.setClipPath(outline);

@@ -362,6 +362,9 @@ TEST(SegmentedControl, segments_are_as_wide_as_they_are_told_or_as_what_they_sho
     control.resize(90, control.height());
     EXPECT_EQ(control.segmentRect(2).right(), 88) << "too narrow, all give way";
     EXPECT_LT(control.segmentRect(0).width(), 40);
+    control.setWidth(12, 0);
+    EXPECT_EQ(control.segmentRect(0).width(), 12) << "but the widest first";
+    EXPECT_EQ(control.segmentRect(2).right(), 88);
     EXPECT_LT(control.minimumSizeHint().width(), control.sizeHint().width());
 }
 
@@ -413,6 +416,19 @@ TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_t
             expectFilled(image, { 0, 0, 1, 1 }, ground);
         }
     }
+}
+
+TEST(SegmentedControl, a_disabled_selected_segment_can_be_read)
+{
+    Control control(Tracking::selectOne, { QString(3, QChar(u'█')) });
+    control.setSelectedSegment(0);
+    control.resize(control.sizeHint());
+    control.setEnabled(false);
+    const QImage image = picture(control, 1);
+    const QRect rect = control.segmentRect(0);
+    const int text = image.pixelColor(rect.center()).lightness();
+    const int fill = image.pixelColor(rect.left() + 5, rect.center().y()).lightness();
+    EXPECT_GT(std::abs(text - fill), 60);
 }
 
 TEST(SegmentedControl, the_focus_shows_after_keys_and_not_after_the_mouse)
