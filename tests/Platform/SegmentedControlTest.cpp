@@ -365,6 +365,16 @@ TEST(SegmentedControl, segments_are_as_wide_as_they_are_told_or_as_what_they_sho
     control.setWidth(12, 0);
     EXPECT_EQ(control.segmentRect(0).width(), 12) << "but the widest first";
     EXPECT_EQ(control.segmentRect(2).right(), 88);
+
+    Control roomy;
+    const int all = roomy.sizeHint().width();
+    roomy.resize(all - 30, 24);
+    for (const int segment : { 0, 1, 2 }) {
+        EXPECT_GE(roomy.segmentRect(segment).width(),
+                  roomy.fontMetrics().horizontalAdvance(roomy.labelForSegment(segment)))
+                << "padding goes before text";
+    }
+    EXPECT_EQ(roomy.segmentRect(2).right(), all - 32);
     EXPECT_LT(control.minimumSizeHint().width(), control.sizeHint().width());
 }
 
