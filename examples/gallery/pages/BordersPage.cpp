@@ -146,14 +146,14 @@ BorderView *BordersPage::makeMail()
                  "The beans at the path are another matter. Something eats them at night and "
                  "leaves "
                  "the beetroot beside them alone, so it is not the snails. If anybody has a lamp "
-                 "with a sensor to lend, I would be glad to know who my guest is.\n\nInes"),
+                 "with a sensor to lend, I would be glad to know who my guest is.\n\nInge"),
             Theme::body);
     text->setWordWrap(true);
     auto *const column = new QVBoxLayout(m_mail);
     column->setContentsMargins(3 * Theme::unit, 2 * Theme::unit, 3 * Theme::unit, 2 * Theme::unit);
     column->setSpacing(Theme::unit);
     column->addWidget(makeLabel(::tr("Seed from the wall bed"), Theme::strong));
-    column->addWidget(makeLabel(::tr("Ines Albrecht, 9:40"), Theme::body, true));
+    column->addWidget(makeLabel(::tr("Inge Albrecht, 9:40"), Theme::body, true));
     column->addSpacing(Theme::unit);
     column->addWidget(text);
     column->addStretch();
@@ -228,7 +228,8 @@ void BordersPage::applyPalette(bool usesPalette)
     onWhite.setColor(QPalette::PlaceholderText, QColor(0x5f, 0x67, 0x75));
     for (BorderView *const view : { m_header, m_folders, m_mail, m_status }) {
         view->setUsesPaletteColors(usesPalette);
-        view->setPalette(usesPalette ? QPalette() : onWhite);
+        for (QLabel *const label : view->findChildren<QLabel *>())
+            label->setPalette(usesPalette ? QPalette() : onWhite);
     }
 }
 

@@ -341,7 +341,8 @@ QWidget *InspectorPage::makeKnobs()
         // The fixed white is made for dark text.
         QPalette onWhite;
         onWhite.setColor(QPalette::WindowText, QColor(0x1d, 0x21, 0x29));
-        m_tools->setPalette(usesPalette ? QPalette() : onWhite);
+        for (QLabel *const label : m_tools->findChildren<QLabel *>())
+            label->setPalette(usesPalette ? QPalette() : onWhite);
         for (InspectorSectionView *const section : std::as_const(m_sections))
             section->setUsesPaletteColors(usesPalette);
         fillLayers();

@@ -232,9 +232,10 @@ QFrame *SegmentsPage::makeKnobs()
              std::initializer_list<QWidget *> { m_scope, m_step, m_style, m_alignment, m_paper })
             control->setEnabled(isOn);
     });
-    addCheck(::tr("“Year” enabled"), false, [this](bool isOn) { m_scope->setEnabled(isOn, year); });
+    addCheck(::tr("Segment “Year” enabled"), false,
+             [this](bool isOn) { m_scope->setEnabled(isOn, year); });
     m_scope->setEnabled(false, year);
-    addCheck(::tr("“Week” twelve grid units wide"), false,
+    addCheck(::tr("Segment “Week” twelve grid units wide"), false,
              [this](bool isOn) { m_scope->setWidth(isOn ? 12 * Theme::unit : 0, week); });
     layoutOf(card)->addWidget(makeNote(
             ::tr("Keys and clicks pass over what is disabled. A width of 0 fits what is shown.")));
