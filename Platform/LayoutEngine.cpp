@@ -29,6 +29,7 @@ constexpr double containerLevel = 999.5; // the host's size, and frames that are
 constexpr double explicitLevel = 990.0; // QWidget's own minimum and maximum size
 constexpr double minimumHintLevel = 900.0;
 constexpr double shrinkingLevel = 760.0; // to find the smallest size: above resistance
+constexpr double growingLevel = 740.0; // to find the largest size: below resistance
 constexpr double expandingLevel = 100.0;
 constexpr double unwantedLevel = 0.5; // a length that nobody asks for is 0
 
@@ -143,6 +144,7 @@ public:
     }
     QSize minimumSize() const override { return m_engine->minimumSize(); }
     QSize sizeHint() const override { return m_engine->sizeHint(); }
+    QSize maximumSize() const override { return m_engine->maximumSize(); }
     bool hasHeightForWidth() const override { return m_engine->hasHeightForWidth(); }
     int heightForWidth(int width) const override { return m_engine->heightForWidth(width); }
     int minimumHeightForWidth(int width) const override
@@ -187,6 +189,7 @@ LayoutEngine::LayoutEngine(QWidget *host)
     , m_host(host)
     , m_width(m_solver.addVariable())
     , m_height(m_solver.addVariable())
+    , m_hostInsets(NS::alignmentRectInsets(host))
     , m_isRightToLeft(host->layoutDirection() == Qt::RightToLeft)
 {
     m_hostWidth =
@@ -552,21 +555,30 @@ void LayoutEngine::addEdge(Solver::Expression &expression, QWidget *widget,
 {
     const auto found = m_items.find(widget);
     const Item *const item = found == m_items.end() ? nullptr : found->second.get();
-    const auto addPlace = [&](const Axis *axis, Solver::Variable hostExtent, double fraction,
-                              double sign) {
+    const auto addPlace = [&](const Axis *axis, Solver::Variable hostExtent, double hostStart,
+                              double hostEnd, double fraction, double sign) {
         if (axis)
             expression.terms.push_back({ axis->origin, sign });
+        else
+            expression.constant += sign * (hostStart - fraction * (hostStart + hostEnd));
         if (fraction != 0.0)
             expression.terms.push_back({ axis ? axis->extent : hostExtent, sign * fraction });
+    };
+    const auto addExtent = [&](const Axis *axis, Solver::Variable hostExtent, double hostInsets) {
+        expression.terms.push_back({ axis ? axis->extent : hostExtent, factor });
+        if (!axis)
+            expression.constant -= factor * hostInsets;
     };
     const auto addX = [&](double fraction) {
         // Mirrored, places count from the right.
         if (isMirrored)
             expression.terms.push_back({ m_width, factor });
-        addPlace(item ? &item->x : nullptr, m_width, fraction, isMirrored ? -factor : factor);
+        addPlace(item ? &item->x : nullptr, m_width, m_hostInsets.left(), m_hostInsets.right(),
+                 fraction, isMirrored ? -factor : factor);
     };
     const auto addY = [&](double fraction, double offset) {
-        addPlace(item ? &item->y : nullptr, m_height, fraction, factor);
+        addPlace(item ? &item->y : nullptr, m_height, m_hostInsets.top(), m_hostInsets.bottom(),
+                 fraction, factor);
         expression.constant += factor * offset;
     };
     switch (attribute) {
@@ -595,11 +607,11 @@ void LayoutEngine::addEdge(Solver::Expression &expression, QWidget *widget,
         return addY(fraction, offset);
     }
     case LayoutAttribute::width:
-        expression.terms.push_back({ item ? item->x.extent : m_width, factor });
-        return;
+        return addExtent(item ? &item->x : nullptr, m_width,
+                         m_hostInsets.left() + m_hostInsets.right());
     case LayoutAttribute::height:
-        expression.terms.push_back({ item ? item->y.extent : m_height, factor });
-        return;
+        return addExtent(item ? &item->y : nullptr, m_height,
+                         m_hostInsets.top() + m_hostInsets.bottom());
     }
 }
 
@@ -658,6 +670,7 @@ void LayoutEngine::invalidate()
     m_isStale = true;
     m_minimumSize.reset();
     m_sizeHint.reset();
+    m_maximumSize.reset();
     m_heights.clear();
     m_minimumHeights.clear();
 }
@@ -666,6 +679,7 @@ void LayoutEngine::refresh()
 {
     if (!std::exchange(m_isStale, false))
         return;
+    refreshHostInsets();
     for (Item *const item : m_order)
         refresh(*item);
     // Fonts may have changed.
@@ -721,6 +735,16 @@ void LayoutEngine::refresh(Item &item)
     const bool isTakenOver = takenOver().contains(item.widget);
     setWish(item, item.x, wishOf(item.widget, Qt::Horizontal, across, -1.0, !isTakenOver));
     setWish(item, item.y, wishOf(item.widget, Qt::Vertical, along, height, !isTakenOver));
+}
+
+void LayoutEngine::refreshHostInsets()
+{
+    const QMarginsF insets = NS::alignmentRectInsets(m_host);
+    if (insets == m_hostInsets)
+        return;
+    m_hostInsets = insets;
+    rebuild();
+    m_isStale = false; // of what follows here
 }
 
 void LayoutEngine::rebuild()
@@ -802,7 +826,7 @@ void LayoutEngine::apply()
     }
 }
 
-QSize LayoutEngine::fittingSize(double level, bool isMinimum)
+QSize LayoutEngine::fittingSize(double level, Fitting fitting)
 {
     refresh();
     Solver solver(m_solver);
@@ -810,7 +834,7 @@ QSize LayoutEngine::fittingSize(double level, bool isMinimum)
     solver.remove(m_hostHeight);
     solver.addTarget({ { { m_width } }, 0.0 }, { level }, { level });
     solver.addTarget({ { { m_height } }, 0.0 }, { level }, { level });
-    if (isMinimum) {
+    if (fitting == Fitting::smallest) {
         for (const Item *const item : m_order) {
             if (item->hasHeightForWidth)
                 solver.setConstant(*item->y.target, -item->minimumHeight);
@@ -841,17 +865,40 @@ int LayoutEngine::fittingHeight(int width, double level)
 QSize LayoutEngine::minimumSize()
 {
     if (!m_minimumSize)
-        m_minimumSize = fittingSize(shrinkingLevel, true);
+        m_minimumSize = fittingSize(shrinkingLevel, Fitting::smallest);
     return *m_minimumSize;
 }
 
 QSize LayoutEngine::sizeHint()
 {
     if (!m_sizeHint) {
-        m_sizeHint = fittingSize(NS::LayoutPriority::fittingSizeCompression, false)
+        m_sizeHint = fittingSize(NS::LayoutPriority::fittingSizeCompression, Fitting::preferred)
                              .expandedTo(minimumSize());
     }
     return *m_sizeHint;
+}
+
+QSize LayoutEngine::maximumSize()
+{
+    if (m_maximumSize)
+        return *m_maximumSize;
+    refresh();
+    constexpr double unlimited = QLAYOUTSIZE_MAX;
+    Solver solver(m_solver);
+    solver.remove(m_hostWidth);
+    solver.remove(m_hostHeight);
+    solver.addTarget({ { { m_width } }, -unlimited }, { growingLevel }, { growingLevel });
+    solver.addTarget({ { { m_height } }, -unlimited }, { growingLevel }, { growingLevel });
+    solveWidthsFirst(solver);
+    const QMargins margins = m_host->contentsMargins();
+    const auto limit = [](double length, int ownMargins) {
+        const int whole = int(std::floor(length + 1e-4));
+        return whole >= QLAYOUTSIZE_MAX ? QLAYOUTSIZE_MAX : whole - ownMargins;
+    };
+    const QSize size(limit(solver.value(m_width), margins.left() + margins.right()),
+                     limit(solver.value(m_height), margins.top() + margins.bottom()));
+    m_maximumSize = size.expandedTo(minimumSize());
+    return *m_maximumSize;
 }
 
 bool LayoutEngine::hasHeightForWidth()
@@ -924,7 +971,10 @@ bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
         }
         break;
     case QEvent::DynamicPropertyChange:
-        if (!isHost && !isBetween)
+        // Of the host, what constraints know is how far inside it lies what is aligned.
+        if (isHost ? static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName()
+                             == "alignmentRectInsets"
+                   : !isBetween)
             request();
         break;
     default:

@@ -52,6 +52,7 @@ public:
     void apply();
     QSize minimumSize();
     QSize sizeHint();
+    QSize maximumSize();
     bool hasHeightForWidth();
     int heightForWidth(int width);
     int minimumHeightForWidth(int width);
@@ -137,9 +138,14 @@ private:
     void request();
     void refresh();
     void refresh(Item &item);
+    void refreshHostInsets();
     void rebuild();
     void solveWidthsFirst(Solver &solver);
-    QSize fittingSize(double level, bool isMinimum);
+    enum class Fitting {
+        smallest,
+        preferred,
+    };
+    QSize fittingSize(double level, Fitting fitting);
     int fittingHeight(int width, double level);
 
     QWidget *m_host;
@@ -149,6 +155,7 @@ private:
     Solver::Variable m_height {};
     Solver::Constraint m_hostWidth {};
     Solver::Constraint m_hostHeight {};
+    QMarginsF m_hostInsets; // its anchors are those of what lies within
     std::unordered_map<NS::LayoutConstraint *, Active> m_active;
     std::unordered_map<QWidget *, std::unique_ptr<Item>> m_items;
     std::vector<Item *> m_order; // parents first
@@ -158,6 +165,7 @@ private:
     bool m_isApplying = false;
     std::optional<QSize> m_minimumSize;
     std::optional<QSize> m_sizeHint;
+    std::optional<QSize> m_maximumSize;
     QHash<int, int> m_heights; // by width
     QHash<int, int> m_minimumHeights;
 };

@@ -57,11 +57,13 @@ inline constexpr double fittingSizeCompression = 50.0; ///< at which a container
 /// An active constraint is kept by the layout of the nearest common ancestor of its two widgets,
 /// or, with one widget, of its parent (its own where a Qt layout places it); the caller need not
 /// keep it. It ends, becoming inactive, with either widget, and when either leaves that ancestor.
-/// That ancestor gets a QLayout that reports sizes upwards; if it has a layout of another kind,
-/// constraints work beside that but report nothing.
+/// That ancestor gets a QLayout that reports its minimum, preferred and maximum size upwards (see
+/// `QLayout::setSizeConstraint`); if it has a layout of another kind, constraints work beside that
+/// but report nothing.
 ///
 /// Widgets keep near their size hints: see QSizePolicy for which side gives way first. Only what is
-/// constrained is moved. Two required constraints that contradict each other: one warning line
+/// constrained is moved. A hidden widget keeps its place and its constraints, unlike in Qt's
+/// layouts: others may hang on it. To close the gap, deactivate them or set a constant to 0. Two required constraints that contradict each other: one warning line
 /// names them, and the last one stays inactive. Main thread only.
 class PELLARVINE_EXPORT LayoutConstraint : public QObject,
                                            public std::enable_shared_from_this<LayoutConstraint>

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numeric>
 #include <utility>
 
@@ -26,13 +27,16 @@ namespace NS {
 namespace {
 
 constexpr int line = 1; // around the control and between its segments
-constexpr int padding = 12; // beside what a segment shows
+constexpr int padding = 12; // on either side of what a segment shows
+constexpr int leastPadding = 8; // on both sides together, where there is no room for more
 constexpr int iconGap = 6;
 constexpr double cornerRadius = 4.0;
 constexpr double ringWidth = 2.0;
 constexpr float hoveredTint = 0.06F;
 constexpr float pressedTint = 0.14F;
+constexpr int raised = 115; // per cent of the palette's button, where that is the window's colour
 constexpr double disabledOpacity = 0.45; // of the selection's fill
+constexpr float disabledInk = 0.55F; // on it
 
 struct Segment
 {
@@ -56,6 +60,24 @@ QColor withAlpha(QColor color, float alpha)
 {
     color.setAlphaF(alpha);
     return color;
+}
+
+double sum(const QList<double> &widths)
+{
+    return std::accumulate(widths.cbegin(), widths.cend(), 0.0);
+}
+
+// To which the widths have to be cut for their sum to be no more than what is available.
+double largestWidth(QList<double> widths, double available)
+{
+    std::sort(widths.begin(), widths.end());
+    for (qsizetype i = 0; i < widths.size(); ++i) {
+        const double share = available / double(widths.size() - i);
+        if (widths[i] > share)
+            return share;
+        available -= widths[i];
+    }
+    return std::numeric_limits<double>::infinity();
 }
 
 } // namespace
@@ -273,22 +295,32 @@ int SegmentedControl::Private::contentWidth(const Segment &segment) const
     return width;
 }
 
-// Each without the lines. Where the control is too narrow, all give way in proportion.
+// Each without the lines. Where the control is too narrow, padding gives way first, then the widest
+// segments.
 QList<QRect> SegmentedControl::Private::rects() const
 {
     QList<double> widths;
+    QList<double> unpadded;
     for (int i = 0; i < segments.size(); ++i) {
-        const double width = q->widthForSegment(i);
-        widths.append(width > 0.0 ? width : q->fittingWidthForSegment(i));
+        const double own = q->widthForSegment(i);
+        widths.append(own > 0.0 ? own : q->fittingWidthForSegment(i));
+        unpadded.append(own > 0.0 ? own : contentWidth(segments[i]) + leastPadding);
     }
-    const double wanted = std::accumulate(widths.cbegin(), widths.cend(), 0.0);
     const double available = std::max(0.0, double(q->width() - (segments.size() + 1) * line));
-    const double factor = wanted > available && wanted > 0.0 ? available / wanted : 1.0;
+    const double excess = sum(widths) - available;
+    if (excess > 0.0) {
+        const double givenUp = sum(widths) - sum(unpadded);
+        const double largest = largestWidth(unpadded, available);
+        for (int i = 0; i < segments.size(); ++i) {
+            widths[i] = excess < givenUp ? widths[i] - (widths[i] - unpadded[i]) * excess / givenUp
+                                         : std::min(unpadded[i], largest);
+        }
+    }
 
     QList<QRect> rects;
     double left = line;
     for (const double width : std::as_const(widths)) {
-        const double right = left + width * factor;
+        const double right = left + width;
         const QRect rect(qRound(left), line, qRound(right) - qRound(left), q->height() - 2 * line);
         rects.append(QStyle::visualRect(q->layoutDirection(), q->rect(), rect));
         left = right + line;
@@ -331,15 +363,20 @@ void SegmentedControl::Private::drawContent(QPainter &painter, int segment, cons
     const Segment &shown = segments[segment];
     const bool isSelected = selection.contains(segment);
     QPalette palette = q->palette();
-    if (!canAct(segment))
+    if (!canAct(segment)) {
         palette.setCurrentColorGroup(QPalette::Disabled);
+        if (isSelected) {
+            palette.setColor(
+                    QPalette::ButtonText,
+                    withAlpha(palette.color(QPalette::Active, QPalette::ButtonText), disabledInk));
+        }
+    }
     const QSize icon = shown.image.isNull() ? QSize(0, 0) : iconSize();
     const int gap = shown.image.isNull() || shown.label.isEmpty() ? 0 : iconGap;
     const int room = std::max(0, rect.width() - icon.width() - gap);
     QString label = shown.label;
     int textWidth = q->fontMetrics().size(Qt::TextShowMnemonic, label).width();
-    // The padding goes first, down to a third.
-    const int textRoom = std::max(0, room - 2 * padding / 3);
+    const int textRoom = std::max(0, room - leastPadding);
     if (textWidth > textRoom) {
         label = q->fontMetrics().elidedText(label, Qt::ElideRight, textRoom, Qt::TextShowMnemonic);
         textWidth = std::min(textRoom, textWidth);
@@ -628,13 +665,12 @@ double SegmentedControl::smallestWidthForSegment(int segment) const
     const Segment &whole = d->segments[segment];
     Segment cut = whole;
     cut.label = whole.label.left(1) + u'…';
-    return std::min(d->contentWidth(cut), d->contentWidth(whole)) + 2 * padding / 3;
+    return std::min(d->contentWidth(cut), d->contentWidth(whole)) + leastPadding;
 }
 
 QSize SegmentedControl::sizeForSegmentWidths(const QList<double> &widths) const
 {
-    const double total = std::accumulate(widths.cbegin(), widths.cend(), 0.0)
-                         + double((widths.size() + 1) * line);
+    const double total = sum(widths) + double((widths.size() + 1) * line);
     QStyleOptionButton option;
     option.initFrom(this);
     option.text = u"X"_s;
@@ -680,7 +716,7 @@ bool SegmentedControl::event(QEvent *event)
         const Segment &shown = d->segments[segment];
         QString text = shown.toolTip.isEmpty() ? toolTip() : shown.toolTip;
         const QRect rect = segmentRect(segment);
-        if (text.isEmpty() && d->contentWidth(shown) > rect.width() - 2 * padding / 3)
+        if (text.isEmpty() && d->contentWidth(shown) > rect.width() - leastPadding)
             text = shown.label; // which is not shown in full
         if (text.isEmpty())
             break;
@@ -725,7 +761,10 @@ void SegmentedControl::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath outline;
     outline.addRoundedRect(QRectF(body).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
-    painter.fillPath(outline, palette().color(QPalette::Button));
+    QColor face = palette().color(QPalette::Button);
+    if (face == palette().color(QPalette::Window))
+        face = face.lighter(raised);
+    painter.fillPath(outline, face);
 
     painter.save();
     painter.setClipPath(outline);

@@ -5,12 +5,15 @@
 #include <QEvent>
 #include <QIcon>
 #include <QItemSelectionModel>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMetaProperty>
 #include <QPointer>
 #include <QStyle>
 #include <QStyledItemDelegate>
 
-#include <optional>
+#include <algorithm>
+#include <utility>
 
 namespace NS {
 
@@ -46,6 +49,15 @@ void showAsPicture(QWidget *widget, const QVariant &value)
     }
 }
 
+// What was set on the widget itself, without what it inherits.
+QPalette ownPaletteOf(const QWidget &widget)
+{
+    QPalette palette = widget.palette();
+    if (!widget.testAttribute(Qt::WA_SetPalette))
+        palette.setResolveMask(0);
+    return palette;
+}
+
 } // namespace
 
 struct TableCellView::Private
@@ -54,7 +66,8 @@ struct TableCellView::Private
     QPointer<QWidget> textField;
     QPointer<QWidget> imageView;
     BackgroundStyle backgroundStyle = BackgroundStyle::normal;
-    std::optional<QPalette> ownPalette; // while another one is shown in its place
+    // Of the widgets that show another one while the background is emphasized.
+    QList<std::pair<QPointer<QWidget>, QPalette>> ownPalettes;
     QPointer<QItemSelectionModel> selection;
 
     void show() const
@@ -68,28 +81,46 @@ struct TableCellView::Private
     void followSelection(TableCellView &cell);
 };
 
+// Each label by itself: below a style sheet, Qt hands no palette down.
 void TableCellView::Private::applyPalette(TableCellView &cell)
 {
     if (backgroundStyle == BackgroundStyle::normal) {
-        if (ownPalette) {
-            cell.setPalette(*ownPalette);
-            ownPalette.reset();
+        for (const auto &[widget, own] : std::exchange(ownPalettes, {})) {
+            if (!widget)
+                continue;
+            widget->removeEventFilter(&cell);
+            widget->setPalette(own);
         }
         return;
     }
-    if (!ownPalette) {
-        ownPalette = cell.palette();
-        ownPalette->setResolveMask(
-                cell.testAttribute(Qt::WA_SetPalette) ? cell.palette().resolveMask() : 0);
+    QList<QWidget *> shown;
+    for (QLabel *const label : cell.findChildren<QLabel *>())
+        shown.append(label);
+    // A line edit has a background of its own.
+    if (textField && !qobject_cast<QLineEdit *>(textField) && !shown.contains(textField))
+        shown.append(textField);
+    for (QWidget *const widget : std::as_const(shown)) {
+        const bool isKnown = std::any_of(ownPalettes.cbegin(), ownPalettes.cend(),
+                                         [&](const auto &known) { return known.first == widget; });
+        if (isKnown)
+            continue;
+        ownPalettes.emplaceBack(widget, ownPaletteOf(*widget));
+        widget->installEventFilter(&cell);
     }
-    QPalette shown = *ownPalette;
-    for (const auto group : { QPalette::Active, QPalette::Inactive, QPalette::Disabled }) {
-        QColor color = cell.palette().color(group, QPalette::HighlightedText);
-        shown.setColor(group, QPalette::WindowText, color);
-        color.setAlphaF(dimmedOpacity);
-        shown.setColor(group, QPalette::PlaceholderText, color);
+    const QPalette current = cell.palette();
+    for (const auto &[widget, own] : std::as_const(ownPalettes)) {
+        if (!widget)
+            continue;
+        QPalette emphasized = own;
+        for (const auto group : { QPalette::Active, QPalette::Inactive, QPalette::Disabled }) {
+            QColor color = current.color(group, QPalette::HighlightedText);
+            emphasized.setColor(group, QPalette::WindowText, color);
+            emphasized.setColor(group, QPalette::Text, color); // what labels on a table's base use
+            color.setAlphaF(dimmedOpacity);
+            emphasized.setColor(group, QPalette::PlaceholderText, color);
+        }
+        widget->setPalette(emphasized);
     }
-    cell.setPalette(shown);
 }
 
 // The view knows which cell lies where; a cell does not know its index.
@@ -201,6 +232,14 @@ bool TableCellView::event(QEvent *event)
         break;
     }
     return isHandled;
+}
+
+bool TableCellView::eventFilter(QObject *watched, QEvent *event)
+{
+    // A change of style sheets takes back palettes that were set.
+    if (event->type() == QEvent::StyleChange)
+        d->applyPalette(*this);
+    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace NS

@@ -59,9 +59,9 @@ public:
     QWidget *imageView() const;
     void setImageView(QWidget *imageView);
 
-    /// On an emphasized background, labels below the cell are drawn in the palette's highlighted
-    /// text colour, also those that are dimmed by `QPalette::PlaceholderText`. Follows the selection
-    /// wherever a view has placed the cell; `normal` unless set elsewhere.
+    /// On an emphasized background the text field and all QLabels in the cell are drawn in the
+    /// palette's highlighted text colour, also those dimmed by `QPalette::PlaceholderText`. Follows
+    /// the selection wherever a view has placed the cell; elsewhere `normal` unless set.
     BackgroundStyle backgroundStyle() const;
     void setBackgroundStyle(BackgroundStyle style);
 
@@ -73,6 +73,7 @@ Q_SIGNALS:
 
 protected:
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     struct Private;

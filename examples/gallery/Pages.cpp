@@ -7,6 +7,7 @@ using namespace Qt::StringLiterals;
 
 Page *makeBindingsPage(QWidget *parent);
 Page *makeColorPickerPage(QWidget *parent);
+Page *makeBordersPage(QWidget *parent);
 Page *makeColorsPage(QWidget *parent);
 Page *makeContainerPage(QWidget *parent);
 Page *makeDrawingPage(QWidget *parent);
@@ -15,6 +16,8 @@ Page *makeImagesPage(QWidget *parent);
 Page *makeLayoutPage(QWidget *parent);
 Page *makeMarkupPage(QWidget *parent);
 Page *makeNavigationPage(QWidget *parent);
+Page *makeInspectorPage(QWidget *parent);
+Page *makeSegmentsPage(QWidget *parent);
 Page *makeTicketsPage(QWidget *parent);
 
 namespace {
@@ -39,6 +42,9 @@ QList<PageEntry> pages()
         { u"images"_s, tr("Images"), tr("Views"), &makeImagesPage },
         { u"colour-picker"_s, tr("Colour picker"), tr("Views"), &makeColorPickerPage },
         { u"navigation"_s, tr("Navigation"), tr("Views"), &makeNavigationPage },
+        { u"borders"_s, tr("Borders"), tr("Views"), &makeBordersPage },
+        { u"inspector"_s, tr("Inspector"), tr("Views"), &makeInspectorPage },
+        { u"segments"_s, tr("Segments"), tr("Views"), &makeSegmentsPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }

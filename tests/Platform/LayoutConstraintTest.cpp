@@ -438,6 +438,84 @@ TEST(LayoutConstraint, qt_layouts_above_see_the_sizes_that_follow_from_the_const
     EXPECT_EQ(window.place(rest), QRect(0, 80, 400, 220));
 }
 
+TEST(LayoutConstraint, the_largest_size_follows_from_what_the_widgets_and_constraints_allow)
+{
+    Window panel(100, 100);
+    auto *const view = new Sized({ 40, 20 }, &panel);
+    const auto width = widthAnchor(view).constraintLessThanOrEqualToConstant(90);
+    LayoutConstraint::activateConstraints({
+            topAnchor(view).constraintEqualToAnchor(topAnchor(&panel), 5),
+            bottomAnchor(view).constraintEqualToAnchor(bottomAnchor(&panel), -5),
+            leadingAnchor(view).constraintEqualToAnchor(leadingAnchor(&panel), 10),
+            trailingAnchor(view).constraintEqualToAnchor(trailingAnchor(&panel), -10),
+    });
+    const auto largest = [&] {
+        layoutSubtreeIfNeeded(&panel);
+        return panel.layout()->maximumSize();
+    };
+    EXPECT_EQ(largest(), QSize(QLAYOUTSIZE_MAX, QLAYOUTSIZE_MAX));
+    width->setActive(true);
+    EXPECT_EQ(largest(), QSize(110, QLAYOUTSIZE_MAX));
+    width->setConstant(60);
+    view->setMaximumHeight(50);
+    EXPECT_EQ(largest(), QSize(80, 60));
+    panel.setContentsMargins(4, 0, 0, 1);
+    EXPECT_EQ(largest(), QSize(76, 59));
+    EXPECT_EQ(panel.layout()->totalMaximumSize(), QSize(80, 60));
+    width->setPriority(LayoutPriority::defaultLow);
+    EXPECT_EQ(largest().width(), QLAYOUTSIZE_MAX) << "a mere wish limits nothing";
+    view->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    EXPECT_EQ(panel.layout()->totalMaximumSize(), QSize(60, 60));
+    panel.layout()->setSizeConstraint(QLayout::SetMinAndMaxSize);
+    largest();
+    panel.resize(500, 500);
+    EXPECT_EQ(panel.size(), QSize(60, 60));
+    view->setMinimumSize(70, 70);
+    view->setMaximumSize(70, 70);
+    EXPECT_EQ(panel.layout()->totalMaximumSize(), QSize(90, 80));
+    EXPECT_EQ(panel.layout()->totalMinimumSize(), QSize(90, 80));
+}
+
+TEST(LayoutConstraint, a_hidden_widget_keeps_its_place)
+{
+    Window window(200, 100);
+    auto *const first = new Sized({ 40, 20 }, &window);
+    auto *const second = new Sized({ 40, 20 }, &window);
+    pinTopLeading(first);
+    LayoutConstraint::activateConstraints({
+            topAnchor(second).constraintEqualToAnchor(topAnchor(&window)),
+            leadingAnchor(second).constraintEqualToAnchor(trailingAnchor(first), 8),
+    });
+    EXPECT_EQ(window.place(second), QRect(48, 0, 40, 20));
+    first->hide();
+    EXPECT_EQ(window.place(second), QRect(48, 0, 40, 20));
+}
+
+TEST(LayoutConstraint, the_hosts_anchors_are_those_of_what_is_aligned_in_it)
+{
+    Window window(200, 100);
+    window.setProperty("alignmentRectInsets", QVariant::fromValue(QMarginsF(10, 4, 20, 6)));
+    auto *const view = new Sized({ 40, 20 }, &window);
+    LayoutConstraint::activateConstraints({
+            topAnchor(view).constraintEqualToAnchor(topAnchor(&window)),
+            bottomAnchor(view).constraintEqualToAnchor(bottomAnchor(&window), -1),
+            leadingAnchor(view).constraintEqualToAnchor(leadingAnchor(&window), 2),
+            widthAnchor(view).constraintEqualToAnchor(widthAnchor(&window), 0.5, 0),
+    });
+    EXPECT_EQ(window.place(view), QRect(12, 4, 85, 89));
+    window.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(window.place(view), QRect(93, 4, 85, 89));
+    window.setProperty("alignmentRectInsets", QVariant::fromValue(QMarginsF(0, 0, 40, 0)));
+    EXPECT_EQ(window.place(view), QRect(78, 0, 80, 99));
+    window.setLayoutDirection(Qt::LeftToRight);
+    auto *const centred = new Sized({ 40, 20 }, &window);
+    LayoutConstraint::activateConstraints({
+            centerXAnchor(centred).constraintEqualToAnchor(centerXAnchor(&window)),
+            rightAnchor(centred).constraintLessThanOrEqualToAnchor(rightAnchor(&window)),
+    });
+    EXPECT_EQ(window.place(centred).x(), 60);
+}
+
 TEST(LayoutConstraint, qt_layouts_below_work_in_the_room_that_the_constraints_give)
 {
     Window window(400, 300);

@@ -114,6 +114,28 @@ TEST(TableCellView, labels_stand_out_on_an_emphasized_background_and_turn_back)
     EXPECT_EQ(cell.label->palette().color(QPalette::WindowText), QColor(Qt::red));
 }
 
+TEST(TableCellView, labels_stand_out_below_a_style_sheet_too)
+{
+    QWidget parent;
+    parent.setStyleSheet(u"QLabel#other { color: red }"_s);
+    auto *const cell = new Cell(u"text"_s);
+    cell->setParent(&parent);
+    auto *const dimmed = new QLabel(u"more"_s, cell);
+    parent.show();
+    const QColor before = cell->label->palette().color(QPalette::WindowText);
+    const QColor emphasis = cell->palette().color(QPalette::HighlightedText);
+    cell->setBackgroundStyle(Style::emphasized);
+    EXPECT_EQ(cell->label->palette().color(QPalette::WindowText), emphasis);
+    EXPECT_EQ(dimmed->palette().color(QPalette::PlaceholderText).rgb(), emphasis.rgb());
+    QWidget above;
+    above.setStyleSheet(u"QFrame#card { color: red }"_s);
+    parent.setParent(&above); // everything is styled anew
+    EXPECT_EQ(cell->label->palette().color(QPalette::WindowText), emphasis);
+    cell->setBackgroundStyle(Style::normal);
+    EXPECT_EQ(cell->label->palette().color(QPalette::WindowText), before);
+    parent.setParent(nullptr);
+}
+
 TEST(TableCellView, the_emphasis_follows_the_palette_above)
 {
     QWidget parent;
@@ -133,7 +155,8 @@ TEST(TableCellView, the_emphasis_follows_the_palette_above)
 TEST(TableCellView, a_cell_in_a_table_follows_its_own_items_selection)
 {
     QTableWidget table(3, 2);
-    auto *const first = new Cell(u"first"_s);
+    table.setPalette(blackOnWhite());
+    auto *const first = new Cell(QString(6, QChar(u'█')));
     auto *const second = new Cell(u"second"_s);
     table.setCellWidget(0, 1, first);
     table.setCellWidget(1, 1, second);
@@ -141,6 +164,7 @@ TEST(TableCellView, a_cell_in_a_table_follows_its_own_items_selection)
     table.show();
     EXPECT_EQ(first->backgroundStyle(), Style::emphasized);
     EXPECT_EQ(second->backgroundStyle(), Style::normal);
+    EXPECT_TRUE(containsColor(table.viewport()->grab().toImage(), first->geometry(), Qt::yellow));
     table.selectRow(1);
     EXPECT_EQ(first->backgroundStyle(), Style::normal);
     EXPECT_EQ(second->backgroundStyle(), Style::emphasized);
