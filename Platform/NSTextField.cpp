@@ -599,6 +599,7 @@ void TextField::Private::setFormat(QTextDocument &target) const
 {
     target.setDefaultFont(q->font());
     QTextOption option(absolute(alignment));
+    option.setTextDirection(Qt::LayoutDirectionAuto); // by the text; Qt starts with the program's
     option.setWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
     target.setDefaultTextOption(option);
 }

@@ -10,8 +10,10 @@ Page *makeColorsPage(QWidget *parent);
 Page *makeContainerPage(QWidget *parent);
 Page *makeDrawingPage(QWidget *parent);
 Page *makeFontsPage(QWidget *parent);
+Page *makeLabelsPage(QWidget *parent);
 Page *makeLayoutPage(QWidget *parent);
 Page *makeMarkupPage(QWidget *parent);
+Page *makePopoversPage(QWidget *parent);
 Page *makeTicketsPage(QWidget *parent);
 
 namespace {
@@ -33,6 +35,8 @@ QList<PageEntry> pages()
         { u"markup"_s, tr("Markup"), tr("Colour and text"), &makeMarkupPage },
         { u"drawing"_s, tr("Drawing"), tr("Colour and text"), &makeDrawingPage },
         { u"layout"_s, tr("Layout"), tr("Views"), &makeLayoutPage },
+        { u"labels"_s, tr("Labels"), tr("Views"), &makeLabelsPage },
+        { u"popovers"_s, tr("Popovers"), tr("Views"), &makePopoversPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }

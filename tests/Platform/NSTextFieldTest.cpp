@@ -228,6 +228,26 @@ TEST(TextField, aligns_by_the_direction_of_the_layout)
     }
 }
 
+TEST(TextField, a_text_keeps_its_own_direction_in_a_program_that_runs_the_other_way)
+{
+    // A full stop that is as high as the letters would not tell; a bar at the end does.
+    const auto barIsAtRight = [](bool isSelectable) {
+        Field field(u"mmm|"_s);
+        field.setSelectable(isSelectable);
+        field.resize(field.sizeHint());
+        const QImage image = field.picture();
+        const int column = inked(image).right() * int(image.devicePixelRatio()) - 1;
+        int inkAtTheEnd = 0;
+        for (int y = 0; y < image.height(); ++y)
+            inkAtTheEnd += qGray(image.pixel(column, y)) < 128 ? 1 : 0;
+        return inkAtTheEnd > field.fontMetrics().xHeight() * image.devicePixelRatio();
+    };
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    EXPECT_TRUE(barIsAtRight(false));
+    EXPECT_TRUE(barIsAtRight(true));
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
 TEST(TextField, takes_its_colours_from_the_palette_until_they_are_set)
 {
     Field field(u"Ink"_s);
