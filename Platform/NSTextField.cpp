@@ -892,7 +892,7 @@ void TextField::paintEvent(QPaintEvent *)
     } else {
         if (d->drawsBackground)
             painter.fillRect(rect(), option.palette.color(QPalette::Base));
-        if (hasFocus && !d->editable && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
+        if (d->editor && !d->editable && d->editor->isFocusedByKeyboard()) {
             QStyleOptionFocusRect ring;
             ring.initFrom(this);
             style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);

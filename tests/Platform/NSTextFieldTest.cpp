@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextBrowser>
@@ -331,6 +332,22 @@ TEST(TextField, what_is_selected_with_the_keyboard_is_copied)
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"Copy me"_s);
     QTest::keyClick(field.editor(), Qt::Key_X);
     EXPECT_EQ(field.stringValue(), u"Copy me"_s);
+}
+
+TEST(TextField, text_that_was_scrolled_to_select_goes_back_when_the_focus_leaves)
+{
+    Field field(longText);
+    field.setSelectable(true);
+    field.setMaximumNumberOfLines(2);
+    field.setPreferredMaxLayoutWidth(150);
+    field.showInFront();
+    const QScrollBar *const place = field.editor()->verticalScrollBar();
+    QTest::keyClick(field.editor(), Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_GT(place->value(), 0);
+    EXPECT_TRUE(field.editor()->textCursor().hasSelection());
+    field.editor()->clearFocus();
+    EXPECT_FALSE(field.editor()->textCursor().hasSelection());
+    EXPECT_EQ(place->value(), 0);
 }
 
 TEST(TextField, edits_a_single_line_and_says_when_it_is_done)
