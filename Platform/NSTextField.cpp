@@ -52,7 +52,7 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        const QString set = QAccessibleWidget::text(kind);
+        QString set = QAccessibleWidget::text(kind);
         if (kind != QAccessible::Name || !set.isEmpty() || childCount() > 0)
             return set;
         return static_cast<TextField *>(widget())->stringValue();

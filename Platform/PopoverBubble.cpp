@@ -82,7 +82,7 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        const QString set = QAccessibleWidget::text(kind);
+        QString set = QAccessibleWidget::text(kind);
         if (kind != QAccessible::Name || !set.isEmpty())
             return set;
         QStringList texts;
