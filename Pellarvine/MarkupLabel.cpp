@@ -49,8 +49,9 @@ void MarkupLabel::changeEvent(QEvent *event)
     if (!mayDiffer || !m_paletteColor.isValid() || now == m_paletteColor)
         return;
     const NS::Color former(std::exchange(m_paletteColor, now));
-    NS::MutableAttributedString text(attributedStringValue());
-    for (const auto &run : attributedStringValue().runs()) {
+    const NS::AttributedString before = attributedStringValue();
+    NS::MutableAttributedString text(before);
+    for (const auto &run : before.runs()) {
         const QVariant color = run.attributes.value(NS::ForegroundColorAttributeName);
         if (color.value<NS::Color>() == former) {
             text.addAttributes(

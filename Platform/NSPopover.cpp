@@ -418,6 +418,10 @@ QRectF Popover::Private::room(const QRectF &anchor) const
         return QRectF(view->window()->rect().adjusted(windowMargin, windowMargin, -windowMargin,
                                                       -windowMargin));
     }
+    if (bubble->surface() == PopoverBubble::Surface::unplacedWindow) {
+        constexpr double plenty = 1 << 14; // the window system slides it
+        return anchor.adjusted(-plenty, -plenty, plenty, plenty);
+    }
     const QScreen *screen = QGuiApplication::screenAt(anchor.center().toPoint());
     if (!screen)
         screen = view->screen();
@@ -432,7 +436,7 @@ void Popover::Private::createBubble()
         q->close();
         return;
     }
-    const auto surface = PopoverBubble::surfaceFor(view, staysInWindow);
+    const auto surface = PopoverBubble::surfaceFor(view, content, q->contentSize(), staysInWindow);
     const bool isUsable = bubble && bubble->view() == view && bubble->surface() == surface
                           && content->parentWidget() == bubble;
     if (isUsable) {
@@ -507,7 +511,11 @@ void Popover::Private::place()
 void Popover::Private::updateArrow()
 {
     const std::optional<QRectF> area = view ? visibleArea() : std::nullopt;
-    if (bubble && area)
+    if (!bubble || !area)
+        return;
+    if (bubble->surface() == PopoverBubble::Surface::unplacedWindow)
+        bubble->setArrow(edge, {});
+    else
         bubble->setArrow(edge, Pellarvine::popoverArrow(anchorFor(*area), bubble->body(), edge));
 }
 

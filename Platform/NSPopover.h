@@ -92,8 +92,9 @@ public:
     bool deletesOnClose() const;
     void setDeletesOnClose(bool deletes);
 
-    /// Whether the window of its view contains it, instead of a window of its own. Where windows
-    /// cannot be placed, as under Wayland, it does anyway. From the next show on; false unless set.
+    /// Whether the window of its view contains it, instead of a window of its own. Under Wayland,
+    /// where windows cannot be placed, it does anyway; only a message that has no room there gets
+    /// one, without an arrow. From the next show on; false unless set.
     bool staysInWindow() const;
     void setStaysInWindow(bool stays);
 

@@ -52,7 +52,7 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        const QString set = QAccessibleWidget::text(kind);
+        QString set = QAccessibleWidget::text(kind);
         if (kind != QAccessible::Name || !set.isEmpty() || childCount() > 0)
             return set;
         return static_cast<TextField *>(widget())->stringValue();
@@ -599,6 +599,7 @@ void TextField::Private::setFormat(QTextDocument &target) const
 {
     target.setDefaultFont(q->font());
     QTextOption option(absolute(alignment));
+    option.setTextDirection(Qt::LayoutDirectionAuto); // by the text; Qt starts with the program's
     option.setWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
     target.setDefaultTextOption(option);
 }
@@ -891,7 +892,7 @@ void TextField::paintEvent(QPaintEvent *)
     } else {
         if (d->drawsBackground)
             painter.fillRect(rect(), option.palette.color(QPalette::Base));
-        if (hasFocus && !d->editable && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
+        if (d->editor && !d->editable && d->editor->isFocusedByKeyboard()) {
             QStyleOptionFocusRect ring;
             ring.initFrom(this);
             style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);

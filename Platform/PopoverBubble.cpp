@@ -82,7 +82,7 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        const QString set = QAccessibleWidget::text(kind);
+        QString set = QAccessibleWidget::text(kind);
         if (kind != QAccessible::Name || !set.isEmpty())
             return set;
         QStringList texts;
@@ -101,14 +101,20 @@ QAccessibleInterface *makeAccessible(const QString &className, QObject *object)
 
 } // namespace
 
-PopoverBubble::Surface PopoverBubble::surfaceFor(const QWidget *view, bool staysInWindow)
+PopoverBubble::Surface PopoverBubble::surfaceFor(const QWidget *view, QWidget *content, QSizeF size,
+                                                 bool staysInWindow)
 {
-    // A Wayland client neither places its windows nor learns where they are.
-    const bool placesWindows = !QGuiApplication::platformName().startsWith("wayland"_L1);
     const QWidget *const window = view->window();
-    if (staysInWindow || !placesWindows || window->graphicsProxyWidget()
-        || window->windowType() == Qt::Popup)
+    if (staysInWindow || window->graphicsProxyWidget() || window->windowType() == Qt::Popup)
         return Surface::child;
+    // A Wayland client neither places its windows nor learns where they are. The kind of window
+    // that it can put near another one never has the keyboard.
+    if (QGuiApplication::platformName().startsWith("wayland"_L1)) {
+        const double length = PopoverShape::arrowLength;
+        const bool hasRoom =
+                size.width() <= window->width() && size.height() + length <= window->height();
+        return hasRoom || firstFocusable(content) ? Surface::child : Surface::unplacedWindow;
+    }
     return hasCompositor() ? Surface::translucentWindow : Surface::maskedWindow;
 }
 
@@ -136,14 +142,15 @@ PopoverBubble::PopoverBubble(QWidget *view, QWidget *content, Surface surface)
     }();
     Q_UNUSED(isRegistered);
     if (surface != Surface::child) {
-        Qt::WindowFlags flags = Qt::Tool | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
+        Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
+        flags |= surface == Surface::unplacedWindow ? Qt::ToolTip : Qt::Tool;
         if (!m_takesFocus) {
             flags |= Qt::WindowDoesNotAcceptFocus;
             setAttribute(Qt::WA_ShowWithoutActivating);
         }
         setWindowFlags(flags);
         setAttribute(Qt::WA_WindowPropagation);
-        setAttribute(Qt::WA_TranslucentBackground, surface == Surface::translucentWindow);
+        setAttribute(Qt::WA_TranslucentBackground, surface != Surface::maskedWindow);
     }
     setAttribute(Qt::WA_NoSystemBackground);
     setAttribute(Qt::WA_NoMousePropagation);

@@ -22,10 +22,12 @@ public:
         translucentWindow,
         maskedWindow, ///< where nothing mixes windows: without shadow and smooth edges
         child, ///< in the window of the view
+        unplacedWindow, ///< near the view; the window system alone knows where: without an arrow
     };
 
-    /// The surface for a popover of that view.
-    static Surface surfaceFor(const QWidget *view, bool staysInWindow);
+    /// The surface for a popover of that view, for content of that size.
+    static Surface surfaceFor(const QWidget *view, QWidget *content, QSizeF size,
+                              bool staysInWindow);
     /// The first that can have the focus; null if nothing can.
     static QWidget *firstFocusable(QWidget *content);
 

@@ -68,10 +68,10 @@ void TextFieldEditor::focusInEvent(QFocusEvent *event)
 {
     setAccessibleName(nameOf(parentWidget()));
     QTextBrowser::focusInEvent(event);
-    const bool isByKeyboard = event->reason() == Qt::TabFocusReason
-                              || event->reason() == Qt::BacktabFocusReason
-                              || event->reason() == Qt::ShortcutFocusReason;
-    if (isByKeyboard && !m_hasLines && !isReadOnly())
+    m_isFocusedByKeyboard = event->reason() == Qt::TabFocusReason
+                            || event->reason() == Qt::BacktabFocusReason
+                            || event->reason() == Qt::ShortcutFocusReason;
+    if (m_isFocusedByKeyboard && !m_hasLines && !isReadOnly())
         selectAll();
     Q_EMIT focusChanged();
 }
@@ -84,6 +84,8 @@ void TextFieldEditor::focusOutEvent(QFocusEvent *event)
     if (!comesBack) {
         QTextCursor cursor = textCursor();
         cursor.clearSelection();
+        if (isReadOnly())
+            cursor.movePosition(QTextCursor::Start); // text that was scrolled goes back
         setTextCursor(cursor);
         Q_EMIT left();
     }

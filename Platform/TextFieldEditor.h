@@ -19,6 +19,9 @@ public:
     void setHasLines(bool hasLines);
     void setKind(bool isSelectable, bool isEditable, bool hasLinks);
 
+    /// Whether it has the focus from there, so that a reader must be shown where it is.
+    bool isFocusedByKeyboard() const { return m_isFocusedByKeyboard && hasFocus(); }
+
 Q_SIGNALS:
     void returned();
     void left(); ///< by the focus, and not just for a menu or another window
@@ -34,6 +37,7 @@ protected:
 
 private:
     bool m_hasLines = true;
+    bool m_isFocusedByKeyboard = false;
 };
 
 } // namespace Pellarvine

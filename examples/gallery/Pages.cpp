@@ -18,6 +18,8 @@ Page *makeMarkupPage(QWidget *parent);
 Page *makeNavigationPage(QWidget *parent);
 Page *makeInspectorPage(QWidget *parent);
 Page *makeSegmentsPage(QWidget *parent);
+Page *makeLabelsPage(QWidget *parent);
+Page *makePopoversPage(QWidget *parent);
 Page *makeTicketsPage(QWidget *parent);
 
 namespace {
@@ -45,6 +47,8 @@ QList<PageEntry> pages()
         { u"borders"_s, tr("Borders"), tr("Views"), &makeBordersPage },
         { u"inspector"_s, tr("Inspector"), tr("Views"), &makeInspectorPage },
         { u"segments"_s, tr("Segments"), tr("Views"), &makeSegmentsPage },
+        { u"labels"_s, tr("Labels"), tr("Views"), &makeLabelsPage },
+        { u"popovers"_s, tr("Popovers"), tr("Views"), &makePopoversPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }

@@ -67,8 +67,8 @@ class Form
 public:
     Form()
     {
-        window.setGeometry(200, 300, 400, 200);
-        name.setGeometry(20, 100, 200, 30);
+        window.setGeometry(50, 120, 300, 200); // room for a message above, at any scale
+        name.setGeometry(40, 60, 200, 30);
         save.setGeometry(20, 150, 100, 30);
         window.show();
         window.activateWindow();

@@ -326,6 +326,37 @@ TEST(Popover, a_click_in_it_keeps_it_open)
     }
 }
 
+TEST(Popover, a_click_on_its_shadow_is_for_what_shows_through)
+{
+    for (const bool staysInWindow : { false, true }) {
+        Scene scene(nullptr, staysInWindow);
+        scene.other.setGeometry(20, 145, 110, 30); // reaches below the bubble's left margin
+        const QSignalSpy clicks(&scene.other, &QPushButton::clicked);
+        scene.show();
+        const QPoint inMargin(6, 20);
+        ASSERT_TRUE(scene.other.rect()
+                            .adjusted(0, 0, 20, 0)
+                            .contains(scene.other.mapFromGlobal(
+                                    scene.bubble()->mapToGlobal(inMargin))));
+        scene.other.setGeometry(20, 145, 130, 30);
+        QTest::mouseClick(scene.bubble(), Qt::LeftButton, {}, inMargin);
+        settle();
+        EXPECT_EQ(clicks.size(), 1) << staysInWindow;
+        EXPECT_FALSE(scene.popover.isShown()) << staysInWindow;
+    }
+}
+
+TEST(Popover, goes_when_another_program_comes_to_the_front)
+{
+    for (const auto behavior : { Popover::Behavior::transient, Popover::Behavior::semitransient }) {
+        Scene scene;
+        scene.popover.setBehavior(behavior);
+        scene.show();
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+        EXPECT_EQ(scene.popover.isShown(), behavior == Popover::Behavior::semitransient);
+    }
+}
+
 TEST(Popover, the_click_that_closes_it_on_its_opener_does_not_open_it_again)
 {
     Scene scene;

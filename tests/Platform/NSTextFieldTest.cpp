@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextBrowser>
@@ -54,7 +55,7 @@ public:
     QImage picture() { return grab().toImage().convertToFormat(QImage::Format_ARGB32); }
 };
 
-// What of the picture is not its background: the corner's colour.
+// What of the picture is not its background, the corner's colour. In units.
 QRect inked(const QImage &image)
 {
     const double ratio = image.devicePixelRatio();
@@ -228,6 +229,22 @@ TEST(TextField, aligns_by_the_direction_of_the_layout)
     }
 }
 
+TEST(TextField, a_text_keeps_its_own_direction_in_a_program_that_runs_the_other_way)
+{
+    const auto picture = [](bool isSelectable) {
+        Field field(u"Open?"_s);
+        field.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
+        field.setSelectable(isSelectable);
+        field.resize(field.sizeHint());
+        return field.picture();
+    };
+    const QImage expected = picture(false);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(picture(false), expected); // the question mark did not go to the left
+    EXPECT_EQ(picture(true), expected);
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+}
+
 TEST(TextField, takes_its_colours_from_the_palette_until_they_are_set)
 {
     Field field(u"Ink"_s);
@@ -315,6 +332,22 @@ TEST(TextField, what_is_selected_with_the_keyboard_is_copied)
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"Copy me"_s);
     QTest::keyClick(field.editor(), Qt::Key_X);
     EXPECT_EQ(field.stringValue(), u"Copy me"_s);
+}
+
+TEST(TextField, text_that_was_scrolled_to_select_goes_back_when_the_focus_leaves)
+{
+    Field field(longText);
+    field.setSelectable(true);
+    field.setMaximumNumberOfLines(2);
+    field.setPreferredMaxLayoutWidth(150);
+    field.showInFront();
+    const QScrollBar *const place = field.editor()->verticalScrollBar();
+    QTest::keyClick(field.editor(), Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_GT(place->value(), 0);
+    EXPECT_TRUE(field.editor()->textCursor().hasSelection());
+    field.editor()->clearFocus();
+    EXPECT_FALSE(field.editor()->textCursor().hasSelection());
+    EXPECT_EQ(place->value(), 0);
 }
 
 TEST(TextField, edits_a_single_line_and_says_when_it_is_done)
