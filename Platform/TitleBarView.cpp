@@ -305,7 +305,7 @@ void TitleBarView::refresh()
         QPalette palette;
         const QPalette &own = this->palette();
         QColor ink = own.color(QPalette::WindowText);
-        if (!isActiveWindow())
+        if (!looksActive(this))
             ink.setAlphaF(0.5F);
         palette.setColor(QPalette::WindowText, ink);
         m_title->setPalette(palette);

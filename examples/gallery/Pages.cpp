@@ -13,6 +13,7 @@ Page *makeFontsPage(QWidget *parent);
 Page *makeLayoutPage(QWidget *parent);
 Page *makeMarkupPage(QWidget *parent);
 Page *makeTicketsPage(QWidget *parent);
+Page *makeTitleBarPage(QWidget *parent);
 
 namespace {
 
@@ -33,6 +34,7 @@ QList<PageEntry> pages()
         { u"markup"_s, tr("Markup"), tr("Colour and text"), &makeMarkupPage },
         { u"drawing"_s, tr("Drawing"), tr("Colour and text"), &makeDrawingPage },
         { u"layout"_s, tr("Layout"), tr("Views"), &makeLayoutPage },
+        { u"titlebar"_s, tr("Title bar"), tr("Views"), &makeTitleBarPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }
