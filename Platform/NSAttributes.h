@@ -30,6 +30,8 @@ PELLARVINE_EXPORT extern const QString UnderlineStyleAttributeName;
 PELLARVINE_EXPORT extern const QString StrikethroughStyleAttributeName;
 /// `double`: what is added behind each character, in device-independent pixels.
 PELLARVINE_EXPORT extern const QString KernAttributeName;
+/// `QUrl`, or what converts to it: where a click on the text leads.
+PELLARVINE_EXPORT extern const QString LinkAttributeName;
 
 /// A set of attributes, each a key with a value: what one run of an attributed string carries.
 /// Implicitly shared, so that a copy costs a reference count.

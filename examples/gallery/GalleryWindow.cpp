@@ -178,7 +178,8 @@ QWidget *GalleryWindow::makeInnerTitleBar()
     m_search->setFixedSize(searchWidth, searchHeight);
     m_search->setTextMargins(Theme::unit / 2, 0, 0, 0);
     m_innerLayout = new QHBoxLayout(view);
-    m_innerLayout->addWidget(name, 1, Qt::AlignTop);
+    m_innerLayout->addWidget(name, 0, Qt::AlignTop);
+    m_innerLayout->addStretch(1);
     m_innerLayout->addWidget(m_search, 0, Qt::AlignTop);
     name->setFixedHeight(searchHeight);
     return view;
@@ -200,7 +201,8 @@ QWidget *GalleryWindow::makeToolBar()
     m_toolLayout->addWidget(m_back);
     m_toolLayout->addWidget(m_forward);
     m_toolLayout->addSpacing(Theme::unit);
-    m_toolLayout->addWidget(m_place, 1);
+    m_toolLayout->addWidget(m_place);
+    m_toolLayout->addStretch(1);
     m_toolLayout->addWidget(menuButton);
     return tools;
 }

@@ -223,7 +223,7 @@ void TitleBarPage::makeWindow()
     const bool wasVisible = m_window && m_window->isVisible();
     const QRectF frame = m_window ? m_window->frame() : QRectF();
     m_window =
-            std::make_unique<Window>(QRectF(120, 160, 46 * Theme::unit, 26 * Theme::unit),
+            std::make_unique<Window>(QRectF(120, 160, 39 * Theme::unit, 40 * Theme::unit),
                                      NS::Window::titled | NS::Window::closable
                                              | NS::Window::miniaturizable | NS::Window::resizable);
     m_window->setWindowTitle(::tr("To Charles[*]"));
@@ -247,7 +247,7 @@ void TitleBarPage::makeWindow()
         auto *const layout = new QHBoxLayout(tools);
         layout->setContentsMargins(0, 0, 0, 0);
         layout->setSpacing(Theme::unit);
-        for (const QString &name : { ::tr("Reply"), ::tr("Seal"), ::tr("Send") }) {
+        for (const QString &name : { ::tr("Reply"), ::tr("Send") }) {
             auto *const tool = new QPushButton(name);
             tool->setFocusPolicy(Qt::TabFocus);
             tool->setMinimumHeight(0);
@@ -261,7 +261,8 @@ void TitleBarPage::makeWindow()
     if (!frame.isNull())
         m_window->setFrame(frame);
     // Taking a picture lays the window out, which may change its frame again.
-    connect(m_window.get(), &NS::Window::frameChanged, this, [this] { showPicture(); },
+    connect(
+            m_window.get(), &NS::Window::frameChanged, this, [this] { showPicture(); },
             Qt::QueuedConnection);
     if (wasVisible)
         m_window->show();
