@@ -177,10 +177,10 @@ QWidget *Window::titleBarView() const
     return closeButton ? closeButton->parentWidget() : nullptr;
 }
 
-QLabel *Window::titleBarTextField() const
+NS::TextField *Window::titleBarTextField() const
 {
     const QWidget *const titleBar = titleBarView();
-    return titleBar ? titleBar->findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly)
+    return titleBar ? titleBar->findChild<NS::TextField *>(QString(), Qt::FindDirectChildrenOnly)
                     : nullptr;
 }
 

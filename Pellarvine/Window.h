@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <pellarvine/Platform/NSTextField.h>
 #include <pellarvine/Platform/NSWindow.h>
-
-#include <QLabel>
 
 namespace Pellarvine {
 
@@ -37,7 +36,7 @@ class PELLARVINE_EXPORT Window : public NS::Window
     Q_PROPERTY(double titleBarHeight READ titleBarHeight WRITE setTitleBarHeight NOTIFY
                        titleBarHeightChanged)
     Q_PROPERTY(QWidget *titleBarView READ titleBarView STORED false)
-    Q_PROPERTY(QLabel *titleBarTextField READ titleBarTextField STORED false)
+    Q_PROPERTY(NS::TextField *titleBarTextField READ titleBarTextField STORED false)
 
 public:
     explicit Window(QWidget *parent = nullptr);
@@ -86,7 +85,7 @@ public:
     /// The view that the close button is in; null without one.
     QWidget *titleBarView() const;
     /// The field in which the title stands; null without a title bar.
-    QLabel *titleBarTextField() const;
+    NS::TextField *titleBarTextField() const;
 
     void setFrame(const QRectF &frame, bool display) override;
     void setFrame(const QRectF &frame, bool display, bool animate) override;

@@ -30,6 +30,11 @@ QColor mixed(const QColor &first, const QColor &second, float share)
 
 } // namespace
 
+bool looksActive(const QWidget *widget)
+{
+    return widget->isActiveWindow() || !widget->window()->isVisible();
+}
+
 StandardWindowButton::StandardWindowButton(WindowButton kind, QWidget *parent)
     : QAbstractButton(parent)
     , m_kind(kind)
@@ -115,7 +120,7 @@ void StandardWindowButton::paintEvent(QPaintEvent *)
 
 void StandardWindowButton::drawControl(QPainter &painter) const
 {
-    const bool isColored = isEnabled() && (isActiveWindow() || m_showsGlyph);
+    const bool isColored = isEnabled() && (looksActive(this) || m_showsGlyph);
     QColor fill = mixed(palette().color(QPalette::Window), palette().color(QPalette::WindowText),
                         isDark(palette()) ? 0.24F : 0.18F);
     if (isColored)
@@ -159,7 +164,7 @@ void StandardWindowButton::drawControl(QPainter &painter) const
 void StandardWindowButton::drawDocument(QPainter &painter) const
 {
     QColor line = palette().color(QPalette::WindowText);
-    line.setAlphaF(isActiveWindow() ? 0.75F : 0.4F);
+    line.setAlphaF(looksActive(this) ? 0.75F : 0.4F);
     painter.setPen(QPen(line, 1.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(isDown() ? palette().color(QPalette::Mid) : palette().color(QPalette::Base));
     QPainterPath sheet(QPointF(-4.5, -6.5));
@@ -177,7 +182,7 @@ void StandardWindowButton::drawDocument(QPainter &painter) const
 void StandardWindowButton::drawVersions(QPainter &painter) const
 {
     QColor line = palette().color(QPalette::WindowText);
-    line.setAlphaF(isActiveWindow() && !isDown() ? 0.75F : 0.4F);
+    line.setAlphaF(looksActive(this) && !isDown() ? 0.75F : 0.4F);
     painter.setPen(QPen(line, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPolyline(QPolygonF({ QPointF(-3.0, -1.5), QPointF(0.0, 1.5), QPointF(3.0, -1.5) }));
 }

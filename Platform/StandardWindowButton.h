@@ -8,6 +8,10 @@
 
 namespace NS {
 
+/// Whether the widget's window draws itself as the one that is being used. One that is not on the
+/// screen does, for pictures of it.
+bool looksActive(const QWidget *widget);
+
 /// One of the buttons in a window's title bar. It draws itself in the window's state: coloured while
 /// the window is active or the pointer is near, grey otherwise, with a glyph under the pointer.
 class StandardWindowButton : public QAbstractButton

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/NSTextField.h>
 #include <pellarvine/Platform/NSTitlebarAccessoryViewController.h>
 #include <pellarvine/Platform/NSView.h>
 #include <pellarvine/Platform/StandardWindowButton.h>
 #include <pellarvine/Platform/TitleBarView.h>
-#include <pellarvine/Platform/TitleField.h>
 #include <pellarvine/Platform/WindowDrag.h>
 
 #include <QChildEvent>
@@ -48,7 +48,11 @@ TitleBarView::TitleBarView(Window *window, WindowDrag *drag)
     , m_window(window)
     , m_drag(drag)
 {
-    m_title = TitleField::make(this);
+    m_title = new TextField(this);
+    m_title->setWraps(false);
+    m_title->setElideMode(Qt::ElideMiddle);
+    m_title->setAlignment(Qt::AlignCenter);
+    m_title->setAttribute(Qt::WA_TransparentForMouseEvents);
     QFont font = this->font();
     font.setWeight(QFont::DemiBold);
     m_title->setFont(font);
@@ -256,15 +260,9 @@ void TitleBarView::arrangeTitle()
     const int before = buttonWidth(WindowButton::documentIcon);
     const int after = buttonWidth(WindowButton::documentVersions);
 
-    auto *const field = static_cast<TitleField::Field *>(m_title.data());
-    const QString text = titleText();
+    m_title->setStringValue(titleText());
     const int room = std::max(0, width() - left - titleMargin - before - after);
-    field->setText(text);
-    int titleWidth = field->sizeHint().width();
-    if (titleWidth > room) {
-        field->setText(field->fontMetrics().elidedText(text, Qt::ElideMiddle, room));
-        titleWidth = std::min(room, field->sizeHint().width());
-    }
+    int titleWidth = std::min(room, m_title->sizeHint().width());
     if (m_isBare || !m_isTitleVisible)
         titleWidth = 0;
 
@@ -302,13 +300,10 @@ void TitleBarView::refresh()
     }
     showGlyphs(false);
     if (m_title) {
-        QPalette palette;
-        const QPalette &own = this->palette();
-        QColor ink = own.color(QPalette::WindowText);
-        if (!isActiveWindow())
+        QColor ink = palette().color(QPalette::WindowText);
+        if (!looksActive(this))
             ink.setAlphaF(0.5F);
-        palette.setColor(QPalette::WindowText, ink);
-        m_title->setPalette(palette);
+        m_title->setTextColor(ink);
     }
     arrangeTitle();
     update();

@@ -11,6 +11,7 @@
 namespace NS {
 
 class StandardWindowButton;
+class TextField;
 class WindowDrag;
 
 /// The view at the top of a window: in its first 22 units the standard buttons, the title and what
@@ -75,7 +76,7 @@ private:
 
     Window *m_window;
     WindowDrag *m_drag;
-    QPointer<QWidget> m_title;
+    QPointer<TextField> m_title;
     std::array<QPointer<StandardWindowButton>, 7> m_buttons; // by kind
     QList<TitlebarAccessoryViewController *> m_accessories;
     Window::StyleMask m_styleMask;

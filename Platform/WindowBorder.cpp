@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/StandardWindowButton.h>
 #include <pellarvine/Platform/WindowBorder.h>
 
 #include <QPainter>
@@ -67,7 +68,7 @@ void WindowBorder::paintEvent(QPaintEvent *)
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     }
     QColor line = palette().color(QPalette::WindowText);
-    line.setAlphaF(isActiveWindow() ? 0.28F : 0.18F);
+    line.setAlphaF(looksActive(this) ? 0.28F : 0.18F);
     painter.setPen(line);
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius() - 0.5,

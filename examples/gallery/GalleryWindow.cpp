@@ -5,45 +5,154 @@
 #include "Pages.h"
 #include "Theme.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QPainter>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QStackedWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// The title bar: a row with the search field and below it one with the tools.
+constexpr int titleBarHeight = 10 * Theme::unit;
+constexpr int horizontalMargin = 2 * Theme::unit;
+constexpr int verticalMargin = Theme::unit;
+constexpr int searchHeight = 3 * Theme::unit;
+constexpr int searchWidth = 30 * Theme::unit;
+
+constexpr int nameRole = Qt::UserRole;
+
+QIcon makeIcon(const QPalette &palette, const QPolygonF &line)
+{
+    const auto draw = [&](QPalette::ColorGroup group) {
+        constexpr int size = 16;
+        constexpr int scale = 3; // sharp up to three pixels a unit
+        QPixmap pixmap(QSize(size, size) * scale);
+        pixmap.setDevicePixelRatio(scale);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette.color(group, QPalette::ButtonText), 1.6, Qt::SolidLine,
+                            Qt::RoundCap, Qt::RoundJoin));
+        for (int i = 0; i + 1 < line.size(); i += 2)
+            painter.drawLine(line[i], line[i + 1]);
+        return pixmap;
+    };
+    QIcon icon(draw(QPalette::Active));
+    icon.addPixmap(draw(QPalette::Disabled), QIcon::Disabled);
+    return icon;
+}
+
+// A flat button that draws its strokes in the palette's colour, mirrored from right to left.
+class ToolButton : public QToolButton
+{
+public:
+    ToolButton(const QString &name, const QPolygonF &strokes)
+        : m_strokes(strokes)
+    {
+        setAutoRaise(true);
+        setFixedSize(4 * Theme::unit, 28);
+        setAccessibleName(name);
+        setToolTip(name);
+        setFocusPolicy(Qt::TabFocus);
+        draw();
+    }
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        QToolButton::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange
+            || event->type() == QEvent::LayoutDirectionChange)
+            draw();
+    }
+
+private:
+    void draw()
+    {
+        const QTransform mirrored = QTransform::fromScale(-1, 1) * QTransform::fromTranslate(16, 0);
+        setIcon(makeIcon(palette(), isRightToLeft() ? mirrored.map(m_strokes) : m_strokes));
+    }
+
+    QPolygonF m_strokes;
+};
+
+} // namespace
+
 GalleryWindow::GalleryWindow(QWidget *parent)
-    : QWidget(parent)
+    : Pellarvine::Window(parent)
     , m_list(new QListWidget)
+    , m_nothing(new QLabel(tr("No page has that in its name.")))
+    , m_search(new QLineEdit)
+    , m_place(new QLabel)
+    , m_back(new ToolButton(tr("Page before"), { { 10, 3 }, { 5, 8 }, { 5, 8 }, { 10, 13 } }))
+    , m_forward(new ToolButton(tr("Next page"), { { 6, 3 }, { 11, 8 }, { 11, 8 }, { 6, 13 } }))
     , m_stack(new QStackedWidget)
 {
     setWindowTitle(tr("Pellarvine Gallery"));
-    resize(1000, 680);
+    auto *const content = new QWidget;
+    auto *const layout = new QHBoxLayout(content);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(makeSidebar());
+    layout->addWidget(m_stack, 1);
+    setContentView(content);
 
+    setTitleBarHeight(::titleBarHeight);
+    setHidesTitle(true); // it stands in the view across the bar
+    setTrafficLightHorizontalMargin(horizontalMargin);
+    setTrafficLightVerticalMargin(verticalMargin);
+    setInnerTitleBarView(makeInnerTitleBar());
+    setToolbarView(makeToolBar());
+    awakeFromNib();
+    keepClearOfButtons();
+    resize(1000, 680 + ::titleBarHeight);
+
+    connect(m_list, &QListWidget::currentItemChanged, this, &GalleryWindow::showItem);
+    connect(m_search, &QLineEdit::textChanged, this, &GalleryWindow::filterPages);
+    connect(m_search, &QLineEdit::returnPressed, m_list, [this] { m_list->setFocus(); });
+    connect(m_back, &QToolButton::clicked, this, [this] { step(-1); });
+    connect(m_forward, &QToolButton::clicked, this, [this] { step(1); });
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, m_search, [this] {
+        m_search->setFocus(Qt::ShortcutFocusReason);
+        m_search->selectAll();
+    });
+    showPage(pages().constFirst().name);
+    m_list->setFocus();
+}
+
+QWidget *GalleryWindow::makeSidebar()
+{
     auto *const sidebar = new QWidget;
     sidebar->setObjectName(u"sidebar"_s);
     sidebar->setAttribute(Qt::WA_StyledBackground);
     sidebar->setFixedWidth(26 * Theme::unit);
-    auto *const name = new QLabel(tr("Pellarvine"));
-    name->setFont(Theme::font(Theme::strong));
-    name->setContentsMargins(2 * Theme::unit + 4, 2 * Theme::unit, 0, 0);
     m_list->setObjectName(u"pages"_s);
     m_list->setAccessibleName(tr("Pages"));
     m_list->setFrameShape(QFrame::NoFrame);
-    auto *const sidebarLayout = new QVBoxLayout(sidebar);
-    sidebarLayout->setContentsMargins(0, 0, 0, 0);
-    sidebarLayout->addWidget(name);
-    sidebarLayout->addWidget(m_list);
-
-    auto *const layout = new QHBoxLayout(this);
+    m_list->ensurePolished(); // the style sheet's item heights come first
+    m_nothing->setForegroundRole(QPalette::PlaceholderText);
+    m_nothing->setWordWrap(true);
+    m_nothing->setAlignment(Qt::AlignLeading | Qt::AlignTop);
+    m_nothing->setContentsMargins(2 * Theme::unit, Theme::unit, 2 * Theme::unit, 0);
+    m_nothing->hide();
+    auto *const layout = new QVBoxLayout(sidebar);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(sidebar);
-    layout->addWidget(m_stack, 1);
+    layout->addWidget(m_nothing);
+    layout->addWidget(m_list);
 
     QString group;
     for (const PageEntry &page : pages()) {
@@ -53,16 +162,96 @@ GalleryWindow::GalleryWindow(QWidget *parent)
             heading->setFlags(Qt::NoItemFlags);
         }
         auto *const item = new QListWidgetItem(page.title, m_list);
-        item->setData(Qt::UserRole, page.name);
+        item->setData(nameRole, page.name);
     }
-    connect(m_list, &QListWidget::currentItemChanged, this, &GalleryWindow::showItem);
-    showPage(pages().constFirst().name);
+    return sidebar;
+}
+
+QWidget *GalleryWindow::makeInnerTitleBar()
+{
+    auto *const view = new QWidget;
+    auto *const name = new QLabel(tr("Pellarvine Gallery"));
+    name->setFont(Theme::font(Theme::strong));
+    m_search->setPlaceholderText(tr("Search pages"));
+    m_search->setAccessibleName(tr("Search pages"));
+    m_search->setClearButtonEnabled(true);
+    m_search->setFixedSize(searchWidth, searchHeight);
+    m_search->setTextMargins(Theme::unit / 2, 0, 0, 0);
+    m_innerLayout = new QHBoxLayout(view);
+    m_innerLayout->addWidget(name, 0, Qt::AlignTop);
+    m_innerLayout->addStretch(1);
+    m_innerLayout->addWidget(m_search, 0, Qt::AlignTop);
+    name->setFixedHeight(searchHeight);
+    return view;
+}
+
+QWidget *GalleryWindow::makeToolBar()
+{
+    auto *const tools = new QWidget; // the title bar has a line below it already
+    m_place->setForegroundRole(QPalette::PlaceholderText);
+    auto *const menuButton = new ToolButton(
+            tr("Menu"), { { 3, 4 }, { 13, 4 }, { 3, 8 }, { 13, 8 }, { 3, 12 }, { 13, 12 } });
+    auto *const menu = new QMenu(menuButton);
+    fillMenu(menu);
+    menuButton->setMenu(menu);
+    menuButton->setPopupMode(QToolButton::InstantPopup);
+    menuButton->setObjectName(u"menuButton"_s);
+    m_toolLayout = new QHBoxLayout(tools);
+    m_toolLayout->setSpacing(Theme::unit / 2);
+    m_toolLayout->addWidget(m_back);
+    m_toolLayout->addWidget(m_forward);
+    m_toolLayout->addSpacing(Theme::unit);
+    m_toolLayout->addWidget(m_place);
+    m_toolLayout->addStretch(1);
+    m_toolLayout->addWidget(menuButton);
+    return tools;
+}
+
+void GalleryWindow::fillMenu(QMenu *menu)
+{
+    QAction *const dark = menu->addAction(tr("&Dark colours"));
+    dark->setCheckable(true);
+    dark->setChecked(Theme::preferredScheme() == Theme::dark);
+    connect(dark, &QAction::toggled, this,
+            [](bool isDark) { Theme::apply(*qApp, isDark ? Theme::dark : Theme::light); });
+    QAction *const rightToLeft = menu->addAction(tr("&Right to left"));
+    rightToLeft->setCheckable(true);
+    rightToLeft->setChecked(QApplication::isRightToLeft());
+    connect(rightToLeft, &QAction::toggled, this, [](bool isOn) {
+        QApplication::setLayoutDirection(isOn ? Qt::RightToLeft : Qt::LeftToRight);
+    });
+    menu->addAction(tr("&Full screen"), QKeySequence(Qt::Key_F11), this,
+                    &GalleryWindow::toggleFullScreen);
+    menu->addSeparator();
+    menu->addAction(tr("&Quit"), QKeySequence::Quit, qApp, &QApplication::closeAllWindows);
+    addActions(menu->actions()); // for their shortcuts
+}
+
+void GalleryWindow::changeEvent(QEvent *event)
+{
+    Pellarvine::Window::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange)
+        keepClearOfButtons();
+}
+
+// The inner view lies across the buttons, which stay at the left, and reaches beyond the window at
+// the other side: its content has to keep off both. From right to left its edges change places.
+void GalleryWindow::keepClearOfButtons()
+{
+    if (!m_innerLayout || !m_toolLayout)
+        return;
+    const int clear = horizontalMargin + 3 * 14 + 2 * int(trafficLightGap()) + 2 * Theme::unit;
+    constexpr int inset = 2 * horizontalMargin;
+    const int left = isRightToLeft() ? clear + inset : clear - inset;
+    const int right = isRightToLeft() ? 0 : inset + horizontalMargin;
+    m_innerLayout->setContentsMargins(left, 0, right, 0);
+    m_toolLayout->setContentsMargins(clear - horizontalMargin, 0, 0, 0);
 }
 
 Page *GalleryWindow::showPage(const QString &name)
 {
     for (int row = 0; row < m_list->count(); ++row) {
-        if (m_list->item(row)->data(Qt::UserRole).toString() == name) {
+        if (m_list->item(row)->data(nameRole).toString() == name) {
             m_list->setCurrentRow(row);
             return m_made.value(name);
         }
@@ -70,16 +259,48 @@ Page *GalleryWindow::showPage(const QString &name)
     return nullptr;
 }
 
+// A group's heading stays with the pages of it that do.
+void GalleryWindow::filterPages(const QString &text)
+{
+    QListWidgetItem *heading = nullptr;
+    bool hasAny = false;
+    for (int row = 0; row < m_list->count(); ++row) {
+        QListWidgetItem *const item = m_list->item(row);
+        if (item->data(nameRole).isNull()) {
+            heading = item;
+            heading->setHidden(true);
+            continue;
+        }
+        const bool isMatch = item->text().contains(text, Qt::CaseInsensitive)
+                             || heading->text().contains(text, Qt::CaseInsensitive);
+        item->setHidden(!isMatch);
+        if (isMatch)
+            heading->setHidden(false);
+        if (isMatch && !std::exchange(hasAny, true) && !text.isEmpty())
+            m_list->setCurrentItem(item);
+    }
+    m_nothing->setVisible(!hasAny);
+}
+
+void GalleryWindow::step(int by)
+{
+    for (int row = m_list->currentRow() + by; row >= 0 && row < m_list->count(); row += by) {
+        const QListWidgetItem *const item = m_list->item(row);
+        if (!item->data(nameRole).isNull() && !item->isHidden())
+            return m_list->setCurrentRow(row);
+    }
+}
+
 void GalleryWindow::showItem(QListWidgetItem *item)
 {
     if (!item)
         return;
-    const QString name = item->data(Qt::UserRole).toString();
+    const QString name = item->data(nameRole).toString();
+    const QList<PageEntry> all = pages();
+    const auto entry = std::find_if(all.begin(), all.end(), [&](const PageEntry &candidate) {
+        return candidate.name == name;
+    });
     if (!m_made.contains(name)) {
-        const QList<PageEntry> all = pages();
-        const auto entry = std::find_if(all.begin(), all.end(), [&](const PageEntry &candidate) {
-            return candidate.name == name;
-        });
         m_made[name] = entry->make(nullptr);
         // Small screens and large fonts scroll the page instead of squeezing it.
         auto *const scroller = new QScrollArea;
@@ -90,4 +311,7 @@ void GalleryWindow::showItem(QListWidgetItem *item)
         m_scrollers[name] = scroller;
     }
     m_stack->setCurrentWidget(m_scrollers[name]);
+    m_place->setText(tr("%1  ›  %2").arg(entry->group, entry->title));
+    m_back->setEnabled(entry != all.begin());
+    m_forward->setEnabled(entry + 1 != all.end());
 }

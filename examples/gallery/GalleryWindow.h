@@ -1,16 +1,23 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <pellarvine/Pellarvine/Window.h>
+
 #include <QHash>
-#include <QWidget>
 
 class Page;
+QT_FORWARD_DECLARE_CLASS(QBoxLayout)
+QT_FORWARD_DECLARE_CLASS(QLabel)
+QT_FORWARD_DECLARE_CLASS(QLineEdit)
 QT_FORWARD_DECLARE_CLASS(QListWidget)
 QT_FORWARD_DECLARE_CLASS(QListWidgetItem)
+QT_FORWARD_DECLARE_CLASS(QMenu)
 QT_FORWARD_DECLARE_CLASS(QStackedWidget)
+QT_FORWARD_DECLARE_CLASS(QToolButton)
 
-/// The list of pages at the left, the page at the right. A page is made when it is first shown.
-class GalleryWindow : public QWidget
+/// The list of pages at the left, the page at the right, and above them a title bar with a search
+/// field and tools. A page is made when it is first shown.
+class GalleryWindow : public Pellarvine::Window
 {
     Q_OBJECT
 
@@ -20,11 +27,28 @@ public:
     /// Shows the page of that name and returns it; null if there is none.
     Page *showPage(const QString &name);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    QWidget *makeSidebar();
+    QWidget *makeInnerTitleBar();
+    QWidget *makeToolBar();
+    void fillMenu(QMenu *menu);
+    void keepClearOfButtons();
+    void filterPages(const QString &text);
+    void step(int by);
     void showItem(QListWidgetItem *item);
 
     QListWidget *m_list;
+    QLabel *m_nothing;
+    QLineEdit *m_search;
+    QLabel *m_place;
+    QToolButton *m_back;
+    QToolButton *m_forward;
     QStackedWidget *m_stack;
+    QBoxLayout *m_innerLayout = nullptr;
+    QBoxLayout *m_toolLayout = nullptr;
     QHash<QString, Page *> m_made;
     QHash<QString, QWidget *> m_scrollers;
 };

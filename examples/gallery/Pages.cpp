@@ -21,6 +21,7 @@ Page *makeSegmentsPage(QWidget *parent);
 Page *makeLabelsPage(QWidget *parent);
 Page *makePopoversPage(QWidget *parent);
 Page *makeTicketsPage(QWidget *parent);
+Page *makeTitleBarPage(QWidget *parent);
 
 namespace {
 
@@ -49,6 +50,7 @@ QList<PageEntry> pages()
         { u"segments"_s, tr("Segments"), tr("Views"), &makeSegmentsPage },
         { u"labels"_s, tr("Labels"), tr("Views"), &makeLabelsPage },
         { u"popovers"_s, tr("Popovers"), tr("Views"), &makePopoversPage },
+        { u"titlebar"_s, tr("Title bar"), tr("Views"), &makeTitleBarPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
     };
 }

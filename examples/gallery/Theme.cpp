@@ -95,6 +95,7 @@ QListWidget#pages::item { padding: 6px 12px; border-radius: 6px; margin: 1px 8px
 QListWidget#pages::item:selected { background: palette(highlight);
                                    color: palette(highlighted-text); }
 QListWidget#pages::item:disabled { color: palette(placeholder-text); margin-top: 8px; }
+QToolButton#menuButton::menu-indicator { image: none; }
 QWidget#sidebar { background: palette(alternate-base); border-right: 1px solid palette(mid); }
 )";
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ExitWhenShown.h"
 #include "GalleryWindow.h"
 #include "Pages.h"
 #include "Screenshots.h"
@@ -76,6 +77,10 @@ int main(int argc, char **argv)
                                   QApplication::translate("main", "Use the dark palette."));
     const QCommandLineOption rightToLeft(
             u"rtl"_s, QApplication::translate("main", "Lay out from right to left."));
+    QCommandLineOption exitWhenShown(u"exit-when-shown"_s,
+                                     QApplication::translate("main", "Exit once it is painted."));
+    exitWhenShown.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(exitWhenShown);
     parser.addOptions({ page, list, screenshots, scale, dark, rightToLeft });
     parser.process(application);
     if (!parser.positionalArguments().isEmpty())
@@ -97,6 +102,8 @@ int main(int argc, char **argv)
         return problem.isEmpty() ? 0 : fail(problem);
     }
 
+    if (parser.isSet(exitWhenShown))
+        new ExitWhenShown(application);
     GalleryWindow window;
     if (parser.isSet(page) && !window.showPage(parser.value(page)))
         return fail(QApplication::translate("main", "no page named %1").arg(parser.value(page)));

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// From starting the gallery to its window's being on the screen, against a program with an empty
+// QMainWindow.
+#include "Goals.h"
+
+#include <QProcess>
+#include <benchmark/benchmark.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void start(benchmark::State &state, const QString &program, const QStringList &arguments)
+{
+    for (auto _ : state) {
+        QProcess process;
+        process.setStandardErrorFile(QProcess::nullDevice());
+        process.start(program, arguments);
+        if (!process.waitForFinished() || process.exitCode() != 0)
+            return state.SkipWithError("the program did not end well");
+    }
+}
+
+void emptyWindow(benchmark::State &state)
+{
+    start(state, QStringLiteral(PELLARVINE_EMPTY_WINDOW), {});
+}
+
+void gallery(benchmark::State &state)
+{
+    start(state, QStringLiteral(PELLARVINE_GALLERY), { u"--exit-when-shown"_s });
+}
+
+BENCHMARK(emptyWindow)->Name("window/empty")->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(gallery)->Name("window/gallery")->UseRealTime()->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    return runBenchmarks(argc, argv,
+                         { { .name = "window-start",
+                             .subject = "window/gallery",
+                             .baseline = "window/empty",
+                             .kind = Goal::timeAtMost,
+                             .limit = 1.3 } });
+}

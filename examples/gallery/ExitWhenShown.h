@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QApplication>
+#include <QEvent>
+#include <QTimer>
+#include <QWindow>
+
+/// Ends the program once a window has been painted on the screen for the first time, for measuring
+/// how long that takes.
+class ExitWhenShown : public QObject
+{
+public:
+    explicit ExitWhenShown(QApplication &application)
+        : QObject(&application)
+    {
+        application.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Expose && static_cast<QWindow *>(watched)->isExposed())
+            QTimer::singleShot(0, this, [] { QCoreApplication::exit(); }); // painting comes first
+        return false;
+    }
+};
