@@ -24,7 +24,8 @@ double spaceHeight(const QWidget *widget)
 {
     if (!widget->isWindow())
         return widget->parentWidget()->height();
-    const QRect screen = widget->screen()->geometry();
+    // Whichever screen the window is on: one space for all, so that frames can be compared and set.
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
     return screen.y() + screen.height();
 }
 

@@ -22,7 +22,8 @@ namespace NS {
 
 // Coordinates
 
-/// The widget's rectangle in its parent; a window's in its screen.
+/// The widget's rectangle in its parent; a window's from the primary screen's lower left corner, in
+/// one space for all screens.
 PELLARVINE_EXPORT QRectF frame(const QWidget *widget);
 
 /// Moves and resizes the widget. Qt places widgets on whole units: each edge goes to the nearest

@@ -16,7 +16,7 @@ target_include_directories(Pellarvine PUBLIC
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_link_libraries(Pellarvine PUBLIC Qt6::Core Qt6::Gui Qt6::Widgets
                       PRIVATE Fontconfig::Fontconfig ICU::i18n ICU::uc OpenSSL::Crypto
-                              Qt6::UiTools)
+                              PkgConfig::xcb Qt6::UiTools)
 if(BUILD_TESTING OR PELLARVINE_BENCHMARKS OR PELLARVINE_FUZZ)
   # Tests, benchmarks and fuzz targets reach a few internals.
   target_compile_definitions(Pellarvine PUBLIC $<BUILD_INTERFACE:PELLARVINE_EXPORT_INTERNALS>)

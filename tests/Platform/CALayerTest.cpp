@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "Pictures.h"
+
 #include <pellarvine/Platform/NSView+Layer.h>
 #include <pellarvine/Platform/NSView.h>
 
@@ -10,24 +12,12 @@
 
 namespace {
 
-const QColor ground(Qt::darkCyan);
-
 std::shared_ptr<CA::Layer> makeLayer(const QRectF &frame, const QColor &color)
 {
     auto layer = std::make_shared<CA::Layer>();
     layer->setFrame(frame);
     layer->setBackgroundColor(color);
     return layer;
-}
-
-// What the widget looks like on a screen of that scale, before a ground of its own colour.
-QImage picture(QWidget &widget, int scale)
-{
-    QImage image(widget.size() * scale, QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(scale);
-    image.fill(ground);
-    widget.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-    return image;
 }
 
 // Draws a dot in its middle, and lays out a layer as a view would.

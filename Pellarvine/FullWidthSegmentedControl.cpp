@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/FullWidthSegmentedControl.h>
+#include <pellarvine/Platform/NSView.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Pellarvine {
+
+namespace {
+
+constexpr double border = 2.0; // the line around the control, on both sides
+constexpr double divider = 1.0;
+
+} // namespace
+
+struct FullWidthSegmentedControl::Private
+{
+    int spreadWidth = -1; // the control's when its segments were last spread
+};
+
+FullWidthSegmentedControl::FullWidthSegmentedControl(QWidget *parent)
+    : SegmentedControl(parent)
+    , d(std::make_unique<Private>())
+{
+    setSizePolicy({ QSizePolicy::MinimumExpanding, QSizePolicy::Fixed, QSizePolicy::PushButton });
+    connect(this, &SegmentedControl::segmentCountChanged, this,
+            &FullWidthSegmentedControl::spreadSegments);
+}
+
+FullWidthSegmentedControl::~FullWidthSegmentedControl() = default;
+
+void FullWidthSegmentedControl::setFrame(const QRectF &frame)
+{
+    NS::setFrame(this, frame);
+    spreadSegments();
+}
+
+double FullWidthSegmentedControl::widthForSegment(int segment) const
+{
+    // Qt tells a hidden widget of its size when it is shown.
+    if (d->spreadWidth != width())
+        const_cast<FullWidthSegmentedControl *>(this)->spreadSegments();
+    return SegmentedControl::widthForSegment(segment);
+}
+
+QSize FullWidthSegmentedControl::sizeHint() const
+{
+    double widest = 0.0;
+    for (int i = 0; i < segmentCount(); ++i)
+        widest = std::max(widest, fittingWidthForSegment(i));
+    return sizeForSegmentWidths(QList<double>(segmentCount(), widest));
+}
+
+QSize FullWidthSegmentedControl::minimumSizeHint() const
+{
+    double widest = 0.0;
+    for (int i = 0; i < segmentCount(); ++i)
+        widest = std::max(widest, smallestWidthForSegment(i));
+    return sizeForSegmentWidths(QList<double>(segmentCount(), widest));
+}
+
+void FullWidthSegmentedControl::resizeEvent(QResizeEvent *event)
+{
+    SegmentedControl::resizeEvent(event);
+    spreadSegments();
+}
+
+void FullWidthSegmentedControl::spreadSegments()
+{
+    d->spreadWidth = width();
+    const QMarginsF insets = NS::alignmentRectInsets(this);
+    const double available = NS::frame(this).width() - insets.left() - insets.right() - border;
+    const int count = segmentCount();
+    const double each = std::floor(available / count);
+    for (int i = 0; i < count; ++i) {
+        const bool isLast = i == count - 1;
+        setWidth(isLast ? available - (count - 1) * (each + divider) : each, i);
+    }
+}
+
+} // namespace Pellarvine

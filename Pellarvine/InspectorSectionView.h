@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Pellarvine {
+
+/// One section of an inspector: a container with a light grey line along its lower edge, which parts
+/// it from the section below. Give it an accessible name: screen readers call it a group of that
+/// name. Main thread only.
+class PELLARVINE_EXPORT InspectorSectionView : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(bool usesPaletteColors READ usesPaletteColors WRITE setUsesPaletteColors NOTIFY
+                       usesPaletteColorsChanged)
+
+public:
+    explicit InspectorSectionView(QWidget *parent = nullptr);
+    ~InspectorSectionView() override;
+
+    /// Draws in the palette's colours, as `StyleKit` does with a palette. False unless set.
+    bool usesPaletteColors() const;
+    void setUsesPaletteColors(bool usesPaletteColors);
+
+    /// Draws the whole view into the current graphics context, y upwards, whatever the rectangle.
+    Q_INVOKABLE virtual void draw(const QRectF &dirtyRect);
+
+Q_SIGNALS:
+    void usesPaletteColorsChanged(bool usesPaletteColors);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace Pellarvine

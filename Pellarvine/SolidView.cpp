@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/PaletteColors.h>
+#include <pellarvine/Pellarvine/SolidView.h>
+#include <pellarvine/Platform/NSView+Layer.h>
+
+#include <QEvent>
+
+#include <utility>
+
+namespace Pellarvine {
+
+struct SolidView::Private
+{
+    QColor backgroundColor = Qt::white;
+    double radius = 0.0;
+    bool usesPaletteColors = false;
+};
+
+SolidView::SolidView(QWidget *parent)
+    : QWidget(parent)
+    , d(std::make_unique<Private>())
+{ }
+
+SolidView::~SolidView() = default;
+
+QColor SolidView::backgroundColor() const
+{
+    return d->backgroundColor;
+}
+
+void SolidView::setBackgroundColor(const QColor &color)
+{
+    const bool isOther = color != d->backgroundColor;
+    d->backgroundColor = color;
+    ensureLayer();
+    applyBackgroundColor();
+    if (isOther)
+        Q_EMIT backgroundColorChanged(color);
+}
+
+double SolidView::radius() const
+{
+    return d->radius;
+}
+
+void SolidView::setRadius(double radius)
+{
+    const bool isOther = std::exchange(d->radius, radius) != radius;
+    ensureLayer();
+    NS::layer(this)->setCornerRadius(radius);
+    if (isOther)
+        Q_EMIT radiusChanged(radius);
+}
+
+bool SolidView::usesPaletteColors() const
+{
+    return d->usesPaletteColors;
+}
+
+void SolidView::setUsesPaletteColors(bool usesPaletteColors)
+{
+    if (usesPaletteColors == d->usesPaletteColors)
+        return;
+    d->usesPaletteColors = usesPaletteColors;
+    ensureLayer();
+    applyBackgroundColor();
+    Q_EMIT usesPaletteColorsChanged(usesPaletteColors);
+}
+
+void SolidView::awakeFromNib()
+{
+    ensureLayer();
+}
+
+void SolidView::prepareForInterfaceBuilder()
+{
+    ensureLayer();
+}
+
+void SolidView::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && d->usesPaletteColors)
+        applyBackgroundColor();
+}
+
+void SolidView::ensureLayer()
+{
+    if (NS::wantsLayer(this))
+        return;
+    NS::setWantsLayer(this, true);
+    NS::layer(this)->setCornerRadius(d->radius);
+    applyBackgroundColor();
+}
+
+void SolidView::applyBackgroundColor()
+{
+    if (const auto layer = NS::layer(this)) {
+        layer->setBackgroundColor(d->usesPaletteColors ? detail::paper(palette())
+                                                       : d->backgroundColor);
+    }
+}
+
+} // namespace Pellarvine

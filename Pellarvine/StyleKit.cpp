@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/PaletteColors.h>
+#include <pellarvine/Pellarvine/StyleKit.h>
+#include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/NSGraphicsContext.h>
+
+#include <QPainter>
+
+namespace Pellarvine {
+
+namespace {
+
+constexpr double thickness = 1.0;
+
+// How much ink makes the two greys of white paper.
+constexpr double gray = 1.0 - 0.5;
+constexpr double lightGray = 1.0 - 2.0 / 3.0;
+
+QColor fixedGray(double ink)
+{
+    const auto white = float(1.0 - ink);
+    return QColor::fromRgbF(white, white, white);
+}
+
+void fill(const QRectF &rect, const QColor &color)
+{
+    if (QPainter *const painter = NS::GraphicsContext::current())
+        painter->fillRect(rect, color);
+    else
+        printWarning("Warning: there is no graphics context to draw into");
+}
+
+void fillLine(const QRectF &frame, const QColor &color)
+{
+    fill({ frame.left(), frame.top(), frame.width(), thickness }, color);
+}
+
+void fillToolbar(const QRectF &frame, const QColor &line, const QColor &background)
+{
+    fillLine(frame, line);
+    // A rectangle of negative height would cover the line.
+    if (background.isValid() && frame.height() > thickness)
+        fill(frame.adjusted(0, thickness, 0, 0), background);
+}
+
+} // namespace
+
+StyleKit::StyleKit(QObject *parent)
+    : QObject(parent)
+{ }
+
+StyleKit::~StyleKit() = default;
+
+void StyleKit::drawToolbar(const QRectF &frame, bool opaqueBackground)
+{
+    fillToolbar(frame, fixedGray(gray), opaqueBackground ? QColor(Qt::white) : QColor());
+}
+
+void StyleKit::drawToolbar(const QRectF &frame, bool opaqueBackground, const QPalette &palette)
+{
+    fillToolbar(frame, detail::ink(palette, gray),
+                opaqueBackground ? detail::paper(palette) : QColor());
+}
+
+void StyleKit::drawInspectorSection(const QRectF &frame)
+{
+    fillLine(frame, fixedGray(lightGray));
+}
+
+void StyleKit::drawInspectorSection(const QRectF &frame, const QPalette &palette)
+{
+    fillLine(frame, detail::ink(palette, lightGray));
+}
+
+} // namespace Pellarvine

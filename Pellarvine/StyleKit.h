@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QObject>
+#include <QRectF>
+
+QT_FORWARD_DECLARE_CLASS(QPalette)
+
+namespace Pellarvine {
+
+/// The drawings that tool bars and inspectors share, flat and without gradients:
+///
+///     const NS::GraphicsContext context(painter); // y grows upwards
+///     Pellarvine::StyleKit::drawToolbar(QRectF(0, 0, 300, 40));
+///
+/// They draw into the current NS::GraphicsContext, in units of the screen with y growing upwards:
+/// the lines lie along the lower edge. Without a current context they draw nothing and print a
+/// warning. The colours are fixed, unless a palette is given: its text then stands for the black in
+/// them and its base for the white. Any thread that has a context.
+class PELLARVINE_EXPORT StyleKit : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit StyleKit(QObject *parent = nullptr);
+    ~StyleKit() override;
+
+    /// A grey line one unit thick and above it, unless what lies behind is to show, white.
+    Q_INVOKABLE static void drawToolbar(const QRectF &frame, bool opaqueBackground = true);
+    Q_INVOKABLE static void drawToolbar(const QRectF &frame, bool opaqueBackground,
+                                        const QPalette &palette);
+
+    /// A light grey line one unit thick and nothing else.
+    Q_INVOKABLE static void drawInspectorSection(const QRectF &frame);
+    Q_INVOKABLE static void drawInspectorSection(const QRectF &frame, const QPalette &palette);
+};
+
+} // namespace Pellarvine

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/AccessibleView.h>
+#include <pellarvine/Pellarvine/StyleKit.h>
+#include <pellarvine/Pellarvine/ToolBarView.h>
+#include <pellarvine/Pellarvine/UpwardPainting.h>
+
+namespace Pellarvine {
+
+struct ToolBarView::Private
+{
+    bool opaqueBackground = true;
+    bool usesPaletteColors = false;
+};
+
+ToolBarView::ToolBarView(QWidget *parent)
+    : QWidget(parent)
+    , d(std::make_unique<Private>())
+{
+    detail::installAccessibleRole<ToolBarView, QAccessible::ToolBar>();
+}
+
+ToolBarView::~ToolBarView() = default;
+
+bool ToolBarView::opaqueBackground() const
+{
+    return d->opaqueBackground;
+}
+
+void ToolBarView::setOpaqueBackground(bool isOpaque)
+{
+    if (isOpaque == d->opaqueBackground)
+        return;
+    d->opaqueBackground = isOpaque;
+    update();
+    Q_EMIT opaqueBackgroundChanged(isOpaque);
+}
+
+bool ToolBarView::usesPaletteColors() const
+{
+    return d->usesPaletteColors;
+}
+
+void ToolBarView::setUsesPaletteColors(bool usesPaletteColors)
+{
+    if (usesPaletteColors == d->usesPaletteColors)
+        return;
+    d->usesPaletteColors = usesPaletteColors;
+    update();
+    Q_EMIT usesPaletteColorsChanged(usesPaletteColors);
+}
+
+void ToolBarView::draw(const QRectF &)
+{
+    if (d->usesPaletteColors)
+        StyleKit::drawToolbar(NS::bounds(this), d->opaqueBackground, palette());
+    else
+        StyleKit::drawToolbar(NS::bounds(this), d->opaqueBackground);
+}
+
+void ToolBarView::paintEvent(QPaintEvent *event)
+{
+    detail::paintUpwards(*this, *event);
+}
+
+} // namespace Pellarvine

@@ -1,0 +1,356 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/Window.h>
+#include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/NSLayoutAnchor.h>
+#include <pellarvine/Platform/NSTitlebarAccessoryViewController.h>
+#include <pellarvine/Platform/NSView.h>
+
+#include <QAbstractButton>
+#include <QPointer>
+
+#include <optional>
+
+using NS::LayoutAttribute;
+using NS::LayoutConstraint;
+using NS::TitlebarAccessoryViewController;
+using NS::WindowButton;
+
+namespace Pellarvine {
+
+namespace {
+
+// The parent is the only one who would delete it.
+void deleteIfUnowned(QWidget *view)
+{
+    if (view && !view->parent())
+        delete view;
+}
+
+} // namespace
+
+struct Window::Private
+{
+    bool centerTrafficLightButtons = true;
+    bool hidesTitle = false;
+    double trafficLightHorizontalMargin = 0.0;
+    double trafficLightVerticalMargin = 0.0;
+    double trafficLightGap = 6.0;
+    QPointer<QWidget> innerTitleBarView;
+    QPointer<QWidget> toolbarView;
+    double titleBarHeight = 0.0;
+
+    double trafficLightSpan = 0.0;
+    double trafficLightHeight = 0.0;
+    std::optional<double> defaultTitleBarHeight;
+    QPointer<TitlebarAccessoryViewController> dummyTitleBarAccessoryViewController;
+
+    double standardHeight()
+    {
+        if (!defaultTitleBarHeight) {
+            const QRectF frame(0, 0, 800, 600);
+            defaultTitleBarHeight =
+                    frame.height() - contentRectForFrameRect(frame, titled).height();
+        }
+        return *defaultTitleBarHeight;
+    }
+};
+
+Window::Window(QWidget *parent)
+    : NS::Window(parent)
+    , d(std::make_unique<Private>())
+{ }
+
+Window::Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent)
+    : NS::Window(contentRect, styleMask, parent)
+    , d(std::make_unique<Private>())
+{ }
+
+Window::~Window()
+{
+    deleteIfUnowned(d->innerTitleBarView);
+    deleteIfUnowned(d->toolbarView);
+}
+
+// Properties
+
+bool Window::centerTrafficLightButtons() const
+{
+    return d->centerTrafficLightButtons;
+}
+
+void Window::setCenterTrafficLightButtons(bool areCentered)
+{
+    if (areCentered == d->centerTrafficLightButtons)
+        return;
+    d->centerTrafficLightButtons = areCentered;
+    setNeedsLayout();
+    Q_EMIT centerTrafficLightButtonsChanged(areCentered);
+}
+
+bool Window::hidesTitle() const
+{
+    return d->hidesTitle;
+}
+
+void Window::setHidesTitle(bool hidesTitle)
+{
+    const bool isChange = hidesTitle != d->hidesTitle;
+    d->hidesTitle = hidesTitle;
+    setTitleVisibility(hidesTitle ? titleHidden : titleVisible);
+    if (isChange)
+        Q_EMIT hidesTitleChanged(hidesTitle);
+}
+
+double Window::trafficLightHorizontalMargin() const
+{
+    return d->trafficLightHorizontalMargin;
+}
+
+void Window::setTrafficLightHorizontalMargin(double margin)
+{
+    if (margin == d->trafficLightHorizontalMargin)
+        return;
+    d->trafficLightHorizontalMargin = margin;
+    setNeedsLayout();
+    Q_EMIT trafficLightHorizontalMarginChanged(margin);
+}
+
+double Window::trafficLightVerticalMargin() const
+{
+    return d->trafficLightVerticalMargin;
+}
+
+void Window::setTrafficLightVerticalMargin(double margin)
+{
+    if (margin == d->trafficLightVerticalMargin)
+        return;
+    d->trafficLightVerticalMargin = margin;
+    setNeedsLayout();
+    Q_EMIT trafficLightVerticalMarginChanged(margin);
+}
+
+double Window::trafficLightGap() const
+{
+    return d->trafficLightGap;
+}
+
+void Window::setTrafficLightGap(double gap)
+{
+    if (gap == d->trafficLightGap)
+        return;
+    d->trafficLightGap = gap;
+    setNeedsLayout();
+    Q_EMIT trafficLightGapChanged(gap);
+}
+
+QWidget *Window::innerTitleBarView() const
+{
+    return d->innerTitleBarView;
+}
+
+void Window::setInnerTitleBarView(QWidget *view)
+{
+    if (view == d->innerTitleBarView)
+        return;
+    deleteIfUnowned(d->innerTitleBarView);
+    d->innerTitleBarView = view;
+    Q_EMIT innerTitleBarViewChanged(view);
+}
+
+QWidget *Window::toolbarView() const
+{
+    return d->toolbarView;
+}
+
+void Window::setToolbarView(QWidget *view)
+{
+    if (view == d->toolbarView)
+        return;
+    deleteIfUnowned(d->toolbarView);
+    d->toolbarView = view;
+    Q_EMIT toolbarViewChanged(view);
+}
+
+QWidget *Window::titleBarView() const
+{
+    const QAbstractButton *const closeButton = standardWindowButton(WindowButton::close);
+    return closeButton ? closeButton->parentWidget() : nullptr;
+}
+
+QLabel *Window::titleBarTextField() const
+{
+    const QWidget *const titleBar = titleBarView();
+    return titleBar ? titleBar->findChild<QLabel *>(QString(), Qt::FindDirectChildrenOnly)
+                    : nullptr;
+}
+
+// Growing the title bar
+
+double Window::titleBarHeight() const
+{
+    return d->titleBarHeight;
+}
+
+void Window::setTitleBarHeight(double height)
+{
+    const double old = d->titleBarHeight;
+    const double standard = d->standardHeight();
+    const double h = height <= standard ? standard : height;
+    d->titleBarHeight = h;
+
+    if (TitlebarAccessoryViewController *const previous = d->dummyTitleBarAccessoryViewController) {
+        removeTitlebarAccessoryViewControllerAtIndex(0); // taken to be it
+        if (!previous->parent())
+            delete previous;
+    }
+    auto *const view = new QWidget;
+    view->setFixedWidth(10);
+    view->resize(10, qRound(h - standard));
+    auto *const controller = new TitlebarAccessoryViewController;
+    d->dummyTitleBarAccessoryViewController = controller;
+    controller->setView(view);
+    controller->setFullScreenMinHeight(h);
+    addTitlebarAccessoryViewController(controller);
+
+    // From the value stored before, which at first is 0 and not the standard height: that is meant.
+    const double difference = old - h;
+    const QRectF before = frame();
+    NS::Window::setFrame(QRectF(before.x(), before.y() - difference, before.width(),
+                                before.height() + difference),
+                         false);
+    if (h != old)
+        Q_EMIT titleBarHeightChanged(h);
+}
+
+// Set-up after loading
+
+void Window::awakeFromNib()
+{
+    NS::Window::awakeFromNib();
+    const QAbstractButton *closeButton = standardWindowButton(WindowButton::close);
+    if (!closeButton)
+        return printWarning("Warning: Window can't resolve close button!");
+    const QWidget *const parent = closeButton->parentWidget();
+    if (!parent)
+        fatalError("The window's close button is in no view");
+
+    const QRectF closeFrame = NS::frame(closeButton);
+    if (d->trafficLightHorizontalMargin == 0.0)
+        setTrafficLightHorizontalMargin(closeFrame.left());
+    if (d->trafficLightVerticalMargin == 0.0) {
+        const double top = closeFrame.y() + closeFrame.height(); // y grows upwards
+        setTrafficLightVerticalMargin(NS::frame(parent).height() - top);
+    }
+    d->trafficLightSpan = closeFrame.width() * 3.0 + d->trafficLightGap + d->trafficLightGap;
+    d->trafficLightHeight = closeFrame.height();
+    setTitleVisibility(d->hidesTitle ? titleHidden : titleVisible);
+
+    QWidget *const titleBar = titleBarView();
+    if (!titleBar)
+        return printWarning("Warning: Window can't resolve title bar view!");
+    const double hm = d->trafficLightHorizontalMargin;
+    const double vm = d->trafficLightVerticalMargin;
+    const double lh = d->trafficLightHeight;
+
+    const auto adopt = [titleBar](QWidget *view) {
+        NS::setTranslatesAutoresizingMaskIntoConstraints(view, false);
+        view->setParent(nullptr);
+        NS::addSubview(titleBar, view);
+    };
+    if (QWidget *const inner = d->innerTitleBarView) {
+        adopt(inner);
+        LayoutConstraint::activateConstraints({
+                NS::leadingAnchor(inner).constraintEqualToAnchor(NS::leadingAnchor(titleBar),
+                                                                 2.0 * hm),
+                // Not negated: it reaches beyond the title bar by as much as it starts inside.
+                NS::trailingAnchor(inner).constraintEqualToAnchor(NS::trailingAnchor(titleBar),
+                                                                  2.0 * hm),
+                NS::topAnchor(inner).constraintEqualToAnchor(NS::topAnchor(titleBar), vm),
+        });
+        const bool isCentered = d->centerTrafficLightButtons;
+        LayoutConstraint::make(inner, LayoutAttribute::bottom, NS::LayoutRelation::equal, titleBar,
+                               isCentered ? LayoutAttribute::bottom : LayoutAttribute::top, 1.0,
+                               isCentered ? -vm : vm + lh)
+                ->setActive(true);
+    }
+    if (QWidget *const toolbar = d->toolbarView) {
+        adopt(toolbar);
+        LayoutConstraint::activateConstraints({
+                NS::leadingAnchor(toolbar).constraintEqualToAnchor(NS::leadingAnchor(titleBar), hm),
+                NS::trailingAnchor(toolbar).constraintEqualToAnchor(NS::trailingAnchor(titleBar),
+                                                                    -hm),
+                NS::topAnchor(toolbar).constraintEqualToAnchor(NS::topAnchor(titleBar),
+                                                               2.0 * vm + lh),
+                NS::bottomAnchor(toolbar).constraintEqualToAnchor(NS::bottomAnchor(titleBar), -vm),
+        });
+    }
+}
+
+// The layout pass
+
+double Window::verticalPlace(const QWidget *item) const
+{
+    const QWidget *const parent = item->parentWidget();
+    if (!parent)
+        fatalError("An item of the window's title bar is in no view");
+    const double room = NS::frame(parent).height();
+    const double height = NS::frame(item).height();
+    return d->centerTrafficLightButtons ? room * 0.5 - height * 0.5
+                                        : room - height - d->trafficLightVerticalMargin;
+}
+
+void Window::layoutIfNeeded()
+{
+    // A missing button leaves its place empty.
+    int position = 0;
+    for (const WindowButton kind :
+         { WindowButton::close, WindowButton::miniaturize, WindowButton::zoom }) {
+        if (QAbstractButton *const button = standardWindowButton(kind)) {
+            const QRectF frame = NS::frame(button);
+            const double x = d->trafficLightHorizontalMargin
+                             + (frame.width() + d->trafficLightGap) * position;
+            NS::setFrame(button, QRectF(x, verticalPlace(button), frame.width(), frame.height()));
+        }
+        ++position;
+    }
+    for (QWidget *const item :
+         { static_cast<QWidget *>(standardWindowButton(WindowButton::documentIcon)),
+           static_cast<QWidget *>(standardWindowButton(WindowButton::documentVersions)),
+           static_cast<QWidget *>(titleBarTextField()) }) {
+        if (!item)
+            continue;
+        const QRectF frame = NS::frame(item);
+        NS::setFrame(item, QRectF(frame.x(), verticalPlace(item), frame.width(), frame.height()));
+    }
+}
+
+void Window::setNeedsLayout()
+{
+    NS::setNeedsLayout(this);
+}
+
+void Window::windowDidResize(QResizeEvent *) { }
+
+// Overridden for subclasses to find
+
+void Window::setFrame(const QRectF &frame, bool display)
+{
+    NS::Window::setFrame(frame, display);
+}
+
+void Window::setFrame(const QRectF &frame, bool display, bool animate)
+{
+    NS::Window::setFrame(frame, display, animate);
+}
+
+bool Window::restoreState(const QByteArray &state)
+{
+    return NS::Window::restoreState(state);
+}
+
+void Window::orderFront()
+{
+    NS::Window::orderFront();
+}
+
+} // namespace Pellarvine

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/NSWindow.h>
+
+#include <QLabel>
+
+namespace Pellarvine {
+
+/// A window with a title bar of any height, whose buttons stand where you want them, and with two
+/// views of your own in it:
+///
+///     auto *const window = new Pellarvine::Window;
+///     window->setTitleBarHeight(52);
+///     window->setTrafficLightHorizontalMargin(12);
+///     window->setInnerTitleBarView(searchField);
+///     window->awakeFromNib(); // adopts the views; a window from an interface file does it itself
+///     window->show();
+///
+/// The margins, the gap and the centring take effect at the next layout pass, the views and the
+/// margins' standard values in awakeFromNib(). Lengths are in units of the screen. Main thread only.
+class PELLARVINE_EXPORT Window : public NS::Window
+{
+    Q_OBJECT
+    Q_PROPERTY(bool centerTrafficLightButtons READ centerTrafficLightButtons WRITE
+                       setCenterTrafficLightButtons NOTIFY centerTrafficLightButtonsChanged)
+    Q_PROPERTY(bool hidesTitle READ hidesTitle WRITE setHidesTitle NOTIFY hidesTitleChanged)
+    Q_PROPERTY(double trafficLightHorizontalMargin READ trafficLightHorizontalMargin WRITE
+                       setTrafficLightHorizontalMargin NOTIFY trafficLightHorizontalMarginChanged)
+    Q_PROPERTY(double trafficLightVerticalMargin READ trafficLightVerticalMargin WRITE
+                       setTrafficLightVerticalMargin NOTIFY trafficLightVerticalMarginChanged)
+    Q_PROPERTY(double trafficLightGap READ trafficLightGap WRITE setTrafficLightGap NOTIFY
+                       trafficLightGapChanged)
+    Q_PROPERTY(QWidget *innerTitleBarView READ innerTitleBarView WRITE setInnerTitleBarView NOTIFY
+                       innerTitleBarViewChanged)
+    Q_PROPERTY(QWidget *toolbarView READ toolbarView WRITE setToolbarView NOTIFY toolbarViewChanged)
+    Q_PROPERTY(double titleBarHeight READ titleBarHeight WRITE setTitleBarHeight NOTIFY
+                       titleBarHeightChanged)
+    Q_PROPERTY(QWidget *titleBarView READ titleBarView STORED false)
+    Q_PROPERTY(QLabel *titleBarTextField READ titleBarTextField STORED false)
+
+public:
+    explicit Window(QWidget *parent = nullptr);
+    Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent = nullptr);
+    ~Window() override;
+
+    /// Whether buttons and title stand in the vertical middle of the title bar, or
+    /// `trafficLightVerticalMargin` below its top edge. True unless set.
+    bool centerTrafficLightButtons() const;
+    void setCenterTrafficLightButtons(bool areCentered);
+
+    /// Hides the title at once. False unless set.
+    bool hidesTitle() const;
+    void setHidesTitle(bool hidesTitle);
+
+    /// From the title bar's left edge to the close button. 0 is replaced by the standard place in
+    /// awakeFromNib().
+    double trafficLightHorizontalMargin() const;
+    void setTrafficLightHorizontalMargin(double margin);
+
+    /// From the title bar's top edge to the buttons, and around the two views. Likewise.
+    double trafficLightVerticalMargin() const;
+    void setTrafficLightVerticalMargin(double margin);
+
+    /// Between two buttons. 6 unless set.
+    double trafficLightGap() const;
+    void setTrafficLightGap(double gap);
+
+    /// A view across the band of the buttons: from twice the horizontal margin on, to as far beyond
+    /// the trailing edge. It lies below the buttons but is not kept clear of them. The window owns
+    /// it, as the next one, and shows it once awakeFromNib() has run. Null unless set.
+    QWidget *innerTitleBarView() const;
+    void setInnerTitleBarView(QWidget *view);
+
+    /// A view between the margins, below the band of the buttons.
+    QWidget *toolbarView() const;
+    void setToolbarView(QWidget *view);
+
+    /// Of the whole title bar; at least the standard height. Each call, with an equal value too,
+    /// exchanges the accessory at index 0 for one of the height that is missing, and gives the
+    /// window's frame the difference to the value before. That is 0 at first: the first call makes
+    /// the window lower by the standard height.
+    double titleBarHeight() const;
+    void setTitleBarHeight(double height);
+
+    /// The view that the close button is in; null without one.
+    QWidget *titleBarView() const;
+    /// The field in which the title stands; null without a title bar.
+    QLabel *titleBarTextField() const;
+
+    void setFrame(const QRectF &frame, bool display) override;
+    void setFrame(const QRectF &frame, bool display, bool animate) override;
+    using NS::Window::setFrame;
+    bool restoreState(const QByteArray &state) override;
+    void orderFront() override;
+    void awakeFromNib() override;
+    /// Places the buttons and the title. Nothing else is laid out here.
+    void layoutIfNeeded() override;
+
+Q_SIGNALS:
+    void centerTrafficLightButtonsChanged(bool areCentered);
+    void hidesTitleChanged(bool hidesTitle);
+    void trafficLightHorizontalMarginChanged(double margin);
+    void trafficLightVerticalMarginChanged(double margin);
+    void trafficLightGapChanged(double gap);
+    void innerTitleBarViewChanged(QWidget *view);
+    void toolbarViewChanged(QWidget *view);
+    void titleBarHeightChanged(double height);
+
+protected:
+    void windowDidResize(QResizeEvent *notification) override;
+
+private:
+    void setNeedsLayout();
+    double verticalPlace(const QWidget *item) const;
+
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace Pellarvine

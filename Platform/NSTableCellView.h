@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QVariant>
+#include <QWidget>
+
+#include <memory>
+
+namespace NS {
+
+/// What a cell of a table, list or tree shows, made of widgets:
+///
+///     auto *const cell = new NS::TableCellView;
+///     auto *const layout = new QHBoxLayout(cell);
+///     layout->addWidget(icon);
+///     layout->addWidget(name);
+///     cell->setImageView(icon);
+///     cell->setTextField(name);
+///     cell->setObjectValue(u"Rosa damascena"_s); // name's text
+///     table->setCellWidget(row, column, cell);
+///
+/// Placed by `setCellWidget`, `setItemWidget` or `setIndexWidget`, the cell sees for itself whether
+/// it is selected. `NS::TableCellDelegate` paints a whole column with a single one. The cell itself
+/// draws nothing: the table's own background and selection lie behind it. Main thread only.
+class PELLARVINE_EXPORT TableCellView : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(QVariant objectValue READ objectValue WRITE setObjectValue NOTIFY objectValueChanged
+                       USER true)
+    Q_PROPERTY(QWidget *textField READ textField WRITE setTextField NOTIFY textFieldChanged
+                       DESIGNABLE false)
+    Q_PROPERTY(QWidget *imageView READ imageView WRITE setImageView NOTIFY imageViewChanged
+                       DESIGNABLE false)
+    Q_PROPERTY(BackgroundStyle backgroundStyle READ backgroundStyle WRITE setBackgroundStyle NOTIFY
+                       backgroundStyleChanged)
+
+public:
+    enum class BackgroundStyle {
+        normal,
+        emphasized, ///< the highlight colour of a selected row
+    };
+    Q_ENUM(BackgroundStyle)
+
+    explicit TableCellView(QWidget *parent = nullptr);
+    ~TableCellView() override;
+
+    /// What the cell stands for; invalid unless set. Text and numbers are written to the text
+    /// field's property `text`, pictures (QIcon, QPixmap, QImage) to the image view's `pixmap` or
+    /// `image`. For anything else connect to `objectValueChanged` or bind to the value.
+    QVariant objectValue() const;
+    void setObjectValue(const QVariant &value);
+
+    /// The outlets: any widgets, as a rule below the cell, which does not own them. Null unless set,
+    /// and once the widget is gone.
+    QWidget *textField() const;
+    void setTextField(QWidget *textField);
+    QWidget *imageView() const;
+    void setImageView(QWidget *imageView);
+
+    /// On an emphasized background, labels below the cell are drawn in the palette's highlighted
+    /// text colour, also those that are dimmed by `QPalette::PlaceholderText`. Follows the selection
+    /// wherever a view has placed the cell; `normal` unless set elsewhere.
+    BackgroundStyle backgroundStyle() const;
+    void setBackgroundStyle(BackgroundStyle style);
+
+Q_SIGNALS:
+    void objectValueChanged(const QVariant &value);
+    void textFieldChanged(QWidget *textField);
+    void imageViewChanged(QWidget *imageView);
+    void backgroundStyleChanged(NS::TableCellView::BackgroundStyle style);
+
+protected:
+    bool event(QEvent *event) override;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace NS

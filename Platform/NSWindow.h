@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QUrl>
+#include <QWidget>
+
+#include <memory>
+
+QT_FORWARD_DECLARE_CLASS(QAbstractButton)
+
+namespace NS {
+
+class TitlebarAccessoryViewController;
+
+enum class WindowButton {
+    close = 0,
+    miniaturize = 1,
+    zoom = 2,
+    documentIcon = 4,
+    documentVersions = 6,
+};
+
+/// A window that draws its own title bar and leaves the rest to the desktop: moving, resizing by
+/// eight edges, snapping, maximising, the window menu.
+///
+///     NS::Window window;
+///     window.setWindowTitle(tr("Letters"));
+///     window.setContentView(new QMainWindow); // or any widget, or a layout on the window itself
+///     window.show();
+///
+/// The title bar is 22 units high and more with accessories. It is a view like others: a child of
+/// it that takes a press keeps it, and everything else of the bar moves the window. Title, icon,
+/// sizes, state and closing are QWidget's. Main thread only.
+///
+/// Frames are in units with y upwards from the lower left corner of the primary screen, in one
+/// space for all screens. On Wayland nobody but the compositor places windows: there the origin
+/// means nothing, and only the size of a frame that is set has an effect.
+class PELLARVINE_EXPORT Window : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(QRectF frame READ frame WRITE setFrame NOTIFY frameChanged STORED false)
+    Q_PROPERTY(StyleMask styleMask READ styleMask WRITE setStyleMask NOTIFY styleMaskChanged)
+    Q_PROPERTY(QWidget *contentView READ contentView WRITE setContentView NOTIFY contentViewChanged)
+    Q_PROPERTY(TitleVisibility titleVisibility READ titleVisibility WRITE setTitleVisibility NOTIFY
+                       titleVisibilityChanged)
+    Q_PROPERTY(QUrl representedURL READ representedURL WRITE setRepresentedURL NOTIFY
+                       representedURLChanged)
+    Q_PROPERTY(bool movableByWindowBackground READ isMovableByWindowBackground WRITE
+                       setMovableByWindowBackground NOTIFY movableByWindowBackgroundChanged)
+    Q_PROPERTY(bool fullKeyboardAccess READ hasFullKeyboardAccess WRITE setFullKeyboardAccess NOTIFY
+                       fullKeyboardAccessChanged)
+    Q_PROPERTY(bool nativeDecorations READ hasNativeDecorations WRITE setNativeDecorations NOTIFY
+                       nativeDecorationsChanged)
+
+public:
+    enum StyleMaskFlag {
+        borderless = 0,
+        titled = 1 << 0, ///< without it there is no title bar and no button
+        closable = 1 << 1,
+        miniaturizable = 1 << 2,
+        resizable = 1 << 3, ///< by edges, zoom and full screen
+        fullSizeContentView = 1 << 15, ///< the content reaches up behind the title bar
+    };
+    Q_DECLARE_FLAGS(StyleMask, StyleMaskFlag)
+    Q_FLAG(StyleMask)
+
+    enum TitleVisibility {
+        titleVisible = 0,
+        titleHidden = 1
+    };
+    Q_ENUM(TitleVisibility)
+
+    /// Titled, closable, miniaturisable and resizable.
+    explicit Window(QWidget *parent = nullptr);
+    /// With that place and size for what is below the title bar, in screen coordinates.
+    Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent = nullptr);
+    ~Window() override;
+
+    /// What the content gets of a frame, and the reverse: for a title bar without accessories.
+    static QRectF contentRectForFrameRect(const QRectF &frame, StyleMask styleMask);
+    static QRectF frameRectForContentRect(const QRectF &content, StyleMask styleMask);
+
+    QRectF frame() const;
+    void setFrame(const QRectF &frame);
+    /// Rounded to whole units; minimum and maximum size hold, keeping the upper left corner. Does
+    /// nothing while the window is maximised or full screen. `display` repaints before it returns.
+    virtual void setFrame(const QRectF &frame, bool display);
+    /// Gets there within a fifth of a second if `animate`.
+    virtual void setFrame(const QRectF &frame, bool display, bool animate);
+
+    StyleMask styleMask() const;
+    void setStyleMask(StyleMask styleMask);
+
+    /// Null unless set. The window owns it, lays it out below the title bar and deletes the one
+    /// before it. A layout that is set on the window instead has the same room.
+    QWidget *contentView() const;
+    void setContentView(QWidget *view);
+
+    TitleVisibility titleVisibility() const;
+    virtual void setTitleVisibility(TitleVisibility visibility);
+
+    /// The document that the window shows: its icon stands beside the title, with a menu of the
+    /// folders that it is in. Empty unless set.
+    QUrl representedURL() const;
+    void setRepresentedURL(const QUrl &url);
+
+    /// Null where the style mask lacks it, or where there is no document.
+    virtual QAbstractButton *standardWindowButton(WindowButton kind) const;
+
+    /// Stacked below the standard title bar in order. Adding or removing one keeps the window's top
+    /// edge and the size of its content: the window grows and shrinks at the bottom, unless it is
+    /// maximised or full screen. The window owns the controllers that it has; afterwards nobody does.
+    /// An index out of range is a fatal error.
+    void addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller);
+    void removeTitlebarAccessoryViewControllerAtIndex(int index);
+    QList<TitlebarAccessoryViewController *> titlebarAccessoryViewControllers() const;
+
+    /// Whether content that takes no press moves the window as the title bar does. False unless set.
+    bool isMovableByWindowBackground() const;
+    void setMovableByWindowBackground(bool isMovable);
+
+    /// Whether Tab reaches the standard buttons. False unless set.
+    bool hasFullKeyboardAccess() const;
+    void setFullKeyboardAccess(bool hasAccess);
+
+    /// Leaves title, buttons, moving and resizing to the desktop's own frame; accessories and other
+    /// views in the title bar stay below it. False unless set. Hides a visible window for a moment.
+    bool hasNativeDecorations() const;
+    void setNativeDecorations(bool areNative);
+
+    /// Geometry and state, also across screens. False if `state` is none.
+    virtual QByteArray saveState() const;
+    virtual bool restoreState(const QByteArray &state);
+
+    /// Called once everything from an interface file is set.
+    Q_INVOKABLE virtual void awakeFromNib();
+
+    /// Runs on each layout pass, and when called: brings the layouts of the window up to date.
+    virtual void layoutIfNeeded();
+    /// The layout pass, which `NS::setNeedsLayout` and a change of size ask for.
+    Q_INVOKABLE virtual void performLayout();
+
+public Q_SLOTS:
+    /// In front of the program's other windows, without taking the focus.
+    virtual void orderFront();
+    virtual void orderOut(); ///< hides it
+    void performClose(); ///< as the close button does; beeps where there is none
+    void miniaturize();
+    void zoom(); ///< maximises or restores; not if it is not resizable, or in full screen
+    void toggleFullScreen();
+
+Q_SIGNALS:
+    void frameChanged(const QRectF &frame);
+    void styleMaskChanged(NS::Window::StyleMask styleMask);
+    void contentViewChanged(QWidget *view);
+    void titleVisibilityChanged(NS::Window::TitleVisibility visibility);
+    void representedURLChanged(const QUrl &url);
+    void movableByWindowBackgroundChanged(bool isMovable);
+    void fullKeyboardAccessChanged(bool hasAccess);
+    void nativeDecorationsChanged(bool areNative);
+    /// The button beside the title, which shows once somebody is connected, was clicked.
+    void documentVersionsRequested();
+
+protected:
+    virtual void windowDidResize(QResizeEvent *notification);
+
+    bool event(QEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void connectNotify(const QMetaMethod &signal) override;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+Q_DECLARE_OPERATORS_FOR_FLAGS(Window::StyleMask)
+
+} // namespace NS

@@ -1,0 +1,380 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/NSTitlebarAccessoryViewController.h>
+#include <pellarvine/Platform/NSView.h>
+#include <pellarvine/Platform/StandardWindowButton.h>
+#include <pellarvine/Platform/TitleBarView.h>
+#include <pellarvine/Platform/TitleField.h>
+#include <pellarvine/Platform/WindowDrag.h>
+
+#include <QChildEvent>
+#include <QContextMenuEvent>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QFontMetrics>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+#include <cmath>
+
+namespace NS {
+
+namespace {
+
+// Of the standard buttons in the standard bar, from its upper left corner.
+constexpr int firstButtonX = 7;
+constexpr int buttonDistance = 20;
+constexpr int buttonY = 3;
+
+constexpr int titleMargin = 8;
+constexpr int documentGap = 4;
+
+constexpr WindowButton controls[] = { WindowButton::close, WindowButton::miniaturize,
+                                      WindowButton::zoom };
+
+int heightOf(TitlebarAccessoryViewController *controller)
+{
+    const QWidget *const view = controller->view();
+    return view ? view->height() : 0;
+}
+
+} // namespace
+
+TitleBarView::TitleBarView(Window *window, WindowDrag *drag)
+    : QWidget(window)
+    , m_window(window)
+    , m_drag(drag)
+{
+    m_title = TitleField::make(this);
+    QFont font = this->font();
+    font.setWeight(QFont::DemiBold);
+    m_title->setFont(font);
+    for (const WindowButton kind : controls) {
+        StandardWindowButton *const button = makeButton(kind);
+        button->setGeometry(firstButtonX + buttonDistance * int(kind), buttonY,
+                            button->sizeHint().width(), button->sizeHint().height());
+        connect(button, &StandardWindowButton::hovered, this, &TitleBarView::showGlyphs);
+    }
+    connect(m_buttons[int(WindowButton::close)], &QAbstractButton::clicked, window,
+            &QWidget::close);
+    connect(m_buttons[int(WindowButton::miniaturize)], &QAbstractButton::clicked, window,
+            &Window::miniaturize);
+    connect(m_buttons[int(WindowButton::zoom)], &QAbstractButton::clicked, window,
+            [window] { window->isFullScreen() ? window->toggleFullScreen() : window->zoom(); });
+
+    StandardWindowButton *const icon = makeButton(WindowButton::documentIcon);
+    connect(icon, &QAbstractButton::clicked, this, [this, icon] {
+        QMenu menu(this);
+        QFileInfo place(m_window->representedURL().toLocalFile());
+        while (!place.filePath().isEmpty() && !place.isRoot()) {
+            place = QFileInfo(place.absolutePath());
+            const QString folder = place.absoluteFilePath();
+            QAction *const entry = menu.addAction(place.isRoot() ? QDir::toNativeSeparators(folder)
+                                                                 : place.fileName());
+            connect(entry, &QAction::triggered, this,
+                    [folder] { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
+        }
+        if (!menu.isEmpty())
+            menu.exec(icon->mapToGlobal(icon->rect().bottomLeft()));
+    });
+    connect(makeButton(WindowButton::documentVersions), &QAbstractButton::clicked, window,
+            &Window::documentVersionsRequested);
+    updateButtons();
+}
+
+StandardWindowButton *TitleBarView::makeButton(WindowButton kind)
+{
+    auto *const button = new StandardWindowButton(kind, this);
+    button->resize(button->sizeHint());
+    m_buttons[int(kind)] = button;
+    return button;
+}
+
+StandardWindowButton *TitleBarView::button(WindowButton kind) const
+{
+    const auto has = [&](Window::StyleMaskFlag flag) {
+        return m_styleMask.testFlag(Window::titled) && m_styleMask.testFlag(flag);
+    };
+    const auto answer = [&] {
+        switch (kind) {
+        case WindowButton::close:
+            return has(Window::closable);
+        case WindowButton::miniaturize:
+            return has(Window::miniaturizable);
+        case WindowButton::zoom:
+            return has(Window::resizable);
+        case WindowButton::documentIcon:
+        case WindowButton::documentVersions:
+            return has(Window::titled) && m_hasDocument;
+        }
+        return false;
+    };
+    return answer() ? m_buttons[int(kind)].data() : nullptr;
+}
+
+void TitleBarView::updateButtons()
+{
+    for (const auto &button : m_buttons) {
+        if (!button || button->parentWidget() != this)
+            continue;
+        const bool isOffered = button->kind() != WindowButton::documentVersions || m_offersVersions;
+        button->setVisible(!m_isBare && isOffered && this->button(button->kind()));
+    }
+    if (m_title)
+        m_title->setVisible(!m_isBare && m_isTitleVisible);
+    arrangeTitle();
+}
+
+void TitleBarView::setStyleMask(Window::StyleMask styleMask)
+{
+    m_styleMask = styleMask;
+    updateButtons();
+}
+
+void TitleBarView::setHasDocument(bool hasDocument)
+{
+    m_hasDocument = hasDocument;
+    updateButtons();
+}
+
+void TitleBarView::setOffersVersions(bool offers)
+{
+    m_offersVersions = offers;
+    updateButtons();
+}
+
+void TitleBarView::setTitleVisible(bool isVisible)
+{
+    m_isTitleVisible = isVisible;
+    updateButtons();
+}
+
+void TitleBarView::setDrawsBackground(bool draws)
+{
+    m_drawsBackground = draws;
+    update();
+}
+
+void TitleBarView::setBare(bool isBare)
+{
+    m_isBare = isBare;
+    updateButtons();
+}
+
+void TitleBarView::setButtonFocusPolicy(Qt::FocusPolicy policy)
+{
+    for (const auto &button : m_buttons) {
+        if (button)
+            button->setFocusPolicy(policy);
+    }
+}
+
+void TitleBarView::insertAccessory(TitlebarAccessoryViewController *controller)
+{
+    m_accessories.append(controller);
+    const auto adopt = [this, controller] {
+        QWidget *const view = controller->view();
+        if (!view)
+            return;
+        NS::addSubview(this, view);
+        view->installEventFilter(this);
+    };
+    adopt();
+    connect(controller, &ViewController::viewChanged, this, [this, adopt] {
+        adopt();
+        Q_EMIT fullHeightChanged();
+    });
+    connect(controller, &TitlebarAccessoryViewController::fullScreenMinHeightChanged, this,
+            &TitleBarView::fullHeightChanged);
+    connect(controller, &QObject::destroyed, this, [this, controller] {
+        m_accessories.removeOne(controller);
+        Q_EMIT fullHeightChanged();
+    });
+    Q_EMIT fullHeightChanged();
+}
+
+void TitleBarView::removeAccessory(int index)
+{
+    TitlebarAccessoryViewController *const controller = m_accessories.takeAt(index);
+    controller->disconnect(this);
+    controller->setParent(nullptr);
+    if (QWidget *const view = controller->view()) {
+        view->removeEventFilter(this);
+        view->setParent(nullptr);
+    }
+    Q_EMIT fullHeightChanged();
+}
+
+int TitleBarView::fullHeight() const
+{
+    int height = standardHeight;
+    for (TitlebarAccessoryViewController *const controller : m_accessories)
+        height += heightOf(controller);
+    return height;
+}
+
+int TitleBarView::fullScreenHeight() const
+{
+    double height = standardHeight;
+    for (const TitlebarAccessoryViewController *const controller : m_accessories)
+        height = std::max(height, controller->fullScreenMinHeight());
+    return std::min(fullHeight(), int(std::ceil(height)));
+}
+
+void TitleBarView::arrange()
+{
+    const QScopedValueRollback<bool> guard(m_isArranging, true);
+    arrangeTitle();
+    arrangeAccessories();
+}
+
+QString TitleBarView::titleText() const
+{
+    QString title = m_window->windowTitle();
+    title.replace(QLatin1String("[*]"), QLatin1String(m_window->isWindowModified() ? "*" : ""));
+    return title;
+}
+
+// The title stands in the middle of the bar, as far as the buttons leave room.
+void TitleBarView::arrangeTitle()
+{
+    if (!m_title)
+        return;
+    int left = titleMargin;
+    for (const WindowButton kind : controls) {
+        const StandardWindowButton *const control = button(kind);
+        if (control && !control->isHidden() && control->parentWidget() == this)
+            left = std::max(left, control->geometry().right() + 1 + titleMargin);
+    }
+    const auto buttonWidth = [this](WindowButton kind) {
+        const StandardWindowButton *const button = this->button(kind);
+        return button && !button->isHidden() ? button->width() + documentGap : 0;
+    };
+    const int before = buttonWidth(WindowButton::documentIcon);
+    const int after = buttonWidth(WindowButton::documentVersions);
+
+    auto *const field = static_cast<TitleField::Field *>(m_title.data());
+    const QString text = titleText();
+    const int room = std::max(0, width() - left - titleMargin - before - after);
+    field->setText(text);
+    int titleWidth = field->sizeHint().width();
+    if (titleWidth > room) {
+        field->setText(field->fontMetrics().elidedText(text, Qt::ElideMiddle, room));
+        titleWidth = std::min(room, field->sizeHint().width());
+    }
+    if (m_isBare || !m_isTitleVisible)
+        titleWidth = 0;
+
+    const int total = before + titleWidth + after;
+    int x = std::max(left, (width() - total) / 2);
+    x = std::max(left, std::min(x, width() - titleMargin - total));
+    const auto place = [](QWidget *item, int itemX, QSize size) {
+        item->setGeometry(itemX, (standardHeight - size.height()) / 2, size.width(), size.height());
+    };
+    if (before > 0)
+        place(m_buttons[int(WindowButton::documentIcon)], x, { before - documentGap, 16 });
+    place(m_title, x + before,
+          { titleWidth, std::min(standardHeight, m_title->sizeHint().height()) });
+    if (after > 0)
+        place(m_buttons[int(WindowButton::documentVersions)], x + before + titleWidth + documentGap,
+              { after - documentGap, 16 });
+}
+
+void TitleBarView::arrangeAccessories()
+{
+    int y = standardHeight;
+    for (TitlebarAccessoryViewController *const controller : std::as_const(m_accessories)) {
+        if (QWidget *const view = controller->view())
+            view->setGeometry(0, y, width(), view->height());
+        y += heightOf(controller);
+    }
+    m_arrangedHeight = y;
+}
+
+void TitleBarView::refresh()
+{
+    for (const auto &button : m_buttons) {
+        if (button)
+            button->updateName();
+    }
+    showGlyphs(false);
+    if (m_title) {
+        QPalette palette;
+        const QPalette &own = this->palette();
+        QColor ink = own.color(QPalette::WindowText);
+        if (!isActiveWindow())
+            ink.setAlphaF(0.5F);
+        palette.setColor(QPalette::WindowText, ink);
+        m_title->setPalette(palette);
+    }
+    arrangeTitle();
+    update();
+}
+
+void TitleBarView::showGlyphs(bool areShown)
+{
+    for (const WindowButton kind : controls) {
+        const auto &button = m_buttons[int(kind)];
+        if (!button)
+            continue;
+        button->setShowsGlyph(areShown);
+        button->update();
+    }
+}
+
+bool TitleBarView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize && !m_isArranging && fullHeight() != m_arrangedHeight)
+        Q_EMIT fullHeightChanged();
+    return QWidget::eventFilter(watched, event);
+}
+
+void TitleBarView::childEvent(QChildEvent *event)
+{
+    QWidget::childEvent(event);
+    if (event->type() != QEvent::ChildAdded || !event->child()->isWidgetType())
+        return;
+    // Views that reach across the buttons leave them to be clicked.
+    for (const auto &button : m_buttons) {
+        if (button && button != event->child() && button->parentWidget() == this)
+            button->raise();
+    }
+}
+
+void TitleBarView::paintEvent(QPaintEvent *)
+{
+    if (!m_drawsBackground)
+        return;
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    QColor line = palette().color(QPalette::WindowText);
+    line.setAlphaF(0.14F);
+    painter.fillRect(0, height() - 1, width(), 1, line);
+}
+
+void TitleBarView::mousePressEvent(QMouseEvent *event)
+{
+    if (m_isBare || event->button() != Qt::LeftButton)
+        return event->ignore();
+    m_drag->prepare(event->globalPosition().toPoint());
+    event->accept();
+}
+
+void TitleBarView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (m_isBare || event->button() != Qt::LeftButton)
+        return event->ignore();
+    Q_EMIT doubleClicked();
+}
+
+void TitleBarView::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (m_isBare)
+        return event->ignore();
+    Q_EMIT menuRequested(event->globalPos());
+}
+
+} // namespace NS

@@ -1,0 +1,404 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/Window.h>
+#include <pellarvine/Platform/NSTitlebarAccessoryViewController.h>
+#include <pellarvine/Platform/NSView.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QSignalSpy>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using NS::WindowButton;
+using Pellarvine::Window;
+
+namespace {
+
+constexpr NS::Window::StyleMask wholeStyle =
+        NS::Window::StyleMask(NS::Window::titled | NS::Window::closable | NS::Window::miniaturizable
+                              | NS::Window::resizable);
+constexpr QRectF content(100, 100, 400, 300);
+
+// A window in the middle of its screen, set up as from an interface file.
+struct Opened
+{
+    explicit Opened(double height = 0.0, NS::Window::StyleMask style = wholeStyle)
+        : window(content, style)
+    {
+        if (height > 0.0)
+            window.setTitleBarHeight(height);
+    }
+
+    QRectF button(WindowButton kind) const { return NS::frame(window.standardWindowButton(kind)); }
+
+    std::vector<double> buttonLefts() const
+    {
+        return { button(WindowButton::close).x(), button(WindowButton::miniaturize).x(),
+                 button(WindowButton::zoom).x() };
+    }
+
+    Window window;
+};
+
+QRectF inTitleBar(const Window &window, const QWidget *view)
+{
+    EXPECT_EQ(view->parentWidget(), window.titleBarView());
+    return NS::frame(view);
+}
+
+} // namespace
+
+TEST(Window, starts_with_the_standard_title_bar)
+{
+    const Opened opened;
+    const Window &window = opened.window;
+    EXPECT_TRUE(window.centerTrafficLightButtons());
+    EXPECT_FALSE(window.hidesTitle());
+    EXPECT_EQ(window.trafficLightHorizontalMargin(), 0.0);
+    EXPECT_EQ(window.trafficLightVerticalMargin(), 0.0);
+    EXPECT_EQ(window.trafficLightGap(), 6.0);
+    EXPECT_EQ(window.titleBarHeight(), 0.0);
+    EXPECT_EQ(window.frame(), QRectF(100, 100, 400, 322));
+    EXPECT_EQ(NS::frame(window.titleBarView()), QRectF(0, 300, 400, 22));
+    EXPECT_EQ(opened.button(WindowButton::close), QRectF(7, 3, 14, 16));
+    EXPECT_EQ(opened.button(WindowButton::miniaturize), QRectF(27, 3, 14, 16));
+    EXPECT_EQ(opened.button(WindowButton::zoom), QRectF(47, 3, 14, 16));
+}
+
+// The height
+
+struct Growth
+{
+    const char *name;
+    double height;
+    double stored;
+    QRectF frame; // after the first call
+};
+
+class WindowHeight : public testing::TestWithParam<Growth>
+{ };
+
+TEST_P(WindowHeight, the_first_call_moves_the_lower_edge_by_the_whole_height)
+{
+    Opened opened;
+    opened.window.setTitleBarHeight(GetParam().height);
+    EXPECT_EQ(opened.window.titleBarHeight(), GetParam().stored);
+    ASSERT_EQ(opened.window.titlebarAccessoryViewControllers().size(), 1);
+    NS::TitlebarAccessoryViewController *const dummy =
+            opened.window.titlebarAccessoryViewControllers().constFirst();
+    EXPECT_EQ(dummy->view()->size(), QSizeF(10, GetParam().stored - 22).toSize());
+    EXPECT_EQ(dummy->fullScreenMinHeight(), GetParam().stored);
+    EXPECT_EQ(opened.window.titleBarView()->height(), GetParam().stored);
+    EXPECT_EQ(opened.window.frame(), GetParam().frame);
+}
+
+// The accessory makes the window higher by h - 22, the compensation lower by h and up by h.
+INSTANTIATE_TEST_SUITE_P(, WindowHeight,
+                         testing::Values(Growth { "below", 0, 22, QRectF(100, 122, 400, 300) },
+                                         Growth { "negative", -5, 22, QRectF(100, 122, 400, 300) },
+                                         Growth { "standard", 22, 22, QRectF(100, 122, 400, 300) },
+                                         Growth { "tall", 52, 52, QRectF(100, 122, 400, 300) }),
+                         [](const auto &test) { return test.param.name; });
+
+TEST(Window, later_heights_exchange_the_accessory_and_keep_the_frame)
+{
+    Opened opened(52);
+    const QRectF frame = opened.window.frame();
+    const QPointer<NS::TitlebarAccessoryViewController> first =
+            opened.window.titlebarAccessoryViewControllers().constFirst();
+    QSignalSpy changes(&opened.window, &Window::titleBarHeightChanged);
+
+    opened.window.setTitleBarHeight(52);
+    EXPECT_FALSE(first) << "an equal height exchanges it too";
+    EXPECT_EQ(opened.window.frame(), frame);
+    EXPECT_TRUE(changes.isEmpty());
+
+    for (const double height : { 80.0, 30.0, 22.0 }) {
+        opened.window.setTitleBarHeight(height);
+        EXPECT_EQ(opened.window.titlebarAccessoryViewControllers().size(), 1);
+        EXPECT_EQ(opened.window.frame(), frame);
+        EXPECT_EQ(opened.window.titleBarView()->height(), height);
+    }
+    EXPECT_EQ(changes.size(), 3);
+}
+
+TEST(Window, the_accessory_at_index_0_is_taken_for_its_own)
+{
+    Opened opened;
+    NS::TitlebarAccessoryViewController hosts;
+    opened.window.addTitlebarAccessoryViewController(&hosts);
+    opened.window.setTitleBarHeight(30);
+    opened.window.setTitleBarHeight(40);
+    EXPECT_FALSE(opened.window.titlebarAccessoryViewControllers().contains(&hosts));
+    EXPECT_EQ(hosts.parent(), nullptr);
+    EXPECT_EQ(opened.window.titlebarAccessoryViewControllers().size(), 2);
+}
+
+// The buttons
+
+TEST(Window, centred_buttons_stand_in_the_middle_of_any_title_bar)
+{
+    for (const double height : { 22.0, 38.0, 52.0, 100.0 }) {
+        Opened opened(height);
+        opened.window.awakeFromNib();
+        opened.window.layoutIfNeeded();
+        EXPECT_THAT(opened.buttonLefts(), testing::ElementsAre(7, 27, 47));
+        for (const WindowButton kind : { WindowButton::close, WindowButton::zoom })
+            EXPECT_EQ(opened.button(kind), QRectF(opened.button(kind).x(), height / 2 - 8, 14, 16));
+        const QRectF title = NS::frame(opened.window.titleBarTextField());
+        EXPECT_NEAR(title.center().y(), height / 2, 0.5);
+    }
+}
+
+TEST(Window, buttons_that_are_not_centred_keep_their_distance_from_the_top)
+{
+    Opened opened(38);
+    opened.window.setCenterTrafficLightButtons(false);
+    opened.window.setTrafficLightVerticalMargin(3);
+    opened.window.setWindowTitle(QStringLiteral("Letters"));
+    opened.window.setRepresentedURL(QUrl(QStringLiteral("file:///home/ada/letters.txt")));
+    opened.window.awakeFromNib();
+    NS::layoutSubtreeIfNeeded(&opened.window);
+    EXPECT_EQ(opened.button(WindowButton::close).y(), 38 - 16 - 3);
+    EXPECT_EQ(opened.button(WindowButton::documentIcon).y(), 38 - 16 - 3);
+    EXPECT_EQ(opened.button(WindowButton::documentVersions).y(), 38 - 16 - 3);
+    const QRectF title = NS::frame(opened.window.titleBarTextField());
+    EXPECT_EQ(title.y(), 38 - title.height() - 3);
+    EXPECT_GT(title.x(), opened.button(WindowButton::documentIcon).right());
+}
+
+TEST(Window, margin_and_gap_take_effect_at_the_next_pass)
+{
+    Opened opened;
+    opened.window.awakeFromNib();
+    opened.window.layoutIfNeeded();
+    opened.window.setTrafficLightHorizontalMargin(12);
+    opened.window.setTrafficLightGap(9);
+    EXPECT_THAT(opened.buttonLefts(), testing::ElementsAre(7, 27, 47));
+    EXPECT_TRUE(NS::needsLayout(&opened.window));
+    NS::layoutSubtreeIfNeeded(&opened.window);
+    EXPECT_THAT(opened.buttonLefts(), testing::ElementsAre(12, 12 + 23, 12 + 46));
+}
+
+TEST(Window, margins_of_0_are_measured_once_and_others_kept)
+{
+    Opened standard(52);
+    standard.window.awakeFromNib();
+    EXPECT_EQ(standard.window.trafficLightHorizontalMargin(), 7.0);
+    EXPECT_EQ(standard.window.trafficLightVerticalMargin(), 3.0);
+
+    Opened own(52);
+    own.window.setTrafficLightHorizontalMargin(12);
+    own.window.setTrafficLightVerticalMargin(5);
+    own.window.awakeFromNib();
+    EXPECT_EQ(own.window.trafficLightHorizontalMargin(), 12.0);
+    EXPECT_EQ(own.window.trafficLightVerticalMargin(), 5.0);
+}
+
+TEST(Window, a_missing_button_leaves_a_hole)
+{
+    Opened opened(0, wholeStyle & ~NS::Window::miniaturizable);
+    opened.window.awakeFromNib();
+    opened.window.setTrafficLightGap(10);
+    opened.window.layoutIfNeeded();
+    EXPECT_EQ(opened.window.standardWindowButton(WindowButton::miniaturize), nullptr);
+    EXPECT_EQ(opened.button(WindowButton::zoom).x(), 7 + 2 * 24);
+}
+
+TEST(Window, a_pass_comes_by_itself_before_painting)
+{
+    Opened opened(52);
+    opened.window.awakeFromNib();
+    opened.window.show();
+    opened.window.grab();
+    EXPECT_EQ(opened.button(WindowButton::close), QRectF(7, 18, 14, 16));
+    opened.window.resize(500, 400);
+    opened.window.setWindowTitle(QStringLiteral("Another title"));
+    opened.window.grab();
+    const QRectF title = NS::frame(opened.window.titleBarTextField());
+    EXPECT_NEAR(title.center().x(), 250, 1);
+    EXPECT_NEAR(title.center().y(), 26, 0.5);
+}
+
+// The title
+
+TEST(Window, hiding_the_title_works_at_once_and_on_waking)
+{
+    Opened opened;
+    QSignalSpy changes(&opened.window, &Window::hidesTitleChanged);
+    opened.window.setHidesTitle(true);
+    EXPECT_EQ(opened.window.titleVisibility(), NS::Window::titleHidden);
+    EXPECT_TRUE(opened.window.titleBarTextField()->isHidden());
+    opened.window.setTitleVisibility(NS::Window::titleVisible);
+    opened.window.setHidesTitle(true);
+    EXPECT_EQ(opened.window.titleVisibility(), NS::Window::titleHidden) << "though it was stored";
+    opened.window.setTitleVisibility(NS::Window::titleVisible);
+    opened.window.awakeFromNib();
+    EXPECT_EQ(opened.window.titleVisibility(), NS::Window::titleHidden);
+    opened.window.setHidesTitle(false);
+    EXPECT_FALSE(opened.window.titleBarTextField()->isHidden());
+    EXPECT_EQ(changes.size(), 2);
+}
+
+// The adopted views
+
+struct Adoption
+{
+    const char *name;
+    bool isCentered;
+    double verticalMargin;
+    QRectF inner; // y upwards, in a title bar of 400 x 60
+    QRectF toolbar;
+};
+
+class WindowViews : public testing::TestWithParam<Adoption>
+{ };
+
+TEST_P(WindowViews, lie_where_the_margins_say)
+{
+    Opened opened(60);
+    Window &window = opened.window;
+    window.setCenterTrafficLightButtons(GetParam().isCentered);
+    window.setTrafficLightHorizontalMargin(20);
+    window.setTrafficLightVerticalMargin(GetParam().verticalMargin);
+    QWidget former;
+    auto *const inner = new QWidget(&former);
+    auto *const toolbar = new QWidget;
+    window.setInnerTitleBarView(inner);
+    window.setToolbarView(toolbar);
+    EXPECT_EQ(inner->parentWidget(), &former) << "until the window wakes";
+    window.awakeFromNib();
+    NS::layoutSubtreeIfNeeded(&window);
+    EXPECT_EQ(inTitleBar(window, inner), GetParam().inner);
+    EXPECT_EQ(inTitleBar(window, toolbar), GetParam().toolbar);
+
+    window.resize(500, 400);
+    NS::layoutSubtreeIfNeeded(&window);
+    EXPECT_EQ(inTitleBar(window, inner), GetParam().inner.adjusted(0, 0, 100, 0));
+    EXPECT_EQ(inTitleBar(window, toolbar), GetParam().toolbar.adjusted(0, 0, 100, 0));
+}
+
+// The inner view goes from 2 * 20 to 2 * 20 beyond the right edge. The tool bar view begins below
+// twice the vertical margin and the 16 units of a button.
+INSTANTIATE_TEST_SUITE_P(
+        , WindowViews,
+        testing::Values(Adoption { "centred", true, 8, QRectF(40, 8, 400, 44),
+                                   QRectF(20, 8, 360, 20) },
+                        Adoption { "at_the_top", false, 8, QRectF(40, 60 - 24, 400, 16),
+                                   QRectF(20, 8, 360, 20) },
+                        Adoption { "standard_margin", true, 0, QRectF(40, 3, 400, 54),
+                                   QRectF(20, 3, 360, 35) }),
+        [](const auto &test) { return test.param.name; });
+
+TEST(Window, adopted_views_are_mirrored_from_right_to_left_and_buttons_are_not)
+{
+    Opened opened(60);
+    auto *const inner = new QWidget;
+    opened.window.setTrafficLightHorizontalMargin(20);
+    opened.window.setInnerTitleBarView(inner);
+    opened.window.setLayoutDirection(Qt::RightToLeft);
+    opened.window.awakeFromNib();
+    NS::layoutSubtreeIfNeeded(&opened.window);
+    EXPECT_EQ(NS::frame(inner).left(), -40);
+    EXPECT_EQ(NS::frame(inner).right(), 360);
+    EXPECT_THAT(opened.buttonLefts(), testing::ElementsAre(20, 40, 60));
+}
+
+TEST(Window, buttons_lie_above_the_adopted_views)
+{
+    Opened opened(60);
+    opened.window.setInnerTitleBarView(new QWidget);
+    opened.window.setToolbarView(new QWidget);
+    opened.window.awakeFromNib();
+    opened.window.show();
+    NS::layoutSubtreeIfNeeded(&opened.window);
+    for (const WindowButton kind :
+         { WindowButton::close, WindowButton::miniaturize, WindowButton::zoom }) {
+        QAbstractButton *const button = opened.window.standardWindowButton(kind);
+        EXPECT_EQ(opened.window.titleBarView()->childAt(button->geometry().center()), button);
+    }
+}
+
+TEST(Window, views_that_it_did_not_adopt_end_with_it)
+{
+    QPointer<QWidget> inner = new QWidget;
+    QPointer<QWidget> toolbar = new QWidget;
+    {
+        Window window;
+        window.setInnerTitleBarView(inner);
+        window.setToolbarView(toolbar);
+    }
+    EXPECT_FALSE(inner);
+    EXPECT_FALSE(toolbar);
+}
+
+// Failures
+
+TEST(Window, without_a_close_button_waking_warns_and_adopts_nothing)
+{
+    for (const NS::Window::StyleMask style :
+         { NS::Window::StyleMask(NS::Window::borderless), wholeStyle & ~NS::Window::closable }) {
+        Opened opened(0, style);
+        auto *const inner = new QWidget;
+        opened.window.setInnerTitleBarView(inner);
+        opened.window.setHidesTitle(true);
+        opened.window.setTitleVisibility(NS::Window::titleVisible);
+        testing::internal::CaptureStdout();
+        opened.window.awakeFromNib();
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  "Warning: Window can't resolve close button!\n");
+        EXPECT_EQ(inner->parentWidget(), nullptr);
+        EXPECT_EQ(opened.window.trafficLightHorizontalMargin(), 0.0);
+        EXPECT_EQ(opened.window.titleVisibility(), NS::Window::titleVisible);
+        EXPECT_EQ(opened.window.titleBarView(), nullptr);
+        EXPECT_EQ(opened.window.titleBarTextField(), nullptr);
+        opened.window.layoutIfNeeded();
+    }
+}
+
+TEST(Window, a_close_button_that_leaves_its_view_while_waking_is_warned_of)
+{
+    Opened opened;
+    auto *const inner = new QWidget;
+    opened.window.setInnerTitleBarView(inner);
+    opened.window.setHidesTitle(true);
+    opened.window.setTitleVisibility(NS::Window::titleVisible);
+    const std::unique_ptr<QAbstractButton> button(
+            opened.window.standardWindowButton(WindowButton::close));
+    QObject::connect(&opened.window, &NS::Window::titleVisibilityChanged, button.get(),
+                     [&] { button->setParent(nullptr); });
+    testing::internal::CaptureStdout();
+    opened.window.awakeFromNib();
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Warning: Window can't resolve title bar view!\n");
+    EXPECT_EQ(opened.window.trafficLightHorizontalMargin(), 7.0);
+    EXPECT_EQ(opened.window.titleVisibility(), NS::Window::titleHidden);
+    EXPECT_EQ(inner->parentWidget(), nullptr);
+}
+
+TEST(WindowDeathTest, a_button_in_no_view_stops_the_program)
+{
+    Opened opened;
+    const std::unique_ptr<QAbstractButton> button(
+            opened.window.standardWindowButton(WindowButton::close));
+    button->setParent(nullptr);
+    EXPECT_DEATH(opened.window.awakeFromNib(), "close button is in no view");
+    EXPECT_DEATH(opened.window.layoutIfNeeded(), "is in no view");
+    EXPECT_DEATH(opened.window.removeTitlebarAccessoryViewControllerAtIndex(0), "that index");
+}
+
+TEST(Window, overridden_operations_reach_the_platform)
+{
+    Opened opened;
+    opened.window.setFrame(QRectF(50, 60, 300, 200), true);
+    EXPECT_EQ(opened.window.frame(), QRectF(50, 60, 300, 200));
+    opened.window.setFrame(QRectF(70, 80, 310, 210), false, false);
+    EXPECT_EQ(opened.window.frame(), QRectF(70, 80, 310, 210));
+    opened.window.orderFront();
+    EXPECT_TRUE(opened.window.isVisible());
+    const QByteArray state = opened.window.saveState();
+    opened.window.setFrame(QRectF(0, 0, 350, 250), false);
+    EXPECT_TRUE(opened.window.restoreState(state));
+    EXPECT_EQ(opened.window.frame(), QRectF(70, 80, 310, 210));
+    EXPECT_FALSE(opened.window.restoreState("nonsense"));
+}
