@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The room's classes that interface files and storyboards can name.
 #include <pellarvine/Platform/ClassRegistry.h>
+#include <pellarvine/Platform/NSSegmentedControl.h>
+#include <pellarvine/Platform/NSTableCellView.h>
 #include <pellarvine/Platform/NSViewController.h>
+#include <pellarvine/Platform/NSWindow.h>
 
 namespace NS {
 
@@ -9,7 +12,10 @@ namespace {
 
 // Runs while the library is loaded, and so before anything of the host's is registered.
 [[maybe_unused]] const bool areRegistered = [] {
+    registerClass<SegmentedControl>();
+    registerClass<TableCellView>();
     registerClass<ViewController>();
+    registerClass<Window>();
     return true;
 }();
 

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Ostrevane/App.h>
+#include <pellarvine/Pellarvine/AboutWindowController.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QIcon>
+#include <QPainter>
+#include <QPointer>
+#include <QStringList>
+#include <QSysInfo>
+#include <QThread>
+#include <QWidget>
+
+#include <mutex>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine {
+
+struct AboutWindowController::Private
+{
+    QString name = App::name();
+    QString version = tr("Version %1").arg(App::version());
+    QString copyright = App::copyright();
+};
+
+namespace {
+
+constexpr int iconSize = 64;
+
+struct Shared
+{
+    std::mutex mutex;
+    QPointer<AboutWindowController> controller;
+};
+
+Shared &shared()
+{
+    static Shared all;
+    return all;
+}
+
+// The window needs the application object, and so has to go before it.
+void deleteShared()
+{
+    const std::lock_guard lock(shared().mutex);
+    delete shared().controller;
+}
+
+// For a program without an icon.
+QPixmap tile(const QString &name, qreal scale)
+{
+    QPixmap pixmap(QSize(iconSize, iconSize) * scale);
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QGuiApplication::palette().highlight());
+    painter.drawRoundedRect(QRectF(2, 2, iconSize - 4, iconSize - 4), 14, 14);
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(34);
+    font.setWeight(QFont::DemiBold);
+    painter.setFont(font);
+    painter.setPen(QGuiApplication::palette().color(QPalette::HighlightedText));
+    painter.drawText(QRectF(0, 0, iconSize, iconSize), Qt::AlignCenter, name.left(1).toUpper());
+    return pixmap;
+}
+
+} // namespace
+
+AboutWindowController::AboutWindowController()
+    : NS::WindowController(u"AboutWindowController"_s)
+    , d(std::make_unique<Private>())
+{ }
+
+AboutWindowController::AboutWindowController(QWidget *window, QObject *parent)
+    : NS::WindowController(window, parent)
+    , d(std::make_unique<Private>())
+{ }
+
+AboutWindowController::~AboutWindowController() = default;
+
+AboutWindowController *AboutWindowController::instance()
+{
+    const std::lock_guard lock(shared().mutex);
+    if (!shared().controller) {
+        shared().controller = new AboutWindowController;
+        // Whichever thread comes first, the window is the main thread's.
+        shared().controller->moveToThread(QCoreApplication::instance()->thread());
+        qAddPostRoutine(deleteShared);
+    }
+    return shared().controller;
+}
+
+void AboutWindowController::setInstance(AboutWindowController *controller)
+{
+    const std::lock_guard lock(shared().mutex);
+    if (controller == shared().controller)
+        return;
+    if (shared().controller)
+        shared().controller->deleteLater();
+    shared().controller = controller;
+    if (controller)
+        qAddPostRoutine(deleteShared);
+}
+
+void AboutWindowController::show()
+{
+    instance()->showWindow();
+}
+
+QString AboutWindowController::applicationName() const
+{
+    return d->name;
+}
+
+void AboutWindowController::setApplicationName(const QString &name)
+{
+    if (name == d->name)
+        return;
+    d->name = name;
+    Q_EMIT applicationNameChanged(name);
+    Q_EMIT detailsChanged();
+}
+
+QString AboutWindowController::applicationVersion() const
+{
+    return d->version;
+}
+
+void AboutWindowController::setApplicationVersion(const QString &version)
+{
+    if (version == d->version)
+        return;
+    d->version = version;
+    Q_EMIT applicationVersionChanged(version);
+    Q_EMIT detailsChanged();
+}
+
+QString AboutWindowController::applicationCopyright() const
+{
+    return d->copyright;
+}
+
+void AboutWindowController::setApplicationCopyright(const QString &copyright)
+{
+    if (copyright == d->copyright)
+        return;
+    d->copyright = copyright;
+    Q_EMIT applicationCopyrightChanged(copyright);
+}
+
+QPixmap AboutWindowController::applicationIcon() const
+{
+    const qreal scale = qApp->devicePixelRatio();
+    const QIcon icon = QGuiApplication::windowIcon();
+    return icon.isNull() ? tile(d->name, scale) : icon.pixmap(QSize(iconSize, iconSize), scale);
+}
+
+QString AboutWindowController::details() const
+{
+    const QStringList lines {
+        u"%1, %2"_s.arg(d->name, d->version),
+        u"Qt %1, %2"_s.arg(QString::fromLatin1(qVersion()), QGuiApplication::platformName()),
+        QSysInfo::prettyProductName(),
+        u"%1 %2, %3"_s.arg(QSysInfo::kernelType(), QSysInfo::kernelVersion(), App::deviceModel()),
+    };
+    return lines.join(u'\n');
+}
+
+void AboutWindowController::copyDetails() const
+{
+    QGuiApplication::clipboard()->setText(details());
+}
+
+void AboutWindowController::windowDidLoad()
+{
+    NS::WindowController::windowDidLoad();
+    QWidget *const about = window();
+    if (!about)
+        return;
+    // An NS::Window has it; a window of another class would only get a property that means nothing.
+    if (about->metaObject()->indexOfProperty("movableByWindowBackground") >= 0)
+        about->setProperty("movableByWindowBackground", true);
+    if (about->windowTitle().isEmpty())
+        about->setWindowTitle(tr("About %1").arg(d->name));
+}
+
+} // namespace Pellarvine
