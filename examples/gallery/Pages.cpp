@@ -5,6 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
+Page *makeAboutPage(QWidget *parent);
 Page *makeBindingsPage(QWidget *parent);
 Page *makeColorsPage(QWidget *parent);
 Page *makeContainerPage(QWidget *parent);
@@ -34,5 +35,6 @@ QList<PageEntry> pages()
         { u"drawing"_s, tr("Drawing"), tr("Colour and text"), &makeDrawingPage },
         { u"layout"_s, tr("Layout"), tr("Views"), &makeLayoutPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
+        { u"about"_s, tr("About"), tr("Application"), &makeAboutPage },
     };
 }
