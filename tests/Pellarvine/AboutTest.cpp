@@ -14,12 +14,14 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <set>
 #include <vector>
@@ -120,6 +122,20 @@ TEST_F(About, its_window_moves_by_its_background_and_closes_by_escape)
     AboutWindowController none(static_cast<QWidget *>(nullptr));
     none.windowDidLoad();
     none.showWindow();
+}
+
+TEST_F(About, its_window_opens_in_the_middle_of_the_screen_and_reopens_where_it_was_left)
+{
+    AboutWindowController controller;
+    controller.showWindow();
+    QWidget *const window = controller.window();
+    const QPoint away =
+            window->geometry().center() - window->screen()->availableGeometry().center();
+    EXPECT_LE(away.manhattanLength(), 2);
+    window->move(40, 30);
+    window->close();
+    controller.showWindow();
+    EXPECT_EQ(window->pos(), QPoint(40, 30));
 }
 
 TEST_F(About, the_details_for_a_bug_report_go_to_the_clipboard)
