@@ -5,6 +5,7 @@
 
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
+/// @file
 /// The constraints most often needed when one widget is placed inside another, for any QWidget:
 ///
 ///     NS::addAndPin(panel, list); // list fills panel
@@ -42,6 +43,7 @@ PELLARVINE_EXPORT void pinCenterAndConstrainInside(QWidget *receiver, QWidget *v
 
 /// Adds the subview and calls `pinWidthAndHeight`.
 PELLARVINE_EXPORT void addAndPin(QWidget *receiver, QWidget *subview);
+/// Likewise with a border.
 PELLARVINE_EXPORT void addAndPin(QWidget *receiver, QWidget *subview, double border);
 
 /// Adds the subview and calls `pinCenter`.
@@ -49,6 +51,7 @@ PELLARVINE_EXPORT void addAndCenter(QWidget *receiver, QWidget *subview);
 
 /// Adds the subview and calls `pinCenterAndConstrainInside`.
 PELLARVINE_EXPORT void addCenteredAndConstrainedToBounds(QWidget *receiver, QWidget *subview);
+/// Likewise with a border, whose sign is that of `pinCenterAndConstrainInside`.
 PELLARVINE_EXPORT void addCenteredAndConstrainedToBounds(QWidget *receiver, QWidget *subview,
                                                          double border);
 

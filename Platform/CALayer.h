@@ -35,9 +35,10 @@ class PELLARVINE_EXPORT Layer : public QObject, public std::enable_shared_from_t
             double cornerRadius READ cornerRadius WRITE setCornerRadius NOTIFY cornerRadiusChanged)
 
 public:
-    Layer();
+    Layer(); ///< of no size, at the origin, without a colour
     ~Layer() override; ///< its sublayers are detached
 
+    /// In units of the screen, with y upwards, in the layer above or the widget.
     QRectF frame() const;
     void setFrame(const QRectF &frame);
 

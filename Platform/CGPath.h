@@ -15,6 +15,7 @@ namespace CG {
 /// One step of a path. Unused points are (0, 0).
 struct PathElement
 {
+    /// What the step does, and which of the points it uses.
     enum Type {
         moveToPoint, ///< points: where a subpath starts
         addLineToPoint, ///< points: end
@@ -23,8 +24,8 @@ struct PathElement
         closeSubpath, ///< no points
     };
 
-    Type type;
-    std::array<QPointF, 3> points {};
+    Type type; ///< has to be given
+    std::array<QPointF, 3> points {}; ///< from the first
 
     /// Bit for bit, where QPointF compares with a tolerance.
     friend PELLARVINE_EXPORT bool operator==(const PathElement &first, const PathElement &second);
@@ -43,20 +44,23 @@ struct PathElement
 class PELLARVINE_EXPORT Path
 {
 public:
-    Path() = default;
+    Path() = default; ///< empty
 
     /// A subpath of a QPainterPath that ends where it starts is closed: it has no other notion of
     /// closing. Its quadratic curves have already become cubic ones.
     explicit Path(const QPainterPath &path);
 
-    void moveToPoint(const QPointF &point);
-    void addLineToPoint(const QPointF &end);
+    void moveToPoint(const QPointF &point); ///< starts a subpath; the one before stays open
+    void addLineToPoint(const QPointF &end); ///< a straight line from the current point
+    /// A quadratic curve from the current point, drawn towards `control` and ending at `end`.
     void addQuadCurveToPoint(const QPointF &control, const QPointF &end);
+    /// A cubic curve: it leaves towards `control1` and arrives from `control2`.
     void addCurveToPoint(const QPointF &control1, const QPointF &control2, const QPointF &end);
-    void closeSubpath();
+    void closeSubpath(); ///< a straight line back to where the subpath started
 
+    /// In the order in which they were added.
     const QList<PathElement> &elements() const { return m_elements; }
-    bool isEmpty() const { return m_elements.isEmpty(); }
+    bool isEmpty() const { return m_elements.isEmpty(); } ///< no elements
 
     /// Where the next element starts: the last end, or after closing the subpath's start. Nothing
     /// for an empty path.
@@ -65,6 +69,7 @@ public:
     /// The same shape for drawing. Quadratic curves are converted exactly.
     QPainterPath toQPainterPath() const;
 
+    /// The same elements with the same points, bit for bit.
     friend bool operator==(const Path &first, const Path &second)
     {
         return first.m_elements == second.m_elements;

@@ -6,10 +6,10 @@ namespace Pellarvine {
 /// A colour as red, green, blue and opacity, nominally 0…1 each and never clamped.
 struct RGBA
 {
-    double red = 0;
-    double green = 0;
-    double blue = 0;
-    double alpha = 1;
+    double red = 0; ///< 0 without, 1 full
+    double green = 0; ///< 0 without, 1 full
+    double blue = 0; ///< 0 without, 1 full
+    double alpha = 1; ///< 0 clear, 1 opaque; the others are not multiplied by it
 
     friend constexpr bool operator==(const RGBA &, const RGBA &) = default;
 };
@@ -18,10 +18,10 @@ struct RGBA
 /// round the colour circle: red at 0, green at 1/3, blue at 2/3.
 struct HSBA
 {
-    double hue = 0;
-    double saturation = 0;
-    double brightness = 0;
-    double alpha = 1;
+    double hue = 0; ///< where on the circle
+    double saturation = 0; ///< 0 grey, 1 pure
+    double brightness = 0; ///< 0 black, 1 as bright as the hue gets
+    double alpha = 1; ///< 0 clear, 1 opaque
 
     friend constexpr bool operator==(const HSBA &, const HSBA &) = default;
 };

@@ -11,17 +11,18 @@
 
 QT_FORWARD_DECLARE_CLASS(QObject)
 
-namespace NS {
+/// @file
+/// Reading and writing properties by name:
+///
+///     NS::setValueForKeyPath(editor, u"document.title"_s, u"Invoice"_s);
+///     NS::valueForKeyPath(editor, u"document.title"_s);   // "Invoice"
+///     NS::valueForKeyPath(editor, u"document.subtitle"_s);   // throws KeyValueException
+///
+/// A key is a property of a QObject (declared or dynamic), a property of a Q_GADGET, or a key of a
+/// QVariantMap. The dots of a path lead through properties that hold a QObject by a pointer or a
+/// shared pointer, a gadget or a map.
 
-// Reading and writing properties by name:
-//
-//     NS::setValueForKeyPath(editor, u"document.title"_s, u"Invoice"_s);
-//     NS::valueForKeyPath(editor, u"document.title"_s);   // "Invoice"
-//     NS::valueForKeyPath(editor, u"document.subtitle"_s);   // throws KeyValueException
-//
-// A key is a property of a QObject (declared or dynamic), a property of a Q_GADGET, or a key of a
-// QVariantMap. The dots of a path lead through properties that hold a QObject by a pointer or a
-// shared pointer, a gadget or a map.
+namespace NS {
 
 /// The value at the end of `keyPath`. No value (an invalid QVariant) if that is a null pointer or
 /// the null object, if an object or a value on the way is null, or if a map lacks the key. Throws

@@ -7,19 +7,21 @@
 
 QT_FORWARD_DECLARE_CLASS(QObject)
 
-namespace NS {
+/// @file
+/// Values of any type travel in a QVariant. An invalid one is no value; the null object stands for
+/// no value where something must stand:
+///
+///     const QVariant nothing;
+///     NS::isEqual(nothing, NS::nullObject()); // false: the null object is an object
+///     NS::isEqual(3, 3.0);                    // true: the same number
+///     NS::isEqual(3, u"3"_s);                 // false: a number is no text
 
-// Values of any type travel in a QVariant. An invalid one is no value; the null object stands for
-// no value where something must stand:
-//
-//     const QVariant nothing;
-//     NS::isEqual(nothing, NS::nullObject()); // false: the null object is an object
-//     NS::isEqual(3, 3.0);                    // true: the same number
-//     NS::isEqual(3, u"3"_s);                 // false: a number is no text
+namespace NS {
 
 /// The null object: a QVariant that holds nullptr.
 PELLARVINE_EXPORT QVariant nullObject();
 
+/// No for an invalid value, and for a typed pointer that is null.
 PELLARVINE_EXPORT bool isNullObject(const QVariant &value);
 
 /// Whether two values are the same thing. Numbers and enumeration values are compared by what they

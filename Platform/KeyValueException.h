@@ -21,6 +21,7 @@ namespace NS {
 class PELLARVINE_EXPORT KeyValueException : public std::exception
 {
 public:
+    /// What is wrong with the key.
     enum Reason {
         undefinedKey, ///< the class has no such key, or one that cannot be read
         readOnly, ///< the key cannot be written
@@ -33,7 +34,7 @@ public:
                       const QString &key, const QString &detail = {});
     ~KeyValueException() override;
 
-    Reason reason() const noexcept { return m_reason; }
+    Reason reason() const noexcept { return m_reason; } ///< as it was made
 
     /// The class of the object that was asked, or the name of the value's type.
     const QByteArray &className() const noexcept { return m_className; }

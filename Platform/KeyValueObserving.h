@@ -15,6 +15,7 @@ namespace detail {
 class Registration;
 }
 
+/// What an observer asks to be told.
 enum class KeyValueObservingOptions {
     newValue = 1, ///< changes carry the new value
     newValueAndInitial = 1 | 4, ///< and the observer is told once while it is being registered
@@ -43,7 +44,7 @@ struct KeyValueChange
 class PELLARVINE_EXPORT KeyValueObserver
 {
 public:
-    KeyValueObserver() = default;
+    KeyValueObserver() = default; ///< registered for nothing
     KeyValueObserver(const KeyValueObserver &) = delete;
     KeyValueObserver &operator=(const KeyValueObserver &) = delete;
     virtual ~KeyValueObserver();

@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QUrl>
 
 #include <algorithm>
 #include <cmath>
@@ -131,6 +132,10 @@ QTextCharFormat charFormat(const Attributes &attributes)
     if (const double value = kern(attributes); value != 0.0) {
         format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
         format.setFontLetterSpacing(value);
+    }
+    if (const QUrl link = attributes.value(LinkAttributeName).toUrl(); link.isValid()) {
+        format.setAnchor(true);
+        format.setAnchorHref(link.toString());
     }
     return format;
 }

@@ -9,13 +9,14 @@
 
 QT_FORWARD_DECLARE_CLASS(QTextDocument)
 
-// What an attributed string looks like to Qt's text classes and in HTML. Attributes whose value
-// has the wrong type are left out, like those that are absent; so is kerning that is not finite.
-// All but `html` need a `QGuiApplication`.
-//
-//     QTextLayout layout(text.string(), baseFont);
-//     layout.setFormats(NS::layoutFormats(text));
-//     NS::setDocumentText(*edit->document(), text);
+/// @file
+/// What an attributed string looks like to Qt's text classes and in HTML. Attributes whose value
+/// has the wrong type are left out, like those that are absent; so is kerning that is not finite.
+/// All but `html` need a `QGuiApplication`.
+///
+///     QTextLayout layout(text.string(), baseFont);
+///     layout.setFormats(NS::layoutFormats(text));
+///     NS::setDocumentText(*edit->document(), text);
 
 namespace NS {
 

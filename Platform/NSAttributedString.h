@@ -24,21 +24,21 @@ public:
     /// A stretch of units with equal attributes.
     struct Run
     {
-        qsizetype location = 0;
-        qsizetype length = 0;
-        Attributes attributes;
+        qsizetype location = 0; ///< of its first unit
+        qsizetype length = 0; ///< in units
+        Attributes attributes; ///< of each of its units
 
-        qsizetype end() const { return location + length; }
+        qsizetype end() const { return location + length; } ///< the location behind its last unit
         friend bool operator==(const Run &, const Run &) = default;
     };
 
-    AttributedString() = default;
+    AttributedString() = default; ///< empty
     /// All of `string` with the same attributes.
     explicit AttributedString(const QString &string, const Attributes &attributes = {});
 
-    const QString &string() const { return m_string; }
-    qsizetype length() const { return m_string.size(); }
-    bool isEmpty() const { return m_string.isEmpty(); }
+    const QString &string() const { return m_string; } ///< the text alone
+    qsizetype length() const { return m_string.size(); } ///< in UTF-16 units
+    bool isEmpty() const { return m_string.isEmpty(); } ///< has no text
 
     /// From left to right; together they cover the text, none is empty, and neighbours differ. A
     /// stretch without attributes is a run too; an empty text has no runs.
@@ -60,8 +60,8 @@ protected:
     /// The index of the run that the unit at `location`, inside the text, stands in.
     qsizetype runIndex(qsizetype location) const;
 
-    QString m_string;
-    QList<Run> m_runs;
+    QString m_string; ///< the text
+    QList<Run> m_runs; ///< as runs() promises them
 };
 
 } // namespace NS

@@ -14,6 +14,7 @@ const QString ParagraphStyleAttributeName = u"NSParagraphStyle"_s;
 const QString UnderlineStyleAttributeName = u"NSUnderline"_s;
 const QString StrikethroughStyleAttributeName = u"NSStrikethrough"_s;
 const QString KernAttributeName = u"NSKern"_s;
+const QString LinkAttributeName = u"NSLink"_s;
 
 namespace {
 

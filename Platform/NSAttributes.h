@@ -11,10 +11,11 @@
 #include <initializer_list>
 #include <utility>
 
-namespace NS {
+/// @file
+/// The keys that the toolkit's own code reads, with the types of their values, and sets of
+/// attributes. A text may carry others: they travel with it and are not drawn.
 
-// The keys that the toolkit's own code reads, with the types of their values. A text may carry
-// others: they travel with it and are not drawn.
+namespace NS {
 
 /// `QFont`.
 PELLARVINE_EXPORT extern const QString FontAttributeName;
@@ -30,6 +31,8 @@ PELLARVINE_EXPORT extern const QString UnderlineStyleAttributeName;
 PELLARVINE_EXPORT extern const QString StrikethroughStyleAttributeName;
 /// `double`: what is added behind each character, in device-independent pixels.
 PELLARVINE_EXPORT extern const QString KernAttributeName;
+/// `QUrl`, or what converts to it: where a click on the text leads.
+PELLARVINE_EXPORT extern const QString LinkAttributeName;
 
 /// A set of attributes, each a key with a value: what one run of an attributed string carries.
 /// Implicitly shared, so that a copy costs a reference count.
@@ -41,15 +44,16 @@ PELLARVINE_EXPORT extern const QString KernAttributeName;
 class PELLARVINE_EXPORT Attributes
 {
 public:
+    /// A key and its value.
     using Attribute = std::pair<QString, QVariant>;
 
-    Attributes() = default;
+    Attributes() = default; ///< empty
     /// Of two attributes with the same key the later one counts.
     Attributes(std::initializer_list<Attribute> attributes);
 
-    bool isEmpty() const { return size() == 0; }
-    qsizetype size() const { return d ? d->list.size() : 0; }
-    bool contains(const QString &key) const;
+    bool isEmpty() const { return size() == 0; } ///< has no attributes
+    qsizetype size() const { return d ? d->list.size() : 0; } ///< the number of attributes
+    bool contains(const QString &key) const; ///< case matters
     /// An invalid `QVariant` if the key is absent.
     QVariant value(const QString &key) const;
 
@@ -62,7 +66,7 @@ public:
 
     /// In the order of the keys.
     const Attribute *begin() const { return d ? d->list.cbegin() : nullptr; }
-    const Attribute *end() const { return d ? d->list.cend() : nullptr; }
+    const Attribute *end() const { return d ? d->list.cend() : nullptr; } ///< behind the last
 
     /// Whether both are the same copy; if so, they are equal.
     bool isSharedWith(const Attributes &other) const { return d == other.d; }

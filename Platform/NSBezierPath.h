@@ -18,7 +18,7 @@ namespace NS {
 class PELLARVINE_EXPORT BezierPath
 {
 public:
-    BezierPath() = default;
+    BezierPath() = default; ///< empty
 
     /// Takes the elements over one by one. A quadratic curve becomes a cubic one whose two control
     /// points are both (current point + 2 × control) / 3, so that it bends less towards its end
@@ -28,15 +28,16 @@ public:
     /// A subpath that ends where it starts is closed.
     explicit BezierPath(const QPainterPath &path);
 
-    void moveToPoint(const QPointF &point);
-    void lineToPoint(const QPointF &end);
+    void moveToPoint(const QPointF &point); ///< starts a subpath; the one before stays open
+    void lineToPoint(const QPointF &end); ///< a straight line from the current point
+    /// A cubic curve: it leaves towards the first control point and arrives from the second.
     void curveToPoint(const QPointF &end, const QPointF &controlPoint1,
                       const QPointF &controlPoint2);
-    void closePath();
+    void closePath(); ///< a straight line back to where the subpath started
 
     /// None of them is a quadratic curve.
     const QList<CG::PathElement> &elements() const { return m_path.elements(); }
-    bool isEmpty() const { return m_path.isEmpty(); }
+    bool isEmpty() const { return m_path.isEmpty(); } ///< no elements
 
     /// Where the next element starts; nothing for an empty path.
     const std::optional<QPointF> &currentPoint() const { return m_path.currentPoint(); }
@@ -44,6 +45,7 @@ public:
     /// The same elements as a graphics path; no subpath is closed that is not closed here.
     CG::Path cgPath() const { return m_path; }
 
+    /// The same shape for drawing.
     QPainterPath toQPainterPath() const { return m_path.toQPainterPath(); }
 
     friend bool operator==(const BezierPath &, const BezierPath &) = default;

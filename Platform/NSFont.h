@@ -7,15 +7,16 @@
 
 #include <optional>
 
-// Fonts by name and by role. A QFont takes any name and silently shows another font for one that
-// the system lacks; these say so.
-//
-//     const QFont body = NS::systemFont(NS::systemFontSize());
-//     const auto display = NS::fontWithName(u"Inter-SemiBold"_s, 24);
-//     label.setFont(display.value_or(NS::boldSystemFont(24)));
-//
-// A size that is not above zero, or not finite, stands for `systemFontSize()`. All need a
-// QGuiApplication and can be called from any thread.
+/// @file
+/// Fonts by name and by role. A QFont takes any name and silently shows another font for one that
+/// the system lacks; these say so.
+///
+///     const QFont body = NS::systemFont(NS::systemFontSize());
+///     const auto display = NS::fontWithName(u"Inter-SemiBold"_s, 24);
+///     label.setFont(display.value_or(NS::boldSystemFont(24)));
+///
+/// A size that is not above zero, or not finite, stands for `systemFontSize()`. All need a
+/// QGuiApplication and can be called from any thread.
 
 namespace NS {
 

@@ -10,15 +10,16 @@ namespace NS {
 
 /// A property that a font is asked to have.
 enum class FontTraitMask : quint32 {
-    italic = 0x1,
-    bold = 0x2,
-    unbold = 0x4,
-    unitalic = 0x1000000,
+    italic = 0x1, ///< slanted
+    bold = 0x2, ///< heavier than Medium
+    unbold = 0x4, ///< Medium or lighter
+    unitalic = 0x1000000, ///< upright
 };
 
+/// Which way to go through a family's weights.
 enum class WeightDirection {
-    lighter,
-    heavier,
+    lighter, ///< down
+    heavier, ///< up
 };
 
 /// Finds, for a font, the related face that its family really has. Nothing is synthesised: where
@@ -34,7 +35,7 @@ enum class WeightDirection {
 class PELLARVINE_EXPORT FontManager
 {
 public:
-    FontManager() = delete;
+    FontManager() = delete; ///< it has no objects, only functions
 
     /// - `bold`: the face nearest to weight 700 that is heavier than 500; a font of 700 and more
     ///   is bold already.
@@ -55,9 +56,10 @@ public:
     /// The weights that the family has with the font's slant and width, 1…1000, from light to heavy.
     static QList<int> weights(const QFont &font);
 
-    /// The weight and slant of the face that the font is shown in, which need not be those that it
+    /// The weight, 1…1000, of the face that the font is shown in, which need not be the one that it
     /// asks for.
     static int weight(const QFont &font);
+    /// The slant of the face that the font is shown in.
     static bool isSlanted(const QFont &font);
 };
 

@@ -3,6 +3,7 @@
 #include <pellarvine/Platform/NSImage.h>
 
 #include <QPainter>
+#include <QPixmap>
 
 namespace NS {
 
@@ -31,6 +32,8 @@ QImage transparentBitmap(const QSizeF &size)
     qRegisterMetaType<Image>("NS::Image");
     QMetaType::registerConverter<Image, QImage>([](const Image &image) { return image.bitmap(); });
     QMetaType::registerConverter<QImage, Image>([](const QImage &bitmap) { return Image(bitmap); });
+    QMetaType::registerConverter<QPixmap, Image>(
+            [](const QPixmap &pixmap) { return Image(pixmap.toImage()); });
     return true;
 }();
 

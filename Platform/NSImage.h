@@ -19,7 +19,8 @@ namespace NS {
 ///         painter.drawEllipse(QRectF(4, 4, 24, 24));
 ///     });
 ///
-/// A plain value, as cheap to copy as a QImage. In a QVariant it converts to and from QImage.
+/// A plain value, as cheap to copy as a QImage. In a QVariant it converts to and from QImage,
+/// and from QPixmap.
 class PELLARVINE_EXPORT Image
 {
 public:

@@ -21,26 +21,30 @@ template <typename Kind>
 class LayoutAnchor
 {
 public:
+    /// Made by the functions below. The kind has to be the attribute's; the widget is not owned.
     LayoutAnchor(QWidget *item, LayoutAttribute attribute)
         : m_item(item)
         , m_attribute(attribute)
     { }
 
-    QWidget *item() const { return m_item; }
-    LayoutAttribute attribute() const { return m_attribute; }
+    QWidget *item() const { return m_item; } ///< the widget
+    LayoutAttribute attribute() const { return m_attribute; } ///< what of the widget
 
+    /// This = `anchor` + `constant`. Like all that are made here, required and not yet active.
     std::shared_ptr<LayoutConstraint> constraintEqualToAnchor(LayoutAnchor anchor,
                                                               double constant = 0.0) const
     {
         return make(LayoutRelation::equal, anchor, 1.0, constant);
     }
 
+    /// This ≤ `anchor` + `constant`.
     std::shared_ptr<LayoutConstraint> constraintLessThanOrEqualToAnchor(LayoutAnchor anchor,
                                                                         double constant = 0.0) const
     {
         return make(LayoutRelation::lessThanOrEqual, anchor, 1.0, constant);
     }
 
+    /// This ≥ `anchor` + `constant`.
     std::shared_ptr<LayoutConstraint>
     constraintGreaterThanOrEqualToAnchor(LayoutAnchor anchor, double constant = 0.0) const
     {
@@ -48,6 +52,7 @@ public:
     }
 
 protected:
+    /// This, `relation`, `multiplier` × `anchor` + `constant`.
     std::shared_ptr<LayoutConstraint> make(LayoutRelation relation, LayoutAnchor anchor,
                                            double multiplier, double constant) const
     {
@@ -55,11 +60,13 @@ protected:
                                       anchor.m_attribute, multiplier, constant);
     }
 
-    QWidget *m_item;
-    LayoutAttribute m_attribute;
+    QWidget *m_item; ///< item()
+    LayoutAttribute m_attribute; ///< attribute()
 };
 
+/// A vertical edge or a horizontal centre.
 using LayoutXAxisAnchor = LayoutAnchor<struct XAxis>;
+/// A horizontal edge, a vertical centre or a baseline.
 using LayoutYAxisAnchor = LayoutAnchor<struct YAxis>;
 
 /// A width or a height: also by a multiple of another, or by a number alone.
@@ -71,12 +78,14 @@ public:
     using LayoutAnchor::constraintLessThanOrEqualToAnchor;
     using LayoutAnchor::LayoutAnchor;
 
+    /// This = `multiplier` × `anchor` + `constant`.
     std::shared_ptr<LayoutConstraint>
     constraintEqualToAnchor(LayoutDimension anchor, double multiplier, double constant) const
     {
         return make(LayoutRelation::equal, anchor, multiplier, constant);
     }
 
+    /// This ≤ `multiplier` × `anchor` + `constant`.
     std::shared_ptr<LayoutConstraint> constraintLessThanOrEqualToAnchor(LayoutDimension anchor,
                                                                         double multiplier,
                                                                         double constant) const
@@ -84,6 +93,7 @@ public:
         return make(LayoutRelation::lessThanOrEqual, anchor, multiplier, constant);
     }
 
+    /// This ≥ `multiplier` × `anchor` + `constant`.
     std::shared_ptr<LayoutConstraint> constraintGreaterThanOrEqualToAnchor(LayoutDimension anchor,
                                                                            double multiplier,
                                                                            double constant) const
@@ -91,16 +101,19 @@ public:
         return make(LayoutRelation::greaterThanOrEqual, anchor, multiplier, constant);
     }
 
+    /// This = `constant`, in units of the screen, without another widget.
     std::shared_ptr<LayoutConstraint> constraintEqualToConstant(double constant) const
     {
         return make(LayoutRelation::equal, none(), 0.0, constant);
     }
 
+    /// This ≤ `constant`.
     std::shared_ptr<LayoutConstraint> constraintLessThanOrEqualToConstant(double constant) const
     {
         return make(LayoutRelation::lessThanOrEqual, none(), 0.0, constant);
     }
 
+    /// This ≥ `constant`.
     std::shared_ptr<LayoutConstraint> constraintGreaterThanOrEqualToConstant(double constant) const
     {
         return make(LayoutRelation::greaterThanOrEqual, none(), 0.0, constant);
@@ -110,12 +123,16 @@ private:
     static LayoutDimension none() { return { nullptr, LayoutAttribute::notAnAttribute }; }
 };
 
-// Of the part of the widget that is to be aligned, see `alignmentRectInsets`.
+/// @name Anchors of a widget
+/// Of the part of the widget that is to be aligned, see `alignmentRectInsets`.
+/// @{
 
+/// The left edge, whichever way text runs.
 inline LayoutXAxisAnchor leftAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::left };
 }
+/// The right edge, whichever way text runs.
 inline LayoutXAxisAnchor rightAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::right };
@@ -125,22 +142,27 @@ inline LayoutXAxisAnchor leadingAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::leading };
 }
+/// The edge opposite the leading one.
 inline LayoutXAxisAnchor trailingAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::trailing };
 }
+/// Midway between left and right.
 inline LayoutXAxisAnchor centerXAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::centerX };
 }
+/// The upper edge. From here constants grow downwards.
 inline LayoutYAxisAnchor topAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::top };
 }
+/// The lower edge.
 inline LayoutYAxisAnchor bottomAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::bottom };
 }
+/// Midway between top and bottom.
 inline LayoutYAxisAnchor centerYAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::centerY };
@@ -157,13 +179,16 @@ inline LayoutYAxisAnchor lastBaselineAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::lastBaseline };
 }
+/// From left to right, in units of the screen.
 inline LayoutDimension widthAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::width };
 }
+/// From top to bottom, in units of the screen.
 inline LayoutDimension heightAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::height };
 }
+/// @}
 
 } // namespace NS

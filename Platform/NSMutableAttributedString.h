@@ -22,10 +22,12 @@ class AttributedStringRewriter;
 class PELLARVINE_EXPORT MutableAttributedString : public AttributedString
 {
 public:
-    MutableAttributedString() = default;
+    MutableAttributedString() = default; ///< empty
+    /// A copy that can be changed; implicit, as nothing is lost.
     MutableAttributedString(const AttributedString &text)
         : AttributedString(text)
     { }
+    /// All of `string` with the same attributes.
     explicit MutableAttributedString(const QString &string, const Attributes &attributes = {})
         : AttributedString(string, attributes)
     { }
@@ -36,12 +38,14 @@ public:
     /// The same with plain text, which takes the attributes of the first unit that it replaces;
     /// where it replaces none, those of the unit before it or else behind it.
     void replaceCharacters(qsizetype location, qsizetype length, const QString &string);
+    /// Adds `text`, with the attributes that it has, behind the last unit.
     void append(const AttributedString &text);
 
     /// Replaces all attributes in a range.
     void setAttributes(const Attributes &attributes, qsizetype location, qsizetype length);
     /// Adds to the attributes in a range. A value takes the place of one with the same key.
     void addAttributes(const Attributes &attributes, qsizetype location, qsizetype length);
+    /// Removes one attribute in a range, from the runs that carry it.
     void removeAttribute(const QString &key, qsizetype location, qsizetype length);
 
 private:

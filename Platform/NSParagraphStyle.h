@@ -17,6 +17,7 @@ struct ParagraphStyle
     /// AlignLeft is the leading side, at the right in text that runs to the left; add AlignAbsolute
     /// for the left side whatever the direction.
     Qt::Alignment alignment = Qt::AlignLeft;
+    /// Where a line may end.
     QTextOption::WrapMode wrapMode = QTextOption::WordWrap;
     /// LayoutDirectionAuto takes it from the text.
     Qt::LayoutDirection baseWritingDirection = Qt::LayoutDirectionAuto;

@@ -30,9 +30,9 @@ public:
         , m_blurRadius(blurRadius)
     { }
 
-    const Color &color() const { return m_color; }
-    QSizeF offset() const { return m_offset; }
-    double blurRadius() const { return m_blurRadius; }
+    const Color &color() const { return m_color; } ///< where the path is opaque, before blurring
+    QSizeF offset() const { return m_offset; } ///< in points: to the right, upwards
+    double blurRadius() const { return m_blurRadius; } ///< in points, as it was given
 
     /// Draws the shadow that the filled `path` casts, below the path too. Offset and radius keep
     /// their direction and length whatever the painter's transform does to the path.

@@ -24,10 +24,10 @@ namespace {
 constexpr int idleLimit = 60'000; // milliseconds
 constexpr int redirectionLimit = 20;
 
-QString tr(const char *text)
+struct Messages
 {
-    return QCoreApplication::translate("NS::URLSession", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(NS::URLSession)
+};
 
 void call(const URLSession::CompletionHandler &handler, const std::optional<URLError> &error)
 {
@@ -109,12 +109,12 @@ URLError describe(const QNetworkReply &reply, bool isUntrusted)
     case QNetworkReply::RemoteHostClosedError:
     case QNetworkReply::ContentReSendError:
         return { URLError::networkConnectionLost,
-                 tr("The server closed the connection before its answer was complete.") };
+                 Messages::tr("The server closed the connection before its answer was complete.") };
     case QNetworkReply::HostNotFoundError:
         return { URLError::cannotFindHost, reply.errorString() };
     case QNetworkReply::TimeoutError:
     case QNetworkReply::OperationCanceledError: // how Qt ends an idle transfer
-        return { URLError::timedOut, tr("The server did not answer in time.") };
+        return { URLError::timedOut, Messages::tr("The server did not answer in time.") };
     case QNetworkReply::SslHandshakeFailedError:
         return { isUntrusted ? URLError::serverCertificateUntrusted
                              : URLError::secureConnectionFailed,
@@ -132,8 +132,8 @@ URLError describe(const QNetworkReply &reply, bool isUntrusted)
 URLError cancellation()
 {
     return { URLError::cancelled, QCoreApplication::instance()
-                                          ? tr("The program is ending.")
-                                          : tr("There is no application object.") };
+                                          ? Messages::tr("The program is ending.")
+                                          : Messages::tr("There is no application object.") };
 }
 
 // Set when exit() has been called, after which parts of Qt may have gone.
@@ -318,10 +318,11 @@ void URLSession::Worker::redirect(Transfer transfer, const QNetworkReply &reply,
     if (!isSameOrigin(reply.url(), target))
         return call(transfer.task.handler,
                     URLError { URLError::badServerResponse,
-                               tr("The server redirects to another server.") });
+                               Messages::tr("The server redirects to another server.") });
     if (++transfer.redirections > redirectionLimit)
-        return call(transfer.task.handler, URLError { URLError::httpTooManyRedirects,
-                                                      tr("The server redirects too many times.") });
+        return call(transfer.task.handler,
+                    URLError { URLError::httpTooManyRedirects,
+                               Messages::tr("The server redirects too many times.") });
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     transfer.isBodyWanted = transfer.isBodyWanted && (status == 307 || status == 308);
     QNetworkRequest &request = transfer.task.request;

@@ -12,6 +12,9 @@
 
 namespace NS {
 
+class Storyboard;
+class StoryboardSegue;
+
 /// The object behind a view: it makes the view when that is first asked for and stands in a tree of
 /// controllers, in which a container shows the views of its children.
 ///
@@ -22,38 +25,78 @@ namespace NS {
 ///     };
 ///
 /// A controller owns its children and its view. A view that is given a parent widget belongs to
-/// that; whichever ends first, nothing is destroyed twice. Main thread only.
+/// that too; whichever ends first, nothing is destroyed twice. A controller whose view is gone stays
+/// for whoever owns it. Main thread only.
 class PELLARVINE_EXPORT ViewController : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged)
     Q_PROPERTY(QWidget *view READ view WRITE setView NOTIFY viewChanged)
     Q_PROPERTY(bool viewLoaded READ isViewLoaded NOTIFY viewChanged)
+    Q_PROPERTY(QString nibName READ nibName CONSTANT)
 
 public:
     explicit ViewController(QObject *parent = nullptr);
+    /// With a view from the interface file of that name, or at that path, which NS::Nib finds. This
+    /// controller is the file's owner.
+    explicit ViewController(const QString &nibName, QObject *parent = nullptr);
     ~ViewController() override;
 
     /// Empty unless set.
     QString title() const;
     void setTitle(const QString &title);
+    /// Empty if the view is from no interface file.
+    QString nibName() const;
 
-    /// Never null, unless the view was destroyed by its parent: the first call loads it.
+    // The view
+
+    /// Never null, unless the view was destroyed by its parent: the first call loads it. Throws what
+    /// loadView() and the storyboard do, and the next call then tries again.
     QWidget *view();
     /// Takes the view; the one before it is deleted if it has no parent widget.
     void setView(QWidget *view);
     bool isViewLoaded() const;
+    /// Called once, after loadView().
+    virtual void viewDidLoad();
+
+    // What becomes of the view. However it is shown and hidden (by itself, with what it lies in, by
+    // being added or removed) these come in this order and in pairs, containers before what lies in
+    // them. Minimising a window hides nothing. A view that is destroyed while it can be seen is
+    // gone without a word. An exception that a callback lets out is printed as a warning.
+
+    /// It is about to be seen.
+    virtual void viewWillAppear();
+    /// It has been shown, and the event loop has come round; at the latest before it disappears.
+    virtual void viewDidAppear();
+    /// It is being hidden or taken away, and still where it was.
+    virtual void viewWillDisappear();
+    /// It and all in it are hidden.
+    virtual void viewDidDisappear();
+
+    // The tree of controllers
 
     /// The controller that this one is a child of; null at the top.
     ViewController *parentViewController() const;
     /// In the order in which they were added.
     QList<ViewController *> childViewControllers() const;
-
     /// Makes the controller the last child, taking it from where it was. Neither null nor this
     /// controller nor one above it. Its view is for the caller to place.
     void addChildViewController(ViewController *child);
     /// Afterwards nobody owns the controller. Does nothing at the top.
     void removeFromParentViewController();
+
+    // The storyboard
+
+    /// The one that this controller comes from; null if it comes from none.
+    std::shared_ptr<Storyboard> storyboard() const;
+    /// Walks the segue of that name that begins at this controller. Throws
+    /// `UnknownIdentifierError` if there is none, and what loading the destination throws; nothing has changed then.
+    void performSegue(const QString &identifier, QObject *sender = nullptr);
+    /// Whether a segue that `sender` triggers may be walked: true unless overridden. Not asked by
+    /// performSegue().
+    virtual bool shouldPerformSegue(const QString &identifier, QObject *sender);
+    /// The destination is made, its view not loaded: the moment to hand over what it shows.
+    virtual void prepareForSegue(StoryboardSegue *segue, QObject *sender);
 
 Q_SIGNALS:
     void titleChanged(const QString &title);
@@ -61,14 +104,18 @@ Q_SIGNALS:
     void childViewControllersChanged();
 
 protected:
-    /// Makes the view and hands it to setView(). A plain widget unless overridden.
+    /// Makes the view and hands it to setView(): from the interface file if there is one, else a
+    /// plain widget, unless overridden.
     virtual void loadView();
-    /// Called once, after loadView().
-    virtual void viewDidLoad();
 
 private:
+    friend class Storyboard;
+    friend class ViewWatch;
     struct Private;
     std::unique_ptr<Private> d;
 };
+
+/// The controller whose view that is; null if it is nobody's. `view` may be null.
+PELLARVINE_EXPORT ViewController *viewController(const QWidget *view);
 
 } // namespace NS

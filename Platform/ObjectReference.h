@@ -35,7 +35,7 @@ public:
         : m_reference(std::shared_ptr<QObject>(std::move(object)))
     { }
 
-    ObjectReference(std::nullptr_t) = delete;
+    ObjectReference(std::nullptr_t) = delete; ///< a piece with nothing to work on is a mistake
 
     /// The object; null once an object that is only watched has been destroyed.
     QObject *get() const

@@ -3,10 +3,13 @@
 
 #include <pellarvine/Platform/Global.h>
 
-// The version that a program is compiled against. Semantic versioning; the build reads it here.
-#define PELLARVINE_VERSION_MAJOR 0
-#define PELLARVINE_VERSION_MINOR 1
-#define PELLARVINE_VERSION_PATCH 0
+/// @file
+/// The version that a program is compiled against, and the one that it runs with. Semantic
+/// versioning; the build reads it here.
+
+#define PELLARVINE_VERSION_MAJOR 0 ///< while this is 0, a new minor version may break what was
+#define PELLARVINE_VERSION_MINOR 1 ///< goes up with new API
+#define PELLARVINE_VERSION_PATCH 0 ///< goes up with repairs alone
 
 extern "C" {
 

@@ -48,8 +48,9 @@ public:
     using BindingBase::setFirst;
     using BindingBase::setSecond;
 
-    /// Empty if there is none.
+    /// From the first object to the second; empty if there is none.
     const Transformer &forwardTransformer() const;
+    /// From the second object to the first; empty if there is none.
     const Transformer &reverseTransformer() const;
 };
 

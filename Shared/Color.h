@@ -72,30 +72,31 @@ T interpolate(const T &first, const std::type_identity_t<T> &second, double posi
 template <Color T>
 struct Palette
 {
-    static T turquoise() { return color(26, 188, 156); }
-    static T greenSea() { return color(22, 160, 133); }
-    static T emerald() { return color(46, 204, 113); }
-    static T nephritis() { return color(39, 174, 96); }
-    static T peterRiver() { return color(52, 152, 219); }
-    static T belizeHole() { return color(41, 128, 185); }
-    static T amethyst() { return color(155, 89, 182); }
-    static T wisteria() { return color(142, 68, 173); }
-    static T wetAsphalt() { return color(52, 73, 94); }
-    static T midnightBlue() { return color(44, 62, 80); }
-    static T sunflower() { return color(241, 196, 15); }
-    static T carrot() { return color(230, 126, 34); }
-    static T pumpkin() { return color(211, 84, 0); }
-    static T alizarin() { return color(231, 76, 60); }
-    static T pomergranate() { return color(192, 57, 43); } // the name is spelt like this
-    static T clouds() { return color(236, 240, 241); }
-    static T silver() { return color(189, 195, 199); }
-    static T concrete() { return color(149, 165, 166); }
-    static T asbestos() { return color(127, 140, 141); }
+    static T turquoise() { return color(26, 188, 156); } ///< `#1ABC9C`
+    static T greenSea() { return color(22, 160, 133); } ///< `#16A085`
+    static T emerald() { return color(46, 204, 113); } ///< `#2ECC71`
+    static T nephritis() { return color(39, 174, 96); } ///< `#27AE60`
+    static T peterRiver() { return color(52, 152, 219); } ///< `#3498DB`
+    static T belizeHole() { return color(41, 128, 185); } ///< `#2980B9`
+    static T amethyst() { return color(155, 89, 182); } ///< `#9B59B6`
+    static T wisteria() { return color(142, 68, 173); } ///< `#8E44AD`
+    static T wetAsphalt() { return color(52, 73, 94); } ///< `#34495E`
+    static T midnightBlue() { return color(44, 62, 80); } ///< `#2C3E50`
+    static T sunflower() { return color(241, 196, 15); } ///< `#F1C40F`
+    static T carrot() { return color(230, 126, 34); } ///< `#E67E22`
+    static T pumpkin() { return color(211, 84, 0); } ///< `#D35400`
+    static T alizarin() { return color(231, 76, 60); } ///< `#E74C3C`
+    static T pomergranate() { return color(192, 57, 43); } ///< `#C0392B`, spelt like this
+    static T clouds() { return color(236, 240, 241); } ///< `#ECF0F1`
+    static T silver() { return color(189, 195, 199); } ///< `#BDC3C7`
+    static T concrete() { return color(149, 165, 166); } ///< `#95A5A6`
+    static T asbestos() { return color(127, 140, 141); } ///< `#7F8C8D`
 
+    /// A colour and what it is called.
     struct Entry
     {
         const char *name; ///< as the function is called
-        T color;
+        T color; ///< opaque
     };
 
     /// All of them with their names, in the order above.

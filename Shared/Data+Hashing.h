@@ -10,6 +10,9 @@
 
 QT_FORWARD_DECLARE_CLASS(QIODevice)
 
+/// @file
+/// Digests of bytes and of files.
+
 namespace Pellarvine {
 
 /// The digests on offer. MD5 and SHA-1 are there for checksums and old formats; neither withstands

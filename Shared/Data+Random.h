@@ -3,6 +3,9 @@
 
 #include <pellarvine/Platform/Global.h>
 
+/// @file
+/// Bytes that nobody can guess.
+
 namespace Pellarvine {
 
 /// `length` bytes from the system's cryptographically secure random source; empty for 0 and below.

@@ -48,10 +48,11 @@ public:
     /// The plaintext of one complete container. Throws what `feed` and `finalize` throw.
     static Data decrypt(QByteArrayView data, QStringView passphrase);
 
-    // The reader's state, for code inside the library: both null until a header is accepted, and
-    // owned by this object.
+    /// The reader's state, for code inside the library: the cipher, null until a header is accepted,
+    /// and owned by this object.
     CryptorEngine *engine() const;
     void setEngine(std::unique_ptr<CryptorEngine> engine);
+    /// Likewise what checks the tag.
     HMAC *hmac() const;
     void setHmac(std::unique_ptr<HMAC> hmac);
 

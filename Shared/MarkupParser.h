@@ -46,17 +46,21 @@ public:
     /// What the whole text is set in before the rules run.
     const QFont &font() const;
     void setFont(const QFont &font);
+    /// Of the text; black unless set.
     const NS::Color &color() const;
     void setColor(const NS::Color &color);
+    /// Of every paragraph; the default style unless set.
     const NS::ParagraphStyle &paragraphStyle() const;
     void setParagraphStyle(const NS::ParagraphStyle &paragraphStyle);
 
-    /// What `**`, `//` and the backquote set. They take each other's place: the rule that runs
-    /// last, the backquote's, wins.
+    /// What `**` sets. The fonts of `**`, `//` and the backquote take each other's place: the rule
+    /// that runs last, the backquote's, wins.
     const QFont &boldFont() const;
     void setBoldFont(const QFont &font);
+    /// What `//` sets.
     const QFont &italicFont() const;
     void setItalicFont(const QFont &font);
+    /// What the backquote sets.
     const QFont &monospaceFont() const;
     void setMonospaceFont(const QFont &font);
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/NSColorList.h>
 #include <pellarvine/Shared/NSColor+Color.h>
 
 #include <QTextBoundaryFinder>
@@ -95,7 +96,32 @@ bool fromText(const void *from, void *to)
     return color.has_value();
 }
 
+// "greenSea" as people write it: "Green Sea".
+QString title(const char *name)
+{
+    QString text;
+    for (const QChar character : QString::fromLatin1(name)) {
+        if (text.isEmpty())
+            text.append(character.toUpper());
+        else if (character.isUpper())
+            text.append(u' ').append(character);
+        else
+            text.append(character);
+    }
+    return text;
+}
+
+// The list that colour panels offer.
+void offerPalette()
+{
+    NS::ColorList list { QStringLiteral("Pellarvine"), {} };
+    for (const auto &[name, color] : Palette<NS::Color>::all())
+        list.entries.append({ title(name), color });
+    NS::ColorList::add(list);
+}
+
 [[maybe_unused]] const bool isRegistered = [] {
+    offerPalette();
     const auto color = QMetaType::fromType<NS::Color>();
     const auto text = QMetaType::fromType<QString>();
     return QMetaType::registerConverterFunction(&toText, color, text)

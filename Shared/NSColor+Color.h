@@ -8,6 +8,9 @@
 
 #include <optional>
 
+/// @file
+/// Colours from and to hexadecimal text.
+
 namespace Pellarvine {
 
 static_assert(Color<NS::Color>);

@@ -29,7 +29,7 @@ public:
     /// Takes the new value; an invalid one is no value.
     using Callback = std::function<void(const QVariant &)>;
 
-    Observer() = delete;
+    Observer() = delete; ///< there is nothing to observe
 
     /// With `fireInitial`, the callback is called once with the current value before the
     /// constructor returns. Throws `NS::KeyValueException` for a key path that the object lacks or

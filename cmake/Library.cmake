@@ -22,7 +22,8 @@ if(BUILD_TESTING OR PELLARVINE_BENCHMARKS OR PELLARVINE_FUZZ)
   target_compile_definitions(Pellarvine PUBLIC $<BUILD_INTERFACE:PELLARVINE_EXPORT_INTERNALS>)
 endif()
 
-install(TARGETS Pellarvine EXPORT PellarvineTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS Pellarvine EXPORT PellarvineTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
 
 # Adds sources of the calling room to the library.
 function(pellarvine_sources)
@@ -33,5 +34,8 @@ endfunction()
 function(pellarvine_public_headers)
   cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME room)
   target_sources(Pellarvine PRIVATE ${ARGN})
-  install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/pellarvine/${room})
+  install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/pellarvine/${room}
+          COMPONENT development)
+  list(TRANSFORM ARGN PREPEND ${room}/)
+  set_property(GLOBAL APPEND PROPERTY pellarvinePublicHeaders ${ARGN})
 endfunction()

@@ -7,10 +7,12 @@ using namespace Qt::StringLiterals;
 
 Page *makeAboutPage(QWidget *parent);
 Page *makeBindingsPage(QWidget *parent);
+Page *makeColorPickerPage(QWidget *parent);
 Page *makeColorsPage(QWidget *parent);
 Page *makeContainerPage(QWidget *parent);
 Page *makeDrawingPage(QWidget *parent);
 Page *makeFontsPage(QWidget *parent);
+Page *makeImagesPage(QWidget *parent);
 Page *makeLayoutPage(QWidget *parent);
 Page *makeMarkupPage(QWidget *parent);
 Page *makeTicketsPage(QWidget *parent);
@@ -34,6 +36,8 @@ QList<PageEntry> pages()
         { u"markup"_s, tr("Markup"), tr("Colour and text"), &makeMarkupPage },
         { u"drawing"_s, tr("Drawing"), tr("Colour and text"), &makeDrawingPage },
         { u"layout"_s, tr("Layout"), tr("Views"), &makeLayoutPage },
+        { u"images"_s, tr("Images"), tr("Views"), &makeImagesPage },
+        { u"colour-picker"_s, tr("Colour picker"), tr("Views"), &makeColorPickerPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
         { u"about"_s, tr("About"), tr("Application"), &makeAboutPage },
     };

@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/ColorPickerButton.h>
+#include <pellarvine/Pellarvine/ColorPickerButtonCell.h>
+#include <pellarvine/Platform/AccessibleControl.h>
+#include <pellarvine/Platform/ColorExchange.h>
+#include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/NSPopover.h>
+#include <pellarvine/Platform/NSView.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine {
+
+namespace {
+
+constexpr int preferredWidth = 48;
+constexpr int smallestWidth = 24;
+constexpr double ringWidth = 2;
+constexpr double ringRadius = 4;
+
+class AccessibleColorPickerButton : public NS::detail::AccessibleControl
+{
+public:
+    explicit AccessibleColorPickerButton(ColorPickerButton *button)
+        : AccessibleControl(button, QAccessible::ButtonDropDown, ColorPickerButton::tr("Colour"))
+    { }
+
+    QString text(QAccessible::Text text) const override
+    {
+        const QColor color = button()->color();
+        return text == QAccessible::Value ? NS::detail::hexText(color, color.alpha() < 255)
+                                          : AccessibleControl::text(text);
+    }
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = AccessibleControl::state();
+        state.hasPopup = true;
+        state.pressed = button()->isDown();
+        return state;
+    }
+    QStringList actionNames() const override
+    {
+        return QStringList(pressAction()) + AccessibleControl::actionNames();
+    }
+    void doAction(const QString &name) override
+    {
+        if (name == pressAction())
+            button()->click();
+        else
+            AccessibleControl::doAction(name);
+    }
+
+private:
+    ColorPickerButton *button() const { return static_cast<ColorPickerButton *>(widget()); }
+};
+
+[[maybe_unused]] const bool isAccessible = [] {
+    NS::detail::makeAccessible<ColorPickerButton, AccessibleColorPickerButton>();
+    return true;
+}();
+
+// The panel that the view controller has found.
+NS::ColorPanel *panelOf(const ColorPickerViewController *controller)
+{
+    if (!controller->colorPanel())
+        fatalError("The color picker has no color panel");
+    return controller->colorPanel();
+}
+
+} // namespace
+
+struct ColorPickerButton::Private
+{
+    ColorPickerViewController *viewController;
+    QColor color = QColor(Qt::green);
+    QPoint pressed; // where the mouse was
+    bool isDropTarget = false;
+};
+
+ColorPickerButton::ColorPickerButton(QWidget *parent)
+    : Button(parent)
+    , d(std::make_unique<Private>(new ColorPickerViewController(this)))
+{
+    setCell(new ColorPickerButtonCell);
+    setAcceptDrops(true);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(this, &QPushButton::clicked, this, &ColorPickerButton::buttonPressed);
+}
+
+// What closes must not tell an object that is half gone.
+ColorPickerButton::~ColorPickerButton()
+{
+    qDeleteAll(findChildren<NS::Popover *>(Qt::FindDirectChildrenOnly));
+}
+
+QColor ColorPickerButton::color() const
+{
+    return d->color;
+}
+
+void ColorPickerButton::setColor(const QColor &color)
+{
+    const QColor rgb = color.isValid() ? color.toRgb() : QColor(Qt::black);
+    if (rgb == d->color)
+        return;
+    d->color = rgb;
+    update();
+    if (QAccessible::isActive()) {
+        QAccessibleValueChangeEvent event(this, NS::detail::hexText(d->color, true));
+        QAccessible::updateAccessibility(&event);
+    }
+    Q_EMIT colorChanged(d->color);
+}
+
+ColorPickerViewController *ColorPickerButton::viewController() const
+{
+    return d->viewController;
+}
+
+void ColorPickerButton::buttonPressed()
+{
+    d->viewController->view(); // which loads it
+    NS::ColorPanel *const panel = panelOf(d->viewController);
+    panel->setColor(d->color);
+    NS::addObserver(panel, this, u"color"_s, NS::KeyValueObservingOptions::newValue);
+    if (!parentWidget())
+        return;
+
+    auto *const popover = new NS::Popover(this);
+    connect(popover, &NS::Popover::didClose, this, &ColorPickerButton::popoverDidClose);
+    popover->setBehavior(NS::Popover::Behavior::transient);
+    popover->setOpener(this);
+    popover->setDeletesOnClose(true);
+    popover->setContentViewController(d->viewController);
+    popover->showRelativeToRect(NS::frame(this), parentWidget(), NS::RectEdge::maxX);
+    // The click that has just closed one opens none, and there will be no close to end this.
+    if (!popover->isShown()) {
+        delete popover;
+        popoverDidClose();
+    }
+}
+
+void ColorPickerButton::popoverDidClose()
+{
+    NS::ColorPanel *const panel = panelOf(d->viewController);
+    NS::removeObserver(panel, this, u"color"_s);
+    if (!panel->contentView()->isVisible())
+        panel->reclaimContentView();
+}
+
+void ColorPickerButton::observeValue(const QString &, QObject *, const NS::KeyValueChange *)
+{
+    setColor(panelOf(d->viewController)->color());
+}
+
+QSize ColorPickerButton::sizeHint() const
+{
+    return { preferredWidth, Button::sizeHint().height() };
+}
+
+QSize ColorPickerButton::minimumSizeHint() const
+{
+    return { smallestWidth, Button::minimumSizeHint().height() };
+}
+
+void ColorPickerButton::copy()
+{
+    QApplication::clipboard()->setMimeData(NS::detail::mimeDataForColor(d->color));
+}
+
+void ColorPickerButton::paste()
+{
+    if (const auto color = NS::detail::colorInMimeData(QApplication::clipboard()->mimeData()))
+        setColor(*color);
+}
+
+bool ColorPickerButton::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto *const key = static_cast<QKeyEvent *>(event);
+        if (key->matches(QKeySequence::Copy) || key->matches(QKeySequence::Paste))
+            event->accept();
+    }
+    return Button::event(event);
+}
+
+void ColorPickerButton::contextMenuEvent(QContextMenuEvent *event)
+{
+    auto *const menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    QAction *const copying = menu->addAction(QIcon::fromTheme(u"edit-copy"_s), tr("&Copy Colour"),
+                                             this, &ColorPickerButton::copy);
+    copying->setShortcut(QKeySequence::Copy);
+    QAction *const pasting = menu->addAction(QIcon::fromTheme(u"edit-paste"_s), tr("&Paste Colour"),
+                                             this, &ColorPickerButton::paste);
+    pasting->setShortcut(QKeySequence::Paste);
+    pasting->setEnabled(
+            NS::detail::colorInMimeData(QApplication::clipboard()->mimeData()).has_value());
+    menu->popup(event->globalPos());
+}
+
+void ColorPickerButton::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->source() == this || !NS::detail::colorInMimeData(event->mimeData()))
+        return event->ignore();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    d->isDropTarget = true;
+    update();
+}
+
+void ColorPickerButton::dragLeaveEvent(QDragLeaveEvent *)
+{
+    d->isDropTarget = false;
+    update();
+}
+
+void ColorPickerButton::dropEvent(QDropEvent *event)
+{
+    d->isDropTarget = false;
+    update();
+    const auto color = NS::detail::colorInMimeData(event->mimeData());
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(color.has_value());
+    if (color)
+        setColor(*color);
+}
+
+void ColorPickerButton::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Copy))
+        return copy();
+    if (event->matches(QKeySequence::Paste))
+        return paste();
+    Button::keyPressEvent(event);
+}
+
+void ColorPickerButton::mousePressEvent(QMouseEvent *event)
+{
+    d->pressed = event->position().toPoint();
+    Button::mousePressEvent(event);
+}
+
+void ColorPickerButton::mouseMoveEvent(QMouseEvent *event)
+{
+    const int distance = (event->position().toPoint() - d->pressed).manhattanLength();
+    if (!isDown() || !(event->buttons() & Qt::LeftButton)
+        || distance < QApplication::startDragDistance())
+        return Button::mouseMoveEvent(event);
+    setDown(false); // it has become a drag, and is no click any more
+    auto *const drag = new QDrag(this);
+    drag->setMimeData(NS::detail::mimeDataForColor(d->color));
+    drag->setPixmap(NS::detail::dragPixmap(d->color, devicePixelRatio()));
+    drag->exec(Qt::CopyAction);
+}
+
+void ColorPickerButton::paintEvent(QPaintEvent *event)
+{
+    Button::paintEvent(event);
+    if (!d->isDropTarget)
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), ringWidth));
+    const double half = ringWidth / 2;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), ringRadius,
+                            ringRadius);
+}
+
+} // namespace Pellarvine

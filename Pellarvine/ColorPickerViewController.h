@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/NSColorPanel.h>
+#include <pellarvine/Platform/NSViewController.h>
+
+#include <memory>
+
+namespace Pellarvine {
+
+/// Shows the content of the shared colour panel in a place of one's own, such as a popover, with
+/// the opacity slider and the wheel. That content exists once: it is where it was last put, and
+/// goes back into the panel when that is shown, or when this controller goes.
+class PELLARVINE_EXPORT ColorPickerViewController : public NS::ViewController
+{
+    Q_OBJECT
+    Q_PROPERTY(NS::ColorPanel *colorPanel READ colorPanel NOTIFY colorPanelChanged)
+
+public:
+    explicit ColorPickerViewController(QObject *parent = nullptr);
+    ~ColorPickerViewController() override;
+
+    /// The shared panel; null until the view is loaded.
+    NS::ColorPanel *colorPanel() const;
+
+Q_SIGNALS:
+    void colorPanelChanged(NS::ColorPanel *colorPanel);
+
+protected:
+    /// Hides the panel if it is on the screen, and takes its content as the view.
+    void loadView() override;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace Pellarvine

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/NSTextField.h>
+
+namespace Pellarvine {
+
+/// A text field that asks for the height that its text needs at the width that layout gave it:
+///
+///     auto *const note = new HeightForWidthTextField;
+///     note->setStringValue(tr("Nothing is deleted from the server."));
+///     NS::addAndPin(panel, note, 8); // as high as need be at any width of the panel
+///
+/// Its `preferredMaxLayoutWidth` is its own width as of the last layout pass; to set it is in vain.
+/// Everything else is as in NS::TextField.
+class PELLARVINE_EXPORT HeightForWidthTextField : public NS::TextField
+{
+    Q_OBJECT
+
+public:
+    explicit HeightForWidthTextField(QWidget *parent = nullptr);
+
+    /// Takes over the width, then does what the base class does. A change of the frame asks for it.
+    Q_INVOKABLE void performLayout() override;
+
+protected:
+    void moveEvent(QMoveEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+};
+
+} // namespace Pellarvine

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Pellarvine/HeightForWidthTextField.h>
+
+namespace Pellarvine {
+
+/// A label that shows text with markup, in its own font, alignment and colour:
+///
+///     auto *const label = new MarkupLabel;
+///     label->setMarkupStringValue(tr("Press **Enter** to keep, `Esc` to drop."));
+///
+/// In Qt Designer, type the markup as `stringValue`: `awakeFromNib()` styles it as the file is
+/// loaded. Set in code, `stringValue` is shown as it is, markup and all. docs/markup.md has the
+/// grammar.
+class PELLARVINE_EXPORT MarkupLabel : public HeightForWidthTextField
+{
+    Q_OBJECT
+    Q_PROPERTY(QString markupStringValue READ markupStringValue WRITE setMarkupStringValue NOTIFY
+                       markupStringValueChanged DESIGNABLE false STORED false)
+
+public:
+    explicit MarkupLabel(QWidget *parent = nullptr);
+
+    /// The text as displayed, without markup: the markup itself is not kept.
+    QString markupStringValue() const;
+    /// Styles the text by the font, the alignment and the colour that the label has at this moment,
+    /// every time that it is called. A label without `textColor` uses the palette's, and changes
+    /// that with the palette.
+    void setMarkupStringValue(const QString &markup);
+
+    /// Styles `stringValue`, once, as loaded from an interface file.
+    Q_INVOKABLE virtual void awakeFromNib();
+
+Q_SIGNALS:
+    void markupStringValueChanged(const QString &string); ///< with `stringValue`
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    QColor m_paletteColor; // what text has from the palette; invalid if it has none from there
+};
+
+} // namespace Pellarvine

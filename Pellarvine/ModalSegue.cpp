@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/ModalSegue.h>
+
+namespace Pellarvine {
+
+namespace {
+
+[[maybe_unused]] const bool isRegistered = (NS::StoryboardSegue::registerClass<ModalSegue>(), true);
+
+} // namespace
+
+ModalSegue::~ModalSegue() = default;
+
+void ModalSegue::perform() { }
+
+} // namespace Pellarvine

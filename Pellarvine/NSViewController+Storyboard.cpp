@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/NSView+AutoLayout.h>
+#include <pellarvine/Pellarvine/NSViewController+Storyboard.h>
+#include <pellarvine/Platform/NSStoryboard.h>
+#include <pellarvine/Platform/NSView.h>
+
+#include <memory>
+
+namespace NS {
+
+ViewController *instantiateViewControllerWithIdentifier(const ViewController *receiver,
+                                                        const QString &identifier,
+                                                        QWidget *pinInsideSubview)
+{
+    const std::shared_ptr<Storyboard> storyboard = receiver->storyboard();
+    if (!storyboard)
+        return nullptr;
+    std::unique_ptr<QObject> made(storyboard->instantiateControllerWithIdentifier(identifier));
+    auto *const controller = qobject_cast<ViewController *>(made.get());
+    if (!controller)
+        return nullptr;
+    QWidget *const view = controller->view();
+    setTranslatesAutoresizingMaskIntoConstraints(view, false);
+    addSubview(pinInsideSubview, view);
+    pinWidthAndHeight(view, pinInsideSubview);
+    made.release();
+    return controller;
+}
+
+} // namespace NS

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/NavigationController.h>
+#include <pellarvine/Pellarvine/NavigationFocus.h>
+#include <pellarvine/Platform/ClassRegistry.h>
+#include <pellarvine/Platform/NSResponder.h>
+
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+namespace Pellarvine {
+
+namespace {
+
+[[maybe_unused]] const bool isRegistered = (NS::registerClass<NavigationController>(), true);
+
+QWidget *firstSubview(const QWidget *view)
+{
+    const QObjectList &children = view->children();
+    const auto first = std::find_if(children.begin(), children.end(), [](const QObject *child) {
+        return child->isWidgetType() && !static_cast<const QWidget *>(child)->isWindow();
+    });
+    return first == children.end() ? nullptr : static_cast<QWidget *>(*first);
+}
+
+// The nearest controller in the chain after the view, which is not tested itself.
+NS::ViewController *controllerAfter(QWidget *view)
+{
+    for (QObject *responder = NS::nextResponder(view); responder;
+         responder = NS::nextResponder(responder)) {
+        if (auto *const controller = qobject_cast<NS::ViewController *>(responder))
+            return controller;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+struct NavigationController::Private
+{
+    QList<NS::ViewController *> stack;
+    QPointer<QWidget> contentView;
+    QObject stackWatch; ///< hears of controllers' ends
+    QObject contentWatch; ///< hears of the content view's
+    std::unique_ptr<NavigationFocus> focus;
+};
+
+NavigationController::NavigationController(QObject *parent)
+    : NavigationController(QString(), parent)
+{ }
+
+NavigationController::NavigationController(const QString &nibName, QObject *parent)
+    : NS::ViewController(nibName, parent)
+    , d(std::make_unique<Private>())
+{
+    d->focus = std::make_unique<NavigationFocus>(this);
+}
+
+NavigationController::~NavigationController() = default;
+
+QList<NS::ViewController *> NavigationController::navigationStack() const
+{
+    return d->stack;
+}
+
+void NavigationController::setNavigationStack(const QList<NS::ViewController *> &stack)
+{
+    if (stack == d->stack)
+        return;
+    for (NS::ViewController *const controller : std::as_const(d->stack))
+        controller->disconnect(&d->stackWatch);
+    d->stack = stack;
+    for (NS::ViewController *const controller : stack) {
+        connect(controller, &QObject::destroyed, &d->stackWatch, [this, controller] {
+            if (d->stack.removeAll(controller) > 0)
+                Q_EMIT navigationStackChanged(d->stack);
+        });
+    }
+    Q_EMIT navigationStackChanged(stack);
+}
+
+QWidget *NavigationController::contentView() const
+{
+    return d->contentView;
+}
+
+void NavigationController::setContentView(QWidget *view)
+{
+    if (view == d->contentView)
+        return;
+    if (d->contentView)
+        d->contentView->disconnect(&d->contentWatch);
+    d->contentView = view;
+    if (view)
+        connect(view, &QObject::destroyed, &d->contentWatch,
+                [this] { Q_EMIT contentViewChanged(nullptr); });
+    Q_EMIT contentViewChanged(view);
+}
+
+void NavigationController::viewDidLoad()
+{
+    NS::ViewController::viewDidLoad();
+}
+
+void NavigationController::viewWillAppear()
+{
+    NS::ViewController::viewWillAppear();
+    if (!d->contentView) {
+        setContentView(view());
+        return;
+    }
+    QWidget *const subview = firstSubview(d->contentView);
+    if (!subview)
+        return;
+    if (NS::ViewController *const controller = controllerAfter(subview))
+        setNavigationStack({ controller });
+}
+
+} // namespace Pellarvine

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/NavigationItemViewController.h>
+#include <pellarvine/Platform/ClassRegistry.h>
+
+namespace Pellarvine {
+
+namespace {
+
+[[maybe_unused]] const bool isRegistered =
+        (NS::registerClass<NavigationItemViewController>(), true);
+
+} // namespace
+
+NavigationItemViewController::NavigationItemViewController(QObject *parent)
+    : NS::ViewController(parent)
+{ }
+
+NavigationItemViewController::NavigationItemViewController(const QString &nibName, QObject *parent)
+    : NS::ViewController(nibName, parent)
+{ }
+
+NavigationItemViewController::~NavigationItemViewController() = default;
+
+} // namespace Pellarvine

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+#include <pellarvine/Platform/NSViewController.h>
+
+namespace Pellarvine {
+
+/// The base of controllers that are meant to live in a `NavigationController`'s stack. It marks them
+/// as such and adds nothing; the stack takes other view controllers as well.
+///
+///     class LetterController : public Pellarvine::NavigationItemViewController
+///     {
+///         Q_OBJECT
+///     public:
+///         using NavigationItemViewController::NavigationItemViewController;
+///     };
+class PELLARVINE_EXPORT NavigationItemViewController : public NS::ViewController
+{
+    Q_OBJECT
+
+public:
+    explicit NavigationItemViewController(QObject *parent = nullptr);
+    explicit NavigationItemViewController(const QString &nibName, QObject *parent = nullptr);
+    ~NavigationItemViewController() override;
+};
+
+} // namespace Pellarvine

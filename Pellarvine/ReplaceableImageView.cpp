@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/ReplaceableImageView.h>
+#include <pellarvine/Platform/Failure.h>
+#include <pellarvine/Platform/KeyValueCoding.h>
+#include <pellarvine/Platform/NSKeyValueBinding.h>
+#include <pellarvine/Platform/Worker.h>
+
+#include <QAction>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QImageReader>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMetaMethod>
+#include <QMimeData>
+#include <QPointer>
+#include <QUrl>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine {
+
+namespace {
+
+// The delegate's operation; invalid if it does not have it.
+QMetaMethod operation(const QObject *delegate)
+{
+    if (!delegate)
+        return {};
+    const QMetaObject *const metaObject = delegate->metaObject();
+    // The last one is that of the most derived class.
+    for (int index = metaObject->methodCount() - 1; index >= 0; --index) {
+        const QMetaMethod method = metaObject->method(index);
+        if (method.name() == "replaceableImageView" && method.parameterCount() == 2
+            && method.parameterMetaType(0) == QMetaType::fromType<ReplaceableImageView *>()
+            && method.parameterMetaType(1) == QMetaType::fromType<Data>())
+            return method;
+    }
+    return {};
+}
+
+void tell(QObject *delegate, ReplaceableImageView *view, const Data &bytes)
+{
+    const QMetaMethod method = operation(delegate);
+    if (!method.isValid())
+        return;
+    void *arguments[] = { nullptr, &view, const_cast<Data *>(&bytes) };
+    QMetaObject::metacall(delegate, QMetaObject::InvokeMetaMethod, method.methodIndex(), arguments);
+}
+
+// One filter for all that can be read: "Images (*.png *.jpg …)".
+QString imageFilter()
+{
+    QStringList patterns;
+    const QList<QByteArray> formats = QImageReader::supportedImageFormats();
+    for (const QByteArray &format : formats)
+        patterns.append(u"*."_s + QString::fromLatin1(format));
+    return ReplaceableImageView::tr("Images") + u" ("_s + patterns.join(u' ') + u')';
+}
+
+// Shows the image, or has the model that the view is bound to do so.
+void showHonouringBinding(const NS::Image &image, ReplaceableImageView *view)
+{
+    const QVariantMap info = NS::infoForBinding(view, NS::NSValueBinding);
+    if (info.isEmpty())
+        return view->setImage(image);
+    auto *const model = info.value(NS::NSObservedObjectKey).value<QObject *>();
+    const QVariant keyPath = info.value(NS::NSObservedKeyPathKey);
+    if (!model || keyPath.metaType() != QMetaType::fromType<QString>())
+        return;
+    try {
+        NS::setValueForKeyPath(model, keyPath.toString(), QVariant::fromValue(image));
+    } catch (const NS::KeyValueException &error) {
+        printWarning("Warning: " + std::string(error.what()));
+    }
+}
+
+} // namespace
+
+struct ReplaceableImageView::Private
+{
+    QPointer<QObject> delegate;
+    QPointer<QFileDialog> panel;
+};
+
+ReplaceableImageView::ReplaceableImageView(QWidget *parent)
+    : ImageView(parent)
+    , d(std::make_unique<Private>())
+{
+    setEditable(true);
+}
+
+ReplaceableImageView::~ReplaceableImageView() = default;
+
+QObject *ReplaceableImageView::delegate() const
+{
+    return d->delegate;
+}
+
+void ReplaceableImageView::setDelegate(QObject *delegate)
+{
+    if (delegate == d->delegate)
+        return;
+    d->delegate = delegate;
+    Q_EMIT delegateChanged(delegate);
+}
+
+QMenu *ReplaceableImageView::createStandardContextMenu()
+{
+    QMenu *const menu = ImageView::createStandardContextMenu();
+    QAction *const before = menu->actions().value(0);
+    auto *const choose = new QAction(tr("C&hoose Image…"), menu);
+    connect(choose, &QAction::triggered, this, &ReplaceableImageView::selectImage);
+    menu->insertAction(before, choose);
+    menu->insertSeparator(before);
+    return menu;
+}
+
+void ReplaceableImageView::selectImage()
+{
+    if (!window()->isVisible() || d->panel)
+        return;
+    d->panel = new QFileDialog(this, tr("Choose Image"));
+    QFileDialog *const panel = d->panel;
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setLabelText(QFileDialog::Accept, tr("Choose"));
+    panel->setFileMode(QFileDialog::ExistingFile);
+    panel->setOption(QFileDialog::ReadOnly); // which takes away the creation of folders
+    panel->setNameFilter(imageFilter());
+    connect(panel, &QDialog::accepted, this, [this, panel] {
+        const QList<QUrl> urls = panel->selectedUrls();
+        if (!urls.isEmpty())
+            loadImage(urls.constFirst());
+    });
+    panel->open();
+}
+
+void ReplaceableImageView::loadImage(const QUrl &url)
+{
+    std::optional<Data> bytes;
+    QImage image;
+    const QPointer<ReplaceableImageView> guard(this);
+    NS::detail::runWithBusyCursor([&] {
+        bytes = NS::detail::contentsOfFile(url);
+        if (bytes)
+            image = NS::detail::decodedImage(*bytes);
+    });
+    if (!guard || !bytes || image.isNull())
+        return;
+    showHonouringBinding(NS::Image(image), this);
+    if (guard)
+        tell(d->delegate, this, *bytes);
+}
+
+bool ReplaceableImageView::performDragOperation(QDropEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    const QPointer<ReplaceableImageView> guard(this);
+    if (!ImageView::performDragOperation(event))
+        return false;
+    if (!guard || !operation(d->delegate).isValid())
+        return true;
+    std::optional<Data> bytes;
+    NS::detail::runWithBusyCursor([&] { bytes = NS::detail::contentsOfFile(urls.value(0)); });
+    if (!bytes)
+        printWarning("Warning: could not fetch image data!");
+    else if (guard)
+        tell(d->delegate, this, *bytes);
+    return true;
+}
+
+void ReplaceableImageView::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        return selectImage();
+    default:
+        ImageView::keyPressEvent(event);
+    }
+}
+
+void ReplaceableImageView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return ImageView::mouseDoubleClickEvent(event);
+    selectImage();
+}
+
+} // namespace Pellarvine

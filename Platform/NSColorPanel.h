@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QColor>
+#include <QToolBar>
+#include <QWidget>
+
+#include <memory>
+
+namespace NS {
+
+/// The program's one colour chooser: a window of its own, whose content can also live elsewhere.
+///
+///     auto *const panel = NS::ColorPanel::sharedColorPanel();
+///     panel->setColor(shape->color());
+///     connect(panel, &NS::ColorPanel::colorChanged, shape, &Shape::setColor);
+///     panel->orderFront();
+///
+/// Its pages are a wheel of hue and saturation with a slider for brightness, sliders for red, green
+/// and blue or hue, saturation and brightness, and the program's colour lists; below them are
+/// opacity, the colour as hex text (read like `Pellarvine::colorWithHex`), and, where the desktop
+/// lets a program see the screen, a loupe to pick a colour from it.
+class PELLARVINE_EXPORT ColorPanel : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged USER true)
+    Q_PROPERTY(bool showsAlpha READ showsAlpha WRITE setShowsAlpha NOTIFY showsAlphaChanged)
+    Q_PROPERTY(Mode mode READ mode WRITE setMode NOTIFY modeChanged)
+    Q_PROPERTY(QToolBar *toolbar READ toolbar CONSTANT)
+
+public:
+    enum Mode {
+        rgbMode = 1, ///< sliders for red, green and blue
+        hsbMode = 3, ///< sliders for hue, saturation and brightness
+        colorListMode = 5, ///< the colour lists
+        wheelMode = 6, ///< the wheel
+    };
+    Q_ENUM(Mode)
+
+    /// Made by the first call, hidden, and destroyed with the application object.
+    static ColorPanel *sharedColorPanel();
+    static bool sharedColorPanelExists();
+
+    /// White until something else is chosen. Changes with every movement of the mouse. Opaque while
+    /// there is no opacity slider, also if what is set is not. An invalid colour is not set.
+    QColor color() const;
+
+    /// Whether there is an opacity slider. False unless set; clearing it makes the colour opaque.
+    bool showsAlpha() const;
+
+    /// The page that is shown. wheelMode unless set.
+    Mode mode() const;
+
+    /// Stands on top of the content and moves with it. Its actions are its items, one a page, the
+    /// wheel first; triggering one shows that page.
+    QToolBar *toolbar() const;
+
+    /// All that is in the window. Put into another parent it leaves the window, which hides then;
+    /// the window takes it back when it is shown again. If it is destroyed elsewhere, the next call
+    /// makes it anew, in the state that the panel is in.
+    QWidget *contentView() const;
+
+    /// Brings the content back into the window, which stays hidden.
+    void reclaimContentView();
+
+public Q_SLOTS:
+    void setColor(const QColor &color);
+    void setShowsAlpha(bool showsAlpha);
+    void setMode(NS::ColorPanel::Mode mode);
+    /// Shows the window, above others and with the focus.
+    void orderFront();
+    void orderOut();
+
+Q_SIGNALS:
+    void colorChanged(const QColor &color);
+    void showsAlphaChanged(bool showsAlpha);
+    void modeChanged(NS::ColorPanel::Mode mode);
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void childEvent(QChildEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    ColorPanel();
+    ~ColorPanel() override;
+
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace NS

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/NSImage.h>
+
+#include <QFrame>
+
+#include <memory>
+
+QT_FORWARD_DECLARE_CLASS(QDropEvent)
+QT_FORWARD_DECLARE_CLASS(QMenu)
+
+namespace NS {
+
+/// Shows a picture, and lets the user exchange it where it is editable:
+///
+///     auto *const portrait = new NS::ImageView(form);
+///     portrait->setAccessibleName(tr("Portrait"));
+///     portrait->setEditable(true); // takes drops, paste, delete
+///     portrait->setPlaceholderText(tr("Drop a picture here"));
+///     connect(portrait, &NS::ImageView::imageEdited, form, &Form::markChanged);
+///
+/// Its frame is QFrame's: none unless `frameStyle` is set. Lengths are in units of the screen; a
+/// bitmap of more pixels than its size in points uses them where the screen has them. Of animated
+/// formats the first frame is shown. Screen readers see a graphic, named by `accessibleName`.
+class PELLARVINE_EXPORT ImageView : public QFrame
+{
+    Q_OBJECT
+    Q_PROPERTY(NS::Image image READ image WRITE setImage RESET clear NOTIFY imageChanged USER true)
+    Q_PROPERTY(ImageScaling imageScaling READ imageScaling WRITE setImageScaling NOTIFY
+                       imageScalingChanged)
+    Q_PROPERTY(Qt::Alignment imageAlignment READ imageAlignment WRITE setImageAlignment NOTIFY
+                       imageAlignmentChanged)
+    Q_PROPERTY(bool editable READ isEditable WRITE setEditable NOTIFY editableChanged)
+    Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText NOTIFY
+                       placeholderTextChanged)
+
+public:
+    enum ImageScaling {
+        scaleProportionallyDown, ///< in its own size, or smaller where that does not fit
+        scaleAxesIndependently, ///< over the whole view, without keeping its proportions
+        scaleNone, ///< in its own size, cut off where that does not fit
+        scaleProportionallyUpOrDown, ///< as large as fits
+    };
+    Q_ENUM(ImageScaling)
+
+    explicit ImageView(QWidget *parent = nullptr);
+    ~ImageView() override;
+
+    /// Empty unless set.
+    const Image &image() const;
+
+    /// scaleProportionallyDown unless set.
+    ImageScaling imageScaling() const;
+    void setImageScaling(ImageScaling scaling);
+
+    /// Where an image lies that does not fill the view: Qt::AlignCenter unless set. Left and right
+    /// change places in a right-to-left program, unless Qt::AlignAbsolute is set.
+    Qt::Alignment imageAlignment() const;
+    void setImageAlignment(Qt::Alignment alignment);
+
+    /// Whether the user may drop an image file or image data onto the view, and focus it to cut,
+    /// copy, paste and delete. False unless set. Setting it chooses the focus policy.
+    bool isEditable() const;
+    void setEditable(bool isEditable);
+
+    /// Shown in an empty view. Empty unless set.
+    QString placeholderText() const;
+    void setPlaceholderText(const QString &text);
+
+    /// Where the image is drawn; empty if there is none.
+    QRectF imageRect() const;
+
+    /// What an editable view offers at a right click, for the caller to show and delete.
+    virtual QMenu *createStandardContextMenu();
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+public Q_SLOTS:
+    void setImage(const NS::Image &image);
+    /// Removes the image.
+    void clear();
+
+    /// To and from the clipboard, as the user's doing: all but copy() work in an editable view only.
+    void cut();
+    void copy();
+    void paste();
+
+Q_SIGNALS:
+    void imageChanged(const NS::Image &image);
+    /// After imageChanged(), if it was the user who dropped, pasted, cut or deleted.
+    void imageEdited(const NS::Image &image);
+    void imageScalingChanged(NS::ImageView::ImageScaling scaling);
+    void imageAlignmentChanged(Qt::Alignment alignment);
+    void editableChanged(bool isEditable);
+    void placeholderTextChanged(const QString &text);
+
+protected:
+    /// Shows what was dropped and says whether there was something to show: the first of the files
+    /// if it is an image, else image data. Other files, and what is not on this machine, are not.
+    virtual bool performDragOperation(QDropEvent *event);
+
+    bool event(QEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void edit(const Image &image);
+
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace NS

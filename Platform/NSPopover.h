@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/NSViewController.h>
+
+#include <QObject>
+#include <QPointer>
+#include <QRectF>
+#include <QSizeF>
+
+#include <memory>
+
+namespace NS {
+
+/// The edges of a rectangle with y upwards: minY is the lower one, maxY the upper one. Left and right
+/// stay left and right whatever the direction of the text.
+enum class RectEdge {
+    minX = 0,
+    minY = 1,
+    maxX = 2,
+    maxY = 3,
+};
+
+/// A bubble beside a place in a window, with an arrow to it:
+///
+///     auto *const popover = new NS::Popover(this);
+///     popover->setContentViewController(new FilterViewController);
+///     popover->setBehavior(NS::Popover::Behavior::transient);
+///     connect(button, &QPushButton::clicked, this, [=] {
+///         popover->showRelativeToRect({}, button, NS::RectEdge::minY);
+///     });
+///
+/// It stays on its screen, on another edge if need be, and follows its view. It closes when that is
+/// hidden, scrolled out of sight or destroyed. If something in it can have the focus, that goes in,
+/// to the first, and back afterwards; Esc closes it. Otherwise the focus stays where it is, and a
+/// screen reader reads it out. Main thread only.
+///
+/// The press that closes a popover may be on what opens it, as on the button above: while that click
+/// lasts, showing a popover with the same opener does nothing, so that the button opens and closes.
+class PELLARVINE_EXPORT Popover : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(NS::ViewController *contentViewController READ contentViewController WRITE
+                       setContentViewController NOTIFY contentViewControllerChanged)
+    Q_PROPERTY(Behavior behavior READ behavior WRITE setBehavior NOTIFY behaviorChanged)
+    Q_PROPERTY(QSizeF contentSize READ contentSize WRITE setContentSize NOTIFY contentSizeChanged)
+    Q_PROPERTY(QRectF positioningRect READ positioningRect WRITE setPositioningRect NOTIFY
+                       positioningRectChanged)
+    Q_PROPERTY(QWidget *opener READ opener WRITE setOpener NOTIFY openerChanged)
+    Q_PROPERTY(bool deletesOnClose READ deletesOnClose WRITE setDeletesOnClose NOTIFY
+                       deletesOnCloseChanged)
+    Q_PROPERTY(bool staysInWindow READ staysInWindow WRITE setStaysInWindow NOTIFY
+                       staysInWindowChanged)
+    Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
+
+public:
+    enum class Behavior {
+        applicationDefined = 0, ///< the program closes it, or Esc in it
+        transient =
+                1, ///< so does a click or a key elsewhere, which is not lost, and another program
+        semitransient = 2, ///< so does a click elsewhere in the window of its view, or Esc there
+    };
+    Q_ENUM(Behavior)
+
+    explicit Popover(QObject *parent = nullptr);
+    ~Popover() override; ///< takes it off the screen without asking or telling
+
+    /// What it shows. A controller without a parent becomes this object's child; the one before it,
+    /// if it is a child, is deleted.
+    ViewController *contentViewController() const;
+    void setContentViewController(ViewController *controller);
+
+    /// `applicationDefined` unless set.
+    Behavior behavior() const;
+    void setBehavior(Behavior behavior);
+
+    /// Without the bubble around. While it is not set, or empty, it is what the view asks for, and
+    /// follows that on screen. What is too large for the screen gets smaller.
+    QSizeF contentSize() const;
+    void setContentSize(const QSizeF &size);
+
+    /// The place the arrow points to, in the view's coordinates, y upwards; the zero rectangle is
+    /// all of its bounds. Setting it moves a popover on the screen.
+    QRectF positioningRect() const;
+    void setPositioningRect(const QRectF &rect);
+
+    /// The widget whose click opens it. The view it is shown at unless set, or null.
+    QWidget *opener() const;
+    void setOpener(QWidget *opener);
+
+    /// Whether it deletes itself once it has closed, for one that nobody holds. False unless set.
+    bool deletesOnClose() const;
+    void setDeletesOnClose(bool deletes);
+
+    /// Whether the window of its view contains it, instead of a window of its own. Where windows
+    /// cannot be placed, as under Wayland, it does anyway. From the next show on; false unless set.
+    bool staysInWindow() const;
+    void setStaysInWindow(bool stays);
+
+    /// Shows it beside a rectangle of the view, which may not be null; on the screen already, it
+    /// moves there. Does nothing without content, and if the view is not visible.
+    void showRelativeToRect(const QRectF &rect, QWidget *view, NS::RectEdge preferredEdge);
+    bool isShown() const;
+    /// The view it is shown at; null if it is not shown.
+    QWidget *positioningView() const;
+    /// The edge it got; the preferred one may have had no room.
+    RectEdge edge() const;
+
+public Q_SLOTS:
+    /// Closes at once. Does nothing if it is not shown.
+    void close();
+    /// Closes if `popoverShouldClose` says so. This is what clicks and keys do.
+    void performClose();
+
+Q_SIGNALS:
+    void willShow();
+    void didShow();
+    void willClose();
+    void didClose();
+    void contentViewControllerChanged(NS::ViewController *controller);
+    void behaviorChanged(NS::Popover::Behavior behavior);
+    void contentSizeChanged(const QSizeF &size);
+    void positioningRectChanged(const QRectF &rect);
+    void openerChanged(QWidget *opener);
+    void deletesOnCloseChanged(bool deletes);
+    void staysInWindowChanged(bool stays);
+    void shownChanged(bool isShown);
+
+protected:
+    /// True unless overridden.
+    virtual bool popoverShouldClose();
+    /// Called before `didClose()`. Does nothing unless overridden.
+    virtual void popoverDidClose();
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace NS

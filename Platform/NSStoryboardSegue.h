@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <type_traits>
+
+namespace NS {
+
+/// One step from a controller to another: what a storyboard makes when its trigger fires, and what
+/// a program may make itself. A class of one's own says in perform() how the destination comes to
+/// be seen, and is named in storyboards once it has been registered:
+///
+///     class FadeSegue : public NS::StoryboardSegue
+///     {
+///         Q_OBJECT
+///     public:
+///         using StoryboardSegue::StoryboardSegue;
+///         void perform() override;
+///     };
+///     NS::StoryboardSegue::registerClass<FadeSegue>();
+///
+/// Neither controller is owned. Main thread only.
+class PELLARVINE_EXPORT StoryboardSegue : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString identifier READ identifier CONSTANT)
+    Q_PROPERTY(QObject *sourceController READ sourceController CONSTANT)
+    Q_PROPERTY(QObject *destinationController READ destinationController CONSTANT)
+
+public:
+    /// Controllers of any kind; null is none.
+    StoryboardSegue(const QString &identifier, QObject *source, QObject *destination);
+    ~StoryboardSegue() override;
+
+    /// Empty if it has none.
+    const QString &identifier() const;
+    /// Null once it is destroyed; so is the destination.
+    QObject *sourceController() const;
+    QObject *destinationController() const;
+
+    /// Shows a view controller's view in a window of its own, which has the controller's title and
+    /// lies above the source's window. Source and destination end with each other: the destination
+    /// becomes a QObject child of the source, and is deleted when the window is closed. Does nothing
+    /// for a destination of another kind.
+    virtual void perform();
+
+    // The classes that storyboards can name
+
+    using Factory = std::function<std::unique_ptr<StoryboardSegue>(
+            const QString &identifier, QObject *source, QObject *destination)>;
+
+    /// From now on storyboards know the class by its name, "Widgets::FadeSegue", and without the
+    /// namespace. Of classes with one name the one registered last counts.
+    template <typename Segue>
+    static void registerClass(const char *name = Segue::staticMetaObject.className())
+    {
+        static_assert(std::is_base_of_v<StoryboardSegue, Segue>);
+        static_assert(QtPrivate::HasQ_OBJECT_Macro<Segue>::Value,
+                      "without Q_OBJECT the class has the name of the one it extends");
+        registerFactory(QString::fromUtf8(name),
+                        [](const QString &identifier, QObject *source, QObject *destination) {
+                            return std::make_unique<Segue>(identifier, source, destination);
+                        });
+    }
+    static void registerFactory(const QString &name, Factory factory);
+    /// Empty for a name that is not registered. The library's own always are.
+    static Factory factory(const QString &name);
+    /// The full names of all, sorted.
+    static QStringList registeredClasses();
+
+private:
+    QString m_identifier;
+    QPointer<QObject> m_source;
+    QPointer<QObject> m_destination;
+};
+
+} // namespace NS

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <exception>
+
+namespace NS {
+
+/// A storyboard file that cannot be used as it is, and the place where it is wrong:
+///
+///     try {
+///         NS::Storyboard::storyboardWithName(u"Mail"_s);
+///     } catch (const NS::StoryboardError &error) {
+///         qWarning("%s", error.what()); // :/Mail.storyboard:12:5: there is no scene "detial"
+///     }
+class PELLARVINE_EXPORT StoryboardError : public std::exception
+{
+public:
+    StoryboardError(const QString &fileName, qint64 line, qint64 column, const QString &problem);
+    ~StoryboardError() override;
+
+    const QString &fileName() const noexcept { return m_fileName; }
+    /// Both from 1; 0 if the file cannot be read at all.
+    qint64 line() const noexcept { return m_line; }
+    qint64 column() const noexcept { return m_column; }
+    /// What is wrong there, untranslated.
+    const QString &problem() const noexcept { return m_problem; }
+
+    /// All of it in one line, for logs.
+    const char *what() const noexcept override;
+
+private:
+    QString m_fileName;
+    qint64 m_line;
+    qint64 m_column;
+    QString m_problem;
+    QByteArray m_text;
+};
+
+/// A scene or segue was asked for by a name that there is none of.
+class PELLARVINE_EXPORT UnknownIdentifierError : public std::exception
+{
+public:
+    /// `what` is asked for in `where`: "scene", "Mail.storyboard".
+    UnknownIdentifierError(const QString &what, const QString &identifier, const QString &where,
+                           const QStringList &knownIdentifiers);
+    ~UnknownIdentifierError() override;
+
+    const QString &identifier() const noexcept { return m_identifier; }
+    /// Those that there are, in the order of the file.
+    const QStringList &knownIdentifiers() const noexcept { return m_knownIdentifiers; }
+
+    /// All of it in one line, for logs.
+    const char *what() const noexcept override;
+
+private:
+    QString m_identifier;
+    QStringList m_knownIdentifiers;
+    QByteArray m_text;
+};
+
+} // namespace NS

@@ -1,0 +1,12 @@
+# SPDX-License-Identifier: MIT
+# The library's catalogues, in its resources. script/translations takes new texts into them.
+find_package(Qt6 REQUIRED COMPONENTS LinguistTools)
+
+foreach(language IN ITEMS de fr)
+  set_source_files_properties(translations/pellarvine_${language}.ts PROPERTIES
+    OUTPUT_LOCATION ${PROJECT_BINARY_DIR}/translations)
+  list(APPEND catalogues translations/pellarvine_${language}.ts)
+endforeach()
+qt6_add_translation(compiledCatalogues ${catalogues} OPTIONS -silent)
+qt6_add_resources(Pellarvine pellarvineTranslations PREFIX /pellarvine
+  BASE ${PROJECT_BINARY_DIR}/translations FILES ${compiledCatalogues})

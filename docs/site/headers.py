@@ -1,0 +1,162 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""headers.py SOURCES OUTPUT: copies the public headers for doxygen, comments completed.
+
+Reads the headers that OUTPUT/headers.txt lists below SOURCES, and writes them to
+OUTPUT/include/pellarvine.
+
+In our headers a property is documented once, at its getter or at its Q_PROPERTY, and a setter
+stands below its getter without words of its own. Doxygen wants a comment for every name, so the
+copy gives the property its getter's comment, setters and signals a sentence that leads to it, and
+Qt's usual constructor and comparison by members the usual one. It leaves out what says nothing:
+destructors, and copying and moving, without a comment. All else stays as it is, undocumented too,
+and lines keep their numbers.
+
+A header whose first lines say "Not API" is not copied.
+"""
+import re
+import shutil
+import sys
+from pathlib import Path
+
+ACCESS = re.compile(r"\b(READ|WRITE|NOTIFY|RESET)\s+(\w+)")
+PROPERTY = re.compile(r"Q_PROPERTY\(\s*(.+?)\s*\b(\w+)\s+(?:READ|MEMBER)\b")
+PARENT = re.compile(r"^explicit \w+\(Q(Widget|Object) \*parent = nullptr\)")
+SPECIAL = re.compile(r"^(?:virtual )?~\w+\(|^(?:constexpr )?(\w+)\((?:const )?\1 &&?\w*\)"
+                     r"|^(\w+) &operator=\((?:const )?\2 &&?\w*\)")
+
+
+class Declaration:
+    """A property or a function declaration: lines first to last, and the comment that it has."""
+
+    def __init__(self, lines, first):
+        self.first = self.last = first
+        text = ""
+        while True:
+            code = lines[self.last].split("//")[0]
+            text += " " + code.strip()
+            if text.count("(") == text.count(")") and (text.rstrip()[-1:] in (";", "}", ")")
+                                                       or "{" in text):
+                break
+            self.last += 1
+            if self.last == len(lines):
+                self.last -= 1
+                break
+        self.text = text.strip()
+        self.comment = comment_of(lines, self.first, self.last)
+        self.property = None
+        self.name = None
+        if match := PROPERTY.match(self.text):
+            self.property = match[2]
+            self.access = dict(ACCESS.findall(self.text))
+        elif match := re.search(r"([~\w]+|operator\S+)\s*\(", self.text):
+            self.name = match[1]
+
+
+def comment_of(lines, first, last):
+    """The first paragraph of the comment above or behind a declaration; empty if it has none."""
+    behind = [line.split("///<", 1)[1].strip() for line in lines[first:last + 1] if "///<" in line]
+    if behind:
+        for line in lines[last + 1:]:
+            if not line.strip().startswith("///<"):
+                break
+            behind.append(line.strip().removeprefix("///<").strip())
+        return " ".join(behind)
+    above = []
+    while first > 0 and (line := lines[first - 1].strip()).startswith("///") \
+            and not line.startswith(("///<", "/// @{", "/// @}", "///@")):
+        above.insert(0, line.removeprefix("///").strip())
+        first -= 1
+    return " ".join(above[:above.index("")] if "" in above else above)
+
+
+def getter_names(setter):
+    stem = setter.removeprefix("set")
+    return (stem[0].lower() + stem[1:], "is" + stem, "has" + stem) if stem != setter else ()
+
+
+def declarations(lines):
+    """The properties and functions of a header, a list for each class."""
+    classes = [[]]
+    line = 0
+    while line < len(lines):
+        text = lines[line].strip()
+        if text in ("Q_OBJECT", "Q_GADGET") or re.match(r"(class|struct)\b.*[^;]$", text):
+            classes.append([])
+        elif "(" in text and not text.startswith(("//", "#", ":", ",")):
+            classes[-1].append(Declaration(lines, line))
+            line = classes[-1][-1].last
+        line += 1
+    return classes
+
+
+def complete(members, lines):
+    def put(declaration, comment):
+        code = lines[declaration.first]
+        indent = len(code) - len(code.lstrip())
+        lines[declaration.first] = f"{code[:indent]}/** {comment} */ {code[indent:]}"
+        declaration.comment = comment
+
+    functions = [member for member in members if member.name]
+    commented = {}
+    for function in functions:
+        if function.comment:
+            commented.setdefault(function.name, function.comment)
+    told = {}  # signals, with the getters of what they tell of
+    for member in members:
+        if not member.property:
+            continue
+        getter = member.access.get("READ", member.property)
+        if not member.comment and getter in commented:
+            put(member, commented[getter])
+        if not member.comment:
+            continue
+        told.setdefault(member.access.get("NOTIFY"), []).append(getter)
+        for function in functions:
+            if function.comment:
+                continue
+            if function.name == getter:
+                put(function, f"The property `{member.property}`: {member.comment}")
+            elif function.name == member.access.get("WRITE"):
+                put(function, f"Sets what {getter}() gives.")
+            elif function.name == member.access.get("RESET"):
+                put(function, f"Makes {getter}() what it is unless set.")
+    for function in functions:
+        if function.comment:
+            continue
+        if function.name in told:
+            getters = " or ".join(f"{getter}()" for getter in told[function.name])
+            put(function, f"Emitted when {getters} has changed.")
+        elif match := PARENT.match(function.text):
+            put(function, "The object belongs to `parent`, which may be null.")
+        elif function.name.startswith("operator==") and function.text.endswith("= default;"):
+            put(function, "Whether all members are equal.")
+        elif SPECIAL.match(function.text):
+            for line in range(function.first, function.last + 1):
+                lines[line] = ""
+        else:
+            for getter in getter_names(function.name):
+                if getter in commented:
+                    put(function, f"Sets what {getter}() gives.")
+                    break
+
+
+def copy(sources, output):
+    """Copies the public headers; returns their paths below both folders."""
+    copied = []
+    shutil.rmtree(output / "include", ignore_errors=True)
+    for header in (output / "headers.txt").read_text(encoding="utf-8").split():
+        lines = (sources / header).read_text(encoding="utf-8").split("\n")
+        if lines[1].startswith("// Not API"):
+            continue
+        for members in declarations(lines):
+            complete(members, lines)
+        target = output / "include/pellarvine" / header
+        target.parent.mkdir(parents=True, exist_ok=True)
+        target.write_text("\n".join(lines), encoding="utf-8")
+        copied.append(header)
+    return copied
+
+
+if __name__ == "__main__":
+    copy(Path(sys.argv[1]), Path(sys.argv[2]))

@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/HeightForWidthTextField.h>
+#include <pellarvine/Pellarvine/MarkupLabel.h>
+#include <pellarvine/Pellarvine/PopoverMessage.h>
+#include <pellarvine/Platform/NSColor.h>
+#include <pellarvine/Platform/NSFont.h>
+#include <pellarvine/Platform/NSParagraphStyle.h>
+#include <pellarvine/Platform/NSPopover.h>
+#include <pellarvine/Platform/NSView.h>
+#include <pellarvine/Shared/Font.h>
+#include <pellarvine/Shared/MarkupParser.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMetaProperty>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using Pellarvine::HeightForWidthTextField;
+using Pellarvine::MarkupLabel;
+using Pellarvine::PopoverMessage;
+
+namespace {
+
+const QString sentence = u"The quick brown fox jumps over the lazy dog, then it rests."_s;
+
+QFont fontAt(const MarkupLabel &label, qsizetype place)
+{
+    return label.attributedStringValue().attribute(NS::FontAttributeName, place).value<QFont>();
+}
+
+QColor colorAt(const MarkupLabel &label, qsizetype place)
+{
+    return label.attributedStringValue()
+            .attribute(NS::ForegroundColorAttributeName, place)
+            .value<NS::Color>()
+            .toQColor();
+}
+
+// The text fields of all messages on the screen, the latest last.
+QList<NS::TextField *> messages()
+{
+    QList<NS::TextField *> fields;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *const window : windows) {
+        if (!window->isVisible() || !window->inherits("Pellarvine::PopoverBubble"))
+            continue;
+        fields += window->findChildren<NS::TextField *>();
+    }
+    return fields;
+}
+
+void settle()
+{
+    QApplication::processEvents();
+    QApplication::processEvents();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+class Form
+{
+public:
+    Form()
+    {
+        window.setGeometry(200, 300, 400, 200);
+        name.setGeometry(20, 100, 200, 30);
+        save.setGeometry(20, 150, 100, 30);
+        window.show();
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    QWidget window;
+    QLineEdit name { &window };
+    QPushButton save { u"Save"_s, &window };
+};
+
+} // namespace
+
+TEST(HeightForWidthTextField, takes_over_its_width_in_the_next_layout_pass)
+{
+    HeightForWidthTextField field;
+    field.setStringValue(sentence);
+    NS::setFrame(&field, QRectF(0, 0, 200, 40));
+    NS::layoutSubtreeIfNeeded(&field);
+    EXPECT_EQ(field.preferredMaxLayoutWidth(), 200);
+    const int before = field.sizeHint().height();
+    NS::setFrame(&field, QRectF(0, 0, 120, 40));
+    NS::layoutSubtreeIfNeeded(&field);
+    EXPECT_EQ(field.preferredMaxLayoutWidth(), 120);
+    EXPECT_GT(field.sizeHint().height(), before);
+    EXPECT_EQ(field.sizeHint().height(), field.heightForWidth(120));
+}
+
+TEST(HeightForWidthTextField, on_the_screen_a_new_frame_asks_for_the_pass)
+{
+    HeightForWidthTextField field;
+    field.setStringValue(sentence);
+    field.resize(200, 40);
+    field.show();
+    settle();
+    EXPECT_EQ(field.preferredMaxLayoutWidth(), 200);
+    field.resize(150, 40);
+    EXPECT_TRUE(NS::needsLayout(&field));
+    EXPECT_EQ(field.preferredMaxLayoutWidth(), 200);
+    settle();
+    EXPECT_EQ(field.preferredMaxLayoutWidth(), 150);
+}
+
+TEST(MarkupLabel, styles_markup_by_its_own_font_alignment_and_colour)
+{
+    MarkupLabel label;
+    label.setFont(NS::systemFont(13));
+    label.setAlignment(Qt::AlignHCenter);
+    label.setTextColor(Qt::red);
+    label.setMarkupStringValue(u"**Hi** {#0000ff|there}"_s);
+    EXPECT_EQ(label.markupStringValue(), u"Hi there"_s);
+    EXPECT_EQ(label.stringValue(), u"Hi there"_s);
+    EXPECT_EQ(fontAt(label, 0), Pellarvine::heavier(NS::systemFont(13)));
+    EXPECT_EQ(fontAt(label, 2), NS::systemFont(13));
+    EXPECT_EQ(colorAt(label, 0), QColor(Qt::red));
+    EXPECT_EQ(colorAt(label, 4), QColor(Qt::blue));
+    const auto style = label.attributedStringValue()
+                               .attribute(NS::ParagraphStyleAttributeName, 0)
+                               .value<NS::ParagraphStyle>();
+    EXPECT_EQ(style.alignment, Qt::AlignHCenter);
+}
+
+TEST(MarkupLabel, the_same_markup_twice_gives_the_same_and_changes_take_effect_with_the_next)
+{
+    MarkupLabel label;
+    label.setMarkupStringValue(u"**Hi**"_s);
+    const NS::AttributedString first = label.attributedStringValue();
+    label.setMarkupStringValue(u"**Hi**"_s);
+    EXPECT_EQ(label.attributedStringValue(), first);
+    label.setTextColor(Qt::green);
+    EXPECT_EQ(label.attributedStringValue(), first);
+    label.setMarkupStringValue(u"**Hi**"_s);
+    EXPECT_EQ(colorAt(label, 0), QColor(Qt::green));
+}
+
+TEST(MarkupLabel, every_write_asks_for_layout_even_of_nothing)
+{
+    MarkupLabel label;
+    for (const QString &markup : { u"**Hi**"_s, u"**Hi**"_s, QString(), QString() }) {
+        NS::setNeedsLayout(&label, false);
+        label.setMarkupStringValue(markup);
+        EXPECT_TRUE(NS::needsLayout(&label));
+    }
+    EXPECT_EQ(label.stringValue(), QString());
+}
+
+TEST(MarkupLabel, awakes_with_the_markup_that_was_typed_in_its_file)
+{
+    MarkupLabel label;
+    label.setStringValue(u"//Draft//"_s);
+    EXPECT_EQ(label.stringValue(), u"//Draft//"_s);
+    EXPECT_TRUE(QMetaObject::invokeMethod(&label, "awakeFromNib"));
+    EXPECT_EQ(label.stringValue(), u"Draft"_s);
+    EXPECT_TRUE(fontAt(label, 0).italic());
+    const QMetaObject *const meta = label.metaObject();
+    const QMetaProperty property = meta->property(meta->indexOfProperty("markupStringValue"));
+    EXPECT_FALSE(property.isStored());
+    EXPECT_FALSE(property.isDesignable());
+    EXPECT_STREQ(meta->userProperty().name(), "stringValue");
+}
+
+TEST(MarkupLabel, without_a_colour_of_its_own_it_goes_with_the_palette)
+{
+    MarkupLabel label;
+    label.setMarkupStringValue(u"Text in {#c0392b|red}"_s);
+    QPalette dark;
+    dark.setColor(QPalette::WindowText, QColor(240, 240, 240));
+    label.setPalette(dark);
+    EXPECT_EQ(colorAt(label, 0), QColor(240, 240, 240));
+    EXPECT_EQ(colorAt(label, 9), QColor(0xc0, 0x39, 0x2b));
+}
+
+TEST(PopoverMessage, wraps_at_250_units_and_keeps_10_free_around)
+{
+    Form form;
+    for (const QString &text : { u"Saved"_s, sentence + u' ' + sentence }) {
+        PopoverMessage::showMessage(text, &form.name);
+        ASSERT_EQ(messages().size(), 1);
+        NS::TextField *const field = messages().constFirst();
+        QWidget *const container = field->parentWidget();
+        EXPECT_EQ(field->stringValue(), text);
+        EXPECT_EQ(field->attributedStringValue(), NS::AttributedString(text));
+        EXPECT_EQ(field->height(), field->heightForWidth(250));
+        EXPECT_EQ(NS::frame(field), QRectF(10, 10, 250, field->height()));
+        EXPECT_EQ(container->size(), QSize(270, field->height() + 20));
+        EXPECT_EQ(field->preferredMaxLayoutWidth(), 250);
+        EXPECT_FALSE(field->isSelectable() || field->isEditable() || field->isBezeled()
+                     || field->drawsBackground());
+        // Above the view, in its middle.
+        const QPoint anchor = form.name.mapToGlobal(QPoint(100, 0));
+        EXPECT_EQ(container->mapToGlobal(QPoint(135, container->height())), anchor - QPoint(0, 10));
+        settle();
+        QTest::keyClick(&form.name, Qt::Key_Shift);
+        EXPECT_EQ(messages().size(), 1);
+        QTest::keyClick(&form.name, Qt::Key_A);
+        settle();
+        EXPECT_EQ(messages().size(), 0);
+    }
+    EXPECT_EQ(form.name.text(), u"aa"_s);
+}
+
+TEST(PopoverMessage, shows_markup_in_the_default_fonts_and_attributed_text_as_it_is)
+{
+    Form form;
+    PopoverMessage::showMarkupMessage(u"**Saved** to disk"_s, &form.save);
+    ASSERT_EQ(messages().size(), 1);
+    EXPECT_EQ(messages().constFirst()->attributedStringValue(),
+              Pellarvine::MarkupParser().parse(u"**Saved** to disk"_s));
+    // A second one comes up beside it; both go with the next click.
+    const NS::AttributedString text(u"Plain"_s, { { NS::KernAttributeName, 2.0 } });
+    PopoverMessage::showAttributedMessage(text, &form.name);
+    settle();
+    ASSERT_EQ(messages().size(), 2);
+    EXPECT_TRUE(messages().at(0)->attributedStringValue() == text
+                || messages().at(1)->attributedStringValue() == text);
+    const QSignalSpy clicks(&form.save, &QPushButton::clicked);
+    QTest::mouseClick(form.window.windowHandle(), Qt::LeftButton, {}, { 60, 165 });
+    settle();
+    EXPECT_EQ(messages().size(), 0);
+    EXPECT_EQ(clicks.size(), 1);
+}
+
+TEST(PopoverMessage, is_read_out_and_leaves_nothing_behind)
+{
+    Form form;
+    PopoverMessage::showMessage(sentence, &form.name);
+    QWidget *const bubble = messages().constFirst()->parentWidget()->parentWidget();
+    QAccessibleInterface *const accessible = QAccessible::queryAccessibleInterface(bubble);
+    EXPECT_EQ(accessible->role(), QAccessible::AlertMessage);
+    EXPECT_EQ(accessible->text(QAccessible::Name), sentence);
+    const QPointer<NS::TextField> field = messages().constFirst();
+    const QPointer<QWidget> kept = bubble;
+    form.window.close();
+    settle();
+    EXPECT_FALSE(field || kept);
+    const qsizetype before = QApplication::allWidgets().size();
+    PopoverMessage::showMessage(sentence, &form.name); // not visible any more
+    settle();
+    EXPECT_EQ(QApplication::allWidgets().size(), before);
+}

@@ -1,0 +1,516 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Pellarvine/ModalSegue.h>
+#include <pellarvine/Pellarvine/NSViewController+Storyboard.h>
+#include <pellarvine/Pellarvine/NavigationController.h>
+#include <pellarvine/Pellarvine/NavigationItemViewController.h>
+#include <pellarvine/Pellarvine/PushSegue.h>
+#include <pellarvine/Pellarvine/ReplaceSegue.h>
+#include <pellarvine/Platform/ClassRegistry.h>
+#include <pellarvine/Platform/NSStoryboard.h>
+#include <pellarvine/Platform/NSView.h>
+#include <pellarvine/Shared/Observer.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using NS::ViewController;
+using Pellarvine::ModalSegue;
+using Pellarvine::NavigationController;
+using Pellarvine::PushSegue;
+using Pellarvine::ReplaceSegue;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QList<QWidget *> subviews(const QWidget *view)
+{
+    return view->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+}
+
+// A navigation controller with a content view inside its own.
+class Navigation : public NavigationController
+{
+public:
+    Navigation()
+    {
+        view()->resize(320, 240);
+        setContentView(new QWidget(view()));
+        contentView()->resize(300, 200);
+    }
+};
+
+// What the storyboard names.
+
+int liveControllers = 0;
+
+template <typename Base>
+class Counted : public Base
+{
+public:
+    explicit Counted(QObject *parent)
+        : Base(parent)
+    {
+        ++liveControllers;
+    }
+    ~Counted() override { --liveControllers; }
+};
+
+class ListController : public Counted<Pellarvine::NavigationItemViewController>
+{
+    Q_OBJECT
+
+public:
+    explicit ListController(QObject *parent = nullptr)
+        : Counted(parent)
+    { }
+    bool shouldPerformSegue(const QString &, QObject *sender) override
+    {
+        asked = sender;
+        return mayGo;
+    }
+    void prepareForSegue(NS::StoryboardSegue *segue, QObject *sender) override
+    {
+        prepared = segue->destinationController();
+        preparedBy = sender;
+        if (keeps)
+            prepared->setParent(this);
+    }
+
+    bool mayGo = true;
+    bool keeps = false;
+    QObject *asked = nullptr;
+    QPointer<QObject> prepared;
+    QObject *preparedBy = nullptr;
+};
+
+class LetterController : public Counted<Pellarvine::NavigationItemViewController>
+{
+    Q_OBJECT
+    Q_PROPERTY(QLineEdit *subject MEMBER subject NOTIFY subjectChanged)
+
+public:
+    explicit LetterController(QObject *parent = nullptr)
+        : Counted(parent)
+    { }
+    QLineEdit *subject = nullptr;
+
+Q_SIGNALS:
+    void subjectChanged();
+    void finished();
+};
+
+// A controller of another kind.
+class Counter : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Counter(QObject *parent = nullptr)
+        : QObject(parent)
+    { }
+};
+
+class MailStoryboard : public ::testing::Test
+{
+public:
+    static void SetUpTestSuite()
+    {
+        NS::registerClass<ListController>();
+        NS::registerClass<LetterController>();
+        NS::registerClass<Counter>();
+    }
+    void SetUp() override
+    {
+        const auto storyboard =
+                NS::Storyboard::storyboardWithContentsOfFile(QStringLiteral(MAIL_STORYBOARD));
+        mail.reset(static_cast<NavigationController *>(storyboard->instantiateInitialController()));
+        mail->view()->show();
+        mail->view()->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(mail->view()));
+        QCoreApplication::processEvents();
+    }
+    ViewController *top() const { return mail->navigationStack().constLast(); }
+    void click(const QString &button)
+    {
+        QTest::mouseClick(top()->view()->findChild<QPushButton *>(button), Qt::LeftButton);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+
+    std::unique_ptr<NavigationController> mail;
+};
+
+} // namespace
+
+TEST(Navigation,
+     without_a_content_view_the_first_appearance_takes_the_own_view_and_looks_no_further)
+{
+    NavigationController navigation;
+    auto *const child = new ViewController;
+    navigation.addChildViewController(child);
+    NS::addSubview(navigation.view(), child->view());
+    EXPECT_EQ(navigation.contentView(), nullptr);
+    navigation.viewWillAppear();
+    EXPECT_EQ(navigation.contentView(), navigation.view());
+    EXPECT_THAT(navigation.navigationStack(), IsEmpty());
+    navigation.viewWillAppear();
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(child));
+}
+
+TEST(Navigation, each_appearance_resets_the_stack_to_the_owner_of_the_first_subview)
+{
+    Navigation navigation;
+    auto *const first = new ViewController;
+    navigation.addChildViewController(first);
+    NS::addSubview(navigation.contentView(), first->view());
+    navigation.view()->show();
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(first));
+    auto *const second = new ViewController;
+    PushSegue({}, first, second).perform();
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(first, second));
+    navigation.view()->hide();
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(first, second));
+    navigation.view()->show();
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(first));
+    EXPECT_EQ(second->view()->parentWidget(), navigation.contentView());
+}
+
+TEST(Navigation, an_appearance_that_finds_no_controller_leaves_the_stack)
+{
+    NavigationController navigation;
+    QWidget elsewhere;
+    navigation.setContentView(new QWidget(&elsewhere));
+    ViewController kept;
+    navigation.setNavigationStack({ &kept });
+    navigation.viewWillAppear(); // no subview
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(&kept));
+    new QWidget(navigation.contentView());
+    navigation.viewWillAppear(); // nobody's subview
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(&kept));
+    // The subview itself is not tested, the chain behind it is.
+    ViewController owner;
+    elsewhere.setParent(owner.view());
+    navigation.viewWillAppear();
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(&owner));
+    elsewhere.setParent(nullptr);
+}
+
+TEST(Navigation, a_push_pins_the_view_on_top_and_appends_the_controller)
+{
+    Navigation navigation;
+    auto *const first = new ViewController;
+    PushSegue({}, &navigation, first).perform();
+    auto *const second = new ViewController;
+    auto *const nested = new ViewController;
+    first->addChildViewController(nested);
+    PushSegue({}, nested, second).perform(); // two levels below
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(first, second));
+    EXPECT_THAT(navigation.childViewControllers(), ElementsAre(first, second));
+    EXPECT_THAT(subviews(navigation.contentView()), ElementsAre(first->view(), second->view()));
+    NS::layoutSubtreeIfNeeded(navigation.contentView());
+    EXPECT_EQ(second->view()->geometry(), QRect(0, 0, 300, 200));
+    EXPECT_FALSE(first->view()->isHidden());
+    // Nobody minds one that is there already.
+    PushSegue({}, first, second).perform();
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(first, second, second));
+}
+
+TEST(Navigation, a_replace_leaves_the_destination_alone)
+{
+    Navigation navigation;
+    const QPointer<ViewController> first = new ViewController;
+    ReplaceSegue({}, &navigation, first).perform(); // with an empty stack
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(first.data()));
+    const QPointer<ViewController> second = new ViewController;
+    PushSegue({}, first, second).perform();
+    QObject keeper;
+    QObject::connect(&navigation, &NavigationController::navigationStackChanged, &keeper,
+                     [&] { second->setParent(&keeper); });
+    auto *const third = new ViewController;
+    ReplaceSegue({}, second, third).perform();
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(third));
+    EXPECT_THAT(navigation.childViewControllers(), ElementsAre(third));
+    EXPECT_THAT(subviews(navigation.contentView()), ElementsAre(third->view()));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(first); // nobody has taken it
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->view()->parentWidget(), nullptr);
+    // It comes back from where it was kept.
+    ReplaceSegue({}, third, second).perform();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(second.data()));
+    // The one that stays is no victim of its own replacement.
+    ReplaceSegue({}, second, second).perform();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_TRUE(second);
+    EXPECT_THAT(subviews(navigation.contentView()), ElementsAre(second->view()));
+}
+
+TEST(Navigation, a_modal_segue_and_a_destination_that_is_no_view_controller_change_nothing)
+{
+    Navigation navigation;
+    auto *const first = new ViewController;
+    PushSegue({}, &navigation, first).perform();
+    const QSignalSpy changes(&navigation, &NavigationController::navigationStackChanged);
+    ViewController other;
+    QObject object;
+    ModalSegue({}, first, &other).perform();
+    PushSegue({}, first, &object).perform();
+    ReplaceSegue({}, first, &object).perform();
+    ReplaceSegue({}, first, nullptr).perform();
+    EXPECT_THAT(changes, IsEmpty());
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(first));
+    EXPECT_EQ(other.parentViewController(), nullptr);
+    EXPECT_FALSE(other.isViewLoaded());
+    EXPECT_THAT(subviews(navigation.contentView()), ElementsAre(first->view()));
+}
+
+TEST(Navigation, what_has_to_be_there_and_is_not_stops_the_process)
+{
+    ViewController lonely;
+    ViewController destination;
+    QObject object;
+    EXPECT_DEATH(PushSegue({}, &lonely, &destination).perform(),
+                 "Could not find navigation controller");
+    EXPECT_DEATH(ReplaceSegue({}, &object, &destination).perform(),
+                 "Could not find navigation controller");
+    // Before the destination is looked at.
+    EXPECT_DEATH(PushSegue({}, &lonely, &object).perform(), "Could not find navigation controller");
+    NavigationController bare;
+    EXPECT_DEATH(PushSegue({}, &bare, &destination).perform(), "has no content view");
+    EXPECT_DEATH(ReplaceSegue({}, &bare, &destination).perform(), "has no content view");
+}
+
+TEST(Navigation, stack_and_content_view_can_be_observed_and_lose_what_is_destroyed)
+{
+    Navigation navigation;
+    QList<qsizetype> sizes;
+    const Pellarvine::Observer observer(
+            &navigation, u"navigationStack"_s, false, [&](const QVariant &stack) {
+                sizes.append(stack.value<QList<ViewController *>>().size());
+            });
+    auto *const first = new ViewController;
+    PushSegue({}, &navigation, first).perform();
+    auto *const second = new ViewController;
+    PushSegue({}, &navigation, second).perform();
+    navigation.setNavigationStack(navigation.navigationStack());
+    delete first;
+    EXPECT_THAT(navigation.navigationStack(), ElementsAre(second));
+    EXPECT_THAT(sizes, ElementsAre(1, 2, 1));
+
+    const QSignalSpy views(&navigation, &NavigationController::contentViewChanged);
+    navigation.setContentView(navigation.contentView());
+    delete navigation.contentView();
+    EXPECT_EQ(views.size(), 1);
+    EXPECT_EQ(navigation.contentView(), nullptr);
+}
+
+TEST(Navigation, a_view_may_be_its_own_content_and_end_with_everything_in_it)
+{
+    const QPointer<NavigationController> navigation = new NavigationController;
+    navigation->view()->show();
+    const QPointer<ViewController> pushed = new ViewController;
+    PushSegue({}, navigation, pushed).perform();
+    QCoreApplication::processEvents();
+    EXPECT_THAT(subviews(navigation->view()), ElementsAre(pushed->view()));
+    delete navigation;
+    EXPECT_FALSE(pushed);
+}
+
+TEST_F(MailStoryboard, clicks_walk_from_scene_to_scene)
+{
+    ASSERT_EQ(mail->navigationStack().size(), 1);
+    const QPointer<ViewController> list = top();
+    EXPECT_EQ(list->title(), u"Letters"_s);
+    click(u"openButton"_s);
+    ASSERT_EQ(mail->navigationStack().size(), 2);
+    auto *const letter = qobject_cast<LetterController *>(top());
+    ASSERT_TRUE(letter);
+    EXPECT_EQ(letter->subject->text(), u"Dear reader"_s);
+    EXPECT_EQ(letter->view()->geometry(), mail->contentView()->rect());
+    letter->performSegue(u"deeper"_s);
+    EXPECT_EQ(mail->navigationStack().size(), 3);
+    click(u"doneButton"_s);
+    ASSERT_EQ(mail->navigationStack().size(), 1);
+    EXPECT_FALSE(list);
+    EXPECT_EQ(top()->title(), u"Letters"_s);
+    EXPECT_EQ(liveControllers, 1);
+    // At a signal of the controller's own.
+    click(u"openButton"_s);
+    Q_EMIT qobject_cast<LetterController *>(top())->finished();
+    EXPECT_EQ(top()->title(), u"Settings"_s);
+}
+
+TEST_F(MailStoryboard, the_source_is_asked_and_prepares_what_a_click_leads_to)
+{
+    auto *const list = qobject_cast<ListController *>(top());
+    auto *const open = list->view()->findChild<QPushButton *>(u"openButton"_s);
+    list->mayGo = false;
+    click(u"openButton"_s);
+    EXPECT_EQ(list->asked, open);
+    EXPECT_EQ(mail->navigationStack().size(), 1);
+    EXPECT_EQ(liveControllers, 1);
+    list->performSegue(u"open"_s, list); // a program knows what it asks for
+    EXPECT_EQ(list->prepared, top());
+    EXPECT_EQ(list->preparedBy, list);
+    EXPECT_EQ(mail->navigationStack().size(), 2);
+}
+
+TEST_F(MailStoryboard, a_destination_that_nobody_takes_is_deleted)
+{
+    auto *const list = qobject_cast<ListController *>(top());
+    click(u"settingsButton"_s);
+    EXPECT_FALSE(list->prepared);
+    click(u"counterButton"_s); // a push of what is no view controller
+    EXPECT_FALSE(list->prepared);
+    list->keeps = true;
+    click(u"settingsButton"_s);
+    EXPECT_TRUE(list->prepared);
+    EXPECT_EQ(mail->navigationStack().size(), 1);
+}
+
+TEST_F(MailStoryboard, a_destination_that_cannot_be_loaded_is_a_warning_and_changes_nothing)
+{
+    ::testing::internal::CaptureStdout();
+    click(u"tornButton"_s);
+    const std::string output = ::testing::internal::GetCapturedStdout();
+    EXPECT_THAT(output, ::testing::StartsWith("Warning: "));
+    EXPECT_THAT(output, HasSubstr("Torn.ui"));
+    EXPECT_EQ(std::count(output.begin(), output.end(), '\n'), 1);
+    EXPECT_EQ(mail->navigationStack().size(), 1);
+    EXPECT_EQ(mail->childViewControllers().size(), 1);
+    EXPECT_EQ(subviews(mail->contentView()).size(), 1);
+}
+
+TEST_F(MailStoryboard, a_plain_segue_opens_a_window_that_ends_its_controller)
+{
+    top()->performSegue(u"window"_s);
+    const QPointer<ViewController> settings = top()->findChild<ViewController *>();
+    ASSERT_TRUE(settings);
+    EXPECT_TRUE(settings->view()->isWindow());
+    EXPECT_TRUE(settings->view()->isVisible());
+    EXPECT_EQ(settings->view()->windowTitle(), u"Settings"_s);
+    EXPECT_EQ(mail->navigationStack().size(), 1);
+    settings->view()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(settings);
+}
+
+TEST_F(MailStoryboard, a_scene_can_be_pinned_into_any_view_and_is_nobodys_child)
+{
+    QWidget box;
+    box.resize(200, 100);
+    const std::unique_ptr<ViewController> settings(
+            NS::instantiateViewControllerWithIdentifier(top(), u"settings"_s, &box));
+    ASSERT_TRUE(settings);
+    EXPECT_EQ(settings->parentViewController(), nullptr);
+    EXPECT_EQ(settings->parent(), nullptr);
+    NS::layoutSubtreeIfNeeded(&box);
+    EXPECT_EQ(settings->view()->parentWidget(), &box);
+    EXPECT_EQ(settings->view()->geometry(), QRect(0, 0, 200, 100));
+    EXPECT_EQ(NS::instantiateViewControllerWithIdentifier(top(), u"counter"_s, &box), nullptr);
+    EXPECT_THROW(NS::instantiateViewControllerWithIdentifier(top(), u"absent"_s, &box),
+                 NS::UnknownIdentifierError);
+    const ViewController plain;
+    EXPECT_EQ(NS::instantiateViewControllerWithIdentifier(&plain, u"settings"_s, &box), nullptr);
+}
+
+TEST_F(MailStoryboard, the_keyboard_focus_goes_to_what_is_pushed_and_stays_inside_after_a_replace)
+{
+    click(u"openButton"_s);
+    auto *const letter = qobject_cast<LetterController *>(top());
+    EXPECT_EQ(QApplication::focusWidget(), letter->subject);
+    click(u"doneButton"_s);
+    EXPECT_EQ(QApplication::focusWidget(), top()->view()->findChild<QWidget *>(u"openButton"_s));
+}
+
+TEST_F(MailStoryboard, a_replace_from_outside_leaves_the_focus_there)
+{
+    auto *const sidebar = new QLineEdit(mail->view());
+    sidebar->show();
+    sidebar->setFocus();
+    auto *const storyboard = top()->storyboard().get();
+    auto *const kept = static_cast<ViewController *>(
+            storyboard->instantiateControllerWithIdentifier(u"letter"_s));
+    ReplaceSegue({}, mail.get(), kept).perform();
+    EXPECT_EQ(QApplication::focusWidget(), sidebar);
+}
+
+TEST_F(MailStoryboard, a_view_that_comes_back_gives_the_focus_to_the_widget_that_had_it)
+{
+    auto *const list = top();
+    auto *const settings = list->view()->findChild<QWidget *>(u"settingsButton"_s);
+    settings->setFocus();
+    QObject keeper;
+    QObject::connect(mail.get(), &NavigationController::navigationStackChanged, &keeper,
+                     [&] { list->setParent(&keeper); });
+    auto *const letter = new ViewController;
+    ReplaceSegue({}, list, letter).perform();
+    EXPECT_EQ(QApplication::focusWidget(), letter->view());
+    ReplaceSegue({}, letter, list).perform();
+    EXPECT_EQ(QApplication::focusWidget(), settings);
+}
+
+TEST_F(MailStoryboard, what_is_pushed_has_its_title_as_its_name_for_screen_readers)
+{
+    click(u"openButton"_s);
+    const auto name = [](ViewController *controller) {
+        return QAccessible::queryAccessibleInterface(controller->view())->text(QAccessible::Name);
+    };
+    EXPECT_EQ(name(top()), u"Letter"_s);
+    auto *const named = new ViewController;
+    named->setTitle(u"Draft"_s);
+    named->view()->setAccessibleName(u"Draft of a letter"_s);
+    PushSegue({}, top(), named).perform();
+    EXPECT_EQ(name(named), u"Draft of a letter"_s);
+}
+
+TEST(Navigation, a_thousand_pushes_and_replaces_leave_as_much_as_one)
+{
+    Navigation navigation;
+    ReplaceSegue({}, &navigation, new ViewController).perform();
+    const auto objects = [&] {
+        return navigation.findChildren<QObject *>().size();
+    };
+    const auto objectsBefore = objects();
+    const auto widgetsBefore = QApplication::allWidgets().size();
+    for (int i = 0; i < 1000; ++i) {
+        PushSegue({}, navigation.navigationStack().constLast(), new ViewController).perform();
+        ReplaceSegue({}, navigation.navigationStack().constLast(), new ViewController).perform();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    EXPECT_EQ(navigation.navigationStack().size(), 1);
+    EXPECT_EQ(objects(), objectsBefore);
+    EXPECT_EQ(QApplication::allWidgets().size(), widgetsBefore);
+}
+
+TEST_F(MailStoryboard, clicking_to_and_fro_leaves_nothing_behind)
+{
+    const auto objects = [this] {
+        return mail->findChildren<QObject *>().size()
+               + mail->view()->findChildren<QObject *>().size();
+    };
+    const auto before = objects();
+    for (int i = 0; i < 20; ++i) {
+        click(u"openButton"_s);
+        click(u"doneButton"_s);
+        click(u"settingsButton"_s);
+    }
+    EXPECT_EQ(liveControllers, 1);
+    EXPECT_EQ(objects(), before);
+    mail.reset();
+    EXPECT_EQ(liveControllers, 0);
+}
+
+#include "NavigationTest.moc"

@@ -1,0 +1,276 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/ClassRegistry.h>
+#include <pellarvine/Platform/NSStoryboard.h>
+#include <pellarvine/Platform/NSStoryboardSegue.h>
+#include <pellarvine/Platform/NSViewController.h>
+
+#include <QFile>
+#include <QLineEdit>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto form = R"(<ui version="4.0">
+ <class>Form</class>
+ <widget class="QWidget" name="form">
+  <widget class="QLineEdit" name="field"/>
+  <widget class="QWidget" name="box"/>
+ </widget>
+</ui>
+)";
+
+class Form : public NS::ViewController
+{
+    Q_OBJECT
+    Q_PROPERTY(QLineEdit *field MEMBER field NOTIFY fieldChanged)
+
+public:
+    explicit Form(QObject *parent = nullptr)
+        : NS::ViewController(parent)
+    {
+        ++count;
+    }
+    ~Form() override { --count; }
+
+    void viewDidLoad() override { hadField = field; }
+    void prepareForSegue(NS::StoryboardSegue *segue, QObject *) override
+    {
+        prepared.append(segue->identifier());
+    }
+
+    inline static int count = 0;
+    QLineEdit *field = nullptr;
+    bool hadField = false;
+    QStringList prepared;
+
+Q_SIGNALS:
+    void fieldChanged();
+};
+
+class NSStoryboard : public ::testing::Test
+{
+public:
+    static void SetUpTestSuite()
+    {
+        NS::registerClass<Form>();
+        NS::registerClass<QObject>();
+    }
+
+    QString write(const QString &name, const QByteArray &contents)
+    {
+        QFile file(m_folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(contents);
+        return file.fileName();
+    }
+
+    // A storyboard with those elements in it, beside an interface file Form.ui.
+    QString storyboard(const QByteArray &elements, const QByteArray &attributes = {})
+    {
+        write(u"Form.ui"_s, form);
+        return write(u"Test.storyboard"_s,
+                     "<storyboard" + attributes + ">\n" + elements + "\n</storyboard>\n");
+    }
+
+    // What is wrong, after the file's name.
+    std::string problem(const std::function<void()> &action)
+    {
+        try {
+            action();
+        } catch (const NS::StoryboardError &error) {
+            const std::string where = qPrintable(m_folder.filePath(u"Test.storyboard"_s));
+            EXPECT_THAT(error.what(), StartsWith(where));
+            return std::string(error.what()).substr(where.size());
+        }
+        return {};
+    }
+
+    bool fitsSchema(const QString &path)
+    {
+        QProcess xmllint;
+        xmllint.start(u"xmllint"_s, { u"--noout"_s, u"--relaxng"_s, u"" SCHEMA ""_s, path });
+        EXPECT_TRUE(xmllint.waitForFinished());
+        return xmllint.exitCode() == 0;
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+} // namespace
+
+TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
+{
+    struct Row
+    {
+        const char *elements;
+        const char *problem;
+        bool fitsSchema;
+    };
+    const Row rows[] = {
+        { "<scene", ":3:2: ", false },
+        { " text", ":1:13: there is text between the elements", false },
+        { "  <scenery/>", ":2:3: <scenery> does not belong in <storyboard>", false },
+        { "<scene identifier='a' class='Form'><segue/></scene>",
+          ":2:36: <segue> does not belong in <scene>", false },
+        { "<scene identifier='a'/>", ":2:1: <scene> lacks the attribute \"class\"", false },
+        { "<scene identifier='' class='Form'/>", ":2:1: the attribute \"identifier\" is empty",
+          false },
+        { "<scene identifier='a' class='Form' color='red'/>",
+          ":2:1: <scene> has no attribute \"color\" (identifier, class, interface)", false },
+        { "<scene identifier='a' class='Form'/>\n<scene identifier='a' class='Form'/>",
+          ":3:1: there is a scene \"a\" already", true },
+        { "<scene identifier='a' class='Forn'/>", ":2:1: there is no class \"Forn\" (Form", true },
+        { "<scene identifier='a' class='Form' interface='Lost.ui'/>",
+          ":2:1: there is no interface file \"Lost.ui\"", true },
+        { "<scene identifier='a' class='QObject' interface='Form.ui'/>",
+          ":2:1: \"QObject\" is no view controller and takes no interface", true },
+        { "<scene identifier='a' class='Form'/>\n"
+          "<segue class='StoryboardSegue' source='a' destination='b' identifier='s'/>",
+          ":3:1: there is no scene \"b\" (a)", true },
+        { "<scene identifier='a' class='Form'/>\n"
+          "<segue class='Jump' source='a' destination='a' identifier='s'/>",
+          ":3:1: there is no segue class \"Jump\" (NS::StoryboardSegue", true },
+        { "<scene identifier='a' class='Form'/>\n"
+          "<segue class='StoryboardSegue' source='a' destination='a'/>",
+          ":3:1: <segue> has neither an identifier nor a signal to begin at", false },
+        { "<scene identifier='a' class='Form'/>\n"
+          "<segue class='StoryboardSegue' source='a' destination='a' identifier='s' object='x'/>",
+          ":3:1: <segue> names an object and no signal of it", false },
+        { "<scene identifier='a' class='Form'/>\n"
+          "<segue class='StoryboardSegue' source='a' destination='a' identifier='s'/>\n"
+          "<segue class='StoryboardSegue' source='a' destination='a' identifier='s'/>",
+          ":4:1: the scene \"a\" has a segue \"s\" already", true },
+        { "<scene identifier='a' class='QObject'/>\n"
+          "<segue class='StoryboardSegue' source='a' destination='a' identifier='s'/>",
+          ":3:1: the scene \"a\" is a \"QObject\", which is no view controller", true },
+        { "<scene identifier='a' class='Form'/>\n<scene identifier='b' class='Form'/>\n"
+          "<embed source='a' destination='b' container='box'/>\n"
+          "<embed source='b' destination='a' container='box'/>",
+          ":5:1: the scene \"a\" lies within itself", true },
+    };
+    for (const Row &row : rows) {
+        const QString path = storyboard(row.elements);
+        EXPECT_THAT(problem([&] { NS::Storyboard::storyboardWithContentsOfFile(path); }),
+                    StartsWith(row.problem))
+                << row.elements;
+        EXPECT_EQ(fitsSchema(path), row.fitsSchema) << row.elements;
+    }
+    EXPECT_THAT(problem([&] {
+                    NS::Storyboard::storyboardWithContentsOfFile(
+                            storyboard({}, " initialScene='a'"));
+                }),
+                StartsWith(":1:1: there is no scene \"a\""));
+    EXPECT_THAT(problem([&] {
+                    NS::Storyboard::storyboardWithContentsOfFile(
+                            write(u"Test.storyboard"_s, "<board/>"));
+                }),
+                StartsWith(":1:1: the outermost element is not <storyboard>"));
+    QFile::remove(storyboard({}));
+    EXPECT_THROW(NS::Storyboard::storyboardWithName(u"Absent"_s), NS::StoryboardError);
+}
+
+TEST_F(NSStoryboard, outlets_triggers_and_containers_are_checked_when_the_view_is_loaded)
+{
+    const QByteArray segue = "<segue class='StoryboardSegue' source='a' destination='a' ";
+    struct Row
+    {
+        QByteArray outlet;
+        QByteArray rest;
+        const char *problem;
+    };
+    const Row rows[] = {
+        { "<outlet property='field' object='feld'/>",
+          {},
+          ":3:1: the scene has no object \"feld\"" },
+        { "<outlet property='feld' object='field'/>", {}, ":3:1: Form has no key \"feld\"" },
+        { "<outlet property='field' object='box'/>", {}, ":3:1: " },
+        { {}, segue + "object='feld' signal='x'/>", ":4:1: the scene has no object \"feld\"" },
+        { {}, segue + "object='field' signal='x'/>", ":4:1: QLineEdit has no signal \"x\"" },
+        { {}, segue + "signal='clicked'/>", ":4:1: Form has no signal \"clicked\"" },
+        { {},
+          "<embed source='a' destination='b' container='field2'/>",
+          ":4:1: the scene has no widget \"field2\"" },
+        { {},
+          "<embed source='a' destination='b' container='box'/>\n"
+          "<embed source='a' destination='c' container='box'/>",
+          ":7:36: the scene has no object \"x\"" },
+    };
+    for (const Row &row : rows) {
+        const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(storyboard(
+                "<scene identifier='a' class='Form' interface='Form.ui'>\n" + row.outlet
+                + "</scene>\n" + row.rest
+                + "\n<scene identifier='b' class='Form'/>"
+                  "\n<scene identifier='c' class='Form'><outlet property='field' object='x'/>"
+                  "</scene>"));
+        {
+            const std::unique_ptr<QObject> made(
+                    loaded->instantiateControllerWithIdentifier(u"a"_s));
+            auto *const controller = qobject_cast<Form *>(made.get());
+            EXPECT_THAT(problem([&] { controller->view(); }), StartsWith(row.problem));
+            EXPECT_FALSE(controller->isViewLoaded());
+            EXPECT_EQ(Form::count, 1) << row.problem;
+        }
+        EXPECT_EQ(Form::count, 0) << row.problem;
+    }
+}
+
+TEST_F(NSStoryboard, outlets_and_embedded_scenes_are_there_when_the_view_has_been_loaded)
+{
+    auto storyboard = NS::Storyboard::storyboardWithContentsOfFile(this->storyboard(
+            "<scene identifier='a' class='Form' interface='Form.ui'>"
+            "<outlet property='field' object='field'/></scene>"
+            "<scene identifier='b' class='Form'/>"
+            "<embed identifier='inner' source='a' destination='b' container='box'/>",
+            " initialScene='a'"));
+    const std::unique_ptr<QObject> made(storyboard->instantiateInitialController());
+    const std::weak_ptr<NS::Storyboard> watched = storyboard;
+    storyboard.reset();
+    EXPECT_FALSE(watched.expired()); // its controllers keep it
+
+    auto *const controller = qobject_cast<Form *>(made.get());
+    ASSERT_TRUE(controller);
+    EXPECT_FALSE(controller->isViewLoaded());
+    auto *const box = controller->view()->findChild<QWidget *>(u"box"_s);
+    EXPECT_TRUE(controller->hadField);
+    EXPECT_EQ(controller->field->objectName(), u"field"_s);
+    EXPECT_EQ(controller->prepared, QStringList(u"inner"_s));
+    ASSERT_EQ(controller->childViewControllers().size(), 1);
+    EXPECT_EQ(controller->childViewControllers()[0]->view()->parentWidget(), box);
+}
+
+TEST_F(NSStoryboard, an_unknown_identifier_is_thrown_with_those_that_are_known)
+{
+    const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(storyboard(
+            "<scene identifier='a' class='Form'/><scene identifier='b' class='Form'/>"
+            "<segue identifier='go' class='StoryboardSegue' source='a' destination='b'/>"));
+    EXPECT_EQ(loaded->identifiers(), QStringList({ u"a"_s, u"b"_s }));
+    EXPECT_EQ(loaded->instantiateInitialController(), nullptr);
+    try {
+        loaded->instantiateControllerWithIdentifier(u"c"_s);
+        ADD_FAILURE();
+    } catch (const NS::UnknownIdentifierError &error) {
+        EXPECT_EQ(error.identifier(), u"c"_s);
+        EXPECT_EQ(error.knownIdentifiers(), loaded->identifiers());
+        EXPECT_THAT(error.what(), HasSubstr("Test.storyboard has no scene \"c\" (a, b)"));
+    }
+    const std::unique_ptr<QObject> made(loaded->instantiateControllerWithIdentifier(u"a"_s));
+    try {
+        static_cast<Form *>(made.get())->performSegue(u"stay"_s);
+        ADD_FAILURE();
+    } catch (const NS::UnknownIdentifierError &error) {
+        EXPECT_THAT(error.what(), HasSubstr("has no segue \"stay\" (go)"));
+    }
+    Form plain;
+    EXPECT_THROW(plain.performSegue(u"go"_s), NS::UnknownIdentifierError);
+}
+
+#include "NSStoryboardTest.moc"

@@ -1,0 +1,404 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/NSColor.h>
+#include <pellarvine/Platform/NSLayoutAnchor.h>
+#include <pellarvine/Platform/NSMutableAttributedString.h>
+#include <pellarvine/Platform/NSParagraphStyle.h>
+#include <pellarvine/Platform/NSTextField.h>
+#include <pellarvine/Platform/NSView.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using NS::AttributedString;
+using NS::TextField;
+
+namespace {
+
+const QString longText =
+        u"A field that wraps asks for as much height as its text needs at the width "
+        "that it got, in every layout, and never cuts a line off."_s;
+
+class Field : public TextField
+{
+public:
+    explicit Field(const QString &text = {})
+    {
+        setStringValue(text);
+        setOpensLinks(false);
+    }
+
+    QTextBrowser *editor() const { return findChild<QTextBrowser *>(); }
+
+    void showInFront()
+    {
+        resize(sizeHint());
+        show();
+        activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(this));
+        setFocus();
+    }
+
+    QImage picture() { return grab().toImage().convertToFormat(QImage::Format_ARGB32); }
+};
+
+// What of the picture is not its background: the corner's colour.
+QRect inked(const QImage &image)
+{
+    const double ratio = image.devicePixelRatio();
+    const QRgb background = image.pixel(0, image.height() - 1);
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != background)
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return { (QPointF(ink.topLeft()) / ratio).toPoint(), ink.size() / ratio };
+}
+
+bool hasPixelLike(const QImage &image, QColor color)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor pixel = image.pixelColor(x, y);
+            if (std::abs(pixel.red() - color.red()) < 40
+                && std::abs(pixel.green() - color.green()) < 40
+                && std::abs(pixel.blue() - color.blue()) < 40)
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+// Sizes
+
+TEST(TextField, is_as_wide_as_its_text_and_as_high_as_that_at_its_width)
+{
+    Field field(u"Short"_s);
+    const int line = field.sizeHint().height();
+    EXPECT_EQ(field.sizeHint().width(),
+              int(std::ceil(QFontMetricsF(field.font()).horizontalAdvance(u"Short"_s))));
+    EXPECT_EQ(field.heightForWidth(1000), line);
+    field.setStringValue(longText);
+    EXPECT_GE(field.heightForWidth(200), 3 * line);
+    EXPECT_GT(field.heightForWidth(100), field.heightForWidth(200));
+    field.setPreferredMaxLayoutWidth(200);
+    EXPECT_LE(field.sizeHint().width(), 200);
+    EXPECT_EQ(field.sizeHint().height(), field.heightForWidth(200));
+    field.setWraps(false);
+    EXPECT_FALSE(field.hasHeightForWidth());
+    EXPECT_FALSE(field.sizePolicy().hasHeightForWidth());
+    EXPECT_EQ(field.sizeHint().height(), line);
+    EXPECT_GT(field.sizeHint().width(), 600);
+}
+
+TEST(TextField, gets_its_height_from_qt_layouts_and_from_constraints)
+{
+    QWidget column;
+    auto *const inLayout = new Field(longText);
+    auto *const layout = new QVBoxLayout(&column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(inLayout);
+    layout->addStretch();
+    column.resize(180, 600);
+
+    QWidget panel;
+    auto *const constrained = new Field(longText);
+    NS::addSubview(&panel, constrained);
+    NS::LayoutConstraint::activateConstraints({
+            NS::topAnchor(constrained).constraintEqualToAnchor(NS::topAnchor(&panel)),
+            NS::leadingAnchor(constrained).constraintEqualToAnchor(NS::leadingAnchor(&panel)),
+            NS::trailingAnchor(constrained).constraintEqualToAnchor(NS::trailingAnchor(&panel)),
+    });
+    panel.resize(180, 600);
+    for (const int width : { 180, 90, 260 }) {
+        column.resize(width, 600);
+        panel.resize(width, 600);
+        NS::layoutSubtreeIfNeeded(&column);
+        NS::layoutSubtreeIfNeeded(&panel);
+        EXPECT_EQ(inLayout->size(), QSize(width, inLayout->heightForWidth(width)));
+        EXPECT_EQ(constrained->size(), inLayout->size());
+    }
+}
+
+TEST(TextField, breaks_a_word_that_is_longer_than_a_line)
+{
+    Field field(QString(60, u'm'));
+    const int line = Field(u"m"_s).sizeHint().height();
+    EXPECT_GE(field.heightForWidth(120), 3 * line);
+    field.resize(120, field.heightForWidth(120));
+    EXPECT_LE(inked(field.picture()).right(), 120);
+    EXPECT_GT(inked(field.picture()).bottom(), 2 * line);
+}
+
+TEST(TextField, has_the_height_of_qts_line_edit_and_its_baseline)
+{
+    Field field(u"Height"_s);
+    field.setWraps(false);
+    field.setBezeled(true);
+    QLineEdit edit;
+    EXPECT_EQ(field.sizeHint().height(), edit.sizeHint().height());
+
+    QWidget panel;
+    auto *const name = new QLabel(u"Name"_s);
+    for (QWidget *const widget : { static_cast<QWidget *>(name), static_cast<QWidget *>(&field) })
+        NS::addSubview(&panel, widget);
+    NS::LayoutConstraint::activateConstraints({
+            NS::topAnchor(&field).constraintEqualToAnchor(NS::topAnchor(&panel), 20),
+            NS::firstBaselineAnchor(name).constraintEqualToAnchor(NS::firstBaselineAnchor(&field)),
+    });
+    panel.resize(300, 100);
+    NS::layoutSubtreeIfNeeded(&panel);
+    const QFontMetricsF metrics(name->font());
+    const double baseline = name->y() + (name->height() + metrics.ascent() - metrics.descent()) / 2;
+    EXPECT_NEAR(baseline, 20 + field.firstBaselineOffsetFromTop(), 1.0);
+    field.setParent(nullptr);
+}
+
+TEST(TextField, shows_what_fits_and_an_ellipsis)
+{
+    const int line = Field(u"Mg"_s).sizeHint().height();
+    Field single(u"One line that is too long"_s);
+    single.setWraps(false);
+    const int natural = single.sizeHint().width();
+    EXPECT_LT(single.minimumSizeHint().width(), natural / 2);
+    single.resize(natural / 2, line);
+    const int inkEnd = inked(single.picture()).right();
+    EXPECT_LE(inkEnd, natural / 2);
+    EXPECT_GT(inkEnd, natural / 2 - 20);
+    single.setElideMode(Qt::ElideNone);
+    EXPECT_EQ(single.minimumSizeHint().width(), natural);
+
+    Field lines(longText);
+    lines.setMaximumNumberOfLines(2);
+    EXPECT_EQ(lines.heightForWidth(150), 2 * line);
+    lines.resize(150, 10 * line);
+    const QRect ink = inked(lines.picture());
+    EXPECT_LE(ink.height(), 2 * line);
+    lines.setMaximumNumberOfLines(0);
+    EXPECT_GT(inked(lines.picture()).height(), 2 * line);
+}
+
+// Looks
+
+TEST(TextField, aligns_by_the_direction_of_the_layout)
+{
+    const struct
+    {
+        Qt::Alignment alignment;
+        Qt::LayoutDirection direction;
+        bool isAtLeft;
+    } rows[] = {
+        { Qt::AlignLeft, Qt::LeftToRight, true },
+        { Qt::AlignRight, Qt::LeftToRight, false },
+        { Qt::AlignLeft, Qt::RightToLeft, false },
+        { Qt::AlignRight, Qt::RightToLeft, true },
+        { Qt::AlignLeft | Qt::AlignAbsolute, Qt::RightToLeft, true },
+    };
+    NS::ParagraphStyle style;
+    for (const auto &row : rows) {
+        Field plain(u"Text"_s);
+        Field styled;
+        style.alignment = row.alignment;
+        styled.setAttributedStringValue(AttributedString(
+                u"Text"_s, { { NS::ParagraphStyleAttributeName, QVariant::fromValue(style) } }));
+        for (Field *const field : { &plain, &styled }) {
+            field->setLayoutDirection(row.direction);
+            field->setAlignment(row.alignment);
+            field->resize(200, 40);
+            const QRect ink = inked(field->picture());
+            EXPECT_EQ(ink.left() < 5, row.isAtLeft) << (field == &styled) << int(row.direction);
+            EXPECT_EQ(ink.right() > 194, !row.isAtLeft) << (field == &styled) << int(row.direction);
+        }
+    }
+}
+
+TEST(TextField, takes_its_colours_from_the_palette_until_they_are_set)
+{
+    Field field(u"Ink"_s);
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(30, 30, 40));
+    palette.setColor(QPalette::WindowText, QColor(200, 255, 200));
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(120, 60, 60));
+    palette.setColor(QPalette::Base, QColor(0, 0, 120));
+    field.setPalette(palette);
+    field.resize(60, 30);
+    EXPECT_TRUE(hasPixelLike(field.picture(), QColor(200, 255, 200)));
+    field.setEnabled(false);
+    EXPECT_FALSE(hasPixelLike(field.picture(), QColor(200, 255, 200)));
+    field.setEnabled(true);
+    field.setDrawsBackground(true);
+    EXPECT_EQ(field.picture().pixelColor(1, 1), QColor(0, 0, 120));
+    field.setBackgroundColor(Qt::yellow);
+    field.setTextColor(Qt::red);
+    EXPECT_EQ(field.picture().pixelColor(1, 1), QColor(Qt::yellow));
+    EXPECT_TRUE(hasPixelLike(field.picture(), Qt::red));
+    // Selectable, it is another widget that draws.
+    field.setSelectable(true);
+    EXPECT_EQ(field.picture().pixelColor(1, 1), QColor(Qt::yellow));
+    EXPECT_TRUE(hasPixelLike(field.picture(), Qt::red));
+}
+
+TEST(TextField, looks_the_same_to_read_and_to_select)
+{
+    Field field;
+    NS::MutableAttributedString text(longText);
+    QFont bold = field.font();
+    bold.setBold(true);
+    text.addAttributes({ { NS::FontAttributeName, bold },
+                         { NS::ForegroundColorAttributeName, QColor(Qt::blue) } },
+                       8, 20);
+    field.setAttributedStringValue(text);
+    field.resize(200, field.heightForWidth(200));
+    const QImage read = field.picture();
+    field.setSelectable(true);
+    EXPECT_EQ(field.picture(), read);
+    field.setSelectable(false);
+    EXPECT_EQ(field.picture(), read);
+}
+
+// Properties
+
+TEST(TextField, an_equal_value_changes_nothing)
+{
+    Field field(u"Text"_s);
+    const QSignalSpy strings(&field, &TextField::stringValueChanged);
+    const QSignalSpy texts(&field, &TextField::attributedStringValueChanged);
+    const AttributedString underlined(u"Text"_s, { { NS::UnderlineStyleAttributeName, 1 } });
+    field.setStringValue(u"Text"_s);
+    EXPECT_EQ(texts.size(), 0);
+    field.setAttributedStringValue(underlined);
+    field.setAttributedStringValue(underlined);
+    EXPECT_EQ(strings.size(), 0);
+    EXPECT_EQ(texts.size(), 1);
+    field.setStringValue(u"Text"_s); // drops the line
+    EXPECT_EQ(field.attributedStringValue(), AttributedString(u"Text"_s));
+
+    for (const char *const name :
+         { "wraps", "selectable", "editable", "bezeled", "drawsBackground", "opensLinks" }) {
+        const QMetaObject *const meta = field.metaObject();
+        const QMetaProperty property = meta->property(meta->indexOfProperty(name));
+        QSignalSpy changes(&field, property.notifySignal());
+        const bool value = property.read(&field).toBool();
+        EXPECT_TRUE(property.write(&field, value)) << name;
+        EXPECT_EQ(changes.size(), 0) << name;
+        EXPECT_TRUE(property.write(&field, !value)) << name;
+        EXPECT_EQ(changes.size(), 1) << name;
+        EXPECT_EQ(property.read(&field).toBool(), !value) << name;
+    }
+}
+
+// Selecting and editing
+
+TEST(TextField, what_is_selected_with_the_keyboard_is_copied)
+{
+    Field field(u"Copy me"_s);
+    field.setSelectable(true);
+    field.showInFront();
+    QTest::keyClick(field.editor(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(field.editor(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"Copy me"_s);
+    QTest::keyClick(field.editor(), Qt::Key_X);
+    EXPECT_EQ(field.stringValue(), u"Copy me"_s);
+}
+
+TEST(TextField, edits_a_single_line_and_says_when_it_is_done)
+{
+    Field field(u"ab"_s);
+    field.setWraps(false);
+    field.setEditable(true);
+    field.showInFront();
+    const QSignalSpy edits(&field, &TextField::textEdited);
+    const QSignalSpy ends(&field, &TextField::editingFinished);
+    QTest::keyClick(field.editor(), Qt::Key_End);
+    QTest::keyClicks(field.editor(), u"cd"_s);
+    EXPECT_EQ(field.stringValue(), u"abcd"_s);
+    EXPECT_EQ(edits.size(), 2);
+    EXPECT_EQ(ends.size(), 0);
+    QTest::keyClick(field.editor(), Qt::Key_Return);
+    EXPECT_EQ(field.stringValue(), u"abcd"_s);
+    EXPECT_EQ(ends.size(), 1);
+    QGuiApplication::clipboard()->setText(u"1\n2"_s);
+    QTest::keyClick(field.editor(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(field.stringValue(), u"abcd1 2"_s);
+    field.editor()->clearFocus();
+    EXPECT_EQ(ends.size(), 2);
+    QTest::keyClick(field.editor(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(field.stringValue(), u"ab"_s);
+}
+
+TEST(TextField, grows_with_the_lines_that_are_typed_and_keeps_attributes)
+{
+    Field field;
+    field.setAttributedStringValue(
+            AttributedString(u"red"_s, { { NS::ForegroundColorAttributeName, QColor(Qt::red) } }));
+    field.setEditable(true);
+    field.showInFront();
+    const int before = field.sizeHint().height();
+    QTest::keyClick(field.editor(), Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClick(field.editor(), Qt::Key_Return);
+    QTest::keyClicks(field.editor(), u"more"_s);
+    EXPECT_EQ(field.stringValue(), u"red\nmore"_s);
+    EXPECT_EQ(field.sizeHint().height(), 2 * before);
+    EXPECT_EQ(field.attributedStringValue().attribute(NS::ForegroundColorAttributeName, 6),
+              QVariant(QColor(Qt::red)));
+}
+
+TEST(TextField, a_click_on_a_link_tells_where_it_leads)
+{
+    Field field;
+    NS::MutableAttributedString text(u"See the notes."_s);
+    text.addAttributes({ { NS::LinkAttributeName, QUrl(u"notes:2.4"_s) } }, 0, 7);
+    field.setAttributedStringValue(text);
+    field.showInFront();
+    QSignalSpy links(&field, &TextField::linkActivated);
+    QTest::keyClick(field.editor(), Qt::Key_Tab);
+    QTest::keyClick(field.editor(), Qt::Key_Return);
+    ASSERT_EQ(links.size(), 1);
+    EXPECT_EQ(links[0][0].toUrl(), QUrl(u"notes:2.4"_s));
+    QTest::mouseClick(field.editor()->viewport(), Qt::LeftButton, {}, { 10, 8 });
+    EXPECT_EQ(links.size(), 2);
+    EXPECT_TRUE(hasPixelLike(field.picture(), field.palette().color(QPalette::Link)));
+    field.setStringValue(u"Without"_s);
+    EXPECT_FALSE(field.editor() && field.editor()->isVisible());
+}
+
+TEST(TextField, a_screen_reader_finds_static_text_or_text_to_edit)
+{
+    Field label(u"Read me"_s);
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&label);
+    EXPECT_EQ(accessible->role(), QAccessible::StaticText);
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"Read me"_s);
+
+    QWidget window;
+    auto *const name = new QLabel(u"&Name"_s, &window);
+    auto *const field = new Field(u"Mira"_s);
+    field->setParent(&window);
+    field->setEditable(true);
+    name->setBuddy(field);
+    window.show();
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    field->setFocus();
+    EXPECT_TRUE(field->editor()->hasFocus());
+    accessible = QAccessible::queryAccessibleInterface(field->editor());
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"Name"_s);
+    EXPECT_TRUE(accessible->state().editable);
+    ASSERT_TRUE(accessible->textInterface());
+    EXPECT_EQ(accessible->textInterface()->text(0, 4), u"Mira"_s);
+}

@@ -1,0 +1,52 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# consumers.sh BUILD: installs that build into a fresh prefix, moves the prefix, and builds and runs
+# programs against it that know nothing of this tree.
+set -euo pipefail
+build=$1
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+DESTDIR='' cmake --install "$build" --prefix "$scratch/first" >/dev/null
+mv "$scratch/first" "$scratch/prefix"
+prefix=$scratch/prefix
+fail() { echo "consumers: $*" >&2; exit 1; }
+
+# Public headers only, and nothing that points back into this tree or the first prefix.
+found=$(cd "$prefix/include/pellarvine" && find . -type f ! -name '*.h')
+[ -z "$found" ] || fail "installed beside the headers: $found"
+[ ! -e "$prefix/include/pellarvine/Platform/LayoutEngine.h" ] || fail "internals are installed"
+library=$(dirname "$(find "$prefix" -name 'libpellarvine.so')")
+[ -d "$library/cmake/Pellarvine" ] && [ -f "$library/pkgconfig/pellarvine.pc" ] \
+    || fail "no package files beside the library"
+if grep -rE "$scratch/first|$build" "$library/cmake" "$library/pkgconfig"; then
+    fail "the package names the place it was built in"
+fi
+export LD_LIBRARY_PATH=$library
+export QT_QPA_PLATFORM=offscreen
+
+for consumer in cmake; do
+    cmake -S "$here/consumers/$consumer" -B "$scratch/$consumer" -G Ninja \
+        -DCMAKE_PREFIX_PATH="$prefix" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
+    cmake --build "$scratch/$consumer" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
+    "$scratch/$consumer/consumer"
+done
+
+export PKG_CONFIG_PATH=$library/pkgconfig
+read -ra flags < <(pkg-config --cflags --libs pellarvine)
+g++ -fPIC "$here/consumers/pkg-config/main.cpp" "${flags[@]}" -o "$scratch/plain"
+"$scratch/plain"
+
+# An unknown component and a version from the future are told, not ignored.
+mkdir "$scratch/wrong"
+for request in 'COMPONENTS Sound' '99.0'; do
+    printf 'cmake_minimum_required(VERSION 3.22)\nproject(wrong LANGUAGES CXX)\nfind_package(Pellarvine %s REQUIRED)\n' \
+        "$request" >"$scratch/wrong/CMakeLists.txt"
+    if cmake -S "$scratch/wrong" -B "$scratch/wrong/build" -G Ninja \
+        -DCMAKE_PREFIX_PATH="$prefix" >"$scratch/log" 2>&1; then
+        fail "find_package(Pellarvine $request) succeeded"
+    fi
+    grep -qE 'Sound|99\.0' "$scratch/log" || { cat "$scratch/log"; exit 1; }
+    rm -rf "$scratch/wrong/build"
+done
