@@ -21,6 +21,7 @@ namespace Pellarvine {
 class PELLARVINE_EXPORT App
 {
 public:
+    /// There are no instances: every fact is a static function.
     App() = delete;
 
     /// "CFBundleDisplayName" if that is text, even an empty one; else "CFBundleName"; else empty.

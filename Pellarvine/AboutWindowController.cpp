@@ -7,11 +7,13 @@
 #include <QIcon>
 #include <QPainter>
 #include <QPointer>
+#include <QScreen>
 #include <QStringList>
 #include <QSysInfo>
 #include <QThread>
 #include <QWidget>
 
+#include <algorithm>
 #include <mutex>
 
 using namespace Qt::StringLiterals;
@@ -66,6 +68,20 @@ QPixmap tile(const QString &name, qreal scale)
     painter.setPen(QGuiApplication::palette().color(QPalette::HighlightedText));
     painter.drawText(QRectF(0, 0, iconSize, iconSize), Qt::AlignCenter, name.left(1).toUpper());
     return pixmap;
+}
+
+void center(QWidget *window)
+{
+    const QWidget *const active = QApplication::activeWindow();
+    const QRect screen = (active ? active : window)->screen()->availableGeometry();
+    window->adjustSize();
+    QRect place = window->rect();
+    place.moveCenter(active ? active->frameGeometry().center() : screen.center());
+    place.moveRight(std::min(place.right(), screen.right()));
+    place.moveBottom(std::min(place.bottom(), screen.bottom()));
+    place.moveLeft(std::max(place.left(), screen.left()));
+    place.moveTop(std::max(place.top(), screen.top()));
+    window->move(place.topLeft());
 }
 
 } // namespace
@@ -173,6 +189,14 @@ QString AboutWindowController::details() const
 void AboutWindowController::copyDetails() const
 {
     QGuiApplication::clipboard()->setText(details());
+}
+
+void AboutWindowController::showWindow(const QVariant &sender)
+{
+    QWidget *const about = window();
+    if (about && !about->isVisible() && !about->testAttribute(Qt::WA_Moved))
+        center(about);
+    NS::WindowController::showWindow(sender);
 }
 
 void AboutWindowController::windowDidLoad()

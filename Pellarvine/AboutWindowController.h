@@ -67,6 +67,9 @@ public:
     /// Puts the details on the clipboard.
     Q_INVOKABLE void copyDetails() const;
 
+    /// Shows a window that has no place yet in the middle of the active one, or of the screen.
+    void showWindow(const QVariant &sender = {}) override;
+
     /// Lets every place of the window's background move it.
     void windowDidLoad() override;
 

@@ -21,6 +21,7 @@ class PELLARVINE_EXPORT Application : public NS::Application
     Q_PROPERTY(QAction *aboutAction READ aboutAction CONSTANT)
 
 public:
+    /// As a QApplication is made: both have to outlive the object.
     Application(int &argc, char **argv);
     ~Application() override;
 
@@ -33,6 +34,7 @@ public:
     Q_INVOKABLE void orderFrontStandardAboutPanel(const QVariant &sender = {}) override;
 
 protected:
+    /// Keeps the action in the program's language.
     bool event(QEvent *event) override;
 
 private:

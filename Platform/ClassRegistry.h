@@ -27,9 +27,10 @@ using ObjectMaker = std::function<QObject *(QObject *parent)>;
 struct RegisteredClass
 {
     QString name; ///< with its namespace
-    const QMetaObject *metaObject = nullptr;
-    ObjectMaker make;
+    const QMetaObject *metaObject = nullptr; ///< of the class itself
+    ObjectMaker make; ///< never empty
 
+    /// Whether it is a QWidget, and so may stand in an interface file.
     bool isWidget() const { return metaObject->inherits(&QWidget::staticMetaObject); }
 };
 

@@ -23,6 +23,7 @@ class PELLARVINE_EXPORT Application : public QApplication
     Q_OBJECT
 
 public:
+    /// As a QApplication is made: both have to outlive the object.
     Application(int &argc, char **argv);
     ~Application() override;
 

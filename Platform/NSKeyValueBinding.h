@@ -25,6 +25,7 @@ inline const QString NSValueBinding = QStringLiteral("value");
 
 /// What infoForBinding() tells.
 inline const QString NSObservedObjectKey = QStringLiteral("NSObservedObject");
+/// Likewise.
 inline const QString NSObservedKeyPathKey = QStringLiteral("NSObservedKeyPath");
 
 /// Binds a property of `object` to the property that `keyPath` leads to from `observed`. `binding` is

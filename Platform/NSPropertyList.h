@@ -15,6 +15,7 @@ namespace NS {
 class PELLARVINE_EXPORT PropertyListError : public std::exception
 {
 public:
+    /// `message` is the sentence that what() has behind file and place.
     PropertyListError(QString file, int line, int column, const QString &message);
     ~PropertyListError() override;
 
@@ -23,6 +24,7 @@ public:
 
     /// Counted from 1.
     int line() const noexcept { return m_line; }
+    /// Likewise.
     int column() const noexcept { return m_column; }
 
     /// All of it in one untranslated line for logs: "Info.plist:7:3: this <key> has no value".

@@ -47,6 +47,7 @@ public:
 
     /// Takes the window; the one before it is deleted if it has no parent widget.
     void setWindow(QWidget *window);
+    /// Whether there is a window already; asking loads none.
     bool isWindowLoaded() const;
 
     /// Empty if there is none.

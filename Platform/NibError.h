@@ -22,6 +22,7 @@ namespace NS {
 class PELLARVINE_EXPORT NibError : public std::exception
 {
 public:
+    /// The kind of fault.
     enum Reason {
         fileNotFound, ///< no file of that name, or one that cannot be read
         malformed, ///< not the XML of an interface file, or an entry that is no sentence
@@ -33,10 +34,12 @@ public:
         unknownImage, ///< a picture that is in neither the resources nor the file's folder
     };
 
+    /// `message` is the sentence that what() has behind file, place and object.
     NibError(Reason reason, QString file, int line, int column, QString object, QString name,
              const QString &message);
     ~NibError() override;
 
+    /// What kind of fault it is.
     Reason reason() const noexcept { return m_reason; }
 
     /// The file's path; empty for a tree that was built by code.
@@ -44,6 +47,7 @@ public:
 
     /// Counted from 1; 0 where no place in the file is known.
     int line() const noexcept { return m_line; }
+    /// Likewise.
     int column() const noexcept { return m_column; }
 
     /// The name of the object in the file. Empty if the file as a whole is meant.

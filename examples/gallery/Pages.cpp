@@ -5,6 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
+Page *makeAboutPage(QWidget *parent);
 Page *makeBindingsPage(QWidget *parent);
 Page *makeColorPickerPage(QWidget *parent);
 Page *makeBordersPage(QWidget *parent);
@@ -52,5 +53,6 @@ QList<PageEntry> pages()
         { u"popovers"_s, tr("Popovers"), tr("Views"), &makePopoversPage },
         { u"titlebar"_s, tr("Title bar"), tr("Views"), &makeTitleBarPage },
         { u"tickets"_s, tr("Tickets"), tr("Application"), &makeTicketsPage },
+        { u"about"_s, tr("About"), tr("Application"), &makeAboutPage },
     };
 }

@@ -5,6 +5,7 @@
 #include "Screenshots.h"
 #include "Theme.h"
 
+#include <pellarvine/Pellarvine/Application.h>
 #include <pellarvine/Platform/Version.h>
 
 #include <QApplication>
@@ -50,7 +51,7 @@ int main(int argc, char **argv)
     if (!scaleFactor.isEmpty())
         qputenv("QT_SCALE_FACTOR", scaleFactor);
 
-    QApplication application(argc, argv);
+    Pellarvine::Application application(argc, argv);
     QApplication::setApplicationName(u"gallery"_s);
     QApplication::setApplicationDisplayName(u"Pellarvine Gallery"_s);
     QApplication::setApplicationVersion(
