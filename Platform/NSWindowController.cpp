@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Platform/Failure.h>
 #include <pellarvine/Platform/NSNib.h>
+#include <pellarvine/Platform/NSResponder.h>
 #include <pellarvine/Platform/NSWindowController.h>
 
 #include <QPointer>
@@ -25,6 +26,8 @@ WindowController::WindowController(QWidget *window, QObject *parent)
 {
     d->window = window;
     d->hasLoaded = true;
+    if (window)
+        setWindowController(window, this);
 }
 
 WindowController::WindowController(const QString &windowNibName, QObject *parent)
@@ -61,8 +64,12 @@ void WindowController::setWindow(QWidget *window)
         return;
     if (d->window && !d->window->parentWidget())
         delete d->window;
+    else if (d->window)
+        setWindowController(d->window, nullptr);
     d->window = window;
     d->hasLoaded = d->hasLoaded || window;
+    if (window)
+        setWindowController(window, this);
     Q_EMIT windowChanged(window);
 }
 
