@@ -187,6 +187,7 @@ ColorPanelContent::ColorPanelContent(ColorPanel *panel)
     connect(panel, &ColorPanel::modeChanged, this, &ColorPanelContent::showMode);
     connect(panel, &ColorPanel::showsAlphaChanged, this, &ColorPanelContent::showColor);
     m_components = Color(panel->color()).hsba();
+    fillLists();
     showMode();
     showColor();
 }
@@ -291,8 +292,15 @@ QWidget *ColorPanelContent::makeSlidersPage()
 
 QWidget *ColorPanelContent::makeListsPage()
 {
+    m_listRow = new QWidget;
+    auto *const label = new QLabel(tr("List"));
     m_listNames = new QComboBox;
-    m_listNames->setAccessibleName(tr("Colour list"));
+    label->setBuddy(m_listNames);
+    auto *const row = new QHBoxLayout(m_listRow);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(unit);
+    row->addWidget(label);
+    row->addWidget(m_listNames, 1);
     m_list = new ColorListView;
     connect(m_listNames, &QComboBox::currentIndexChanged, this, [this](int index) {
         const QList<ColorList> &lists = ColorList::availableColorLists();
@@ -309,7 +317,7 @@ QWidget *ColorPanelContent::makeListsPage()
     auto *const layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(unit);
-    layout->addWidget(m_listNames);
+    layout->addWidget(m_listRow);
     layout->addWidget(m_list, 1);
     return page;
 }
@@ -411,7 +419,7 @@ void ColorPanelContent::fillLists()
             m_listNames->addItem(list.name);
         m_listNames->setCurrentIndex(std::max(0, m_listNames->findText(shown)));
     }
-    m_listNames->setVisible(lists.size() > 1);
+    m_listRow->setVisible(lists.size() > 1);
     if (!lists.isEmpty())
         m_list->setList(lists.at(m_listNames->currentIndex()));
 }
