@@ -28,6 +28,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -56,6 +57,16 @@ QColor opaque(const HSBA &components)
 {
     return Color(HSBA { components.hue, components.saturation, components.brightness, 1 })
             .toQColor();
+}
+
+// The nearest colour of 8 bits a component, so that the hex text says all of what was chosen.
+QColor writable(const HSBA &components)
+{
+    const auto &[red, green, blue, alpha] = Color(components).rgba();
+    const auto byte = [](double component) {
+        return int(std::lround(component * bytes));
+    };
+    return { byte(red), byte(green), byte(blue), byte(alpha) };
 }
 
 QGradientStops between(const QColor &first, const QColor &last)
@@ -165,7 +176,7 @@ ColorPanelContent::ColorPanelContent(ColorPanel *panel)
             [this] { m_panel->setMode(ColorPanel::colorListMode); });
     m_opacity = makeRow(tr("Opacity"), percents, u" %"_s, [this](int value) {
         QColor color = m_panel->color();
-        color.setAlphaF(float(value) / percents);
+        color.setAlpha(int(std::lround(double(value) * bytes / percents)));
         m_panel->setColor(color);
     });
 
@@ -360,7 +371,7 @@ void ColorPanelContent::choose(const HSBA &components)
 {
     m_components = components;
     const QColor before = m_panel->color();
-    m_panel->setColor(Color(components).toQColor());
+    m_panel->setColor(writable(components));
     if (m_panel->color() == before)
         showColor(); // the hue of a grey, say, which the panel knows nothing of
 }
@@ -427,7 +438,7 @@ void ColorPanelContent::fillLists()
 void ColorPanelContent::showColor()
 {
     const QColor color = m_panel->color();
-    if (Color(m_components).toQColor() != color) {
+    if (writable(m_components) != color) {
         // What the new colour does not tell stays as it was.
         HSBA components = Color(color).hsba();
         if (components.saturation == 0)

@@ -83,11 +83,11 @@ TEST_F(ColorPanelTest, the_wheel_obeys_the_arrow_keys)
 {
     panel->setColor(Qt::red);
     QTest::keyClick(wheel(), Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_EQ(panel->color().hue(), 10);
+    EXPECT_NEAR(panel->color().hue(), 10, 1); // as near as 8 bits a component come
     QTest::keyClick(wheel(), Qt::Key_Left);
-    EXPECT_EQ(panel->color().hue(), 9);
+    EXPECT_NEAR(panel->color().hue(), 9, 1);
     QTest::keyClick(wheel(), Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_NEAR(panel->color().saturationF(), 0.9, 0.001);
+    EXPECT_NEAR(panel->color().saturationF(), 0.9, 0.005);
     QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(wheel());
     EXPECT_EQ(interface->text(QAccessible::Value), u"Hue 9°, saturation 90 %"_s);
     interface->valueInterface()->setCurrentValue(180);
@@ -108,7 +108,10 @@ TEST_F(ColorPanelTest, greys_and_black_keep_the_hue_and_saturation_that_they_do_
     EXPECT_EQ(panel->color(), QColor(Qt::white));
     QTest::keyClick(wheel(), Qt::Key_Right, Qt::ShiftModifier); // no colour changes, the hue does
     QTest::keyClick(wheel(), Qt::Key_Up, Qt::ShiftModifier);
-    EXPECT_EQ(panel->color().hue(), 210);
+    EXPECT_NEAR(panel->color().hue(), 210, 2);
+    for (int i = 0; i < 9; ++i)
+        QTest::keyClick(wheel(), Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_NEAR(panel->color().hue(), 210, 1); // the pale colours on the way have not bent it
 }
 
 TEST_F(ColorPanelTest, each_slider_and_each_field_sets_its_component)
