@@ -4,10 +4,11 @@
 #include <pellarvine/Platform/Global.h>
 
 #include <QColor>
-#include <QToolBar>
 #include <QWidget>
 
 #include <memory>
+
+QT_FORWARD_DECLARE_CLASS(QToolBar)
 
 namespace NS {
 
@@ -28,7 +29,6 @@ class PELLARVINE_EXPORT ColorPanel : public QWidget
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged USER true)
     Q_PROPERTY(bool showsAlpha READ showsAlpha WRITE setShowsAlpha NOTIFY showsAlphaChanged)
     Q_PROPERTY(Mode mode READ mode WRITE setMode NOTIFY modeChanged)
-    Q_PROPERTY(QToolBar *toolbar READ toolbar CONSTANT)
 
 public:
     enum Mode {

@@ -17,6 +17,7 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <QTest>
+#include <QToolBar>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
