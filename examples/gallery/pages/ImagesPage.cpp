@@ -280,7 +280,7 @@ QFrame *ImagesPage::makeKnobs()
 
 QLayout *ImagesPage::makeFiles()
 {
-    const QImage evening = cover(&drawSun, tr("An Evening\nin the Hills"), tr("Ada Lindqvist"));
+    const QImage evening = cover(&drawSun, tr("An Evening in the Hills"), tr("Ada Lindqvist"));
     const QImage sails = cover(&drawSea, tr("Two Sails"), tr("Jonas Weller"));
     const QString first = m_files.filePath(u"evening.png"_s);
     const QString second = m_files.filePath(u"sails.jpg"_s);
