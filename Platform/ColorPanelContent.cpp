@@ -133,7 +133,9 @@ void drawTiles(QPainter &painter, const QColor &)
     painter.setPen(Qt::NoPen);
     for (int i = 0; i < 9; ++i) {
         painter.setBrush(opaque({ i / 9.0, 0.7, 0.9 }));
-        painter.drawRoundedRect(QRectF(2 + 4.25 * (i % 3), 2 + 4.25 * (i / 3), 3.5, 3.5), 1, 1);
+        const QPoint place(i % 3, i / 3);
+        painter.drawRoundedRect(QRectF(QPointF(2, 2) + 4.25 * QPointF(place), QSizeF(3.5, 3.5)), 1,
+                                1);
     }
 }
 

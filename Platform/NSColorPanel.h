@@ -42,6 +42,7 @@ public:
     /// Made by the first call, hidden, and destroyed with the application object.
     static ColorPanel *sharedColorPanel();
     static bool sharedColorPanelExists();
+    ~ColorPanel() override;
 
     /// White until something else is chosen. Changes with every movement of the mouse. Opaque while
     /// there is no opacity slider, also if what is set is not. An invalid colour is not set.
@@ -86,7 +87,6 @@ protected:
 
 private:
     ColorPanel();
-    ~ColorPanel() override;
 
     struct Private;
     std::unique_ptr<Private> d;

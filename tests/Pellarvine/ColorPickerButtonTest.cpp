@@ -69,7 +69,7 @@ protected:
     ~ColorPickerButtonTest() override
     {
         delete button;
-        delete static_cast<QObject *>(panel());
+        delete panel();
     }
 
     static NS::ColorPanel *panel() { return NS::ColorPanel::sharedColorPanel(); }

@@ -29,7 +29,7 @@ class ColorPanelTest : public testing::Test
 {
 protected:
     ColorPanelTest() { panel->orderFront(); }
-    ~ColorPanelTest() override { delete static_cast<QObject *>(panel); }
+    ~ColorPanelTest() override { delete panel; }
 
     template <typename Widget>
     Widget *find(const QString &name)
@@ -55,7 +55,7 @@ TEST_F(ColorPanelTest, there_is_one_and_only_once_it_is_asked_for)
 {
     EXPECT_EQ(ColorPanel::sharedColorPanel(), panel);
     EXPECT_TRUE(ColorPanel::sharedColorPanelExists());
-    delete static_cast<QObject *>(panel);
+    delete panel;
     EXPECT_FALSE(ColorPanel::sharedColorPanelExists());
     panel = ColorPanel::sharedColorPanel();
     EXPECT_FALSE(panel->isVisible());
