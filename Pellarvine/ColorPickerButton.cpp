@@ -82,7 +82,7 @@ NS::ColorPanel *panelOf(const ColorPickerViewController *controller)
 
 struct ColorPickerButton::Private
 {
-    ColorPickerViewController *viewController;
+    ColorPickerViewController *viewController = nullptr;
     QColor color = QColor(Qt::green);
     QPoint pressed; // where the mouse was
     bool isDropTarget = false;
@@ -90,8 +90,9 @@ struct ColorPickerButton::Private
 
 ColorPickerButton::ColorPickerButton(QWidget *parent)
     : Button(parent)
-    , d(std::make_unique<Private>(new ColorPickerViewController(this)))
+    , d(std::make_unique<Private>())
 {
+    d->viewController = new ColorPickerViewController(this);
     setCell(new ColorPickerButtonCell);
     setAcceptDrops(true);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

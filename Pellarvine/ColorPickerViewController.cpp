@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QPointer>
+#include <QToolBar>
 
 namespace Pellarvine {
 

@@ -131,8 +131,11 @@ void ReplaceableImageView::selectImage()
     panel->setNameFilter(imageFilter());
     connect(panel, &QDialog::accepted, this, [this, panel] {
         const QList<QUrl> urls = panel->selectedUrls();
-        if (!urls.isEmpty())
-            loadImage(urls.constFirst());
+        if (urls.isEmpty())
+            return;
+        // Once the sheet is gone from the screen, which reading would delay.
+        QMetaObject::invokeMethod(
+                this, [this, url = urls.constFirst()] { loadImage(url); }, Qt::QueuedConnection);
     });
     panel->open();
 }

@@ -8,6 +8,8 @@
 
 #include <memory>
 
+QT_FORWARD_DECLARE_CLASS(QUrl)
+
 namespace Pellarvine {
 
 /// An image view whose picture the user exchanges, by a double click that lets them choose a file,

@@ -25,7 +25,7 @@ ColorComponentRow::ColorComponentRow(const QString &name, int maximum, const QSt
     m_field->setSuffix(suffix);
     m_field->setButtonSymbols(QAbstractSpinBox::NoButtons);
     m_field->setAlignment(Qt::AlignTrailing);
-    m_field->setFixedWidth(m_field->sizeHint().width());
+    m_field->setFixedWidth(m_field->sizeHint().width() + 8);
     auto *const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);

@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QVariant>
 
+#include <algorithm>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -86,7 +87,7 @@ void fillWithColor(QPainter &painter, const QPainterPath &path, const QColor &co
 void fillWithCheckerboard(QPainter &painter, const QPainterPath &path)
 {
     // Of the fill's shape, rather than squares clipped by it: its edge stays smooth.
-    const double ratio = painter.device()->devicePixelRatioF();
+    const double ratio = std::max(1.0, painter.deviceTransform().m11());
     QImage tile(QSize(2 * squareSide, 2 * squareSide) * ratio, QImage::Format_RGB32);
     tile.fill(Qt::white);
     QPainter squares(&tile);

@@ -28,6 +28,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -56,6 +57,16 @@ QColor opaque(const HSBA &components)
 {
     return Color(HSBA { components.hue, components.saturation, components.brightness, 1 })
             .toQColor();
+}
+
+// The nearest colour of 8 bits a component, so that the hex text says all of what was chosen.
+QColor writable(const HSBA &components)
+{
+    const auto &[red, green, blue, alpha] = Color(components).rgba();
+    const auto byte = [](double component) {
+        return int(std::lround(component * bytes));
+    };
+    return { byte(red), byte(green), byte(blue), byte(alpha) };
 }
 
 QGradientStops between(const QColor &first, const QColor &last)
@@ -122,7 +133,9 @@ void drawTiles(QPainter &painter, const QColor &)
     painter.setPen(Qt::NoPen);
     for (int i = 0; i < 9; ++i) {
         painter.setBrush(opaque({ i / 9.0, 0.7, 0.9 }));
-        painter.drawRoundedRect(QRectF(2 + 4.25 * (i % 3), 2 + 4.25 * (i / 3), 3.5, 3.5), 1, 1);
+        const QPoint place(i % 3, i / 3);
+        painter.drawRoundedRect(QRectF(QPointF(2, 2) + 4.25 * QPointF(place), QSizeF(3.5, 3.5)), 1,
+                                1);
     }
 }
 
@@ -165,7 +178,7 @@ ColorPanelContent::ColorPanelContent(ColorPanel *panel)
             [this] { m_panel->setMode(ColorPanel::colorListMode); });
     m_opacity = makeRow(tr("Opacity"), percents, u" %"_s, [this](int value) {
         QColor color = m_panel->color();
-        color.setAlphaF(float(value) / percents);
+        color.setAlpha(int(std::lround(double(value) * bytes / percents)));
         m_panel->setColor(color);
     });
 
@@ -187,6 +200,7 @@ ColorPanelContent::ColorPanelContent(ColorPanel *panel)
     connect(panel, &ColorPanel::modeChanged, this, &ColorPanelContent::showMode);
     connect(panel, &ColorPanel::showsAlphaChanged, this, &ColorPanelContent::showColor);
     m_components = Color(panel->color()).hsba();
+    fillLists();
     showMode();
     showColor();
 }
@@ -291,8 +305,15 @@ QWidget *ColorPanelContent::makeSlidersPage()
 
 QWidget *ColorPanelContent::makeListsPage()
 {
+    m_listRow = new QWidget;
+    auto *const label = new QLabel(tr("List"));
     m_listNames = new QComboBox;
-    m_listNames->setAccessibleName(tr("Colour list"));
+    label->setBuddy(m_listNames);
+    auto *const row = new QHBoxLayout(m_listRow);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(unit);
+    row->addWidget(label);
+    row->addWidget(m_listNames, 1);
     m_list = new ColorListView;
     connect(m_listNames, &QComboBox::currentIndexChanged, this, [this](int index) {
         const QList<ColorList> &lists = ColorList::availableColorLists();
@@ -309,7 +330,7 @@ QWidget *ColorPanelContent::makeListsPage()
     auto *const layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(unit);
-    layout->addWidget(m_listNames);
+    layout->addWidget(m_listRow);
     layout->addWidget(m_list, 1);
     return page;
 }
@@ -352,7 +373,7 @@ void ColorPanelContent::choose(const HSBA &components)
 {
     m_components = components;
     const QColor before = m_panel->color();
-    m_panel->setColor(Color(components).toQColor());
+    m_panel->setColor(writable(components));
     if (m_panel->color() == before)
         showColor(); // the hue of a grey, say, which the panel knows nothing of
 }
@@ -411,7 +432,7 @@ void ColorPanelContent::fillLists()
             m_listNames->addItem(list.name);
         m_listNames->setCurrentIndex(std::max(0, m_listNames->findText(shown)));
     }
-    m_listNames->setVisible(lists.size() > 1);
+    m_listRow->setVisible(lists.size() > 1);
     if (!lists.isEmpty())
         m_list->setList(lists.at(m_listNames->currentIndex()));
 }
@@ -419,7 +440,7 @@ void ColorPanelContent::fillLists()
 void ColorPanelContent::showColor()
 {
     const QColor color = m_panel->color();
-    if (Color(m_components).toQColor() != color) {
+    if (writable(m_components) != color) {
         // What the new colour does not tell stays as it was.
         HSBA components = Color(color).hsba();
         if (components.saturation == 0)

@@ -72,6 +72,7 @@ private:
     ColorComponentRow *m_hue = nullptr;
     ColorComponentRow *m_saturation = nullptr;
     ColorComponentRow *m_brightness = nullptr;
+    QWidget *m_listRow = nullptr;
     QComboBox *m_listNames = nullptr;
     ColorListView *m_list = nullptr;
     ColorComponentRow *m_opacity = nullptr;

@@ -192,7 +192,7 @@ void ColorWheel::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF disc = this->disc();
-    const double ratio = devicePixelRatio();
+    const double ratio = painter.deviceTransform().m11();
     const int side = int(std::lround(disc.width() * ratio));
     if (m_image.width() != side)
         m_image = wheelImage(side);

@@ -53,15 +53,16 @@ void Button::paintEvent(QPaintEvent *)
     QStyleOptionButton option;
     initStyleOption(&option);
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
-    if (d->cell) {
-        const GraphicsContext context(painter);
-        d->cell->drawInterior(rect(), this);
-    }
+    // Below the interior, whose colours some styles' focus frames would tint.
     if (option.state & QStyle::State_HasFocus) {
         QStyleOptionFocusRect focus;
         focus.QStyleOption::operator=(option);
         focus.rect = style()->subElementRect(QStyle::SE_PushButtonFocusRect, &option, this);
         painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+    }
+    if (d->cell) {
+        const GraphicsContext context(painter);
+        d->cell->drawInterior(rect(), this);
     }
 }
 

@@ -118,6 +118,7 @@ QWidget *ColorPanel::contentView() const
         auto *const self = const_cast<ColorPanel *>(this);
         d->content = new detail::ColorPanelContent(self);
         self->layout()->addWidget(d->content);
+        d->content->show(); // with the window, which may be about to be shown
     }
     return d->content;
 }

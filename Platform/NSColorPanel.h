@@ -4,10 +4,11 @@
 #include <pellarvine/Platform/Global.h>
 
 #include <QColor>
-#include <QToolBar>
 #include <QWidget>
 
 #include <memory>
+
+QT_FORWARD_DECLARE_CLASS(QToolBar)
 
 namespace NS {
 
@@ -28,7 +29,6 @@ class PELLARVINE_EXPORT ColorPanel : public QWidget
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged USER true)
     Q_PROPERTY(bool showsAlpha READ showsAlpha WRITE setShowsAlpha NOTIFY showsAlphaChanged)
     Q_PROPERTY(Mode mode READ mode WRITE setMode NOTIFY modeChanged)
-    Q_PROPERTY(QToolBar *toolbar READ toolbar CONSTANT)
 
 public:
     enum Mode {
@@ -42,6 +42,7 @@ public:
     /// Made by the first call, hidden, and destroyed with the application object.
     static ColorPanel *sharedColorPanel();
     static bool sharedColorPanelExists();
+    ~ColorPanel() override;
 
     /// White until something else is chosen. Changes with every movement of the mouse. Opaque while
     /// there is no opacity slider, also if what is set is not. An invalid colour is not set.
@@ -86,7 +87,6 @@ protected:
 
 private:
     ColorPanel();
-    ~ColorPanel() override;
 
     struct Private;
     std::unique_ptr<Private> d;

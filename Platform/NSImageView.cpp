@@ -420,7 +420,7 @@ void ImageView::paintEvent(QPaintEvent *event)
         painter.setOpacity(0.5);
     if (!target.isEmpty()) {
         // Scaled once, and well: a painter takes four pixels into account however many there are.
-        const QSize pixels = (target.size() * devicePixelRatio()).toSize();
+        const QSize pixels = painter.deviceTransform().mapRect(target).size().toSize();
         const QImage &bitmap = d->image.bitmap();
         const bool isReduced = pixels.width() < bitmap.width() || pixels.height() < bitmap.height();
         if (isReduced && d->scaled.size() != pixels && !pixels.isEmpty())

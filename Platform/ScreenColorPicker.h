@@ -2,6 +2,8 @@
 // Not API: a part of the colour panel.
 #pragma once
 
+#include <pellarvine/Platform/Global.h>
+
 #include <QColor>
 #include <QImage>
 #include <QPoint>
@@ -13,7 +15,7 @@ namespace NS::detail {
 
 /// A loupe over a still picture of the screens. A click, or Return, picks the pixel in its middle;
 /// arrow keys move by one pixel, with Shift by ten; Escape picks nothing.
-class ScreenColorPicker : public QWidget
+class PELLARVINE_INTERNAL_EXPORT ScreenColorPicker : public QWidget
 {
     Q_OBJECT
 

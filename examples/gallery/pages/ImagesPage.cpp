@@ -14,6 +14,7 @@
 #include <QDrag>
 #include <QFormLayout>
 #include <QFrame>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
@@ -85,6 +86,16 @@ QImage cover(void (*draw)(QPainter &), const QString &title, const QString &auth
     painter.setFont(font);
     painter.setPen(Qt::white);
     painter.drawText(QRect(40, 820, 520, 50), Qt::AlignCenter, author);
+    return image;
+}
+
+QImage sheet()
+{
+    QImage image(coverPixels, QImage::Format_RGB32);
+    image.fill(QColor(0xfb, 0xfa, 0xf5));
+    QPainter painter(&image);
+    for (int y = 150; y < 800; y += 90)
+        painter.fillRect(90, y, y % 180 ? 300 : 420, 30, QColor(0xa9, 0xad, 0xb5));
     return image;
 }
 
@@ -248,20 +259,28 @@ QFrame *ImagesPage::makeKnobs()
     auto *const isEditable = new QCheckBox(tr("&Takes drops, paste and delete"));
     isEditable->setChecked(true);
     connect(isEditable, &QCheckBox::toggled, m_cover, &NS::ImageView::setEditable);
-    auto *const form = new QFormLayout;
-    form->setHorizontalSpacing(2 * Theme::unit);
-    form->setVerticalSpacing(Theme::unit);
-    form->addRow(tr("&Size"), scaling);
-    form->addRow(tr("&Place"), alignment);
-    form->addRow({}, isEditable);
+    auto *const grid = new QGridLayout;
+    grid->setHorizontalSpacing(2 * Theme::unit);
+    grid->setVerticalSpacing(Theme::unit);
+    grid->setColumnStretch(1, 1);
+    const auto addRow = [grid](const QString &name, QWidget *field) {
+        auto *const label = new QLabel(name);
+        label->setBuddy(field);
+        const int row = grid->rowCount();
+        grid->addWidget(label, row, 0);
+        grid->addWidget(field, row, 1);
+    };
+    addRow(tr("&Size"), scaling);
+    addRow(tr("&Place"), alignment);
+    grid->addWidget(isEditable, grid->rowCount(), 1);
     auto *const card = makeCard(tr("The view"));
-    static_cast<QVBoxLayout *>(card->layout())->addLayout(form);
+    static_cast<QVBoxLayout *>(card->layout())->addLayout(grid);
     return card;
 }
 
 QLayout *ImagesPage::makeFiles()
 {
-    const QImage evening = cover(&drawSun, tr("An Evening\nin the Hills"), tr("Ada Lindqvist"));
+    const QImage evening = cover(&drawSun, tr("An Evening in the Hills"), tr("Ada Lindqvist"));
     const QImage sails = cover(&drawSea, tr("Two Sails"), tr("Jonas Weller"));
     const QString first = m_files.filePath(u"evening.png"_s);
     const QString second = m_files.filePath(u"sails.jpg"_s);
@@ -275,7 +294,7 @@ QLayout *ImagesPage::makeFiles()
     row->setSpacing(Theme::unit);
     row->addWidget(new FileTile(first, evening, tr("drag me")), 1);
     row->addWidget(new FileTile(second, sails, tr("me too")), 1);
-    row->addWidget(new FileTile(notes, {}, tr("not welcome")), 1);
+    row->addWidget(new FileTile(notes, sheet(), tr("not welcome")), 1);
     return row;
 }
 
