@@ -48,7 +48,7 @@ TEST(ClassRegistry, the_librarys_own_classes_are_known_with_and_without_namespac
 TEST(ClassRegistry, a_registered_class_is_made_with_its_parent)
 {
     NS::registerClass<Widgets::Badge>();
-    NS::registerClass<Widgets::Badge>("Sticker");
+    NS::registerClass<Widgets::Badge>("Emblem");
     NS::registerClass<Widgets::Badge>();
     EXPECT_EQ(NS::registeredClassNames().count(u"Widgets::Badge"_s), 1);
     EXPECT_TRUE(NS::registeredClass(u"Badge"_s)->isWidget());
@@ -57,7 +57,7 @@ TEST(ClassRegistry, a_registered_class_is_made_with_its_parent)
     QWidget *const badge = NS::makeObject<QWidget>(u"Badge"_s, &window);
     EXPECT_EQ(badge->parentWidget(), &window);
     EXPECT_STREQ(badge->metaObject()->className(), "Widgets::Badge");
-    EXPECT_TRUE(NS::makeObject<Widgets::Badge>(u"Sticker"_s, &window));
+    EXPECT_TRUE(NS::makeObject<Widgets::Badge>(u"Emblem"_s, &window));
 }
 
 TEST(ClassRegistry, names_that_are_no_class_or_another_kind_of_class_make_nothing)
