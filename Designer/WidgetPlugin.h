@@ -3,7 +3,7 @@
 
 #include "WidgetTable.h"
 
-#include <QDesignerCustomWidgetInterface>
+#include <QtUiPlugin/QDesignerCustomWidgetInterface>
 #include <QObject>
 
 /// Answers Qt Designer's questions about one class from its entry in the table.
