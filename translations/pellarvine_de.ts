@@ -2,6 +2,85 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de">
 <context>
+    <name>AboutWindow</name>
+    <message>
+        <source>Copies name, version and system for a bug report</source>
+        <translation>Kopiert Name, Version und System für einen Fehlerbericht</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Details</source>
+        <translation>Angaben &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>NS::Application</name>
+    <message>
+        <source>About %1</source>
+        <translation>Über %1</translation>
+    </message>
+</context>
+<context>
+    <name>NS::ColorPanel</name>
+    <message>
+        <source>Colours</source>
+        <translation>Farben</translation>
+    </message>
+</context>
+<context>
+    <name>NS::ImageView</name>
+    <message>
+        <source>Image</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>&amp;Ausschneiden</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>NS::StandardWindowButton</name>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Minimise</source>
+        <translation>Minimieren</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Maximise</source>
+        <translation>Maximieren</translation>
+    </message>
+    <message>
+        <source>Folders of the document</source>
+        <translation>Ordner des Dokuments</translation>
+    </message>
+    <message>
+        <source>Versions of the document</source>
+        <translation>Versionen des Dokuments</translation>
+    </message>
+</context>
+<context>
     <name>NS::URLSession</name>
     <message>
         <source>The server closed the connection before its answer was complete.</source>
@@ -26,6 +105,188 @@
     <message>
         <source>The server redirects too many times.</source>
         <translation>Der Server leitet zu oft weiter.</translation>
+    </message>
+</context>
+<context>
+    <name>NS::Window</name>
+    <message>
+        <source>&amp;Restore</source>
+        <translation>&amp;Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>&amp;Move</source>
+        <translation>&amp;Verschieben</translation>
+    </message>
+    <message>
+        <source>&amp;Size</source>
+        <translation>&amp;Größe ändern</translation>
+    </message>
+    <message>
+        <source>Mi&amp;nimise</source>
+        <translation>Mi&amp;nimieren</translation>
+    </message>
+    <message>
+        <source>Ma&amp;ximise</source>
+        <translation>Ma&amp;ximieren</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>NS::detail::ColorListView</name>
+    <message>
+        <source>Colours of %1</source>
+        <translation>Farben von %1</translation>
+    </message>
+</context>
+<context>
+    <name>NS::detail::ColorPanelContent</name>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>Wheel</source>
+        <translation>Farbkreis</translation>
+    </message>
+    <message>
+        <source>Sliders</source>
+        <translation>Regler</translation>
+    </message>
+    <message>
+        <source>Palette</source>
+        <translation>Palette</translation>
+    </message>
+    <message>
+        <source>Opacity</source>
+        <translation>Deckkraft</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>Helligkeit</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>Rot</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Grün</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Blau</translation>
+    </message>
+    <message>
+        <source>Hue</source>
+        <translation>Farbton</translation>
+    </message>
+    <message>
+        <source>Saturation</source>
+        <translation>Sättigung</translation>
+    </message>
+    <message>
+        <source>RGB</source>
+        <translation>RGB</translation>
+    </message>
+    <message>
+        <source>HSB</source>
+        <translation>HSB</translation>
+    </message>
+    <message>
+        <source>List</source>
+        <translation>Liste</translation>
+    </message>
+    <message>
+        <source>Hexadecimal colour</source>
+        <translation>Farbe, hexadezimal</translation>
+    </message>
+    <message>
+        <source>Pick a colour from the screen</source>
+        <translation>Eine Farbe vom Bildschirm aufnehmen</translation>
+    </message>
+</context>
+<context>
+    <name>NS::detail::ColorSwatch</name>
+    <message>
+        <source>Chosen colour</source>
+        <translation>Gewählte Farbe</translation>
+    </message>
+    <message>
+        <source>Drag the colour to where it is wanted, or drop one here</source>
+        <translation>Die Farbe dorthin ziehen, wo sie gebraucht wird, oder eine hier ablegen</translation>
+    </message>
+</context>
+<context>
+    <name>NS::detail::ColorWheel</name>
+    <message>
+        <source>Hue and saturation</source>
+        <translation>Farbton und Sättigung</translation>
+    </message>
+    <message>
+        <source>Hue %1°, saturation %2 %</source>
+        <translation>Farbton %1°, Sättigung %2 %</translation>
+    </message>
+</context>
+<context>
+    <name>NS::detail::ScreenColorPicker</name>
+    <message>
+        <source>Pick a colour from the screen</source>
+        <translation>Eine Farbe vom Bildschirm aufnehmen</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::AboutWindowController</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>Über %1</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::Application</name>
+    <message>
+        <source>&amp;About %1</source>
+        <translation>Ü&amp;ber %1</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::ColorPickerButton</name>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Colour</source>
+        <translation>Farbe &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste Colour</source>
+        <translation>Farbe &amp;einfügen</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::ReplaceableImageView</name>
+    <message>
+        <source>Images</source>
+        <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose Image…</source>
+        <translation>Bild &amp;wählen …</translation>
+    </message>
+    <message>
+        <source>Choose Image</source>
+        <translation>Bild wählen</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Wählen</translation>
     </message>
 </context>
 </TS>

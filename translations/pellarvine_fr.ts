@@ -2,6 +2,85 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr">
 <context>
+    <name>AboutWindow</name>
+    <message>
+        <source>Copies name, version and system for a bug report</source>
+        <translation>Copie le nom, la version et le système pour un rapport de bogue</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Details</source>
+        <translation>&amp;Copier les détails</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+</context>
+<context>
+    <name>NS::Application</name>
+    <message>
+        <source>About %1</source>
+        <translation>À propos de %1</translation>
+    </message>
+</context>
+<context>
+    <name>NS::ColorPanel</name>
+    <message>
+        <source>Colours</source>
+        <translation>Couleurs</translation>
+    </message>
+</context>
+<context>
+    <name>NS::ImageView</name>
+    <message>
+        <source>Image</source>
+        <translation>Image</translation>
+    </message>
+    <message>
+        <source>Cu&amp;t</source>
+        <translation>Co&amp;uper</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copier</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>C&amp;oller</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Supprimer</translation>
+    </message>
+</context>
+<context>
+    <name>NS::StandardWindowButton</name>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Minimise</source>
+        <translation>Réduire</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Restaurer</translation>
+    </message>
+    <message>
+        <source>Maximise</source>
+        <translation>Agrandir</translation>
+    </message>
+    <message>
+        <source>Folders of the document</source>
+        <translation>Dossiers du document</translation>
+    </message>
+    <message>
+        <source>Versions of the document</source>
+        <translation>Versions du document</translation>
+    </message>
+</context>
+<context>
     <name>NS::URLSession</name>
     <message>
         <source>The server closed the connection before its answer was complete.</source>
@@ -26,6 +105,188 @@
     <message>
         <source>The server redirects too many times.</source>
         <translation>Le serveur redirige trop de fois.</translation>
+    </message>
+</context>
+<context>
+    <name>NS::Window</name>
+    <message>
+        <source>&amp;Restore</source>
+        <translation>&amp;Restaurer</translation>
+    </message>
+    <message>
+        <source>&amp;Move</source>
+        <translation>&amp;Déplacer</translation>
+    </message>
+    <message>
+        <source>&amp;Size</source>
+        <translation>Re&amp;dimensionner</translation>
+    </message>
+    <message>
+        <source>Mi&amp;nimise</source>
+        <translation>Réd&amp;uire</translation>
+    </message>
+    <message>
+        <source>Ma&amp;ximise</source>
+        <translation>A&amp;grandir</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Fermer</translation>
+    </message>
+</context>
+<context>
+    <name>NS::detail::ColorListView</name>
+    <message>
+        <source>Colours of %1</source>
+        <translation>Couleurs de %1</translation>
+    </message>
+</context>
+<context>
+    <name>NS::detail::ColorPanelContent</name>
+    <message>
+        <source>Pages</source>
+        <translation>Pages</translation>
+    </message>
+    <message>
+        <source>Wheel</source>
+        <translation>Roue</translation>
+    </message>
+    <message>
+        <source>Sliders</source>
+        <translation>Curseurs</translation>
+    </message>
+    <message>
+        <source>Palette</source>
+        <translation>Palette</translation>
+    </message>
+    <message>
+        <source>Opacity</source>
+        <translation>Opacité</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>Luminosité</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>Rouge</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Vert</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Bleu</translation>
+    </message>
+    <message>
+        <source>Hue</source>
+        <translation>Teinte</translation>
+    </message>
+    <message>
+        <source>Saturation</source>
+        <translation>Saturation</translation>
+    </message>
+    <message>
+        <source>RGB</source>
+        <translation>RVB</translation>
+    </message>
+    <message>
+        <source>HSB</source>
+        <translation>TSV</translation>
+    </message>
+    <message>
+        <source>List</source>
+        <translation>Liste</translation>
+    </message>
+    <message>
+        <source>Hexadecimal colour</source>
+        <translation>Couleur hexadécimale</translation>
+    </message>
+    <message>
+        <source>Pick a colour from the screen</source>
+        <translation>Prélever une couleur à l’écran</translation>
+    </message>
+</context>
+<context>
+    <name>NS::detail::ColorSwatch</name>
+    <message>
+        <source>Chosen colour</source>
+        <translation>Couleur choisie</translation>
+    </message>
+    <message>
+        <source>Drag the colour to where it is wanted, or drop one here</source>
+        <translation>Faites glisser la couleur où vous la voulez, ou déposez-en une ici</translation>
+    </message>
+</context>
+<context>
+    <name>NS::detail::ColorWheel</name>
+    <message>
+        <source>Hue and saturation</source>
+        <translation>Teinte et saturation</translation>
+    </message>
+    <message>
+        <source>Hue %1°, saturation %2 %</source>
+        <translation>Teinte %1°, saturation %2 %</translation>
+    </message>
+</context>
+<context>
+    <name>NS::detail::ScreenColorPicker</name>
+    <message>
+        <source>Pick a colour from the screen</source>
+        <translation>Prélever une couleur à l’écran</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::AboutWindowController</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>À propos de %1</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::Application</name>
+    <message>
+        <source>&amp;About %1</source>
+        <translation>À &amp;propos de %1</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::ColorPickerButton</name>
+    <message>
+        <source>Colour</source>
+        <translation>Couleur</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Colour</source>
+        <translation>&amp;Copier la couleur</translation>
+    </message>
+    <message>
+        <source>&amp;Paste Colour</source>
+        <translation>C&amp;oller la couleur</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::ReplaceableImageView</name>
+    <message>
+        <source>Images</source>
+        <translation>Images</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose Image…</source>
+        <translation>C&amp;hoisir une image…</translation>
+    </message>
+    <message>
+        <source>Choose Image</source>
+        <translation>Choisir une image</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Choisir</translation>
     </message>
 </context>
 </TS>
