@@ -5,6 +5,8 @@
 #include "Pages.h"
 #include "Theme.h"
 
+#include <pellarvine/Pellarvine/Application.h>
+
 #include <QAction>
 #include <QApplication>
 #include <QHBoxLayout>
@@ -223,6 +225,8 @@ void GalleryWindow::fillMenu(QMenu *menu)
     menu->addAction(tr("&Full screen"), QKeySequence(Qt::Key_F11), this,
                     &GalleryWindow::toggleFullScreen);
     menu->addSeparator();
+    if (auto *const application = qobject_cast<Pellarvine::Application *>(qApp))
+        menu->addAction(application->aboutAction());
     menu->addAction(tr("&Quit"), QKeySequence::Quit, qApp, &QApplication::closeAllWindows);
     addActions(menu->actions()); // for their shortcuts
 }
