@@ -38,14 +38,17 @@ class PELLARVINE_EXPORT BorderView : public QWidget
 
 public:
     explicit BorderView(QWidget *parent = nullptr);
+    /// `NS::setFrame` places the view, once it has a parent.
     explicit BorderView(const QRectF &frame, QWidget *parent = nullptr) = delete;
     ~BorderView() override;
 
+    /// @{
     /// The view's for as long as it lives, shown or not; never null.
     CA::Layer *leftLayer() const;
     CA::Layer *rightLayer() const;
     CA::Layer *topLayer() const;
     CA::Layer *bottomLayer() const;
+    /// @}
 
     /// White unless set.
     QColor backgroundColor() const;
@@ -55,6 +58,7 @@ public:
     QColor borderColor() const;
     void setBorderColor(const QColor &color);
 
+    /// @{
     /// All false unless set. A line comes and goes at once; its neighbours take the new room at the
     /// next layout pass. Setting again what is set brings back a layer that was moved elsewhere.
     bool hasLeftBorder() const;
@@ -65,6 +69,7 @@ public:
     void setHasTopBorder(bool hasBorder);
     bool hasBottomBorder() const;
     void setHasBottomBorder(bool hasBorder);
+    /// @}
 
     /// Shows the palette's base in place of `backgroundColor`, and its text at 25 % opacity in place
     /// of `borderColor`, which keep their values. False unless set.

@@ -24,13 +24,14 @@ namespace Pellarvine {
 class PELLARVINE_EXPORT PopoverMessage
 {
 public:
-    PopoverMessage() = delete;
+    PopoverMessage() = delete; ///< its functions are static
 
     /// The text as it is, in the default font and colour.
     static void showMessage(const QString &message, QWidget *view);
     /// In the parser's default fonts, and black where the markup names no colour; in the palette's
     /// colour on a dark bubble.
     static void showMarkupMessage(const QString &message, QWidget *view);
+    /// In the default font and colour where no attribute says otherwise.
     static void showAttributedMessage(const NS::AttributedString &message, QWidget *view);
 
 private:

@@ -29,11 +29,14 @@ public:
 
     /// A grey line one unit thick and above it, unless what lies behind is to show, white.
     Q_INVOKABLE static void drawToolbar(const QRectF &frame, bool opaqueBackground = true);
+    /// The line in the palette's text colour, half opaque, and the rest in its base colour, both those
+    /// of an active window.
     Q_INVOKABLE static void drawToolbar(const QRectF &frame, bool opaqueBackground,
                                         const QPalette &palette);
 
     /// A light grey line one unit thick and nothing else.
     Q_INVOKABLE static void drawInspectorSection(const QRectF &frame);
+    /// The line in the palette's text colour of an active window, one third opaque.
     Q_INVOKABLE static void drawInspectorSection(const QRectF &frame, const QPalette &palette);
 };
 

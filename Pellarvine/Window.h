@@ -40,6 +40,8 @@ class PELLARVINE_EXPORT Window : public NS::Window
 
 public:
     explicit Window(QWidget *parent = nullptr);
+    /// With that place and size for what is below a title bar of the standard height, in screen
+    /// coordinates.
     Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent = nullptr);
     ~Window() override;
 

@@ -23,7 +23,7 @@ class PELLARVINE_EXPORT Button : public QPushButton
 public:
     /// With a plain ButtonCell.
     explicit Button(QWidget *parent = nullptr);
-    explicit Button(const QString &text, QWidget *parent = nullptr);
+    explicit Button(const QString &text, QWidget *parent = nullptr); ///< likewise
     ~Button() override;
 
     /// Never null, unless the cell was destroyed by others.

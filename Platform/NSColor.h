@@ -28,6 +28,7 @@ public:
     /// Opaque black.
     constexpr Color() noexcept = default;
 
+    /// Kept as they are, also out of 0…1.
     constexpr explicit Color(const Pellarvine::RGBA &components) noexcept
         : m_components(components)
     { }
@@ -38,7 +39,8 @@ public:
     /// The exact components of any QColor, whatever its spec. An invalid one gives opaque black.
     explicit Color(const QColor &color) noexcept;
 
-    static constexpr Color black() noexcept { return Color(); }
+    static constexpr Color black() noexcept { return Color(); } ///< opaque
+    /// Opaque too.
     static constexpr Color white() noexcept { return Color(Pellarvine::RGBA { 1, 1, 1, 1 }); }
 
     /// The components as they were given or computed.
@@ -53,11 +55,14 @@ public:
 
     /// Bit for bit, without tolerance.
     friend constexpr bool operator==(const Color &, const Color &) noexcept = default;
+    /// The same for colours that are equal; not to be stored.
     friend PELLARVINE_EXPORT size_t qHash(const Color &color, size_t seed) noexcept;
 
     /// Four doubles: red, green, blue, alpha.
     friend PELLARVINE_EXPORT QDataStream &operator<<(QDataStream &stream, const Color &color);
+    /// The same four, taken as they come.
     friend PELLARVINE_EXPORT QDataStream &operator>>(QDataStream &stream, Color &color);
+    /// `NS::Color(red, green, blue, alpha)`, with the numbers.
     friend PELLARVINE_EXPORT QDebug operator<<(QDebug debug, const Color &color);
 
 private:

@@ -17,16 +17,17 @@ namespace NS {
 /// The library's own list of nineteen is there from the start.
 struct PELLARVINE_EXPORT ColorList
 {
+    /// A colour of the list. Two are equal if name and colour are.
     struct Entry
     {
         QString name; ///< for people: tooltips and screen readers show it
-        Color color;
+        Color color; ///< if it is opaque, choosing it keeps the panel's opacity
 
         friend bool operator==(const Entry &, const Entry &) = default;
     };
 
-    QString name;
-    QList<Entry> entries;
+    QString name; ///< for people too; no two of the program's lists share one
+    QList<Entry> entries; ///< in the order in which the panel shows them
 
     /// The program's lists, in the order in which they were added. Main thread only.
     static const QList<ColorList> &availableColorLists();

@@ -31,6 +31,7 @@ class PELLARVINE_EXPORT ColorPanel : public QWidget
     Q_PROPERTY(Mode mode READ mode WRITE setMode NOTIFY modeChanged)
 
 public:
+    /// The pages. Setting a number that is none of these changes nothing.
     enum Mode {
         rgbMode = 1, ///< sliders for red, green and blue
         hsbMode = 3, ///< sliders for hue, saturation and brightness
@@ -41,7 +42,7 @@ public:
 
     /// Made by the first call, hidden, and destroyed with the application object.
     static ColorPanel *sharedColorPanel();
-    static bool sharedColorPanelExists();
+    static bool sharedColorPanelExists(); ///< asks without making it
     ~ColorPanel() override;
 
     /// White until something else is chosen. Changes with every movement of the mouse. Opaque while
@@ -72,6 +73,7 @@ public Q_SLOTS:
     void setMode(NS::ColorPanel::Mode mode);
     /// Shows the window, above others and with the focus.
     void orderFront();
+    /// Hides the window, as Esc in it does. Content that is elsewhere stays to be seen there.
     void orderOut();
 
 Q_SIGNALS:

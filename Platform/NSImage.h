@@ -43,6 +43,7 @@ public:
     /// A bitmap at its own size: its pixels divided by its device pixel ratio.
     explicit Image(const QImage &bitmap);
 
+    /// Whether there is no bitmap, whatever the size.
     bool isEmpty() const { return m_bitmap.isNull(); }
 
     /// In points.

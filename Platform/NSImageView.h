@@ -36,6 +36,7 @@ class PELLARVINE_EXPORT ImageView : public QFrame
                        placeholderTextChanged)
 
 public:
+    /// How large the image is drawn. imageAlignment() says where, if that is not the whole view.
     enum ImageScaling {
         scaleProportionallyDown, ///< in its own size, or smaller where that does not fit
         scaleAxesIndependently, ///< over the whole view, without keeping its proportions
@@ -82,10 +83,12 @@ public Q_SLOTS:
     /// Removes the image.
     void clear();
 
+    /// @{
     /// To and from the clipboard, as the user's doing: all but copy() work in an editable view only.
     void cut();
     void copy();
     void paste();
+    /// @}
 
 Q_SIGNALS:
     void imageChanged(const NS::Image &image);

@@ -16,32 +16,36 @@ class LayoutEngine;
 
 namespace NS {
 
+/// What of a widget a constraint is about: of the part that is to be aligned, see
+/// `alignmentRectInsets`. Places grow downwards and rightwards, or, for leading and trailing, away
+/// from the leading side.
 enum class LayoutAttribute {
-    notAnAttribute,
-    left,
-    right,
-    top,
-    bottom,
-    leading,
-    trailing,
-    width,
-    height,
-    centerX,
-    centerY,
-    firstBaseline,
-    lastBaseline,
+    notAnAttribute, ///< the second one of a constraint with the constant alone
+    left, ///< the left edge, whichever way text runs
+    right, ///< the right edge, whichever way text runs
+    top, ///< the upper edge
+    bottom, ///< the lower edge
+    leading, ///< the left edge where text runs from left to right, else the right one
+    trailing, ///< the edge opposite the leading one
+    width, ///< in units of the screen
+    height, ///< in units of the screen
+    centerX, ///< midway between left and right
+    centerY, ///< midway between top and bottom
+    firstBaseline, ///< of the first line of text, see `firstBaselineAnchor`
+    lastBaseline, ///< of the last line of text, see `lastBaselineAnchor`
 };
 
+/// How a constraint's first side stands to its second, of which the constant is part.
 enum class LayoutRelation {
-    lessThanOrEqual,
-    equal,
-    greaterThanOrEqual,
+    lessThanOrEqual, ///< the first is at most the second
+    equal, ///< neither is larger
+    greaterThanOrEqual, ///< the first is at least the second
 };
 
 /// Priorities run from 1 to 1000. One required holds or is reported; of the others a higher one
 /// goes first, whatever the number of lower ones.
 namespace LayoutPriority {
-inline constexpr double required = 1000.0;
+inline constexpr double required = 1000.0; ///< without exception
 inline constexpr double defaultHigh =
         750.0; ///< at which widgets resist being smaller than they ask
 inline constexpr double defaultLow = 250.0; ///< at which they resist being larger
@@ -85,11 +89,13 @@ public:
 
     QWidget *firstItem() const; ///< null once it is gone
     QWidget *secondItem() const; ///< null once it is gone, or if there is none
-    LayoutAttribute firstAttribute() const;
-    LayoutAttribute secondAttribute() const;
-    LayoutRelation relation() const;
-    double multiplier() const;
+    LayoutAttribute firstAttribute() const; ///< as it was given
+    LayoutAttribute secondAttribute() const; ///< `notAnAttribute` if there is the constant alone
+    LayoutRelation relation() const; ///< as it was given
+    double multiplier() const; ///< of the second attribute, as it was given
 
+    /// In units of the screen, added to the second side. A required constraint that is active and
+    /// contradicts others by a new value becomes inactive, with a warning.
     double constant() const;
     void setConstant(double constant);
 
@@ -97,6 +103,8 @@ public:
     double priority() const;
     void setPriority(double priority);
 
+    /// False unless set, and again if the layout drops the constraint. Setting it activates or
+    /// deactivates this constraint alone, as the functions below do.
     bool isActive() const;
     void setActive(bool isActive);
 
@@ -107,6 +115,8 @@ public:
     /// Activates all, in order. If the widgets of any have no common ancestor, warns once and
     /// activates none.
     static void activateConstraints(const QList<std::shared_ptr<LayoutConstraint>> &constraints);
+    /// Passes over those that are not active. The layout keeps them no longer: they end where nobody
+    /// else does.
     static void deactivateConstraints(const QList<std::shared_ptr<LayoutConstraint>> &constraints);
 
 Q_SIGNALS:

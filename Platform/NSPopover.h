@@ -15,10 +15,10 @@ namespace NS {
 /// The edges of a rectangle with y upwards: minY is the lower one, maxY the upper one. Left and right
 /// stay left and right whatever the direction of the text.
 enum class RectEdge {
-    minX = 0,
-    minY = 1,
-    maxX = 2,
-    maxY = 3,
+    minX = 0, ///< the left one
+    minY = 1, ///< the lower one
+    maxX = 2, ///< the right one
+    maxY = 3, ///< the upper one
 };
 
 /// A bubble beside a place in a window, with an arrow to it:
@@ -54,6 +54,7 @@ class PELLARVINE_EXPORT Popover : public QObject
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
 
 public:
+    /// What closes it besides close().
     enum class Behavior {
         applicationDefined = 0, ///< the program closes it, or Esc in it
         transient =
@@ -101,6 +102,7 @@ public:
     /// Shows it beside a rectangle of the view, which may not be null; on the screen already, it
     /// moves there. Does nothing without content, and if the view is not visible.
     void showRelativeToRect(const QRectF &rect, QWidget *view, NS::RectEdge preferredEdge);
+    /// Whether it is on the screen; still true while willClose() is emitted.
     bool isShown() const;
     /// The view it is shown at; null if it is not shown.
     QWidget *positioningView() const;
@@ -114,10 +116,12 @@ public Q_SLOTS:
     void performClose();
 
 Q_SIGNALS:
+    /// It is about to come up; not when it only moves. Nothing comes up if its view or its content is
+    /// gone afterwards.
     void willShow();
-    void didShow();
-    void willClose();
-    void didClose();
+    void didShow(); ///< it is on the screen, with the focus where it goes
+    void willClose(); ///< it is still on the screen, and cannot be kept there
+    void didClose(); ///< it has left the screen and can be shown again
     void contentViewControllerChanged(NS::ViewController *controller);
     void behaviorChanged(NS::Popover::Behavior behavior);
     void contentSizeChanged(const QSizeF &size);

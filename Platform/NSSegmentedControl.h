@@ -36,6 +36,7 @@ class PELLARVINE_EXPORT SegmentedControl : public QWidget
                        selectedSegmentChanged USER true)
 
 public:
+    /// What acting on a segment selects.
     enum class SwitchTracking {
         selectOne, ///< the segment acted on is the one selected
         selectAny, ///< each is switched on and off by itself
@@ -58,38 +59,44 @@ public:
     QStringList labels() const;
     void setLabels(const QStringList &labels);
 
-    QString labelForSegment(int segment) const;
+    QString labelForSegment(int segment) const; ///< empty unless set
+    /// What there is no room for is elided, and a tool tip shows the label if there is no other one.
     void setLabel(const QString &label, int segment);
-    QIcon imageForSegment(int segment) const;
+    QIcon imageForSegment(int segment) const; ///< null unless set
+    /// In the style's size of small icons, beside the label if there is one.
     void setImage(const QIcon &image, int segment);
     /// A segment with an image alone needs one: it is what a screen reader says.
     QString toolTipForSegment(int segment) const;
+    /// Empty for the tool tip of the whole control.
     void setToolTip(const QString &toolTip, int segment);
     using QWidget::setToolTip;
     /// Any number that the program knows the segment by; 0 unless set.
     int tagForSegment(int segment) const;
-    void setTag(int tag, int segment);
+    void setTag(int tag, int segment); ///< of segments with one tag the first is found
+    /// True unless set, also while the control as a whole is disabled.
     bool isEnabledForSegment(int segment) const;
-    void setEnabled(bool isEnabled, int segment);
+    void setEnabled(bool isEnabled, int segment); ///< leaves the selection as it is
     using QWidget::setEnabled;
 
     /// In units of the screen, without the lines of one unit that surround the control and divide
     /// its segments; 0, which it is unless set, fits the segment to what it shows.
     virtual double widthForSegment(int segment) const;
-    void setWidth(double width, int segment);
+    void setWidth(double width, int segment); ///< sets what widthForSegment() gives
 
     /// The selected segment, of several the one selected last; -1 if there is none. Setting it
     /// deselects all others. Disabled segments can be selected, but not by the user.
     int selectedSegment() const;
     void setSelectedSegment(int segment);
-    bool isSelectedForSegment(int segment) const;
+    bool isSelectedForSegment(int segment) const; ///< never with `momentary`
+    /// Selecting a segment deselects the others, except with `selectAny`. Does nothing with
+    /// `momentary`.
     void setSelected(bool isSelected, int segment);
     /// Whether there is a segment with that tag, which is then selected.
     bool selectSegmentWithTag(int tag);
 
-    /// Where the segment lies in the control, without the lines around it, and which segment, or
-    /// -1, lies at a point.
+    /// Where the segment lies in the control, without the lines around it; empty if there is none.
     QRect segmentRect(int segment) const;
+    /// The one at a point of the control, which may lie on a line around it; -1 if there is none.
     int segmentAt(QPoint point) const;
     /// The segment that keys act on while the control has the focus; -1 if none can be acted on.
     int focusedSegment() const;

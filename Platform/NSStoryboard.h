@@ -34,13 +34,15 @@ public:
     /// Reads NAME.storyboard from the program's resources or, if that is not there, from the folder
     /// of the executable. Throws `StoryboardError`.
     static std::shared_ptr<Storyboard> storyboardWithName(const QString &name);
+    /// Reads a file on the disk or, if the path begins with ":/", in the resources. Throws
+    /// `StoryboardError`.
     static std::shared_ptr<Storyboard> storyboardWithContentsOfFile(const QString &path);
 
     Storyboard(const Storyboard &) = delete;
     Storyboard &operator=(const Storyboard &) = delete;
     ~Storyboard();
 
-    const QString &fileName() const;
+    const QString &fileName() const; ///< the path that it was read from
     /// Of the scenes, in the order of the file.
     QStringList identifiers() const;
 

@@ -41,9 +41,11 @@ public:
 
     /// Empty if it has none.
     const QString &identifier() const;
-    /// Null once it is destroyed; so is the destination.
+    /// @{
+    /// Null if it was made without one, and once the controller is destroyed.
     QObject *sourceController() const;
     QObject *destinationController() const;
+    /// @}
 
     /// Shows a view controller's view in a window of its own, which has the controller's title and
     /// lies above the source's window. Source and destination end with each other: the destination
@@ -53,6 +55,7 @@ public:
 
     // The classes that storyboards can name
 
+    /// Makes a segue of one class; never gives null.
     using Factory = std::function<std::unique_ptr<StoryboardSegue>(
             const QString &identifier, QObject *source, QObject *destination)>;
 
@@ -69,6 +72,7 @@ public:
                             return std::make_unique<Segue>(identifier, source, destination);
                         });
     }
+    /// The same for a class whose segues are made in some other way.
     static void registerFactory(const QString &name, Factory factory);
     /// Empty for a name that is not registered. The library's own always are.
     static Factory factory(const QString &name);

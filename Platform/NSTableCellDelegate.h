@@ -24,6 +24,7 @@ public:
     explicit TableCellDelegate(TableCellView *cell, QObject *parent = nullptr);
     ~TableCellDelegate() override;
 
+    /// The delegate's own. It shows what was last drawn or measured.
     TableCellView *cell() const;
 
     /// Which data of the item becomes the cell's `objectValue`. `Qt::DisplayRole` unless set.

@@ -37,8 +37,9 @@ class PELLARVINE_EXPORT TableCellView : public QWidget
                        backgroundStyleChanged)
 
 public:
+    /// What lies behind the cell.
     enum class BackgroundStyle {
-        normal,
+        normal, ///< the background of a row that is not selected
         emphasized, ///< the highlight colour of a selected row
     };
     Q_ENUM(BackgroundStyle)
@@ -52,12 +53,14 @@ public:
     QVariant objectValue() const;
     void setObjectValue(const QVariant &value);
 
+    /// @{
     /// The outlets: any widgets, as a rule below the cell, which does not own them. Null unless set,
     /// and once the widget is gone.
     QWidget *textField() const;
     void setTextField(QWidget *textField);
     QWidget *imageView() const;
     void setImageView(QWidget *imageView);
+    /// @}
 
     /// On an emphasized background the text field and all QLabels in the cell are drawn in the
     /// palette's highlighted text colour, also those dimmed by `QPalette::PlaceholderText`. Follows

@@ -91,11 +91,14 @@ public:
 
     bool isSelectable() const; ///< true if it is editable
     void setSelectable(bool selectable);
-    bool isEditable() const;
+    bool isEditable() const; ///< by the user; false unless set
     void setEditable(bool editable);
 
+    /// Whether it has the frame of the style's line edits, with their room around the text. False
+    /// unless set.
     bool isBezeled() const;
     void setBezeled(bool bezeled);
+    /// Whether `backgroundColor` fills it, inside the bezel if it has one. False unless set.
     bool drawsBackground() const;
     void setDrawsBackground(bool draws);
     QColor backgroundColor() const; ///< invalid, as made, for the palette's
@@ -107,8 +110,10 @@ public:
     bool opensLinks() const;
     void setOpensLinks(bool opens);
 
-    /// For constraints, at the size that it asks for.
+    /// From the upper edge to the baseline of the first line, in units of the screen. For
+    /// constraints, at the size that it asks for.
     double firstBaselineOffsetFromTop() const;
+    /// The same from the baseline of the last line to the lower edge.
     double lastBaselineOffsetFromBottom() const;
 
     /// Part of the layout pass, see <pellarvine/Platform/NSView.h>.
@@ -120,12 +125,13 @@ public:
     int heightForWidth(int width) const override;
 
 public Q_SLOTS:
-    void selectAll();
+    void selectAll(); ///< of a text to select or edit; leaves the focus where it is
 
 Q_SIGNALS:
     void textEdited(const QString &string); ///< by the user
     /// With Return in a single line, Ctrl+Return in several, and when the focus leaves after an edit.
     void editingFinished();
+    /// By mouse or key, in a text that is not editable; before the link opens.
     void linkActivated(const QUrl &link);
     void stringValueChanged(const QString &string);
     void attributedStringValueChanged(const NS::AttributedString &text);

@@ -9,6 +9,7 @@
 
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
+/// @file
 /// What a view can do and a QWidget cannot, as functions on any widget:
 ///
 ///     NS::addSubview(panel, badge);
@@ -37,6 +38,7 @@ PELLARVINE_EXPORT QRectF bounds(const QWidget *widget);
 /// Between the coordinates of rectangles with y upwards and of Qt, y downwards, in a space of that
 /// height. It is its own inverse.
 PELLARVINE_EXPORT QRectF flipped(const QRectF &rect, double height);
+/// Likewise a point.
 PELLARVINE_EXPORT QPointF flipped(QPointF point, double height);
 
 /// The nearest rectangle of whole units, edge by edge.
@@ -69,6 +71,7 @@ PELLARVINE_EXPORT void setTranslatesAutoresizingMaskIntoConstraints(QWidget *wid
 /// the mark. From the first call on, a change of the widget's size marks it too. A class without
 /// `performLayout()` can be marked; nothing is run for it.
 PELLARVINE_EXPORT void setNeedsLayout(QWidget *widget, bool needsLayout = true);
+/// Whether the widget is marked: false for one that nobody has marked yet.
 PELLARVINE_EXPORT bool needsLayout(const QWidget *widget);
 
 /// Runs the pass now, visible or not: for the widget and all below it, the Qt layouts and

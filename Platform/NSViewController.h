@@ -55,6 +55,8 @@ public:
     QWidget *view();
     /// Takes the view; the one before it is deleted if it has no parent widget.
     void setView(QWidget *view);
+    /// True from just before viewDidLoad() on, or once setView() was called with a view from outside
+    /// of loadView(). Stays true when the view is gone.
     bool isViewLoaded() const;
     /// Called once, after loadView().
     virtual void viewDidLoad();
@@ -101,7 +103,7 @@ public:
 Q_SIGNALS:
     void titleChanged(const QString &title);
     void viewChanged(QWidget *view);
-    void childViewControllersChanged();
+    void childViewControllersChanged(); ///< a child was added, removed or destroyed
 
 protected:
     /// Makes the view and hands it to setView(): from the interface file if there is one, else a

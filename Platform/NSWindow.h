@@ -14,12 +14,13 @@ namespace NS {
 
 class TitlebarAccessoryViewController;
 
+/// The buttons in a window's title bar. The numbers have gaps.
 enum class WindowButton {
-    close = 0,
-    miniaturize = 1,
-    zoom = 2,
-    documentIcon = 4,
-    documentVersions = 6,
+    close = 0, ///< closes the window as `QWidget::close` does
+    miniaturize = 1, ///< minimises it
+    zoom = 2, ///< maximises or restores it, and leaves full screen
+    documentIcon = 4, ///< opens a menu of the folders that the document is in
+    documentVersions = 6, ///< asks for `Window::documentVersionsRequested`
 };
 
 /// A window that draws its own title bar and leaves the rest to the desktop: moving, resizing by
@@ -55,20 +56,23 @@ class PELLARVINE_EXPORT Window : public QWidget
                        nativeDecorationsChanged)
 
 public:
+    /// What there is of a window, and what can be done to it.
     enum StyleMaskFlag {
-        borderless = 0,
+        borderless = 0, ///< none of the others
         titled = 1 << 0, ///< without it there is no title bar and no button
-        closable = 1 << 1,
-        miniaturizable = 1 << 2,
+        closable = 1 << 1, ///< by the close button; the program can close it in any case
+        miniaturizable = 1 << 2, ///< by the button and by miniaturize()
         resizable = 1 << 3, ///< by edges, zoom and full screen
         fullSizeContentView = 1 << 15, ///< the content reaches up behind the title bar
     };
+    /// Any number of them; those for buttons count only together with `titled`.
     Q_DECLARE_FLAGS(StyleMask, StyleMaskFlag)
     Q_FLAG(StyleMask)
 
+    /// Whether the title bar shows the window's title.
     enum TitleVisibility {
-        titleVisible = 0,
-        titleHidden = 1
+        titleVisible = 0, ///< in the middle, as far as the buttons leave room
+        titleHidden = 1 ///< the bar, its buttons and the document's icon stay
     };
     Q_ENUM(TitleVisibility)
 
@@ -78,10 +82,13 @@ public:
     Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent = nullptr);
     ~Window() override;
 
+    /// @{
     /// What the content gets of a frame, and the reverse: for a title bar without accessories.
     static QRectF contentRectForFrameRect(const QRectF &frame, StyleMask styleMask);
     static QRectF frameRectForContentRect(const QRectF &content, StyleMask styleMask);
+    /// @}
 
+    /// Of the window with its title bar; a frame that the desktop draws lies outside.
     QRectF frame() const;
     void setFrame(const QRectF &frame);
     /// Rounded to whole units; minimum and maximum size hold, keeping the upper left corner. Does
@@ -90,6 +97,8 @@ public:
     /// Gets there within a fifth of a second if `animate`.
     virtual void setFrame(const QRectF &frame, bool display, bool animate);
 
+    /// A change keeps the window's frame: the content takes or leaves the title bar's room. With
+    /// native decorations it may hide a visible window for a moment.
     StyleMask styleMask() const;
     void setStyleMask(StyleMask styleMask);
 
@@ -98,6 +107,7 @@ public:
     QWidget *contentView() const;
     void setContentView(QWidget *view);
 
+    /// `titleVisible` unless set. Has no effect on a frame that the desktop draws.
     TitleVisibility titleVisibility() const;
     virtual void setTitleVisibility(TitleVisibility visibility);
 
@@ -109,12 +119,15 @@ public:
     /// Null where the style mask lacks it, or where there is no document.
     virtual QAbstractButton *standardWindowButton(WindowButton kind) const;
 
+    /// @{
     /// Stacked below the standard title bar in order. Adding or removing one keeps the window's top
     /// edge and the size of its content: the window grows and shrinks at the bottom, unless it is
     /// maximised or full screen. The window owns the controllers that it has; afterwards nobody does.
     /// An index out of range is a fatal error.
     void addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller);
     void removeTitlebarAccessoryViewControllerAtIndex(int index);
+    /// @}
+    /// From top to bottom. Empty unless any were added; one that is destroyed is gone from it.
     QList<TitlebarAccessoryViewController *> titlebarAccessoryViewControllers() const;
 
     /// Whether content that takes no press moves the window as the title bar does. False unless set.
@@ -130,8 +143,9 @@ public:
     bool hasNativeDecorations() const;
     void setNativeDecorations(bool areNative);
 
-    /// Geometry and state, also across screens. False if `state` is none.
+    /// Geometry and state, also across screens.
     virtual QByteArray saveState() const;
+    /// False if `state` is none that saveState() has given; nothing has changed then.
     virtual bool restoreState(const QByteArray &state);
 
     /// Called once everything from an interface file is set.
@@ -147,9 +161,9 @@ public Q_SLOTS:
     virtual void orderFront();
     virtual void orderOut(); ///< hides it
     void performClose(); ///< as the close button does; beeps where there is none
-    void miniaturize();
+    void miniaturize(); ///< minimises it, if it is miniaturisable
     void zoom(); ///< maximises or restores; not if it is not resizable, or in full screen
-    void toggleFullScreen();
+    void toggleFullScreen(); ///< does nothing if it is not resizable
 
 Q_SIGNALS:
     void frameChanged(const QRectF &frame);
@@ -164,6 +178,8 @@ Q_SIGNALS:
     void documentVersionsRequested();
 
 protected:
+    /// The title bar has been arranged for the new size; frameChanged() comes next. For subclasses:
+    /// nothing unless overridden.
     virtual void windowDidResize(QResizeEvent *notification);
 
     bool event(QEvent *event) override;

@@ -21,13 +21,17 @@ namespace NS {
 class PELLARVINE_EXPORT StoryboardError : public std::exception
 {
 public:
+    /// Without a place if `line` is 0.
     StoryboardError(const QString &fileName, qint64 line, qint64 column, const QString &problem);
     ~StoryboardError() override;
 
+    /// The path by which the storyboard was opened.
     const QString &fileName() const noexcept { return m_fileName; }
+    /// @{
     /// Both from 1; 0 if the file cannot be read at all.
     qint64 line() const noexcept { return m_line; }
     qint64 column() const noexcept { return m_column; }
+    /// @}
     /// What is wrong there, untranslated.
     const QString &problem() const noexcept { return m_problem; }
 
@@ -51,6 +55,7 @@ public:
                            const QStringList &knownIdentifiers);
     ~UnknownIdentifierError() override;
 
+    /// The name that there is none of.
     const QString &identifier() const noexcept { return m_identifier; }
     /// Those that there are, in the order of the file.
     const QStringList &knownIdentifiers() const noexcept { return m_knownIdentifiers; }
