@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 #include <QObject>
+#include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 
 /// The plugin's root: one WidgetPlugin for each entry of the table.
 class WidgetCollection : public QObject, public QDesignerCustomWidgetCollectionInterface

@@ -3,8 +3,8 @@
 
 #include "WidgetTable.h"
 
-#include <QtUiPlugin/QDesignerCustomWidgetInterface>
 #include <QObject>
+#include <QtUiPlugin/QDesignerCustomWidgetInterface>
 
 /// Answers Qt Designer's questions about one class from its entry in the table.
 class WidgetPlugin : public QObject, public QDesignerCustomWidgetInterface

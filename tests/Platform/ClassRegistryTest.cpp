@@ -69,6 +69,7 @@ TEST(ClassRegistry, names_that_are_no_class_or_another_kind_of_class_make_nothin
 
 TEST(ClassRegistry, of_two_classes_the_short_name_is_the_later_ones)
 {
+    NS::registerClass<Widgets::Badge>();
     NS::registerClass<Gadgets::Badge>();
     EXPECT_EQ(NS::registeredClass(u"Badge"_s)->name, u"Gadgets::Badge"_s);
     EXPECT_EQ(NS::registeredClass(u"Widgets::Badge"_s)->name, u"Widgets::Badge"_s);
