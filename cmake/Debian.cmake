@@ -42,12 +42,21 @@ pellarvine_debian_package(tools pellarvine-tools utils
 The command pellarvine seals files into an encrypted container and opens it,
 computes digests, and turns inline markup and colours into other forms.")
 
+if(PELLARVINE_DESIGNER)
+  pellarvine_debian_package(designer pellarvine-designer devel
+    "ready-made pieces for Qt programs - plugin for Qt Designer
+Shows the library's views in Qt Designer's widget box, and lets Qt's loader of
+form files make them.")
+endif()
+
 set(sameVersion "(= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "${runtime} ${sameVersion}, qt6-base-dev (>= 6.4)")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${runtime} ${sameVersion}")
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_DEPENDS "${runtime} ${sameVersion}")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/lib)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")

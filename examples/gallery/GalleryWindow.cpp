@@ -18,6 +18,7 @@
 #include <QScrollArea>
 #include <QShortcut>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -131,7 +132,6 @@ GalleryWindow::GalleryWindow(QWidget *parent)
         m_search->setFocus(Qt::ShortcutFocusReason);
         m_search->selectAll();
     });
-    showPage(pages().constFirst().name);
     m_list->setFocus();
 }
 
@@ -229,6 +229,18 @@ void GalleryWindow::fillMenu(QMenu *menu)
         menu->addAction(application->aboutAction());
     menu->addAction(tr("&Quit"), QKeySequence::Quit, qApp, &QApplication::closeAllWindows);
     addActions(menu->actions()); // for their shortcuts
+}
+
+// The window is on the screen before the first page is made, which takes as long again.
+void GalleryWindow::paintEvent(QPaintEvent *event)
+{
+    Pellarvine::Window::paintEvent(event);
+    if (!m_list->currentItem()) {
+        QTimer::singleShot(0, this, [this] {
+            if (!m_list->currentItem())
+                showPage(pages().constFirst().name);
+        });
+    }
 }
 
 void GalleryWindow::changeEvent(QEvent *event)

@@ -16,7 +16,7 @@ QT_FORWARD_DECLARE_CLASS(QStackedWidget)
 QT_FORWARD_DECLARE_CLASS(QToolButton)
 
 /// The list of pages at the left, the page at the right, and above them a title bar with a search
-/// field and tools. A page is made when it is first shown.
+/// field and tools. A page is made when it is first shown, the first once the window is on the screen.
 class GalleryWindow : public Pellarvine::Window
 {
     Q_OBJECT
@@ -29,6 +29,7 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
 
 private:
     QWidget *makeSidebar();

@@ -26,7 +26,7 @@ fi
 export LD_LIBRARY_PATH=$library
 export QT_QPA_PLATFORM=offscreen
 
-for consumer in cmake; do
+for consumer in cmake uic; do
     cmake -S "$here/consumers/$consumer" -B "$scratch/$consumer" -G Ninja \
         -DCMAKE_PREFIX_PATH="$prefix" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
     cmake --build "$scratch/$consumer" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
