@@ -62,7 +62,7 @@ QColor opaque(const HSBA &components)
 // The nearest colour of 8 bits a component, so that the hex text says all of what was chosen.
 QColor writable(const HSBA &components)
 {
-    const auto &[red, green, blue, alpha] = Color(components).rgba();
+    const auto [red, green, blue, alpha] = Color(components).rgba();
     const auto byte = [](double component) {
         return int(std::lround(component * bytes));
     };

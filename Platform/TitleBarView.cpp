@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace NS {
 
@@ -130,6 +131,13 @@ void TitleBarView::updateButtons()
     if (m_title)
         m_title->setVisible(!m_isBare && m_isTitleVisible);
     arrangeTitle();
+}
+
+// The accessories' views end with the bar's children, when the bar itself no longer listens.
+TitleBarView::~TitleBarView()
+{
+    for (TitlebarAccessoryViewController *const controller : std::as_const(m_accessories))
+        controller->disconnect(this);
 }
 
 void TitleBarView::setStyleMask(Window::StyleMask styleMask)

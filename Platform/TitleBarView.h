@@ -24,6 +24,7 @@ public:
     static constexpr int standardHeight = 22;
 
     TitleBarView(Window *window, WindowDrag *drag);
+    ~TitleBarView() override;
 
     /// Which buttons there are. What is not in the mask is hidden, and not answered by button().
     void setStyleMask(Window::StyleMask styleMask);

@@ -71,7 +71,11 @@ protected:
         })) << "the window manager does not start";
 
         point(10, 700); // away from where the window will be
-        m_subject.setProcessEnvironment(m_environment);
+        // The address sanitizer is right that libxkbcommon hands strndup texts without an end, which
+        // strndup allows. The X libraries' leaks are not ours either.
+        QProcessEnvironment environment = m_environment;
+        environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0:strict_string_checks=0"_s);
+        m_subject.setProcessEnvironment(environment);
         m_subject.start(programPath(u"window_program"_s), QStringList());
         ASSERT_TRUE(waitFor([&] {
             return run(u"xdotool"_s, { u"getactivewindow"_s, u"getwindowname"_s })
