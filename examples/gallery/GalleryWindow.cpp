@@ -17,6 +17,7 @@
 #include <QPainter>
 #include <QScrollArea>
 #include <QShortcut>
+#include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QToolButton>
@@ -132,6 +133,10 @@ GalleryWindow::GalleryWindow(QWidget *parent)
         m_search->setFocus(Qt::ShortcutFocusReason);
         m_search->selectAll();
     });
+    {
+        const QSignalBlocker isNotMadeYet(m_list);
+        m_list->setCurrentRow(rowOf(pages().constFirst().name));
+    }
     m_list->setFocus();
 }
 
@@ -235,10 +240,10 @@ void GalleryWindow::fillMenu(QMenu *menu)
 void GalleryWindow::paintEvent(QPaintEvent *event)
 {
     Pellarvine::Window::paintEvent(event);
-    if (!m_list->currentItem()) {
+    if (m_made.isEmpty()) {
         QTimer::singleShot(0, this, [this] {
-            if (!m_list->currentItem())
-                showPage(pages().constFirst().name);
+            if (m_made.isEmpty())
+                showItem(m_list->currentItem());
         });
     }
 }
@@ -266,13 +271,23 @@ void GalleryWindow::keepClearOfButtons()
 
 Page *GalleryWindow::showPage(const QString &name)
 {
+    const int row = rowOf(name);
+    if (row < 0)
+        return nullptr;
+    m_list->setCurrentRow(row);
+    if (!m_made.contains(name)) // the first page's row is current from the start
+        showItem(m_list->item(row));
+    return m_made.value(name);
+}
+
+// Below 0 if there is no such page.
+int GalleryWindow::rowOf(const QString &name) const
+{
     for (int row = 0; row < m_list->count(); ++row) {
-        if (m_list->item(row)->data(nameRole).toString() == name) {
-            m_list->setCurrentRow(row);
-            return m_made.value(name);
-        }
+        if (m_list->item(row)->data(nameRole).toString() == name)
+            return row;
     }
-    return nullptr;
+    return -1;
 }
 
 // A group's heading stays with the pages of it that do.

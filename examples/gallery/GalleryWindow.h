@@ -39,6 +39,7 @@ private:
     void keepClearOfButtons();
     void filterPages(const QString &text);
     void step(int by);
+    int rowOf(const QString &name) const;
     void showItem(QListWidgetItem *item);
 
     QListWidget *m_list;
