@@ -29,6 +29,7 @@ class PELLARVINE_EXPORT ColorPickerButton : public NS::Button, public NS::KeyVal
 
 public:
     explicit ColorPickerButton(QWidget *parent = nullptr);
+    /// `NS::setFrame` places the button, once it has a parent.
     explicit ColorPickerButton(const QRectF &frame, QWidget *parent = nullptr) = delete;
     ~ColorPickerButton() override;
 
@@ -55,8 +56,9 @@ public Q_SLOTS:
     /// Ends one following of the panel. A popover calls it when it closes.
     void popoverDidClose();
 
-    /// To and from the clipboard.
+    /// To the clipboard, as a colour and as hexadecimal text.
     void copy();
+    /// From the clipboard, which does nothing if that has no colour.
     void paste();
 
 Q_SIGNALS:

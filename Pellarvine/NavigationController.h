@@ -36,6 +36,7 @@ class PELLARVINE_EXPORT NavigationController : public NS::ViewController
 public:
     /// With an empty stack and no content view.
     explicit NavigationController(QObject *parent = nullptr);
+    /// With a view from the interface file of that name, which may connect the content view.
     explicit NavigationController(const QString &nibName, QObject *parent = nullptr);
     ~NavigationController() override;
 

@@ -21,6 +21,7 @@ class PELLARVINE_EXPORT NavigationItemViewController : public NS::ViewController
 
 public:
     explicit NavigationItemViewController(QObject *parent = nullptr);
+    /// With a view from the interface file of that name.
     explicit NavigationItemViewController(const QString &nibName, QObject *parent = nullptr);
     ~NavigationItemViewController() override;
 };
