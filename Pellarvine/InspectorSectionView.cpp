@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/AccessibleView.h>
 #include <pellarvine/Pellarvine/InspectorSectionView.h>
 #include <pellarvine/Pellarvine/StyleKit.h>
 #include <pellarvine/Pellarvine/UpwardPainting.h>
+#include <pellarvine/Platform/AccessibleControl.h>
 
 namespace Pellarvine {
 
@@ -15,7 +15,7 @@ InspectorSectionView::InspectorSectionView(QWidget *parent)
     : QWidget(parent)
     , d(std::make_unique<Private>())
 {
-    detail::installAccessibleRole<InspectorSectionView, QAccessible::Grouping>();
+    NS::detail::makeAccessible<InspectorSectionView, QAccessible::Grouping>();
 }
 
 InspectorSectionView::~InspectorSectionView() = default;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/AccessibleView.h>
 #include <pellarvine/Pellarvine/StyleKit.h>
 #include <pellarvine/Pellarvine/ToolBarView.h>
 #include <pellarvine/Pellarvine/UpwardPainting.h>
+#include <pellarvine/Platform/AccessibleControl.h>
 
 namespace Pellarvine {
 
@@ -16,7 +16,7 @@ ToolBarView::ToolBarView(QWidget *parent)
     : QWidget(parent)
     , d(std::make_unique<Private>())
 {
-    detail::installAccessibleRole<ToolBarView, QAccessible::ToolBar>();
+    NS::detail::makeAccessible<ToolBarView, QAccessible::ToolBar>();
 }
 
 ToolBarView::~ToolBarView() = default;
