@@ -17,6 +17,9 @@ target_include_directories(Pellarvine PUBLIC
 target_link_libraries(Pellarvine PUBLIC Qt6::Core Qt6::Gui Qt6::Widgets
                       PRIVATE Fontconfig::Fontconfig ICU::i18n ICU::uc OpenSSL::Crypto
                               PkgConfig::xcb Qt6::UiTools)
+# Calls from the library to itself need no look-up, as Qt's own do not; programs against Qt are
+# position independent, so addresses of functions stay the same everywhere.
+target_link_options(Pellarvine PRIVATE -Wl,-Bsymbolic-functions)
 if(BUILD_TESTING OR PELLARVINE_BENCHMARKS OR PELLARVINE_FUZZ)
   # Tests, benchmarks and fuzz targets reach a few internals.
   target_compile_definitions(Pellarvine PUBLIC $<BUILD_INTERFACE:PELLARVINE_EXPORT_INTERNALS>)

@@ -48,9 +48,10 @@ protected:
             if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty())
                 GTEST_SKIP() << program << " is not installed";
         }
-        // It takes a free display and says which.
-        m_server.start(u"Xvfb"_s, { u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s,
-                                    u"-nolisten"_s, u"tcp"_s });
+        // It takes a free display and says which. Without -noreset the server starts afresh, and drops
+        // whoever is just connecting, each time its last client leaves.
+        m_server.start(u"Xvfb"_s, { u"-displayfd"_s, u"1"_s, u"-noreset"_s, u"-screen"_s, u"0"_s,
+                                    u"1280x800x24"_s, u"-nolisten"_s, u"tcp"_s });
         QByteArray display;
         waitFor([&] {
             display += m_server.readAllStandardOutput();
@@ -68,7 +69,8 @@ protected:
         m_windowManager.start(u"openbox"_s, QStringList());
         ASSERT_TRUE(waitFor([&] {
             return run(u"xprop"_s, { u"-root"_s, u"_NET_SUPPORTING_WM_CHECK"_s }).contains("0x");
-        })) << "the window manager does not start";
+        })) << "the window manager does not start: "
+            << m_windowManager.readAllStandardError().toStdString();
 
         point(10, 700); // away from where the window will be
         // The address sanitizer is right that libxkbcommon hands strndup texts without an end, which
