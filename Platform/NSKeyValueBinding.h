@@ -10,6 +10,7 @@
 
 QT_FORWARD_DECLARE_CLASS(QObject)
 
+/// @file
 /// Value bindings: a control's property that shows, and edits, a property of a model. They belong to
 /// the control and end with it; interface files make them too.
 ///

@@ -7,6 +7,7 @@ QT_FORWARD_DECLARE_CLASS(QObject)
 QT_FORWARD_DECLARE_CLASS(QString)
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
+/// @file
 /// The chain along which a command looks for somebody who understands it: from a widget outwards,
 /// through the controllers, to the window, its controller and the application.
 ///

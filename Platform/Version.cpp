@@ -7,7 +7,7 @@
 
 namespace {
 
-// The decimal number "major.minor": 0.1 for 0.1, 0.12 for 0.12.
+// The decimal number "major.minor": 1.1 for 1.1, 1.12 for 1.12.
 constexpr double joined(int major, int minor)
 {
     double scale = 10;

@@ -6,9 +6,8 @@ include(CMakePackageConfigHelpers)
 set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/Pellarvine)
 configure_package_config_file(cmake/PellarvineConfig.cmake.in
   ${PROJECT_BINARY_DIR}/PellarvineConfig.cmake INSTALL_DESTINATION ${packageDir})
-# Before 1.0 a minor version may break what was.
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/PellarvineConfigVersion.cmake
-  COMPATIBILITY SameMinorVersion)
+  COMPATIBILITY SameMajorVersion)
 install(EXPORT PellarvineTargets NAMESPACE Pellarvine:: DESTINATION ${packageDir}
         COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/PellarvineConfig.cmake

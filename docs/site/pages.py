@@ -96,9 +96,8 @@ def main():
                            text=True).stdout.split()
     if lost := [name for name in names if name not in shown_on]:
         sys.exit(f"docs/site/gallery.txt: no line for the gallery's {', '.join(lost)}")
-    for name in shown_on:
-        if name not in names:
-            print(f"docs/site/gallery.txt: the gallery has no page {name}")
+    if unknown := [name for name in shown_on if name not in names]:
+        sys.exit(f"docs/site/gallery.txt: the gallery has no page {', '.join(unknown)}")
 
     pages = output / "pages"
     pages.mkdir(parents=True, exist_ok=True)

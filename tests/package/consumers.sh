@@ -40,13 +40,13 @@ g++ -fPIC "$here/consumers/pkg-config/main.cpp" "${flags[@]}" -o "$scratch/plain
 
 # An unknown component and a version from the future are told, not ignored.
 mkdir "$scratch/wrong"
-for request in 'COMPONENTS Sound' '99.0'; do
+for request in 'COMPONENTS Sound' '99.0' '0.1'; do
     printf 'cmake_minimum_required(VERSION 3.22)\nproject(wrong LANGUAGES CXX)\nfind_package(Pellarvine %s REQUIRED)\n' \
         "$request" >"$scratch/wrong/CMakeLists.txt"
     if cmake -S "$scratch/wrong" -B "$scratch/wrong/build" -G Ninja \
         -DCMAKE_PREFIX_PATH="$prefix" >"$scratch/log" 2>&1; then
         fail "find_package(Pellarvine $request) succeeded"
     fi
-    grep -qE 'Sound|99\.0' "$scratch/log" || { cat "$scratch/log"; exit 1; }
+    grep -qE 'Sound|99\.0|0\.1' "$scratch/log" || { cat "$scratch/log"; exit 1; }
     rm -rf "$scratch/wrong/build"
 done
