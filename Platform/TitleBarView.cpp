@@ -268,11 +268,14 @@ void TitleBarView::arrangeTitle()
     const int before = buttonWidth(WindowButton::documentIcon);
     const int after = buttonWidth(WindowButton::documentVersions);
 
-    m_title->setStringValue(titleText());
+    // A text that nobody sees is not laid out: that may be the program's first, which loads fonts.
+    const bool isSeen = !m_isBare && m_isTitleVisible;
+    if (isSeen)
+        m_title->setStringValue(titleText());
+    const bool isMeasured = isSeen && !m_title->stringValue().isEmpty();
+    const QSize titleSize = isMeasured ? m_title->sizeHint() : QSize(0, standardHeight);
     const int room = std::max(0, width() - left - titleMargin - before - after);
-    int titleWidth = std::min(room, m_title->sizeHint().width());
-    if (m_isBare || !m_isTitleVisible)
-        titleWidth = 0;
+    const int titleWidth = std::min(room, titleSize.width());
 
     const int total = before + titleWidth + after;
     int x = std::max(left, (width() - total) / 2);
@@ -282,8 +285,7 @@ void TitleBarView::arrangeTitle()
     };
     if (before > 0)
         place(m_buttons[int(WindowButton::documentIcon)], x, { before - documentGap, 16 });
-    place(m_title, x + before,
-          { titleWidth, std::min(standardHeight, m_title->sizeHint().height()) });
+    place(m_title, x + before, { titleWidth, std::min(standardHeight, titleSize.height()) });
     if (after > 0)
         place(m_buttons[int(WindowButton::documentVersions)], x + before + titleWidth + documentGap,
               { after - documentGap, 16 });

@@ -31,8 +31,19 @@ void gallery(benchmark::State &state)
     start(state, QStringLiteral(PELLARVINE_GALLERY), { u"--exit-when-shown"_s });
 }
 
+// The window together with the page that it otherwise makes once it is on the screen.
+void galleryWithPage(benchmark::State &state)
+{
+    start(state, QStringLiteral(PELLARVINE_GALLERY),
+          { u"--exit-when-shown"_s, u"--page"_s, u"container"_s });
+}
+
 BENCHMARK(emptyWindow)->Name("window/empty")->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(gallery)->Name("window/gallery")->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(galleryWithPage)
+        ->Name("window/gallery_with_page")
+        ->UseRealTime()
+        ->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -17,7 +17,6 @@
 #include <QPainter>
 #include <QScrollArea>
 #include <QShortcut>
-#include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QToolButton>
@@ -38,27 +37,6 @@ constexpr int searchWidth = 30 * Theme::unit;
 
 constexpr int nameRole = Qt::UserRole;
 
-QIcon makeIcon(const QPalette &palette, const QPolygonF &line)
-{
-    const auto draw = [&](QPalette::ColorGroup group) {
-        constexpr int size = 16;
-        constexpr int scale = 3; // sharp up to three pixels a unit
-        QPixmap pixmap(QSize(size, size) * scale);
-        pixmap.setDevicePixelRatio(scale);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(palette.color(group, QPalette::ButtonText), 1.6, Qt::SolidLine,
-                            Qt::RoundCap, Qt::RoundJoin));
-        for (int i = 0; i + 1 < line.size(); i += 2)
-            painter.drawLine(line[i], line[i + 1]);
-        return pixmap;
-    };
-    QIcon icon(draw(QPalette::Active));
-    icon.addPixmap(draw(QPalette::Disabled), QIcon::Disabled);
-    return icon;
-}
-
 // A flat button that draws its strokes in the palette's colour, mirrored from right to left.
 class ToolButton : public QToolButton
 {
@@ -71,58 +49,63 @@ public:
         setAccessibleName(name);
         setToolTip(name);
         setFocusPolicy(Qt::TabFocus);
-        draw();
     }
 
 protected:
-    void changeEvent(QEvent *event) override
+    void paintEvent(QPaintEvent *event) override
     {
-        QToolButton::changeEvent(event);
-        if (event->type() == QEvent::PaletteChange
-            || event->type() == QEvent::LayoutDirectionChange)
-            draw();
+        QToolButton::paintEvent(event);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().color(QPalette::ButtonText), 1.6, Qt::SolidLine, Qt::RoundCap,
+                            Qt::RoundJoin));
+        painter.translate(rect().toRectF().center());
+        painter.scale(isRightToLeft() ? -1 : 1, 1);
+        for (int i = 0; i + 1 < m_strokes.size(); i += 2)
+            painter.drawLine(m_strokes[i], m_strokes[i + 1]);
     }
 
 private:
-    void draw()
-    {
-        const QTransform mirrored = QTransform::fromScale(-1, 1) * QTransform::fromTranslate(16, 0);
-        setIcon(makeIcon(palette(), isRightToLeft() ? mirrored.map(m_strokes) : m_strokes));
-    }
-
-    QPolygonF m_strokes;
+    QPolygonF m_strokes; // pairs of points around the middle
 };
 
 } // namespace
 
 GalleryWindow::GalleryWindow(QWidget *parent)
     : Pellarvine::Window(parent)
-    , m_list(new QListWidget)
-    , m_nothing(new QLabel(tr("No page has that in its name.")))
-    , m_search(new QLineEdit)
-    , m_place(new QLabel)
-    , m_back(new ToolButton(tr("Page before"), { { 10, 3 }, { 5, 8 }, { 5, 8 }, { 10, 13 } }))
-    , m_forward(new ToolButton(tr("Next page"), { { 6, 3 }, { 11, 8 }, { 11, 8 }, { 6, 13 } }))
-    , m_stack(new QStackedWidget)
 {
-    setWindowTitle(tr("Pellarvine Gallery"));
-    auto *const content = new QWidget;
-    auto *const layout = new QHBoxLayout(content);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(makeSidebar());
-    layout->addWidget(m_stack, 1);
-    setContentView(content);
-
-    setTitleBarHeight(::titleBarHeight);
     setHidesTitle(true); // it stands in the view across the bar
+    setWindowTitle(tr("Pellarvine Gallery"));
+    setContentView(new QWidget);
+    setTitleBarHeight(::titleBarHeight);
     setTrafficLightHorizontalMargin(horizontalMargin);
     setTrafficLightVerticalMargin(verticalMargin);
+    resize(1000, 680 + ::titleBarHeight);
+}
+
+void GalleryWindow::fill()
+{
+    if (m_stack)
+        return;
+    m_list = new QListWidget;
+    m_nothing = new QLabel(tr("No page has that in its name."));
+    m_search = new QLineEdit;
+    m_place = new QLabel;
+    m_back = new ToolButton(tr("Page before"), { { 2, -5 }, { -3, 0 }, { -3, 0 }, { 2, 5 } });
+    m_forward = new ToolButton(tr("Next page"), { { -2, -5 }, { 3, 0 }, { 3, 0 }, { -2, 5 } });
+    m_stack = new QStackedWidget;
+    auto *const layout = new QHBoxLayout(contentView());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    QWidget *const sidebar = makeSidebar();
+    layout->addWidget(sidebar);
+    layout->addWidget(m_stack, 1);
+    sidebar->show(); // now, not when the layout comes to it: its list is to have the focus
+
     setInnerTitleBarView(makeInnerTitleBar());
     setToolbarView(makeToolBar());
     awakeFromNib();
     keepClearOfButtons();
-    resize(1000, 680 + ::titleBarHeight);
 
     connect(m_list, &QListWidget::currentItemChanged, this, &GalleryWindow::showItem);
     connect(m_search, &QLineEdit::textChanged, this, &GalleryWindow::filterPages);
@@ -133,10 +116,6 @@ GalleryWindow::GalleryWindow(QWidget *parent)
         m_search->setFocus(Qt::ShortcutFocusReason);
         m_search->selectAll();
     });
-    {
-        const QSignalBlocker isNotMadeYet(m_list);
-        m_list->setCurrentRow(rowOf(pages().constFirst().name));
-    }
     m_list->setFocus();
 }
 
@@ -196,7 +175,7 @@ QWidget *GalleryWindow::makeToolBar()
     auto *const tools = new QWidget; // the title bar has a line below it already
     m_place->setForegroundRole(QPalette::PlaceholderText);
     auto *const menuButton = new ToolButton(
-            tr("Menu"), { { 3, 4 }, { 13, 4 }, { 3, 8 }, { 13, 8 }, { 3, 12 }, { 13, 12 } });
+            tr("Menu"), { { -5, -4 }, { 5, -4 }, { -5, 0 }, { 5, 0 }, { -5, 4 }, { 5, 4 } });
     auto *const menu = new QMenu(menuButton);
     fillMenu(menu);
     menuButton->setMenu(menu);
@@ -235,16 +214,17 @@ void GalleryWindow::fillMenu(QMenu *menu)
     addActions(menu->actions()); // for their shortcuts
 }
 
-// The window is on the screen before the first page is made, which takes as long again.
+// The window is on the screen, empty, before anything is made that goes into it: all of that would
+// take as long again.
 void GalleryWindow::paintEvent(QPaintEvent *event)
 {
     Pellarvine::Window::paintEvent(event);
-    if (m_made.isEmpty()) {
-        QTimer::singleShot(0, this, [this] {
-            if (m_made.isEmpty())
-                showItem(m_list->currentItem());
-        });
-    }
+    if (m_stack)
+        return;
+    QTimer::singleShot(0, this, [this] {
+        if (!m_stack)
+            showPage(pages().constFirst().name);
+    });
 }
 
 void GalleryWindow::changeEvent(QEvent *event)
@@ -270,12 +250,11 @@ void GalleryWindow::keepClearOfButtons()
 
 Page *GalleryWindow::showPage(const QString &name)
 {
+    fill();
     const int row = rowOf(name);
     if (row < 0)
         return nullptr;
     m_list->setCurrentRow(row);
-    if (!m_made.contains(name)) // the first page's row is current from the start
-        showItem(m_list->item(row));
     return m_made.value(name);
 }
 
@@ -292,7 +271,7 @@ int GalleryWindow::rowOf(const QString &name) const
 // A group's heading stays with the pages of it that do.
 void GalleryWindow::filterPages(const QString &text)
 {
-    // Not from the start: looking for its picture takes a tenth of the time until the window shows.
+    // Not from the start: looking for its picture takes longer than making all pages' list.
     m_search->setClearButtonEnabled(!text.isEmpty());
     QListWidgetItem *heading = nullptr;
     bool hasAny = false;

@@ -16,7 +16,8 @@ QT_FORWARD_DECLARE_CLASS(QStackedWidget)
 QT_FORWARD_DECLARE_CLASS(QToolButton)
 
 /// The list of pages at the left, the page at the right, and above them a title bar with a search
-/// field and tools. A page is made when it is first shown, the first once the window is on the screen.
+/// field and tools. All that is made once the window is on the screen, each page when it is first
+/// shown.
 class GalleryWindow : public Pellarvine::Window
 {
     Q_OBJECT
@@ -32,6 +33,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void fill();
     QWidget *makeSidebar();
     QWidget *makeInnerTitleBar();
     QWidget *makeToolBar();
@@ -42,13 +44,13 @@ private:
     int rowOf(const QString &name) const;
     void showItem(QListWidgetItem *item);
 
-    QListWidget *m_list;
-    QLabel *m_nothing;
-    QLineEdit *m_search;
-    QLabel *m_place;
-    QToolButton *m_back;
-    QToolButton *m_forward;
-    QStackedWidget *m_stack;
+    QListWidget *m_list = nullptr;
+    QLabel *m_nothing = nullptr;
+    QLineEdit *m_search = nullptr;
+    QLabel *m_place = nullptr;
+    QToolButton *m_back = nullptr;
+    QToolButton *m_forward = nullptr;
+    QStackedWidget *m_stack = nullptr; // null until it is filled
     QBoxLayout *m_innerLayout = nullptr;
     QBoxLayout *m_toolLayout = nullptr;
     QHash<QString, Page *> m_made;
