@@ -128,7 +128,7 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
           ":2:1: <scene> has no attribute \"color\" (identifier, class, interface)", false },
         { "<scene identifier='a' class='Form'/>\n<scene identifier='a' class='Form'/>",
           ":3:1: there is a scene \"a\" already", true },
-        { "<scene identifier='a' class='Forn'/>", ":2:1: there is no class \"Forn\" (Form", true },
+        { "<scene identifier='a' class='Forn'/>", ":2:1: there is no class \"Forn\" (", true },
         { "<scene identifier='a' class='Form' interface='Lost.ui'/>",
           ":2:1: there is no interface file \"Lost.ui\"", true },
         { "<scene identifier='a' class='QObject' interface='Form.ui'/>",
