@@ -57,6 +57,7 @@ TitleBarView::TitleBarView(Window *window, WindowDrag *drag)
     QFont font = this->font();
     font.setWeight(QFont::DemiBold);
     m_title->setFont(font);
+    m_title->resize(0, standardHeight); // else showing it asks it for a size
     for (const WindowButton kind : controls) {
         StandardWindowButton *const button = makeButton(kind);
         button->setGeometry(firstButtonX + buttonDistance * int(kind), buttonY,
