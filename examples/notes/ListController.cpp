@@ -48,6 +48,11 @@ void ListController::viewDidLoad()
     fill();
 }
 
+void ListController::viewWillAppear()
+{
+    m_list->setFocus();
+}
+
 bool ListController::shouldPerformSegue(const QString &, QObject *)
 {
     return current;

@@ -23,6 +23,7 @@ public:
     Q_INVOKABLE void removeNote();
 
     void viewDidLoad() override;
+    void viewWillAppear() override;
     bool shouldPerformSegue(const QString &identifier, QObject *sender) override;
     void prepareForSegue(NS::StoryboardSegue *segue, QObject *sender) override;
 

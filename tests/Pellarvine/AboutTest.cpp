@@ -138,6 +138,18 @@ TEST_F(About, its_window_opens_in_the_middle_of_the_screen_and_reopens_where_it_
     EXPECT_EQ(window->pos(), QPoint(40, 30));
 }
 
+TEST_F(About, its_window_does_not_keep_a_program_running)
+{
+    QWidget document;
+    document.show();
+    AboutWindowController controller;
+    controller.showWindow();
+    const QSignalSpy ended(qApp, &QGuiApplication::lastWindowClosed);
+    document.close();
+    EXPECT_EQ(ended.count(), 1);
+    EXPECT_TRUE(controller.window()->isVisible());
+}
+
 TEST_F(About, the_details_for_a_bug_report_go_to_the_clipboard)
 {
     const ResourceFile file(u":/Info.plist"_s, facts);

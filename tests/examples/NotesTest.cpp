@@ -44,11 +44,15 @@ void write(const QString &path, const QByteArray &contents)
 // Clicks on the button of the message that comes up next.
 void answer(QMessageBox::StandardButton button)
 {
-    QTimer::singleShot(0, qApp, [button] {
-        auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        ASSERT_TRUE(box);
-        box->button(button)->click();
+    auto *const timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [=] {
+        if (auto *const box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            timer->stop();
+            timer->deleteLater();
+            box->button(button)->click();
+        }
     });
+    timer->start(0);
 }
 
 class Notes : public testing::Test
@@ -70,6 +74,8 @@ protected:
     }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
+        window->activateWindow(); // a desktop does that when a message is closed
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
         ASSERT_TRUE(window->focusWidget());
         QTest::keyClick(window->focusWidget(), key, modifiers);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
