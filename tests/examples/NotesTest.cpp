@@ -140,6 +140,7 @@ TEST_F(Notes, are_written_sealed_and_opened_again_by_keyboard_alone)
     EXPECT_TRUE(notebook.notes().isEmpty());
     EXPECT_FALSE(contentsOf(path).contains("Bread"));
 
+    EXPECT_FALSE(find<QLineEdit>(u"repetitionField"_s)->isVisible());
     type(u"six random worms"_s);
     press(Qt::Key_Return);
     EXPECT_FALSE(notebook.isOpen());
