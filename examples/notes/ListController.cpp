@@ -31,7 +31,8 @@ void ListController::removeNote()
 {
     const QString title = m_list->currentItem()->text();
     const auto answer = QMessageBox::question(
-            view(), tr("Delete Note"), tr("Delete “%1”? It cannot be brought back.").arg(title));
+            view(), tr("Delete Note"), tr("Delete “%1”? It cannot be brought back.").arg(title),
+            QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
     if (answer != QMessageBox::Yes)
         return;
     notebook->removeNote(std::exchange(current, nullptr));

@@ -44,8 +44,10 @@ void NotesController::viewDidLoad()
 {
     NavigationController::viewDidLoad();
     view()->installEventFilter(this);
-    if (auto *const application = qobject_cast<Pellarvine::Application *>(qApp))
-        m_menuButton->addAction(application->aboutAction());
+    if (auto *const application = qobject_cast<Pellarvine::Application *>(qApp)) {
+        QAction *const quit = m_menuButton->actions().constLast();
+        m_menuButton->insertAction(quit, application->aboutAction());
+    }
 }
 
 void NotesController::prepareForSegue(NS::StoryboardSegue *segue, QObject *)
