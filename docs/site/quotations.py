@@ -60,7 +60,7 @@ def main():
             problems.append(f"{page}:{number}: not so in {name[1]}: {line}")
     if not count:
         problems.append(f"{page}: has no code")
-    sys.exit("\n".join(problems))
+    sys.exit("\n".join(problems) or 0)
 
 
 main()

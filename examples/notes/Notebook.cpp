@@ -30,7 +30,7 @@ std::optional<QStringList> read(const QByteArray &contents)
         return std::nullopt;
     QStringList texts;
     const QJsonArray array = notes.toArray();
-    for (const QJsonValue &text : array) {
+    for (const auto &text : array) {
         if (!text.isString())
             return std::nullopt;
         texts.append(text.toString());

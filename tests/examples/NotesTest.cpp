@@ -21,6 +21,8 @@
 #include <QTimer>
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -88,17 +90,19 @@ protected:
         press(Qt::Key_Return);
         ASSERT_TRUE(notebook.isOpen()) << qPrintable(notebook.problem());
     }
-    // Null where the screen that has it is not there.
     template <typename Widget>
     Widget *find(const QString &name) const
     {
-        return window->findChild<Widget *>(name);
+        auto *const found = window->findChild<Widget *>(name);
+        if (!found)
+            throw std::runtime_error("no screen has a " + name.toStdString());
+        return found;
     }
     QStringList listed() const
     {
         QStringList titles;
         const auto *const list = find<QListWidget>(u"list"_s);
-        for (int row = 0; list && row < list->count(); ++row)
+        for (int row = 0; row < list->count(); ++row)
             titles.append(list->item(row)->text());
         return titles;
     }
