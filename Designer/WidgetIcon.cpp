@@ -167,6 +167,12 @@ public:
         return picture;
     }
 
+    // Any will do; the widget box shows no icon that has none.
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override
+    {
+        return { QSize(int(side), int(side)) };
+    }
+
     QIconEngine *clone() const override { return new GlyphEngine(m_glyph); }
     bool isNull() override { return false; }
 

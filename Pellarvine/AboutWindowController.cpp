@@ -205,6 +205,7 @@ void AboutWindowController::windowDidLoad()
     QWidget *const about = window();
     if (!about)
         return;
+    about->setAttribute(Qt::WA_QuitOnClose, false); // it keeps no program running
     // An NS::Window has it; a window of another class would only get a property that means nothing.
     if (about->metaObject()->indexOfProperty("movableByWindowBackground") >= 0)
         about->setProperty("movableByWindowBackground", true);

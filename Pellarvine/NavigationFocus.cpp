@@ -124,7 +124,8 @@ void NavigationFocus::followStack(const QList<NS::ViewController *> &stack)
         return; // it was there before
     announce(controller, m_top);
     const bool isPushed = stack.size() > before.size();
-    if (isPushed || hadFocus)
+    // Unless its controller has chosen where.
+    if ((isPushed || hadFocus) && !focusInside(m_top))
         focus(m_top);
 }
 

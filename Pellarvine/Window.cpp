@@ -215,9 +215,11 @@ void Window::setTitleBarHeight(double height)
     // From the value stored before, which at first is 0 and not the standard height: that is meant.
     const double difference = old - h;
     const QRectF before = frame();
+    const bool hasPlace = testAttribute(Qt::WA_Moved);
     NS::Window::setFrame(QRectF(before.x(), before.y() - difference, before.width(),
                                 before.height() + difference),
                          false);
+    setAttribute(Qt::WA_Moved, hasPlace); // its upper edge stays, or is for the desktop to choose
     if (h != old)
         Q_EMIT titleBarHeightChanged(h);
 }

@@ -17,6 +17,8 @@
 #include <string>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace NS {
 
 namespace {
@@ -112,7 +114,9 @@ private:
         if (!source || !target)
             return;
         const QVariant value = valueForKeyPath(source, sourcePath);
-        if (holdsAlready(valueForKeyPath(target, targetPath), value))
+        // What is not on the screen reads as invisible, also if it was never told to be.
+        const bool tells = !target->isWidgetType() || targetPath != "visible"_L1;
+        if (tells && holdsAlready(valueForKeyPath(target, targetPath), value))
             return;
         // Copies, since the binding may end in the call.
         const std::shared_ptr<int> depth = m_depth;

@@ -71,7 +71,8 @@ def class_pictures(names, shown_on):
 def guide(sources):
     """The Markdown pages in the order in which to read them: doxygen's file names, titles."""
     yield "index", "Overview"
-    for path in (*sorted((sources / "docs").glob("*.md")),
+    for path in (*sorted((sources / "docs").glob("*.md"),
+                         key=lambda page: (page.stem != "tutorial", page)),
                  sources / "CONTRIBUTING.md", sources / "CHANGELOG.md"):
         title = re.match(r"# (.+?)(?: \{#.*)?\n", path.read_text(encoding="utf-8"))[1]
         stem = str(path.relative_to(sources).with_suffix(""))

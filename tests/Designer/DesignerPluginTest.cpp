@@ -55,6 +55,7 @@ TEST(DesignerPlugin, what_it_offers_of_a_class_is_true_of_that_class)
                                   + header.mid(1, header.size() - 2)));
         for (const QString &text : { plugin->toolTip(), plugin->whatsThis(), plugin->group() })
             EXPECT_FALSE(text.isEmpty());
+        EXPECT_FALSE(plugin->icon().availableSizes().isEmpty()) << "the widget box takes another";
         const QImage picture = plugin->icon().pixmap(22, 22).toImage();
         QImage blank(picture.size(), picture.format());
         blank.fill(Qt::transparent);

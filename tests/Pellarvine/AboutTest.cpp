@@ -18,6 +18,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
+#include <QTimer>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -136,6 +137,17 @@ TEST_F(About, its_window_opens_in_the_middle_of_the_screen_and_reopens_where_it_
     window->close();
     controller.showWindow();
     EXPECT_EQ(window->pos(), QPoint(40, 30));
+}
+
+TEST_F(About, its_window_does_not_keep_a_program_running)
+{
+    QWidget document;
+    document.show();
+    AboutWindowController controller;
+    controller.showWindow();
+    QTimer::singleShot(0, &document, &QWidget::close);
+    QTimer::singleShot(5000, &document, [] { QApplication::exit(1); });
+    EXPECT_EQ(QApplication::exec(), 0) << "it ran until it was stopped";
 }
 
 TEST_F(About, the_details_for_a_bug_report_go_to_the_clipboard)

@@ -486,6 +486,28 @@ TEST_F(MailStoryboard, a_view_that_comes_back_gives_the_focus_to_the_widget_that
     EXPECT_EQ(QApplication::focusWidget(), settings);
 }
 
+TEST_F(MailStoryboard, a_controller_may_choose_where_the_focus_goes)
+{
+    class Form : public ViewController
+    {
+    public:
+        void loadView() override
+        {
+            setView(new QWidget);
+            new QLineEdit(view());
+            second = new QLineEdit(view());
+        }
+        void viewWillAppear() override { second->setFocus(); }
+        QLineEdit *second = nullptr;
+    };
+    auto *const pushed = new Form;
+    PushSegue({}, top(), pushed).perform();
+    EXPECT_EQ(QApplication::focusWidget(), pushed->second);
+    auto *const replacing = new Form;
+    ReplaceSegue({}, pushed, replacing).perform();
+    EXPECT_EQ(QApplication::focusWidget(), replacing->second);
+}
+
 TEST_F(MailStoryboard, what_is_pushed_has_its_title_as_its_name_for_screen_readers)
 {
     click(u"openButton"_s);

@@ -122,6 +122,15 @@ TEST(Window, later_heights_exchange_the_accessory_and_keep_the_frame)
     EXPECT_EQ(changes.size(), 3);
 }
 
+TEST(Window, a_height_does_not_choose_a_place_on_the_screen)
+{
+    Window window;
+    window.setTitleBarHeight(52);
+    EXPECT_FALSE(window.testAttribute(Qt::WA_Moved)) << "the desktop would not place it";
+    Opened placed(52);
+    EXPECT_TRUE(placed.window.testAttribute(Qt::WA_Moved));
+}
+
 TEST(Window, the_accessory_at_index_0_is_taken_for_its_own)
 {
     Opened opened;

@@ -107,6 +107,22 @@ TEST(KeyValueBinding, nothing_is_written_that_is_there_already_in_another_type)
     EXPECT_EQ(field.text(), u"13"_s);
 }
 
+TEST(KeyValueBinding, a_widget_is_hidden_also_while_what_it_lies_in_is_not_on_the_screen)
+{
+    Person person;
+    QWidget panel;
+    auto *const field = new QLineEdit(&panel);
+    NS::bind(field, u"visible"_s, &person, u"isMember"_s);
+    EXPECT_TRUE(field->isHidden());
+    person.setProperty("isMember", true);
+    panel.show();
+    EXPECT_TRUE(field->isVisible());
+    panel.hide();
+    person.setProperty("isMember", false);
+    panel.show();
+    EXPECT_FALSE(field->isVisible());
+}
+
 TEST(KeyValueBinding, a_value_that_does_not_fit_is_a_warning_and_stays_where_it_is)
 {
     Person person;

@@ -33,6 +33,13 @@ for consumer in cmake uic; do
     "$scratch/$consumer/consumer"
 done
 
+# The example that is meant to be copied out of the tree is a consumer too.
+cp -r "$here/../../examples/notes" "$scratch/notes"
+cmake -S "$scratch/notes" -B "$scratch/notes/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
+    >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
+cmake --build "$scratch/notes/build" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
+"$scratch/notes/build/notes" --help | grep -q '\[file\]' || fail "the notes do not start"
+
 export PKG_CONFIG_PATH=$library/pkgconfig
 read -ra flags < <(pkg-config --cflags --libs pellarvine)
 g++ -fPIC "$here/consumers/pkg-config/main.cpp" "${flags[@]}" -o "$scratch/plain"

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Notebook.h"
+
+#include <pellarvine/Pellarvine/NavigationController.h>
+
+#include <QToolButton>
+
+/// The window: its title bar, and the screens in it.
+class NotesController : public Pellarvine::NavigationController
+{
+    Q_OBJECT
+    Q_PROPERTY(Notebook *notebook MEMBER m_notebook CONSTANT)
+    Q_PROPERTY(QToolButton *menuButton MEMBER m_menuButton)
+
+public:
+    using NavigationController::NavigationController;
+    /// From the storyboard. The notebook has to outlive it.
+    static std::unique_ptr<NotesController> make(Notebook *notebook);
+
+    Q_INVOKABLE void lock();
+    Q_INVOKABLE void quit();
+
+    void viewDidLoad() override;
+    void prepareForSegue(NS::StoryboardSegue *segue, QObject *sender) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+Q_SIGNALS:
+    void locked(); ///< the storyboard goes back to the first screen
+
+private:
+    bool isSaved();
+
+    Notebook *m_notebook = nullptr;
+    QToolButton *m_menuButton = nullptr;
+};
