@@ -22,7 +22,8 @@ class PELLARVINE_EXPORT MarkupLabel : public HeightForWidthTextField
 public:
     explicit MarkupLabel(QWidget *parent = nullptr);
 
-    /// The text as displayed, without markup: the markup itself is not kept.
+    /// The text as displayed, without markup: the markup itself is not kept. So what is bound to it
+    /// both ways loses its markup; connect the model's signal to the setter instead.
     QString markupStringValue() const;
     /// Styles the text by the font, the alignment and the colour that the label has at this moment,
     /// every time that it is called. A label without `textColor` uses the palette's, and changes
