@@ -23,5 +23,3 @@ void CodebaseTicket::post(Callback callback) const
 }
 
 } // namespace Pellarvine
-
-#include "moc_CodebaseTicket.cpp"

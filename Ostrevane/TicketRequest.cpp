@@ -16,7 +16,7 @@ namespace {
 
 QUrl ticketsUrl(const QString &baseUrl, const QString &project)
 {
-    const QUrl url(baseUrl + project + "/tickets"_L1, QUrl::StrictMode);
+    QUrl url(baseUrl + project + "/tickets"_L1, QUrl::StrictMode);
     if (!url.isValid() || url.scheme() != "https"_L1 || url.host().isEmpty())
         fatalError("Error: the ticket tracker's address is not a valid HTTPS URL");
     return url;

@@ -23,7 +23,7 @@ ViewController *instantiateViewControllerWithIdentifier(const ViewController *re
     setTranslatesAutoresizingMaskIntoConstraints(view, false);
     addSubview(pinInsideSubview, view);
     pinWidthAndHeight(view, pinInsideSubview);
-    made.release();
+    static_cast<void>(made.release());
     return controller;
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 namespace Pellarvine {
@@ -932,9 +933,8 @@ void ConstraintSolver::decide()
 void ConstraintSolver::evaluate()
 {
     if (!m_isOrderValid) {
-        std::vector<Symbol> roots;
-        for (Symbol symbol = 0; symbol < int(m_symbols.size()); ++symbol)
-            roots.push_back(symbol);
+        std::vector<Symbol> roots(m_symbols.size());
+        std::iota(roots.begin(), roots.end(), 0);
         m_order = dependencies(roots);
         m_isOrderValid = true;
     }

@@ -120,6 +120,7 @@ private:
             return;
         // Copies, since the binding may end in the call.
         const std::shared_ptr<int> depth = m_depth;
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): see above
         const QString path = targetPath;
         if (*depth == deepestExchange) {
             Pellarvine::printWarning("Warning: the binding of "

@@ -110,7 +110,7 @@ std::shared_ptr<LayoutConstraint> LayoutConstraint::make(QWidget *first,
                                                          LayoutAttribute secondAttribute,
                                                          double multiplier, double constant)
 {
-    const std::shared_ptr<LayoutConstraint> made(new LayoutConstraint);
+    std::shared_ptr<LayoutConstraint> made(new LayoutConstraint);
     made->d->first = first;
     made->d->firstAttribute = firstAttribute;
     made->d->relation = relation;

@@ -33,7 +33,7 @@ public:
             fail(u"this is no property list: its outermost element is <%1>"_s.arg(m_xml.name()));
         if (!nextChild())
             fail(u"this list is empty"_s);
-        const QVariant result = value(0);
+        QVariant result = value(0);
         if (nextChild())
             fail(u"there is a second value"_s);
         while (!m_xml.atEnd())
@@ -137,7 +137,7 @@ private:
 
     QString text()
     {
-        const QString result = m_xml.readElementText();
+        QString result = m_xml.readElementText();
         checkReader();
         return result;
     }

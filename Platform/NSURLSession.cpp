@@ -361,9 +361,9 @@ URLSession &URLSession::shared()
     return *session;
 }
 
-void URLSession::post(QNetworkRequest request, QByteArray body, CompletionHandler handler)
+void URLSession::post(const QNetworkRequest &request, QByteArray body, CompletionHandler handler)
 {
-    Worker::Task task { std::move(request), std::move(body), std::move(handler) };
+    Worker::Task task { request, std::move(body), std::move(handler) };
     {
         const std::lock_guard lock(m_mutex);
         if (m_worker && m_worker->add(task))

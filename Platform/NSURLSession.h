@@ -35,7 +35,7 @@ public:
     /// What the request does not say is decided here: it fails after 60 seconds in which no byte
     /// moved; a redirection is followed within the same scheme, host and port only; the body is
     /// sent at most once for each address. The server's certificate is always verified.
-    void post(QNetworkRequest request, QByteArray body, CompletionHandler handler);
+    void post(const QNetworkRequest &request, QByteArray body, CompletionHandler handler);
 
 private:
     class Worker;

@@ -96,6 +96,7 @@ void performMarked(QWidget *widget)
 {
     if (LayoutMark *const mark = marks().value(widget))
         mark->perform();
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a layout may add children
     const QObjectList children = widget->children();
     for (QObject *const child : children) {
         if (child->isWidgetType() && !static_cast<QWidget *>(child)->isWindow())

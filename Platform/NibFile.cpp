@@ -153,23 +153,23 @@ private:
     void readIcon()
     {
         const bool hasTheme = m_xml.attributes().hasAttribute("theme"_L1);
-        QList<NibText> images { here({}) };
+        QList<NibText> pictures { here({}) };
         while (!m_xml.atEnd()) {
             m_xml.readNext();
             if (m_xml.isEndElement())
                 break;
             if (m_xml.isCharacters())
-                images.first().text += m_xml.text();
+                pictures.first().text += m_xml.text();
             else if (m_xml.isStartElement())
-                images.append(text());
+                pictures.append(text());
         }
         // With pictures for states, the text of the element repeats one of them.
-        if (images.size() > 1)
-            images.removeFirst();
-        for (NibText &image : images) {
-            image.text = image.text.trimmed();
-            if (!image.text.isEmpty() && !hasTheme)
-                m_file.images.append(image);
+        if (pictures.size() > 1)
+            pictures.removeFirst();
+        for (NibText &picture : pictures) {
+            picture.text = picture.text.trimmed();
+            if (!picture.text.isEmpty() && !hasTheme)
+                m_file.images.append(picture);
         }
     }
 

@@ -66,6 +66,7 @@ void rewrite(NS::MutableAttributedString &text, const QString *snapshot, const P
     do {
         const auto whole = match[0];
         const auto principal = match[principalGroup];
+        // cppcheck-suppress mismatchingContainerExpression; these are ranges of text, not iterators
         if (principal.location < whole.location || principal.end() > whole.end())
             continue;
         const NS::Attributes &attributes = provider.attributes(source, match);

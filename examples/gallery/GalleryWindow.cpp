@@ -283,9 +283,9 @@ void GalleryWindow::filterPages(const QString &text)
             continue;
         }
         const bool isMatch = item->text().contains(text, Qt::CaseInsensitive)
-                             || heading->text().contains(text, Qt::CaseInsensitive);
+                             || (heading && heading->text().contains(text, Qt::CaseInsensitive));
         item->setHidden(!isMatch);
-        if (isMatch)
+        if (isMatch && heading)
             heading->setHidden(false);
         if (isMatch && !std::exchange(hasAny, true) && !text.isEmpty())
             m_list->setCurrentItem(item);

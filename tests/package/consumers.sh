@@ -18,7 +18,7 @@ found=$(cd "$prefix/include/pellarvine" && find . -type f ! -name '*.h')
 [ -z "$found" ] || fail "installed beside the headers: $found"
 [ ! -e "$prefix/include/pellarvine/Platform/LayoutEngine.h" ] || fail "internals are installed"
 library=$(dirname "$(find "$prefix" -name 'libpellarvine.so')")
-[ -d "$library/cmake/Pellarvine" ] && [ -f "$library/pkgconfig/pellarvine.pc" ] \
+[[ -d $library/cmake/Pellarvine && -f $library/pkgconfig/pellarvine.pc ]] \
     || fail "no package files beside the library"
 if grep -rE "$scratch/first|$build" "$library/cmake" "$library/pkgconfig"; then
     fail "the package names the place it was built in"

@@ -71,8 +71,8 @@ private:
     using Length = std::function<void(Window &, double)>;
     using Switch = std::function<void(Window &, bool)>;
 
-    QSlider *addLength(const QString &name, int value, int largest, Length apply);
-    QCheckBox *addSwitch(const QString &name, bool isOn, Switch apply);
+    QSlider *addLength(const QString &name, int value, int largest, const Length &apply);
+    QCheckBox *addSwitch(const QString &name, bool isOn, const Switch &apply);
     void makeWindow();
     void change(const std::function<void(Window &)> &apply);
     void showPicture();
@@ -176,7 +176,7 @@ TitleBarPage::TitleBarPage(QWidget *parent)
     makeWindow();
 }
 
-QSlider *TitleBarPage::addLength(const QString &name, int value, int largest, Length apply)
+QSlider *TitleBarPage::addLength(const QString &name, int value, int largest, const Length &apply)
 {
     auto *const slider = new QSlider(Qt::Horizontal);
     slider->setRange(0, largest);
@@ -202,7 +202,7 @@ QSlider *TitleBarPage::addLength(const QString &name, int value, int largest, Le
     return slider;
 }
 
-QCheckBox *TitleBarPage::addSwitch(const QString &name, bool isOn, Switch apply)
+QCheckBox *TitleBarPage::addSwitch(const QString &name, bool isOn, const Switch &apply)
 {
     auto *const box = new QCheckBox(name);
     box->setChecked(isOn);
