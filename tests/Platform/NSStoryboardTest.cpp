@@ -164,6 +164,12 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
                 << row.elements;
         EXPECT_EQ(fitsSchema(path), row.fitsSchema) << row.elements;
     }
+    // The classes there are, those of other tests too.
+    EXPECT_THAT(problem([&] {
+                    NS::Storyboard::storyboardWithContentsOfFile(
+                            storyboard("<scene identifier='a' class='Forn'/>"));
+                }),
+                testing::ContainsRegex("[(, ]Form[,)]"));
     EXPECT_THAT(problem([&] {
                     NS::Storyboard::storyboardWithContentsOfFile(
                             storyboard({}, " initialScene='a'"));
