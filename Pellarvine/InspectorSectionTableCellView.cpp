@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Pellarvine/InspectorSectionTableCellView.h>
 #include <pellarvine/Pellarvine/StyleKit.h>
-#include <pellarvine/Pellarvine/UpwardPainting.h>
+#include <pellarvine/Platform/UpwardPainting.h>
 
 namespace Pellarvine {
 
@@ -41,7 +41,7 @@ void InspectorSectionTableCellView::draw(const QRectF &)
 
 void InspectorSectionTableCellView::paintEvent(QPaintEvent *event)
 {
-    detail::paintUpwards(*this, *event);
+    NS::detail::paintUpwards(*this, *event);
 }
 
 } // namespace Pellarvine

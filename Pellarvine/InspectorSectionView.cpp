@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Pellarvine/InspectorSectionView.h>
 #include <pellarvine/Pellarvine/StyleKit.h>
-#include <pellarvine/Pellarvine/UpwardPainting.h>
 #include <pellarvine/Platform/AccessibleControl.h>
+#include <pellarvine/Platform/UpwardPainting.h>
 
 namespace Pellarvine {
 
@@ -44,7 +44,7 @@ void InspectorSectionView::draw(const QRectF &)
 
 void InspectorSectionView::paintEvent(QPaintEvent *event)
 {
-    detail::paintUpwards(*this, *event);
+    NS::detail::paintUpwards(*this, *event);
 }
 
 } // namespace Pellarvine

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Pellarvine/StyleKit.h>
 #include <pellarvine/Pellarvine/ToolBarView.h>
-#include <pellarvine/Pellarvine/UpwardPainting.h>
 #include <pellarvine/Platform/AccessibleControl.h>
+#include <pellarvine/Platform/UpwardPainting.h>
 
 namespace Pellarvine {
 
@@ -59,7 +59,7 @@ void ToolBarView::draw(const QRectF &)
 
 void ToolBarView::paintEvent(QPaintEvent *event)
 {
-    detail::paintUpwards(*this, *event);
+    NS::detail::paintUpwards(*this, *event);
 }
 
 } // namespace Pellarvine

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Platform/NSGraphicsContext.h>
+#include <pellarvine/Platform/UpwardPainting.h>
 
 #include <QPainter>
 
@@ -47,9 +48,9 @@ UprightDrawing::UprightDrawing(QPainter &painter, const QRectF &rect)
 {
     m_painter.save();
     const bool isUpwards = m_painter.worldTransform().determinant() < 0;
-    m_painter.translate(rect.x(), isUpwards ? rect.y() + rect.height() : rect.y());
+    m_painter.translate(rect.topLeft());
     if (isUpwards)
-        m_painter.scale(1, -1);
+        detail::flip(m_painter, rect.height());
 }
 
 UprightDrawing::~UprightDrawing()

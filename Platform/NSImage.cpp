@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Platform/NSGraphicsContext.h>
 #include <pellarvine/Platform/NSImage.h>
+#include <pellarvine/Platform/UpwardPainting.h>
 
 #include <QPainter>
 #include <QPixmap>
@@ -47,8 +48,7 @@ Image::Image(const QSizeF &size, const std::function<void()> &drawingBlock)
     {
         QPainter painter(&bitmap);
         painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-        painter.translate(0, bitmap.height());
-        painter.scale(1, -1);
+        detail::flip(painter, bitmap.height());
         const GraphicsContext context(painter);
         drawingBlock();
     }

@@ -9,7 +9,15 @@
 #include <QPainter>
 #include <QWidget>
 
-namespace Pellarvine::detail {
+namespace NS::detail {
+
+/// Turns the painter's y around, in a space of that height: for painters what `NS::flipped` is for
+/// rectangles, and its own inverse as well.
+inline void flip(QPainter &painter, double height)
+{
+    painter.translate(0, height);
+    painter.scale(1, -1);
+}
 
 /// Calls `view.draw(dirtyRect)` for a paint event, with a current graphics context whose y grows
 /// upwards from the view's lower edge.
@@ -17,10 +25,9 @@ template <typename View>
 void paintUpwards(View &view, const QPaintEvent &event)
 {
     QPainter painter(&view);
-    painter.translate(0, view.height());
-    painter.scale(1, -1);
-    const NS::GraphicsContext context(painter);
-    view.draw(NS::flipped(QRectF(event.rect()), view.height()));
+    flip(painter, view.height());
+    const GraphicsContext context(painter);
+    view.draw(flipped(QRectF(event.rect()), view.height()));
 }
 
-} // namespace Pellarvine::detail
+} // namespace NS::detail
