@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Ostrevane/App.h>
-#include <pellarvine/Ostrevane/DeviceModel.h>
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/NSBundle.h>
+#include "Ostrevane/App.h"
+
+#include "Base/Failure.h"
+#include "Base/NSBundle.h"
+#include "Ostrevane/DeviceModel.h"
 
 #include <QDir>
 #include <QFile>
@@ -55,8 +56,8 @@ bool isCreated(const QString &path)
 {
     const int error = createFolders(path);
     if (error != 0)
-        printWarning("Error locating application support subdirectory: "
-                     + qt_error_string(error).toStdString());
+        detail::printWarning("Error locating application support subdirectory: "
+                             + qt_error_string(error).toStdString());
     return error == 0;
 }
 

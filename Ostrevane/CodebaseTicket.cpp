@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Ostrevane/CodebaseTicket.h>
-#include <pellarvine/Ostrevane/TicketRequest.h>
+#include "Ostrevane/CodebaseTicket.h"
+
+#include "Ostrevane/TicketRequest.h"
 
 #include <utility>
 

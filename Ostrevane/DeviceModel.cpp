@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Ostrevane/DeviceModel.h>
-#include <pellarvine/Platform/Failure.h>
+#include "Ostrevane/DeviceModel.h"
+
+#include "Base/Failure.h"
 
 namespace Pellarvine::detail {
 

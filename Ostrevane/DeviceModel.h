@@ -2,7 +2,7 @@
 // Not API: the text in the machine field of the system's identification.
 #pragma once
 
-#include <pellarvine/Platform/Global.h>
+#include "Base/Global.h"
 
 #include <QString>
 

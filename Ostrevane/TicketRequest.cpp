@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Ostrevane/TicketRequest.h>
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/NSURLSession.h>
+#include "Ostrevane/TicketRequest.h"
+
+#include "Base/Failure.h"
+#include "Network/NSURLSession.h"
 
 #include <QUrl>
 #include <QXmlStreamWriter>
@@ -83,7 +84,7 @@ TicketRequest::TicketRequest(const CodebaseTicket &ticket, const QString &baseUr
 
 void TicketRequest::send(CodebaseTicket::Callback callback) const
 {
-    NS::URLSession::shared().post(m_head, m_body, std::move(callback));
+    URLSession::shared().post(m_head, m_body, std::move(callback));
 }
 
 } // namespace Pellarvine::detail

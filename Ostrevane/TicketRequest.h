@@ -2,7 +2,7 @@
 // Not API: what a ticket is sent as.
 #pragma once
 
-#include <pellarvine/Ostrevane/CodebaseTicket.h>
+#include "Ostrevane/CodebaseTicket.h"
 
 #include <QNetworkRequest>
 

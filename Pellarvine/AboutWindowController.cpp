@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Ostrevane/App.h>
-#include <pellarvine/Pellarvine/AboutWindowController.h>
+#include "Pellarvine/AboutWindowController.h"
+
+#include "Ostrevane/App.h"
 
 #include <QApplication>
 #include <QClipboard>

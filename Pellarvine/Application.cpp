@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Ostrevane/App.h>
-#include <pellarvine/Pellarvine/AboutWindowController.h>
-#include <pellarvine/Pellarvine/Application.h>
+#include "Pellarvine/Application.h"
+
+#include "Ostrevane/App.h"
+#include "Pellarvine/AboutWindowController.h"
 
 #include <QAction>
 #include <QEvent>

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/BorderView.h>
-#include <pellarvine/Pellarvine/PaletteColors.h>
-#include <pellarvine/Platform/NSView+Layer.h>
-#include <pellarvine/Platform/NSView.h>
+#include "Pellarvine/BorderView.h"
+
+#include "Pellarvine/PaletteColors.h"
+#include "View/NSView+Layer.h"
+#include "View/NSView.h"
 
 #include <QEvent>
 

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
 // The room's classes that interface files and storyboards can name.
-#include <pellarvine/Pellarvine/BorderView.h>
-#include <pellarvine/Pellarvine/ColorPickerButton.h>
-#include <pellarvine/Pellarvine/ColorPickerButtonCell.h>
-#include <pellarvine/Pellarvine/FullWidthSegmentedControl.h>
-#include <pellarvine/Pellarvine/HeightForWidthTextField.h>
-#include <pellarvine/Pellarvine/InspectorSectionTableCellView.h>
-#include <pellarvine/Pellarvine/InspectorSectionView.h>
-#include <pellarvine/Pellarvine/MarkupLabel.h>
-#include <pellarvine/Pellarvine/ReplaceableImageView.h>
-#include <pellarvine/Pellarvine/SolidView.h>
-#include <pellarvine/Pellarvine/ToolBarView.h>
-#include <pellarvine/Pellarvine/Window.h>
-#include <pellarvine/Platform/ClassRegistry.h>
+#include "Base/ClassRegistry.h"
+#include "Pellarvine/BorderView.h"
+#include "Pellarvine/ColorPickerButton.h"
+#include "Pellarvine/ColorPickerButtonCell.h"
+#include "Pellarvine/FullWidthSegmentedControl.h"
+#include "Pellarvine/HeightForWidthTextField.h"
+#include "Pellarvine/InspectorSectionTableCellView.h"
+#include "Pellarvine/InspectorSectionView.h"
+#include "Pellarvine/MarkupLabel.h"
+#include "Pellarvine/ReplaceableImageView.h"
+#include "Pellarvine/SolidView.h"
+#include "Pellarvine/ToolBarView.h"
+#include "Pellarvine/Window.h"
 
 namespace Pellarvine {
 

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/ColorPickerButton.h>
-#include <pellarvine/Pellarvine/ColorPickerButtonCell.h>
-#include <pellarvine/Platform/AccessibleControl.h>
-#include <pellarvine/Platform/ColorExchange.h>
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/NSPopover.h>
-#include <pellarvine/Platform/NSView.h>
+#include "Pellarvine/ColorPickerButton.h"
+
+#include "Base/Failure.h"
+#include "Drawing/ColorExchange.h"
+#include "Pellarvine/ColorPickerButtonCell.h"
+#include "View/AccessibleControl.h"
+#include "View/NSView.h"
+#include "Window/NSPopover.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -29,7 +30,7 @@ constexpr int smallestWidth = 24;
 constexpr double ringWidth = 2;
 constexpr double ringRadius = 4;
 
-class AccessibleColorPickerButton : public NS::detail::AccessibleControl
+class AccessibleColorPickerButton : public detail::AccessibleControl
 {
 public:
     explicit AccessibleColorPickerButton(ColorPickerButton *button)
@@ -39,7 +40,7 @@ public:
     QString text(QAccessible::Text text) const override
     {
         const QColor color = button()->color();
-        return text == QAccessible::Value ? NS::detail::hexText(color, color.alpha() < 255)
+        return text == QAccessible::Value ? detail::hexText(color, color.alpha() < 255)
                                           : AccessibleControl::text(text);
     }
     QAccessible::State state() const override
@@ -66,7 +67,7 @@ private:
 };
 
 [[maybe_unused]] const bool isAccessible = [] {
-    NS::detail::makeAccessible<ColorPickerButton, AccessibleColorPickerButton>();
+    detail::makeAccessible<ColorPickerButton, AccessibleColorPickerButton>();
     return true;
 }();
 
@@ -74,7 +75,7 @@ private:
 NS::ColorPanel *panelOf(const ColorPickerViewController *controller)
 {
     if (!controller->colorPanel())
-        fatalError("The color picker has no color panel");
+        detail::fatalError("The color picker has no color panel");
     return controller->colorPanel();
 }
 
@@ -118,7 +119,7 @@ void ColorPickerButton::setColor(const QColor &color)
     d->color = rgb;
     update();
     if (QAccessible::isActive()) {
-        QAccessibleValueChangeEvent event(this, NS::detail::hexText(d->color, true));
+        QAccessibleValueChangeEvent event(this, detail::hexText(d->color, true));
         QAccessible::updateAccessibility(&event);
     }
     Q_EMIT colorChanged(d->color);
@@ -177,12 +178,12 @@ QSize ColorPickerButton::minimumSizeHint() const
 
 void ColorPickerButton::copy()
 {
-    QApplication::clipboard()->setMimeData(NS::detail::mimeDataForColor(d->color));
+    QApplication::clipboard()->setMimeData(detail::mimeDataForColor(d->color));
 }
 
 void ColorPickerButton::paste()
 {
-    if (const auto color = NS::detail::colorInMimeData(QApplication::clipboard()->mimeData()))
+    if (const auto color = detail::colorInMimeData(QApplication::clipboard()->mimeData()))
         setColor(*color);
 }
 
@@ -206,14 +207,13 @@ void ColorPickerButton::contextMenuEvent(QContextMenuEvent *event)
     QAction *const pasting = menu->addAction(QIcon::fromTheme(u"edit-paste"_s), tr("&Paste Colour"),
                                              this, &ColorPickerButton::paste);
     pasting->setShortcut(QKeySequence::Paste);
-    pasting->setEnabled(
-            NS::detail::colorInMimeData(QApplication::clipboard()->mimeData()).has_value());
+    pasting->setEnabled(detail::colorInMimeData(QApplication::clipboard()->mimeData()).has_value());
     menu->popup(event->globalPos());
 }
 
 void ColorPickerButton::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (event->source() == this || !NS::detail::colorInMimeData(event->mimeData()))
+    if (event->source() == this || !detail::colorInMimeData(event->mimeData()))
         return event->ignore();
     event->setDropAction(Qt::CopyAction);
     event->accept();
@@ -231,7 +231,7 @@ void ColorPickerButton::dropEvent(QDropEvent *event)
 {
     d->isDropTarget = false;
     update();
-    const auto color = NS::detail::colorInMimeData(event->mimeData());
+    const auto color = detail::colorInMimeData(event->mimeData());
     event->setDropAction(Qt::CopyAction);
     event->setAccepted(color.has_value());
     if (color)
@@ -261,8 +261,8 @@ void ColorPickerButton::mouseMoveEvent(QMouseEvent *event)
         return Button::mouseMoveEvent(event);
     setDown(false); // it has become a drag, and is no click any more
     auto *const drag = new QDrag(this);
-    drag->setMimeData(NS::detail::mimeDataForColor(d->color));
-    drag->setPixmap(NS::detail::dragPixmap(d->color, devicePixelRatio()));
+    drag->setMimeData(detail::mimeDataForColor(d->color));
+    drag->setPixmap(detail::dragPixmap(d->color, devicePixelRatio()));
     drag->exec(Qt::CopyAction);
 }
 

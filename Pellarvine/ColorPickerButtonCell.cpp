@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/ColorPickerButton.h>
-#include <pellarvine/Pellarvine/ColorPickerButtonCell.h>
-#include <pellarvine/Platform/ColorExchange.h>
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/NSGraphicsContext.h>
-#include <pellarvine/Platform/NSView.h>
+#include "Pellarvine/ColorPickerButtonCell.h"
+
+#include "Base/Failure.h"
+#include "Drawing/ColorExchange.h"
+#include "Drawing/NSGraphicsContext.h"
+#include "Pellarvine/ColorPickerButton.h"
+#include "View/NSView.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -38,7 +39,8 @@ void ColorPickerButtonCell::drawInterior(const QRectF &frame, QWidget *)
 {
     const auto *const button = qobject_cast<ColorPickerButton *>(controlView());
     if (!button) {
-        printWarning("Warning: ColorPickerButtonCell without ColorPickerButton as control view!");
+        detail::printWarning(
+                "Warning: ColorPickerButtonCell without ColorPickerButton as control view!");
         return;
     }
     QPainter *const painter = NS::GraphicsContext::current();
@@ -50,7 +52,7 @@ void ColorPickerButtonCell::drawInterior(const QRectF &frame, QWidget *)
         painter->setOpacity(disabledOpacity);
     QPainterPath path;
     path.addRoundedRect(swatch, cornerRadius, cornerRadius);
-    NS::detail::fillWithColor(*painter, path, button->color());
+    detail::fillWithColor(*painter, path, button->color());
     // The clip leaves the inner half of a line one unit wide.
     painter->setClipPath(path, Qt::IntersectClip);
     painter->strokePath(path, QPen(QColor::fromRgbF(0, 0, 0, 0.2F), 1));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/ColorPickerViewController.h>
+#include "Pellarvine/ColorPickerViewController.h"
 
 #include <QAction>
 #include <QPointer>

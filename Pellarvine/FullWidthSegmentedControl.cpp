@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/FullWidthSegmentedControl.h>
-#include <pellarvine/Platform/NSView.h>
+#include "Pellarvine/FullWidthSegmentedControl.h"
+
+#include "View/NSView.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/HeightForWidthTextField.h>
-#include <pellarvine/Platform/NSView.h>
+#include "Pellarvine/HeightForWidthTextField.h"
+
+#include "View/NSView.h"
 
 namespace Pellarvine {
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/InspectorSectionTableCellView.h>
-#include <pellarvine/Pellarvine/StyleKit.h>
-#include <pellarvine/Platform/UpwardPainting.h>
+#include "Pellarvine/InspectorSectionTableCellView.h"
+
+#include "Drawing/UpwardPainting.h"
+#include "Pellarvine/StyleKit.h"
+#include "View/NSView.h"
 
 namespace Pellarvine {
 
@@ -41,7 +43,7 @@ void InspectorSectionTableCellView::draw(const QRectF &)
 
 void InspectorSectionTableCellView::paintEvent(QPaintEvent *event)
 {
-    NS::detail::paintUpwards(*this, *event);
+    detail::paintUpwards(*this, *event);
 }
 
 } // namespace Pellarvine

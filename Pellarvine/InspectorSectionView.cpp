@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/InspectorSectionView.h>
-#include <pellarvine/Pellarvine/StyleKit.h>
-#include <pellarvine/Platform/AccessibleControl.h>
-#include <pellarvine/Platform/UpwardPainting.h>
+#include "Pellarvine/InspectorSectionView.h"
+
+#include "Drawing/UpwardPainting.h"
+#include "Pellarvine/StyleKit.h"
+#include "View/AccessibleControl.h"
+#include "View/NSView.h"
 
 namespace Pellarvine {
 
@@ -15,7 +17,7 @@ InspectorSectionView::InspectorSectionView(QWidget *parent)
     : QWidget(parent)
     , d(std::make_unique<Private>())
 {
-    NS::detail::makeAccessible<InspectorSectionView, QAccessible::Grouping>();
+    detail::makeAccessible<InspectorSectionView, QAccessible::Grouping>();
 }
 
 InspectorSectionView::~InspectorSectionView() = default;
@@ -44,7 +46,7 @@ void InspectorSectionView::draw(const QRectF &)
 
 void InspectorSectionView::paintEvent(QPaintEvent *event)
 {
-    NS::detail::paintUpwards(*this, *event);
+    detail::paintUpwards(*this, *event);
 }
 
 } // namespace Pellarvine

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/MarkupLabel.h>
-#include <pellarvine/Platform/NSColor.h>
-#include <pellarvine/Platform/NSMutableAttributedString.h>
-#include <pellarvine/Platform/NSView.h>
-#include <pellarvine/Shared/MarkupParser.h>
+#include "Pellarvine/MarkupLabel.h"
+
+#include "Drawing/NSColor.h"
+#include "Shared/MarkupParser.h"
+#include "Text/NSMutableAttributedString.h"
+#include "View/NSView.h"
 
 #include <QEvent>
 

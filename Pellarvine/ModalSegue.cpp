@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/ModalSegue.h>
+#include "Pellarvine/ModalSegue.h"
 
 namespace Pellarvine {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/NSView+AutoLayout.h>
-#include <pellarvine/Platform/NSLayoutAnchor.h>
-#include <pellarvine/Platform/NSView.h>
+#include "Layout/NSLayoutAnchor.h"
+#include "Pellarvine/NSView+AutoLayout.h"
+#include "View/NSView.h"
 
 #include <QMetaMethod>
 #include <QWidget>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/NSView+AutoLayout.h>
-#include <pellarvine/Pellarvine/NSViewController+Storyboard.h>
-#include <pellarvine/Platform/NSStoryboard.h>
-#include <pellarvine/Platform/NSView.h>
+#include "Pellarvine/NSView+AutoLayout.h"
+#include "Pellarvine/NSViewController+Storyboard.h"
+#include "Scenes/NSStoryboard.h"
+#include "View/NSView.h"
 
 #include <memory>
 

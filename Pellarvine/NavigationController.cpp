@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/NavigationController.h>
-#include <pellarvine/Pellarvine/NavigationFocus.h>
-#include <pellarvine/Platform/ClassRegistry.h>
-#include <pellarvine/Platform/NSResponder.h>
+#include "Pellarvine/NavigationController.h"
+
+#include "Base/ClassRegistry.h"
+#include "Pellarvine/NavigationFocus.h"
+#include "Scenes/NSResponder.h"
 
 #include <QPointer>
 
@@ -43,7 +44,7 @@ struct NavigationController::Private
     QPointer<QWidget> contentView;
     QObject stackWatch; ///< hears of controllers' ends
     QObject contentWatch; ///< hears of the content view's
-    std::unique_ptr<NavigationFocus> focus;
+    std::unique_ptr<detail::NavigationFocus> focus;
 };
 
 NavigationController::NavigationController(QObject *parent)
@@ -54,7 +55,7 @@ NavigationController::NavigationController(const QString &nibName, QObject *pare
     : NS::ViewController(nibName, parent)
     , d(std::make_unique<Private>())
 {
-    d->focus = std::make_unique<NavigationFocus>(this);
+    d->focus = std::make_unique<detail::NavigationFocus>(this);
 }
 
 NavigationController::~NavigationController() = default;

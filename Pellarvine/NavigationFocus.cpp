@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/NavigationController.h>
-#include <pellarvine/Pellarvine/NavigationFocus.h>
+#include "Pellarvine/NavigationFocus.h"
+
+#include "Pellarvine/NavigationController.h"
 
 #include <QAccessible>
 #include <QChildEvent>
@@ -8,7 +9,7 @@
 
 #include <utility>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 namespace {
 
@@ -129,4 +130,4 @@ void NavigationFocus::followStack(const QList<NS::ViewController *> &stack)
         focus(m_top);
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

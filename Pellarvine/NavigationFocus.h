@@ -12,8 +12,10 @@ class ViewController;
 }
 
 namespace Pellarvine {
-
 class NavigationController;
+}
+
+namespace Pellarvine::detail {
 
 /// Watches a navigation controller. When a view is placed on top while the content view can be
 /// seen, it is announced by its controller's title. The keyboard focus goes to it after a push, and
@@ -44,4 +46,4 @@ private:
     bool m_hasLostFocus = false; // the top was hidden while it had the focus
 };
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

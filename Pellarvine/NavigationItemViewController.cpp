@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/NavigationItemViewController.h>
-#include <pellarvine/Platform/ClassRegistry.h>
+#include "Pellarvine/NavigationItemViewController.h"
+
+#include "Base/ClassRegistry.h"
 
 namespace Pellarvine {
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/NSView+AutoLayout.h>
-#include <pellarvine/Pellarvine/NavigationController.h>
-#include <pellarvine/Pellarvine/NavigationPlacement.h>
-#include <pellarvine/Platform/Failure.h>
+#include "Pellarvine/NavigationPlacement.h"
 
-namespace Pellarvine {
+#include "Base/Failure.h"
+#include "Pellarvine/NSView+AutoLayout.h"
+#include "Pellarvine/NavigationController.h"
+
+namespace Pellarvine::detail {
 
 void place(NS::ViewController *controller, NavigationController *navigation)
 {
@@ -15,4 +16,4 @@ void place(NS::ViewController *controller, NavigationController *navigation)
     NS::addAndPin(contentView, controller->view());
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

@@ -7,11 +7,13 @@ class ViewController;
 }
 
 namespace Pellarvine {
-
 class NavigationController;
+}
+
+namespace Pellarvine::detail {
 
 /// Makes the controller a child, and pins its view in the content view, above all others. Without a
 /// content view, stops the process.
 void place(NS::ViewController *controller, NavigationController *navigation);
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/NavigationController.h>
-#include <pellarvine/Pellarvine/NavigationSegue.h>
-#include <pellarvine/Platform/Failure.h>
+#include "Pellarvine/NavigationSegue.h"
+
+#include "Base/Failure.h"
+#include "Pellarvine/NavigationController.h"
 
 namespace Pellarvine {
 
@@ -22,7 +23,7 @@ NavigationController *NavigationSegue::findNavigationController() const
             return navigation;
         controller = controller->parentViewController();
     }
-    fatalError("Could not find navigation controller");
+    detail::fatalError("Could not find navigation controller");
 }
 
 } // namespace Pellarvine

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/PopoverMessage.h>
-#include <pellarvine/Platform/NSLayoutAnchor.h>
-#include <pellarvine/Platform/NSPopover.h>
-#include <pellarvine/Platform/NSTextField.h>
-#include <pellarvine/Platform/NSView.h>
-#include <pellarvine/Platform/NSViewController.h>
-#include <pellarvine/Shared/MarkupParser.h>
+#include "Pellarvine/PopoverMessage.h"
+
+#include "Controls/NSTextField.h"
+#include "Layout/NSLayoutAnchor.h"
+#include "Scenes/NSViewController.h"
+#include "Shared/MarkupParser.h"
+#include "View/NSView.h"
+#include "Window/NSPopover.h"
 
 #include <QPalette>
 #include <QWidget>

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/NavigationController.h>
-#include <pellarvine/Pellarvine/NavigationPlacement.h>
-#include <pellarvine/Pellarvine/PushSegue.h>
+#include "Pellarvine/PushSegue.h"
+
+#include "Pellarvine/NavigationController.h"
+#include "Pellarvine/NavigationPlacement.h"
 
 namespace Pellarvine {
 
@@ -20,7 +21,7 @@ void PushSegue::perform()
     if (!destination)
         return;
     destination->view(); // what it throws leaves everything as it was
-    place(destination, navigation);
+    detail::place(destination, navigation);
     navigation->setNavigationStack(navigation->navigationStack() << destination);
 }
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/NavigationController.h>
-#include <pellarvine/Pellarvine/NavigationPlacement.h>
-#include <pellarvine/Pellarvine/ReplaceSegue.h>
+#include "Pellarvine/ReplaceSegue.h"
+
+#include "Pellarvine/NavigationController.h"
+#include "Pellarvine/NavigationPlacement.h"
 
 #include <QPointer>
 
@@ -33,7 +34,7 @@ void ReplaceSegue::perform()
         if (view)
             view->setParent(nullptr);
     }
-    place(destination, navigation);
+    detail::place(destination, navigation);
     navigation->setNavigationStack({ destination });
     for (const QPointer<NS::ViewController> &controller : std::as_const(removed)) {
         if (controller && !controller->parent() && controller != navigation)

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/ReplaceableImageView.h>
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/KeyValueCoding.h>
-#include <pellarvine/Platform/NSKeyValueBinding.h>
-#include <pellarvine/Platform/Worker.h>
+#include "Pellarvine/ReplaceableImageView.h"
+
+#include "Base/Failure.h"
+#include "Base/FileContents.h"
+#include "Drawing/ImageDecoding.h"
+#include "KeyValue/KeyValueCoding.h"
+#include "KeyValue/NSKeyValueBinding.h"
+#include "View/BusyCursor.h"
 
 #include <QAction>
 #include <QDropEvent>
@@ -73,7 +76,7 @@ void showHonouringBinding(const NS::Image &image, ReplaceableImageView *view)
     try {
         NS::setValueForKeyPath(model, keyPath.toString(), QVariant::fromValue(image));
     } catch (const NS::KeyValueException &error) {
-        printWarning("Warning: " + std::string(error.what()));
+        detail::printWarning("Warning: " + std::string(error.what()));
     }
 }
 
@@ -145,10 +148,10 @@ void ReplaceableImageView::loadImage(const QUrl &url)
     std::optional<Data> bytes;
     QImage image;
     const QPointer<ReplaceableImageView> guard(this);
-    NS::detail::runWithBusyCursor([&] {
-        bytes = NS::detail::contentsOfFile(url);
+    detail::runWithBusyCursor([&] {
+        bytes = detail::contentsOfFile(url);
         if (bytes)
-            image = NS::detail::decodedImage(*bytes);
+            image = detail::decodedImage(*bytes);
     });
     if (!guard || !bytes || image.isNull())
         return;
@@ -166,9 +169,9 @@ bool ReplaceableImageView::performDragOperation(QDropEvent *event)
     if (!guard || !operation(d->delegate).isValid())
         return true;
     std::optional<Data> bytes;
-    NS::detail::runWithBusyCursor([&] { bytes = NS::detail::contentsOfFile(urls.value(0)); });
+    detail::runWithBusyCursor([&] { bytes = detail::contentsOfFile(urls.value(0)); });
     if (!bytes)
-        printWarning("Warning: could not fetch image data!");
+        detail::printWarning("Warning: could not fetch image data!");
     else if (guard)
         tell(d->delegate, this, *bytes);
     return true;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/ReplaceableImageViewDelegate.h>
+#include "Pellarvine/ReplaceableImageViewDelegate.h"
 
 namespace Pellarvine {
 

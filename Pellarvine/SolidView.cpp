@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/PaletteColors.h>
-#include <pellarvine/Pellarvine/SolidView.h>
-#include <pellarvine/Platform/NSView+Layer.h>
+#include "Pellarvine/SolidView.h"
+
+#include "Pellarvine/PaletteColors.h"
+#include "View/NSView+Layer.h"
 
 #include <QEvent>
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/PaletteColors.h>
-#include <pellarvine/Pellarvine/StyleKit.h>
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/NSGraphicsContext.h>
+#include "Pellarvine/StyleKit.h"
+
+#include "Base/Failure.h"
+#include "Drawing/NSGraphicsContext.h"
+#include "Pellarvine/PaletteColors.h"
 
 #include <QPainter>
 
@@ -27,7 +28,7 @@ void fill(const QRectF &rect, const QColor &color)
     if (QPainter *const painter = NS::GraphicsContext::current())
         painter->fillRect(rect, color);
     else
-        printWarning("Warning: there is no graphics context to draw into");
+        detail::printWarning("Warning: there is no graphics context to draw into");
 }
 
 void fillLine(const QRectF &frame, const QColor &color)

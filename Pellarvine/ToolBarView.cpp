@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/StyleKit.h>
-#include <pellarvine/Pellarvine/ToolBarView.h>
-#include <pellarvine/Platform/AccessibleControl.h>
-#include <pellarvine/Platform/UpwardPainting.h>
+#include "Pellarvine/ToolBarView.h"
+
+#include "Drawing/UpwardPainting.h"
+#include "Pellarvine/StyleKit.h"
+#include "View/AccessibleControl.h"
+#include "View/NSView.h"
 
 namespace Pellarvine {
 
@@ -16,7 +18,7 @@ ToolBarView::ToolBarView(QWidget *parent)
     : QWidget(parent)
     , d(std::make_unique<Private>())
 {
-    NS::detail::makeAccessible<ToolBarView, QAccessible::ToolBar>();
+    detail::makeAccessible<ToolBarView, QAccessible::ToolBar>();
 }
 
 ToolBarView::~ToolBarView() = default;
@@ -59,7 +61,7 @@ void ToolBarView::draw(const QRectF &)
 
 void ToolBarView::paintEvent(QPaintEvent *event)
 {
-    NS::detail::paintUpwards(*this, *event);
+    detail::paintUpwards(*this, *event);
 }
 
 } // namespace Pellarvine

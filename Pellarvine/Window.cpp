@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Pellarvine/Window.h>
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/NSLayoutAnchor.h>
-#include <pellarvine/Platform/NSTitlebarAccessoryViewController.h>
-#include <pellarvine/Platform/NSView.h>
+#include "Pellarvine/Window.h"
+
+#include "Base/Failure.h"
+#include "Layout/NSLayoutAnchor.h"
+#include "View/NSView.h"
+#include "Window/NSTitlebarAccessoryViewController.h"
 
 #include <QAbstractButton>
 #include <QPointer>
@@ -231,10 +232,10 @@ void Window::awakeFromNib()
     NS::Window::awakeFromNib();
     const QAbstractButton *closeButton = standardWindowButton(WindowButton::close);
     if (!closeButton)
-        return printWarning("Warning: Window can't resolve close button!");
+        return detail::printWarning("Warning: Window can't resolve close button!");
     const QWidget *const parent = closeButton->parentWidget();
     if (!parent)
-        fatalError("The window's close button is in no view");
+        detail::fatalError("The window's close button is in no view");
 
     const QRectF closeFrame = NS::frame(closeButton);
     if (d->trafficLightHorizontalMargin == 0.0)
@@ -249,7 +250,7 @@ void Window::awakeFromNib()
 
     QWidget *const titleBar = titleBarView();
     if (!titleBar)
-        return printWarning("Warning: Window can't resolve title bar view!");
+        return detail::printWarning("Warning: Window can't resolve title bar view!");
     const double hm = d->trafficLightHorizontalMargin;
     const double vm = d->trafficLightVerticalMargin;
     const double lh = d->trafficLightHeight;
@@ -294,7 +295,7 @@ double Window::verticalPlace(const QWidget *item) const
 {
     const QWidget *const parent = item->parentWidget();
     if (!parent)
-        fatalError("An item of the window's title bar is in no view");
+        detail::fatalError("An item of the window's title bar is in no view");
     const double room = NS::frame(parent).height();
     const double height = NS::frame(item).height();
     return d->centerTrafficLightButtons ? room * 0.5 - height * 0.5

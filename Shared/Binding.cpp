@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/Binding.h>
+#include "Shared/Binding.h"
 
 #include <memory>
 #include <utility>

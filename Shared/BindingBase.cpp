@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/KeyValueEquality.h>
-#include <pellarvine/Platform/KeyValuePath.h>
-#include <pellarvine/Shared/BindingBase.h>
+#include "Shared/BindingBase.h"
+
+#include "Base/Failure.h"
+#include "KeyValue/KeyValueEquality.h"
+#include "KeyValue/KeyValuePath.h"
 
 #include <QObject>
 
@@ -13,9 +14,9 @@
 
 namespace Pellarvine::detail {
 
-using NS::detail::PlainProperty;
-using NS::detail::Registration;
-using NS::detail::WatchedPath;
+using detail::PlainProperty;
+using detail::Registration;
+using detail::WatchedPath;
 
 namespace {
 
@@ -36,7 +37,7 @@ public:
 
 private:
     QMetaType m_type;
-    alignas(std::max_align_t) std::byte m_bytes[NS::detail::longestPlain];
+    alignas(std::max_align_t) std::byte m_bytes[longestPlain];
 };
 
 // Reads both properties and writes the second if they differ.
@@ -47,7 +48,7 @@ void pass(const PlainProperty &source, const PlainProperty &target)
     T current {};
     source.read(&value);
     target.read(&current);
-    if (!NS::detail::isSame(current, value))
+    if (!isSame(current, value))
         target.write(&value);
 }
 
@@ -84,7 +85,7 @@ std::string name(const WatchedPath &path)
 // What a value can be asked to be equal to: anything but a type without an ==.
 bool canBeCompared(const QVariant &value)
 {
-    return value.metaType().isEqualityComparable() || NS::detail::object(value);
+    return value.metaType().isEqualityComparable() || object(value);
 }
 
 } // namespace
@@ -155,8 +156,8 @@ struct BindingPrivate
     {
         if (replacements)
             return direction(path->root(), path->keyPath());
-        const bool isFirst = path == firstPath
-                             || NS::detail::isEqual(path->root(), firstPath->root(), isEqualMethod);
+        const bool isFirst =
+                path == firstPath || isEqual(path->root(), firstPath->root(), isEqualMethod);
         return isFirst ? Direction::forward : Direction::reverse;
     }
 
@@ -235,7 +236,7 @@ struct BindingPrivate
         WatchedPath *const path = target(direction);
         if (!path)
             return;
-        const auto object = NS::detail::object(value);
+        const auto object = detail::object(value);
         if (object && !*object && !NS::isNullObject(value))
             value = {};
         const QVariant current = path->value();
@@ -287,11 +288,11 @@ QVariant downcast(const QVariant &value, QMetaType type)
     if (value.metaType() == type)
         return value;
     QVariant result = value;
-    if (NS::detail::isNumber(type) && NS::detail::isNumber(value.metaType()))
+    if (isNumber(type) && isNumber(value.metaType()))
         return result.convert(type) && NS::isEqual(value, result) ? result : QVariant();
-    const auto object = NS::detail::object(value);
+    const auto object = detail::object(value);
     if (object && type.flags() & QMetaType::PointerToQObject && result.convert(type)
-        && NS::detail::object(result) == object)
+        && detail::object(result) == object)
         return result;
     return {};
 }
@@ -336,7 +337,7 @@ BindingBase::BindingBase(NS::ObjectReference object, const QString &with, NS::Ob
     d->isTwoWay = twoWayBinding;
     d->hasOneKeyPath = with == toWith;
     if (d->hasOneKeyPath && to.get())
-        d->isEqualMethod = NS::detail::isEqualMethod(to.get());
+        d->isEqualMethod = isEqualMethod(to.get());
     Registration *const secondPath = Registration::addTarget(std::move(to), this, toWith);
     d->firstPath = Registration::add(std::move(object), this, with,
                                      NS::KeyValueObservingOptions::newValue);

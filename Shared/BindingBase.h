@@ -33,8 +33,8 @@ struct PELLARVINE_EXPORT Passage
 {
     BindingPrivate *binding;
     Direction direction;
-    NS::detail::PlainProperty source;
-    NS::detail::PlainProperty target;
+    PlainProperty source;
+    PlainProperty target;
 
     /// Whether `target` is still what it was. To be asked after a function of the program has run.
     bool hasItsTarget() const;
@@ -97,7 +97,7 @@ protected:
     const Transformers *transformers() const; ///< null if there are none
 
 private:
-    void pathChanged(NS::detail::Registration &path) override;
+    void pathChanged(Registration &path) override;
 
     BindingPrivate *d; // outlives the binding while a pass runs
 };

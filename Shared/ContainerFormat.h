@@ -2,8 +2,8 @@
 // Not API: where things stand in an encrypted container.
 #pragma once
 
-#include <pellarvine/Shared/CryptorEngine.h>
-#include <pellarvine/Shared/HMAC.h>
+#include "Shared/CryptorEngine.h"
+#include "Shared/HMAC.h"
 
 #include <QByteArrayView>
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Shared/CryptorEngine.h>
+#include "Shared/CryptorEngine.h"
+
+#include "Base/Failure.h"
 
 #include <algorithm>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 namespace {
 
@@ -20,8 +21,8 @@ constexpr qsizetype spareLength = 128;
 CryptorEngine::CryptorEngine(CryptorOperation operation, QByteArrayView key, QByteArrayView iv)
     : m_context(EVP_CIPHER_CTX_new())
 {
-    const detail::ErrorQueueGuard guard;
-    const EVP_CIPHER *const cipher = detail::aesCbc(key.size());
+    const ErrorQueueGuard guard;
+    const EVP_CIPHER *const cipher = aesCbc(key.size());
     const int direction = operation == CryptorOperation::encrypt ? 1 : 0;
     if (!m_context || !cipher || iv.size() < blockLength
         || EVP_CipherInit_ex2(
@@ -40,7 +41,7 @@ Data CryptorEngine::feed(QByteArrayView data)
 
 Data CryptorEngine::finalize()
 {
-    const detail::ErrorQueueGuard guard;
+    const ErrorQueueGuard guard;
     Data &buffer = emptyBuffer(outputBound(0));
     int written = 0;
     // libcrypto would finalise a second time without complaint.
@@ -85,4 +86,4 @@ Data &CryptorEngine::emptyBuffer(qsizetype length)
     return m_buffer;
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

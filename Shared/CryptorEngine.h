@@ -2,12 +2,12 @@
 // Not API.
 #pragma once
 
-#include <pellarvine/Platform/Global.h>
-#include <pellarvine/Shared/OpenSSL.h>
+#include "Base/Global.h"
+#include "Shared/OpenSSL.h"
 
 #include <QByteArrayView>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 enum class CryptorOperation {
     encrypt,
@@ -51,9 +51,9 @@ public:
     Data &emptyBuffer(qsizetype length);
 
 private:
-    detail::CipherContext m_context;
+    CipherContext m_context;
     Data m_buffer;
     bool m_isFinalized = false;
 };
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

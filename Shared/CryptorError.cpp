@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/CryptorError.h>
+#include "Shared/CryptorError.h"
 
 namespace Pellarvine {
 

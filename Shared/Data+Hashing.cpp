@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Shared/Data+Hashing.h>
-#include <pellarvine/Shared/OpenSSL.h>
+#include "Base/Failure.h"
+#include "Shared/Data+Hashing.h"
+#include "Shared/OpenSSL.h"
 
 #include <QIODevice>
 
@@ -47,7 +47,7 @@ const EVP_MD *digest(HashingAlgorithm algorithm)
     }();
     const EVP_MD *const found = digests.at(std::size_t(algorithm));
     if (!found)
-        fatalError(std::string("Error: no digest ") + properties(algorithm).name);
+        detail::fatalError(std::string("Error: no digest ") + properties(algorithm).name);
     return found;
 }
 
@@ -61,13 +61,13 @@ public:
         , m_length(digestLength(algorithm))
     {
         if (!m_context || EVP_DigestInit_ex2(m_context.get(), digest(algorithm), nullptr) != 1)
-            fatalError("Error: could not create digest");
+            detail::fatalError("Error: could not create digest");
     }
 
     void feed(QByteArrayView data)
     {
         if (EVP_DigestUpdate(m_context.get(), data.data(), std::size_t(data.size())) != 1)
-            fatalError("Error: digest update failed");
+            detail::fatalError("Error: digest update failed");
     }
 
     Data finalize()
@@ -76,7 +76,7 @@ public:
         if (EVP_DigestFinal_ex(m_context.get(), reinterpret_cast<unsigned char *>(result.data()),
                                nullptr)
             != 1)
-            fatalError("Error: digest finalize failed");
+            detail::fatalError("Error: digest finalize failed");
         return result;
     }
 

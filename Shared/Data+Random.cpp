@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Shared/Data+Random.h>
-#include <pellarvine/Shared/OpenSSL.h>
+#include "Base/Failure.h"
+#include "Shared/Data+Random.h"
+#include "Shared/OpenSSL.h"
 
 #include <openssl/rand.h>
 
@@ -16,7 +16,8 @@ Data secureRandomData(qsizetype length)
     const int status = RAND_bytes_ex(nullptr, reinterpret_cast<unsigned char *>(data.data()),
                                      std::size_t(data.size()), 0);
     if (status != 1)
-        fatalError("Error: could not generate secure random data: " + std::to_string(status));
+        detail::fatalError("Error: could not generate secure random data: "
+                           + std::to_string(status));
     return data;
 }
 

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/ContainerFormat.h>
-#include <pellarvine/Shared/CryptorEngine.h>
-#include <pellarvine/Shared/Decryptor.h>
-#include <pellarvine/Shared/DelayLine.h>
-#include <pellarvine/Shared/HMAC.h>
-#include <pellarvine/Shared/KeyGen.h>
-#include <pellarvine/Shared/TagComparison.h>
+#include "Shared/Decryptor.h"
+
+#include "Shared/ContainerFormat.h"
+#include "Shared/CryptorEngine.h"
+#include "Shared/DelayLine.h"
+#include "Shared/HMAC.h"
+#include "Shared/KeyGen.h"
+#include "Shared/TagComparison.h"
 
 #include <utility>
 
@@ -13,10 +14,10 @@ namespace Pellarvine {
 
 struct Decryptor::Private
 {
-    std::unique_ptr<CryptorEngine> engine;
-    std::unique_ptr<HMAC> hmac;
+    std::unique_ptr<detail::CryptorEngine> engine;
+    std::unique_ptr<detail::HMAC> hmac;
     detail::Passphrase passphrase;
-    DelayLine delayLine { HMAC::tagLength };
+    detail::DelayLine delayLine { detail::HMAC::tagLength };
     Data buffer;
 
     explicit Private(QStringView text)
@@ -30,18 +31,21 @@ struct Decryptor::Private
         const detail::ContainerHeader header(bytes);
         if (header.magic != QByteArrayView(detail::containerMagic, detail::magicLength))
             throw CryptorError(CryptorError::invalidFileFormat);
-        const KeyGen::Key cipherKey = KeyGen::generateAES256(passphrase, header.encryptionSalt);
-        const KeyGen::Key hmacKey = KeyGen::generateAES256(passphrase, header.hmacSalt);
-        hmac = std::make_unique<HMAC>(hmacKey);
+        const detail::KeyGen::Key cipherKey =
+                detail::KeyGen::generateAES256(passphrase, header.encryptionSalt);
+        const detail::KeyGen::Key hmacKey =
+                detail::KeyGen::generateAES256(passphrase, header.hmacSalt);
+        hmac = std::make_unique<detail::HMAC>(hmacKey);
         hmac->feed(bytes);
-        engine = std::make_unique<CryptorEngine>(CryptorOperation::decrypt, cipherKey, header.iv);
+        engine = std::make_unique<detail::CryptorEngine>(detail::CryptorOperation::decrypt,
+                                                         cipherKey, header.iv);
     }
 
     Data feedBody(QByteArrayView data)
     {
-        const DelayLine::Released released = delayLine.release(data);
+        const detail::DelayLine::Released released = delayLine.release(data);
         const qsizetype length = released.held.size() + released.passing.size();
-        Data &output = engine->emptyBuffer(CryptorEngine::outputBound(length));
+        Data &output = engine->emptyBuffer(detail::CryptorEngine::outputBound(length));
         char *end = output.data();
         const auto decryptSlice = [&](QByteArrayView slice) {
             hmac->feed(slice);
@@ -86,7 +90,7 @@ Data Decryptor::finalize()
 {
     if (!d->hasHeader())
         throw CryptorError(CryptorError::truncatedFile);
-    if (!isEqualComparingAllBytes(d->hmac->finalize(), d->delayLine.buffer()))
+    if (!detail::isEqualComparingAllBytes(d->hmac->finalize(), d->delayLine.buffer()))
         throw CryptorError(CryptorError::invalidHMAC);
     return d->engine->finalize();
 }
@@ -98,22 +102,22 @@ Data Decryptor::decrypt(QByteArrayView data, QStringView passphrase)
     return plaintext.append(decryptor.finalize());
 }
 
-CryptorEngine *Decryptor::engine() const
+detail::CryptorEngine *Decryptor::engine() const
 {
     return d->engine.get();
 }
 
-void Decryptor::setEngine(std::unique_ptr<CryptorEngine> engine)
+void Decryptor::setEngine(std::unique_ptr<detail::CryptorEngine> engine)
 {
     d->engine = std::move(engine);
 }
 
-HMAC *Decryptor::hmac() const
+detail::HMAC *Decryptor::hmac() const
 {
     return d->hmac.get();
 }
 
-void Decryptor::setHmac(std::unique_ptr<HMAC> hmac)
+void Decryptor::setHmac(std::unique_ptr<detail::HMAC> hmac)
 {
     d->hmac = std::move(hmac);
 }

@@ -11,8 +11,10 @@
 
 namespace Pellarvine {
 
+namespace detail {
 class CryptorEngine;
 class HMAC;
+} // namespace detail
 
 /// Reads the passphrase-encrypted container that `Encryptor` writes, in one call or as a stream of
 /// chunks of any size:
@@ -50,11 +52,11 @@ public:
 
     /// The reader's state, for code inside the library: the cipher, null until a header is accepted,
     /// and owned by this object.
-    CryptorEngine *engine() const;
-    void setEngine(std::unique_ptr<CryptorEngine> engine);
+    detail::CryptorEngine *engine() const;
+    void setEngine(std::unique_ptr<detail::CryptorEngine> engine);
     /// Likewise what checks the tag.
-    HMAC *hmac() const;
-    void setHmac(std::unique_ptr<HMAC> hmac);
+    detail::HMAC *hmac() const;
+    void setHmac(std::unique_ptr<detail::HMAC> hmac);
 
     /// What has come of an incomplete header; empty afterwards.
     const Data &buffer() const;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/DelayLine.h>
+#include "Shared/DelayLine.h"
 
 #include <utility>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 DelayLine::DelayLine(qsizetype delay)
     : m_delay(delay)
@@ -40,4 +40,4 @@ DelayLine::Released DelayLine::partialOverflow(QByteArrayView data)
     return { std::move(held), {} };
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

@@ -2,11 +2,11 @@
 // Not API.
 #pragma once
 
-#include <pellarvine/Platform/Global.h>
+#include "Base/Global.h"
 
 #include <QByteArrayView>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 /// A first-in, first-out holder that always keeps back the last `delay` bytes it was fed: what a
 /// stream's reader needs when a trailer's place is known only at the end.
@@ -41,4 +41,4 @@ private:
     qsizetype m_delay;
 };
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/DelimiterPattern.h>
+#include "Shared/DelimiterPattern.h"
 
 #include <algorithm>
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/ContainerFormat.h>
-#include <pellarvine/Shared/CryptorEngine.h>
-#include <pellarvine/Shared/Data+Random.h>
-#include <pellarvine/Shared/Encryptor.h>
-#include <pellarvine/Shared/HMAC.h>
-#include <pellarvine/Shared/KeyGen.h>
+#include "Shared/Encryptor.h"
+
+#include "Shared/ContainerFormat.h"
+#include "Shared/CryptorEngine.h"
+#include "Shared/Data+Random.h"
+#include "Shared/HMAC.h"
+#include "Shared/KeyGen.h"
 
 #include <utility>
 
@@ -12,11 +13,11 @@ namespace Pellarvine {
 
 struct Encryptor::Private
 {
-    CryptorEngine engine;
-    HMAC hmac;
+    detail::CryptorEngine engine;
+    detail::HMAC hmac;
     std::optional<Data> header;
 
-    Private(CryptorEngine newEngine, HMAC newHmac, Data newHeader)
+    Private(detail::CryptorEngine newEngine, detail::HMAC newHmac, Data newHeader)
         : engine(std::move(newEngine))
         , hmac(std::move(newHmac))
         , header(std::move(newHeader))
@@ -26,14 +27,16 @@ struct Encryptor::Private
     {
         const detail::Passphrase passphrase(text);
         const Data encryptionSalt = secureRandomData(detail::saltLength);
-        const KeyGen::Key cipherKey = KeyGen::generateAES256(passphrase, encryptionSalt);
+        const detail::KeyGen::Key cipherKey =
+                detail::KeyGen::generateAES256(passphrase, encryptionSalt);
         const Data hmacSalt = secureRandomData(detail::saltLength);
-        const KeyGen::Key hmacKey = KeyGen::generateAES256(passphrase, hmacSalt);
+        const detail::KeyGen::Key hmacKey = detail::KeyGen::generateAES256(passphrase, hmacSalt);
         const Data iv = secureRandomData(detail::ivLength);
         const Data header =
                 Data(detail::containerMagic, detail::magicLength) + encryptionSalt + hmacSalt + iv;
-        auto d = std::make_unique<Private>(CryptorEngine(CryptorOperation::encrypt, cipherKey, iv),
-                                           HMAC(hmacKey), header);
+        auto d = std::make_unique<Private>(
+                detail::CryptorEngine(detail::CryptorOperation::encrypt, cipherKey, iv),
+                detail::HMAC(hmacKey), header);
         d->hmac.feed(header);
         return d;
     }
@@ -50,7 +53,8 @@ Encryptor::~Encryptor() = default;
 Data Encryptor::feed(QByteArrayView data)
 {
     const Data front = std::exchange(d->header, std::nullopt).value_or(Data());
-    Data &output = d->engine.emptyBuffer(front.size() + CryptorEngine::outputBound(data.size()));
+    Data &output =
+            d->engine.emptyBuffer(front.size() + detail::CryptorEngine::outputBound(data.size()));
     char *end = std::copy(front.begin(), front.end(), output.data());
     detail::forEachSlice(data, [&](QByteArrayView slice) {
         const qsizetype length = d->engine.update(slice, end);

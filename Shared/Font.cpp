@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/NSFontManager.h>
-#include <pellarvine/Shared/Font.h>
+#include "Shared/Font.h"
+
+#include "Text/NSFontManager.h"
 
 namespace Pellarvine {
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Shared/GraphemeClusters.h>
+#include "Shared/GraphemeClusters.h"
+
+#include "Base/Failure.h"
 
 #include <unicode/brkiter.h>
 #include <unicode/uniset.h>

@@ -2,7 +2,7 @@
 // Not API.
 #pragma once
 
-#include <pellarvine/Platform/Global.h>
+#include "Base/Global.h"
 
 #include <QStringView>
 

@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Shared/HMAC.h>
+#include "Shared/HMAC.h"
+
+#include "Base/Failure.h"
 
 #include <openssl/core_names.h>
 #include <openssl/params.h>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 namespace {
 
 // A context with its digest chosen and no key: copying it is cheaper than choosing again, which
 // looks SHA-256 up by name.
-detail::MacContext makePrototype()
+MacContext makePrototype()
 {
-    detail::MacContext context;
+    MacContext context;
     if (EVP_MAC *const mac = EVP_MAC_fetch(nullptr, "HMAC", nullptr)) {
         context.reset(EVP_MAC_CTX_new(mac));
         EVP_MAC_free(mac);
@@ -32,7 +33,7 @@ detail::MacContext makePrototype()
 
 HMAC::HMAC(QByteArrayView key)
 {
-    const detail::ErrorQueueGuard guard;
+    const ErrorQueueGuard guard;
     // Never destroyed, so that an object that outlives main() can still be made.
     static const EVP_MAC_CTX *const prototype = makePrototype().release();
     m_context.reset(EVP_MAC_CTX_dup(prototype));
@@ -57,7 +58,7 @@ void HMAC::feed(QByteArrayView data)
 
 Data HMAC::finalize()
 {
-    const detail::ErrorQueueGuard guard;
+    const ErrorQueueGuard guard;
     Data tag(tagLength, Qt::Uninitialized);
     std::size_t length = 0;
     if (EVP_MAC_final(m_context.get(), reinterpret_cast<unsigned char *>(tag.data()), &length,
@@ -68,4 +69,4 @@ Data HMAC::finalize()
     return tag;
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

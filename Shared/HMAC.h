@@ -2,12 +2,12 @@
 // Not API.
 #pragma once
 
-#include <pellarvine/Platform/Global.h>
-#include <pellarvine/Shared/OpenSSL.h>
+#include "Base/Global.h"
+#include "Shared/OpenSSL.h"
 
 #include <QByteArrayView>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 /// An HMAC-SHA256 tag (RFC 2104) over a stream: keyed once, fed any number of times, finalised
 /// once. libcrypto wipes the key with the context.
@@ -26,7 +26,7 @@ public:
     Data finalize();
 
 private:
-    detail::MacContext m_context;
+    MacContext m_context;
 };
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

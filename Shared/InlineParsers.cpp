@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/NSFont.h>
-#include <pellarvine/Platform/NSFontManager.h>
-#include <pellarvine/Shared/InlineParsers.h>
-#include <pellarvine/Shared/MarkupParser.h>
-#include <pellarvine/Shared/NSColor+Color.h>
+#include "Shared/InlineParsers.h"
+
+#include "Shared/MarkupParser.h"
+#include "Shared/NSColor+Color.h"
+#include "Text/NSFont.h"
+#include "Text/NSFontManager.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -12,7 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 namespace {
 
@@ -154,4 +155,4 @@ const QList<std::shared_ptr<const Parser>> &inlineParsers()
     return parsers;
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

@@ -2,13 +2,13 @@
 // Not API: the nine rules of the markup grammar.
 #pragma once
 
-#include <pellarvine/Shared/Parser.h>
+#include "Shared/Parser.h"
 
 #include <QList>
 
 #include <memory>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 /// What the nine share: a pattern, and a principal group that is a constant of the type.
 template <int group>
@@ -117,4 +117,4 @@ public:
 /// The nine, in the order in which they run. Made once.
 PELLARVINE_INTERNAL_EXPORT const QList<std::shared_ptr<const Parser>> &inlineParsers();
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

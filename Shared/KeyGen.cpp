@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Shared/KeyGen.h>
-#include <pellarvine/Shared/OpenSSL.h>
+#include "Shared/KeyGen.h"
+
+#include "Base/Failure.h"
+#include "Shared/OpenSSL.h"
 
 #include <algorithm>
 #include <string>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 namespace {
 
 constexpr qsizetype blockLength = 64; // SHA-1's block
 constexpr qsizetype hashLength = 20; // SHA-1's digest
-using Block = detail::SecretArray<blockLength>;
-using Hash = detail::SecretArray<hashLength>;
+using Block = SecretArray<blockLength>;
+using Hash = SecretArray<hashLength>;
 
 void check(int status)
 {
@@ -21,9 +22,9 @@ void check(int status)
         fatalError("Error: Secure key generation failed! (" + std::to_string(status) + ")");
 }
 
-detail::DigestContext newContext()
+DigestContext newContext()
 {
-    detail::DigestContext context(EVP_MD_CTX_new());
+    DigestContext context(EVP_MD_CTX_new());
     check(context ? 1 : 0);
     return context;
 }
@@ -38,7 +39,7 @@ public:
         , m_outer(newContext())
         , m_running(newContext())
     {
-        static const EVP_MD *const sha1 = detail::fetchDigest("SHA1");
+        static const EVP_MD *const sha1 = fetchDigest("SHA1");
         check(sha1 ? 1 : 0);
         Block padded;
         if (key.size() > blockLength) {
@@ -75,16 +76,16 @@ private:
         check(EVP_DigestUpdate(context, block.data(), std::size_t(blockLength)));
     }
 
-    detail::DigestContext m_inner;
-    detail::DigestContext m_outer;
-    detail::DigestContext m_running;
+    DigestContext m_inner;
+    DigestContext m_outer;
+    DigestContext m_running;
 };
 
 } // namespace
 
 KeyGen::Key KeyGen::generateAES256(QByteArrayView passphrase, QByteArrayView salt)
 {
-    const detail::ErrorQueueGuard guard;
+    const ErrorQueueGuard guard;
     KeyedHash keyedHash(passphrase);
     Key key;
     Hash hash;
@@ -110,4 +111,4 @@ KeyGen::Key KeyGen::generateAES256(QByteArrayView passphrase, QByteArrayView sal
     return key;
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

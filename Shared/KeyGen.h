@@ -2,17 +2,17 @@
 // Not API.
 #pragma once
 
-#include <pellarvine/Platform/Global.h>
-#include <pellarvine/Shared/Secret.h>
+#include "Base/Global.h"
+#include "Shared/Secret.h"
 
 #include <QByteArrayView>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 /// Turns a passphrase and a salt into a key.
 struct KeyGen
 {
-    using Key = detail::SecretArray<32>;
+    using Key = SecretArray<32>;
 
     static constexpr int rounds = 10000;
 
@@ -23,4 +23,4 @@ struct KeyGen
                                                          QByteArrayView salt);
 };
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/NSFont.h>
-#include <pellarvine/Platform/NSFontManager.h>
-#include <pellarvine/Platform/NSMutableAttributedString.h>
-#include <pellarvine/Shared/Font.h>
-#include <pellarvine/Shared/GraphemeClusters.h>
-#include <pellarvine/Shared/InlineParsers.h>
-#include <pellarvine/Shared/MarkupParser.h>
+#include "Shared/MarkupParser.h"
+
+#include "Shared/Font.h"
+#include "Shared/GraphemeClusters.h"
+#include "Shared/InlineParsers.h"
+#include "Text/NSFont.h"
+#include "Text/NSFontManager.h"
+#include "Text/NSMutableAttributedString.h"
 
 using namespace Qt::StringLiterals;
 
@@ -28,7 +29,7 @@ struct MarkupParser::Private
     QFont monospaceFont;
     NS::Color color;
     NS::ParagraphStyle paragraphStyle;
-    QList<std::shared_ptr<const Parser>> parsers = inlineParsers();
+    QList<std::shared_ptr<const Parser>> parsers = detail::inlineParsers();
 };
 
 MarkupParser::MarkupParser()

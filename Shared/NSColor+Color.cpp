@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/NSColorList.h>
-#include <pellarvine/Shared/NSColor+Color.h>
+#include "Base/Failure.h"
+#include "Drawing/NSColorList.h"
+#include "Shared/NSColor+Color.h"
 
 #include <QTextBoundaryFinder>
 
@@ -67,7 +67,7 @@ unsigned hexComponent(double component)
 {
     const double scaled = std::trunc(component * 255.0);
     if (!(std::abs(scaled) <= std::numeric_limits<int>::max()))
-        fatalError("Error: color component out of range");
+        detail::fatalError("Error: color component out of range");
     return unsigned(int(scaled));
 }
 

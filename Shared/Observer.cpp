@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/KeyValuePath.h>
-#include <pellarvine/Shared/Observer.h>
+#include "Shared/Observer.h"
+
+#include "Base/Failure.h"
+#include "KeyValue/KeyValuePath.h"
 
 #include <memory>
 #include <utility>
@@ -42,9 +43,9 @@ Observer::Observer(NS::ObjectReference object, const QString &keyPath, bool fire
     auto owned = std::make_unique<Private>();
     owned->callback = std::move(callback);
     d = owned.get();
-    NS::detail::Registration::add(std::move(object), this, keyPath,
-                                  fireInitial ? NS::KeyValueObservingOptions::newValueAndInitial
-                                              : NS::KeyValueObservingOptions::newValue);
+    detail::Registration::add(std::move(object), this, keyPath,
+                              fireInitial ? NS::KeyValueObservingOptions::newValueAndInitial
+                                          : NS::KeyValueObservingOptions::newValue);
     static_cast<void>(owned.release());
 }
 
@@ -62,7 +63,7 @@ Observer::~Observer()
 void Observer::observeValue(const QString &, QObject *, const NS::KeyValueChange *change)
 {
     if (!change)
-        fatalError("Error: an observer was notified without a change");
+        detail::fatalError("Error: an observer was notified without a change");
     const Private::Call call(d);
     d->callback(change->newValue);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/OpenSSL.h>
+#include "Shared/OpenSSL.h"
 
 namespace Pellarvine::detail {
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Platform/NSAttributedStringRewriter.h>
-#include <pellarvine/Shared/DelimiterPattern.h>
-#include <pellarvine/Shared/GraphemeClusters.h>
-#include <pellarvine/Shared/Parser.h>
-#include <pellarvine/Shared/RegularExpression.h>
+#include "Shared/Parser.h"
+
+#include "Base/Failure.h"
+#include "Shared/DelimiterPattern.h"
+#include "Shared/GraphemeClusters.h"
+#include "Shared/RegularExpression.h"
+#include "Text/NSAttributedStringRewriter.h"
 
 namespace Pellarvine {
 
@@ -59,9 +60,9 @@ void rewrite(NS::MutableAttributedString &text, const QString *snapshot, const P
         return;
     const qsizetype principalGroup = qsizetype(rule.principalCaptureGroup()) + 1;
     if (principalGroup < 1 || principalGroup >= qsizetype(match.size()))
-        fatalError("No such capture group in " + rule.regex().toStdString());
+        detail::fatalError("No such capture group in " + rule.regex().toStdString());
     AttributeProvider provider(rule, parser);
-    NS::detail::AttributedStringRewriter rewriter(text);
+    detail::AttributedStringRewriter rewriter(text);
     const QStringView source = snapshot ? QStringView(*snapshot) : rewriter.source();
     do {
         const auto whole = match[0];

@@ -2,7 +2,7 @@
 // Not API.
 #pragma once
 
-#include <pellarvine/Platform/NSTextRange.h>
+#include "Text/NSTextRange.h"
 
 #include <vector>
 
@@ -10,6 +10,6 @@ namespace Pellarvine::detail {
 
 /// Where a regular expression matched: the whole match, then each capture group. A group that took
 /// no part has the location -1.
-using PatternMatch = std::vector<NS::detail::TextRange>;
+using PatternMatch = std::vector<TextRange>;
 
 } // namespace Pellarvine::detail

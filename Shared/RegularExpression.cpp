@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Shared/RegularExpression.h>
+#include "Shared/RegularExpression.h"
+
+#include "Base/Failure.h"
 
 #include <unicode/regex.h>
 

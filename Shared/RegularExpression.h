@@ -2,8 +2,8 @@
 // Not API.
 #pragma once
 
-#include <pellarvine/Platform/Global.h>
-#include <pellarvine/Shared/PatternMatch.h>
+#include "Base/Global.h"
+#include "Shared/PatternMatch.h"
 
 #include <QString>
 

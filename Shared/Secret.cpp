@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Platform/Failure.h>
-#include <pellarvine/Shared/Secret.h>
+#include "Shared/Secret.h"
+
+#include "Base/Failure.h"
 
 #include <QStringEncoder>
 

@@ -3,7 +3,7 @@
 // detaches, and leaves copies behind.
 #pragma once
 
-#include <pellarvine/Platform/Global.h>
+#include "Base/Global.h"
 
 #include <QByteArrayView>
 #include <QStringView>

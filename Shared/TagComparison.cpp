@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/TagComparison.h>
+#include "Shared/TagComparison.h"
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 // Not CRYPTO_memcmp: that takes one length, so that a caller would have to leave early on another.
 bool isEqualComparingAllBytes(QByteArrayView trusted, QByteArrayView untrusted)
@@ -13,4 +13,4 @@ bool isEqualComparingAllBytes(QByteArrayView trusted, QByteArrayView untrusted)
     return difference == 0;
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

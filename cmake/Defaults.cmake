@@ -11,7 +11,7 @@ set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
-if(NOT CMAKE_BUILD_TYPE)
+if(NOT CMAKE_BUILD_TYPE AND PROJECT_IS_TOP_LEVEL)
   set(CMAKE_BUILD_TYPE RelWithDebInfo)
 endif()
 
@@ -41,8 +41,3 @@ endif()
 if(PELLARVINE_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
-
-# Sources in the tree include the headers by the names they have once installed:
-# <pellarvine/Shared/Encryptor.h>.
-file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/include)
-file(CREATE_LINK ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/include/pellarvine SYMBOLIC)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# What find_package(Pellarvine) and pkg-config find once the library is installed. Both follow the
+# What find_package(Pellarvine) and pkg-config find once the libraries are installed. Both follow the
 # prefix when that is moved.
 include(CMakePackageConfigHelpers)
 
@@ -8,14 +8,35 @@ configure_package_config_file(cmake/PellarvineConfig.cmake.in
   ${PROJECT_BINARY_DIR}/PellarvineConfig.cmake INSTALL_DESTINATION ${packageDir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/PellarvineConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
-install(EXPORT PellarvineTargets NAMESPACE Pellarvine:: DESTINATION ${packageDir}
-        COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/PellarvineConfig.cmake
               ${PROJECT_BINARY_DIR}/PellarvineConfigVersion.cmake
         DESTINATION ${packageDir} COMPONENT development)
 
 set(pkgconfigDir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH prefixFromPackage /prefix/${pkgconfigDir} /prefix)
-configure_file(cmake/pellarvine.pc.in ${PROJECT_BINARY_DIR}/pellarvine.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/pellarvine.pc DESTINATION ${pkgconfigDir}
-        COMPONENT development)
+
+# pellarvine_pkg_config(name description requires libs) writes name.pc.
+function(pellarvine_pkg_config name description requires libs)
+  configure_file(cmake/pellarvine.pc.in ${PROJECT_BINARY_DIR}/${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${pkgconfigDir}
+          COMPONENT development)
+endfunction()
+
+get_property(components GLOBAL PROPERTY pellarvineComponents)
+foreach(component IN LISTS components)
+  install(EXPORT Pellarvine${component}Targets NAMESPACE Pellarvine:: DESTINATION ${packageDir}
+          COMPONENT development)
+  string(TOLOWER ${component} lower)
+  get_property(description GLOBAL PROPERTY pellarvineDescription${component})
+  # What a component links publicly, pkg-config requires.
+  get_target_property(requires Pellarvine${component} INTERFACE_LINK_LIBRARIES)
+  list(FILTER requires EXCLUDE REGEX "^\\$")
+  list(TRANSFORM requires REPLACE "^Qt6::(.+)" "Qt6\\1 >= 6.4")
+  list(TRANSFORM requires TOLOWER REGEX "^Pellarvine::")
+  list(TRANSFORM requires REPLACE "^pellarvine::" "pellarvine-")
+  list(JOIN requires " " requires)
+  pellarvine_pkg_config(pellarvine-${lower} "${description}" "${requires}" "-lpellarvine${lower}")
+  list(APPEND all pellarvine-${lower})
+endforeach()
+list(JOIN all " " all)
+pellarvine_pkg_config(pellarvine "${PROJECT_DESCRIPTION}" "${all}" "")

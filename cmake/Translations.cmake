@@ -1,6 +1,5 @@
 # SPDX-License-Identifier: MIT
-# The library's catalogues, in its resources. script/translations takes new texts into them.
-find_package(Qt6 REQUIRED COMPONENTS LinguistTools)
+# The catalogues of all components, in Core's resources. script/translations takes new texts into them.
 
 foreach(language IN ITEMS de fr)
   set_source_files_properties(translations/pellarvine_${language}.ts PROPERTIES
@@ -8,5 +7,5 @@ foreach(language IN ITEMS de fr)
   list(APPEND catalogues translations/pellarvine_${language}.ts)
 endforeach()
 qt6_add_translation(compiledCatalogues ${catalogues} OPTIONS -silent)
-qt6_add_resources(Pellarvine pellarvineTranslations PREFIX /pellarvine
+qt6_add_resources(PellarvineCore pellarvineTranslations PREFIX /pellarvine
   BASE ${PROJECT_BINARY_DIR}/translations FILES ${compiledCatalogues})

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Arbitrary bytes in arbitrary chunks through Decryptor. The first byte of the input chooses the
 // chunks, and whether the header is read as well; the rest is the container.
-#include <pellarvine/Shared/CryptorEngine.h>
+#include "Shared/CryptorEngine.h"
+#include "Shared/HMAC.h"
+
 #include <pellarvine/Shared/Decryptor.h>
-#include <pellarvine/Shared/HMAC.h>
 
 #include <QString>
 
@@ -15,6 +16,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace Pellarvine;
+using namespace Pellarvine::detail;
 
 namespace {
 

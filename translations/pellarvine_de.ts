@@ -54,60 +54,6 @@
     </message>
 </context>
 <context>
-    <name>NS::StandardWindowButton</name>
-    <message>
-        <source>Close</source>
-        <translation>Schließen</translation>
-    </message>
-    <message>
-        <source>Minimise</source>
-        <translation>Minimieren</translation>
-    </message>
-    <message>
-        <source>Restore</source>
-        <translation>Wiederherstellen</translation>
-    </message>
-    <message>
-        <source>Maximise</source>
-        <translation>Maximieren</translation>
-    </message>
-    <message>
-        <source>Folders of the document</source>
-        <translation>Ordner des Dokuments</translation>
-    </message>
-    <message>
-        <source>Versions of the document</source>
-        <translation>Versionen des Dokuments</translation>
-    </message>
-</context>
-<context>
-    <name>NS::URLSession</name>
-    <message>
-        <source>The server closed the connection before its answer was complete.</source>
-        <translation>Der Server hat die Verbindung geschlossen, bevor seine Antwort vollständig war.</translation>
-    </message>
-    <message>
-        <source>The server did not answer in time.</source>
-        <translation>Der Server hat nicht rechtzeitig geantwortet.</translation>
-    </message>
-    <message>
-        <source>The program is ending.</source>
-        <translation>Das Programm wird gerade beendet.</translation>
-    </message>
-    <message>
-        <source>There is no application object.</source>
-        <translation>Es gibt kein Anwendungsobjekt.</translation>
-    </message>
-    <message>
-        <source>The server redirects to another server.</source>
-        <translation>Der Server leitet an einen anderen Server weiter.</translation>
-    </message>
-    <message>
-        <source>The server redirects too many times.</source>
-        <translation>Der Server leitet zu oft weiter.</translation>
-    </message>
-</context>
-<context>
     <name>NS::Window</name>
     <message>
         <source>&amp;Restore</source>
@@ -135,14 +81,66 @@
     </message>
 </context>
 <context>
-    <name>NS::detail::ColorListView</name>
+    <name>Pellarvine::AboutWindowController</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>Über %1</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::Application</name>
+    <message>
+        <source>&amp;About %1</source>
+        <translation>Ü&amp;ber %1</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::ColorPickerButton</name>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Colour</source>
+        <translation>Farbe &amp;kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste Colour</source>
+        <translation>Farbe &amp;einfügen</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::ReplaceableImageView</name>
+    <message>
+        <source>Images</source>
+        <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose Image…</source>
+        <translation>Bild &amp;wählen …</translation>
+    </message>
+    <message>
+        <source>Choose Image</source>
+        <translation>Bild wählen</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Wählen</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::detail::ColorListView</name>
     <message>
         <source>Colours of %1</source>
         <translation>Farben von %1</translation>
     </message>
 </context>
 <context>
-    <name>NS::detail::ColorPanelContent</name>
+    <name>Pellarvine::detail::ColorPanelContent</name>
     <message>
         <source>Pages</source>
         <translation>Seiten</translation>
@@ -209,7 +207,7 @@
     </message>
 </context>
 <context>
-    <name>NS::detail::ColorSwatch</name>
+    <name>Pellarvine::detail::ColorSwatch</name>
     <message>
         <source>Chosen colour</source>
         <translation>Gewählte Farbe</translation>
@@ -220,7 +218,7 @@
     </message>
 </context>
 <context>
-    <name>NS::detail::ColorWheel</name>
+    <name>Pellarvine::detail::ColorWheel</name>
     <message>
         <source>Hue and saturation</source>
         <translation>Farbton und Sättigung</translation>
@@ -231,62 +229,64 @@
     </message>
 </context>
 <context>
-    <name>NS::detail::ScreenColorPicker</name>
+    <name>Pellarvine::detail::ScreenColorPicker</name>
     <message>
         <source>Pick a colour from the screen</source>
         <translation>Eine Farbe vom Bildschirm aufnehmen</translation>
     </message>
 </context>
 <context>
-    <name>Pellarvine::AboutWindowController</name>
+    <name>Pellarvine::detail::StandardWindowButton</name>
     <message>
-        <source>Version %1</source>
-        <translation>Version %1</translation>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
     <message>
-        <source>About %1</source>
-        <translation>Über %1</translation>
-    </message>
-</context>
-<context>
-    <name>Pellarvine::Application</name>
-    <message>
-        <source>&amp;About %1</source>
-        <translation>Ü&amp;ber %1</translation>
-    </message>
-</context>
-<context>
-    <name>Pellarvine::ColorPickerButton</name>
-    <message>
-        <source>Colour</source>
-        <translation>Farbe</translation>
+        <source>Minimise</source>
+        <translation>Minimieren</translation>
     </message>
     <message>
-        <source>&amp;Copy Colour</source>
-        <translation>Farbe &amp;kopieren</translation>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
     </message>
     <message>
-        <source>&amp;Paste Colour</source>
-        <translation>Farbe &amp;einfügen</translation>
+        <source>Maximise</source>
+        <translation>Maximieren</translation>
+    </message>
+    <message>
+        <source>Folders of the document</source>
+        <translation>Ordner des Dokuments</translation>
+    </message>
+    <message>
+        <source>Versions of the document</source>
+        <translation>Versionen des Dokuments</translation>
     </message>
 </context>
 <context>
-    <name>Pellarvine::ReplaceableImageView</name>
+    <name>Pellarvine::detail::URLSession</name>
     <message>
-        <source>Images</source>
-        <translation>Bilder</translation>
+        <source>The server closed the connection before its answer was complete.</source>
+        <translation>Der Server hat die Verbindung geschlossen, bevor seine Antwort vollständig war.</translation>
     </message>
     <message>
-        <source>C&amp;hoose Image…</source>
-        <translation>Bild &amp;wählen …</translation>
+        <source>The server did not answer in time.</source>
+        <translation>Der Server hat nicht rechtzeitig geantwortet.</translation>
     </message>
     <message>
-        <source>Choose Image</source>
-        <translation>Bild wählen</translation>
+        <source>The program is ending.</source>
+        <translation>Das Programm wird gerade beendet.</translation>
     </message>
     <message>
-        <source>Choose</source>
-        <translation>Wählen</translation>
+        <source>There is no application object.</source>
+        <translation>Es gibt kein Anwendungsobjekt.</translation>
+    </message>
+    <message>
+        <source>The server redirects to another server.</source>
+        <translation>Der Server leitet an einen anderen Server weiter.</translation>
+    </message>
+    <message>
+        <source>The server redirects too many times.</source>
+        <translation>Der Server leitet zu oft weiter.</translation>
     </message>
 </context>
 </TS>

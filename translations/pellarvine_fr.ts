@@ -54,60 +54,6 @@
     </message>
 </context>
 <context>
-    <name>NS::StandardWindowButton</name>
-    <message>
-        <source>Close</source>
-        <translation>Fermer</translation>
-    </message>
-    <message>
-        <source>Minimise</source>
-        <translation>Réduire</translation>
-    </message>
-    <message>
-        <source>Restore</source>
-        <translation>Restaurer</translation>
-    </message>
-    <message>
-        <source>Maximise</source>
-        <translation>Agrandir</translation>
-    </message>
-    <message>
-        <source>Folders of the document</source>
-        <translation>Dossiers du document</translation>
-    </message>
-    <message>
-        <source>Versions of the document</source>
-        <translation>Versions du document</translation>
-    </message>
-</context>
-<context>
-    <name>NS::URLSession</name>
-    <message>
-        <source>The server closed the connection before its answer was complete.</source>
-        <translation>Le serveur a fermé la connexion avant d’avoir répondu entièrement.</translation>
-    </message>
-    <message>
-        <source>The server did not answer in time.</source>
-        <translation>Le serveur n’a pas répondu à temps.</translation>
-    </message>
-    <message>
-        <source>The program is ending.</source>
-        <translation>Le programme est en train de se terminer.</translation>
-    </message>
-    <message>
-        <source>There is no application object.</source>
-        <translation>Il n’y a pas d’objet d’application.</translation>
-    </message>
-    <message>
-        <source>The server redirects to another server.</source>
-        <translation>Le serveur redirige vers un autre serveur.</translation>
-    </message>
-    <message>
-        <source>The server redirects too many times.</source>
-        <translation>Le serveur redirige trop de fois.</translation>
-    </message>
-</context>
-<context>
     <name>NS::Window</name>
     <message>
         <source>&amp;Restore</source>
@@ -135,14 +81,66 @@
     </message>
 </context>
 <context>
-    <name>NS::detail::ColorListView</name>
+    <name>Pellarvine::AboutWindowController</name>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>About %1</source>
+        <translation>À propos de %1</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::Application</name>
+    <message>
+        <source>&amp;About %1</source>
+        <translation>À &amp;propos de %1</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::ColorPickerButton</name>
+    <message>
+        <source>Colour</source>
+        <translation>Couleur</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Colour</source>
+        <translation>&amp;Copier la couleur</translation>
+    </message>
+    <message>
+        <source>&amp;Paste Colour</source>
+        <translation>C&amp;oller la couleur</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::ReplaceableImageView</name>
+    <message>
+        <source>Images</source>
+        <translation>Images</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose Image…</source>
+        <translation>C&amp;hoisir une image…</translation>
+    </message>
+    <message>
+        <source>Choose Image</source>
+        <translation>Choisir une image</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Choisir</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::detail::ColorListView</name>
     <message>
         <source>Colours of %1</source>
         <translation>Couleurs de %1</translation>
     </message>
 </context>
 <context>
-    <name>NS::detail::ColorPanelContent</name>
+    <name>Pellarvine::detail::ColorPanelContent</name>
     <message>
         <source>Pages</source>
         <translation>Pages</translation>
@@ -209,7 +207,7 @@
     </message>
 </context>
 <context>
-    <name>NS::detail::ColorSwatch</name>
+    <name>Pellarvine::detail::ColorSwatch</name>
     <message>
         <source>Chosen colour</source>
         <translation>Couleur choisie</translation>
@@ -220,7 +218,7 @@
     </message>
 </context>
 <context>
-    <name>NS::detail::ColorWheel</name>
+    <name>Pellarvine::detail::ColorWheel</name>
     <message>
         <source>Hue and saturation</source>
         <translation>Teinte et saturation</translation>
@@ -231,62 +229,64 @@
     </message>
 </context>
 <context>
-    <name>NS::detail::ScreenColorPicker</name>
+    <name>Pellarvine::detail::ScreenColorPicker</name>
     <message>
         <source>Pick a colour from the screen</source>
         <translation>Prélever une couleur à l’écran</translation>
     </message>
 </context>
 <context>
-    <name>Pellarvine::AboutWindowController</name>
+    <name>Pellarvine::detail::StandardWindowButton</name>
     <message>
-        <source>Version %1</source>
-        <translation>Version %1</translation>
+        <source>Close</source>
+        <translation>Fermer</translation>
     </message>
     <message>
-        <source>About %1</source>
-        <translation>À propos de %1</translation>
-    </message>
-</context>
-<context>
-    <name>Pellarvine::Application</name>
-    <message>
-        <source>&amp;About %1</source>
-        <translation>À &amp;propos de %1</translation>
-    </message>
-</context>
-<context>
-    <name>Pellarvine::ColorPickerButton</name>
-    <message>
-        <source>Colour</source>
-        <translation>Couleur</translation>
+        <source>Minimise</source>
+        <translation>Réduire</translation>
     </message>
     <message>
-        <source>&amp;Copy Colour</source>
-        <translation>&amp;Copier la couleur</translation>
+        <source>Restore</source>
+        <translation>Restaurer</translation>
     </message>
     <message>
-        <source>&amp;Paste Colour</source>
-        <translation>C&amp;oller la couleur</translation>
+        <source>Maximise</source>
+        <translation>Agrandir</translation>
+    </message>
+    <message>
+        <source>Folders of the document</source>
+        <translation>Dossiers du document</translation>
+    </message>
+    <message>
+        <source>Versions of the document</source>
+        <translation>Versions du document</translation>
     </message>
 </context>
 <context>
-    <name>Pellarvine::ReplaceableImageView</name>
+    <name>Pellarvine::detail::URLSession</name>
     <message>
-        <source>Images</source>
-        <translation>Images</translation>
+        <source>The server closed the connection before its answer was complete.</source>
+        <translation>Le serveur a fermé la connexion avant d’avoir répondu entièrement.</translation>
     </message>
     <message>
-        <source>C&amp;hoose Image…</source>
-        <translation>C&amp;hoisir une image…</translation>
+        <source>The server did not answer in time.</source>
+        <translation>Le serveur n’a pas répondu à temps.</translation>
     </message>
     <message>
-        <source>Choose Image</source>
-        <translation>Choisir une image</translation>
+        <source>The program is ending.</source>
+        <translation>Le programme est en train de se terminer.</translation>
     </message>
     <message>
-        <source>Choose</source>
-        <translation>Choisir</translation>
+        <source>There is no application object.</source>
+        <translation>Il n’y a pas d’objet d’application.</translation>
+    </message>
+    <message>
+        <source>The server redirects to another server.</source>
+        <translation>Le serveur redirige vers un autre serveur.</translation>
+    </message>
+    <message>
+        <source>The server redirects too many times.</source>
+        <translation>Le serveur redirige trop de fois.</translation>
     </message>
 </context>
 </TS>

@@ -158,7 +158,7 @@ def complete(members, lines):
 
 
 def copy(sources, output):
-    """Copies the public headers; returns their paths below both folders."""
+    """Copies the public headers; returns what they are included as, "Platform/NSView.h"."""
     copied = []
     shutil.rmtree(output / "include", ignore_errors=True)
     for header in (output / "headers.txt").read_text(encoding="utf-8").split():
@@ -167,10 +167,11 @@ def copy(sources, output):
             continue
         for members in declarations(lines):
             complete(members, lines)
-        target = output / "include/pellarvine" / header
+        included_as = Path(header).parts[0] + "/" + Path(header).name
+        target = output / "include/pellarvine" / included_as
         target.parent.mkdir(parents=True, exist_ok=True)
         target.write_text("\n".join(lines), encoding="utf-8")
-        copied.append(header)
+        copied.append(included_as)
     return copied
 
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "Ostrevane/DeviceModel.h"
 #include "ResourceFile.h"
 
 #include <pellarvine/Ostrevane/App.h>
-#include <pellarvine/Ostrevane/DeviceModel.h>
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Ostrevane/TicketRequest.h>
+#include "Ostrevane/TicketRequest.h"
 
 #include <QMetaProperty>
 #include <QXmlStreamReader>

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Inbox.h"
 #include "LoopbackServer.h"
-
-#include <pellarvine/Ostrevane/TicketRequest.h>
-#include <pellarvine/Platform/NSURLSession.h>
+#include "Network/NSURLSession.h"
+#include "Ostrevane/TicketRequest.h"
 
 #include <QLoggingCategory>
 #include <QNetworkProxy>
@@ -223,7 +222,7 @@ TEST_F(TicketTransfer, a_server_that_falls_silent_is_an_error_in_the_end)
     QNetworkRequest head = ticket.head();
     head.setTransferTimeout(300);
     const Inbox inbox;
-    NS::URLSession::shared().post(head, ticket.body(), inbox.callback());
+    Pellarvine::detail::URLSession::shared().post(head, ticket.body(), inbox.callback());
     const QList<Inbox::Call> calls = inbox.waitFor(1);
     ASSERT_EQ(calls.size(), 1);
     ASSERT_TRUE(calls[0].error);

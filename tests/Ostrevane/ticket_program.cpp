@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // ticket_program WAY: posts tickets that get no answer and ends in that way. Prints a line for each
 // call of a callback: the error's code, and the thread if it was the main one.
-#include <pellarvine/Ostrevane/TicketRequest.h>
+#include "Ostrevane/TicketRequest.h"
 
 #include <QCoreApplication>
 #include <QTimer>

@@ -48,7 +48,7 @@ QList<NS::TextField *> messages()
     QList<NS::TextField *> fields;
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *const window : windows) {
-        if (!window->isVisible() || !window->inherits("Pellarvine::PopoverBubble"))
+        if (!window->isVisible() || !window->inherits("Pellarvine::detail::PopoverBubble"))
             continue;
         fields += window->findChildren<NS::TextField *>();
     }

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/CryptorEngine.h>
+#include "Shared/CryptorEngine.h"
+#include "Shared/HMAC.h"
+#include "Shared/KeyGen.h"
+
 #include <pellarvine/Shared/Data+Random.h>
 #include <pellarvine/Shared/Decryptor.h>
 #include <pellarvine/Shared/Encryptor.h>
-#include <pellarvine/Shared/HMAC.h>
-#include <pellarvine/Shared/KeyGen.h>
 
 #include <QRandomGenerator>
 #include <gtest/gtest.h>
@@ -237,12 +238,13 @@ TEST(Decryptor, its_state_can_be_set_from_outside)
 
     // Fresh engine and tag: the container's body alone is fed.
     const auto key = [](qsizetype salt) {
-        return KeyGen::generateAES256(passphrase.toUtf8(), foreignContainer.sliced(salt, 8));
+        return detail::KeyGen::generateAES256(passphrase.toUtf8(),
+                                              foreignContainer.sliced(salt, 8));
     };
     Decryptor streaming(QStringLiteral("not used"));
-    streaming.setEngine(std::make_unique<CryptorEngine>(CryptorOperation::decrypt, key(4),
-                                                        foreignContainer.sliced(20, 16)));
-    streaming.setHmac(std::make_unique<HMAC>(key(12)));
+    streaming.setEngine(std::make_unique<detail::CryptorEngine>(
+            detail::CryptorOperation::decrypt, key(4), foreignContainer.sliced(20, 16)));
+    streaming.setHmac(std::make_unique<detail::HMAC>(key(12)));
     streaming.hmac()->feed(foreignContainer.first(36));
     text = streaming.feed(foreignContainer.sliced(36));
     EXPECT_EQ(text += streaming.finalize(), foreignPlaintext);
@@ -252,7 +254,7 @@ TEST(Decryptor, bad_padding_under_a_right_tag_stops_the_process)
 {
     const auto openForged = [] {
         QByteArray body = foreignContainer.first(36) + QByteArray(16, 'x');
-        HMAC hmac(KeyGen::generateAES256(passphrase.toUtf8(), body.sliced(12, 8)));
+        detail::HMAC hmac(detail::KeyGen::generateAES256(passphrase.toUtf8(), body.sliced(12, 8)));
         hmac.feed(body);
         Decryptor::decrypt(body += hmac.finalize(), passphrase);
     };

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/CryptorEngine.h>
+#include "Shared/CryptorEngine.h"
 
 #include <QScopeGuard>
 #include <gtest/gtest.h>
 
 #include <sys/mman.h>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 namespace {
 
@@ -136,4 +136,4 @@ TEST(CryptorEngine, failures_stop_the_process_with_their_messages)
     EXPECT_DEATH(endOnBadPadding(), "Cryptor finalize failed\n$");
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

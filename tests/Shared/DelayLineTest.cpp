@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/DelayLine.h>
+#include "Shared/DelayLine.h"
 
 #include <QRandomGenerator>
 #include <gtest/gtest.h>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 TEST(DelayLine, releases_nothing_until_it_is_full_and_then_byte_for_byte)
 {
@@ -50,4 +50,4 @@ TEST(DelayLine, keeps_order_and_the_last_bytes_whatever_the_chunks)
     }
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

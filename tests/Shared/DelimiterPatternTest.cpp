@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "../support/LiteralMarkup.h"
+#include "Shared/DelimiterPattern.h"
 
-#include <pellarvine/Shared/DelimiterPattern.h>
-#include <pellarvine/Shared/GraphemeClusters.h>
-#include <pellarvine/Shared/InlineParsers.h>
-#include <pellarvine/Shared/RegularExpression.h>
+#include "../support/LiteralMarkup.h"
+#include "Shared/GraphemeClusters.h"
+#include "Shared/InlineParsers.h"
+#include "Shared/RegularExpression.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <pellarvine/Shared/HMAC.h>
-#include <pellarvine/Shared/KeyGen.h>
-#include <pellarvine/Shared/Secret.h>
-#include <pellarvine/Shared/TagComparison.h>
+#include "Shared/HMAC.h"
+#include "Shared/KeyGen.h"
+#include "Shared/Secret.h"
+#include "Shared/TagComparison.h"
 
 #include <QRandomGenerator>
 #include <QString>
@@ -10,7 +10,7 @@
 
 #include <new>
 
-namespace Pellarvine {
+namespace Pellarvine::detail {
 
 namespace {
 
@@ -71,9 +71,9 @@ TEST(KeyGen, texts_of_different_normal_forms_give_different_keys)
 {
     const QString composed = QString::fromUtf8("\u00e9");
     const QString decomposed = QString::fromUtf8("e\u0301");
-    EXPECT_EQ(key(detail::Passphrase(composed), "saltsalt").toHex(),
+    EXPECT_EQ(key(Passphrase(composed), "saltsalt").toHex(),
               "e3e6b6d283156bf0fbd6cdcc5c4d05de6660ef65b175ee6f3898a86ecdd55860");
-    EXPECT_EQ(key(detail::Passphrase(decomposed), "saltsalt").toHex(),
+    EXPECT_EQ(key(Passphrase(decomposed), "saltsalt").toHex(),
               "ac86357f2d54adafdb2f81649fbc2da45c752f9ea03f68a005ec024a26b13e22");
 }
 
@@ -133,7 +133,7 @@ TEST(TagComparison, a_wrong_length_is_a_difference_even_if_all_bytes_agree)
 
 TEST(Secret, bytes_are_wiped_when_they_move_and_when_they_go)
 {
-    using Secret = detail::SecretArray<16>;
+    using Secret = SecretArray<16>;
     static_assert(!std::is_copy_constructible_v<Secret> && !std::is_copy_assignable_v<Secret>);
     alignas(Secret) unsigned char place[sizeof(Secret)];
     auto *const secret = new (place) Secret;
@@ -150,10 +150,10 @@ TEST(Secret, bytes_are_wiped_when_they_move_and_when_they_go)
 
 TEST(Secret, a_passphrase_is_its_utf8_bytes)
 {
-    EXPECT_EQ(QByteArrayView(detail::Passphrase(QString::fromUtf8("Grüße \U0001F511"))),
+    EXPECT_EQ(QByteArrayView(Passphrase(QString::fromUtf8("Grüße \U0001F511"))),
               QByteArray("Grüße \U0001F511"));
-    EXPECT_TRUE(QByteArrayView(detail::Passphrase(QString())).isEmpty());
-    EXPECT_DEATH(detail::Passphrase(QString(QChar(0xd800))), "Error: .*passphrase");
+    EXPECT_TRUE(QByteArrayView(Passphrase(QString())).isEmpty());
+    EXPECT_DEATH(Passphrase(QString(QChar(0xd800))), "Error: .*passphrase");
 }
 
 TEST(KeyGen, failure_stops_the_process_with_the_status)
@@ -165,4 +165,4 @@ TEST(KeyGen, failure_stops_the_process_with_the_status)
     EXPECT_DEATH(deriveWithoutAlgorithms(), "Error: Secure key generation failed! \\(0\\)\n$");
 }
 
-} // namespace Pellarvine
+} // namespace Pellarvine::detail

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Shared/RegularExpression.h"
+
 #include <pellarvine/Platform/NSMutableAttributedString.h>
 #include <pellarvine/Shared/MarkupParser.h>
 #include <pellarvine/Shared/Parser.h>
-#include <pellarvine/Shared/RegularExpression.h>
 
 #include <unicode/brkiter.h>
 

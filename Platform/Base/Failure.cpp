@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "Base/Failure.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+// One write for the whole line, so that lines of several threads do not mix.
+void writeLine(std::FILE *stream, std::string_view message)
+{
+    std::string line(message);
+    line += '\n';
+    std::fwrite(line.data(), 1, line.size(), stream);
+    std::fflush(stream);
+}
+
+} // namespace
+
+void fatalError(std::string_view message)
+{
+    writeLine(stderr, message);
+    std::abort();
+}
+
+void printWarning(std::string_view message)
+{
+    writeLine(stdout, message);
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "Base/NSBundle.h"
+
+#include "Base/Failure.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+
+#include <algorithm>
+#include <mutex>
+#include <set>
+#include <string>
+
+using namespace Qt::StringLiterals;
+
+namespace NS {
+
+namespace {
+
+// Of a graphical application; this library does not load QtGui.
+QString displayName()
+{
+    const QCoreApplication *const application = QCoreApplication::instance();
+    return application ? application->property("applicationDisplayName").toString() : QString();
+}
+
+QVariantMap factsOfQt()
+{
+    const QString name = QCoreApplication::applicationName();
+    QStringList domain = QCoreApplication::organizationDomain().split(u'.', Qt::SkipEmptyParts);
+    std::reverse(domain.begin(), domain.end());
+    domain.append(name);
+    const std::pair<QString, QString> facts[] = {
+        { u"CFBundleName"_s, name },
+        { u"CFBundleDisplayName"_s, displayName() },
+        { u"CFBundleShortVersionString"_s, QCoreApplication::applicationVersion() },
+        { u"CFBundleIdentifier"_s,
+          domain.size() > 1 && !name.isEmpty() ? domain.join(u'.') : QString() },
+    };
+    QVariantMap map;
+    for (const auto &[key, value] : facts) {
+        if (!value.isEmpty())
+            map.insert(key, value);
+    }
+    return map;
+}
+
+// One line for each fault, however often the file is read.
+void warnOnce(const std::string &fault)
+{
+    static std::mutex mutex;
+    static auto *const known = new std::set<std::string>;
+    const std::lock_guard lock(mutex);
+    if (known->insert(fault).second)
+        detail::printWarning("Warning: " + fault);
+}
+
+} // namespace
+
+Bundle Bundle::main()
+{
+    return {};
+}
+
+QVariant Bundle::objectForInfoDictionaryKey(const QString &key) const
+{
+    try {
+        return infoDictionary().value(key);
+    } catch (const PropertyListError &error) {
+        warnOnce(error.what());
+        return factsOfQt().value(key);
+    }
+}
+
+QString Bundle::bundleIdentifier() const
+{
+    const QVariant identifier = objectForInfoDictionaryKey(u"CFBundleIdentifier"_s);
+    return identifier.typeId() == QMetaType::QString ? identifier.toString() : QString();
+}
+
+QVariantMap Bundle::infoDictionary() const
+{
+    const QString path = infoDictionaryPath();
+    if (path.isEmpty())
+        return factsOfQt();
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw PropertyListError(path, 1, 1, file.errorString());
+    const QVariant list = propertyListFromXML(file.readAll(), path);
+    if (list.typeId() != QMetaType::QVariantMap)
+        throw PropertyListError(path, 1, 1, u"it holds no dictionary"_s);
+    return list.toMap();
+}
+
+QString Bundle::infoDictionaryPath() const
+{
+    const QString paths[] = { u":/Info.plist"_s,
+                              QCoreApplication::applicationDirPath() + u"/Info.plist"_s };
+    for (const QString &path : paths) {
+        if (QFileInfo::exists(path))
+            return path;
+    }
+    return {};
+}
+
+} // namespace NS

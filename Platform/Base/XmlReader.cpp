@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "Base/XmlReader.h"
+
+#include <QStringConverter>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine::detail {
+
+XmlReader::XmlReader(const QByteArray &contents)
+{
+    QStringDecoder decode(
+            QStringConverter::encodingForData(contents).value_or(QStringConverter::Utf8));
+    m_text = decode(contents);
+    addData(m_text);
+    if (decode.hasError())
+        raiseError(u"It is not text in UTF-8."_s);
+}
+
+// The reader tells where a tag ends, and no "<" stands within one.
+void XmlReader::noteTag()
+{
+    const qsizetype end = std::min(qsizetype(characterOffset()), m_text.size());
+    const qsizetype start = end > 0 ? m_text.lastIndexOf(u'<', end - 1) : -1;
+    while (m_scanned < start) {
+        if (m_text[m_scanned++] == u'\n') {
+            ++m_line;
+            m_lineStart = m_scanned;
+        }
+    }
+    m_column = int(m_scanned - m_lineStart) + 1;
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: MIT
+#include "Controls/AccessibleSegments.h"
+
+#include <QKeySequence>
+
+namespace Pellarvine::detail {
+
+using Tracking = NS::SegmentedControl::SwitchTracking;
+
+namespace {
+
+// As Qt's own tabs and buttons say it.
+QString withoutMnemonics(const QString &label)
+{
+    QString text;
+    for (qsizetype i = 0; i < label.size(); ++i) {
+        if (label[i] == u'&' && ++i == label.size())
+            break;
+        text += label[i];
+    }
+    return text;
+}
+
+QAccessibleInterface *makeAccessible(const QString &, QObject *object)
+{
+    auto *const control = qobject_cast<NS::SegmentedControl *>(object);
+    return control ? new AccessibleSegmentedControl(control) : nullptr;
+}
+
+} // namespace
+
+AccessibleSegment::AccessibleSegment(NS::SegmentedControl *control, int segment)
+    : m_control(control)
+    , m_segment(segment)
+{ }
+
+bool AccessibleSegment::isValid() const
+{
+    return m_control && m_segment < m_control->segmentCount();
+}
+
+QWindow *AccessibleSegment::window() const
+{
+    return m_control ? m_control->window()->windowHandle() : nullptr;
+}
+
+QAccessibleInterface *AccessibleSegment::parent() const
+{
+    return QAccessible::queryAccessibleInterface(m_control);
+}
+
+QString AccessibleSegment::text(QAccessible::Text kind) const
+{
+    if (!isValid())
+        return {};
+    const QString label = m_control->labelForSegment(m_segment);
+    const QString toolTip = m_control->toolTipForSegment(m_segment);
+    switch (kind) {
+    case QAccessible::Name:
+        return label.isEmpty() ? toolTip : withoutMnemonics(label);
+    case QAccessible::Description:
+        return label.isEmpty() ? QString() : toolTip;
+    case QAccessible::Accelerator:
+        return QKeySequence::mnemonic(label).toString(QKeySequence::NativeText);
+    default:
+        return {};
+    }
+}
+
+QRect AccessibleSegment::rect() const
+{
+    if (!isValid())
+        return {};
+    const QRect rect = m_control->segmentRect(m_segment);
+    return { m_control->mapToGlobal(rect.topLeft()), rect.size() };
+}
+
+QAccessible::Role AccessibleSegment::role() const
+{
+    const bool isTab = m_control && m_control->trackingMode() == Tracking::selectOne;
+    return isTab ? QAccessible::PageTab : QAccessible::Button;
+}
+
+QAccessible::State AccessibleSegment::state() const
+{
+    QAccessible::State state;
+    if (!isValid()) {
+        state.invalid = true;
+        return state;
+    }
+    const bool isSelected = m_control->isSelectedForSegment(m_segment);
+    const bool isEnabled = m_control->isEnabled() && m_control->isEnabledForSegment(m_segment);
+    state.disabled = !isEnabled;
+    state.invisible = !m_control->isVisible();
+    state.focusable = isEnabled;
+    state.focused = m_control->hasFocus() && m_control->focusedSegment() == m_segment;
+    switch (m_control->trackingMode()) {
+    case Tracking::selectOne:
+        state.selectable = isEnabled;
+        state.selected = isSelected;
+        break;
+    case Tracking::selectAny:
+        state.checkable = true;
+        state.checked = isSelected;
+        break;
+    case Tracking::momentary:
+        break;
+    }
+    return state;
+}
+
+void *AccessibleSegment::interface_cast(QAccessible::InterfaceType type)
+{
+    return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface *>(this)
+                                                : nullptr;
+}
+
+QStringList AccessibleSegment::actionNames() const
+{
+    if (!isValid() || state().disabled)
+        return {};
+    const bool isToggle = m_control->trackingMode() == Tracking::selectAny;
+    return { isToggle ? toggleAction() : pressAction() };
+}
+
+void AccessibleSegment::doAction(const QString &name)
+{
+    if (actionNames().contains(name))
+        m_control->click(m_segment);
+}
+
+QStringList AccessibleSegment::keyBindingsForAction(const QString &) const
+{
+    const QString shortcut = text(QAccessible::Accelerator);
+    return shortcut.isEmpty() ? QStringList() : QStringList(shortcut);
+}
+
+AccessibleSegmentedControl::AccessibleSegmentedControl(NS::SegmentedControl *control)
+    : QAccessibleWidget(control)
+{ }
+
+AccessibleSegmentedControl::~AccessibleSegmentedControl()
+{
+    for (const QAccessible::Id id : std::as_const(m_segments))
+        QAccessible::deleteAccessibleInterface(id);
+}
+
+void AccessibleSegmentedControl::install()
+{
+    static const bool isInstalled = [] {
+        QAccessible::installFactory(&makeAccessible);
+        return true;
+    }();
+    Q_UNUSED(isInstalled)
+}
+
+QAccessible::Role AccessibleSegmentedControl::role() const
+{
+    return control()->trackingMode() == Tracking::selectOne ? QAccessible::PageTabList
+                                                            : QAccessible::Grouping;
+}
+
+int AccessibleSegmentedControl::childCount() const
+{
+    return control()->segmentCount();
+}
+
+QAccessibleInterface *AccessibleSegmentedControl::child(int index) const
+{
+    if (index < 0 || index >= childCount())
+        return nullptr;
+    const auto known = m_segments.constFind(index);
+    if (known != m_segments.constEnd())
+        return QAccessible::accessibleInterface(*known);
+    auto *const made = new AccessibleSegment(control(), index);
+    m_segments.insert(index, QAccessible::registerAccessibleInterface(made));
+    return made;
+}
+
+QAccessibleInterface *AccessibleSegmentedControl::childAt(int x, int y) const
+{
+    return child(control()->segmentAt(control()->mapFromGlobal(QPoint(x, y))));
+}
+
+QAccessibleInterface *AccessibleSegmentedControl::focusChild() const
+{
+    return control()->hasFocus() ? child(control()->focusedSegment()) : nullptr;
+}
+
+int AccessibleSegmentedControl::indexOfChild(const QAccessibleInterface *child) const
+{
+    const auto *const segment = dynamic_cast<const AccessibleSegment *>(child);
+    return segment && segment->parent() == this ? segment->segment() : -1;
+}
+
+NS::SegmentedControl *AccessibleSegmentedControl::control() const
+{
+    return static_cast<NS::SegmentedControl *>(widget());
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Controls/NSSegmentedControl.h"
+
+#include <QAccessibleWidget>
+#include <QHash>
+#include <QPointer>
+
+namespace Pellarvine::detail {
+
+/// One segment as a screen reader meets it: a tab, a toggle button or a button.
+class AccessibleSegment : public QAccessibleInterface, public QAccessibleActionInterface
+{
+public:
+    AccessibleSegment(NS::SegmentedControl *control, int segment);
+
+    bool isValid() const override;
+    QObject *object() const override { return nullptr; }
+    QWindow *window() const override;
+    QAccessibleInterface *parent() const override;
+    QAccessibleInterface *child(int) const override { return nullptr; }
+    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
+    QString text(QAccessible::Text kind) const override;
+    void setText(QAccessible::Text, const QString &) override { }
+    QRect rect() const override;
+    QAccessible::Role role() const override;
+    QAccessible::State state() const override;
+    void *interface_cast(QAccessible::InterfaceType type) override;
+
+    QStringList actionNames() const override;
+    void doAction(const QString &name) override;
+    QStringList keyBindingsForAction(const QString &name) const override;
+
+    int segment() const { return m_segment; }
+
+private:
+    QPointer<NS::SegmentedControl> m_control;
+    int m_segment;
+};
+
+class AccessibleSegmentedControl : public QAccessibleWidget
+{
+public:
+    explicit AccessibleSegmentedControl(NS::SegmentedControl *control);
+    ~AccessibleSegmentedControl() override;
+
+    /// Makes screen readers meet segmented controls so. May be called any number of times.
+    static void install();
+
+    QAccessible::Role role() const override;
+    int childCount() const override;
+    QAccessibleInterface *child(int index) const override;
+    QAccessibleInterface *childAt(int x, int y) const override;
+    QAccessibleInterface *focusChild() const override;
+    int indexOfChild(const QAccessibleInterface *child) const override;
+
+private:
+    NS::SegmentedControl *control() const;
+
+    mutable QHash<int, QAccessible::Id> m_segments; // made when first asked for
+};
+
+} // namespace Pellarvine::detail

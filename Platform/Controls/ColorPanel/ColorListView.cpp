@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#include "Controls/ColorPanel/ColorListView.h"
+
+#include "Drawing/ColorExchange.h"
+#include "Drawing/NSColorList.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QSignalBlocker>
+#include <QStyledItemDelegate>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+constexpr int tileSide = 40;
+constexpr int gap = 4;
+constexpr double radius = 6;
+
+class TileDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override
+    {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        const QRectF tile = QRectF(option.rect).adjusted(gap, gap, -gap, -gap);
+        QPainterPath path;
+        path.addRoundedRect(tile.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+        fillWithColor(*painter, path, index.data(Qt::DecorationRole).value<QColor>());
+        QColor edge = option.palette.color(QPalette::WindowText);
+        edge.setAlphaF(0.2F);
+        painter->strokePath(path, edge);
+        const bool isSelected = option.state & QStyle::State_Selected;
+        const bool hasFocus = option.state & QStyle::State_HasFocus;
+        if (isSelected || hasFocus) {
+            painter->setBrush(Qt::NoBrush);
+            painter->setPen(QPen(option.palette.color(hasFocus ? QPalette::Highlight
+                                                               : QPalette::PlaceholderText),
+                                 2));
+            painter->drawRoundedRect(tile.adjusted(-2, -2, 2, 2), radius + 2, radius + 2);
+        }
+        painter->restore();
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const override
+    {
+        return { tileSide, tileSide };
+    }
+};
+
+} // namespace
+
+ColorListView::ColorListView(QWidget *parent)
+    : QListWidget(parent)
+{
+    setViewMode(QListView::IconMode);
+    setMovement(QListView::Static);
+    setResizeMode(QListView::Adjust);
+    setUniformItemSizes(true);
+    setSpacing(0);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setAutoFillBackground(false);
+    setItemDelegate(new TileDelegate(this));
+    // Not the current item: that is set by the focus as well, which chooses nothing.
+    connect(this, &QListWidget::itemSelectionChanged, this, [this] {
+        const QList<QListWidgetItem *> items = selectedItems();
+        if (!items.isEmpty())
+            Q_EMIT chosen(items.constFirst()->data(Qt::DecorationRole).value<QColor>());
+    });
+    // The one that is selected already may be chosen again for its colour.
+    connect(this, &QListWidget::itemActivated, this, [this](const QListWidgetItem *item) {
+        Q_EMIT chosen(item->data(Qt::DecorationRole).value<QColor>());
+    });
+}
+
+void ColorListView::setList(const NS::ColorList &list)
+{
+    const QSignalBlocker blocker(this);
+    clear();
+    for (const auto &[name, color] : list.entries) {
+        auto *const item = new QListWidgetItem(this);
+        const QColor shown = color.toQColor();
+        item->setData(Qt::DecorationRole, shown);
+        item->setToolTip(name);
+        item->setData(Qt::AccessibleTextRole, name);
+        item->setData(Qt::AccessibleDescriptionRole, hexText(shown, shown.alpha() < 255));
+    }
+    setAccessibleName(tr("Colours of %1").arg(list.name));
+    setColor(m_color);
+}
+
+void ColorListView::setColor(const QColor &color)
+{
+    m_color = color;
+    const QSignalBlocker blocker(this);
+    for (int row = 0; row < count(); ++row) {
+        if (item(row)->data(Qt::DecorationRole).value<QColor>() == color)
+            return setCurrentRow(row);
+    }
+    clearSelection();
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+#include "Controls/ColorPanel/NSColorPanel.h"
+
+#include "Controls/ColorPanel/ColorPanelContent.h"
+
+#include <QApplication>
+#include <QChildEvent>
+#include <QKeyEvent>
+#include <QMetaEnum>
+#include <QPointer>
+#include <QVBoxLayout>
+
+namespace NS {
+
+namespace {
+
+QPointer<ColorPanel> &shared()
+{
+    static QPointer<ColorPanel> panel;
+    return panel;
+}
+
+} // namespace
+
+struct ColorPanel::Private
+{
+    QColor color = QColor(Qt::white);
+    bool showsAlpha = false;
+    Mode mode = wheelMode;
+    mutable QPointer<detail::ColorPanelContent> content;
+};
+
+ColorPanel *ColorPanel::sharedColorPanel()
+{
+    if (!shared()) {
+        shared() = new ColorPanel;
+        // Widgets must be gone before the application object is.
+        qAddPostRoutine([] { delete shared(); });
+    }
+    return shared();
+}
+
+bool ColorPanel::sharedColorPanelExists()
+{
+    return shared();
+}
+
+ColorPanel::ColorPanel()
+    : QWidget(nullptr, Qt::Tool)
+    , d(std::make_unique<Private>())
+{
+    setWindowTitle(tr("Colours"));
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    contentView();
+    adjustSize();
+    layout->activate(); // which gives the content its size before it is shown anywhere
+}
+
+ColorPanel::~ColorPanel()
+{
+    delete d->content; // wherever it is: it refers to this panel
+}
+
+QColor ColorPanel::color() const
+{
+    return d->color;
+}
+
+void ColorPanel::setColor(const QColor &color)
+{
+    if (!color.isValid())
+        return;
+    QColor rgb = color.toRgb();
+    if (!d->showsAlpha)
+        rgb.setAlpha(255);
+    if (rgb == d->color)
+        return;
+    d->color = rgb;
+    Q_EMIT colorChanged(rgb);
+}
+
+bool ColorPanel::showsAlpha() const
+{
+    return d->showsAlpha;
+}
+
+void ColorPanel::setShowsAlpha(bool showsAlpha)
+{
+    if (showsAlpha == d->showsAlpha)
+        return;
+    d->showsAlpha = showsAlpha;
+    Q_EMIT showsAlphaChanged(showsAlpha);
+    setColor(d->color);
+}
+
+ColorPanel::Mode ColorPanel::mode() const
+{
+    return d->mode;
+}
+
+void ColorPanel::setMode(Mode mode)
+{
+    if (mode == d->mode || !QMetaEnum::fromType<Mode>().valueToKey(mode))
+        return;
+    d->mode = mode;
+    Q_EMIT modeChanged(mode);
+}
+
+QToolBar *ColorPanel::toolbar() const
+{
+    contentView();
+    return d->content->toolbar();
+}
+
+QWidget *ColorPanel::contentView() const
+{
+    if (!d->content) {
+        auto *const self = const_cast<ColorPanel *>(this);
+        d->content = new detail::ColorPanelContent(self);
+        self->layout()->addWidget(d->content);
+        d->content->show(); // with the window, which may be about to be shown
+    }
+    return d->content;
+}
+
+void ColorPanel::reclaimContentView()
+{
+    QWidget *const content = contentView();
+    if (content->parentWidget() == this)
+        return;
+    layout()->addWidget(content);
+    content->show();
+}
+
+void ColorPanel::orderFront()
+{
+    show();
+    raise();
+    activateWindow();
+}
+
+void ColorPanel::orderOut()
+{
+    hide();
+}
+
+void ColorPanel::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        setWindowTitle(tr("Colours"));
+}
+
+void ColorPanel::childEvent(QChildEvent *event)
+{
+    QWidget::childEvent(event);
+    // An empty window is of no use to anybody.
+    if (event->removed() && event->child() == d->content)
+        hide();
+}
+
+void ColorPanel::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Cancel))
+        return orderOut();
+    QWidget::keyPressEvent(event);
+}
+
+void ColorPanel::showEvent(QShowEvent *event)
+{
+    reclaimContentView();
+    QWidget::showEvent(event);
+}
+
+} // namespace NS

@@ -1,0 +1,451 @@
+// SPDX-License-Identifier: MIT
+#include "Controls/NSImageView.h"
+
+#include "Base/FileContents.h"
+#include "Drawing/ImageDecoding.h"
+#include "Drawing/NSGraphicsContext.h"
+#include "View/AccessibleControl.h"
+#include "View/BusyCursor.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDragEnterEvent>
+#include <QImageReader>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QPainter>
+#include <QPointer>
+#include <QStyle>
+#include <QUrl>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace NS {
+
+namespace {
+
+constexpr int emptySide = 64;
+constexpr double ringWidth = 2;
+constexpr double ringRadius = 4;
+
+// A look at the file's first bytes, quick enough for a pointer that is passing by.
+bool isImageFile(const QUrl &url)
+{
+    const QString path = detail::ordinaryFilePath(url);
+    if (path.isEmpty())
+        return false;
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true);
+    return reader.canRead();
+}
+
+bool holdsImage(const QMimeData *data)
+{
+    return data && (isImageFile(data->urls().value(0)) || data->hasImage());
+}
+
+QImage imageIn(const QMimeData *data)
+{
+    const QUrl url = data->urls().value(0);
+    const QImage attached = data->hasImage() ? data->imageData().value<QImage>() : QImage();
+    QImage image;
+    if (isImageFile(url)) {
+        detail::runWithBusyCursor([&] {
+            if (const auto bytes = detail::contentsOfFile(url))
+                image = detail::decodedImage(*bytes);
+        });
+    }
+    return image.isNull() ? attached : image;
+}
+
+// The keys that belong to the view while it has the focus, before any menu of the program.
+enum class Edit {
+    none,
+    cut,
+    copy,
+    paste,
+    remove
+};
+
+Edit editFor(const QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Cut))
+        return Edit::cut;
+    if (event->matches(QKeySequence::Copy))
+        return Edit::copy;
+    if (event->matches(QKeySequence::Paste))
+        return Edit::paste;
+    if (event->matches(QKeySequence::Delete) || event->key() == Qt::Key_Backspace)
+        return Edit::remove;
+    return Edit::none;
+}
+
+class AccessibleImageView : public detail::AccessibleControl, public QAccessibleImageInterface
+{
+public:
+    explicit AccessibleImageView(ImageView *view)
+        : AccessibleControl(view, QAccessible::Graphic, ImageView::tr("Image"))
+    { }
+
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ImageInterface)
+            return static_cast<QAccessibleImageInterface *>(this);
+        return AccessibleControl::interface_cast(type);
+    }
+    QString text(QAccessible::Text text) const override
+    {
+        const QString given = AccessibleControl::text(text);
+        const bool isEmpty = view()->image().isEmpty();
+        return text == QAccessible::Description && given.isEmpty() && isEmpty
+                       ? view()->placeholderText()
+                       : given;
+    }
+    QString imageDescription() const override { return text(QAccessible::Name); }
+    QSize imageSize() const override { return view()->imageRect().size().toSize(); }
+    QPoint imagePosition() const override
+    {
+        return view()->mapToGlobal(view()->imageRect().topLeft().toPoint());
+    }
+
+private:
+    ImageView *view() const { return static_cast<ImageView *>(widget()); }
+};
+
+[[maybe_unused]] const bool isAccessible = [] {
+    detail::makeAccessible<ImageView, AccessibleImageView>();
+    return true;
+}();
+
+} // namespace
+
+struct ImageView::Private
+{
+    Image image;
+    ImageScaling scaling = scaleProportionallyDown;
+    Qt::Alignment alignment = Qt::AlignCenter;
+    bool isEditable = false;
+    bool isDropTarget = false;
+    QString placeholderText;
+    QImage scaled; // the bitmap in the pixels that it was last drawn with
+};
+
+ImageView::ImageView(QWidget *parent)
+    : QFrame(parent)
+    , d(std::make_unique<Private>())
+{ }
+
+ImageView::~ImageView() = default;
+
+const Image &ImageView::image() const
+{
+    return d->image;
+}
+
+void ImageView::setImage(const Image &image)
+{
+    if (image == d->image)
+        return;
+    const bool isResized = image.size() != d->image.size();
+    d->image = image;
+    d->scaled = {};
+    if (isResized)
+        updateGeometry();
+    update();
+    Q_EMIT imageChanged(image);
+}
+
+void ImageView::clear()
+{
+    setImage({});
+}
+
+ImageView::ImageScaling ImageView::imageScaling() const
+{
+    return d->scaling;
+}
+
+void ImageView::setImageScaling(ImageScaling scaling)
+{
+    if (scaling == d->scaling)
+        return;
+    d->scaling = scaling;
+    update();
+    Q_EMIT imageScalingChanged(scaling);
+}
+
+Qt::Alignment ImageView::imageAlignment() const
+{
+    return d->alignment;
+}
+
+void ImageView::setImageAlignment(Qt::Alignment alignment)
+{
+    if (alignment == d->alignment)
+        return;
+    d->alignment = alignment;
+    update();
+    Q_EMIT imageAlignmentChanged(alignment);
+}
+
+bool ImageView::isEditable() const
+{
+    return d->isEditable;
+}
+
+void ImageView::setEditable(bool isEditable)
+{
+    if (isEditable == d->isEditable)
+        return;
+    d->isEditable = isEditable;
+    setAcceptDrops(isEditable);
+    setFocusPolicy(isEditable ? Qt::StrongFocus : Qt::NoFocus);
+    update();
+    Q_EMIT editableChanged(isEditable);
+}
+
+QString ImageView::placeholderText() const
+{
+    return d->placeholderText;
+}
+
+void ImageView::setPlaceholderText(const QString &text)
+{
+    if (text == d->placeholderText)
+        return;
+    d->placeholderText = text;
+    update();
+    Q_EMIT placeholderTextChanged(text);
+}
+
+QRectF ImageView::imageRect() const
+{
+    const QRectF room = contentsRect();
+    QSizeF size = d->image.size();
+    if (d->image.isEmpty() || size.isEmpty() || room.isEmpty())
+        return {};
+    const QSizeF fitting = size.scaled(room.size(), Qt::KeepAspectRatio);
+    switch (d->scaling) {
+    case scaleProportionallyDown:
+        size = fitting.width() < size.width() ? fitting : size;
+        break;
+    case scaleAxesIndependently:
+        return room;
+    case scaleNone:
+        break;
+    case scaleProportionallyUpOrDown:
+        size = fitting;
+        break;
+    }
+    const Qt::Alignment alignment = QStyle::visualAlignment(layoutDirection(), d->alignment);
+    const auto offset = [](double free, bool isAtStart, bool isAtEnd) {
+        return isAtStart ? 0 : isAtEnd ? free : free / 2;
+    };
+    const QPointF origin(offset(room.width() - size.width(), alignment & Qt::AlignLeft,
+                                alignment & Qt::AlignRight),
+                         offset(room.height() - size.height(), alignment & Qt::AlignTop,
+                                alignment & Qt::AlignBottom));
+    // On whole pixels, so that an image in its own size stays sharp.
+    const double ratio = devicePixelRatio();
+    const QPointF snapped(std::round(origin.x() * ratio) / ratio,
+                          std::round(origin.y() * ratio) / ratio);
+    return { room.topLeft() + snapped, size };
+}
+
+QSize ImageView::sizeHint() const
+{
+    const QSize size = d->image.isEmpty() ? QSize(emptySide, emptySide)
+                                          : QSize(int(std::ceil(d->image.size().width())),
+                                                  int(std::ceil(d->image.size().height())));
+    return size.grownBy(contentsMargins());
+}
+
+QSize ImageView::minimumSizeHint() const
+{
+    return QSize(1, 1).grownBy(contentsMargins());
+}
+
+void ImageView::copy()
+{
+    if (!d->image.isEmpty())
+        QApplication::clipboard()->setImage(d->image.bitmap());
+}
+
+void ImageView::cut()
+{
+    if (!d->isEditable || d->image.isEmpty())
+        return;
+    copy();
+    edit({});
+}
+
+void ImageView::paste()
+{
+    const QMimeData *const pasted = QApplication::clipboard()->mimeData();
+    if (!d->isEditable || !holdsImage(pasted))
+        return;
+    const QPointer<ImageView> guard(this);
+    const QImage image = imageIn(pasted);
+    if (guard && !image.isNull())
+        edit(Image(image));
+}
+
+bool ImageView::performDragOperation(QDropEvent *event)
+{
+    if (!d->isEditable || !holdsImage(event->mimeData()))
+        return false;
+    const QPointer<ImageView> guard(this);
+    const QImage image = imageIn(event->mimeData());
+    if (!guard || image.isNull())
+        return false;
+    edit(Image(image));
+    return true;
+}
+
+void ImageView::edit(const Image &image)
+{
+    setImage(image);
+    Q_EMIT imageEdited(image);
+}
+
+QMenu *ImageView::createStandardContextMenu()
+{
+    auto *const menu = new QMenu(this);
+    const auto add = [&](const QString &text, const char *icon, QKeySequence::StandardKey key,
+                         bool isEnabled, auto &&perform) {
+        QAction *const action = menu->addAction(QIcon::fromTheme(QLatin1StringView(icon)), text);
+        action->setShortcut(key);
+        action->setEnabled(isEnabled);
+        connect(action, &QAction::triggered, this, perform);
+    };
+    const bool isFilled = !d->image.isEmpty();
+    const bool canPaste = d->isEditable && holdsImage(QApplication::clipboard()->mimeData());
+    add(tr("Cu&t"), "edit-cut", QKeySequence::Cut, d->isEditable && isFilled, &ImageView::cut);
+    add(tr("&Copy"), "edit-copy", QKeySequence::Copy, isFilled, &ImageView::copy);
+    add(tr("&Paste"), "edit-paste", QKeySequence::Paste, canPaste, &ImageView::paste);
+    add(tr("Delete"), "edit-delete", QKeySequence::Delete, d->isEditable && isFilled,
+        [this] { edit({}); });
+    return menu;
+}
+
+bool ImageView::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride && d->isEditable
+        && editFor(static_cast<QKeyEvent *>(event)) != Edit::none)
+        event->accept();
+    return QFrame::event(event);
+}
+
+void ImageView::changeEvent(QEvent *event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange || event->type() == QEvent::EnabledChange)
+        update();
+}
+
+void ImageView::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (!d->isEditable)
+        return QFrame::contextMenuEvent(event);
+    QMenu *const menu = createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
+}
+
+void ImageView::dragEnterEvent(QDragEnterEvent *event)
+{
+    // Only what is copied: nobody loses the file that they drop here.
+    const bool isWelcome = d->isEditable && (event->possibleActions() & Qt::CopyAction)
+                           && holdsImage(event->mimeData());
+    if (!isWelcome)
+        return event->ignore(); // the pointer says so
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    d->isDropTarget = true;
+    update();
+}
+
+void ImageView::dragLeaveEvent(QDragLeaveEvent *)
+{
+    d->isDropTarget = false;
+    update();
+}
+
+void ImageView::dropEvent(QDropEvent *event)
+{
+    d->isDropTarget = false;
+    update();
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(performDragOperation(event));
+}
+
+void ImageView::focusInEvent(QFocusEvent *event)
+{
+    QFrame::focusInEvent(event);
+    update();
+}
+
+void ImageView::focusOutEvent(QFocusEvent *event)
+{
+    QFrame::focusOutEvent(event);
+    update();
+}
+
+void ImageView::keyPressEvent(QKeyEvent *event)
+{
+    switch (d->isEditable ? editFor(event) : Edit::none) {
+    case Edit::cut:
+        return cut();
+    case Edit::copy:
+        return copy();
+    case Edit::paste:
+        return paste();
+    case Edit::remove:
+        if (!d->image.isEmpty())
+            edit({});
+        return;
+    case Edit::none:
+        return QFrame::keyPressEvent(event);
+    }
+}
+
+void ImageView::paintEvent(QPaintEvent *event)
+{
+    QFrame::paintEvent(event);
+    QPainter painter(this);
+    painter.setClipRect(contentsRect());
+    const QRectF target = imageRect();
+    if (!isEnabled())
+        painter.setOpacity(0.5);
+    if (!target.isEmpty()) {
+        // Scaled once, and well: a painter takes four pixels into account however many there are.
+        const QSize pixels = painter.deviceTransform().mapRect(target).size().toSize();
+        const QImage &bitmap = d->image.bitmap();
+        const bool isReduced = pixels.width() < bitmap.width() || pixels.height() < bitmap.height();
+        if (isReduced && d->scaled.size() != pixels && !pixels.isEmpty())
+            d->scaled = bitmap.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        const QImage &shown = isReduced && !d->scaled.isNull() ? d->scaled : bitmap;
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, shown.size() != pixels);
+        painter.drawImage(target, shown);
+    } else if (!d->placeholderText.isEmpty()) {
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        constexpr int margin = 8;
+        painter.drawText(contentsRect().adjusted(margin, margin, -margin, -margin),
+                         Qt::AlignCenter | Qt::TextWordWrap, d->placeholderText);
+    }
+    if (d->isDropTarget || (hasFocus() && d->isEditable)) {
+        painter.setClipping(false);
+        painter.setOpacity(1);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), ringWidth));
+        const double inset = ringWidth / 2;
+        painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), ringRadius,
+                                ringRadius);
+    }
+}
+
+} // namespace NS

@@ -1,0 +1,879 @@
+// SPDX-License-Identifier: MIT
+#include "Controls/NSSegmentedControl.h"
+
+#include "Base/Failure.h"
+#include "Controls/AccessibleSegments.h"
+
+#include <QHelpEvent>
+#include <QHoverEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPointer>
+#include <QShortcutEvent>
+#include <QStyleOptionButton>
+#include <QToolTip>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using Pellarvine::detail::printWarning;
+
+namespace NS {
+
+namespace {
+
+constexpr int line = 1; // around the control and between its segments
+constexpr int padding = 12; // on either side of what a segment shows
+constexpr int leastPadding = 8; // on both sides together, where there is no room for more
+constexpr int iconGap = 6;
+constexpr double cornerRadius = 4.0;
+constexpr double ringWidth = 2.0;
+constexpr float hoveredTint = 0.06F;
+constexpr float pressedTint = 0.14F;
+constexpr int raised = 115; // per cent of the palette's button, where that is the window's colour
+constexpr double disabledOpacity = 0.45; // of the selection's fill
+constexpr float disabledInk = 0.55F; // on it
+
+struct Segment
+{
+    QString label;
+    QIcon image;
+    QString toolTip;
+    double width = 0.0;
+    int tag = 0;
+    bool isEnabled = true;
+    int shortcut = 0;
+};
+
+// What a screen reader is told of a segment's state.
+enum class Change {
+    selected,
+    checked,
+    disabled,
+};
+
+QColor withAlpha(QColor color, float alpha)
+{
+    color.setAlphaF(alpha);
+    return color;
+}
+
+double sum(const QList<double> &widths)
+{
+    return std::accumulate(widths.cbegin(), widths.cend(), 0.0);
+}
+
+// To which the widths have to be cut for their sum to be no more than what is available.
+double largestWidth(QList<double> widths, double available)
+{
+    std::sort(widths.begin(), widths.end());
+    for (qsizetype i = 0; i < widths.size(); ++i) {
+        const double share = available / double(widths.size() - i);
+        if (widths[i] > share)
+            return share;
+        available -= widths[i];
+    }
+    return std::numeric_limits<double>::infinity();
+}
+
+} // namespace
+
+struct SegmentedControl::Private
+{
+    SegmentedControl *q = nullptr;
+    QList<Segment> segments;
+    SwitchTracking trackingMode = SwitchTracking::selectOne;
+    QList<int> selection; // the one selected last comes last
+    int focused = -1; // as keys left it; it may be disabled by now
+    int hovered = -1;
+    int pressed = -1;
+    bool isDown = false; // the pointer is on the pressed segment, or Space holds it
+    bool isPressedByKey = false;
+    bool showsRing = false;
+
+    bool has(int segment) const;
+    bool canAct(int segment) const;
+    template <typename Action>
+    void resizing(const Action &action);
+
+    void select(const QList<int> &wanted);
+    void setSelected(int segment, bool isSelected);
+    void act(int segment);
+    void setFocused(int segment);
+    void moveFocus(int from, int step);
+    void press(int segment, bool isByKey);
+    void release(bool acts);
+    void setHovered(int segment);
+    void grabShortcut(Segment &segment) const;
+    void tell(int segment, QAccessible::Event what) const;
+    void tellState(int segment, Change change) const;
+
+    QSize iconSize() const;
+    int contentWidth(const Segment &segment) const;
+    QList<QRect> rects() const;
+    QRect cell(int segment, const QList<QRect> &rects) const;
+    void fill(QPainter &painter, int segment, const QRect &cell) const;
+    void drawContent(QPainter &painter, int segment, const QRect &rect) const;
+    void drawRing(QPainter &painter, int segment, const QRect &rect) const;
+};
+
+// Whether there is such a segment; a warning, if not.
+bool SegmentedControl::Private::has(int segment) const
+{
+    if (segment >= 0 && segment < segments.size())
+        return true;
+    detail::printWarning(
+            u"Warning: a control of %1 segments has no segment %2"_s.arg(segments.size())
+                    .arg(segment)
+                    .toStdString());
+    return false;
+}
+
+bool SegmentedControl::Private::canAct(int segment) const
+{
+    return q->isEnabled() && segment >= 0 && segment < segments.size()
+           && segments[segment].isEnabled;
+}
+
+template <typename Action>
+void SegmentedControl::Private::resizing(const Action &action)
+{
+    const QSize hint = q->sizeHint();
+    const QSize minimum = q->minimumSizeHint();
+    action();
+    if (q->sizeHint() != hint || q->minimumSizeHint() != minimum)
+        q->updateGeometry();
+    q->update();
+}
+
+void SegmentedControl::Private::select(const QList<int> &wanted)
+{
+    if (wanted == selection)
+        return;
+    const QList<int> before = std::exchange(selection, wanted);
+    if (trackingMode == SwitchTracking::selectOne && !selection.isEmpty())
+        focused = selection.constLast();
+    q->update();
+    const bool isTab = trackingMode == SwitchTracking::selectOne;
+    for (int i = 0; i < segments.size(); ++i) {
+        if (before.contains(i) != selection.contains(i))
+            tellState(i, isTab ? Change::selected : Change::checked);
+    }
+    if (isTab && !selection.isEmpty())
+        tell(selection.constLast(), QAccessible::Selection);
+    const QPointer<SegmentedControl> self(q);
+    Q_EMIT q->selectionChanged();
+    const int last = before.isEmpty() ? -1 : before.constLast();
+    if (self && q->selectedSegment() != last)
+        Q_EMIT q->selectedSegmentChanged(q->selectedSegment());
+}
+
+void SegmentedControl::Private::setSelected(int segment, bool isSelected)
+{
+    if (trackingMode == SwitchTracking::momentary || selection.contains(segment) == isSelected)
+        return;
+    QList<int> wanted = trackingMode == SwitchTracking::selectAny ? selection : QList<int>();
+    if (isSelected)
+        wanted.append(segment);
+    else
+        wanted.removeOne(segment);
+    select(wanted);
+}
+
+void SegmentedControl::Private::act(int segment)
+{
+    const QPointer<SegmentedControl> self(q);
+    setSelected(segment, trackingMode == SwitchTracking::selectOne || !selection.contains(segment));
+    if (self)
+        Q_EMIT q->triggered(segment);
+}
+
+void SegmentedControl::Private::setFocused(int segment)
+{
+    if (segment == focused)
+        return;
+    focused = segment;
+    q->update();
+    if (q->hasFocus())
+        tell(segment, QAccessible::Focus);
+}
+
+// To the first segment from there on that can be acted on; stays, if there is none.
+void SegmentedControl::Private::moveFocus(int from, int step)
+{
+    int segment = from;
+    while (segment >= 0 && segment < segments.size() && !canAct(segment))
+        segment += step;
+    showsRing = true;
+    q->update();
+    if (!canAct(segment) || segment == q->focusedSegment()) {
+        // Where nothing is selected yet, the keys select what they are on.
+        if (trackingMode != SwitchTracking::selectOne || !selection.isEmpty())
+            return;
+        segment = q->focusedSegment();
+    }
+    if (!canAct(segment))
+        return;
+    setFocused(segment);
+    if (trackingMode == SwitchTracking::selectOne && !selection.contains(segment))
+        act(segment);
+}
+
+void SegmentedControl::Private::press(int segment, bool isByKey)
+{
+    if (pressed >= 0 || !canAct(segment))
+        return;
+    pressed = segment;
+    isDown = true;
+    isPressedByKey = isByKey;
+    showsRing = isByKey;
+    setFocused(segment);
+    q->update();
+}
+
+void SegmentedControl::Private::release(bool acts)
+{
+    const int segment = std::exchange(pressed, -1);
+    const bool wasDown = std::exchange(isDown, false);
+    q->update();
+    if (acts && wasDown && canAct(segment))
+        act(segment);
+}
+
+void SegmentedControl::Private::setHovered(int segment)
+{
+    if (std::exchange(hovered, segment) != segment)
+        q->update();
+}
+
+void SegmentedControl::Private::grabShortcut(Segment &segment) const
+{
+    if (segment.shortcut != 0)
+        q->releaseShortcut(segment.shortcut);
+    const QKeySequence keys = QKeySequence::mnemonic(segment.label);
+    segment.shortcut = keys.isEmpty() ? 0 : q->grabShortcut(keys);
+}
+
+void SegmentedControl::Private::tell(int segment, QAccessible::Event what) const
+{
+    if (segment < 0)
+        return;
+    QAccessibleEvent event(q, what);
+    event.setChild(segment);
+    QAccessible::updateAccessibility(&event);
+}
+
+void SegmentedControl::Private::tellState(int segment, Change change) const
+{
+    QAccessible::State changed;
+    changed.selected = change == Change::selected;
+    changed.checked = change == Change::checked;
+    changed.disabled = change == Change::disabled;
+    QAccessibleStateChangeEvent event(q, changed);
+    event.setChild(segment);
+    QAccessible::updateAccessibility(&event);
+}
+
+// Geometry
+
+QSize SegmentedControl::Private::iconSize() const
+{
+    const int side = q->style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, q);
+    return { side, side };
+}
+
+int SegmentedControl::Private::contentWidth(const Segment &segment) const
+{
+    int width = 0;
+    if (!segment.label.isEmpty())
+        width += q->fontMetrics().size(Qt::TextShowMnemonic, segment.label).width();
+    if (!segment.image.isNull())
+        width += iconSize().width() + (segment.label.isEmpty() ? 0 : iconGap);
+    return width;
+}
+
+// Each without the lines. Where the control is too narrow, padding gives way first, then the widest
+// segments.
+QList<QRect> SegmentedControl::Private::rects() const
+{
+    QList<double> widths;
+    QList<double> unpadded;
+    for (int i = 0; i < segments.size(); ++i) {
+        const double own = q->widthForSegment(i);
+        widths.append(own > 0.0 ? own : q->fittingWidthForSegment(i));
+        unpadded.append(own > 0.0 ? own : contentWidth(segments[i]) + leastPadding);
+    }
+    const double available = std::max(0.0, double(q->width() - (segments.size() + 1) * line));
+    const double excess = sum(widths) - available;
+    if (excess > 0.0) {
+        const double givenUp = sum(widths) - sum(unpadded);
+        const double largest = largestWidth(unpadded, available);
+        for (int i = 0; i < segments.size(); ++i) {
+            widths[i] = excess < givenUp ? widths[i] - (widths[i] - unpadded[i]) * excess / givenUp
+                                         : std::min(unpadded[i], largest);
+        }
+    }
+
+    QList<QRect> rects;
+    double left = line;
+    for (const double width : std::as_const(widths)) {
+        const double right = left + width;
+        const QRect rect(qRound(left), line, qRound(right) - qRound(left), q->height() - 2 * line);
+        rects.append(QStyle::visualRect(q->layoutDirection(), q->rect(), rect));
+        left = right + line;
+    }
+    return rects;
+}
+
+// The segment with half of what surrounds it: where it is hit and filled.
+QRect SegmentedControl::Private::cell(int segment, const QList<QRect> &rects) const
+{
+    const bool isFirst = segment == 0;
+    const bool isLast = segment == segments.size() - 1;
+    const bool isMirrored = q->isRightToLeft();
+    const int left = (isMirrored ? isLast : isFirst) ? line : 0;
+    return rects[segment].adjusted(-left, -line, line, line);
+}
+
+// Drawing
+
+void SegmentedControl::Private::fill(QPainter &painter, int segment, const QRect &cell) const
+{
+    const QPalette palette = q->palette();
+    const bool isSelected = selection.contains(segment);
+    if (isSelected) {
+        painter.setOpacity(canAct(segment) ? 1.0 : disabledOpacity);
+        painter.fillRect(cell, palette.color(QPalette::Highlight));
+        painter.setOpacity(1.0);
+    }
+    const bool isPressed = segment == pressed && isDown;
+    const bool isHovered = segment == hovered && pressed < 0;
+    if (canAct(segment) && (isPressed || isHovered)) {
+        const auto ink = isSelected ? QPalette::HighlightedText : QPalette::ButtonText;
+        painter.fillRect(cell,
+                         withAlpha(palette.color(ink), isPressed ? pressedTint : hoveredTint));
+    }
+}
+
+void SegmentedControl::Private::drawContent(QPainter &painter, int segment, const QRect &rect) const
+{
+    const Segment &shown = segments[segment];
+    const bool isSelected = selection.contains(segment);
+    QPalette palette = q->palette();
+    if (!canAct(segment)) {
+        palette.setCurrentColorGroup(QPalette::Disabled);
+        if (isSelected) {
+            palette.setColor(
+                    QPalette::ButtonText,
+                    withAlpha(palette.color(QPalette::Active, QPalette::ButtonText), disabledInk));
+        }
+    }
+    const QSize icon = shown.image.isNull() ? QSize(0, 0) : iconSize();
+    const int gap = shown.image.isNull() || shown.label.isEmpty() ? 0 : iconGap;
+    const int room = std::max(0, rect.width() - icon.width() - gap);
+    QString label = shown.label;
+    int textWidth = q->fontMetrics().size(Qt::TextShowMnemonic, label).width();
+    const int textRoom = std::max(0, room - leastPadding);
+    if (textWidth > textRoom) {
+        label = q->fontMetrics().elidedText(label, Qt::ElideRight, textRoom, Qt::TextShowMnemonic);
+        textWidth = std::min(textRoom, textWidth);
+    }
+    const int width = icon.width() + gap + textWidth;
+    const QRect content(rect.x() + (rect.width() - width) / 2, rect.y(), width, rect.height());
+    const auto place = [&](int x, int partWidth) {
+        const QRect part(content.x() + x, content.y(), partWidth, content.height());
+        return QStyle::visualRect(q->layoutDirection(), content, part);
+    };
+    if (!shown.image.isNull()) {
+        const QIcon::Mode mode = !canAct(segment) ? QIcon::Disabled
+                                 : isSelected     ? QIcon::Selected
+                                                  : QIcon::Normal;
+        shown.image.paint(&painter, place(0, icon.width()), Qt::AlignCenter, mode,
+                          isSelected ? QIcon::On : QIcon::Off);
+    }
+    const bool underlines = q->style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, q);
+    const bool isOnHighlight = isSelected && canAct(segment);
+    q->style()->drawItemText(&painter, place(icon.width() + gap, textWidth),
+                             Qt::AlignCenter | Qt::TextSingleLine
+                                     | (underlines ? Qt::TextShowMnemonic : Qt::TextHideMnemonic),
+                             palette, canAct(segment), label,
+                             isOnHighlight ? QPalette::HighlightedText : QPalette::ButtonText);
+}
+
+void SegmentedControl::Private::drawRing(QPainter &painter, int segment, const QRect &rect) const
+{
+    // On the highlight colour a ring of that colour would not be seen.
+    const bool isOnHighlight = selection.contains(segment);
+    const double inset = (isOnHighlight ? 2.0 : 1.0) + ringWidth / 2;
+    painter.setPen(QPen(
+            q->palette().color(isOnHighlight ? QPalette::HighlightedText : QPalette::Highlight),
+            isOnHighlight ? ringWidth / 2 : ringWidth));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect).adjusted(inset, inset, -inset, -inset), cornerRadius - 1.0,
+                            cornerRadius - 1.0);
+}
+
+SegmentedControl::SegmentedControl(QWidget *parent)
+    : QWidget(parent)
+    , d(std::make_unique<Private>())
+{
+    d->q = this;
+    detail::AccessibleSegmentedControl::install();
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy({ QSizePolicy::Maximum, QSizePolicy::Fixed, QSizePolicy::PushButton });
+    setAttribute(Qt::WA_Hover);
+}
+
+SegmentedControl::~SegmentedControl() = default;
+
+SegmentedControl::SwitchTracking SegmentedControl::trackingMode() const
+{
+    return d->trackingMode;
+}
+
+void SegmentedControl::setTrackingMode(SwitchTracking mode)
+{
+    if (mode == d->trackingMode)
+        return;
+    d->trackingMode = mode;
+    QList<int> kept = d->selection;
+    if (mode == SwitchTracking::momentary)
+        kept.clear();
+    else if (mode == SwitchTracking::selectOne && kept.size() > 1)
+        kept = { kept.constLast() };
+    d->select(kept);
+    Q_EMIT trackingModeChanged(mode);
+}
+
+int SegmentedControl::segmentCount() const
+{
+    return int(d->segments.size());
+}
+
+void SegmentedControl::setSegmentCount(int count)
+{
+    count = std::max(0, count);
+    if (count == segmentCount())
+        return;
+    d->resizing([&] {
+        for (int i = count; i < segmentCount(); ++i) {
+            d->segments[i].label.clear();
+            d->grabShortcut(d->segments[i]);
+        }
+        d->segments.resize(count);
+    });
+    d->hovered = -1;
+    if (d->pressed >= count)
+        d->release(false);
+    QList<int> kept = d->selection;
+    kept.removeIf([&](int segment) { return segment >= count; });
+    d->select(kept);
+    Q_EMIT segmentCountChanged(count);
+    Q_EMIT labelsChanged(labels());
+}
+
+QStringList SegmentedControl::labels() const
+{
+    QStringList labels;
+    for (const Segment &segment : std::as_const(d->segments))
+        labels.append(segment.label);
+    return labels;
+}
+
+void SegmentedControl::setLabels(const QStringList &labels)
+{
+    setSegmentCount(int(labels.size()));
+    for (int i = 0; i < labels.size(); ++i)
+        setLabel(labels[i], i);
+}
+
+QString SegmentedControl::labelForSegment(int segment) const
+{
+    return d->has(segment) ? d->segments[segment].label : QString();
+}
+
+void SegmentedControl::setLabel(const QString &label, int segment)
+{
+    if (!d->has(segment) || label == d->segments[segment].label)
+        return;
+    d->resizing([&] {
+        d->segments[segment].label = label;
+        d->grabShortcut(d->segments[segment]);
+    });
+    d->tell(segment, QAccessible::NameChanged);
+    Q_EMIT labelsChanged(labels());
+}
+
+QIcon SegmentedControl::imageForSegment(int segment) const
+{
+    return d->has(segment) ? d->segments[segment].image : QIcon();
+}
+
+void SegmentedControl::setImage(const QIcon &image, int segment)
+{
+    if (d->has(segment))
+        d->resizing([&] { d->segments[segment].image = image; });
+}
+
+QString SegmentedControl::toolTipForSegment(int segment) const
+{
+    return d->has(segment) ? d->segments[segment].toolTip : QString();
+}
+
+void SegmentedControl::setToolTip(const QString &toolTip, int segment)
+{
+    if (d->has(segment))
+        d->segments[segment].toolTip = toolTip;
+}
+
+int SegmentedControl::tagForSegment(int segment) const
+{
+    return d->has(segment) ? d->segments[segment].tag : 0;
+}
+
+void SegmentedControl::setTag(int tag, int segment)
+{
+    if (d->has(segment))
+        d->segments[segment].tag = tag;
+}
+
+bool SegmentedControl::isEnabledForSegment(int segment) const
+{
+    return d->has(segment) && d->segments[segment].isEnabled;
+}
+
+void SegmentedControl::setEnabled(bool isEnabled, int segment)
+{
+    if (!d->has(segment) || isEnabled == d->segments[segment].isEnabled)
+        return;
+    d->segments[segment].isEnabled = isEnabled;
+    if (segment == d->pressed)
+        d->release(false);
+    update();
+    d->tellState(segment, Change::disabled);
+}
+
+double SegmentedControl::widthForSegment(int segment) const
+{
+    return d->has(segment) ? d->segments[segment].width : 0.0;
+}
+
+void SegmentedControl::setWidth(double width, int segment)
+{
+    if (d->has(segment) && width != d->segments[segment].width)
+        d->resizing([&] { d->segments[segment].width = width; });
+}
+
+int SegmentedControl::selectedSegment() const
+{
+    return d->selection.isEmpty() ? -1 : d->selection.constLast();
+}
+
+void SegmentedControl::setSelectedSegment(int segment)
+{
+    if (segment == -1)
+        d->select({});
+    else if (d->has(segment) && d->trackingMode != SwitchTracking::momentary)
+        d->select({ segment });
+}
+
+bool SegmentedControl::isSelectedForSegment(int segment) const
+{
+    return d->has(segment) && d->selection.contains(segment);
+}
+
+void SegmentedControl::setSelected(bool isSelected, int segment)
+{
+    if (d->has(segment))
+        d->setSelected(segment, isSelected);
+}
+
+bool SegmentedControl::selectSegmentWithTag(int tag)
+{
+    const auto found = std::find_if(d->segments.cbegin(), d->segments.cend(),
+                                    [&](const Segment &segment) { return segment.tag == tag; });
+    if (found == d->segments.cend())
+        return false;
+    setSelectedSegment(int(found - d->segments.cbegin()));
+    return true;
+}
+
+QRect SegmentedControl::segmentRect(int segment) const
+{
+    return d->has(segment) ? d->rects()[segment] : QRect();
+}
+
+int SegmentedControl::segmentAt(QPoint point) const
+{
+    const QList<QRect> rects = d->rects();
+    for (int i = 0; i < rects.size(); ++i) {
+        if (d->cell(i, rects).contains(point))
+            return i;
+    }
+    return -1;
+}
+
+int SegmentedControl::focusedSegment() const
+{
+    if (d->canAct(d->focused))
+        return d->focused;
+    if (d->canAct(selectedSegment()))
+        return selectedSegment();
+    const auto first = std::find_if(d->segments.cbegin(), d->segments.cend(),
+                                    [](const Segment &segment) { return segment.isEnabled; });
+    return isEnabled() && first != d->segments.cend() ? int(first - d->segments.cbegin()) : -1;
+}
+
+QSize SegmentedControl::sizeHint() const
+{
+    QList<double> widths;
+    for (int i = 0; i < segmentCount(); ++i) {
+        const double width = d->segments[i].width;
+        widths.append(width > 0.0 ? width : fittingWidthForSegment(i));
+    }
+    return sizeForSegmentWidths(widths);
+}
+
+QSize SegmentedControl::minimumSizeHint() const
+{
+    QList<double> widths;
+    for (int i = 0; i < segmentCount(); ++i) {
+        const double width = d->segments[i].width;
+        widths.append(width > 0.0 ? width : smallestWidthForSegment(i));
+    }
+    return sizeForSegmentWidths(widths);
+}
+
+void SegmentedControl::click(int segment)
+{
+    if (d->has(segment) && d->canAct(segment)) {
+        d->setFocused(segment);
+        d->act(segment);
+    }
+}
+
+double SegmentedControl::fittingWidthForSegment(int segment) const
+{
+    return d->contentWidth(d->segments[segment]) + 2 * padding;
+}
+
+double SegmentedControl::smallestWidthForSegment(int segment) const
+{
+    const Segment &whole = d->segments[segment];
+    Segment cut = whole;
+    cut.label = whole.label.left(1) + u'…';
+    return std::min(d->contentWidth(cut), d->contentWidth(whole)) + leastPadding;
+}
+
+QSize SegmentedControl::sizeForSegmentWidths(const QList<double> &widths) const
+{
+    const double total = sum(widths) + double((widths.size() + 1) * line);
+    QStyleOptionButton option;
+    option.initFrom(this);
+    option.text = u"X"_s;
+    const QSize content(int(std::ceil(total)),
+                        std::max(fontMetrics().height(), d->iconSize().height()));
+    const int height =
+            style()->sizeFromContents(QStyle::CT_PushButton, &option, content, this).height();
+    return { content.width(), height };
+}
+
+bool SegmentedControl::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::HoverEnter:
+    case QEvent::HoverMove:
+        d->setHovered(segmentAt(static_cast<QHoverEvent *>(event)->position().toPoint()));
+        break;
+    case QEvent::HoverLeave:
+        d->setHovered(-1);
+        break;
+    case QEvent::Hide:
+        d->release(false);
+        break;
+    case QEvent::Shortcut: {
+        const auto *const shortcut = static_cast<QShortcutEvent *>(event);
+        for (int i = 0; i < segmentCount(); ++i) {
+            if (d->segments[i].shortcut != shortcut->shortcutId())
+                continue;
+            setFocus(Qt::ShortcutFocusReason);
+            if (shortcut->isAmbiguous())
+                d->setFocused(i);
+            else
+                click(i);
+            return true;
+        }
+        break;
+    }
+    case QEvent::ToolTip: {
+        const auto *const help = static_cast<QHelpEvent *>(event);
+        const int segment = segmentAt(help->pos());
+        if (segment < 0)
+            break;
+        const Segment &shown = d->segments[segment];
+        QString text = shown.toolTip.isEmpty() ? toolTip() : shown.toolTip;
+        const QRect rect = segmentRect(segment);
+        if (text.isEmpty() && d->contentWidth(shown) > rect.width() - leastPadding)
+            text = shown.label; // which is not shown in full
+        if (text.isEmpty())
+            break;
+        QToolTip::showText(help->globalPos(), text, this, rect);
+        return true;
+    }
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+void SegmentedControl::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    switch (event->type()) {
+    case QEvent::EnabledChange:
+        d->release(false);
+        break;
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+        updateGeometry();
+        update();
+        break;
+    case QEvent::LayoutDirectionChange:
+        update();
+        break;
+    default:
+        break;
+    }
+}
+
+void SegmentedControl::paintEvent(QPaintEvent *)
+{
+    if (d->segments.isEmpty())
+        return;
+    const QList<QRect> rects = d->rects();
+    QRect body;
+    for (int i = 0; i < segmentCount(); ++i)
+        body |= d->cell(i, rects);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath outline;
+    outline.addRoundedRect(QRectF(body).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
+    QColor face = palette().color(QPalette::Button);
+    if (face == palette().color(QPalette::Window))
+        face = face.lighter(raised);
+    painter.fillPath(outline, face);
+
+    painter.save();
+    painter.setClipPath(outline);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const QColor lines = palette().color(QPalette::Mid);
+    for (int i = 0; i < segmentCount(); ++i) {
+        const QRect cell = d->cell(i, rects);
+        d->fill(painter, i, cell);
+        const QRect &segment = rects[i];
+        if (i + 1 == segmentCount())
+            break;
+        const int divider = isRightToLeft() ? segment.left() - line : segment.right() + 1;
+        painter.fillRect(QRect(divider, 0, line, height()), lines);
+    }
+    painter.restore();
+
+    painter.setPen(QPen(lines, line));
+    painter.drawPath(outline);
+    for (int i = 0; i < segmentCount(); ++i)
+        d->drawContent(painter, i, rects[i]);
+    const int focused = focusedSegment();
+    if (hasFocus() && d->showsRing && focused >= 0)
+        d->drawRing(painter, focused, rects[focused]);
+}
+
+void SegmentedControl::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) {
+        QWidget::mousePressEvent(event);
+        return;
+    }
+    d->press(segmentAt(event->position().toPoint()), false);
+}
+
+void SegmentedControl::mouseMoveEvent(QMouseEvent *event)
+{
+    if (d->pressed < 0 || d->isPressedByKey) {
+        QWidget::mouseMoveEvent(event);
+        return;
+    }
+    const bool isDown = segmentAt(event->position().toPoint()) == d->pressed;
+    if (std::exchange(d->isDown, isDown) != isDown)
+        update();
+}
+
+void SegmentedControl::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || d->pressed < 0 || d->isPressedByKey) {
+        QWidget::mouseReleaseEvent(event);
+        return;
+    }
+    d->isDown = segmentAt(event->position().toPoint()) == d->pressed;
+    d->release(true);
+}
+
+void SegmentedControl::keyPressEvent(QKeyEvent *event)
+{
+    const int outwards = isRightToLeft() ? -1 : 1;
+    const int focused = focusedSegment();
+    switch (event->key()) {
+    case Qt::Key_Left:
+        return d->moveFocus(focused - outwards, -outwards);
+    case Qt::Key_Right:
+        return d->moveFocus(focused + outwards, outwards);
+    case Qt::Key_Home:
+        return d->moveFocus(0, 1);
+    case Qt::Key_End:
+        return d->moveFocus(segmentCount() - 1, -1);
+    case Qt::Key_Space:
+    case Qt::Key_Select:
+        if (!event->isAutoRepeat())
+            d->press(focused, true);
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void SegmentedControl::keyReleaseEvent(QKeyEvent *event)
+{
+    const bool isOurs = event->key() == Qt::Key_Space || event->key() == Qt::Key_Select;
+    if (!isOurs || !d->isPressedByKey || d->pressed < 0)
+        QWidget::keyReleaseEvent(event);
+    else if (!event->isAutoRepeat())
+        d->release(true);
+}
+
+void SegmentedControl::focusInEvent(QFocusEvent *event)
+{
+    QWidget::focusInEvent(event);
+    // A window that becomes active again leaves all as it was.
+    const bool isByMouse = event->reason() == Qt::MouseFocusReason;
+    const bool isReturn = event->reason() == Qt::ActiveWindowFocusReason
+                          || event->reason() == Qt::PopupFocusReason;
+    if (!isReturn) {
+        d->showsRing = !isByMouse;
+        if (!isByMouse && d->trackingMode == SwitchTracking::selectOne && selectedSegment() >= 0)
+            d->focused = selectedSegment();
+    }
+    d->tell(focusedSegment(), QAccessible::Focus);
+    update();
+}
+
+void SegmentedControl::focusOutEvent(QFocusEvent *event)
+{
+    QWidget::focusOutEvent(event);
+    d->release(false);
+}
+
+} // namespace NS

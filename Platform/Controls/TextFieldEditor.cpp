@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+#include "Controls/TextFieldEditor.h"
+
+#include <QContextMenuEvent>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+// What a screen reader calls it: the field's name, or the label's that leads to it.
+QString nameOf(const QWidget *field)
+{
+    if (!field->accessibleName().isEmpty())
+        return field->accessibleName();
+    const auto labels = field->window()->findChildren<QLabel *>();
+    const auto label = std::find_if(labels.begin(), labels.end(),
+                                    [&](const QLabel *one) { return one->buddy() == field; });
+    return label == labels.end() ? QString() : (*label)->text().remove(u'&');
+}
+
+} // namespace
+
+TextFieldEditor::TextFieldEditor(QTextDocument *document, QWidget *field)
+    : QTextBrowser(field)
+{
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setOpenLinks(false);
+    setUndoRedoEnabled(true);
+    viewport()->setAutoFillBackground(false);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setDocument(document);
+}
+
+void TextFieldEditor::setHasLines(bool hasLines)
+{
+    m_hasLines = hasLines;
+    setLineWrapMode(hasLines ? QTextEdit::WidgetWidth : QTextEdit::NoWrap);
+    setTabChangesFocus(true);
+}
+
+void TextFieldEditor::setKind(bool isSelectable, bool isEditable, bool hasLinks)
+{
+    Qt::TextInteractionFlags flags = Qt::NoTextInteraction;
+    if (isEditable)
+        flags = Qt::TextEditorInteraction;
+    else if (isSelectable)
+        flags = Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard;
+    if (hasLinks && !isEditable)
+        flags |= Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard;
+    setTextInteractionFlags(flags);
+    viewport()->setCursor(isSelectable || isEditable ? Qt::IBeamCursor : Qt::ArrowCursor);
+    setFocusPolicy(isEditable ? Qt::WheelFocus : Qt::StrongFocus);
+    setAcceptDrops(isEditable);
+}
+
+void TextFieldEditor::focusInEvent(QFocusEvent *event)
+{
+    setAccessibleName(nameOf(parentWidget()));
+    QTextBrowser::focusInEvent(event);
+    m_isFocusedByKeyboard = event->reason() == Qt::TabFocusReason
+                            || event->reason() == Qt::BacktabFocusReason
+                            || event->reason() == Qt::ShortcutFocusReason;
+    if (m_isFocusedByKeyboard && !m_hasLines && !isReadOnly())
+        selectAll();
+    Q_EMIT focusChanged();
+}
+
+void TextFieldEditor::focusOutEvent(QFocusEvent *event)
+{
+    QTextBrowser::focusOutEvent(event);
+    const bool comesBack = event->reason() == Qt::ActiveWindowFocusReason
+                           || event->reason() == Qt::PopupFocusReason;
+    if (!comesBack) {
+        QTextCursor cursor = textCursor();
+        cursor.clearSelection();
+        if (isReadOnly())
+            cursor.movePosition(QTextCursor::Start); // text that was scrolled goes back
+        setTextCursor(cursor);
+        Q_EMIT left();
+    }
+    Q_EMIT focusChanged();
+}
+
+void TextFieldEditor::insertFromMimeData(const QMimeData *source)
+{
+    QString text = source->text();
+    if (text.isEmpty())
+        return;
+    if (!m_hasLines) {
+        for (const QChar end : { QChar(u'\n'), QChar(u'\r'), QChar(QChar::ParagraphSeparator),
+                                 QChar(QChar::LineSeparator) })
+            text.replace(end, u' ');
+    }
+    textCursor().insertText(text);
+    ensureCursorVisible();
+}
+
+void TextFieldEditor::keyPressEvent(QKeyEvent *event)
+{
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && !isReadOnly()) {
+        if (!m_hasLines || event->modifiers() == Qt::ControlModifier) {
+            Q_EMIT returned();
+            event->ignore(); // a dialog's default button takes it
+            return;
+        }
+    }
+    const bool isAcross = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    if (!m_hasLines && isAcross && event->modifiers() == Qt::NoModifier) {
+        event->ignore();
+        return;
+    }
+    QTextBrowser::keyPressEvent(event);
+}
+
+void TextFieldEditor::wheelEvent(QWheelEvent *event)
+{
+    // What cannot scroll leaves it to what it lies in.
+    if (verticalScrollBar()->maximum() == 0)
+        event->ignore();
+    else
+        QTextBrowser::wheelEvent(event);
+}
+
+void TextFieldEditor::contextMenuEvent(QContextMenuEvent *event)
+{
+    QMenu *const menu = createStandardContextMenu(event->pos());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
+}
+
+} // namespace Pellarvine::detail

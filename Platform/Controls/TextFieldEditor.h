@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include <QTextBrowser>
+
+namespace Pellarvine::detail {
+
+/// The part of a text field that the user works in: selects, edits, follows links. It shows the
+/// field's document and takes up the room within its bezel.
+class TextFieldEditor : public QTextBrowser
+{
+    Q_OBJECT
+
+public:
+    TextFieldEditor(QTextDocument *document, QWidget *field);
+
+    /// Line ends are taken, and lines wrap.
+    void setHasLines(bool hasLines);
+    void setKind(bool isSelectable, bool isEditable, bool hasLinks);
+
+    /// Whether it has the focus from there, so that a reader must be shown where it is.
+    bool isFocusedByKeyboard() const { return m_isFocusedByKeyboard && hasFocus(); }
+
+Q_SIGNALS:
+    void returned();
+    void left(); ///< by the focus, and not just for a menu or another window
+    void focusChanged();
+
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void insertFromMimeData(const QMimeData *source) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    bool m_hasLines = true;
+    bool m_isFocusedByKeyboard = false;
+};
+
+} // namespace Pellarvine::detail

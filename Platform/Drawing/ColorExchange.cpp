@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "Drawing/ColorExchange.h"
+
+#include "Drawing/NSColor.h"
+
+#include <QMimeData>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+#include <QRegularExpression>
+#include <QVariant>
+
+#include <algorithm>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine::detail {
+
+namespace {
+
+constexpr int squareSide = 4;
+constexpr int dragSide = 24;
+
+} // namespace
+
+QString hexText(const QColor &color, bool withAlpha)
+{
+    QString text;
+    const NS::Color exact(color);
+    QMetaType::convert(QMetaType::fromType<NS::Color>(), &exact, QMetaType::fromType<QString>(),
+                       &text);
+    return withAlpha ? text : text.first(std::min<qsizetype>(text.size(), 7));
+}
+
+std::optional<QColor> colorFromHex(const QString &text)
+{
+    const QString trimmed = text.trimmed();
+    NS::Color color;
+    if (!QMetaType::convert(QMetaType::fromType<QString>(), &trimmed,
+                            QMetaType::fromType<NS::Color>(), &color))
+        return std::nullopt;
+    return color.toQColor();
+}
+
+QMimeData *mimeDataForColor(const QColor &color)
+{
+    auto data = std::make_unique<QMimeData>();
+    data->setColorData(color);
+    data->setText(hexText(color, color.alpha() < 255));
+    return data.release();
+}
+
+std::optional<QColor> colorInMimeData(const QMimeData *data)
+{
+    if (!data)
+        return std::nullopt;
+    if (data->hasColor()) {
+        const auto color = data->colorData().value<QColor>();
+        if (color.isValid())
+            return color.toRgb();
+    }
+    static const QRegularExpression number(u"\\A\\s*#?[0-9A-Fa-f]{3,8}\\s*\\z"_s);
+    const QString text = data->text();
+    return number.match(text).hasMatch() ? colorFromHex(text) : std::nullopt;
+}
+
+QPixmap dragPixmap(const QColor &color, double devicePixelRatio)
+{
+    QPixmap pixmap(QSize(dragSide, dragSide) * devicePixelRatio);
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath path;
+    path.addRoundedRect(QRectF(0.5, 0.5, dragSide - 1, dragSide - 1), 4, 4);
+    fillWithColor(painter, path, color);
+    painter.strokePath(path, QColor(0, 0, 0, 90));
+    return pixmap;
+}
+
+void fillWithColor(QPainter &painter, const QPainterPath &path, const QColor &color)
+{
+    if (color.alphaF() < 1)
+        fillWithCheckerboard(painter, path);
+    painter.fillPath(path, color);
+}
+
+void fillWithCheckerboard(QPainter &painter, const QPainterPath &path)
+{
+    // Of the fill's shape, rather than squares clipped by it: its edge stays smooth.
+    const double ratio = std::max(1.0, painter.deviceTransform().m11());
+    QImage tile(QSize(2 * squareSide, 2 * squareSide) * ratio, QImage::Format_RGB32);
+    tile.fill(Qt::white);
+    QPainter squares(&tile);
+    squares.scale(ratio, ratio);
+    squares.fillRect(0, 0, squareSide, squareSide, QColor(0xc4, 0xc4, 0xc4));
+    squares.fillRect(squareSide, squareSide, squareSide, squareSide, QColor(0xc4, 0xc4, 0xc4));
+    squares.end();
+    QBrush brush(tile);
+    const QPointF corner = path.boundingRect().topLeft();
+    brush.setTransform(
+            QTransform::fromTranslate(corner.x(), corner.y()).scale(1 / ratio, 1 / ratio));
+    painter.fillPath(path, brush);
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,346 @@
+// SPDX-License-Identifier: MIT
+#include "KeyValue/KeyValueAccess.h"
+
+#include "KeyValue/KeyValueCoding.h"
+#include "KeyValue/KeyValueEquality.h"
+#include "KeyValue/PlainProperty.h"
+
+#include <QMetaMethod>
+#include <QMetaProperty>
+#include <QObject>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine::detail {
+
+namespace {
+
+[[noreturn]] void fail(NS::KeyValueException::Reason reason, const char *className,
+                       const QString &key, const KeyPath &path, const QString &detail = {})
+{
+    throw NS::KeyValueException(reason, className, path, key, detail);
+}
+
+const char *className(const QObject *object)
+{
+    return object ? object->metaObject()->className() : "nullptr";
+}
+
+bool isPointer(QMetaType type)
+{
+    return bool(type.flags() & QMetaType::IsPointer);
+}
+
+bool holdsObject(QMetaType type)
+{
+    if (type.flags() & QMetaType::PointerToQObject)
+        return true;
+    if (type.id() < QMetaType::User || isPointer(type))
+        return false;
+    NS::registerSharedPointer<QObject>();
+    return QMetaType::canConvert(type, QMetaType::fromType<QObject *>());
+}
+
+bool isPlain(QMetaType type)
+{
+    return type.isValid() && type.id() != QMetaType::QVariant && type.id() != QMetaType::Nullptr
+           && !isPointer(type) && !holdsObject(type) && type.isEqualityComparable()
+           && type.sizeOf() <= longestPlain
+           && type.alignOf() <= qsizetype(alignof(std::max_align_t));
+}
+
+bool isFloating(QMetaType type)
+{
+    return type.id() == QMetaType::Double || type.id() == QMetaType::Float;
+}
+
+bool isInteger(QMetaType type)
+{
+    switch (type.id()) {
+    case QMetaType::Char:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// QVariant rounds 3.7 to 4, cuts integers that are too long and calls any text true.
+bool keepsAll(const QVariant &value, const QVariant &converted)
+{
+    const QMetaType from = value.metaType();
+    const QMetaType to = converted.metaType();
+    if (isInteger(to) && (isInteger(from) || isFloating(from)))
+        return NS::isEqual(value, converted);
+    if (isFloating(to) && isFloating(from))
+        return std::isinf(value.toDouble()) == std::isinf(converted.toDouble());
+    if (to.id() == QMetaType::Bool && from.id() == QMetaType::QString) {
+        const QString text = value.toString();
+        return text == "0"_L1 || text == "1"_L1
+               || text.compare(converted.toBool() ? "true"_L1 : "false"_L1, Qt::CaseInsensitive)
+                          == 0;
+    }
+    // A pointer to an object of another class converts to null.
+    const auto source = object(value);
+    const auto target = object(converted);
+    return !source || !*source || !target || *target;
+}
+
+// `value` as something of `type`, or nothing if it does not fit.
+std::optional<QVariant> converted(const QVariant &value, QMetaType type)
+{
+    if (!type.isValid() || type.id() == QMetaType::QVariant || value.metaType() == type)
+        return value;
+    if (!value.isValid() || NS::isNullObject(value))
+        return QVariant(type);
+    QVariant result = value;
+    if (!result.convert(type) || !keepsAll(value, result))
+        return std::nullopt;
+    return result;
+}
+
+// What the exception says about a value that does not fit.
+QString description(const QVariant &value, QMetaType type)
+{
+    QString text = value.toString();
+    if (value.typeId() == QMetaType::QString)
+        text = u"\"%1\""_s.arg(text);
+    return u"%1%2 is no %3"_s.arg(QString::fromUtf8(value.typeName()),
+                                  text.isEmpty() ? text : u" "_s + text,
+                                  QString::fromUtf8(type.name()));
+}
+
+bool isEmpty(const QVariant &value)
+{
+    return !value.isValid() || NS::isNullObject(value);
+}
+
+struct Gadget
+{
+    const QMetaObject *metaObject = nullptr;
+    bool isPointer = false;
+
+    explicit Gadget(QMetaType type)
+    {
+        isPointer = bool(type.flags() & QMetaType::PointerToGadget);
+        if (isPointer || type.flags() & QMetaType::IsGadget)
+            metaObject = type.metaObject();
+    }
+    const void *data(const QVariant &value) const
+    {
+        return isPointer ? *static_cast<void *const *>(value.constData()) : value.constData();
+    }
+    void *data(QVariant &value) const
+    {
+        return isPointer ? *static_cast<void *const *>(value.constData()) : value.data();
+    }
+    QMetaProperty property(const QString &key) const
+    {
+        return metaObject->property(metaObject->indexOfProperty(key.toUtf8().constData()));
+    }
+};
+
+// Changes what `container` holds under keys[index...]. False if nothing needs to be written back,
+// since the way led into an object or ended at nothing.
+bool replaceInside(QVariant &container, const Keys &keys, qsizetype index, const QVariant &value,
+                   const KeyPath &path)
+{
+    const QString &key = keys.at(index);
+    const bool isLast = index + 1 == keys.size();
+    QVariant inner;
+    if (!isLast) {
+        inner = valueInside(container, key, path);
+        if (const auto next = object(inner)) {
+            if (*next)
+                setValue(*next, keys, index + 1, value, path);
+            return false;
+        }
+        if (!inner.isValid() || !replaceInside(inner, keys, index + 1, value, path))
+            return false;
+    }
+    if (container.typeId() == QMetaType::QVariantMap) {
+        auto *const map = static_cast<QVariantMap *>(container.data());
+        if (isLast && !value.isValid())
+            map->remove(key);
+        else
+            map->insert(key, isLast ? value : inner);
+        return true;
+    }
+    const Gadget gadget(container.metaType());
+    if (!gadget.metaObject)
+        fail(NS::KeyValueException::undefinedKey, container.typeName(), key, path);
+    const QMetaProperty property = gadget.property(key);
+    if (!property.isValid())
+        fail(NS::KeyValueException::undefinedKey, gadget.metaObject->className(), key, path);
+    if (!property.isWritable())
+        fail(NS::KeyValueException::readOnly, gadget.metaObject->className(), key, path);
+    void *const data = gadget.data(container);
+    if (!data)
+        return false;
+    if (isLast && isEmpty(value) && property.isResettable()) {
+        property.resetOnGadget(data);
+        return !gadget.isPointer;
+    }
+    const auto fitting = converted(isLast ? value : inner, property.metaType());
+    if (!fitting || !property.writeOnGadget(data, *fitting))
+        fail(NS::KeyValueException::notConvertible, gadget.metaObject->className(), key, path,
+             description(value, property.metaType()));
+    return !gadget.isPointer;
+}
+
+} // namespace
+
+Keys keys(const KeyPath &path)
+{
+    return path.split(u'.');
+}
+
+Access findProperty(QObject *object, const QString &key, const KeyPath &path)
+{
+    if (!object)
+        fail(NS::KeyValueException::undefinedKey, className(object), key, path);
+    const QMetaObject *const metaObject = object->metaObject();
+    Access access;
+    access.index = metaObject->indexOfProperty(key.toUtf8().constData());
+    if (access.index < 0) {
+        if (!object->property(key.toUtf8().constData()).isValid())
+            fail(NS::KeyValueException::undefinedKey, className(object), key, path);
+        return access;
+    }
+    const QMetaProperty property = metaObject->property(access.index);
+    if (!property.isReadable())
+        fail(NS::KeyValueException::undefinedKey, className(object), key, path,
+             u"it can only be written"_s);
+    access.type = property.metaType();
+    access.isWritable = property.isWritable();
+    // A D-Bus interface answers in a variant of its own.
+    access.isPlain = isPlain(access.type) && !object->inherits("QDBusAbstractInterface");
+    return access;
+}
+
+QVariant readProperty(QObject *object, const Access &access, const QString &key)
+{
+    if (access.index < 0)
+        return object->property(key.toUtf8().constData());
+    if (!access.isPlain)
+        return object->metaObject()->property(access.index).read(object);
+    QVariant value(access.type);
+    PlainProperty { object, access.type, access.index }.read(value.data());
+    return value;
+}
+
+void writeProperty(QObject *object, const Access &access, const QString &key, const QVariant &value,
+                   const KeyPath &path)
+{
+    if (access.index < 0) {
+        // An invalid value would remove the property, and with it the key.
+        object->setProperty(key.toUtf8().constData(), value.isValid() ? value : NS::nullObject());
+        return;
+    }
+    if (!access.isWritable)
+        fail(NS::KeyValueException::readOnly, className(object), key, path);
+    const QMetaProperty property = object->metaObject()->property(access.index);
+    if (isEmpty(value) && property.isResettable()) {
+        property.reset(object);
+        return;
+    }
+    // Left to QMetaProperty: it knows the names of an enumeration's values.
+    const bool isName = property.isEnumType() && value.typeId() == QMetaType::QString;
+    const auto fitting = isName ? value : converted(value, property.metaType());
+    if (!fitting || !property.write(object, *fitting))
+        fail(NS::KeyValueException::notConvertible, className(object), key, path,
+             description(value, property.metaType()));
+}
+
+QVariant valueInside(const QVariant &container, const QString &key, const KeyPath &path)
+{
+    if (container.typeId() == QMetaType::QVariantMap)
+        return static_cast<const QVariantMap *>(container.constData())->value(key);
+    const Gadget gadget(container.metaType());
+    if (!gadget.metaObject)
+        fail(NS::KeyValueException::undefinedKey, container.typeName(), key, path);
+    const QMetaProperty property = gadget.property(key);
+    if (!property.isReadable())
+        fail(NS::KeyValueException::undefinedKey, gadget.metaObject->className(), key, path);
+    const void *const data = gadget.data(container);
+    return data ? property.readOnGadget(data) : QVariant();
+}
+
+void setValue(QObject *object, const Keys &keys, qsizetype first, const QVariant &value,
+              const KeyPath &path)
+{
+    const QString &key = keys.at(first);
+    const Access access = findProperty(object, key, path);
+    if (first + 1 == keys.size()) {
+        writeProperty(object, access, key, value, path);
+        return;
+    }
+    QVariant inner = readProperty(object, access, key);
+    if (const auto next = detail::object(inner)) {
+        if (*next)
+            setValue(*next, keys, first + 1, value, path);
+        return;
+    }
+    if (!inner.isValid())
+        return;
+    if (replaceInside(inner, keys, first + 1, value, path))
+        writeProperty(object, access, key, inner, path);
+}
+
+bool isNumber(QMetaType type)
+{
+    return isInteger(type) || isFloating(type) || type.id() == QMetaType::Bool
+           || type.flags() & QMetaType::IsEnumeration;
+}
+
+std::optional<QObject *> object(const QVariant &value)
+{
+    const QMetaType type = value.metaType();
+    if (type.flags() & QMetaType::PointerToQObject)
+        return *static_cast<QObject *const *>(value.constData());
+    if (type.id() == QMetaType::Nullptr)
+        return nullptr;
+    if (holdsObject(type))
+        return value.value<QObject *>();
+    return std::nullopt;
+}
+
+QVariant withoutNull(const QVariant &value)
+{
+    if (isPointer(value.metaType()) && !*static_cast<void *const *>(value.constData()))
+        return {};
+    const auto held = object(value);
+    return held && !*held ? QVariant() : value;
+}
+
+int isEqualMethod(const QObject *object)
+{
+    const QMetaObject *const metaObject = object->metaObject();
+    const int index = metaObject->indexOfMethod("isEqual(QObject*)");
+    const bool answers =
+            index >= 0 && metaObject->method(index).returnMetaType() == QMetaType::fromType<bool>();
+    return answers ? index : -1;
+}
+
+bool isEqual(QObject *first, QObject *second, int method)
+{
+    if (first == second || !first || !second || method < 0)
+        return first == second;
+    bool answer = false;
+    void *arguments[] = { &answer, &second };
+    QMetaObject::metacall(first, QMetaObject::InvokeMetaMethod, method, arguments);
+    return answer;
+}
+
+} // namespace Pellarvine::detail

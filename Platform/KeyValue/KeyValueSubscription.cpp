@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: MIT
+#include "KeyValue/KeyValueSubscription.h"
+
+#include "Base/Failure.h"
+#include "KeyValue/KeyValueException.h"
+
+#include <QDynamicPropertyChangeEvent>
+#include <QMetaProperty>
+#include <QObject>
+#include <QProperty>
+#include <QThread>
+
+#include <array>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+class Relay;
+
+} // namespace
+
+struct Slot
+{
+    union
+    {
+        Listener *listener = nullptr;
+        Slot *nextFree;
+    };
+    Relay *relay = nullptr; // null for a SourceSlot
+    QMetaObject::Connection connection;
+};
+
+namespace {
+
+inline void fire(const Slot *slot) noexcept
+{
+    try {
+        slot->listener->fired(slot);
+    } catch (const std::exception &error) {
+        printWarning(std::string("Warning: ") + error.what());
+    } catch (...) {
+        printWarning("Warning: an observer threw something that is no exception");
+    }
+}
+
+// Receives the signals of many subscriptions. A QObject to each would cost it 176 bytes; this way
+// it costs a slot. The number of the method that a connection calls is the slot's number.
+class Relay : public QObject
+{
+public:
+    static constexpr int slotCount = 256;
+    static constexpr int firstMethod = 64; // past those of QObject itself
+
+    // A relay is no thread's own: it is called on all of them.
+    Relay() { moveToThread(nullptr); }
+
+    std::array<Slot, slotCount> slots;
+
+    int method(const Slot *slot) const { return firstMethod + int(slot - slots.data()); }
+
+    int qt_metacall(QMetaObject::Call call, int id, void **arguments) override
+    {
+        if (call != QMetaObject::InvokeMetaMethod || id < firstMethod)
+            return QObject::qt_metacall(call, id, arguments);
+        fire(&slots[std::size_t(id - firstMethod)]);
+        return -1;
+    }
+};
+
+// The slots of all relays. They are taken and given back under a lock, since observers are made on
+// every thread; one that is taken belongs to its subscription alone. Relays stay for the life of
+// the process, so that an observer in a static variable may outlast those of this file.
+class Pool
+{
+public:
+    static Pool &shared()
+    {
+        static auto *const pool = new Pool;
+        return *pool;
+    }
+
+    Slot *take(Listener *listener)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_free)
+            grow();
+        Slot *const slot = m_free;
+        m_free = slot->nextFree;
+        slot->listener = listener;
+        return slot;
+    }
+
+    void giveBack(Slot *slot)
+    {
+        const std::lock_guard lock(m_mutex);
+        slot->nextFree = m_free;
+        m_free = slot;
+    }
+
+private:
+    void grow()
+    {
+        m_relays.push_back(std::make_unique<Relay>());
+        Relay *const relay = m_relays.back().get();
+        for (Slot &slot : relay->slots) {
+            slot.relay = relay;
+            slot.nextFree = m_free;
+            m_free = &slot;
+        }
+    }
+
+    std::mutex m_mutex;
+    Slot *m_free = nullptr;
+    std::vector<std::unique_ptr<Relay>> m_relays;
+};
+
+// A subscription that no signal serves.
+struct SourceSlot : Slot
+{
+    explicit SourceSlot(Listener *receiver) { listener = receiver; }
+    SourceSlot(const SourceSlot &) = delete;
+    SourceSlot &operator=(const SourceSlot &) = delete;
+    virtual ~SourceSlot() = default;
+};
+
+struct BindableSlot : SourceSlot
+{
+    BindableSlot(Listener *receiver, const QUntypedBindable &observed)
+        : SourceSlot(receiver)
+        , bindable(observed)
+    {
+        observe();
+    }
+
+    void observe()
+    {
+        notifier = std::make_unique<QPropertyNotifier>(bindable.addNotifier([this] { changed(); }));
+    }
+
+    // Qt tells a notifier nothing of the changes that are made while it runs: another one takes its
+    // place for that time and after.
+    void changed()
+    {
+        const std::unique_ptr<QPropertyNotifier> running = std::move(notifier);
+        observe();
+        fire(this); // may delete this object
+    }
+
+    QUntypedBindable bindable;
+    std::unique_ptr<QPropertyNotifier> notifier;
+};
+
+class DynamicPropertyFilter : public QObject
+{
+public:
+    DynamicPropertyFilter(QObject *object, QByteArray key, const Slot *slot)
+        : m_key(std::move(key))
+        , m_slot(slot)
+    {
+        // Filters work on their own thread's objects only.
+        if (object->thread() != thread())
+            moveToThread(object->thread());
+        object->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::DynamicPropertyChange
+            && static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == m_key)
+            fire(m_slot); // may delete this object
+        return false;
+    }
+
+private:
+    QByteArray m_key;
+    const Slot *m_slot;
+};
+
+struct DynamicSlot : SourceSlot
+{
+    DynamicSlot(Listener *receiver, QObject *object, const QString &key)
+        : SourceSlot(receiver)
+        , filter(object, key.toUtf8(), this)
+    { }
+
+    DynamicPropertyFilter filter;
+};
+
+Slot *connected(QObject *object, int signal, Listener *listener)
+{
+    Slot *const slot = Pool::shared().take(listener);
+    slot->connection = QMetaObject::connect(object, signal, slot->relay, slot->relay->method(slot),
+                                            Qt::DirectConnection, nullptr);
+    return slot;
+}
+
+} // namespace
+
+Subscription::~Subscription()
+{
+    if (!m_slot)
+        return;
+    if (!m_slot->relay) {
+        delete static_cast<SourceSlot *>(m_slot);
+        return;
+    }
+    QObject::disconnect(m_slot->connection);
+    m_slot->connection = {};
+    Pool::shared().giveBack(m_slot);
+}
+
+Subscription Subscription::toChanges(QObject *object, const Access &access, const QString &key,
+                                     const KeyPath &path, Listener *listener)
+{
+    if (access.index < 0)
+        return Subscription(new DynamicSlot(listener, object, key));
+    const QMetaProperty property = object->metaObject()->property(access.index);
+    if (property.hasNotifySignal())
+        return Subscription(connected(object, property.notifySignalIndex(), listener));
+    if (property.isConstant())
+        return {};
+    QUntypedBindable bindable =
+            property.isBindable() ? property.bindable(object) : QUntypedBindable();
+    if (!bindable.isValid())
+        throw NS::KeyValueException(NS::KeyValueException::notObservable,
+                                    object->metaObject()->className(), path, key);
+    return Subscription(new BindableSlot(listener, bindable));
+}
+
+Subscription Subscription::toDestruction(QObject *object, Listener *listener)
+{
+    static const int signal = QObject::staticMetaObject.indexOfSignal("destroyed(QObject*)");
+    return Subscription(connected(object, signal, listener));
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,399 @@
+// SPDX-License-Identifier: MIT
+#include "Network/NSURLSession.h"
+
+#include "Base/Failure.h"
+
+#include <QCoreApplication>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QSslConfiguration>
+#include <QSslSocket>
+#include <QThread>
+
+#include <algorithm>
+#include <atomic>
+#include <deque>
+#include <unordered_map>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine::detail {
+
+using NS::URLError;
+
+namespace {
+
+constexpr int idleLimit = 60'000; // milliseconds
+constexpr int redirectionLimit = 20;
+
+struct Messages
+{
+    Q_DECLARE_TR_FUNCTIONS(Pellarvine::detail::URLSession)
+};
+
+void call(const URLSession::CompletionHandler &handler, const std::optional<URLError> &error)
+{
+    if (!handler)
+        return;
+    try {
+        handler(error);
+    } catch (...) {
+        fatalError("Error: a completion handler threw an exception");
+    }
+}
+
+// A body that Qt cannot start again: a server that takes a whole request and hangs up without an
+// answer would else be sent the same request several times. (No QBuffer, whose bytes Qt takes past
+// any override.)
+class SingleUseBody : public QIODevice
+{
+public:
+    explicit SingleUseBody(QByteArray bytes)
+        : m_bytes(std::move(bytes))
+    {
+        open(ReadOnly | Unbuffered);
+    }
+
+    qint64 size() const override { return m_bytes.size(); }
+    bool reset() override { return false; }
+
+protected:
+    qint64 readData(char *data, qint64 limit) override
+    {
+        const qint64 length = std::min(limit, qint64(m_bytes.size()) - m_position);
+        std::copy_n(m_bytes.cbegin() + m_position, length, data);
+        m_position += length;
+        return length;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QByteArray m_bytes;
+    qint64 m_position = 0;
+};
+
+// True if the server's answer was received whole, whatever it says.
+bool isAnswered(const QNetworkReply &reply)
+{
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    switch (reply.error()) {
+    case QNetworkReply::NoError:
+        return true;
+    case QNetworkReply::ContentReSendError:
+        return status == 307
+               || status == 308; // Qt asks for the body before it asks whether to follow
+    case QNetworkReply::ProxyAuthenticationRequiredError:
+        return status == 407; // of the server; a proxy's answer comes without its status
+    default:
+        // Above the proxy's errors stand the statuses that Qt has translated.
+        return status >= 400 && reply.error() > QNetworkReply::UnknownProxyError;
+    }
+}
+
+bool isSameOrigin(const QUrl &first, const QUrl &second)
+{
+    constexpr int port = 443;
+    return first.scheme() == second.scheme() && first.host() == second.host()
+           && first.port(port) == second.port(port);
+}
+
+URLError describe(const QNetworkReply &reply, bool isUntrusted)
+{
+    switch (reply.error()) {
+    case QNetworkReply::ConnectionRefusedError:
+    case QNetworkReply::ProxyConnectionRefusedError:
+    case QNetworkReply::ProxyConnectionClosedError:
+    case QNetworkReply::ProxyNotFoundError:
+    case QNetworkReply::ProxyTimeoutError:
+    case QNetworkReply::ProxyAuthenticationRequiredError:
+    case QNetworkReply::UnknownProxyError:
+        return { URLError::cannotConnectToHost, reply.errorString() };
+    case QNetworkReply::RemoteHostClosedError:
+    case QNetworkReply::ContentReSendError:
+        return { URLError::networkConnectionLost,
+                 Messages::tr("The server closed the connection before its answer was complete.") };
+    case QNetworkReply::HostNotFoundError:
+        return { URLError::cannotFindHost, reply.errorString() };
+    case QNetworkReply::TimeoutError:
+    case QNetworkReply::OperationCanceledError: // how Qt ends an idle transfer
+        return { URLError::timedOut, Messages::tr("The server did not answer in time.") };
+    case QNetworkReply::SslHandshakeFailedError:
+        return { isUntrusted ? URLError::serverCertificateUntrusted
+                             : URLError::secureConnectionFailed,
+                 reply.errorString() };
+    case QNetworkReply::TemporaryNetworkFailureError:
+    case QNetworkReply::NetworkSessionFailedError:
+        return { URLError::notConnectedToInternet, reply.errorString() };
+    case QNetworkReply::ProtocolFailure:
+        return { URLError::badServerResponse, reply.errorString() };
+    default:
+        return { URLError::unknown, reply.errorString() };
+    }
+}
+
+URLError cancellation()
+{
+    return { URLError::cancelled, QCoreApplication::instance()
+                                          ? Messages::tr("The program is ending.")
+                                          : Messages::tr("There is no application object.") };
+}
+
+// Set when exit() has been called, after which parts of Qt may have gone.
+std::atomic_bool isExiting = false;
+
+} // namespace
+
+/// The thread, and what it has been given to do.
+class URLSession::Worker final : public QThread
+{
+public:
+    // Only once the thread has ended. The lock shows that to the thread sanitizer, which does not see
+    // QThread::wait().
+    ~Worker() override { const std::lock_guard lock(m_mutex); }
+
+    struct Task
+    {
+        QNetworkRequest request;
+        QByteArray body;
+        CompletionHandler handler;
+    };
+
+    // False, and the task untouched, if the thread has answered all it had and is about to end.
+    bool add(Task &task);
+
+    // Answers everything that is left. For the thread itself.
+    void cancelAll();
+
+protected:
+    void run() override;
+
+private:
+    struct Transfer
+    {
+        Task task;
+        bool isBodyWanted = true;
+        int redirections = 0;
+        bool isUntrusted = false;
+    };
+
+    void startIncoming();
+    void send(Transfer transfer);
+    void finish(QNetworkReply *reply);
+    void rest();
+    void redirect(Transfer transfer, const QNetworkReply &reply, const QUrl &target);
+
+    std::mutex m_mutex; // guards these three
+    std::unique_ptr<QNetworkAccessManager> m_manager;
+    std::deque<Task> m_incoming;
+    bool m_hasEnded = false;
+
+    std::unordered_map<QNetworkReply *, Transfer> m_transfers; // for this thread alone
+};
+
+// What a thread does first when it calls exit() or, being the main one, leaves main(): its
+// thread-locals go before the handlers of exit() and the destructors of statics, among which are
+// those of Qt and of the TLS library that a transfer must not outlive.
+struct URLSession::ExitGuard
+{
+    bool isOfMainThread = false;
+    Worker *worker = nullptr; // whose thread it is
+
+    ~ExitGuard()
+    {
+        if (!isOfMainThread && !worker)
+            return;
+        isExiting = true;
+        if (worker)
+            worker->cancelAll();
+        else
+            shared().stop();
+    }
+
+    static thread_local ExitGuard own;
+    static const bool isInstalled;
+};
+
+thread_local URLSession::ExitGuard URLSession::ExitGuard::own;
+// The main thread is taken to be the one that loads the library.
+const bool URLSession::ExitGuard::isInstalled = (own.isOfMainThread = true);
+
+bool URLSession::Worker::add(Task &task)
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_hasEnded)
+        return false;
+    m_incoming.push_back(std::move(task));
+    if (m_manager)
+        QMetaObject::invokeMethod(
+                m_manager.get(), [this] { startIncoming(); }, Qt::QueuedConnection);
+    return true;
+}
+
+void URLSession::Worker::run()
+{
+    ExitGuard::own.worker = this;
+    // Qt delivers no events where there is no application.
+    if (QCoreApplication::instance() && !isExiting && !isInterruptionRequested()) {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_manager = std::make_unique<QNetworkAccessManager>();
+        }
+        startIncoming();
+        exec();
+    }
+    cancelAll();
+    ExitGuard::own.worker = nullptr;
+}
+
+void URLSession::Worker::startIncoming()
+{
+    std::deque<Task> tasks;
+    {
+        const std::lock_guard lock(m_mutex);
+        tasks.swap(m_incoming);
+    }
+    for (Task &task : tasks)
+        send({ std::move(task) });
+}
+
+void URLSession::Worker::send(Transfer transfer)
+{
+    if (isInterruptionRequested()) {
+        const std::lock_guard lock(m_mutex);
+        m_incoming.push_back(std::move(transfer.task)); // to be cancelled
+        return;
+    }
+    QNetworkRequest &request = transfer.task.request;
+    if (request.transferTimeout() == 0)
+        request.setTransferTimeout(idleLimit);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         QNetworkRequest::ManualRedirectPolicy);
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    QSslConfiguration tls = request.sslConfiguration();
+    tls.setPeerVerifyMode(QSslSocket::VerifyPeer);
+    request.setSslConfiguration(tls);
+
+    QNetworkReply *reply = nullptr;
+    if (transfer.isBodyWanted) {
+        auto *const body = new SingleUseBody(transfer.task.body);
+        reply = m_manager->post(request, body);
+        body->setParent(reply);
+    } else {
+        reply = m_manager->get(request);
+    }
+    m_transfers.emplace(reply, std::move(transfer));
+    QObject::connect(reply, &QNetworkReply::sslErrors, reply,
+                     [this, reply] { m_transfers[reply].isUntrusted = true; });
+    QObject::connect(reply, &QNetworkReply::finished, reply, [this, reply] { finish(reply); });
+}
+
+void URLSession::Worker::finish(QNetworkReply *reply)
+{
+    auto node = m_transfers.extract(reply);
+    if (!node)
+        return;
+    reply->deleteLater();
+    QMetaObject::invokeMethod(
+            m_manager.get(), [this] { rest(); }, Qt::QueuedConnection);
+    Transfer &transfer = node.mapped();
+    const CompletionHandler &handler = transfer.task.handler;
+    if (!isAnswered(*reply))
+        return call(handler, describe(*reply, transfer.isUntrusted));
+    const QUrl target = reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+    if (target.isEmpty())
+        return call(handler, std::nullopt);
+    redirect(std::move(transfer), *reply, reply->url().resolved(target));
+}
+
+// Keeps no connection that the next request could find dropped by the server, and no thread of Qt's
+// for one.
+void URLSession::Worker::rest()
+{
+    if (m_transfers.empty())
+        m_manager->clearConnectionCache();
+}
+
+// Qt's own way of following would repeat the credentials to whatever address it is shown, and a
+// body whenever a connection breaks.
+void URLSession::Worker::redirect(Transfer transfer, const QNetworkReply &reply, const QUrl &target)
+{
+    if (!isSameOrigin(reply.url(), target))
+        return call(transfer.task.handler,
+                    URLError { URLError::badServerResponse,
+                               Messages::tr("The server redirects to another server.") });
+    if (++transfer.redirections > redirectionLimit)
+        return call(transfer.task.handler,
+                    URLError { URLError::httpTooManyRedirects,
+                               Messages::tr("The server redirects too many times.") });
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    transfer.isBodyWanted = transfer.isBodyWanted && (status == 307 || status == 308);
+    QNetworkRequest &request = transfer.task.request;
+    if (!transfer.isBodyWanted)
+        request.setRawHeader("Content-Type", {});
+    request.setUrl(target);
+    send(std::move(transfer));
+}
+
+// One at a time, so that none is lost when a handler calls exit() and this runs anew within itself.
+void URLSession::Worker::cancelAll()
+{
+    for (;;) {
+        std::unique_ptr<QNetworkAccessManager> manager;
+        Task task;
+        {
+            const std::lock_guard lock(m_mutex);
+            manager.swap(m_manager);
+            for (auto &[reply, transfer] : m_transfers)
+                m_incoming.push_back(std::move(transfer.task));
+            m_transfers.clear();
+            m_hasEnded = m_incoming.empty();
+            if (m_hasEnded)
+                return;
+            task = std::move(m_incoming.front());
+            m_incoming.pop_front();
+        }
+        manager.reset();
+        call(task.handler, cancellation());
+    }
+}
+
+URLSession &URLSession::shared()
+{
+    static URLSession *const session = new URLSession;
+    return *session;
+}
+
+void URLSession::post(const QNetworkRequest &request, QByteArray body, CompletionHandler handler)
+{
+    Worker::Task task { request, std::move(body), std::move(handler) };
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_worker && m_worker->add(task))
+            return;
+        m_worker = std::shared_ptr<Worker>(new Worker, [](Worker *worker) {
+            // A handler that has called exit() is on the thread itself, which goes with the process.
+            if (QThread::currentThread() == worker)
+                return;
+            worker->requestInterruption();
+            worker->quit();
+            worker->wait();
+            delete worker;
+        });
+        m_worker->setObjectName(u"NSURLSession"_s);
+        m_worker->add(task);
+        m_worker->start();
+        qAddPostRoutine([] { shared().stop(); });
+    }
+    if (isExiting)
+        stop(); // nobody else will
+}
+
+void URLSession::stop()
+{
+    std::shared_ptr<Worker> worker; // goes, and waits for the thread, after the lock
+    const std::lock_guard lock(m_mutex);
+    worker.swap(m_worker);
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Not API: the one URL session that the library's own requests go through.
+#pragma once
+
+#include "Base/Global.h"
+#include "Network/NSURLError.h"
+
+#include <QByteArray>
+#include <QNetworkRequest>
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+namespace Pellarvine::detail {
+
+/// A QNetworkAccessManager on a thread of its own. Its handlers run on that thread, one after the
+/// other, each exactly once: with the outcome of its transfer, or with `URLError::cancelled` when
+/// the QCoreApplication goes or the process exits before there is one. The caller needs no event
+/// loop. Without a QCoreApplication Qt moves no bytes, and every transfer is cancelled.
+class PELLARVINE_INTERNAL_EXPORT URLSession
+{
+public:
+    using CompletionHandler = std::function<void(const std::optional<NS::URLError> &)>;
+
+    /// Never destroyed, so that it can be used while the process exits.
+    static URLSession &shared();
+    URLSession(const URLSession &) = delete;
+    URLSession &operator=(const URLSession &) = delete;
+
+    /// Sends a POST request and returns at once; any thread. `handler` is given no error for an
+    /// answer of whatever status. It may be empty; one that throws stops the process.
+    ///
+    /// What the request does not say is decided here: it fails after 60 seconds in which no byte
+    /// moved; a redirection is followed within the same scheme, host and port only; the body is
+    /// sent at most once for each address. The server's certificate is always verified.
+    void post(const QNetworkRequest &request, QByteArray body, CompletionHandler handler);
+
+private:
+    class Worker;
+    struct ExitGuard;
+
+    URLSession() = default;
+    ~URLSession() = default;
+    void stop();
+
+    std::mutex m_mutex;
+    std::shared_ptr<Worker> m_worker;
+};
+
+} // namespace Pellarvine::detail

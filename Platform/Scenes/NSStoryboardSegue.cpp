@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "Scenes/NSStoryboardSegue.h"
+
+#include "Scenes/NSViewController.h"
+
+#include <QEvent>
+#include <QStringList>
+#include <QWidget>
+
+#include <utility>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace NS {
+
+namespace {
+
+struct SegueClass
+{
+    QString name;
+    StoryboardSegue::Factory make;
+};
+
+// In the order of registration. Filled while libraries are loaded, before any static variable of
+// theirs can be relied on.
+std::vector<SegueClass> &classes()
+{
+    static std::vector<SegueClass> all;
+    return all;
+}
+
+[[maybe_unused]] const bool isRegistered =
+        (StoryboardSegue::registerClass<StoryboardSegue>(), true);
+
+// Ends a controller with the window that its view was shown in.
+class ClosingWatch : public QObject
+{
+public:
+    explicit ClosingWatch(ViewController *controller)
+        : QObject(controller)
+    {
+        controller->view()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        // Closing may still be refused while the event is on its way; hiding is what it ends in.
+        auto *const window = static_cast<QWidget *>(watched);
+        if (event->type() == QEvent::HideToParent && window->isWindow())
+            parent()->deleteLater();
+        return false;
+    }
+};
+
+} // namespace
+
+StoryboardSegue::StoryboardSegue(const QString &identifier, QObject *source, QObject *destination)
+    : m_identifier(identifier)
+    , m_source(source)
+    , m_destination(destination)
+{ }
+
+StoryboardSegue::~StoryboardSegue() = default;
+
+const QString &StoryboardSegue::identifier() const
+{
+    return m_identifier;
+}
+
+QObject *StoryboardSegue::sourceController() const
+{
+    return m_source;
+}
+
+QObject *StoryboardSegue::destinationController() const
+{
+    return m_destination;
+}
+
+void StoryboardSegue::perform()
+{
+    auto *const destination = qobject_cast<ViewController *>(m_destination);
+    if (!destination)
+        return;
+    destination->setParent(m_source);
+    QWidget *const view = destination->view();
+    auto *const source = qobject_cast<ViewController *>(m_source);
+    QWidget *const window = source ? source->view()->window() : nullptr;
+    view->setParent(window, Qt::Dialog);
+    view->setWindowTitle(destination->title());
+    new ClosingWatch(destination);
+    view->show();
+}
+
+void StoryboardSegue::registerFactory(const QString &name, Factory factory)
+{
+    std::erase_if(classes(), [&](const SegueClass &known) { return known.name == name; });
+    classes().push_back({ name, std::move(factory) });
+}
+
+StoryboardSegue::Factory StoryboardSegue::factory(const QString &name)
+{
+    const QString ending = u"::"_s + name;
+    Factory found;
+    for (const SegueClass &known : classes()) {
+        if (known.name == name)
+            return known.make;
+        if (!name.isEmpty() && known.name.endsWith(ending))
+            found = known.make;
+    }
+    return found;
+}
+
+QStringList StoryboardSegue::registeredClasses()
+{
+    QStringList names;
+    for (const SegueClass &known : classes())
+        names.append(known.name);
+    names.sort();
+    return names;
+}
+
+} // namespace NS

@@ -1,0 +1,308 @@
+// SPDX-License-Identifier: MIT
+#include "Scenes/NSViewController.h"
+
+#include "Base/Failure.h"
+#include "Scenes/NSNib.h"
+#include "Scenes/NSStoryboard.h"
+#include "Scenes/NSViewControllerPrivate.h"
+
+#include <QEvent>
+#include <QFile>
+#include <QScopeGuard>
+#include <QUiLoader>
+#include <QVariant>
+#include <QWidget>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace NS {
+
+namespace {
+
+constexpr auto controllerProperty = "_pellarvine_viewController";
+
+void setViewController(QWidget *view, ViewController *controller)
+{
+    view->setProperty(controllerProperty,
+                      controller ? QVariant::fromValue(QPointer<ViewController>(controller))
+                                 : QVariant());
+}
+
+} // namespace
+
+ViewController *viewController(const QWidget *view)
+{
+    return view ? view->property(controllerProperty).value<QPointer<ViewController>>() : nullptr;
+}
+
+/// Watches a controller's view being shown and hidden, and tells the controllers.
+class ViewWatch : public QObject
+{
+public:
+    ViewWatch(ViewController *controller, ViewController::Private *d)
+        : m_controller(controller)
+        , m_d(d)
+    { }
+
+    // Of all controllers whose views are shown together, a container's is told first, although Qt
+    // shows the innermost widget first.
+    static void appear(QWidget *view)
+    {
+        QList<QPointer<ViewController>> appearing;
+        for (QWidget *widget = view; widget;
+             widget = widget->isWindow() ? nullptr : widget->parentWidget()) {
+            if (ViewController *const controller = viewController(widget))
+                appearing.prepend(controller);
+        }
+        for (const QPointer<ViewController> &controller : std::as_const(appearing)) {
+            if (controller)
+                watch(controller)->appear();
+        }
+    }
+
+    static void disappear(QWidget *view)
+    {
+        QList<QPointer<ViewController>> disappearing;
+        const auto add = [&](const QWidget *widget) {
+            ViewController *const controller = viewController(widget);
+            if (controller && watch(controller)->m_d->phase != Private::hidden)
+                disappearing.append(controller);
+        };
+        add(view);
+        const auto below = view->findChildren<QWidget *>(); // containers first
+        for (const QWidget *const widget : below) {
+            if (widget->window() == view->window())
+                add(widget);
+        }
+        for (const QPointer<ViewController> &controller : std::as_const(disappearing)) {
+            if (controller)
+                watch(controller)->finishAppearing();
+            if (controller)
+                watch(controller)->call(&ViewController::viewWillDisappear);
+        }
+        for (const QPointer<ViewController> &controller : std::as_const(disappearing)) {
+            if (!controller)
+                continue;
+            watch(controller)->m_d->phase = Private::hidden;
+            watch(controller)->call(&ViewController::viewDidDisappear);
+        }
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        // The window system hides and shows minimised windows spontaneously.
+        if (watched != m_d->view || event->spontaneous())
+            return false;
+        if (event->type() == QEvent::Show)
+            appear(m_d->view);
+        else if (event->type() == QEvent::Hide && m_d->phase != Private::hidden)
+            disappear(m_d->view);
+        return false;
+    }
+
+private:
+    using Private = ViewController::Private;
+
+    static ViewWatch *watch(ViewController *controller) { return controller->d->watch.get(); }
+
+    void appear()
+    {
+        if (m_d->phase != Private::hidden)
+            return;
+        m_d->phase = Private::appearing;
+        QMetaObject::invokeMethod(
+                this, [this] { finishAppearing(); }, Qt::QueuedConnection);
+        call(&ViewController::viewWillAppear);
+    }
+
+    void finishAppearing()
+    {
+        if (m_d->phase != Private::appearing)
+            return;
+        m_d->phase = Private::shown;
+        call(&ViewController::viewDidAppear);
+    }
+
+    // These calls come out of Qt's events, which no exception may cross.
+    void call(void (ViewController::*callback)())
+    {
+        try {
+            (m_controller->*callback)();
+        } catch (const std::exception &error) {
+            detail::printWarning(std::string("Warning: ") + error.what());
+        }
+    }
+
+    ViewController *m_controller;
+    Private *m_d;
+};
+
+ViewController::ViewController(QObject *parent)
+    : ViewController(QString(), parent)
+{ }
+
+ViewController::ViewController(const QString &nibName, QObject *parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{
+    d->nibName = nibName;
+    d->watch = std::make_unique<ViewWatch>(this, d.get());
+}
+
+ViewController::~ViewController()
+{
+    removeFromParentViewController();
+    for (ViewController *const child : std::as_const(d->children))
+        child->d->parent = nullptr;
+    if (d->view)
+        setViewController(d->view, nullptr);
+    d->watch.reset();
+    delete d->view;
+}
+
+QString ViewController::title() const
+{
+    return d->title;
+}
+
+void ViewController::setTitle(const QString &title)
+{
+    if (title == d->title)
+        return;
+    d->title = title;
+    Q_EMIT titleChanged(title);
+}
+
+QString ViewController::nibName() const
+{
+    return d->nibName;
+}
+
+QWidget *ViewController::view()
+{
+    if (d->hasLoaded || d->isLoading)
+        return d->view;
+    d->isLoading = true;
+    const auto end = qScopeGuard([this] { d->isLoading = false; });
+    try {
+        loadView();
+        if (!d->view)
+            detail::fatalError("A view controller's loadView() set no view");
+        if (d->storyboard)
+            d->storyboard->viewDidLoad(this, d->scene);
+    } catch (...) {
+        setView(nullptr);
+        throw;
+    }
+    d->hasLoaded = true;
+    viewDidLoad();
+    return d->view;
+}
+
+void ViewController::setView(QWidget *view)
+{
+    if (view == d->view)
+        return;
+    if (QWidget *const old = d->view) {
+        if (d->phase != Private::hidden)
+            ViewWatch::disappear(old);
+        old->removeEventFilter(d->watch.get());
+        disconnect(d->viewEnd);
+        setViewController(old, nullptr);
+        d->view = nullptr;
+        if (!old->parentWidget())
+            delete old;
+    }
+    d->view = view;
+    if (view) {
+        d->hasLoaded = d->hasLoaded || !d->isLoading;
+        setViewController(view, this);
+        view->installEventFilter(d->watch.get());
+        d->viewEnd = connect(view, &QObject::destroyed, this, [this] {
+            d->phase = Private::hidden;
+            Q_EMIT viewChanged(nullptr);
+        });
+        if (view->isVisible())
+            ViewWatch::appear(view);
+    }
+    Q_EMIT viewChanged(view);
+}
+
+bool ViewController::isViewLoaded() const
+{
+    return d->hasLoaded;
+}
+
+void ViewController::viewDidLoad() { }
+
+void ViewController::viewWillAppear() { }
+
+void ViewController::viewDidAppear() { }
+
+void ViewController::viewWillDisappear() { }
+
+void ViewController::viewDidDisappear() { }
+
+ViewController *ViewController::parentViewController() const
+{
+    return d->parent;
+}
+
+QList<ViewController *> ViewController::childViewControllers() const
+{
+    return d->children;
+}
+
+void ViewController::addChildViewController(ViewController *child)
+{
+    child->removeFromParentViewController();
+    child->setParent(this);
+    child->d->parent = this;
+    d->children.append(child);
+    Q_EMIT childViewControllersChanged();
+}
+
+void ViewController::removeFromParentViewController()
+{
+    ViewController *const parent = std::exchange(d->parent, nullptr);
+    if (!parent)
+        return;
+    parent->d->children.removeOne(this);
+    setParent(nullptr);
+    Q_EMIT parent->childViewControllersChanged();
+}
+
+std::shared_ptr<Storyboard> ViewController::storyboard() const
+{
+    return d->storyboard;
+}
+
+void ViewController::performSegue(const QString &identifier, QObject *sender)
+{
+    if (!d->storyboard)
+        throw UnknownIdentifierError(u"segue"_s, identifier, u"a controller from no storyboard"_s,
+                                     {});
+    d->storyboard->performSegue(this, d->scene, identifier, sender);
+}
+
+bool ViewController::shouldPerformSegue(const QString &, QObject *)
+{
+    return true;
+}
+
+void ViewController::prepareForSegue(StoryboardSegue *, QObject *) { }
+
+void ViewController::loadView()
+{
+    if (d->nibName.isEmpty())
+        return setView(new QWidget);
+    setView(Nib(d->nibName).instantiate(this));
+    if (d->title.isEmpty())
+        setTitle(d->view->windowTitle());
+}
+
+} // namespace NS

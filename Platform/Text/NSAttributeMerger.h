@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// Not API: adds attributes to many runs.
+#pragma once
+
+#include "Text/NSAttributes.h"
+
+#include <algorithm>
+#include <array>
+
+namespace Pellarvine::detail {
+
+/// Adds one set of attributes to another, and remembers the last few results. The runs of a text
+/// repeat a handful of sets, and so share them instead of each getting a copy.
+class AttributeMerger
+{
+public:
+    const NS::Attributes &merged(const NS::Attributes &current, const NS::Attributes &added)
+    {
+        const auto isKnown = [&](const Result &result) {
+            return result.current.isSharedWith(current) && result.added == added;
+        };
+        const auto known = std::find_if(m_results.cbegin(), m_results.cend(), isKnown);
+        if (known != m_results.cend())
+            return known->merged;
+        Result &result = m_results[m_oldest];
+        m_oldest = (m_oldest + 1) % m_results.size();
+        result = { current, added, current };
+        result.merged.insert(added);
+        return result.merged;
+    }
+
+private:
+    // As made, each says truly that nothing added to nothing is nothing.
+    struct Result
+    {
+        NS::Attributes current;
+        NS::Attributes added;
+        NS::Attributes merged;
+    };
+
+    std::array<Result, 4> m_results;
+    std::size_t m_oldest = 0;
+};
+
+} // namespace Pellarvine::detail

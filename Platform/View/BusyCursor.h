@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// Not API: work that may take long, off the main thread.
+#pragma once
+
+#include "Base/Global.h"
+
+#include <functional>
+
+namespace Pellarvine::detail {
+
+/// Runs `work` on a thread of its own and returns when it is done. If that takes longer than a
+/// moment, the pointer turns busy and windows go on painting; what the user does meanwhile waits,
+/// but timers and posted events run, so that anything may have been destroyed on return. Main
+/// thread only; `work` must not throw.
+PELLARVINE_INTERNAL_EXPORT void runWithBusyCursor(const std::function<void()> &work);
+
+} // namespace Pellarvine::detail

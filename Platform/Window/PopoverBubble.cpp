@@ -1,0 +1,337 @@
+// SPDX-License-Identifier: MIT
+#include "Window/PopoverBubble.h"
+
+#include "Drawing/NSShadow.h"
+#include "View/NSView.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLibrary>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine::detail {
+
+namespace {
+
+// Under X11 the owner of a certain selection mixes the windows; without one, what is transparent
+// comes out black. Qt asks for that too, but keeps the answer to itself.
+bool hasCompositor()
+{
+    auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11 || QGuiApplication::platformName() != "xcb"_L1)
+        return true;
+    using InternAtom = unsigned long (*)(void *display, const char *name, int onlyIfExists);
+    using GetSelectionOwner = unsigned long (*)(void *display, unsigned long selection);
+    QLibrary xlib(u"X11"_s, 6);
+    const auto internAtom = reinterpret_cast<InternAtom>(xlib.resolve("XInternAtom"));
+    const auto owner = reinterpret_cast<GetSelectionOwner>(xlib.resolve("XGetSelectionOwner"));
+    if (!internAtom || !owner || !x11->display())
+        return false;
+    return owner(x11->display(), internAtom(x11->display(), "_NET_WM_CM_S0", 0)) != 0;
+}
+
+bool isFocusable(const QWidget *widget, const QWidget *content)
+{
+    // The content itself is hidden until it has its place.
+    return (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy()
+           && widget->isEnabledTo(content) && (widget == content || widget->isVisibleTo(content));
+}
+
+QColor mixed(const QColor &one, const QColor &other, double share)
+{
+    const auto mix = [&](double a, double b) {
+        return float(a + (b - a) * share);
+    };
+    return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
+                            mix(one.blueF(), other.blueF()));
+}
+
+bool isDark(const QPalette &palette)
+{
+    return palette.color(QPalette::Window).lightnessF()
+           < palette.color(QPalette::WindowText).lightnessF();
+}
+
+void collectTexts(QAccessibleInterface *part, QStringList &texts)
+{
+    if (!part || part->state().invisible)
+        return;
+    const QString text = part->text(QAccessible::Name).simplified();
+    if (!text.isEmpty()) {
+        texts.append(text);
+        return;
+    }
+    for (int i = 0; i < part->childCount(); ++i)
+        collectTexts(part->child(i), texts);
+}
+
+// A dialog to work in, or a message that is read out as it comes up.
+class AccessibleBubble : public QAccessibleWidget
+{
+public:
+    explicit AccessibleBubble(PopoverBubble *bubble)
+        : QAccessibleWidget(bubble,
+                            bubble->takesFocus() ? QAccessible::Dialog : QAccessible::AlertMessage)
+    { }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        QString set = QAccessibleWidget::text(kind);
+        if (kind != QAccessible::Name || !set.isEmpty())
+            return set;
+        QStringList texts;
+        for (int i = 0; i < childCount(); ++i)
+            collectTexts(child(i), texts);
+        return texts.join(u' ');
+    }
+};
+
+QAccessibleInterface *makeAccessible(const QString &className, QObject *object)
+{
+    auto *const bubble = qobject_cast<PopoverBubble *>(object);
+    const bool isOurs = bubble && className == QLatin1StringView(bubble->metaObject()->className());
+    return isOurs ? new AccessibleBubble(bubble) : nullptr;
+}
+
+} // namespace
+
+PopoverBubble::Surface PopoverBubble::surfaceFor(const QWidget *view, QWidget *content, QSizeF size,
+                                                 bool staysInWindow)
+{
+    const QWidget *const window = view->window();
+    if (staysInWindow || window->graphicsProxyWidget() || window->windowType() == Qt::Popup)
+        return Surface::child;
+    // A Wayland client neither places its windows nor learns where they are. The kind of window
+    // that it can put near another one never has the keyboard.
+    if (QGuiApplication::platformName().startsWith("wayland"_L1)) {
+        const double length = PopoverShape::arrowLength;
+        const bool hasRoom =
+                size.width() <= window->width() && size.height() + length <= window->height();
+        return hasRoom || firstFocusable(content) ? Surface::child : Surface::unplacedWindow;
+    }
+    return hasCompositor() ? Surface::translucentWindow : Surface::maskedWindow;
+}
+
+QWidget *PopoverBubble::firstFocusable(QWidget *content)
+{
+    QWidget *widget = content;
+    do {
+        if ((widget == content || content->isAncestorOf(widget)) && isFocusable(widget, content))
+            return widget;
+        widget = widget->nextInFocusChain();
+    } while (widget && widget != content);
+    return nullptr;
+}
+
+PopoverBubble::PopoverBubble(QWidget *view, QWidget *content, Surface surface)
+    : QWidget(view->window())
+    , m_view(view)
+    , m_content(content)
+    , m_surface(surface)
+    , m_takesFocus(firstFocusable(content))
+{
+    static const bool isRegistered = [] {
+        QAccessible::installFactory(makeAccessible);
+        return true;
+    }();
+    Q_UNUSED(isRegistered);
+    if (surface != Surface::child) {
+        Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
+        flags |= surface == Surface::unplacedWindow ? Qt::ToolTip : Qt::Tool;
+        if (!m_takesFocus) {
+            flags |= Qt::WindowDoesNotAcceptFocus;
+            setAttribute(Qt::WA_ShowWithoutActivating);
+        }
+        setWindowFlags(flags);
+        setAttribute(Qt::WA_WindowPropagation);
+        setAttribute(Qt::WA_TranslucentBackground, surface != Surface::maskedWindow);
+    }
+    setAttribute(Qt::WA_NoSystemBackground);
+    setAttribute(Qt::WA_NoMousePropagation);
+    setLayoutDirection(view->layoutDirection());
+    updatePalette();
+    content->setParent(this);
+    content->show();
+}
+
+PopoverBubble::~PopoverBubble()
+{
+    releaseContent();
+}
+
+void PopoverBubble::releaseContent()
+{
+    if (m_content && m_content->parentWidget() == this) {
+        m_content->clearMask();
+        m_content->setParent(nullptr);
+    }
+}
+
+QRectF PopoverBubble::innerBody() const
+{
+    constexpr int margin = PopoverShape::margin;
+    return QRectF(rect().adjusted(margin, margin, -margin, -margin));
+}
+
+QRectF PopoverBubble::body() const
+{
+    return innerBody().translated(geometry().topLeft());
+}
+
+void PopoverBubble::setBody(const QRectF &body)
+{
+    constexpr int margin = PopoverShape::margin;
+    setGeometry(NS::roundedToUnits(body).adjusted(-margin, -margin, margin, margin));
+}
+
+void PopoverBubble::setArrow(NS::RectEdge edge, std::optional<double> arrow)
+{
+    if (edge == m_edge && arrow == m_arrow)
+        return;
+    m_edge = edge;
+    m_arrow = arrow;
+    updateShape();
+}
+
+QPainterPath PopoverBubble::outline() const
+{
+    return popoverOutline(innerBody(), m_edge, m_arrow);
+}
+
+void PopoverBubble::updateShape()
+{
+    if (m_surface == Surface::maskedWindow) {
+        // A unit more for the line around.
+        const QPainterPath shape =
+                popoverOutline(innerBody().adjusted(-1, -1, 1, 1), m_edge,
+                               m_arrow ? std::optional(*m_arrow + 1) : std::nullopt);
+        setMask(shape.toFillPolygon().toPolygon());
+    }
+    update();
+}
+
+// A little raised above the window that it belongs to.
+void PopoverBubble::updatePalette()
+{
+    const QPalette around = parentWidget()->palette();
+    QPalette own = palette();
+    for (const auto group : { QPalette::Active, QPalette::Inactive, QPalette::Disabled }) {
+        const QColor window = around.color(group, QPalette::Window);
+        own.setColor(group, QPalette::Window,
+                     isDark(around) ? mixed(window, Qt::white, 0.07)
+                                    : mixed(window, Qt::white, 0.8));
+    }
+    if (own.color(QPalette::Window) != palette().color(QPalette::Window))
+        setPalette(own);
+}
+
+bool PopoverBubble::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::LayoutRequest:
+        Q_EMIT contentChanged();
+        break;
+    case QEvent::ShortcutOverride:
+        // Esc belongs to the popover before it belongs to a shortcut of the window.
+        if (static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel)) {
+            event->accept();
+            return true;
+        }
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+bool PopoverBubble::focusNextPrevChild(bool next)
+{
+    if (isWindow())
+        return QWidget::focusNextPrevChild(next);
+    QWidget *const current = window()->focusWidget();
+    if (!current || !m_content)
+        return false;
+    for (QWidget *widget = current;;) {
+        widget = next ? widget->nextInFocusChain() : widget->previousInFocusChain();
+        if (widget == current)
+            return true;
+        if (isAncestorOf(widget) && isFocusable(widget, m_content)) {
+            widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    }
+}
+
+void PopoverBubble::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        updatePalette();
+}
+
+void PopoverBubble::keyPressEvent(QKeyEvent *event)
+{
+    // Keys that nothing in it wants are not for what lies behind it.
+    if (event->matches(QKeySequence::Cancel))
+        Q_EMIT escaped();
+}
+
+void PopoverBubble::mousePressEvent(QMouseEvent *event)
+{
+    if (!outline().contains(event->position()))
+        Q_EMIT pressedBeside(event->globalPosition().toPoint());
+}
+
+void PopoverBubble::moveEvent(QMoveEvent *event)
+{
+    QWidget::moveEvent(event);
+    Q_EMIT moved();
+}
+
+void PopoverBubble::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool onDark = isDark(palette());
+    const double hairline = 1.0 / devicePixelRatioF();
+    const double half = hairline / 2.0;
+    const QPainterPath edge =
+            popoverOutline(innerBody().adjusted(-half, -half, half, half), m_edge,
+                           m_arrow ? std::optional(*m_arrow + half) : std::nullopt);
+    const QColor line = mixed(palette().color(QPalette::Window),
+                              palette().color(QPalette::WindowText), onDark ? 0.25 : 0.2);
+    if (m_surface != Surface::maskedWindow) {
+        const NS::Shadow shadow(
+                NS::Color({ .red = 0, .green = 0, .blue = 0, .alpha = onDark ? 0.5 : 0.25 }),
+                { 0, -2 }, 7);
+        shadow.draw(painter, edge);
+    } else {
+        painter.fillRect(rect(), line); // up to the steps of the mask
+    }
+    painter.fillPath(edge, palette().color(QPalette::Window));
+    painter.strokePath(edge, QPen(line, m_surface == Surface::maskedWindow ? 1.0 : hairline));
+}
+
+void PopoverBubble::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    if (m_content) {
+        const QRect place = innerBody().toRect();
+        m_content->setGeometry(place);
+        // What is opaque in it must not stand out at the corners.
+        QPainterPath round;
+        round.addRoundedRect(QRectF(QPointF(), QSizeF(place.size())), PopoverShape::cornerRadius,
+                             PopoverShape::cornerRadius);
+        m_content->setMask(round.toFillPolygon().toPolygon());
+    }
+    updateShape();
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: MIT
+#include "Window/StandardWindowButton.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+constexpr double diameter = 12.0;
+
+// Of close, miniaturise and zoom.
+constexpr QRgb activeColors[] = { 0xffef6156, 0xfff2b63c, 0xff56bf53 };
+
+bool isDark(const QPalette &palette)
+{
+    return palette.color(QPalette::Window).lightness()
+           < palette.color(QPalette::WindowText).lightness();
+}
+
+// Between the two, by how much of the second there is in it.
+QColor mixed(const QColor &first, const QColor &second, float share)
+{
+    return QColor::fromRgbF(first.redF() + (second.redF() - first.redF()) * share,
+                            first.greenF() + (second.greenF() - first.greenF()) * share,
+                            first.blueF() + (second.blueF() - first.blueF()) * share);
+}
+
+} // namespace
+
+bool looksActive(const QWidget *widget)
+{
+    return widget->isActiveWindow() || !widget->window()->isVisible();
+}
+
+StandardWindowButton::StandardWindowButton(NS::WindowButton kind, QWidget *parent)
+    : QAbstractButton(parent)
+    , m_kind(kind)
+{
+    setFocusPolicy(Qt::NoFocus);
+    setAttribute(Qt::WA_NoMousePropagation);
+    updateName();
+}
+
+void StandardWindowButton::setShowsGlyph(bool shows)
+{
+    if (shows == m_showsGlyph)
+        return;
+    m_showsGlyph = shows;
+    update();
+}
+
+void StandardWindowButton::updateName()
+{
+    switch (m_kind) {
+    case NS::WindowButton::close:
+        return setAccessibleName(tr("Close"));
+    case NS::WindowButton::miniaturize:
+        return setAccessibleName(tr("Minimise"));
+    case NS::WindowButton::zoom:
+        return setAccessibleName(window()->isMaximized() ? tr("Restore") : tr("Maximise"));
+    case NS::WindowButton::documentIcon:
+        return setAccessibleName(tr("Folders of the document"));
+    case NS::WindowButton::documentVersions:
+        return setAccessibleName(tr("Versions of the document"));
+    }
+}
+
+QSize StandardWindowButton::sizeHint() const
+{
+    return m_kind == NS::WindowButton::documentIcon || m_kind == NS::WindowButton::documentVersions
+                   ? QSize(16, 16)
+                   : QSize(14, 16);
+}
+
+void StandardWindowButton::enterEvent(QEnterEvent *event)
+{
+    QAbstractButton::enterEvent(event);
+    Q_EMIT hovered(true);
+}
+
+void StandardWindowButton::leaveEvent(QEvent *event)
+{
+    QAbstractButton::leaveEvent(event);
+    Q_EMIT hovered(false);
+}
+
+void StandardWindowButton::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        animateClick();
+    else
+        QAbstractButton::keyPressEvent(event);
+}
+
+void StandardWindowButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(rect().toRectF().center());
+    if (hasFocus()) {
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 1.5));
+        painter.drawRoundedRect(QRectF(rect())
+                                        .translated(-QRectF(rect()).center())
+                                        .adjusted(0.75, 0.75, -0.75, -0.75),
+                                7, 7);
+        painter.scale(0.85, 0.85);
+    }
+    switch (m_kind) {
+    case NS::WindowButton::documentIcon:
+        return drawDocument(painter);
+    case NS::WindowButton::documentVersions:
+        return drawVersions(painter);
+    default:
+        return drawControl(painter);
+    }
+}
+
+void StandardWindowButton::drawControl(QPainter &painter) const
+{
+    const bool isColored = isEnabled() && (looksActive(this) || m_showsGlyph);
+    QColor fill = mixed(palette().color(QPalette::Window), palette().color(QPalette::WindowText),
+                        isDark(palette()) ? 0.24F : 0.18F);
+    if (isColored)
+        fill = QColor::fromRgb(activeColors[int(m_kind)]);
+    if (isDown())
+        fill = fill.darker(130);
+    painter.setPen(QPen(fill.darker(isDark(palette()) ? 125 : 112), 1.0));
+    painter.setBrush(fill);
+    constexpr double radius = diameter / 2.0 - 0.5;
+    painter.drawEllipse(QPointF(), radius, radius);
+
+    const QColor ink(0, 0, 0, 150);
+    if (m_kind == NS::WindowButton::close && window()->isWindowModified() && !m_showsGlyph) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(isColored ? ink : palette().color(QPalette::WindowText));
+        painter.drawEllipse(QPointF(), 2.0, 2.0);
+    }
+    if (!m_showsGlyph || !isEnabled())
+        return;
+    painter.setPen(QPen(ink, 1.4, Qt::SolidLine, Qt::RoundCap));
+    painter.setBrush(Qt::NoBrush);
+    if (m_kind == NS::WindowButton::close) {
+        painter.drawLine(QPointF(-2.25, -2.25), QPointF(2.25, 2.25));
+        painter.drawLine(QPointF(-2.25, 2.25), QPointF(2.25, -2.25));
+    } else if (m_kind == NS::WindowButton::miniaturize) {
+        painter.drawLine(QPointF(-3.0, 0.0), QPointF(3.0, 0.0));
+    } else {
+        // Two triangles, pointing outwards to grow or inwards to come back.
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ink);
+        const bool isInwards = window()->isMaximized() || window()->isFullScreen();
+        for (const double side : { -1.0, 1.0 }) {
+            const double outer = side * (isInwards ? 0.6 : 3.0);
+            const double inner = side * (isInwards ? 4.0 : -1.0);
+            painter.drawPolygon(QPolygonF(
+                    { QPointF(outer, -outer), QPointF(inner, -outer), QPointF(outer, -inner) }));
+        }
+    }
+}
+
+void StandardWindowButton::drawDocument(QPainter &painter) const
+{
+    QColor line = palette().color(QPalette::WindowText);
+    line.setAlphaF(looksActive(this) ? 0.75F : 0.4F);
+    painter.setPen(QPen(line, 1.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(isDown() ? palette().color(QPalette::Mid) : palette().color(QPalette::Base));
+    QPainterPath sheet(QPointF(-4.5, -6.5));
+    sheet.lineTo(1.5, -6.5);
+    sheet.lineTo(4.5, -3.5);
+    sheet.lineTo(4.5, 6.5);
+    sheet.lineTo(-4.5, 6.5);
+    sheet.closeSubpath();
+    painter.drawPath(sheet);
+    painter.drawPolyline(QPolygonF({ QPointF(1.5, -6.5), QPointF(1.5, -3.5), QPointF(4.5, -3.5) }));
+    for (const double y : { -1.0, 1.5, 4.0 })
+        painter.drawLine(QPointF(-2.5, y), QPointF(2.5, y));
+}
+
+void StandardWindowButton::drawVersions(QPainter &painter) const
+{
+    QColor line = palette().color(QPalette::WindowText);
+    line.setAlphaF(looksActive(this) && !isDown() ? 0.75F : 0.4F);
+    painter.setPen(QPen(line, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(QPolygonF({ QPointF(-3.0, -1.5), QPointF(0.0, 1.5), QPointF(3.0, -1.5) }));
+}
+
+} // namespace Pellarvine::detail

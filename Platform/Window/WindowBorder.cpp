@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "Window/WindowBorder.h"
+
+#include "Window/StandardWindowButton.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+constexpr int cornerRadius = 8;
+
+} // namespace
+
+WindowBorder::WindowBorder(QWidget *window)
+    : QWidget(window)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+double WindowBorder::radius() const
+{
+    return m_isRound ? cornerRadius : 0.0;
+}
+
+void WindowBorder::setRound(bool isRound)
+{
+    if (isRound == m_isRound)
+        return;
+    m_isRound = isRound;
+    arrange();
+    update();
+}
+
+// What lies outside the mask scrolls and paints as if nothing were above it.
+void WindowBorder::arrange()
+{
+    const QRect whole = parentWidget()->rect();
+    setGeometry(whole);
+    QRegion region = QRegion(whole) - QRegion(whole.adjusted(1, 1, -1, -1));
+    if (m_isRound) {
+        constexpr QSize corner(cornerRadius, cornerRadius);
+        QRect square(whole.topLeft(), corner);
+        region += square;
+        square.moveRight(whole.right());
+        region += square;
+        square.moveBottom(whole.bottom());
+        region += square;
+        square.moveLeft(whole.left());
+        region += square;
+    }
+    setMask(region);
+    raise();
+}
+
+void WindowBorder::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (m_isRound) {
+        QPainterPath outside;
+        outside.addRect(rect());
+        outside.addRoundedRect(rect(), radius(), radius());
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+        painter.fillPath(outside, Qt::black);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    }
+    QColor line = palette().color(QPalette::WindowText);
+    line.setAlphaF(looksActive(this) ? 0.28F : 0.18F);
+    painter.setPen(line);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius() - 0.5,
+                            radius() - 0.5);
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "Window/WindowDrag.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QWidget>
+#include <QWindow>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+// Some desktops say that they move a window and do not. Where they do, its position has changed
+// long before the pointer has gone that far.
+constexpr int patience = 48;
+
+} // namespace
+
+WindowDrag::WindowDrag(QWidget *window)
+    : QObject(window)
+    , m_window(window)
+{ }
+
+void WindowDrag::prepare(QPoint globalPosition)
+{
+    m_state = pressed;
+    m_pressed = globalPosition;
+    m_origin = m_window->pos();
+}
+
+bool WindowDrag::eventFilter(QObject *, QEvent *event)
+{
+    if (m_state == idle || m_isReleasing)
+        return false;
+    switch (event->type()) {
+    case QEvent::MouseMove: {
+        const auto *const move = static_cast<QMouseEvent *>(event);
+        const QPoint position = move->globalPosition().toPoint();
+        const int distance = (position - m_pressed).manhattanLength();
+        if (!(move->buttons() & Qt::LeftButton)) {
+            m_state = idle;
+            return false;
+        }
+        if (m_state == pressed && distance >= QApplication::startDragDistance())
+            begin(position);
+        else if (m_state == movedByDesktop && distance > patience && m_window->pos() == m_origin)
+            m_state = movedByHand;
+        if (m_state == movedByHand)
+            moveByHand(position);
+        return true;
+    }
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Hide:
+        m_state = idle;
+        return false;
+    default:
+        return false;
+    }
+}
+
+void WindowDrag::begin(QPoint globalPosition)
+{
+    if (m_window->isFullScreen()) {
+        m_state = idle;
+    } else if (m_window->windowHandle()->startSystemMove()) {
+        m_state = movedByDesktop;
+        releaseButton();
+    } else {
+        m_state = movedByHand;
+        if (m_window->isMaximized()) {
+            // It comes back under the pointer, which keeps its share of the width.
+            const double share = double(m_pressed.x() - m_origin.x()) / m_window->width();
+            m_window->showNormal();
+            m_origin.setX(m_pressed.x() - int(share * m_window->width()));
+        }
+        moveByHand(globalPosition);
+    }
+}
+
+void WindowDrag::moveByHand(QPoint globalPosition)
+{
+    m_window->move(m_origin + globalPosition - m_pressed);
+}
+
+// The desktop keeps the release for itself, without which Qt would take what is pressed for pressed.
+void WindowDrag::releaseButton()
+{
+    const QScopedValueRollback<bool> guard(m_isReleasing, true);
+    QMouseEvent release(QEvent::MouseButtonRelease, m_window->mapFromGlobal(m_pressed), m_pressed,
+                        Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window->windowHandle(), &release);
+}
+
+} // namespace Pellarvine::detail

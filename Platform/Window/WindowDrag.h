@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Base/Global.h"
+
+#include <QObject>
+#include <QPoint>
+
+QT_FORWARD_DECLARE_CLASS(QWidget)
+
+namespace Pellarvine::detail {
+
+/// Moves a window with the pointer once that goes beyond the drag distance: through the desktop,
+/// which then snaps and maximises too, or by hand where the desktop does not. Filters the events of
+/// the window's QWindow.
+class WindowDrag : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit WindowDrag(QWidget *window);
+
+    /// The left button was pressed where a drag moves the window.
+    void prepare(QPoint globalPosition);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    enum State {
+        idle,
+        pressed,
+        movedByDesktop,
+        movedByHand
+    };
+
+    void begin(QPoint globalPosition);
+    void moveByHand(QPoint globalPosition);
+    void releaseButton();
+
+    QWidget *m_window;
+    State m_state = idle;
+    QPoint m_pressed; // of the pointer, global
+    QPoint m_origin; // of the window at that time
+    bool m_isReleasing = false;
+};
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include "Window/WindowManager.h"
+
+#include <QGuiApplication>
+#include <QHash>
+#include <QProcess>
+#include <QScreen>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QWindow>
+
+#include <cstdlib>
+#include <memory>
+#include <xcb/xcb.h>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine::detail::WindowManager {
+
+namespace {
+
+// Replies come from malloc().
+struct Freed
+{
+    void operator()(void *reply) const { std::free(reply); }
+};
+template <typename Reply>
+using ReplyPointer = std::unique_ptr<Reply, Freed>;
+
+xcb_connection_t *connection()
+{
+    const auto *const x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+
+// XCB_ATOM_NONE where nobody has made the atom: then nobody supports it either.
+xcb_atom_t atom(const QByteArray &name)
+{
+    const auto cookie = xcb_intern_atom(connection(), 1, uint16_t(name.size()), name.constData());
+    const ReplyPointer<xcb_intern_atom_reply_t> reply(
+            xcb_intern_atom_reply(connection(), cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}
+
+xcb_window_t rootWindow()
+{
+    return xcb_setup_roots_iterator(xcb_get_setup(connection())).data->root;
+}
+
+bool isSupported(xcb_atom_t feature)
+{
+    constexpr uint32_t mostFeatures = 4096;
+    const auto cookie = xcb_get_property(connection(), 0, rootWindow(), atom("_NET_SUPPORTED"),
+                                         XCB_ATOM_ATOM, 0, mostFeatures);
+    const ReplyPointer<xcb_get_property_reply_t> reply(
+            xcb_get_property_reply(connection(), cookie, nullptr));
+    if (!reply || feature == XCB_ATOM_NONE)
+        return false;
+    const auto *const features =
+            static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()));
+    const auto count = size_t(xcb_get_property_value_length(reply.get())) / sizeof(xcb_atom_t);
+    return std::find(features, features + count, feature) != features + count;
+}
+
+bool desktopIs(const QString &name)
+{
+    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(name);
+}
+
+} // namespace
+
+bool hasCompositor()
+{
+    if (!connection())
+        return true; // Wayland, or Qt's own surfaces
+    const xcb_atom_t selection = atom("_NET_WM_CM_S0");
+    if (selection == XCB_ATOM_NONE)
+        return false;
+    const auto cookie = xcb_get_selection_owner(connection(), selection);
+    const ReplyPointer<xcb_get_selection_owner_reply_t> reply(
+            xcb_get_selection_owner_reply(connection(), cookie, nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
+}
+
+bool canPlaceWindows()
+{
+    return !QGuiApplication::platformName().startsWith("wayland"_L1);
+}
+
+bool showWindowMenu(QWindow *window, QPoint globalPosition)
+{
+    if (!connection())
+        return false;
+    const xcb_atom_t message = atom("_GTK_SHOW_WINDOW_MENU");
+    if (!isSupported(message))
+        return false;
+    // The desktop counts in pixels, from the screen's corner.
+    const QScreen *const screen = window->screen();
+    const QPoint corner = screen->geometry().topLeft();
+    const QPoint pixel = corner + (globalPosition - corner) * screen->devicePixelRatio();
+    xcb_client_message_event_t event {};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = xcb_window_t(window->winId());
+    event.type = message;
+    event.data.data32[1] = uint32_t(pixel.x());
+    event.data.data32[2] = uint32_t(pixel.y());
+    xcb_ungrab_pointer(connection(), XCB_CURRENT_TIME); // for the window manager to take
+    xcb_send_event(connection(), 0, rootWindow(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char *>(&event));
+    xcb_flush(connection());
+    return true;
+}
+
+TitleBarAction doubleClickAction()
+{
+    QString setting;
+    if (desktopIs(u"KDE"_s)) {
+        const QString file =
+                QStandardPaths::locate(QStandardPaths::GenericConfigLocation, u"kwinrc"_s);
+        setting = QSettings(file, QSettings::IniFormat)
+                          .value(u"Windows/TitlebarDoubleClickCommand"_s)
+                          .toString();
+    } else if (desktopIs(u"GNOME"_s)) {
+        constexpr int longestWait = 500; // milliseconds
+        QProcess reader;
+        reader.start(u"gsettings"_s, { u"get"_s, u"org.gnome.desktop.wm.preferences"_s,
+                                       u"action-double-click-titlebar"_s });
+        if (reader.waitForFinished(longestWait))
+            setting = QString::fromUtf8(reader.readAllStandardOutput()).trimmed().remove(u'\'');
+    }
+    static const QHash<QString, TitleBarAction> actions {
+        { u"minimize"_s, TitleBarAction::miniaturize },
+        { u"menu"_s, TitleBarAction::windowMenu },
+        { u"none"_s, TitleBarAction::none },
+        { u"nothing"_s, TitleBarAction::none },
+        { u"operations menu"_s, TitleBarAction::windowMenu },
+    };
+    return actions.value(setting.toLower(), TitleBarAction::zoom);
+}
+
+bool isSnapped(const QRect &frame, const QRect &available)
+{
+    const int touched = int(frame.left() == available.left()) + int(frame.top() == available.top())
+                        + int(frame.right() == available.right())
+                        + int(frame.bottom() == available.bottom());
+    return touched >= 3;
+}
+
+} // namespace Pellarvine::detail::WindowManager

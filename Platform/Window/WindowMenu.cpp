@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "Window/WindowMenu.h"
+
+#include "Window/WindowKeyboardDrag.h"
+#include "Window/WindowManager.h"
+
+#include <QMenu>
+
+namespace Pellarvine::detail {
+
+QMenu *makeWindowMenu(NS::Window *window)
+{
+    const NS::Window::StyleMask mask = window->styleMask();
+    const bool isNormal = !window->isMaximized() && !window->isFullScreen();
+    const bool isResizable = mask & NS::Window::resizable;
+
+    auto *const menu = new QMenu(window);
+    const auto add = [menu](const QString &text, bool isEnabled, const auto &action) {
+        QAction *const entry = menu->addAction(text);
+        entry->setEnabled(isEnabled);
+        QObject::connect(entry, &QAction::triggered, menu, action);
+        return entry;
+    };
+    add(NS::Window::tr("&Restore"), !isNormal, [window] {
+        window->setWindowState(window->windowState()
+                               & ~(Qt::WindowMaximized | Qt::WindowFullScreen));
+    });
+    add(NS::Window::tr("&Move"), isNormal && WindowManager::canPlaceWindows(),
+        [window] { new WindowKeyboardDrag(window, WindowKeyboardDrag::move); });
+    add(NS::Window::tr("&Size"), isNormal && isResizable,
+        [window] { new WindowKeyboardDrag(window, WindowKeyboardDrag::resize); });
+    add(NS::Window::tr("Mi&nimise"), mask & NS::Window::miniaturizable,
+        [window] { window->miniaturize(); });
+    add(NS::Window::tr("Ma&ximise"), isNormal && isResizable, [window] { window->zoom(); });
+    menu->addSeparator();
+    QAction *const close = add(NS::Window::tr("&Close"), mask & NS::Window::closable,
+                               [window] { window->performClose(); });
+    close->setShortcut(QKeyCombination(Qt::ALT, Qt::Key_F4));
+    return menu;
+}
+
+void showWindowMenu(NS::Window *window, QPoint globalPosition)
+{
+    if (WindowManager::showWindowMenu(window->windowHandle(), globalPosition))
+        return;
+    QMenu *const menu = makeWindowMenu(window);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(globalPosition);
+}
+
+} // namespace Pellarvine::detail

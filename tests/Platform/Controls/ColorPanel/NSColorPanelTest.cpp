@@ -1,0 +1,355 @@
+// SPDX-License-Identifier: MIT
+#include "Controls/ColorPanel/ScreenColorPicker.h"
+#include "DragAndDrop.h"
+#include "Named.h"
+
+#include <pellarvine/Platform/NSColorList.h>
+#include <pellarvine/Platform/NSColorPanel.h>
+#include <pellarvine/Shared/NSColor+Color.h>
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAction>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTest>
+#include <QToolBar>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using NS::ColorPanel;
+
+namespace {
+
+class ColorPanelTest : public testing::Test
+{
+protected:
+    ColorPanelTest() { panel->orderFront(); }
+    ~ColorPanelTest() override { delete panel; }
+
+    template <typename Widget>
+    Widget *find(const QString &name)
+    {
+        return named<Widget>(panel->contentView(), name);
+    }
+    QLineEdit *hex() { return find<QLineEdit>(u"Hexadecimal colour"_s); }
+    QWidget *wheel() { return find<QWidget>(u"Hue and saturation"_s); }
+
+    void enterHex(const QString &text)
+    {
+        hex()->selectAll();
+        QTest::keyClicks(hex(), text);
+        QTest::keyClick(hex(), Qt::Key_Return);
+    }
+
+    ColorPanel *panel = ColorPanel::sharedColorPanel();
+};
+
+} // namespace
+
+TEST_F(ColorPanelTest, there_is_one_and_only_once_it_is_asked_for)
+{
+    EXPECT_EQ(ColorPanel::sharedColorPanel(), panel);
+    EXPECT_TRUE(ColorPanel::sharedColorPanelExists());
+    delete panel;
+    EXPECT_FALSE(ColorPanel::sharedColorPanelExists());
+    panel = ColorPanel::sharedColorPanel();
+    EXPECT_FALSE(panel->isVisible());
+}
+
+TEST_F(ColorPanelTest, the_wheel_reports_every_movement_of_the_mouse)
+{
+    QSignalSpy reports(panel, &ColorPanel::colorChanged);
+    const QPoint middle = wheel()->rect().center();
+    QTest::mousePress(wheel(), Qt::LeftButton, {}, middle + QPoint(40, 0));
+    const QColor reddish = panel->color();
+    EXPECT_GT(reddish.red(), reddish.green());
+    EXPECT_NEAR(reddish.green(), reddish.blue(), 8);
+    QTest::mouseMove(wheel(), middle + QPoint(0, -40)); // a quarter on, between yellow and green
+    EXPECT_EQ(reports.count(), 2);
+    EXPECT_NEAR(panel->color().hueF(), 0.25, 0.01);
+    QTest::mouseMove(wheel(), middle + QPoint(-4000, 0)); // as far out as the disc goes
+    EXPECT_NEAR(panel->color().hueF(), 0.5, 0.01);
+    EXPECT_EQ(panel->color().saturation(), 255);
+    QTest::mouseRelease(wheel(), Qt::LeftButton, {}, middle);
+    QTest::mouseMove(wheel(), middle);
+    EXPECT_EQ(reports.count(), 3);
+}
+
+TEST_F(ColorPanelTest, the_wheel_obeys_the_arrow_keys)
+{
+    panel->setColor(Qt::red);
+    QTest::keyClick(wheel(), Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_NEAR(panel->color().hue(), 10, 1); // as near as 8 bits a component come
+    QTest::keyClick(wheel(), Qt::Key_Left);
+    EXPECT_NEAR(panel->color().hue(), 9, 1);
+    QTest::keyClick(wheel(), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_NEAR(panel->color().saturationF(), 0.9, 0.005);
+    QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(wheel());
+    EXPECT_EQ(interface->text(QAccessible::Value), u"Hue 9°, saturation 90 %"_s);
+    interface->valueInterface()->setCurrentValue(180);
+    EXPECT_EQ(panel->color().hue(), 180);
+}
+
+TEST_F(ColorPanelTest, greys_and_black_keep_the_hue_and_saturation_that_they_do_not_show)
+{
+    panel->setColor(QColor::fromHsv(200, 255, 255));
+    auto *const brightness = find<QSlider>(u"Brightness"_s);
+    brightness->setValue(0);
+    EXPECT_EQ(panel->color(), QColor(Qt::black));
+    brightness->setValue(100);
+    EXPECT_EQ(panel->color().hue(), 200);
+    EXPECT_EQ(panel->color().saturation(), 255);
+    for (int i = 0; i < 10; ++i)
+        QTest::keyClick(wheel(), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(panel->color(), QColor(Qt::white));
+    QTest::keyClick(wheel(), Qt::Key_Right, Qt::ShiftModifier); // no colour changes, the hue does
+    QTest::keyClick(wheel(), Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_NEAR(panel->color().hue(), 210, 2);
+    for (int i = 0; i < 9; ++i)
+        QTest::keyClick(wheel(), Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_NEAR(panel->color().hue(), 210, 1); // the pale colours on the way have not bent it
+}
+
+TEST_F(ColorPanelTest, each_slider_and_each_field_sets_its_component)
+{
+    struct Row
+    {
+        ColorPanel::Mode mode;
+        QString name;
+        int value;
+        QColor color;
+    };
+    panel->setShowsAlpha(true);
+    const QColor start = QColor::fromRgb(51, 102, 204); // 220°, 75 %, 80 %
+    const Row rows[] = {
+        { ColorPanel::rgbMode, u"Red"_s, 17, QColor(17, 102, 204) },
+        { ColorPanel::rgbMode, u"Green"_s, 18, QColor(51, 18, 204) },
+        { ColorPanel::rgbMode, u"Blue"_s, 19, QColor(51, 102, 19) },
+        { ColorPanel::hsbMode, u"Hue"_s, 100, QColor::fromHsvF(100 / 360.0F, 0.75F, 0.8F) },
+        { ColorPanel::hsbMode, u"Saturation"_s, 0, QColor(204, 204, 204) },
+        { ColorPanel::hsbMode, u"Brightness"_s, 100, QColor(64, 128, 255) },
+        { ColorPanel::wheelMode, u"Brightness"_s, 0, QColor(Qt::black) },
+        { ColorPanel::wheelMode, u"Opacity"_s, 20, QColor(51, 102, 204, 51) },
+    };
+    for (const auto &[mode, name, value, color] : rows) {
+        panel->setMode(mode);
+        const auto expectColor = [&, &expected = color, &component = name] {
+            EXPECT_EQ(panel->color().rgba(), expected.rgba()) << component.toStdString();
+            panel->setColor(start);
+        };
+        panel->setColor(start);
+        find<QSlider>(name)->setValue(value);
+        expectColor();
+        find<QSpinBox>(name)->setValue(value);
+        expectColor();
+    }
+}
+
+TEST_F(ColorPanelTest, a_slider_goes_where_it_is_pressed_in_either_direction_of_text)
+{
+    panel->setMode(ColorPanel::rgbMode);
+    panel->setColor(Qt::black);
+    auto *const red = find<QSlider>(u"Red"_s);
+    const QPoint nearLeft(red->width() / 4, red->height() / 2);
+    QTest::mousePress(red, Qt::LeftButton, {}, nearLeft);
+    EXPECT_NEAR(panel->color().red(), 60, 10);
+    QTest::mouseMove(red, { red->width() * 2, 0 });
+    EXPECT_EQ(panel->color().red(), 255);
+    QTest::mouseRelease(red, Qt::LeftButton);
+    red->setLayoutDirection(Qt::RightToLeft);
+    QTest::mouseClick(red, Qt::LeftButton, {}, nearLeft);
+    EXPECT_NEAR(panel->color().red(), 195, 10);
+    QTest::keyClick(red, Qt::Key_Home);
+    EXPECT_EQ(panel->color().red(), 0);
+}
+
+TEST_F(ColorPanelTest, without_an_opacity_slider_every_colour_is_opaque)
+{
+    EXPECT_FALSE(find<QSlider>(u"Opacity"_s)->isVisible());
+    panel->setColor(QColor(1, 2, 3, 4));
+    EXPECT_EQ(panel->color(), QColor(1, 2, 3));
+    panel->setShowsAlpha(true);
+    EXPECT_TRUE(find<QSlider>(u"Opacity"_s)->isVisible());
+    panel->setColor(QColor(1, 2, 3, 4));
+    EXPECT_EQ(panel->color(), QColor(1, 2, 3, 4));
+    panel->setShowsAlpha(false);
+    EXPECT_EQ(panel->color(), QColor(1, 2, 3));
+    panel->setColor(QColor());
+    EXPECT_EQ(panel->color(), QColor(1, 2, 3));
+}
+
+TEST_F(ColorPanelTest, items_of_the_tool_bar_show_their_pages)
+{
+    QSignalSpy modes(panel, &ColorPanel::modeChanged);
+    const QList<QAction *> items = panel->toolbar()->actions();
+    ASSERT_EQ(items.size(), 3);
+    items.at(1)->trigger();
+    EXPECT_EQ(panel->mode(), ColorPanel::rgbMode);
+    EXPECT_TRUE(find<QSlider>(u"Red"_s)->isVisible());
+    EXPECT_FALSE(wheel()->isVisible());
+    QTest::mouseClick(find<QAbstractButton>(u"HSB"_s), Qt::LeftButton);
+    EXPECT_EQ(panel->mode(), ColorPanel::hsbMode);
+    items.at(2)->trigger();
+    items.at(1)->trigger(); // with the sliders that were there before
+    EXPECT_EQ(panel->mode(), ColorPanel::hsbMode);
+    items.at(0)->trigger();
+    EXPECT_EQ(panel->mode(), ColorPanel::wheelMode);
+    EXPECT_TRUE(wheel()->isVisible());
+    EXPECT_EQ(modes.count(), 5);
+    panel->setMode(ColorPanel::colorListMode);
+    EXPECT_TRUE(items.at(2)->isChecked());
+}
+
+TEST_F(ColorPanelTest, the_hex_field_reads_and_writes_what_the_library_does)
+{
+    for (const auto text : { u"0000ff", u"#1abc9c", u"fff", u" 12zzzz", u"0xff", u"8E44AD80" }) {
+        panel->setColor(Qt::gray);
+        enterHex(QString::fromUtf16(text));
+        const NS::Color read = *Pellarvine::colorWithHex(QString::fromUtf16(text).trimmed());
+        QColor expected = read.toQColor();
+        expected.setAlpha(255);
+        EXPECT_EQ(panel->color(), expected) << QString::fromUtf16(text).toStdString();
+        EXPECT_EQ(hex()->text(), Pellarvine::hexStringWithoutAlpha(NS::Color(expected)));
+    }
+    enterHex(u"no colour"_s);
+    EXPECT_EQ(hex()->text(), u"#8E44AD"_s);
+    panel->setShowsAlpha(true);
+    enterHex(u"#f00a"_s);
+    EXPECT_EQ(hex()->text(), u"#FF0000AA"_s);
+    EXPECT_EQ(panel->color(), QColor(255, 0, 0, 0xaa));
+}
+
+TEST_F(ColorPanelTest, the_palette_offers_the_nineteen_colours_and_keeps_the_opacity)
+{
+    panel->setMode(ColorPanel::colorListMode);
+    panel->setShowsAlpha(true);
+    panel->setColor(QColor(1, 2, 3, 51));
+    auto *const tiles = find<QAbstractItemView>(u"Colours of Pellarvine"_s);
+    ASSERT_EQ(tiles->model()->rowCount(), 19);
+    const auto nameOf = [&](int row) {
+        return tiles->model()->index(row, 0).data(Qt::AccessibleTextRole).toString();
+    };
+    EXPECT_EQ(nameOf(1), u"Green Sea"_s);
+    tiles->setFocus();
+    EXPECT_EQ(panel->color(), QColor(1, 2, 3, 51)); // the focus alone chooses nothing
+    QTest::mouseClick(tiles->viewport(), Qt::LeftButton, {},
+                      tiles->visualRect(tiles->model()->index(0, 0)).center());
+    EXPECT_EQ(panel->color(), QColor(26, 188, 156, 51));
+    QTest::keyClick(tiles, Qt::Key_Right);
+    EXPECT_EQ(panel->color(), QColor(22, 160, 133, 51));
+    panel->setShowsAlpha(false);
+    panel->setColor(QColor(127, 140, 141));
+    EXPECT_EQ(nameOf(tiles->currentIndex().row()), u"Asbestos"_s);
+    panel->setColor(Qt::red);
+    EXPECT_FALSE(tiles->selectionModel()->hasSelection());
+}
+
+TEST_F(ColorPanelTest, lists_of_the_programs_own_can_be_chosen_from)
+{
+    const NS::Color espresso(QColor(75, 54, 33));
+    NS::ColorList::add({ u"Café"_s, { { u"Espresso"_s, NS::Color() } } });
+    NS::ColorList::add({ u"Café"_s, { { u"Espresso"_s, espresso } } }); // in its place
+    EXPECT_EQ(NS::ColorList::availableColorLists().size(), 2);
+    panel->setMode(ColorPanel::colorListMode);
+    QTest::keyClick(panel->contentView()->findChild<QComboBox *>(), Qt::Key_Down);
+    auto *const tiles = find<QAbstractItemView>(u"Colours of Café"_s);
+    QTest::mouseClick(tiles->viewport(), Qt::LeftButton, {},
+                      tiles->visualRect(tiles->model()->index(0, 0)).center());
+    EXPECT_EQ(panel->color(), espresso.toQColor());
+}
+
+TEST_F(ColorPanelTest, its_content_moves_out_and_back)
+{
+    QWidget container;
+    container.show();
+    QWidget *const content = panel->contentView();
+    content->setParent(&container);
+    EXPECT_FALSE(panel->isVisible()); // an empty window is of no use
+    content->show();
+    QTest::keyClick(wheel(), Qt::Key_Up);
+    EXPECT_NE(panel->color(), QColor(Qt::white));
+    panel->orderFront();
+    EXPECT_EQ(panel->contentView(), content);
+    EXPECT_EQ(content->parentWidget(), panel);
+    EXPECT_TRUE(content->isVisible());
+    QTest::keyClick(panel, Qt::Key_Escape);
+    EXPECT_FALSE(panel->isVisible());
+    content->setParent(&container);
+    panel->reclaimContentView();
+    EXPECT_EQ(content->parentWidget(), panel);
+    EXPECT_FALSE(panel->isVisible());
+}
+
+TEST_F(ColorPanelTest, content_that_was_destroyed_elsewhere_is_made_anew)
+{
+    panel->setShowsAlpha(true);
+    panel->setColor(QColor(1, 2, 3, 51));
+    panel->setMode(ColorPanel::hsbMode);
+    const QPointer<QWidget> former = panel->contentView();
+    {
+        QWidget container;
+        former->setParent(&container);
+    }
+    ASSERT_TRUE(former.isNull());
+    panel->orderFront();
+    EXPECT_EQ(hex()->text(), u"#01020333"_s);
+    EXPECT_TRUE(find<QSlider>(u"Hue"_s)->isVisible());
+}
+
+TEST_F(ColorPanelTest, everything_that_takes_the_focus_has_a_name)
+{
+    panel->setShowsAlpha(true);
+    int controls = 0;
+    const QList<QWidget *> widgets = panel->contentView()->findChildren<QWidget *>();
+    for (QWidget *const widget : widgets) {
+        if (!(widget->focusPolicy() & Qt::TabFocus) || widget->focusProxy())
+            continue;
+        QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(widget);
+        EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty())
+                << widget->metaObject()->className();
+        ++controls;
+    }
+    EXPECT_GE(controls, 20);
+}
+
+TEST_F(ColorPanelTest, a_colour_dropped_on_the_swatch_is_chosen)
+{
+    auto *const swatch = find<QWidget>(u"Chosen colour"_s);
+    QMimeData data;
+    data.setText(u"facade of a house"_s);
+    EXPECT_FALSE(isWelcome(*swatch, data));
+    data.setText(u"decide"_s); // would read as a colour
+    EXPECT_FALSE(isWelcome(*swatch, data));
+    data.setText(u" #8e44ad\n"_s);
+    EXPECT_TRUE(drop(*swatch, data));
+    EXPECT_EQ(panel->color(), QColor(0x8e, 0x44, 0xad));
+    data.setColorData(QColor(Qt::yellow)); // comes before the text
+    EXPECT_TRUE(drop(*swatch, data));
+    EXPECT_EQ(panel->color(), QColor(Qt::yellow));
+}
+
+TEST(ScreenColorPicker, the_loupe_goes_by_pixels_and_picks_the_one_in_its_middle)
+{
+    QImage screen(40, 20, QImage::Format_RGB32);
+    screen.fill(Qt::black);
+    screen.setPixelColor(12, 5, Qt::red);
+    screen.setPixelColor(13, 6, Qt::green);
+    NS::detail::ScreenColorPicker picker(screen, nullptr);
+    picker.resize(40, 20);
+    QSignalSpy finished(&picker, &NS::detail::ScreenColorPicker::finished);
+    QTest::mouseMove(&picker, { 12, 5 });
+    QTest::mouseClick(&picker, Qt::LeftButton, {}, { 12, 5 });
+    QTest::keyClick(&picker, Qt::Key_Right);
+    QTest::keyClick(&picker, Qt::Key_Down);
+    QTest::keyClick(&picker, Qt::Key_Return);
+    QTest::keyClick(&picker, Qt::Key_Escape);
+    ASSERT_EQ(finished.count(), 3);
+    EXPECT_EQ(finished.at(0).at(0).value<QColor>(), QColor(Qt::red));
+    EXPECT_EQ(finished.at(1).at(0).value<QColor>(), QColor(Qt::green));
+    EXPECT_FALSE(finished.at(2).at(0).value<QColor>().isValid());
+}

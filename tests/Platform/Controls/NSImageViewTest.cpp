@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: MIT
+#include "DragAndDrop.h"
+#include "View/BusyCursor.h"
+
+#include <pellarvine/Platform/NSImageView.h>
+#include <pellarvine/Platform/NSKeyValueBinding.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QMenu>
+#include <QSemaphore>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QImage filled(QSize size, Qt::GlobalColor color)
+{
+    QImage image(size, QImage::Format_ARGB32);
+    image.fill(color);
+    return image;
+}
+
+class Record : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QImage portrait MEMBER portrait NOTIFY changed)
+
+public:
+    QImage portrait;
+
+Q_SIGNALS:
+    void changed();
+};
+
+class ImageViewTest : public testing::Test
+{
+protected:
+    ImageViewTest()
+    {
+        view.resize(100, 60);
+        view.setEditable(true);
+    }
+
+    QString file(const QString &name, const QByteArray &contents) const
+    {
+        const QString path = folder.filePath(name);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(contents);
+        return path;
+    }
+    QString imageFile(const QString &name, Qt::GlobalColor color) const
+    {
+        const QString path = folder.filePath(name);
+        EXPECT_TRUE(filled({ 4, 4 }, color).save(path, "PNG"));
+        return path;
+    }
+    QColor shown() const { return view.image().bitmap().pixelColor(0, 0); }
+
+    QTemporaryDir folder;
+    NS::ImageView view;
+};
+
+} // namespace
+
+TEST_F(ImageViewTest, an_image_lies_where_scaling_and_alignment_put_it)
+{
+    using View = NS::ImageView;
+    struct Row
+    {
+        QSize image;
+        View::ImageScaling scaling;
+        Qt::Alignment alignment;
+        QRectF place;
+    };
+    const Row rows[] = {
+        { { 20, 10 }, View::scaleProportionallyDown, Qt::AlignCenter, { 40, 25, 20, 10 } },
+        { { 200, 60 }, View::scaleProportionallyDown, Qt::AlignCenter, { 0, 15, 100, 30 } },
+        { { 20, 10 }, View::scaleProportionallyUpOrDown, Qt::AlignCenter, { 0, 5, 100, 50 } },
+        { { 10, 20 }, View::scaleProportionallyUpOrDown, Qt::AlignLeft, { 0, 0, 30, 60 } },
+        { { 20, 10 }, View::scaleAxesIndependently, Qt::AlignCenter, { 0, 0, 100, 60 } },
+        { { 120, 80 }, View::scaleNone, Qt::AlignCenter, { -10, -10, 120, 80 } },
+        { { 20, 10 }, View::scaleNone, Qt::AlignLeft | Qt::AlignTop, { 0, 0, 20, 10 } },
+        { { 20, 10 }, View::scaleNone, Qt::AlignRight | Qt::AlignBottom, { 80, 50, 20, 10 } },
+    };
+    for (const auto &[image, scaling, alignment, place] : rows) {
+        view.setImage(NS::Image(filled(image, Qt::red)));
+        view.setImageScaling(scaling);
+        view.setImageAlignment(alignment);
+        EXPECT_EQ(view.imageRect(), place) << qPrintable(QDebug::toString(place));
+    }
+    view.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(view.imageRect(), QRectF(0, 50, 20, 10));
+    view.setImageAlignment(Qt::AlignRight | Qt::AlignTop | Qt::AlignAbsolute);
+    EXPECT_EQ(view.imageRect(), QRectF(80, 0, 20, 10));
+    view.setFrameStyle(QFrame::Box | QFrame::Plain);
+    view.setLineWidth(3);
+    EXPECT_EQ(view.imageRect(), QRectF(77, 3, 20, 10));
+}
+
+TEST_F(ImageViewTest, every_pixel_of_a_dense_image_shows_on_a_dense_screen)
+{
+    QImage pixels = filled({ 200, 120 }, Qt::white);
+    for (int x = 0; x < 200; x += 2) {
+        for (int y = 0; y < 120; ++y)
+            pixels.setPixelColor(x, y, Qt::black);
+    }
+    view.setImage(NS::Image(pixels, { 100, 60 }));
+    QImage screen(200, 120, QImage::Format_RGB32);
+    screen.setDevicePixelRatio(2);
+    view.render(&screen);
+    EXPECT_EQ(screen.pixelColor(100, 60), QColor(Qt::black));
+    EXPECT_EQ(screen.pixelColor(101, 60), QColor(Qt::white));
+    // On a plain one, both columns count.
+    const QColor mixed = view.grab().toImage().pixelColor(50, 30);
+    EXPECT_NEAR(mixed.red(), 127, 8);
+}
+
+TEST_F(ImageViewTest, an_editable_view_takes_images_and_refuses_the_rest)
+{
+    const QString fifo = folder.filePath(u"pipe.png"_s);
+    ASSERT_EQ(mkfifo(fifo.toLocal8Bit().constData(), 0600), 0);
+    QMimeData remote;
+    remote.setUrls({ QUrl(u"https://example.org/a.png"_s) });
+    QMimeData text;
+    text.setText(u"a picture"_s);
+    const auto refused = {
+        filesToDrop({ file(u"notes.txt"_s, "notes") }),
+        filesToDrop({ file(u"fake.png"_s, "no picture") }),
+        filesToDrop({ folder.path() }),
+        filesToDrop({ fifo }), // whose end nobody would see
+        filesToDrop({ folder.filePath(u"gone.png"_s) }),
+        filesToDrop({ file(u"first.txt"_s, "first"), imageFile(u"second.png"_s, Qt::red) }),
+    };
+    QSignalSpy edits(&view, &NS::ImageView::imageEdited);
+    for (const auto &data : refused)
+        EXPECT_FALSE(isWelcome(view, *data)) << data->urls().constFirst().toString().toStdString();
+    EXPECT_FALSE(isWelcome(view, remote));
+    EXPECT_FALSE(isWelcome(view, text));
+
+    EXPECT_TRUE(drop(
+            view, *filesToDrop({ imageFile(u"a"_s, Qt::red), imageFile(u"b.png"_s, Qt::blue) })));
+    EXPECT_EQ(shown(), QColor(Qt::red)); // by its contents, and the first
+    remote.setImageData(filled({ 2, 2 }, Qt::green));
+    EXPECT_TRUE(drop(view, remote));
+    EXPECT_EQ(shown(), QColor(Qt::green));
+    EXPECT_EQ(edits.count(), 2);
+    view.setEditable(false);
+    EXPECT_FALSE(isWelcome(view, remote));
+}
+
+TEST_F(ImageViewTest, keys_cut_copy_paste_and_delete_in_an_editable_view)
+{
+    QSignalSpy edits(&view, &NS::ImageView::imageEdited);
+    view.setImage(NS::Image(filled({ 4, 4 }, Qt::red)));
+    EXPECT_EQ(edits.count(), 0); // the program's own doing is no edit
+    QTest::keySequence(&view, QKeySequence::Cut);
+    EXPECT_TRUE(view.image().isEmpty());
+    EXPECT_EQ(QApplication::clipboard()->image().pixelColor(1, 1), QColor(Qt::red));
+    QTest::keySequence(&view, QKeySequence::Paste);
+    EXPECT_EQ(shown(), QColor(Qt::red));
+    QTest::keyClick(&view, Qt::Key_Delete);
+    EXPECT_TRUE(view.image().isEmpty());
+    QTest::keyClick(&view, Qt::Key_Delete); // there is nothing to delete
+    EXPECT_EQ(edits.count(), 3);
+
+    QApplication::clipboard()->setText(u"words"_s);
+    QTest::keySequence(&view, QKeySequence::Paste);
+    EXPECT_TRUE(view.image().isEmpty());
+    view.setImage(NS::Image(filled({ 4, 4 }, Qt::blue)));
+    QTest::keySequence(&view, QKeySequence::Copy);
+    view.setEditable(false);
+    QTest::keyClick(&view, Qt::Key_Delete);
+    QTest::keySequence(&view, QKeySequence::Cut);
+    EXPECT_EQ(shown(), QColor(Qt::blue));
+    EXPECT_EQ(view.focusPolicy(), Qt::NoFocus);
+}
+
+TEST_F(ImageViewTest, the_context_menu_offers_what_is_possible)
+{
+    QApplication::clipboard()->setText(u"words"_s);
+    const auto enabled = [this] {
+        const std::unique_ptr<QMenu> menu(view.createStandardContextMenu());
+        std::string states;
+        for (const QAction *const action : menu->actions())
+            states += action->isEnabled() ? 'y' : 'n';
+        return states;
+    };
+    EXPECT_EQ(enabled(), "nnnn");
+    view.setImage(NS::Image(filled({ 4, 4 }, Qt::red)));
+    EXPECT_EQ(enabled(), "yyny");
+    view.copy();
+    EXPECT_EQ(enabled(), "yyyy");
+    const std::unique_ptr<QMenu> menu(view.createStandardContextMenu());
+    menu->actions().constLast()->trigger();
+    EXPECT_TRUE(view.image().isEmpty());
+}
+
+TEST_F(ImageViewTest, an_animation_shows_its_first_frame)
+{
+    // One pixel, red and then green.
+    const QByteArray animation =
+            QByteArray::fromHex("474946383961010001008000 00ff000000ff00"
+                                "2c00000000010001000002024401002c000000000100010000"
+                                "02024c01003b");
+    ASSERT_TRUE(drop(view, *filesToDrop({ file(u"blink.gif"_s, animation) })));
+    EXPECT_EQ(shown(), QColor(Qt::red));
+}
+
+TEST_F(ImageViewTest, its_value_binding_shows_the_model_and_carries_edits_back)
+{
+    Record record;
+    record.portrait = filled({ 3, 3 }, Qt::blue);
+    NS::bind(&view, NS::NSValueBinding, &record, u"portrait"_s);
+    EXPECT_EQ(shown(), QColor(Qt::blue));
+    ASSERT_TRUE(drop(view, *filesToDrop({ imageFile(u"new.png"_s, Qt::red) })));
+    EXPECT_EQ(record.portrait.pixelColor(0, 0), QColor(Qt::red));
+    QTest::keyClick(&view, Qt::Key_Backspace);
+    EXPECT_TRUE(record.portrait.isNull());
+}
+
+TEST_F(ImageViewTest, a_setter_that_changes_nothing_says_nothing)
+{
+    QSignalSpy images(&view, &NS::ImageView::imageChanged);
+    view.setImage(NS::Image(filled({ 4, 4 }, Qt::red)));
+    view.setImage(NS::Image(filled({ 4, 4 }, Qt::red)));
+    view.clear();
+    view.clear();
+    EXPECT_EQ(images.count(), 2);
+    EXPECT_EQ(view.setProperty("image", QPixmap::fromImage(filled({ 7, 5 }, Qt::red))), true);
+    EXPECT_EQ(view.image().size(), QSizeF(7, 5));
+}
+
+TEST_F(ImageViewTest, a_screen_reader_finds_a_graphic_with_a_name)
+{
+    QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(&view);
+    EXPECT_EQ(interface->role(), QAccessible::Graphic);
+    EXPECT_EQ(interface->text(QAccessible::Name), u"Image"_s);
+    view.setPlaceholderText(u"Drop a portrait here"_s);
+    view.setAccessibleName(u"Portrait"_s);
+    EXPECT_EQ(interface->text(QAccessible::Name), u"Portrait"_s);
+    EXPECT_EQ(interface->text(QAccessible::Description), u"Drop a portrait here"_s);
+    view.setImage(NS::Image(filled({ 20, 10 }, Qt::red)));
+    ASSERT_TRUE(interface->imageInterface());
+    EXPECT_EQ(interface->imageInterface()->imageSize(), QSize(20, 10));
+}
+
+TEST(Worker, the_main_thread_goes_on_under_a_busy_pointer)
+{
+    QSemaphore isSeen;
+    bool wasBusy = false;
+    QTimer::singleShot(0, qApp, [&] {
+        wasBusy = QApplication::overrideCursor()
+                  && QApplication::overrideCursor()->shape() == Qt::BusyCursor;
+        isSeen.release();
+    });
+    NS::detail::runWithBusyCursor([&] { isSeen.acquire(); });
+    EXPECT_TRUE(wasBusy);
+    EXPECT_FALSE(QApplication::overrideCursor());
+}
+
+#include "NSImageViewTest.moc"
