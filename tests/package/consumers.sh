@@ -17,7 +17,7 @@ fail() { echo "consumers: $*" >&2; exit 1; }
 found=$(cd "$prefix/include/pellarvine" && find . -type f ! -name '*.h')
 [ -z "$found" ] || fail "installed beside the headers: $found"
 [ ! -e "$prefix/include/pellarvine/Platform/LayoutEngine.h" ] || fail "internals are installed"
-library=$(dirname "$(find "$prefix" -name 'libpellarvine.so')")
+library=$(dirname "$(find "$prefix" -name libpellarvinecore.so)")
 [[ -d $library/cmake/Pellarvine && -f $library/pkgconfig/pellarvine.pc ]] \
     || fail "no package files beside the library"
 if grep -rE "$scratch/first|$build" "$library/cmake" "$library/pkgconfig"; then
