@@ -10,7 +10,9 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <pty.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -284,7 +286,9 @@ TEST_F(SealCommand, a_signal_ends_it_and_leaves_nothing)
         // a MiB. It then waits for more.
         while (process.bytesToWrite() > 0)
             ASSERT_TRUE(process.waitForBytesWritten());
-        kill(pid_t(process.processId()), signal);
+        const pid_t pid = pid_t(process.processId());
+        ASSERT_GT(pid, 0); // 0 is this process's own group
+        ASSERT_EQ(kill(pid, signal), 0);
         ASSERT_TRUE(process.waitForFinished());
         EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
         EXPECT_EQ(process.exitCode(), 6);
@@ -310,6 +314,7 @@ TEST_F(SealCommand, takes_the_same_memory_whatever_the_length)
                   words[1].data(), words[2].data(), nullptr);
             _exit(127);
         }
+        ASSERT_GT(child, 0) << std::strerror(errno);
         int status = -1;
         rusage usage = {};
         ASSERT_EQ(wait4(child, &status, 0, &usage), child);
@@ -339,11 +344,18 @@ public:
             execv(pointers[0], pointers.data());
             _exit(127);
         }
+        if (m_child < 0)
+            ADD_FAILURE() << "forkpty: " << std::strerror(errno);
     }
     ~Terminal()
     {
-        kill(m_child, SIGKILL);
-        close(m_descriptor);
+        // kill() takes -1 for every process. After finish() the number may be another process's.
+        if (m_child > 0) {
+            kill(m_child, SIGKILL);
+            waitpid(m_child, nullptr, 0);
+        }
+        if (m_descriptor >= 0)
+            close(m_descriptor);
     }
     Terminal(const Terminal &) = delete;
     Terminal &operator=(const Terminal &) = delete;
@@ -372,7 +384,9 @@ public:
         while (::read(m_descriptor, &byte, 1) == 1)
             m_shown += byte;
         int status = 0;
-        waitpid(m_child, &status, 0);
+        if (m_child < 0 || waitpid(m_child, &status, 0) != m_child)
+            return -1;
+        m_child = -1;
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
@@ -384,9 +398,24 @@ private:
     QByteArray m_shown;
 };
 
+class SealCommandOnTerminal : public SealCommand
+{
+protected:
+    void SetUp() override
+    {
+        int terminal = -1;
+        int other = -1;
+        if (openpty(&terminal, &other, nullptr, nullptr, nullptr) != 0)
+            GTEST_SKIP() << "no pseudo-terminal can be made: " << std::strerror(errno);
+        close(terminal);
+        close(other);
+        SealCommand::SetUp();
+    }
+};
+
 } // namespace
 
-TEST_F(SealCommand, asks_twice_without_echo_to_seal_and_once_to_open)
+TEST_F(SealCommandOnTerminal, asks_twice_without_echo_to_seal_and_once_to_open)
 {
     Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
     ASSERT_TRUE(seal.sees("Passphrase: "));
@@ -404,7 +433,7 @@ TEST_F(SealCommand, asks_twice_without_echo_to_seal_and_once_to_open)
     EXPECT_EQ(read(u"opened"_s), content);
 }
 
-TEST_F(SealCommand, two_passphrases_that_differ_seal_nothing)
+TEST_F(SealCommandOnTerminal, two_passphrases_that_differ_seal_nothing)
 {
     Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
     ASSERT_TRUE(seal.sees("Passphrase: "));
@@ -416,7 +445,7 @@ TEST_F(SealCommand, two_passphrases_that_differ_seal_nothing)
     EXPECT_EQ(names(), namesAtFirst);
 }
 
-TEST_F(SealCommand, an_interrupted_question_leaves_nothing)
+TEST_F(SealCommandOnTerminal, an_interrupted_question_leaves_nothing)
 {
     Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
     ASSERT_TRUE(seal.sees("Passphrase: "));
@@ -426,7 +455,7 @@ TEST_F(SealCommand, an_interrupted_question_leaves_nothing)
     EXPECT_EQ(names(), namesAtFirst);
 }
 
-TEST_F(SealCommand, shows_progress_on_a_terminal_unless_it_is_to_be_quiet)
+TEST_F(SealCommandOnTerminal, shows_progress_on_a_terminal_unless_it_is_to_be_quiet)
 {
     // Zeros that take no disk, and longer than the progress waits before it shows.
     ASSERT_TRUE(QFile::resize(path(u"plain"_s), qint64(512) << 20));
@@ -444,7 +473,7 @@ TEST_F(SealCommand, shows_progress_on_a_terminal_unless_it_is_to_be_quiet)
     EXPECT_EQ(quiet.shown(), "");
 }
 
-TEST_F(SealCommand, a_terminal_gets_no_sealed_bytes)
+TEST_F(SealCommandOnTerminal, a_terminal_gets_no_sealed_bytes)
 {
     Terminal seal(
             { u"seal"_s, u"--passphrase-file"_s, path(u"passphrase"_s), path(u"plain"_s), u"-"_s });
