@@ -32,6 +32,15 @@ QByteArray optionValue(int argc, char **argv, QByteArrayView name)
     return {};
 }
 
+QtMessageHandler defaultMessageHandler = nullptr;
+
+// Leaves out what Qt's offscreen platform says, for each window, that it cannot do.
+void printMessageOffscreen(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (!text.startsWith("This plugin does not support "_L1))
+        defaultMessageHandler(type, context, text);
+}
+
 int fail(const QString &message)
 {
     std::fprintf(stderr, "gallery: %s\n", qPrintable(message));
@@ -52,6 +61,8 @@ int main(int argc, char **argv)
         qputenv("QT_SCALE_FACTOR", scaleFactor);
 
     Pellarvine::Application application(argc, argv);
+    if (QApplication::platformName() == "offscreen"_L1)
+        defaultMessageHandler = qInstallMessageHandler(&printMessageOffscreen);
     QApplication::setApplicationName(u"gallery"_s);
     QApplication::setApplicationDisplayName(u"Pellarvine Gallery"_s);
     QApplication::setApplicationVersion(
