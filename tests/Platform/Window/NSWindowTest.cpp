@@ -278,14 +278,18 @@ TEST(NSWindow, tab_reaches_the_buttons_with_full_keyboard_access_alone)
 TEST(NSWindow, buttons_are_coloured_while_it_is_active_and_lose_it_otherwise)
 {
     Shown shown;
-    QApplication::setActiveWindow(&shown.window);
+    shown.window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&shown.window));
     const auto middleOf = [&](WindowButton kind) {
         const QWidget *const button = shown.window.standardWindowButton(kind);
         const QImage image = shown.window.grab().toImage();
         return image.pixelColor(button->mapTo(&shown.window, QPoint(4, 8)));
     };
     EXPECT_GT(middleOf(WindowButton::close).saturation(), 100);
-    QApplication::setActiveWindow(nullptr);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
     EXPECT_LT(middleOf(WindowButton::close).saturation(), 20);
     EXPECT_LT(middleOf(WindowButton::zoom).saturation(), 20);
 }
