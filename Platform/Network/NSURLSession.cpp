@@ -177,7 +177,15 @@ private:
         bool isUntrusted = false;
     };
 
+    struct Answer
+    {
+        CompletionHandler handler;
+        std::optional<URLError> error;
+    };
+
     void startIncoming();
+    void answer(Task &task, std::optional<URLError> error);
+    void callHandlers();
     void send(Transfer transfer);
     void finish(QNetworkReply *reply);
     void rest();
@@ -188,7 +196,9 @@ private:
     std::deque<Task> m_incoming;
     bool m_hasEnded = false;
 
-    std::unordered_map<QNetworkReply *, Transfer> m_transfers; // for this thread alone
+    // For this thread alone.
+    std::unordered_map<QNetworkReply *, Transfer> m_transfers;
+    std::deque<Answer> m_answers;
 };
 
 // What a thread does first when it calls exit() or, being the main one, leaves main(): its
@@ -240,7 +250,10 @@ void URLSession::Worker::run()
             m_manager = std::make_unique<QNetworkAccessManager>();
         }
         startIncoming();
-        exec();
+        while (!isInterruptionRequested()) {
+            exec();
+            callHandlers();
+        }
     }
     cancelAll();
     ExitGuard::own.worker = nullptr;
@@ -255,6 +268,24 @@ void URLSession::Worker::startIncoming()
     }
     for (Task &task : tasks)
         send({ std::move(task) });
+}
+
+// Ends exec() for the handler to be called. Within a handler that calls exit(), Qt deletes the event
+// dispatcher of this thread, which must not be at work then.
+void URLSession::Worker::answer(Task &task, std::optional<URLError> error)
+{
+    m_answers.push_back({ std::move(task.handler), std::move(error) });
+    quit();
+}
+
+// One at a time, so that none is lost when a handler calls exit() and this runs anew within itself.
+void URLSession::Worker::callHandlers()
+{
+    while (!m_answers.empty()) {
+        const Answer answer = std::move(m_answers.front());
+        m_answers.pop_front();
+        call(answer.handler, answer.error);
+    }
 }
 
 void URLSession::Worker::send(Transfer transfer)
@@ -297,12 +328,11 @@ void URLSession::Worker::finish(QNetworkReply *reply)
     QMetaObject::invokeMethod(
             m_manager.get(), [this] { rest(); }, Qt::QueuedConnection);
     Transfer &transfer = node.mapped();
-    const CompletionHandler &handler = transfer.task.handler;
     if (!isAnswered(*reply))
-        return call(handler, describe(*reply, transfer.isUntrusted));
+        return answer(transfer.task, describe(*reply, transfer.isUntrusted));
     const QUrl target = reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
     if (target.isEmpty())
-        return call(handler, std::nullopt);
+        return answer(transfer.task, std::nullopt);
     redirect(std::move(transfer), *reply, reply->url().resolved(target));
 }
 
@@ -319,13 +349,13 @@ void URLSession::Worker::rest()
 void URLSession::Worker::redirect(Transfer transfer, const QNetworkReply &reply, const QUrl &target)
 {
     if (!isSameOrigin(reply.url(), target))
-        return call(transfer.task.handler,
-                    URLError { URLError::badServerResponse,
-                               Messages::tr("The server redirects to another server.") });
+        return answer(transfer.task,
+                      URLError { URLError::badServerResponse,
+                                 Messages::tr("The server redirects to another server.") });
     if (++transfer.redirections > redirectionLimit)
-        return call(transfer.task.handler,
-                    URLError { URLError::httpTooManyRedirects,
-                               Messages::tr("The server redirects too many times.") });
+        return answer(transfer.task,
+                      URLError { URLError::httpTooManyRedirects,
+                                 Messages::tr("The server redirects too many times.") });
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     transfer.isBodyWanted = transfer.isBodyWanted && (status == 307 || status == 308);
     QNetworkRequest &request = transfer.task.request;
@@ -335,9 +365,10 @@ void URLSession::Worker::redirect(Transfer transfer, const QNetworkReply &reply,
     send(std::move(transfer));
 }
 
-// One at a time, so that none is lost when a handler calls exit() and this runs anew within itself.
+// One at a time, as above.
 void URLSession::Worker::cancelAll()
 {
+    callHandlers();
     for (;;) {
         std::unique_ptr<QNetworkAccessManager> manager;
         Task task;
