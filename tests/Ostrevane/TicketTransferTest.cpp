@@ -267,7 +267,8 @@ TEST_F(TicketTransfer, a_redirection_is_followed_on_the_same_server_only)
         const bool keepsBody = status == "307" || status == "308";
         EXPECT_TRUE(second.startsWith(keepsBody ? "POST /moved " : "GET /moved "));
         EXPECT_EQ(second.endsWith("</ticket>\n"), keepsBody);
-        EXPECT_EQ(second.contains("Content-Type"), keepsBody);
+        // Qt 6.8 writes the names of headers in lower case.
+        EXPECT_EQ(second.toLower().contains("\ncontent-type:"), keepsBody);
 
         const LoopbackServer leaving(LoopbackServer::answer(
                 status + " Moved", "Location: " + other.baseUrl().toUtf8() + "\r\n"));
