@@ -12,6 +12,7 @@
 #include "Drawing/NSColor.h"
 #include "Drawing/NSColorList.h"
 
+#include <QAbstractItemView>
 #include <QActionGroup>
 #include <QButtonGroup>
 #include <QComboBox>
@@ -310,6 +311,7 @@ QWidget *ColorPanelContent::makeListsPage()
     auto *const label = new QLabel(tr("List"));
     m_listNames = new QComboBox;
     label->setBuddy(m_listNames);
+    m_listNames->view()->setAccessibleName(label->text()); // it takes the focus when it drops down
     auto *const row = new QHBoxLayout(m_listRow);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(unit);
