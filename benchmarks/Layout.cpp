@@ -19,7 +19,7 @@ using namespace NS;
 
 namespace {
 
-using Solver = ConstraintSolver;
+using Solver = detail::ConstraintSolver;
 using Relation = Solver::Relation;
 
 constexpr double spacing = 6.0;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/NSLayoutConstraint.h"
 
+#include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "Layout/LayoutEngine.h"
 
@@ -159,9 +160,8 @@ double LayoutConstraint::constant() const
 
 void LayoutConstraint::setConstant(double constant)
 {
-    if (constant == d->constant)
+    if (!detail::assign(d->constant, constant))
         return;
-    d->constant = constant;
     if (d->engine)
         d->engine->updateConstant(this);
     Q_EMIT constantChanged(constant);
@@ -175,9 +175,8 @@ double LayoutConstraint::priority() const
 void LayoutConstraint::setPriority(double priority)
 {
     priority = std::clamp(priority, 1.0, LayoutPriority::required);
-    if (priority == d->priority)
+    if (!detail::assign(d->priority, priority))
         return;
-    d->priority = priority;
     if (d->engine)
         d->engine->updateStrength(this);
     Q_EMIT priorityChanged(priority);
