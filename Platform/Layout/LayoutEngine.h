@@ -2,8 +2,8 @@
 // Not API.
 #pragma once
 
-#include "Layout/ConstraintSolver.h"
 #include "Layout/NSLayoutConstraint.h"
+#include "Layout/Solver/ConstraintSolver.h"
 
 #include <QHash>
 #include <QMarginsF>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Layout/ConstraintSolver.h"
+#include "Layout/Solver/ConstraintSolver.h"
 
 #include <gtest/gtest.h>
 
