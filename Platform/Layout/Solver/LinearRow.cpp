@@ -19,6 +19,8 @@ void LinearRow::erase(Symbol symbol)
 
 void LinearRow::add(Symbol symbol, double coefficient)
 {
+    if (coefficient == 0.0)
+        return;
     const auto place = lowerBound(entries, symbol);
     if (place == entries.end() || place->symbol != symbol)
         entries.insert(place, { symbol, coefficient });
