@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Base/Failure.h"
+#include "Layout/ConstraintLayout.h"
 #include "Layout/LayoutEngine.h"
 
 #include <QPointer>
@@ -95,7 +96,7 @@ struct LayoutConstraint::Private
         if (secondAttribute != LayoutAttribute::notAnAttribute && second != first)
             return second ? commonAncestor(first, second) : nullptr;
         const bool canParent = !first->isWindow() && first->parentWidget()
-                               && detail::LayoutEngine::canReport(first->parentWidget());
+                               && detail::ConstraintLayout::canServe(first->parentWidget());
         return canParent ? first->parentWidget() : first.data();
     }
 };
