@@ -2,7 +2,7 @@
 // The solver from 10 to 1000 views, whose cost per view should not grow with their number; a window
 // with 100 constrained widgets against the same arrangement in Qt's own nested grids.
 #include "Goals.h"
-#include "Layout/ConstraintSolver.h"
+#include "Layout/Solver/ConstraintSolver.h"
 
 #include <pellarvine/Platform/NSLayoutAnchor.h>
 #include <pellarvine/Platform/NSView.h>
@@ -19,7 +19,7 @@ using namespace NS;
 
 namespace {
 
-using Solver = ConstraintSolver;
+using Solver = detail::ConstraintSolver;
 using Relation = Solver::Relation;
 
 constexpr double spacing = 6.0;

@@ -10,7 +10,7 @@ namespace NS {
 ///     NS::LayoutConstraint::activateConstraints({
 ///         NS::leadingAnchor(label).constraintEqualToAnchor(NS::leadingAnchor(panel), 16),
 ///         NS::firstBaselineAnchor(label).constraintEqualToAnchor(NS::firstBaselineAnchor(field)),
-///         NS::widthAnchor(label).constraintLessThanOrEqualToAnchor(NS::widthAnchor(panel), 0.5, 0),
+///         NS::widthAnchor(label).constraintEqualToAnchor(NS::widthAnchor(panel), 0.5, 0),
 ///     });
 ///
 /// The receiver is the constraint's first item, the argument its second: first = second + constant.

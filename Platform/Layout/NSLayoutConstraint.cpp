@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/NSLayoutConstraint.h"
 
+#include "Base/Assign.h"
 #include "Base/Failure.h"
+#include "Layout/ConstraintLayout.h"
 #include "Layout/LayoutEngine.h"
 
 #include <QPointer>
@@ -94,7 +96,7 @@ struct LayoutConstraint::Private
         if (secondAttribute != LayoutAttribute::notAnAttribute && second != first)
             return second ? commonAncestor(first, second) : nullptr;
         const bool canParent = !first->isWindow() && first->parentWidget()
-                               && detail::LayoutEngine::canReport(first->parentWidget());
+                               && detail::ConstraintLayout::canServe(first->parentWidget());
         return canParent ? first->parentWidget() : first.data();
     }
 };
@@ -159,9 +161,8 @@ double LayoutConstraint::constant() const
 
 void LayoutConstraint::setConstant(double constant)
 {
-    if (constant == d->constant)
+    if (!detail::assign(d->constant, constant))
         return;
-    d->constant = constant;
     if (d->engine)
         d->engine->updateConstant(this);
     Q_EMIT constantChanged(constant);
@@ -175,9 +176,8 @@ double LayoutConstraint::priority() const
 void LayoutConstraint::setPriority(double priority)
 {
     priority = std::clamp(priority, 1.0, LayoutPriority::required);
-    if (priority == d->priority)
+    if (!detail::assign(d->priority, priority))
         return;
-    d->priority = priority;
     if (d->engine)
         d->engine->updateStrength(this);
     Q_EMIT priorityChanged(priority);

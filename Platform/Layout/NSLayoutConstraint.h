@@ -54,7 +54,7 @@ inline constexpr double fittingSizeCompression = 50.0; ///< at which a container
 
 /// A linear relation between two widgets' edges, centres or dimensions:
 ///
-///     const auto gap = NS::leadingAnchor(field).constraintEqualToAnchor(NS::trailingAnchor(label), 8);
+///     const auto gap = NS::topAnchor(field).constraintEqualToAnchor(NS::bottomAnchor(label), 8);
 ///     gap->setActive(true);
 ///     gap->setConstant(16); // re-solves what depends on it
 ///
@@ -67,8 +67,9 @@ inline constexpr double fittingSizeCompression = 50.0; ///< at which a container
 ///
 /// Widgets keep near their size hints: see QSizePolicy for which side gives way first. Only what is
 /// constrained is moved. A hidden widget keeps its place and its constraints, unlike in Qt's
-/// layouts: others may hang on it. To close the gap, deactivate them or set a constant to 0. Two required constraints that contradict each other: one warning line
-/// names them, and the last one stays inactive. Main thread only.
+/// layouts: others may hang on it. To close the gap, deactivate them or set a constant to 0. Two
+/// required constraints that contradict each other: one warning line names them, and the last one
+/// stays inactive. Main thread only.
 class PELLARVINE_EXPORT LayoutConstraint : public QObject,
                                            public std::enable_shared_from_this<LayoutConstraint>
 {
@@ -115,8 +116,8 @@ public:
     /// Activates all, in order. If the widgets of any have no common ancestor, warns once and
     /// activates none.
     static void activateConstraints(const QList<std::shared_ptr<LayoutConstraint>> &constraints);
-    /// Passes over those that are not active. The layout keeps them no longer: they end where nobody
-    /// else does.
+    /// Passes over those that are not active. The layout keeps them no longer: they end where
+    /// nobody else does.
     static void deactivateConstraints(const QList<std::shared_ptr<LayoutConstraint>> &constraints);
 
 Q_SIGNALS:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "View/CALayer.h"
 
+#include "Base/Assign.h"
 #include "View/NSView.h"
 
 #include <QPainter>
@@ -37,9 +38,8 @@ QRectF Layer::frame() const
 
 void Layer::setFrame(const QRectF &frame)
 {
-    if (frame == d->frame)
+    if (!detail::assign(d->frame, frame))
         return;
-    d->frame = frame;
     noteChange();
     Q_EMIT frameChanged(frame);
 }
@@ -51,9 +51,8 @@ QColor Layer::backgroundColor() const
 
 void Layer::setBackgroundColor(const QColor &color)
 {
-    if (color == d->backgroundColor)
+    if (!detail::assign(d->backgroundColor, color))
         return;
-    d->backgroundColor = color;
     noteChange();
     Q_EMIT backgroundColorChanged(color);
 }
@@ -66,9 +65,8 @@ double Layer::cornerRadius() const
 void Layer::setCornerRadius(double radius)
 {
     radius = std::max(0.0, radius);
-    if (radius == d->cornerRadius)
+    if (!detail::assign(d->cornerRadius, radius))
         return;
-    d->cornerRadius = radius;
     noteChange();
     Q_EMIT cornerRadiusChanged(radius);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Layout/ConstraintSolver.h"
+#include "Layout/Solver/ConstraintSolver.h"
 
 #include <gtest/gtest.h>
 
@@ -382,6 +382,16 @@ TEST(ConstraintSolver, a_target_gives_way_on_either_side_by_its_own_strength)
     EXPECT_EQ(solution(solver, { x }), std::vector { 140.0 });
     solver.setConstant(*other, -60.0);
     EXPECT_EQ(solution(solver, { x }), std::vector { 100.0 });
+}
+
+TEST(ConstraintSolver, a_term_times_0_says_nothing_of_its_variable)
+{
+    Solver solver;
+    const Variable x = solver.addVariable();
+    const Variable y = solver.addVariable();
+    ASSERT_TRUE(solver.add({ { { x }, { y, 0.0 } }, -50.0 }, Relation::equal).constraint);
+    solver.add({ { { y } }, -7.0 }, Relation::equal, { 1.0 });
+    EXPECT_EQ(solution(solver, { x, y }), (std::vector { 50.0, 7.0 }));
 }
 
 TEST(ConstraintSolver, a_snapshot_stays_until_the_next_one)

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Layout/Baseline.h"
+#include "Layout/Solver/ConstraintSolver.h"
+
+namespace Pellarvine::detail {
+
+/// One direction of the rectangle that a widget's anchors are about.
+struct AnchorAxis
+{
+    std::optional<ConstraintSolver::Variable> origin; ///< none: the host, which begins at 0
+    ConstraintSolver::Variable extent {};
+    double startInset = 0.0; ///< how far inside that begins and ends what is aligned
+    double endInset = 0.0;
+};
+
+struct Anchor
+{
+    NS::LayoutAttribute attribute = NS::LayoutAttribute::notAnAttribute;
+    AnchorAxis x;
+    AnchorAxis y;
+    Baseline baseline; ///< of a baseline attribute
+};
+
+/// "first - multiplier * second - constant", which a constraint compares with 0. Where the layout
+/// runs from right to left, `mirroringWidth` is the host's width: leading and trailing places, and
+/// the constant between them, count from the right.
+PELLARVINE_INTERNAL_EXPORT ConstraintSolver::Expression
+anchorExpression(const Anchor &first, double multiplier, const Anchor &second, double constant,
+                 std::optional<ConstraintSolver::Variable> mirroringWidth);
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "Layout/LayoutAxis.h"
+
+#include "Layout/LayoutLevel.h"
+
+namespace Pellarvine::detail {
+
+using Solver = ConstraintSolver;
+
+LayoutAxis::LayoutAxis(Solver &solver, double weight)
+    : m_weight(weight)
+    , m_origin(solver.addVariable())
+    , m_extent(solver.addVariable())
+{ }
+
+void LayoutAxis::setWish(Solver &solver, const LengthWish &wish)
+{
+    const Solver::Term extent { m_extent };
+    const bool isSameTarget =
+            m_target && m_wish.notBelow == wish.notBelow && m_wish.notAbove == wish.notAbove;
+    if (isSameTarget) {
+        solver.setConstant(*m_target, -wish.target);
+    } else {
+        if (m_target)
+            solver.remove(*m_target);
+        m_target = solver.addTarget({ { extent }, -wish.target }, { wish.notBelow, m_weight },
+                                    { wish.notAbove, m_weight });
+    }
+    const auto setLimit = [&](Limit &limit, std::optional<double> length, Solver::Relation relation,
+                              double level, bool isSameLevel) {
+        if (limit && (!length || !isSameLevel)) {
+            solver.remove(*limit);
+            limit.reset();
+        }
+        if (limit)
+            solver.setConstant(*limit, -*length);
+        else if (length)
+            limit = solver.add({ { extent }, -*length }, relation, { level, m_weight }).constraint;
+    };
+    setLimit(m_lower, wish.lower, Solver::Relation::greaterThanOrEqual, wish.lowerLevel,
+             m_wish.lowerLevel == wish.lowerLevel);
+    setLimit(m_upper, wish.upper, Solver::Relation::lessThanOrEqual, LayoutLevel::explicitLimit,
+             true);
+    m_wish = wish;
+}
+
+bool LayoutAxis::setTarget(Solver &solver, double length) const
+{
+    const bool isOther = solver.constant(*m_target) != -length;
+    solver.setConstant(*m_target, -length);
+    return isOther;
+}
+
+void LayoutAxis::setPlace(Solver &solver, std::optional<double> origin)
+{
+    if (m_place && origin) {
+        solver.setConstant(*m_place, -*origin);
+    } else if (m_place) {
+        solver.remove(*m_place);
+        m_place.reset();
+    } else if (origin) {
+        m_place = solver.addTarget({ { { m_origin } }, -*origin }, { LayoutLevel::container },
+                                   { LayoutLevel::container });
+    }
+}
+
+void LayoutAxis::removeFrom(Solver &solver)
+{
+    for (const Limit &limit : { m_target, m_lower, m_upper, m_place }) {
+        if (limit)
+            solver.remove(*limit);
+    }
+    solver.removeVariable(m_origin);
+    solver.removeVariable(m_extent);
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Layout/LengthWish.h"
+#include "Layout/Solver/ConstraintSolver.h"
+
+namespace Pellarvine::detail {
+
+/// One direction of a widget's aligned part in a solver: where it begins, how long it is, and what
+/// is wanted of both.
+class PELLARVINE_INTERNAL_EXPORT LayoutAxis
+{
+public:
+    /// Of two axes that want the same at the same level, the one with the larger weight gets it.
+    LayoutAxis(ConstraintSolver &solver, double weight);
+
+    ConstraintSolver::Variable origin() const { return m_origin; }
+    ConstraintSolver::Variable extent() const { return m_extent; }
+
+    void setWish(ConstraintSolver &solver, const LengthWish &wish);
+
+    /// Another target for the wish that there is. Returns whether it is another one. For a copy of
+    /// the solver, too.
+    bool setTarget(ConstraintSolver &solver, double length) const;
+
+    /// Holds the axis to that place, or to none.
+    void setPlace(ConstraintSolver &solver, std::optional<double> origin);
+
+    /// No constraint of others may mention the axis any more.
+    void removeFrom(ConstraintSolver &solver);
+
+private:
+    using Limit = std::optional<ConstraintSolver::Constraint>;
+
+    double m_weight;
+    ConstraintSolver::Variable m_origin;
+    ConstraintSolver::Variable m_extent;
+    LengthWish m_wish;
+    Limit m_target;
+    Limit m_lower;
+    Limit m_upper;
+    Limit m_place;
+};
+
+} // namespace Pellarvine::detail

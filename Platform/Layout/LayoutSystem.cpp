@@ -1,0 +1,297 @@
+// SPDX-License-Identifier: MIT
+#include "Layout/LayoutSystem.h"
+
+#include "Base/Assign.h"
+#include "Layout/AnchorExpression.h"
+#include "Layout/LayoutLevel.h"
+#include "View/NSView.h"
+
+#include <QLayout>
+
+#include <algorithm>
+#include <cmath>
+
+using NS::LayoutAttribute;
+using NS::LayoutConstraint;
+using NS::LayoutRelation;
+
+namespace Pellarvine::detail {
+
+namespace {
+
+// Rounding must not make a container a unit larger than it has to be, or allow one less.
+constexpr double tolerance = 1e-4;
+
+int roundedUp(double length)
+{
+    return int(std::ceil(length - tolerance));
+}
+
+int roundedDown(double length)
+{
+    return std::min(int(std::floor(length + tolerance)), QLAYOUTSIZE_MAX);
+}
+
+int depthOf(const QWidget *widget)
+{
+    int depth = 0;
+    for (; widget && !widget->isWindow(); widget = widget->parentWidget())
+        ++depth;
+    return depth;
+}
+
+// Distinct weights decide between equals: the item constrained last gives way first.
+double weightOf(int number)
+{
+    return 1.0 + 1.0 / (2.0 + number);
+}
+
+double across(const QMarginsF &insets)
+{
+    return insets.left() + insets.right();
+}
+
+double along(const QMarginsF &insets)
+{
+    return insets.top() + insets.bottom();
+}
+
+ConstraintSolver::Constraint addLength(ConstraintSolver &solver,
+                                       ConstraintSolver::Variable variable, double length,
+                                       double level)
+{
+    return solver.addTarget({ { { variable } }, -length }, { level }, { level });
+}
+
+ConstraintSolver::Relation relationOf(LayoutRelation relation)
+{
+    switch (relation) {
+    case LayoutRelation::lessThanOrEqual:
+        return ConstraintSolver::Relation::lessThanOrEqual;
+    case LayoutRelation::equal:
+        break;
+    case LayoutRelation::greaterThanOrEqual:
+        return ConstraintSolver::Relation::greaterThanOrEqual;
+    }
+    return ConstraintSolver::Relation::equal;
+}
+
+} // namespace
+
+LayoutItem::LayoutItem(QWidget *ofWidget, int number, ConstraintSolver &solver)
+    : widget(ofWidget)
+    , x(solver, weightOf(number))
+    , y(solver, weightOf(number))
+{ }
+
+LayoutSystem::LayoutSystem()
+    : m_width(m_solver.addVariable())
+    , m_height(m_solver.addVariable())
+    , m_hostWidth(addLength(m_solver, m_width, 0.0, LayoutLevel::container))
+    , m_hostHeight(addLength(m_solver, m_height, 0.0, LayoutLevel::container))
+{ }
+
+// Items
+
+LayoutItem *LayoutSystem::find(const QWidget *widget) const
+{
+    const auto place = m_items.find(widget);
+    return place == m_items.end() ? nullptr : place->second.get();
+}
+
+LayoutItem &LayoutSystem::add(QWidget *widget, int number)
+{
+    auto &item = m_items[widget];
+    item = std::make_unique<LayoutItem>(widget, number, m_solver);
+    const auto place = std::upper_bound(
+            m_order.begin(), m_order.end(), depthOf(widget),
+            [](int depth, const LayoutItem *other) { return depth < depthOf(other->widget); });
+    m_order.insert(place, item.get());
+    return *item;
+}
+
+void LayoutSystem::remove(LayoutItem &item)
+{
+    item.x.removeFrom(m_solver);
+    item.y.removeFrom(m_solver);
+    std::erase(m_order, &item);
+    m_items.erase(item.widget);
+}
+
+void LayoutSystem::setFrame(LayoutItem &item, const QRectF &frame)
+{
+    item.isGiven = true;
+    item.hasHeightForWidth = false;
+    item.insets = NS::alignmentRectInsets(item.widget);
+    const QRectF rect = frame.marginsRemoved(item.insets);
+    const auto give = [&](LayoutAxis &axis, double origin, double extent) {
+        axis.setPlace(m_solver, origin);
+        LengthWish wish;
+        wish.target = extent;
+        wish.notBelow = wish.notAbove = LayoutLevel::container;
+        axis.setWish(m_solver, wish);
+    };
+    give(item.x, rect.x(), rect.width());
+    give(item.y, rect.y(), rect.height());
+}
+
+void LayoutSystem::setWishes(LayoutItem &item, bool hasHints)
+{
+    const QWidget *const widget = item.widget;
+    item.isGiven = false;
+    item.insets = NS::alignmentRectInsets(widget);
+    item.hasHeightForWidth = widget->sizePolicy().hasHeightForWidth()
+                             || (widget->layout() && widget->layout()->hasHeightForWidth());
+    item.x.setPlace(m_solver, {});
+    item.y.setPlace(m_solver, {});
+    LengthHints width = lengthHints(widget, Qt::Horizontal);
+    LengthHints height = lengthHints(widget, Qt::Vertical);
+    width.insets = across(item.insets);
+    height.insets = along(item.insets);
+    if (item.hasHeightForWidth) {
+        item.minimumHeight = std::max(0.0, height.minimumHint);
+        // A guess until the width is known. Less would cut the text off.
+        if (height.hint >= 0.0)
+            height.minimumHint = height.hint;
+    }
+    if (!hasHints)
+        width.hint = width.minimumHint = height.hint = height.minimumHint = -1.0;
+    item.x.setWish(m_solver, lengthWish(width));
+    item.y.setWish(m_solver, lengthWish(height));
+}
+
+// Constraints
+
+bool LayoutSystem::setHostInsets(const QMarginsF &insets)
+{
+    return assign(m_hostInsets, insets);
+}
+
+bool LayoutSystem::setRightToLeft(bool isRightToLeft)
+{
+    return assign(m_isRightToLeft, isRightToLeft);
+}
+
+LayoutSystem::Solver::Addition LayoutSystem::add(const LayoutConstraint &constraint)
+{
+    const bool isRequired = constraint.priority() >= NS::LayoutPriority::required;
+    return m_solver.add(expressionOf(constraint), relationOf(constraint.relation()),
+                        isRequired ? Solver::required : Solver::Strength { constraint.priority() });
+}
+
+LayoutSystem::Solver::Expression
+LayoutSystem::expressionOf(const LayoutConstraint &constraint) const
+{
+    return anchorExpression(
+            anchorOf(constraint.firstItem(), constraint.firstAttribute()), constraint.multiplier(),
+            anchorOf(constraint.secondItem(), constraint.secondAttribute()), constraint.constant(),
+            m_isRightToLeft ? std::optional(m_width) : std::nullopt);
+}
+
+Anchor LayoutSystem::anchorOf(QWidget *widget, LayoutAttribute attribute) const
+{
+    Anchor anchor;
+    anchor.attribute = attribute;
+    if (const LayoutItem *const item = find(widget)) {
+        anchor.x = { item->x.origin(), item->x.extent() };
+        anchor.y = { item->y.origin(), item->y.extent() };
+    } else {
+        anchor.x = { {}, m_width, m_hostInsets.left(), m_hostInsets.right() };
+        anchor.y = { {}, m_height, m_hostInsets.top(), m_hostInsets.bottom() };
+    }
+    if (isBaseline(attribute))
+        anchor.baseline = baselineOf(widget, attribute);
+    return anchor;
+}
+
+// Solutions
+
+void LayoutSystem::solve(const QSize &hostSize)
+{
+    m_solver.setConstant(m_hostWidth, -hostSize.width());
+    m_solver.setConstant(m_hostHeight, -hostSize.height());
+    solveWidthsFirst(m_solver);
+}
+
+// Heights that follow widths are measured once the widths are settled.
+void LayoutSystem::solveWidthsFirst(Solver &solver) const
+{
+    solver.solve();
+    bool hasChanged = false;
+    for (const LayoutItem *const item : m_order) {
+        if (!item->hasHeightForWidth)
+            continue;
+        const int width =
+                std::max(0, qRound(solver.value(item->x.extent()) + across(item->insets)));
+        const double height = item->widget->heightForWidth(width) - along(item->insets);
+        hasChanged = item->y.setTarget(solver, std::max(0.0, height)) || hasChanged;
+    }
+    if (hasChanged)
+        solver.solve();
+}
+
+QRect LayoutSystem::place(const LayoutItem &item) const
+{
+    const QRectF rect(m_solver.value(item.x.origin()), m_solver.value(item.y.origin()),
+                      m_solver.value(item.x.extent()), m_solver.value(item.y.extent()));
+    return NS::roundedToUnits(rect.marginsAdded(item.insets));
+}
+
+// What the solver says of a host that wants that length in both directions.
+LayoutSystem::Solver LayoutSystem::wanting(double level, double length) const
+{
+    Solver solver(m_solver);
+    solver.remove(m_hostWidth);
+    solver.remove(m_hostHeight);
+    addLength(solver, m_width, length, level);
+    addLength(solver, m_height, length, level);
+    return solver;
+}
+
+QSize LayoutSystem::hostSize(const Solver &solver, int (*rounded)(double)) const
+{
+    return { rounded(solver.value(m_width)), rounded(solver.value(m_height)) };
+}
+
+QSize LayoutSystem::smallestSize() const
+{
+    Solver solver = wanting(LayoutLevel::shrinking, 0.0);
+    for (const LayoutItem *const item : m_order) {
+        if (item->hasHeightForWidth)
+            item->y.setTarget(solver, item->minimumHeight);
+    }
+    solver.solve();
+    return hostSize(solver, roundedUp);
+}
+
+QSize LayoutSystem::preferredSize() const
+{
+    Solver solver = wanting(NS::LayoutPriority::fittingSizeCompression, 0.0);
+    solveWidthsFirst(solver);
+    return hostSize(solver, roundedUp);
+}
+
+QSize LayoutSystem::largestSize() const
+{
+    Solver solver = wanting(LayoutLevel::growing, QLAYOUTSIZE_MAX);
+    solveWidthsFirst(solver);
+    return hostSize(solver, roundedDown);
+}
+
+int LayoutSystem::fittingHeight(int width, double level) const
+{
+    Solver solver(m_solver);
+    solver.setConstant(m_hostWidth, -width);
+    solver.remove(m_hostHeight);
+    addLength(solver, m_height, 0.0, level);
+    solveWidthsFirst(solver);
+    return roundedUp(solver.value(m_height));
+}
+
+bool LayoutSystem::hasHeightForWidth() const
+{
+    return std::any_of(m_order.begin(), m_order.end(),
+                       [](const LayoutItem *item) { return item->hasHeightForWidth; });
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Layout/LayoutAxis.h"
+#include "Layout/NSLayoutConstraint.h"
+
+#include <QMarginsF>
+#include <QObject>
+#include <QRect>
+
+#include <unordered_map>
+
+namespace Pellarvine::detail {
+
+struct Anchor;
+
+/// A widget whose aligned part has variables in a LayoutSystem.
+struct LayoutItem
+{
+    /// Items with lower numbers keep their size rather than others.
+    LayoutItem(QWidget *ofWidget, int number, ConstraintSolver &solver);
+
+    QWidget *widget;
+    bool isGiven = false; ///< placed by somebody else
+    bool hasHeightForWidth = false;
+    double minimumHeight = 0.0;
+    QMarginsF insets; ///< how far inside the widget lies what is aligned
+    LayoutAxis x;
+    LayoutAxis y;
+
+    // The engine's own.
+    int uses = 0; ///< by constraints
+    int placings = 0; ///< by constraints that may move it
+    QMetaObject::Connection ending; ///< of the widget, which may come before its constraints'
+};
+
+/// The equations behind one host: its size, the items in it and what they want, and the constraints
+/// between all these. Answers where the items are in a host of a given size, and which sizes fit.
+///
+/// y grows downwards and the origin is the host's upper left, as constants grow.
+class LayoutSystem
+{
+public:
+    using Solver = ConstraintSolver;
+
+    LayoutSystem();
+
+    Solver &solver() { return m_solver; }
+
+    /// Null for the host and for what no constraint is about.
+    LayoutItem *find(const QWidget *widget) const;
+    /// The caller gives it a frame or wishes next.
+    LayoutItem &add(QWidget *widget, int number);
+    /// No constraint may be about it any more.
+    void remove(LayoutItem &item);
+    /// Parents first.
+    const std::vector<LayoutItem *> &items() const { return m_order; }
+
+    /// The item stays at that frame, in the host's coordinates.
+    void setFrame(LayoutItem &item, const QRectF &frame);
+    /// Takes over what the widget wants, on request without its size hints.
+    void setWishes(LayoutItem &item, bool hasHints);
+
+    /// How far inside the host its anchors are. Returns whether that is new; the constraints then
+    /// have to be added again.
+    bool setHostInsets(const QMarginsF &insets);
+    /// Likewise for the direction of the host's layout.
+    bool setRightToLeft(bool isRightToLeft);
+
+    /// Adds a constraint between the host and items.
+    Solver::Addition add(const NS::LayoutConstraint &constraint);
+    Solver::Expression expressionOf(const NS::LayoutConstraint &constraint) const;
+
+    void solve(const QSize &hostSize);
+    /// Where solve() has put the item's widget, in the host.
+    QRect place(const LayoutItem &item) const;
+
+    // Sizes of the host, in whole units.
+    QSize smallestSize() const;
+    QSize preferredSize() const;
+    QSize largestSize() const; ///< QLAYOUTSIZE_MAX where there is no limit
+    /// The height at `width` of a host that `level` keeps small.
+    int fittingHeight(int width, double level) const;
+    bool hasHeightForWidth() const;
+
+private:
+    Anchor anchorOf(QWidget *widget, NS::LayoutAttribute attribute) const;
+    Solver wanting(double level, double length) const;
+    void solveWidthsFirst(Solver &solver) const;
+    QSize hostSize(const Solver &solver, int (*rounded)(double)) const;
+
+    Solver m_solver;
+    Solver::Variable m_width;
+    Solver::Variable m_height;
+    Solver::Constraint m_hostWidth;
+    Solver::Constraint m_hostHeight;
+    QMarginsF m_hostInsets;
+    bool m_isRightToLeft = false;
+    std::unordered_map<const QWidget *, std::unique_ptr<LayoutItem>> m_items;
+    std::vector<LayoutItem *> m_order;
+};
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "Layout/LengthWish.h"
+
+#include "Layout/LayoutLevel.h"
+#include "Layout/NSLayoutConstraint.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Pellarvine::detail {
+
+LengthHints lengthHints(const QWidget *widget, Qt::Orientation orientation)
+{
+    const bool isHorizontal = orientation == Qt::Horizontal;
+    const auto length = [&](const QSize &size) {
+        return isHorizontal ? size.width() : size.height();
+    };
+    const QSizePolicy policy = widget->sizePolicy();
+    LengthHints hints;
+    hints.policy = isHorizontal ? policy.horizontalPolicy() : policy.verticalPolicy();
+    hints.hint = length(widget->sizeHint());
+    hints.minimumHint = length(widget->minimumSizeHint());
+    hints.minimum = length(widget->minimumSize());
+    hints.maximum = length(widget->maximumSize());
+    return hints;
+}
+
+LengthWish lengthWish(const LengthHints &hints)
+{
+    const double hint = std::max(hints.hint, hints.minimumHint);
+    const bool hasHint = hint >= 0.0 && !(hints.policy & QSizePolicy::IgnoreFlag);
+
+    LengthWish wish;
+    wish.notBelow = wish.notAbove = LayoutLevel::unwanted;
+    wish.lowerLevel = LayoutLevel::minimumHint;
+    if (hints.minimum > 0.0) {
+        wish.lower = hints.minimum;
+        wish.lowerLevel = LayoutLevel::explicitLimit;
+    } else if (hasHint) {
+        wish.lower =
+                hints.policy & QSizePolicy::ShrinkFlag ? std::max(0.0, hints.minimumHint) : hint;
+    }
+    if (hints.maximum < QWIDGETSIZE_MAX)
+        wish.upper = hints.maximum;
+    if (hasHint) {
+        wish.target = std::max(hint, hints.minimum);
+        wish.notBelow = NS::LayoutPriority::defaultHigh;
+        wish.notAbove = !(hints.policy & QSizePolicy::GrowFlag)  ? NS::LayoutPriority::defaultHigh
+                        : hints.policy & QSizePolicy::ExpandFlag ? LayoutLevel::expanding
+                                                                 : NS::LayoutPriority::defaultLow;
+        // One constraint less where the limit is the target.
+        if (wish.upper && *wish.upper <= wish.target) {
+            wish.target = *std::exchange(wish.upper, {});
+            wish.notAbove = LayoutLevel::explicitLimit;
+        }
+        if (wish.lower && *wish.lower >= wish.target) {
+            wish.lower.reset();
+            wish.notBelow = wish.lowerLevel;
+        }
+    }
+    const auto inset = [&](double length) {
+        return std::max(0.0, length - hints.insets);
+    };
+    // A length of 0 stays 0 where the insets are negative.
+    if (wish.target > 0.0)
+        wish.target = inset(wish.target);
+    for (std::optional<double> *const limit : { &wish.lower, &wish.upper }) {
+        if (limit->value_or(0.0) > 0.0)
+            *limit = inset(**limit);
+    }
+    return wish;
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "Layout/Solver/LinearRow.h"
+
+namespace Pellarvine::detail {
+
+void LinearRow::scale(double factor)
+{
+    constant *= factor;
+    for (Entry &entry : entries)
+        entry.coefficient *= factor;
+}
+
+void LinearRow::erase(Symbol symbol)
+{
+    const auto place = lowerBound(entries, symbol);
+    if (place != entries.end() && place->symbol == symbol)
+        entries.erase(place);
+}
+
+void LinearRow::add(Symbol symbol, double coefficient)
+{
+    if (coefficient == 0.0)
+        return;
+    const auto place = lowerBound(entries, symbol);
+    if (place == entries.end() || place->symbol != symbol)
+        entries.insert(place, { symbol, coefficient });
+    else if (isZero(place->coefficient += coefficient))
+        entries.erase(place);
+}
+
+void LinearRow::add(const LinearRow &other, double factor)
+{
+    add(
+            other, factor, [](Symbol) {}, [](Symbol) {});
+}
+
+void LinearRow::solveFor(Symbol symbol)
+{
+    const double factor = coefficientOf(symbol);
+    erase(symbol);
+    scale(-1.0 / factor);
+}
+
+void LinearRow::substitute(Symbol symbol, const LinearRow &value)
+{
+    const auto place = lowerBound(entries, symbol);
+    if (place == entries.end() || place->symbol != symbol)
+        return;
+    const double factor = place->coefficient;
+    entries.erase(place);
+    add(value, factor);
+}
+
+} // namespace Pellarvine::detail

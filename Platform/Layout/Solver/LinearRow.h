@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Base/Global.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace Pellarvine::detail {
+
+/// What rounding may leave of a coefficient that should be 0.
+inline constexpr double smallestCoefficient = 1e-9;
+
+inline bool isZero(double coefficient)
+{
+    return std::abs(coefficient) < smallestCoefficient;
+}
+
+/// A sum: the constant and each entry's symbol times its coefficient.
+struct PELLARVINE_INTERNAL_EXPORT LinearRow
+{
+    /// A variable of the solver, or one that belongs to a constraint. Never negative.
+    using Symbol = int;
+
+    struct Entry
+    {
+        Symbol symbol;
+        double coefficient;
+        bool operator==(const Entry &) const = default;
+    };
+
+    std::vector<Entry> entries; ///< in the order of their symbols, none of them 0
+    double constant = 0.0;
+
+    bool operator==(const LinearRow &) const = default;
+
+    /// 0 for a symbol that the row does not mention.
+    double coefficientOf(Symbol symbol) const;
+
+    void scale(double factor);
+    void erase(Symbol symbol);
+    void add(Symbol symbol, double coefficient);
+    void add(const LinearRow &other, double factor);
+
+    /// Likewise, and calls `appears` and `vanishes` with the symbols that enter and leave the row.
+    template <typename Appears, typename Vanishes>
+    void add(const LinearRow &other, double factor, Appears appears, Vanishes vanishes);
+
+    /// Makes "row = 0" say what `symbol` is, which it has to mention: "symbol = row".
+    void solveFor(Symbol symbol);
+
+    /// Puts `value` in the place of `symbol`.
+    void substitute(Symbol symbol, const LinearRow &value);
+
+private:
+    template <typename Entries>
+    static auto lowerBound(Entries &entries, Symbol symbol)
+    {
+        return std::lower_bound(
+                entries.begin(), entries.end(), symbol,
+                [](const Entry &entry, Symbol wanted) { return entry.symbol < wanted; });
+    }
+};
+
+inline double LinearRow::coefficientOf(Symbol symbol) const
+{
+    const auto place = lowerBound(entries, symbol);
+    return place != entries.end() && place->symbol == symbol ? place->coefficient : 0.0;
+}
+
+template <typename Appears, typename Vanishes>
+void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vanishes vanishes)
+{
+    constant += factor * other.constant;
+    // Into a long sum a short one goes entry by entry, so that the rest need not be copied.
+    if (other.entries.size() * 16 < entries.size()) {
+        for (const auto &[symbol, coefficient] : other.entries) {
+            const double share = factor * coefficient;
+            const auto place = lowerBound(entries, symbol);
+            if (place == entries.end() || place->symbol != symbol) {
+                if (!isZero(share)) {
+                    entries.insert(place, { symbol, share });
+                    appears(symbol);
+                }
+            } else if (isZero(place->coefficient += share)) {
+                entries.erase(place);
+                vanishes(symbol);
+            }
+        }
+        return;
+    }
+    std::vector<Entry> sum;
+    sum.reserve(entries.size() + other.entries.size());
+    auto mine = entries.cbegin();
+    auto theirs = other.entries.cbegin();
+    const auto myEnd = entries.cend();
+    const auto theirEnd = other.entries.cend();
+    while (mine != myEnd || theirs != theirEnd) {
+        if (theirs == theirEnd || (mine != myEnd && mine->symbol < theirs->symbol)) {
+            sum.push_back(*mine++);
+        } else if (mine == myEnd || theirs->symbol < mine->symbol) {
+            const double coefficient = factor * theirs->coefficient;
+            if (!isZero(coefficient)) {
+                sum.push_back({ theirs->symbol, coefficient });
+                appears(theirs->symbol);
+            }
+            ++theirs;
+        } else {
+            const double coefficient = mine->coefficient + factor * theirs->coefficient;
+            if (isZero(coefficient))
+                vanishes(mine->symbol);
+            else
+                sum.push_back({ mine->symbol, coefficient });
+            ++mine;
+            ++theirs;
+        }
+    }
+    entries.swap(sum);
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Layout/Solver/Tableau.h"
+
+#include <map>
+
+namespace Pellarvine::detail {
+
+/// What is to be minimized: a cost for each level, in terms of symbols that are not basic. Levels
+/// are compared from the highest down, so that no cost outweighs one of a higher level.
+class Objective
+{
+public:
+    using Symbol = LinearRow::Symbol;
+
+    /// Adds the symbol, which is never negative, as many times as `weight` says.
+    void add(Symbol symbol, double level, double weight, const Tableau &tableau);
+    /// Takes back what add() of the same values added.
+    void remove(Symbol symbol, double level, double weight, const Tableau &tableau);
+    void clear() { m_levels.clear(); }
+    void dropColumn(Symbol symbol);
+    /// Puts `value` in the place of a symbol that becomes basic.
+    void substitute(Symbol symbol, const LinearRow &value);
+
+    bool mentions(Symbol symbol) const;
+    /// Sets to 1 what `marks` holds for each symbol that costs something.
+    void mark(std::vector<char> &marks) const;
+    /// Whether the costs fall as the symbol grows.
+    bool isLoweredBy(Symbol symbol) const;
+    /// Whether the costs rise less by `symbol` for each unit of its coefficient than by `other`.
+    bool isCheaper(Symbol symbol, double coefficient, Symbol other, double otherCoefficient) const;
+    /// The first symbol, after Bland's rule, that lowers the highest level it has a cost in, of
+    /// those that `isFixed` does not rule out; -1 if there is none.
+    Symbol entering(const std::vector<char> &isFixed) const;
+
+private:
+    struct Level
+    {
+        LinearRow cost;
+        int uses = 0;
+    };
+
+    void addToLevel(Symbol symbol, double level, double factor, int uses, const Tableau &tableau);
+
+    std::map<double, Level, std::greater<>> m_levels;
+};
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Layout/Solver/Objective.h"
+
+namespace Pellarvine::detail {
+
+/// Keeps a tableau where its objective is lowest, while no symbol is negative: by the primal
+/// simplex as rows and costs come and go, by the dual one as constants change.
+class Simplex
+{
+public:
+    using Symbol = LinearRow::Symbol;
+
+    const Tableau &tableau() const { return m_tableau; }
+    /// How often the basis has changed.
+    unsigned long long pivots() const { return m_pivots; }
+
+    /// Makes room for one symbol more, the next in order.
+    void addSymbol();
+    /// The symbol may serve for something else. No row may mention it any more.
+    void forget(Symbol symbol);
+
+    /// From now on the symbol is 0. It may be basic.
+    void fix(Symbol symbol) { m_isFixed[symbol] = 1; }
+    bool isFixed(Symbol symbol) const { return m_isFixed[symbol]; }
+    /// Fixes all that costs something and clears the objective: what is best so far stays so.
+    void fixCosts();
+    /// 1 for each symbol that is fixed or costs something.
+    std::vector<char> fixedOrCosting() const;
+
+    /// The caller optimizes after that.
+    void addCost(Symbol symbol, double level, double weight);
+    void removeCost(Symbol symbol, double level, double weight);
+
+    /// Adds "row = 0", of symbols that are not basic, if one of them can be basic in it right away,
+    /// and optimizes. Returns false, with the row as it was, if none can.
+    bool insert(LinearRow &row);
+
+    /// Adds "row = 0" by way of `artificial`, and optimizes. Nothing mentions that symbol before or
+    /// after, and this row alone mentions `marker`. Returns nothing, or the symbols of a
+    /// contradiction; the row is then left out.
+    std::vector<Symbol> insertByArtificial(LinearRow row, Symbol artificial, Symbol marker);
+
+    /// Makes a symbol that may take any value from now on basic, if a row mentions it.
+    void makeBasic(Symbol symbol);
+    /// Drops the row of a basic symbol. The caller optimizes after that.
+    void dropRow(Symbol basic) { m_tableau.drop(m_tableau.rowOf(basic)); }
+    void dropColumn(Symbol symbol);
+
+    void optimize();
+
+    /// Brings `cost` down by symbols alone that leave the objective where it is. Returns false if
+    /// there is no limit to it.
+    bool minimizeWithinOptimum(LinearRow &cost) { return minimize(cost, true); }
+
+    /// Puts "symbol + delta" in the place of the symbol. The caller repairs after that.
+    void shift(Symbol symbol, double delta) { m_tableau.shift(symbol, delta); }
+
+    /// Makes all rows feasible again after shift(). Returns nothing, or the symbols of a
+    /// contradiction.
+    std::vector<Symbol> repair();
+
+private:
+    bool lowersCost(Symbol symbol) const;
+    bool minimize(LinearRow &cost, bool isWithinOptimum);
+    int leavingRow(Symbol entering) const;
+    void pivot(int index, Symbol entering);
+    std::vector<Symbol> symbolsOf(int index) const;
+
+    Tableau m_tableau;
+    Objective m_objective;
+    std::vector<char> m_isFixed; // by symbol
+    unsigned long long m_pivots = 0;
+};
+
+/// What rounding may leave of a value that should not be there, in units of the screen.
+inline constexpr double smallestValue = 1e-7;
+
+} // namespace Pellarvine::detail

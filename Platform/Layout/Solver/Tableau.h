@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Layout/Solver/LinearRow.h"
+
+namespace Pellarvine::detail {
+
+/// Linear equations, each solved for one symbol, the basic one: its row gives it by symbols that
+/// are basic in no row. Knows the rows of each symbol, and nothing of what is to be minimized.
+class PELLARVINE_INTERNAL_EXPORT Tableau
+{
+public:
+    using Symbol = LinearRow::Symbol;
+
+    /// Makes room for one symbol more, the next in order.
+    void addSymbol() { m_columns.emplace_back(); }
+    /// The symbol may serve for something else. No row may mention it any more.
+    void forget(Symbol symbol) { m_columns[symbol] = {}; }
+
+    /// Rows are at indices below this one; those that are unused have no basic symbol.
+    int size() const { return int(m_rows.size()); }
+    const LinearRow &row(int index) const { return m_rows[index]; }
+    /// -1 for an unused row.
+    Symbol basic(int index) const { return m_basics[index]; }
+    /// The row where the symbol is basic; -1 if there is none.
+    int rowOf(Symbol symbol) const { return m_columns[symbol].row; }
+    bool isBasic(Symbol symbol) const { return rowOf(symbol) >= 0; }
+    /// The rows that mention a symbol that is not basic, in order.
+    const std::vector<int> &rowsWith(Symbol symbol) const { return m_columns[symbol].rows; }
+    /// What a basic symbol is while all others are 0, and those others.
+    double value(Symbol symbol) const { return isBasic(symbol) ? row(rowOf(symbol)).constant : 0; }
+
+    /// Adds "basic = row". No other row may mention `basic`, nor the row a symbol that is basic.
+    int insert(LinearRow row, Symbol basic);
+    void drop(int index);
+    void dropColumn(Symbol symbol);
+    /// Makes `entering` basic in the place of the row's basic symbol. The row has to mention it.
+    void pivot(int index, Symbol entering);
+    /// Clears a constant that is rounding.
+    void clearConstant(int index) { m_rows[index].constant = 0.0; }
+    /// Puts "symbol + delta" in the place of the symbol.
+    void shift(Symbol symbol, double delta);
+
+private:
+    struct Column
+    {
+        int row = -1;
+        std::vector<int> rows;
+    };
+
+    std::vector<Column> m_columns; // by symbol
+    std::vector<LinearRow> m_rows;
+    std::vector<Symbol> m_basics; // by row
+    std::vector<int> m_unusedRows;
+};
+
+} // namespace Pellarvine::detail

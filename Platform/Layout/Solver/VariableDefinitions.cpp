@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "Layout/Solver/VariableDefinitions.h"
+
+#include "Layout/Solver/SortedIndices.h"
+
+#include <numeric>
+#include <utility>
+
+namespace Pellarvine::detail {
+
+void VariableDefinitions::addSymbol()
+{
+    m_states.emplace_back();
+    m_sums.push_back(0.0);
+    m_marks.push_back(0);
+}
+
+void VariableDefinitions::define(Symbol variable, LinearRow definition)
+{
+    for (const auto &entry : definition.entries)
+        insertSorted(m_states[entry.symbol].users, variable);
+    m_states[variable].definition = std::move(definition);
+    m_isOrderValid = false;
+}
+
+void VariableDefinitions::undefine(Symbol variable)
+{
+    for (const auto &entry : m_states[variable].definition->entries)
+        removeSorted(m_states[entry.symbol].users, variable);
+    m_states[variable].definition.reset();
+    m_isOrderValid = false;
+}
+
+void VariableDefinitions::replace(Symbol symbol, Symbol partner, const LinearRow &replacement)
+{
+    for (const Symbol user : std::vector<Symbol>(m_states[symbol].users)) {
+        LinearRow definition = *m_states[user].definition;
+        undefine(user);
+        definition.substitute(symbol, replacement);
+        definition.erase(partner);
+        define(user, std::move(definition));
+    }
+}
+
+void VariableDefinitions::eliminate(Symbol symbol, Symbol partner, const Tableau &tableau)
+{
+    const std::vector<Symbol> &users = m_states[symbol].users;
+    if (users.size() == 1) {
+        undefine(users.front());
+        return;
+    }
+    for (const Symbol chosen : users) {
+        LinearRow inverse = expand({ { { chosen, 1.0 } }, 0.0 }, tableau);
+        const double factor = inverse.coefficientOf(symbol);
+        if (isZero(factor))
+            continue;
+        inverse.solveFor(symbol);
+        inverse.erase(partner);
+        inverse.add(chosen, 1.0 / factor);
+        undefine(chosen);
+        replace(symbol, partner, inverse);
+        return;
+    }
+}
+
+// The defined variables that `roots` lead to, each after those it is defined by.
+std::vector<VariableDefinitions::Symbol>
+VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
+{
+    std::vector<Symbol> order;
+    std::vector<std::pair<Symbol, std::size_t>> path;
+    for (const Symbol root : roots) {
+        if (m_marks[root] || !isDefined(root))
+            continue;
+        m_marks[root] = 1;
+        path.emplace_back(root, 0);
+        while (!path.empty()) {
+            auto &[symbol, next] = path.back();
+            const auto &entries = definition(symbol).entries;
+            if (next == entries.size()) {
+                order.push_back(symbol);
+                path.pop_back();
+                continue;
+            }
+            const Symbol child = entries[next++].symbol;
+            if (!m_marks[child] && isDefined(child)) {
+                m_marks[child] = 1;
+                path.emplace_back(child, 0);
+            }
+        }
+    }
+    for (const Symbol symbol : order)
+        m_marks[symbol] = 0;
+    return order;
+}
+
+LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &tableau)
+{
+    std::vector<Symbol> roots;
+    for (const auto &entry : row.entries)
+        roots.push_back(entry.symbol);
+    const std::vector<Symbol> order = dependencies(roots);
+
+    LinearRow result;
+    result.constant = row.constant;
+    std::vector<Symbol> touched;
+    const auto add = [&](const std::vector<LinearRow::Entry> &entries, double factor) {
+        for (const auto &[symbol, coefficient] : entries) {
+            if (!m_marks[symbol]) {
+                m_marks[symbol] = 1;
+                touched.push_back(symbol);
+            }
+            m_sums[symbol] += factor * coefficient;
+        }
+    };
+    const auto substitute = [&](Symbol symbol, const LinearRow &value) {
+        const double factor = std::exchange(m_sums[symbol], 0.0);
+        if (isZero(factor))
+            return;
+        result.constant += factor * value.constant;
+        add(value.entries, factor);
+    };
+    add(row.entries, 1.0);
+    for (auto symbol = order.crbegin(); symbol != order.crend(); ++symbol)
+        substitute(*symbol, definition(*symbol));
+    for (std::size_t i = 0; i < touched.size(); ++i) {
+        if (tableau.isBasic(touched[i]))
+            substitute(touched[i], tableau.row(tableau.rowOf(touched[i])));
+    }
+    std::sort(touched.begin(), touched.end());
+    for (const Symbol symbol : touched) {
+        const double sum = std::exchange(m_sums[symbol], 0.0);
+        m_marks[symbol] = 0;
+        if (!isZero(sum))
+            result.entries.push_back({ symbol, sum });
+    }
+    return result;
+}
+
+void VariableDefinitions::shift(Symbol symbol, double delta)
+{
+    for (const Symbol user : m_states[symbol].users) {
+        LinearRow &definition = *m_states[user].definition;
+        definition.constant += delta * definition.coefficientOf(symbol);
+    }
+}
+
+void VariableDefinitions::evaluate(const Tableau &tableau, std::vector<double> &values)
+{
+    if (!m_isOrderValid) {
+        std::vector<Symbol> roots(m_states.size());
+        std::iota(roots.begin(), roots.end(), 0);
+        m_order = dependencies(roots);
+        m_isOrderValid = true;
+    }
+    for (Symbol symbol = 0; symbol < int(m_states.size()); ++symbol)
+        values[symbol] = tableau.value(symbol);
+    for (const Symbol variable : m_order) {
+        const LinearRow &row = definition(variable);
+        double value = row.constant;
+        for (const auto &[symbol, coefficient] : row.entries)
+            value += coefficient * values[symbol];
+        values[variable] = value;
+    }
+}
+
+} // namespace Pellarvine::detail

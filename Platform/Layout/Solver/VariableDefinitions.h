@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Layout/Solver/Tableau.h"
+
+#include <optional>
+
+namespace Pellarvine::detail {
+
+/// Variables that one constraint determines, each as that constraint says it: by other variables,
+/// which may be defined too, and by symbols of the tableau. So a chain of n places costs n terms
+/// and not their square; `expand` multiplies out what a further constraint needs.
+///
+/// Definitions never go in a circle: a variable is defined only while no definition mentions it,
+/// or by symbols that have no definition.
+class PELLARVINE_INTERNAL_EXPORT VariableDefinitions
+{
+public:
+    using Symbol = LinearRow::Symbol;
+
+    /// Makes room for one symbol more, the next in order.
+    void addSymbol();
+    /// The symbol may serve for something else. No definition may mention it any more.
+    void forget(Symbol symbol) { m_states[symbol] = {}; }
+
+    bool isDefined(Symbol symbol) const { return m_states[symbol].definition.has_value(); }
+    const LinearRow &definition(Symbol variable) const { return *m_states[variable].definition; }
+    /// Whether a definition mentions the symbol.
+    bool isUsed(Symbol symbol) const { return !m_states[symbol].users.empty(); }
+
+    void define(Symbol variable, LinearRow definition);
+    void undefine(Symbol variable);
+
+    /// Puts `replacement` in the place of `symbol` wherever that is mentioned. What this leaves of
+    /// `partner`, unless that is -1, is rounding and is dropped.
+    void replace(Symbol symbol, Symbol partner, const LinearRow &replacement);
+
+    /// Removes a symbol that may take any value, and is in no row of the tableau: one of the
+    /// variables that depend on it becomes free in its place, and the others depend on that.
+    void eliminate(Symbol symbol, Symbol partner, const Tableau &tableau);
+
+    /// The same sum in terms of variables without a definition and of symbols that are not basic.
+    LinearRow expand(const LinearRow &row, const Tableau &tableau);
+
+    /// Puts "symbol + delta" in the place of the symbol.
+    void shift(Symbol symbol, double delta);
+
+    /// The values of all symbols, while those without a definition or a row are 0.
+    void evaluate(const Tableau &tableau, std::vector<double> &values);
+
+private:
+    struct State
+    {
+        std::optional<LinearRow> definition;
+        std::vector<Symbol> users; // the variables whose definitions mention it
+    };
+
+    std::vector<Symbol> dependencies(const std::vector<Symbol> &roots);
+
+    std::vector<State> m_states; // by symbol
+    std::vector<Symbol> m_order; // the defined variables, each after those it is defined by
+    bool m_isOrderValid = false;
+    std::vector<double> m_sums; // expand()'s, all zero between its calls
+    std::vector<char> m_marks; // likewise
+};
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "Layout/LayoutAxis.h"
+
+#include <gtest/gtest.h>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+using Solver = ConstraintSolver;
+using Relation = Solver::Relation;
+
+// Two axes, one behind the other, that fill a length.
+struct Pair
+{
+    explicit Pair(double length)
+    {
+        solver.add({ { { one.origin() } }, 0.0 }, Relation::equal);
+        solver.add({ { { one.origin() }, { one.extent() }, { other.origin(), -1.0 } }, 0.0 },
+                   Relation::equal);
+        solver.add({ { { other.origin() }, { other.extent() } }, -length }, Relation::equal);
+    }
+
+    std::pair<double, double> lengths()
+    {
+        solver.solve();
+        return { solver.value(one.extent()), solver.value(other.extent()) };
+    }
+
+    Solver solver;
+    LayoutAxis one { solver, 2.0 };
+    LayoutAxis other { solver, 1.0 };
+};
+
+} // namespace
+
+TEST(LayoutAxis, lengths_keep_to_their_hints_as_their_policies_say)
+{
+    struct Row
+    {
+        QSizePolicy::Policy one;
+        QSizePolicy::Policy other;
+        double length;
+        std::pair<double, double> lengths;
+    };
+    const Row rows[] = {
+        // Two of 100 each, the second of which gives way first.
+        { QSizePolicy::Preferred, QSizePolicy::Preferred, 200, { 100, 100 } },
+        { QSizePolicy::Preferred, QSizePolicy::Preferred, 260, { 100, 160 } },
+        { QSizePolicy::Preferred, QSizePolicy::Preferred, 160, { 100, 60 } },
+        { QSizePolicy::Expanding, QSizePolicy::Preferred, 260, { 160, 100 } },
+        { QSizePolicy::Preferred, QSizePolicy::Fixed, 260, { 160, 100 } },
+        { QSizePolicy::Preferred, QSizePolicy::Minimum, 160, { 60, 100 } },
+        { QSizePolicy::Preferred, QSizePolicy::Maximum, 160, { 100, 60 } },
+        { QSizePolicy::Ignored, QSizePolicy::Preferred, 130, { 30, 100 } },
+        // Down to the minimum size hint of 50, then the other one.
+        { QSizePolicy::Preferred, QSizePolicy::Preferred, 120, { 70, 50 } },
+    };
+    for (const auto &[one, other, length, lengths] : rows) {
+        Pair pair(length);
+        pair.one.setWish(pair.solver,
+                         lengthWish({ .policy = one, .hint = 100, .minimumHint = 50 }));
+        pair.other.setWish(pair.solver,
+                           lengthWish({ .policy = other, .hint = 100, .minimumHint = 50 }));
+        EXPECT_EQ(pair.lengths(), lengths) << one << ' ' << other << ' ' << length;
+    }
+}
+
+TEST(LayoutAxis, another_wish_takes_the_place_of_the_first_with_all_its_limits)
+{
+    Pair pair(200);
+    pair.one.setWish(pair.solver, lengthWish({ .hint = 100, .minimum = 90, .maximum = 110 }));
+    pair.other.setWish(pair.solver, lengthWish({ .policy = QSizePolicy::Fixed, .hint = 20 }));
+    EXPECT_EQ(pair.lengths(), std::pair(110.0, 90.0));
+    pair.one.setWish(pair.solver, lengthWish({ .hint = 100, .minimum = 90, .maximum = 120 }));
+    EXPECT_EQ(pair.lengths(), std::pair(120.0, 80.0));
+    pair.one.setWish(pair.solver, lengthWish({ .hint = 100 }));
+    EXPECT_EQ(pair.lengths(), std::pair(180.0, 20.0));
+    pair.other.setWish(pair.solver, lengthWish({ .minimum = 130 }));
+    EXPECT_EQ(pair.lengths(), std::pair(70.0, 130.0));
+}
+
+TEST(LayoutAxis, a_given_place_can_be_moved_and_taken_back)
+{
+    Solver solver;
+    LayoutAxis axis(solver, 1.0);
+    const auto origin = [&] {
+        solver.solve();
+        return solver.value(axis.origin());
+    };
+    axis.setWish(solver, lengthWish({ .hint = 10 }));
+    axis.setPlace(solver, 40.0);
+    EXPECT_EQ(origin(), 40.0);
+    axis.setPlace(solver, 50.0);
+    EXPECT_EQ(origin(), 50.0);
+    Solver copy = solver;
+    EXPECT_TRUE(axis.setTarget(copy, 30.0));
+    EXPECT_FALSE(axis.setTarget(copy, 30.0));
+    copy.solve();
+    EXPECT_EQ(copy.value(axis.extent()), 30.0);
+    axis.setPlace(solver, {});
+    EXPECT_EQ(origin(), 0.0);
+    EXPECT_EQ(solver.value(axis.extent()), 10.0);
+}
+
+} // namespace Pellarvine::detail
