@@ -15,6 +15,8 @@
 #include <QBuffer>
 #include <QFile>
 #include <QProcess>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -327,6 +329,23 @@ TEST(Hashing, a_process_is_read_to_its_end_and_a_crash_is_no_end)
     QProcess crashing;
     crashing.start(u"/bin/sh"_s, { u"-c"_s, u"printf abc; kill -9 $$"_s });
     EXPECT_EQ(hashed(crashing, HashingAlgorithm::sha1), std::nullopt);
+}
+
+TEST(Hashing, a_socket_is_read_until_the_other_side_closes_it)
+{
+    QTcpServer server;
+    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+    QTcpSocket client;
+    client.connectToHost(server.serverAddress(), server.serverPort());
+    ASSERT_TRUE(client.waitForConnected());
+    ASSERT_TRUE(server.waitForNewConnection(5000));
+    QTcpSocket *const peer = server.nextPendingConnection();
+    peer->write("abc");
+    ASSERT_TRUE(peer->waitForBytesWritten());
+    peer->disconnectFromHost();
+    const auto digest = hashed(client, HashingAlgorithm::sha1);
+    ASSERT_TRUE(digest) << qPrintable(client.errorString());
+    EXPECT_EQ(digest->toHex(), "a9993e364706816aba3e25717850c26c9cd0d89d");
 }
 
 } // namespace Pellarvine
