@@ -1,7 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "Shared/CryptorError.h"
 
+#include <QCoreApplication>
+
 namespace Pellarvine {
+
+namespace {
+
+struct Messages
+{
+    Q_DECLARE_TR_FUNCTIONS(Pellarvine::CryptorError)
+};
+
+} // namespace
 
 CryptorError::~CryptorError() = default;
 
@@ -16,6 +27,19 @@ const char *CryptorError::what() const noexcept
         return "the container ends within its header";
     }
     return "unknown container error";
+}
+
+QString CryptorError::localizedDescription() const
+{
+    switch (m_code) {
+    case invalidFileFormat:
+        return Messages::tr("This is not an encrypted container.");
+    case invalidHMAC:
+        return Messages::tr("The passphrase is wrong, or the container is damaged.");
+    case truncatedFile:
+        return Messages::tr("The container ends within its header.");
+    }
+    return QString::fromLatin1(what());
 }
 
 } // namespace Pellarvine

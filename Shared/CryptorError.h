@@ -4,6 +4,7 @@
 #include <pellarvine/Platform/Global.h>
 
 #include <QHashFunctions>
+#include <QString>
 
 #include <exception>
 #include <functional>
@@ -28,6 +29,9 @@ public:
     ~CryptorError() override;
 
     Code code() const noexcept { return m_code; } ///< as it was made
+
+    /// A sentence for people, in Qt's language where installTranslations() knows it.
+    QString localizedDescription() const;
 
     /// One untranslated sentence for logs.
     const char *what() const noexcept override;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Base/Failure.h"
 #include "Shared/Data+Hashing.h"
+#include "Shared/DeviceTransfer.h"
 #include "Shared/OpenSSL.h"
+#include "Shared/TransferError.h"
 
 #include <QIODevice>
 
@@ -109,14 +111,13 @@ std::optional<Data> hashed(QIODevice &device, HashingAlgorithm algorithm)
 {
     const detail::ErrorQueueGuard guard;
     Hasher hasher(algorithm);
-    Data piece(pieceLength, Qt::Uninitialized);
-    for (;;) {
-        const qint64 length = device.read(piece.data(), piece.size());
-        if (length < 0)
-            return std::nullopt;
-        if (length == 0)
-            return hasher.finalize();
-        hasher.feed(QByteArrayView(piece).first(length));
+    try {
+        for (Data piece = detail::readPiece(device, pieceLength); !piece.isEmpty();
+             piece = detail::readPiece(device, pieceLength))
+            hasher.feed(piece);
+        return hasher.finalize();
+    } catch (const TransferError &) {
+        return std::nullopt;
     }
 }
 

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Shared/Decryptor.h"
 
+#include "Base/Failure.h"
 #include "Shared/ContainerFormat.h"
 #include "Shared/CryptorEngine.h"
 #include "Shared/DelayLine.h"
 #include "Shared/HMAC.h"
 #include "Shared/KeyGen.h"
+#include "Shared/Overlap.h"
 #include "Shared/TagComparison.h"
 
+#include <optional>
 #include <utility>
 
 namespace Pellarvine {
@@ -16,7 +19,7 @@ struct Decryptor::Private
 {
     std::unique_ptr<detail::CryptorEngine> engine;
     std::unique_ptr<detail::HMAC> hmac;
-    detail::Passphrase passphrase;
+    std::optional<detail::Passphrase> passphrase; // until the header is read
     detail::DelayLine delayLine { detail::HMAC::tagLength };
     Data buffer;
 
@@ -31,10 +34,13 @@ struct Decryptor::Private
         const detail::ContainerHeader header(bytes);
         if (header.magic != QByteArrayView(detail::containerMagic, detail::magicLength))
             throw CryptorError(CryptorError::invalidFileFormat);
+        if (!passphrase)
+            detail::fatalError("Error: a decryptor reads one container");
         const detail::KeyGen::Key cipherKey =
-                detail::KeyGen::generateAES256(passphrase, header.encryptionSalt);
+                detail::KeyGen::generateAES256(*passphrase, header.encryptionSalt);
         const detail::KeyGen::Key hmacKey =
-                detail::KeyGen::generateAES256(passphrase, header.hmacSalt);
+                detail::KeyGen::generateAES256(*passphrase, header.hmacSalt);
+        passphrase.reset();
         hmac = std::make_unique<detail::HMAC>(hmacKey);
         hmac->feed(bytes);
         engine = std::make_unique<detail::CryptorEngine>(detail::CryptorOperation::decrypt,
@@ -47,12 +53,23 @@ struct Decryptor::Private
         const qsizetype length = released.held.size() + released.passing.size();
         Data &output = engine->emptyBuffer(detail::CryptorEngine::outputBound(length));
         char *end = output.data();
-        const auto decryptSlice = [&](QByteArrayView slice) {
-            hmac->feed(slice);
-            end += engine->update(slice, end);
+        const auto tag = [&](QByteArrayView bytes) {
+            hmac->feed(bytes);
         };
-        detail::forEachSlice(released.held, decryptSlice);
-        detail::forEachSlice(released.passing, decryptSlice);
+        const auto decipher = [&](QByteArrayView bytes) {
+            end += engine->update(bytes, end);
+        };
+        const auto both = [&](QByteArrayView slice) {
+            tag(slice);
+            decipher(slice);
+        };
+        both(released.held);
+        // Both only read the ciphertext. The tag takes longer, so it does not wait for a thread.
+        if (detail::isWorthASecondThread(released.passing.size()))
+            detail::runOverlapped([&] { tag(released.passing); },
+                                  [&] { decipher(released.passing); });
+        else
+            detail::forEachSlice(released.passing, both);
         output.resize(end - output.constData());
         return output;
     }

@@ -6,6 +6,7 @@
 #include "Shared/Data+Random.h"
 #include "Shared/HMAC.h"
 #include "Shared/KeyGen.h"
+#include "Shared/Overlap.h"
 
 #include <utility>
 
@@ -40,6 +41,45 @@ struct Encryptor::Private
         d->hmac.feed(header);
         return d;
     }
+
+    // Enciphers `data` to `ciphertext` and tags what it has written. Returns the length.
+    qsizetype transform(QByteArrayView data, char *ciphertext)
+    {
+        if (detail::isWorthASecondThread(data.size()))
+            return transformOverlapped(data, ciphertext);
+        qsizetype length = 0;
+        detail::forEachSlice(data, [&](QByteArrayView slice) {
+            const qsizetype written = engine.update(slice, ciphertext + length);
+            hmac.feed({ ciphertext + length, written });
+            length += written;
+        });
+        return length;
+    }
+
+    // Each of the two is a chain that one thread has to follow. The tag is the faster one, so it
+    // follows the cipher on the second thread.
+    qsizetype transformOverlapped(QByteArrayView data, char *ciphertext)
+    {
+        detail::Watermark written;
+        qsizetype length = 0;
+        const auto encipher = [&] {
+            detail::forEachSlice(data, [&](QByteArrayView slice) {
+                length += engine.update(slice, ciphertext + length);
+                written.raise(length);
+            });
+            written.finish(length);
+        };
+        const auto tag = [&] {
+            detail::Watermark::Level level { 0, false };
+            while (!level.isFinal) {
+                const qsizetype tagged = level.length;
+                level = written.waitAbove(tagged);
+                hmac.feed({ ciphertext + tagged, level.length - tagged });
+            }
+        };
+        detail::runOverlapped(encipher, tag);
+        return length;
+    }
 };
 
 Encryptor::Encryptor(QStringView passphrase)
@@ -55,13 +95,8 @@ Data Encryptor::feed(QByteArrayView data)
     const Data front = std::exchange(d->header, std::nullopt).value_or(Data());
     Data &output =
             d->engine.emptyBuffer(front.size() + detail::CryptorEngine::outputBound(data.size()));
-    char *end = std::copy(front.begin(), front.end(), output.data());
-    detail::forEachSlice(data, [&](QByteArrayView slice) {
-        const qsizetype length = d->engine.update(slice, end);
-        d->hmac.feed({ end, length });
-        end += length;
-    });
-    output.resize(end - output.constData());
+    char *const end = std::copy(front.begin(), front.end(), output.data());
+    output.resize(front.size() + d->transform(data, end));
     return output;
 }
 

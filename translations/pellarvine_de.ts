@@ -114,6 +114,21 @@
     </message>
 </context>
 <context>
+    <name>Pellarvine::CryptorError</name>
+    <message>
+        <source>This is not an encrypted container.</source>
+        <translation>Dies ist kein verschlüsselter Container.</translation>
+    </message>
+    <message>
+        <source>The passphrase is wrong, or the container is damaged.</source>
+        <translation>Die Passphrase ist falsch, oder der Container ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>The container ends within its header.</source>
+        <translation>Der Container endet innerhalb seines Kopfes.</translation>
+    </message>
+</context>
+<context>
     <name>Pellarvine::ReplaceableImageView</name>
     <message>
         <source>Images</source>
@@ -130,6 +145,13 @@
     <message>
         <source>Choose</source>
         <translation>Wählen</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::TransferError</name>
+    <message>
+        <source>The transfer was cancelled.</source>
+        <translation>Die Übertragung wurde abgebrochen.</translation>
     </message>
 </context>
 <context>

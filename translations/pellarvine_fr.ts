@@ -114,6 +114,21 @@
     </message>
 </context>
 <context>
+    <name>Pellarvine::CryptorError</name>
+    <message>
+        <source>This is not an encrypted container.</source>
+        <translation>Ce n’est pas un conteneur chiffré.</translation>
+    </message>
+    <message>
+        <source>The passphrase is wrong, or the container is damaged.</source>
+        <translation>La phrase secrète est fausse, ou le conteneur est endommagé.</translation>
+    </message>
+    <message>
+        <source>The container ends within its header.</source>
+        <translation>Le conteneur se termine au milieu de son en-tête.</translation>
+    </message>
+</context>
+<context>
     <name>Pellarvine::ReplaceableImageView</name>
     <message>
         <source>Images</source>
@@ -130,6 +145,13 @@
     <message>
         <source>Choose</source>
         <translation>Choisir</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::TransferError</name>
+    <message>
+        <source>The transfer was cancelled.</source>
+        <translation>Le transfert a été annulé.</translation>
     </message>
 </context>
 <context>

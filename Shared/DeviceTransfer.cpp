@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "Shared/DeviceTransfer.h"
+
+#include "Shared/TransferError.h"
+
+#include <QByteArrayView>
+#include <QCoreApplication>
+#include <QIODevice>
+#include <QProcess>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+// Qt has the translations of it.
+constexpr auto closedByTheOtherSide = "The remote host closed the connection";
+constexpr qint64 longestBacklog = 4 * transferLength;
+
+// Whether a device that has no more to give stopped because of an error. Qt tells the end of a
+// closed socket or process by -1 too.
+bool hasFailed(const QIODevice &device, bool isRefused)
+{
+    if (const auto *const process = qobject_cast<const QProcess *>(&device))
+        return process->exitStatus() == QProcess::CrashExit
+               || process->error() == QProcess::FailedToStart;
+    // A socket that the other side has closed is at its end. It says so in Qt's own words: this
+    // library does not load QtNetwork.
+    if (device.inherits("QAbstractSocket"))
+        return device.errorString()
+               != QCoreApplication::translate("QAbstractSocket", closedByTheOtherSide);
+    return isRefused && !device.inherits("QLocalSocket");
+}
+
+} // namespace
+
+Data readPiece(QIODevice &device, qsizetype length)
+{
+    Data piece(length, Qt::Uninitialized);
+    for (;;) {
+        const qint64 count = device.read(piece.data(), length);
+        if (count > 0) {
+            piece.truncate(count);
+            return piece;
+        }
+        const bool isRefused = count < 0;
+        if (device.isSequential() && !isRefused
+            && (device.waitForReadyRead(-1) || device.bytesAvailable() > 0))
+            continue;
+        if (hasFailed(device, isRefused))
+            throw TransferError(TransferError::readFailed, device.errorString());
+        return {};
+    }
+}
+
+void writeAll(QIODevice &device, QByteArrayView bytes)
+{
+    const auto fail = [&] {
+        throw TransferError(TransferError::writeFailed, device.errorString());
+    };
+    while (!bytes.isEmpty()) {
+        const qint64 count = device.write(bytes.data(), bytes.size());
+        if (count < 0)
+            fail();
+        bytes = bytes.sliced(count);
+        const bool isStuck = count == 0 || device.bytesToWrite() > longestBacklog;
+        if (device.isSequential() && isStuck && !device.waitForBytesWritten(-1))
+            fail();
+    }
+}
+
+} // namespace Pellarvine::detail

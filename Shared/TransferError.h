@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QString>
+
+#include <exception>
+
+namespace Pellarvine {
+
+/// Thrown by `seal()` and `open()` if a device fails or the caller stops the transfer. What is wrong
+/// with a container is a `CryptorError`.
+class PELLARVINE_EXPORT TransferError : public std::exception
+{
+public:
+    /// What ended the transfer.
+    enum Code {
+        readFailed, ///< the source reports an error
+        writeFailed, ///< the target reports an error, such as a full disk
+        cancelled, ///< the caller's stop token
+    };
+
+    /// `description` is a sentence for people, usually the device's own.
+    TransferError(Code code, const QString &description);
+    ~TransferError() override;
+
+    Code code() const noexcept { return m_code; } ///< as it was made
+    QString localizedDescription() const { return m_description; } ///< as it was made
+    /// The description as UTF-8.
+    const char *what() const noexcept override;
+
+private:
+    Code m_code;
+    QString m_description;
+    QByteArray m_utf8;
+};
+
+} // namespace Pellarvine
