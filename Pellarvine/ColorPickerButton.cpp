@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Pellarvine/ColorPickerButton.h"
 
+#include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "Drawing/ColorExchange.h"
 #include "Pellarvine/ColorPickerButtonCell.h"
@@ -114,9 +115,8 @@ QColor ColorPickerButton::color() const
 void ColorPickerButton::setColor(const QColor &color)
 {
     const QColor rgb = color.isValid() ? color.toRgb() : QColor(Qt::black);
-    if (rgb == d->color)
+    if (!detail::assign(d->color, rgb))
         return;
-    d->color = rgb;
     update();
     if (QAccessible::isActive()) {
         QAccessibleValueChangeEvent event(this, detail::hexText(d->color, true));
