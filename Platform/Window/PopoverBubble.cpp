@@ -2,6 +2,7 @@
 #include "Window/PopoverBubble.h"
 
 #include "Drawing/NSShadow.h"
+#include "Drawing/Shades.h"
 #include "View/NSView.h"
 
 #include <QAccessible>
@@ -42,21 +43,6 @@ bool isFocusable(const QWidget *widget, const QWidget *content)
     // The content itself is hidden until it has its place.
     return (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy()
            && widget->isEnabledTo(content) && (widget == content || widget->isVisibleTo(content));
-}
-
-QColor mixed(const QColor &one, const QColor &other, double share)
-{
-    const auto mix = [&](double a, double b) {
-        return float(a + (b - a) * share);
-    };
-    return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
-                            mix(one.blueF(), other.blueF()));
-}
-
-bool isDark(const QPalette &palette)
-{
-    return palette.color(QPalette::Window).lightnessF()
-           < palette.color(QPalette::WindowText).lightnessF();
 }
 
 void collectTexts(QAccessibleInterface *part, QStringList &texts)
