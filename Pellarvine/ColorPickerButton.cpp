@@ -67,11 +67,6 @@ private:
     ColorPickerButton *button() const { return static_cast<ColorPickerButton *>(widget()); }
 };
 
-[[maybe_unused]] const bool isAccessible = [] {
-    detail::makeAccessible<ColorPickerButton, AccessibleColorPickerButton>();
-    return true;
-}();
-
 // The panel that the view controller has found.
 NS::ColorPanel *panelOf(const ColorPickerViewController *controller)
 {
@@ -94,6 +89,7 @@ ColorPickerButton::ColorPickerButton(QWidget *parent)
     : Button(parent)
     , d(std::make_unique<Private>())
 {
+    detail::makeAccessible<ColorPickerButton, AccessibleColorPickerButton>();
     d->viewController = new ColorPickerViewController(this);
     setCell(new ColorPickerButtonCell);
     setAcceptDrops(true);
