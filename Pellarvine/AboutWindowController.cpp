@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Pellarvine/AboutWindowController.h"
 
+#include "Base/Assign.h"
 #include "Ostrevane/App.h"
 
 #include <QApplication>
@@ -135,9 +136,8 @@ QString AboutWindowController::applicationName() const
 
 void AboutWindowController::setApplicationName(const QString &name)
 {
-    if (name == d->name)
+    if (!detail::assign(d->name, name))
         return;
-    d->name = name;
     Q_EMIT applicationNameChanged(name);
     Q_EMIT detailsChanged();
 }
@@ -149,9 +149,8 @@ QString AboutWindowController::applicationVersion() const
 
 void AboutWindowController::setApplicationVersion(const QString &version)
 {
-    if (version == d->version)
+    if (!detail::assign(d->version, version))
         return;
-    d->version = version;
     Q_EMIT applicationVersionChanged(version);
     Q_EMIT detailsChanged();
 }
@@ -163,10 +162,8 @@ QString AboutWindowController::applicationCopyright() const
 
 void AboutWindowController::setApplicationCopyright(const QString &copyright)
 {
-    if (copyright == d->copyright)
-        return;
-    d->copyright = copyright;
-    Q_EMIT applicationCopyrightChanged(copyright);
+    if (detail::assign(d->copyright, copyright))
+        Q_EMIT applicationCopyrightChanged(copyright);
 }
 
 QPixmap AboutWindowController::applicationIcon() const

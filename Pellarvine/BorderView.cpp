@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Pellarvine/BorderView.h"
 
+#include "Base/Assign.h"
 #include "Pellarvine/PaletteColors.h"
 #include "View/NSView+Layer.h"
 #include "View/NSView.h"
@@ -8,7 +9,6 @@
 #include <QEvent>
 
 #include <array>
-#include <utility>
 
 namespace Pellarvine {
 
@@ -40,10 +40,10 @@ struct BorderView::Private
     // Whether the flag had another value.
     bool setWanted(BorderView &view, Edge &edge, bool isWanted)
     {
-        const bool wasWanted = std::exchange(edge.isWanted, isWanted);
+        const bool isChange = detail::assign(edge.isWanted, isWanted);
         view.updateLayerVisibility();
         NS::setNeedsLayout(&view);
-        return isWanted != wasWanted;
+        return isChange;
     }
 };
 
@@ -155,9 +155,8 @@ bool BorderView::usesPaletteColors() const
 
 void BorderView::setUsesPaletteColors(bool usesPaletteColors)
 {
-    if (usesPaletteColors == d->usesPaletteColors)
+    if (!detail::assign(d->usesPaletteColors, usesPaletteColors))
         return;
-    d->usesPaletteColors = usesPaletteColors;
     applyBackgroundColor();
     applyBorderColor();
     Q_EMIT usesPaletteColorsChanged(usesPaletteColors);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Pellarvine/ColorPickerButton.h"
 
+#include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "Drawing/ColorExchange.h"
 #include "Pellarvine/ColorPickerButtonCell.h"
@@ -66,11 +67,6 @@ private:
     ColorPickerButton *button() const { return static_cast<ColorPickerButton *>(widget()); }
 };
 
-[[maybe_unused]] const bool isAccessible = [] {
-    detail::makeAccessible<ColorPickerButton, AccessibleColorPickerButton>();
-    return true;
-}();
-
 // The panel that the view controller has found.
 NS::ColorPanel *panelOf(const ColorPickerViewController *controller)
 {
@@ -93,6 +89,7 @@ ColorPickerButton::ColorPickerButton(QWidget *parent)
     : Button(parent)
     , d(std::make_unique<Private>())
 {
+    detail::makeAccessible<ColorPickerButton, AccessibleColorPickerButton>();
     d->viewController = new ColorPickerViewController(this);
     setCell(new ColorPickerButtonCell);
     setAcceptDrops(true);
@@ -114,9 +111,8 @@ QColor ColorPickerButton::color() const
 void ColorPickerButton::setColor(const QColor &color)
 {
     const QColor rgb = color.isValid() ? color.toRgb() : QColor(Qt::black);
-    if (rgb == d->color)
+    if (!detail::assign(d->color, rgb))
         return;
-    d->color = rgb;
     update();
     if (QAccessible::isActive()) {
         QAccessibleValueChangeEvent event(this, detail::hexText(d->color, true));

@@ -2,14 +2,13 @@
 #include "Pellarvine/InspectorSectionTableCellView.h"
 
 #include "Drawing/UpwardPainting.h"
-#include "Pellarvine/StyleKit.h"
-#include "View/NSView.h"
+#include "Pellarvine/InspectorSection.h"
 
 namespace Pellarvine {
 
 struct InspectorSectionTableCellView::Private
 {
-    bool usesPaletteColors = false;
+    detail::InspectorSection section;
 };
 
 InspectorSectionTableCellView::InspectorSectionTableCellView(QWidget *parent)
@@ -21,24 +20,18 @@ InspectorSectionTableCellView::~InspectorSectionTableCellView() = default;
 
 bool InspectorSectionTableCellView::usesPaletteColors() const
 {
-    return d->usesPaletteColors;
+    return d->section.usesPaletteColors;
 }
 
 void InspectorSectionTableCellView::setUsesPaletteColors(bool usesPaletteColors)
 {
-    if (usesPaletteColors == d->usesPaletteColors)
-        return;
-    d->usesPaletteColors = usesPaletteColors;
-    update();
-    Q_EMIT usesPaletteColorsChanged(usesPaletteColors);
+    if (d->section.setUsesPaletteColors(*this, usesPaletteColors))
+        Q_EMIT usesPaletteColorsChanged(usesPaletteColors);
 }
 
 void InspectorSectionTableCellView::draw(const QRectF &)
 {
-    if (d->usesPaletteColors)
-        StyleKit::drawInspectorSection(NS::bounds(this), palette());
-    else
-        StyleKit::drawInspectorSection(NS::bounds(this));
+    d->section.draw(*this);
 }
 
 void InspectorSectionTableCellView::paintEvent(QPaintEvent *event)

@@ -2,15 +2,14 @@
 #include "Pellarvine/InspectorSectionView.h"
 
 #include "Drawing/UpwardPainting.h"
-#include "Pellarvine/StyleKit.h"
+#include "Pellarvine/InspectorSection.h"
 #include "View/AccessibleControl.h"
-#include "View/NSView.h"
 
 namespace Pellarvine {
 
 struct InspectorSectionView::Private
 {
-    bool usesPaletteColors = false;
+    detail::InspectorSection section;
 };
 
 InspectorSectionView::InspectorSectionView(QWidget *parent)
@@ -24,24 +23,18 @@ InspectorSectionView::~InspectorSectionView() = default;
 
 bool InspectorSectionView::usesPaletteColors() const
 {
-    return d->usesPaletteColors;
+    return d->section.usesPaletteColors;
 }
 
 void InspectorSectionView::setUsesPaletteColors(bool usesPaletteColors)
 {
-    if (usesPaletteColors == d->usesPaletteColors)
-        return;
-    d->usesPaletteColors = usesPaletteColors;
-    update();
-    Q_EMIT usesPaletteColorsChanged(usesPaletteColors);
+    if (d->section.setUsesPaletteColors(*this, usesPaletteColors))
+        Q_EMIT usesPaletteColorsChanged(usesPaletteColors);
 }
 
 void InspectorSectionView::draw(const QRectF &)
 {
-    if (d->usesPaletteColors)
-        StyleKit::drawInspectorSection(NS::bounds(this), palette());
-    else
-        StyleKit::drawInspectorSection(NS::bounds(this));
+    d->section.draw(*this);
 }
 
 void InspectorSectionView::paintEvent(QPaintEvent *event)

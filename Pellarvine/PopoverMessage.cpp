@@ -2,6 +2,7 @@
 #include "Pellarvine/PopoverMessage.h"
 
 #include "Controls/NSTextField.h"
+#include "Drawing/Shades.h"
 #include "Layout/NSLayoutAnchor.h"
 #include "Scenes/NSViewController.h"
 #include "Shared/MarkupParser.h"
@@ -30,9 +31,8 @@ void PopoverMessage::showMarkupMessage(const QString &message, QWidget *view)
     MarkupParser parser;
     // Black cannot be read on a dark bubble.
     const QPalette palette = view->palette();
-    const QColor text = palette.color(QPalette::WindowText);
-    if (text.lightnessF() > palette.color(QPalette::Window).lightnessF())
-        parser.setColor(NS::Color(text));
+    if (detail::isDark(palette))
+        parser.setColor(NS::Color(palette.color(QPalette::WindowText)));
     showAttributedMessage(parser.parse(message), view);
 }
 

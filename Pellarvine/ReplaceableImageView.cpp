@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Pellarvine/ReplaceableImageView.h"
 
+#include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "Base/FileContents.h"
 #include "Drawing/ImageDecoding.h"
@@ -104,10 +105,8 @@ QObject *ReplaceableImageView::delegate() const
 
 void ReplaceableImageView::setDelegate(QObject *delegate)
 {
-    if (delegate == d->delegate)
-        return;
-    d->delegate = delegate;
-    Q_EMIT delegateChanged(delegate);
+    if (detail::assign(d->delegate, delegate))
+        Q_EMIT delegateChanged(delegate);
 }
 
 QMenu *ReplaceableImageView::createStandardContextMenu()

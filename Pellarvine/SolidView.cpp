@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Pellarvine/SolidView.h"
 
+#include "Base/Assign.h"
 #include "Pellarvine/PaletteColors.h"
 #include "View/NSView+Layer.h"
 
 #include <QEvent>
-
-#include <utility>
 
 namespace Pellarvine {
 
@@ -46,7 +45,7 @@ double SolidView::radius() const
 
 void SolidView::setRadius(double radius)
 {
-    const bool isOther = std::exchange(d->radius, radius) != radius;
+    const bool isOther = detail::assign(d->radius, radius);
     ensureLayer();
     NS::layer(this)->setCornerRadius(radius);
     if (isOther)
@@ -60,9 +59,8 @@ bool SolidView::usesPaletteColors() const
 
 void SolidView::setUsesPaletteColors(bool usesPaletteColors)
 {
-    if (usesPaletteColors == d->usesPaletteColors)
+    if (!detail::assign(d->usesPaletteColors, usesPaletteColors))
         return;
-    d->usesPaletteColors = usesPaletteColors;
     ensureLayer();
     applyBackgroundColor();
     Q_EMIT usesPaletteColorsChanged(usesPaletteColors);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Pellarvine/ToolBarView.h"
 
+#include "Base/Assign.h"
 #include "Drawing/UpwardPainting.h"
 #include "Pellarvine/StyleKit.h"
 #include "View/AccessibleControl.h"
@@ -30,9 +31,8 @@ bool ToolBarView::opaqueBackground() const
 
 void ToolBarView::setOpaqueBackground(bool isOpaque)
 {
-    if (isOpaque == d->opaqueBackground)
+    if (!detail::assign(d->opaqueBackground, isOpaque))
         return;
-    d->opaqueBackground = isOpaque;
     update();
     Q_EMIT opaqueBackgroundChanged(isOpaque);
 }
@@ -44,9 +44,8 @@ bool ToolBarView::usesPaletteColors() const
 
 void ToolBarView::setUsesPaletteColors(bool usesPaletteColors)
 {
-    if (usesPaletteColors == d->usesPaletteColors)
+    if (!detail::assign(d->usesPaletteColors, usesPaletteColors))
         return;
-    d->usesPaletteColors = usesPaletteColors;
     update();
     Q_EMIT usesPaletteColorsChanged(usesPaletteColors);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Pellarvine/Window.h"
 
+#include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "Layout/NSLayoutAnchor.h"
 #include "View/NSView.h"
@@ -81,9 +82,8 @@ bool Window::centerTrafficLightButtons() const
 
 void Window::setCenterTrafficLightButtons(bool areCentered)
 {
-    if (areCentered == d->centerTrafficLightButtons)
+    if (!detail::assign(d->centerTrafficLightButtons, areCentered))
         return;
-    d->centerTrafficLightButtons = areCentered;
     setNeedsLayout();
     Q_EMIT centerTrafficLightButtonsChanged(areCentered);
 }
@@ -95,8 +95,7 @@ bool Window::hidesTitle() const
 
 void Window::setHidesTitle(bool hidesTitle)
 {
-    const bool isChange = hidesTitle != d->hidesTitle;
-    d->hidesTitle = hidesTitle;
+    const bool isChange = detail::assign(d->hidesTitle, hidesTitle);
     setTitleVisibility(hidesTitle ? titleHidden : titleVisible);
     if (isChange)
         Q_EMIT hidesTitleChanged(hidesTitle);
@@ -109,9 +108,8 @@ double Window::trafficLightHorizontalMargin() const
 
 void Window::setTrafficLightHorizontalMargin(double margin)
 {
-    if (margin == d->trafficLightHorizontalMargin)
+    if (!detail::assign(d->trafficLightHorizontalMargin, margin))
         return;
-    d->trafficLightHorizontalMargin = margin;
     setNeedsLayout();
     Q_EMIT trafficLightHorizontalMarginChanged(margin);
 }
@@ -123,9 +121,8 @@ double Window::trafficLightVerticalMargin() const
 
 void Window::setTrafficLightVerticalMargin(double margin)
 {
-    if (margin == d->trafficLightVerticalMargin)
+    if (!detail::assign(d->trafficLightVerticalMargin, margin))
         return;
-    d->trafficLightVerticalMargin = margin;
     setNeedsLayout();
     Q_EMIT trafficLightVerticalMarginChanged(margin);
 }
@@ -137,9 +134,8 @@ double Window::trafficLightGap() const
 
 void Window::setTrafficLightGap(double gap)
 {
-    if (gap == d->trafficLightGap)
+    if (!detail::assign(d->trafficLightGap, gap))
         return;
-    d->trafficLightGap = gap;
     setNeedsLayout();
     Q_EMIT trafficLightGapChanged(gap);
 }

@@ -21,12 +21,6 @@ QString withoutMnemonics(const QString &label)
     return text;
 }
 
-QAccessibleInterface *makeAccessible(const QString &, QObject *object)
-{
-    auto *const control = qobject_cast<NS::SegmentedControl *>(object);
-    return control ? new AccessibleSegmentedControl(control) : nullptr;
-}
-
 } // namespace
 
 AccessibleSegment::AccessibleSegment(NS::SegmentedControl *control, int segment)
@@ -143,15 +137,6 @@ AccessibleSegmentedControl::~AccessibleSegmentedControl()
 {
     for (const QAccessible::Id id : std::as_const(m_segments))
         QAccessible::deleteAccessibleInterface(id);
-}
-
-void AccessibleSegmentedControl::install()
-{
-    static const bool isInstalled = [] {
-        QAccessible::installFactory(&makeAccessible);
-        return true;
-    }();
-    Q_UNUSED(isInstalled)
 }
 
 QAccessible::Role AccessibleSegmentedControl::role() const

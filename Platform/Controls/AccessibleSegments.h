@@ -48,9 +48,6 @@ public:
     explicit AccessibleSegmentedControl(NS::SegmentedControl *control);
     ~AccessibleSegmentedControl() override;
 
-    /// Makes screen readers meet segmented controls so. May be called any number of times.
-    static void install();
-
     QAccessible::Role role() const override;
     int childCount() const override;
     QAccessibleInterface *child(int index) const override;

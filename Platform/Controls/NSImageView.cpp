@@ -116,11 +116,6 @@ private:
     ImageView *view() const { return static_cast<ImageView *>(widget()); }
 };
 
-[[maybe_unused]] const bool isAccessible = [] {
-    detail::makeAccessible<ImageView, AccessibleImageView>();
-    return true;
-}();
-
 } // namespace
 
 struct ImageView::Private
@@ -137,7 +132,9 @@ struct ImageView::Private
 ImageView::ImageView(QWidget *parent)
     : QFrame(parent)
     , d(std::make_unique<Private>())
-{ }
+{
+    detail::makeAccessible<ImageView, AccessibleImageView>();
+}
 
 ImageView::~ImageView() = default;
 

@@ -3,6 +3,7 @@
 
 #include "Base/Failure.h"
 #include "Controls/AccessibleSegments.h"
+#include "View/AccessibleControl.h"
 
 #include <QHelpEvent>
 #include <QHoverEvent>
@@ -423,7 +424,7 @@ SegmentedControl::SegmentedControl(QWidget *parent)
     , d(std::make_unique<Private>())
 {
     d->q = this;
-    detail::AccessibleSegmentedControl::install();
+    detail::makeAccessible<SegmentedControl, detail::AccessibleSegmentedControl>();
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy({ QSizePolicy::Maximum, QSizePolicy::Fixed, QSizePolicy::PushButton });
     setAttribute(Qt::WA_Hover);

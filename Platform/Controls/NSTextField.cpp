@@ -5,10 +5,10 @@
 #include "Drawing/NSColor.h"
 #include "Text/NSAttributedString+Text.h"
 #include "Text/NSMutableAttributedString.h"
+#include "View/AccessibleControl.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QAccessible>
-#include <QAccessibleWidget>
 #include <QDesktopServices>
 #include <QEvent>
 #include <QHash>
@@ -38,11 +38,11 @@ constexpr int readableWidth = 80;
 constexpr int editableWidth = 17; // as Qt's own line edits
 constexpr int smallestWidth = 4;
 
-class AccessibleTextField : public QAccessibleWidget
+class AccessibleTextField : public detail::AccessibleControl
 {
 public:
     explicit AccessibleTextField(TextField *field)
-        : QAccessibleWidget(field)
+        : AccessibleControl(field, QAccessible::Client)
     { }
 
     // What can be selected or edited is a part of its own below, with all that belongs to that.
@@ -51,22 +51,12 @@ public:
         return childCount() > 0 ? QAccessible::Client : QAccessible::StaticText;
     }
 
-    QString text(QAccessible::Text kind) const override
+protected:
+    QString ownName() const override
     {
-        QString set = QAccessibleWidget::text(kind);
-        if (kind != QAccessible::Name || !set.isEmpty() || childCount() > 0)
-            return set;
-        return static_cast<TextField *>(widget())->stringValue();
+        return childCount() > 0 ? QString() : static_cast<TextField *>(widget())->stringValue();
     }
 };
-
-QAccessibleInterface *makeAccessible(const QString &className, QObject *object)
-{
-    if (className != QLatin1StringView(TextField::staticMetaObject.className()))
-        return nullptr;
-    auto *const field = qobject_cast<TextField *>(object);
-    return field ? new AccessibleTextField(field) : nullptr;
-}
 
 QString plainText(const QTextDocument &document)
 {
@@ -197,11 +187,7 @@ TextField::TextField(QWidget *parent)
     : QWidget(parent)
     , d(std::make_unique<Private>(this))
 {
-    static const bool isRegistered = [] {
-        QAccessible::installFactory(makeAccessible);
-        return true;
-    }();
-    Q_UNUSED(isRegistered);
+    detail::makeAccessible<TextField, AccessibleTextField>();
     d->document.setDocumentMargin(0);
     d->applyFormat();
     connect(&d->document, &QTextDocument::contentsChange, this,

@@ -14,34 +14,43 @@ namespace Pellarvine::detail {
 class AccessibleControl : public QAccessibleWidget
 {
 public:
-    AccessibleControl(QWidget *widget, QAccessible::Role role, QString name)
+    AccessibleControl(QWidget *widget, QAccessible::Role role, QString name = {})
         : QAccessibleWidget(widget, role)
         , m_name(std::move(name))
     { }
 
     QString text(QAccessible::Text text) const override
     {
-        const QString given = QAccessibleWidget::text(text);
-        return text == QAccessible::Name && given.isEmpty() ? m_name : given;
+        QString given = QAccessibleWidget::text(text);
+        return text == QAccessible::Name && given.isEmpty() ? ownName() : given;
     }
+
+protected:
+    /// The name of a widget whose owner has given none.
+    virtual QString ownName() const { return m_name; }
 
 private:
     QString m_name;
 };
 
 /// Presents every `Widget`, and what derives from it, through an `Interface`, which takes the
-/// widget. Once a class.
+/// widget. For the constructor of `Widget`: further calls do nothing.
 template <typename Widget, typename Interface>
 void makeAccessible()
 {
-    QAccessible::installFactory([](const QString &name, QObject *object) -> QAccessibleInterface * {
-        if (name != QLatin1StringView(Widget::staticMetaObject.className()))
-            return nullptr;
-        return new Interface(static_cast<Widget *>(object));
-    });
+    static const bool isMade = [] {
+        QAccessible::installFactory(
+                [](const QString &name, QObject *object) -> QAccessibleInterface * {
+                    if (name != QLatin1StringView(Widget::staticMetaObject.className()))
+                        return nullptr;
+                    return new Interface(static_cast<Widget *>(object));
+                });
+        return true;
+    }();
+    Q_UNUSED(isMade)
 }
 
-/// The same where the role is all that there is to say. Further calls do nothing.
+/// The same where the role is all that there is to say.
 template <typename Widget, QAccessible::Role viewRole>
 void makeAccessible()
 {
@@ -52,8 +61,7 @@ void makeAccessible()
             : QAccessibleWidget(widget, viewRole)
         { }
     };
-    static const bool isMade = (makeAccessible<Widget, Interface>(), true);
-    Q_UNUSED(isMade)
+    makeAccessible<Widget, Interface>();
 }
 
 } // namespace Pellarvine::detail

@@ -1,23 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include "View/Companion.h"
 #include "View/NSView+Layer.h"
 #include "View/NSView.h"
 
 #include <QEvent>
-#include <QHash>
 #include <QPainter>
 #include <QWidget>
 
 namespace NS {
 
 namespace {
-
-class LayerBacking;
-
-QHash<const QWidget *, LayerBacking *> &backings()
-{
-    static QHash<const QWidget *, LayerBacking *> all;
-    return all;
-}
 
 class LayerBacking : public QObject
 {
@@ -26,14 +18,13 @@ public:
         : QObject(widget)
         , m_widget(widget)
         , m_layer(std::make_shared<CA::Layer>())
+        , m_entry(widget, this)
     {
-        backings().insert(widget, this);
         m_layer->setFrame(bounds(widget));
         connect(m_layer.get(), &CA::Layer::needsDisplay, widget, qOverload<>(&QWidget::update));
         widget->installEventFilter(this);
         widget->update();
     }
-    ~LayerBacking() override { backings().remove(m_widget); }
 
     const std::shared_ptr<CA::Layer> &layer() const { return m_layer; }
 
@@ -56,13 +47,14 @@ public:
 private:
     QWidget *m_widget;
     std::shared_ptr<CA::Layer> m_layer;
+    detail::CompanionEntry<LayerBacking> m_entry;
 };
 
 } // namespace
 
 void setWantsLayer(QWidget *widget, bool wantsLayer)
 {
-    LayerBacking *const backing = backings().value(widget);
+    auto *const backing = detail::companionOf<LayerBacking>(widget);
     if (wantsLayer == bool(backing))
         return;
     if (wantsLayer) {
@@ -75,12 +67,12 @@ void setWantsLayer(QWidget *widget, bool wantsLayer)
 
 bool wantsLayer(const QWidget *widget)
 {
-    return backings().contains(widget);
+    return detail::companionOf<LayerBacking>(widget) != nullptr;
 }
 
 std::shared_ptr<CA::Layer> layer(const QWidget *widget)
 {
-    const LayerBacking *const backing = backings().value(widget);
+    const auto *const backing = detail::companionOf<LayerBacking>(widget);
     return backing ? backing->layer() : nullptr;
 }
 

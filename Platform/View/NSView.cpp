@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "View/NSView.h"
 
+#include "View/Companion.h"
+
 #include <QApplication>
-#include <QHash>
 #include <QLayout>
 #include <QMetaMethod>
 #include <QMoveEvent>
@@ -29,14 +30,6 @@ double spaceHeight(const QWidget *widget)
     return screen.y() + screen.height();
 }
 
-class LayoutMark;
-
-QHash<const QWidget *, LayoutMark *> &marks()
-{
-    static QHash<const QWidget *, LayoutMark *> all;
-    return all;
-}
-
 // Watches one widget that takes part in the layout pass, and that widget's window, where Qt
 // announces that it is about to paint.
 class LayoutMark : public QObject
@@ -45,11 +38,10 @@ public:
     explicit LayoutMark(QWidget *widget)
         : QObject(widget)
         , m_widget(widget)
+        , m_entry(widget, this)
     {
-        marks().insert(widget, this);
         widget->installEventFilter(this);
     }
-    ~LayoutMark() override { marks().remove(m_widget); }
 
     bool isSet() const { return m_isSet; }
 
@@ -89,12 +81,13 @@ private:
     QWidget *m_widget;
     QPointer<QWidget> m_window;
     bool m_isSet = false;
+    detail::CompanionEntry<LayoutMark> m_entry;
 };
 
 // Parents first, since they may resize what they contain.
 void performMarked(QWidget *widget)
 {
-    if (LayoutMark *const mark = marks().value(widget))
+    if (auto *const mark = detail::companionOf<LayoutMark>(widget))
         mark->perform();
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a layout may add children
     const QObjectList children = widget->children();
@@ -152,7 +145,7 @@ void layoutTree(QWidget *widget)
         sendPendingEvents(widget);
         if (widget->layout())
             widget->layout()->activate();
-        if (LayoutMark *const mark = marks().value(widget))
+        if (auto *const mark = detail::companionOf<LayoutMark>(widget))
             mark->perform();
         const QObjectList children = widget->children();
         for (QObject *const child : children) {
@@ -220,7 +213,7 @@ void setTranslatesAutoresizingMaskIntoConstraints(QWidget *widget, bool translat
 
 void setNeedsLayout(QWidget *widget, bool needsLayout)
 {
-    LayoutMark *mark = marks().value(widget);
+    auto *mark = detail::companionOf<LayoutMark>(widget);
     if (!mark)
         mark = new LayoutMark(widget);
     mark->set(needsLayout);
@@ -228,7 +221,7 @@ void setNeedsLayout(QWidget *widget, bool needsLayout)
 
 bool needsLayout(const QWidget *widget)
 {
-    const LayoutMark *const mark = marks().value(widget);
+    const auto *const mark = detail::companionOf<LayoutMark>(widget);
     return mark && mark->isSet();
 }
 

@@ -2,10 +2,11 @@
 #include "Window/PopoverBubble.h"
 
 #include "Drawing/NSShadow.h"
+#include "Drawing/Shades.h"
+#include "View/AccessibleControl.h"
 #include "View/NSView.h"
 
 #include <QAccessible>
-#include <QAccessibleWidget>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLibrary>
@@ -44,21 +45,6 @@ bool isFocusable(const QWidget *widget, const QWidget *content)
            && widget->isEnabledTo(content) && (widget == content || widget->isVisibleTo(content));
 }
 
-QColor mixed(const QColor &one, const QColor &other, double share)
-{
-    const auto mix = [&](double a, double b) {
-        return float(a + (b - a) * share);
-    };
-    return QColor::fromRgbF(mix(one.redF(), other.redF()), mix(one.greenF(), other.greenF()),
-                            mix(one.blueF(), other.blueF()));
-}
-
-bool isDark(const QPalette &palette)
-{
-    return palette.color(QPalette::Window).lightnessF()
-           < palette.color(QPalette::WindowText).lightnessF();
-}
-
 void collectTexts(QAccessibleInterface *part, QStringList &texts)
 {
     if (!part || part->state().invisible)
@@ -73,32 +59,23 @@ void collectTexts(QAccessibleInterface *part, QStringList &texts)
 }
 
 // A dialog to work in, or a message that is read out as it comes up.
-class AccessibleBubble : public QAccessibleWidget
+class AccessibleBubble : public AccessibleControl
 {
 public:
     explicit AccessibleBubble(PopoverBubble *bubble)
-        : QAccessibleWidget(bubble,
+        : AccessibleControl(bubble,
                             bubble->takesFocus() ? QAccessible::Dialog : QAccessible::AlertMessage)
     { }
 
-    QString text(QAccessible::Text kind) const override
+protected:
+    QString ownName() const override
     {
-        QString set = QAccessibleWidget::text(kind);
-        if (kind != QAccessible::Name || !set.isEmpty())
-            return set;
         QStringList texts;
         for (int i = 0; i < childCount(); ++i)
             collectTexts(child(i), texts);
         return texts.join(u' ');
     }
 };
-
-QAccessibleInterface *makeAccessible(const QString &className, QObject *object)
-{
-    auto *const bubble = qobject_cast<PopoverBubble *>(object);
-    const bool isOurs = bubble && className == QLatin1StringView(bubble->metaObject()->className());
-    return isOurs ? new AccessibleBubble(bubble) : nullptr;
-}
 
 } // namespace
 
@@ -137,11 +114,7 @@ PopoverBubble::PopoverBubble(QWidget *view, QWidget *content, Surface surface)
     , m_surface(surface)
     , m_takesFocus(firstFocusable(content))
 {
-    static const bool isRegistered = [] {
-        QAccessible::installFactory(makeAccessible);
-        return true;
-    }();
-    Q_UNUSED(isRegistered);
+    makeAccessible<PopoverBubble, AccessibleBubble>();
     if (surface != Surface::child) {
         Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
         flags |= surface == Surface::unplacedWindow ? Qt::ToolTip : Qt::Tool;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Window/StandardWindowButton.h"
 
+#include "Drawing/Shades.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -13,20 +15,6 @@ constexpr double diameter = 12.0;
 
 // Of close, miniaturise and zoom.
 constexpr QRgb activeColors[] = { 0xffef6156, 0xfff2b63c, 0xff56bf53 };
-
-bool isDark(const QPalette &palette)
-{
-    return palette.color(QPalette::Window).lightness()
-           < palette.color(QPalette::WindowText).lightness();
-}
-
-// Between the two, by how much of the second there is in it.
-QColor mixed(const QColor &first, const QColor &second, float share)
-{
-    return QColor::fromRgbF(first.redF() + (second.redF() - first.redF()) * share,
-                            first.greenF() + (second.greenF() - first.greenF()) * share,
-                            first.blueF() + (second.blueF() - first.blueF()) * share);
-}
 
 } // namespace
 
@@ -122,7 +110,7 @@ void StandardWindowButton::drawControl(QPainter &painter) const
 {
     const bool isColored = isEnabled() && (looksActive(this) || m_showsGlyph);
     QColor fill = mixed(palette().color(QPalette::Window), palette().color(QPalette::WindowText),
-                        isDark(palette()) ? 0.24F : 0.18F);
+                        isDark(palette()) ? 0.24 : 0.18);
     if (isColored)
         fill = QColor::fromRgb(activeColors[int(m_kind)]);
     if (isDown())

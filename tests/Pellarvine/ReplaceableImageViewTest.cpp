@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DragAndDrop.h"
+#include "TemporaryFolder.h"
 
 #include <pellarvine/Pellarvine/ReplaceableImageView.h>
 #include <pellarvine/Platform/ClassRegistry.h>
@@ -13,7 +14,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -98,14 +98,6 @@ protected:
         window.show();
     }
 
-    QString file(const QString &name, const QByteArray &contents) const
-    {
-        const QString path = folder.filePath(name);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(contents);
-        return path;
-    }
     // A picture with `length` bytes of file: what follows its end is no concern of a decoder's.
     static QByteArray picture(Qt::GlobalColor color, qsizetype length)
     {
@@ -137,7 +129,7 @@ protected:
         return view.image().isEmpty() ? QColor() : view.image().bitmap().pixelColor(1, 1);
     }
 
-    QTemporaryDir folder;
+    TemporaryFolder folder;
     Record record;
     QWidget window;
     ClickCounter view { &window };
@@ -191,13 +183,13 @@ TEST_F(ReplaceableImageViewTest, without_a_window_on_the_screen_there_is_no_shee
 TEST_F(ReplaceableImageViewTest, the_delegate_gets_a_chosen_file_byte_for_byte)
 {
     const QByteArray bytes = picture(Qt::red, 1234);
-    choose(file(u"red.png"_s, bytes));
+    choose(folder.file(u"red.png"_s, bytes));
     EXPECT_EQ(shown(), QColor(Qt::red));
     ASSERT_EQ(record.received, QList<Data> { bytes });
     EXPECT_EQ(record.teller, &view);
     EXPECT_EQ(record.shownThen, view.image()); // shown first, told then
     const QByteArray large = picture(Qt::blue, 20'000'000);
-    choose(file(u"blue.png"_s, large));
+    choose(folder.file(u"blue.png"_s, large));
     EXPECT_EQ(shown(), QColor(Qt::blue));
     EXPECT_TRUE(record.received.constLast() == large);
 }
@@ -206,7 +198,7 @@ TEST_F(ReplaceableImageViewTest, cancelling_changes_nothing)
 {
     view.selectImage();
     ASSERT_TRUE(panel());
-    panel()->selectFile(file(u"red.png"_s, picture(Qt::red, 200)));
+    panel()->selectFile(folder.file(u"red.png"_s, picture(Qt::red, 200)));
     QTest::keyClick(panel(), Qt::Key_Escape);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !panel(); }));
     EXPECT_TRUE(view.image().isEmpty());
@@ -219,8 +211,8 @@ TEST_F(ReplaceableImageViewTest,
     const QString fifo = folder.filePath(u"pipe.png"_s);
     ASSERT_EQ(mkfifo(fifo.toLocal8Bit().constData(), 0600), 0);
     testing::internal::CaptureStdout();
-    choose(file(u"text.png"_s, "not a picture"));
-    choose(file(u"cut.png"_s, picture(Qt::red, 200).first(20)));
+    choose(folder.file(u"text.png"_s, "not a picture"));
+    choose(folder.file(u"cut.png"_s, picture(Qt::red, 200).first(20)));
     choose(fifo);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_TRUE(view.image().isEmpty());
@@ -231,7 +223,7 @@ TEST_F(ReplaceableImageViewTest, a_bound_view_leaves_the_picture_to_its_model)
 {
     NS::bind(&view, NS::NSValueBinding, &record, u"cover"_s);
     QSignalSpy changes(&record, &Record::changed);
-    choose(file(u"red.png"_s, picture(Qt::red, 300)));
+    choose(folder.file(u"red.png"_s, picture(Qt::red, 300)));
     EXPECT_EQ(record.cover.pixelColor(1, 1), QColor(Qt::red));
     EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(shown(), QColor(Qt::red)); // through the binding
@@ -243,7 +235,7 @@ TEST_F(ReplaceableImageViewTest, a_view_whose_model_is_gone_shows_nothing_but_te
     auto model = std::make_unique<Record>();
     NS::bind(&view, NS::NSValueBinding, model.get(), u"cover"_s);
     model.reset();
-    choose(file(u"red.png"_s, picture(Qt::red, 300)));
+    choose(folder.file(u"red.png"_s, picture(Qt::red, 300)));
     EXPECT_TRUE(view.image().isEmpty());
     EXPECT_EQ(record.received.size(), 1);
 }
@@ -251,9 +243,9 @@ TEST_F(ReplaceableImageViewTest, a_view_whose_model_is_gone_shows_nothing_but_te
 TEST_F(ReplaceableImageViewTest, the_delegate_gets_the_first_of_several_dropped_files)
 {
     const QByteArray first = picture(Qt::red, 321);
-    const auto files =
-            filesToDrop({ file(u"1.png"_s, first), file(u"2.png"_s, picture(Qt::green, 400)),
-                          file(u"3.png"_s, picture(Qt::blue, 500)) });
+    const auto files = filesToDrop({ folder.file(u"1.png"_s, first),
+                                     folder.file(u"2.png"_s, picture(Qt::green, 400)),
+                                     folder.file(u"3.png"_s, picture(Qt::blue, 500)) });
     EXPECT_TRUE(drop(view, *files));
     EXPECT_EQ(record.received, QList<Data> { first });
     EXPECT_EQ(shown(), QColor(Qt::red));
@@ -272,7 +264,7 @@ TEST_F(ReplaceableImageViewTest, a_drop_without_a_readable_file_is_shown_and_war
         { { QUrl::fromLocalFile(folder.filePath(u"gone.png"_s)) }, true },
         { { QUrl::fromLocalFile(folder.path()) }, true },
         // Its bytes are what was dropped, picture or not.
-        { { QUrl::fromLocalFile(file(u"note.txt"_s, "note")) }, false },
+        { { QUrl::fromLocalFile(folder.file(u"note.txt"_s, "note")) }, false },
     };
     QImage image(4, 4, QImage::Format_RGB32);
     image.fill(Qt::green);
@@ -291,9 +283,9 @@ TEST_F(ReplaceableImageViewTest, a_drop_without_a_readable_file_is_shown_and_war
 
 TEST_F(ReplaceableImageViewTest, what_the_image_view_refuses_does_not_reach_the_delegate)
 {
-    const QString picturePath = file(u"red.png"_s, picture(Qt::red, 300));
+    const QString picturePath = folder.file(u"red.png"_s, picture(Qt::red, 300));
     testing::internal::CaptureStdout();
-    EXPECT_FALSE(drop(view, *filesToDrop({ file(u"note.txt"_s, "note"), picturePath })));
+    EXPECT_FALSE(drop(view, *filesToDrop({ folder.file(u"note.txt"_s, "note"), picturePath })));
     view.setEditable(false);
     EXPECT_FALSE(drop(view, *filesToDrop({ picturePath })));
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
@@ -303,7 +295,7 @@ TEST_F(ReplaceableImageViewTest, what_the_image_view_refuses_does_not_reach_the_
 TEST_F(ReplaceableImageViewTest, a_delegate_without_the_operation_is_not_told)
 {
     Stranger stranger;
-    const QString path = file(u"red.png"_s, picture(Qt::red, 300));
+    const QString path = folder.file(u"red.png"_s, picture(Qt::red, 300));
     QMimeData data;
     data.setImageData(QImage(path));
     for (QObject *const delegate :
@@ -327,13 +319,13 @@ TEST_F(ReplaceableImageViewTest, the_delegate_is_not_owned_and_may_go_first)
         Archive archive;
         view.setDelegate(&archive);
         const QByteArray bytes = picture(Qt::red, 300);
-        choose(file(u"red.png"_s, bytes));
+        choose(folder.file(u"red.png"_s, bytes));
         EXPECT_EQ(archive.received, QList<Data> { bytes });
         view.setDelegate(&archive);
     }
     EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(view.delegate(), nullptr);
-    choose(file(u"blue.png"_s, picture(Qt::blue, 300)));
+    choose(folder.file(u"blue.png"_s, picture(Qt::blue, 300)));
     EXPECT_EQ(shown(), QColor(Qt::blue));
 }
 

@@ -26,16 +26,12 @@ public:
     { }
 };
 
-[[maybe_unused]] const bool isAccessible = [] {
-    makeAccessible<ColorSwatch, AccessibleColorSwatch>();
-    return true;
-}();
-
 } // namespace
 
 ColorSwatch::ColorSwatch(QWidget *parent)
     : QWidget(parent)
 {
+    makeAccessible<ColorSwatch, AccessibleColorSwatch>();
     setAcceptDrops(true);
     setToolTip(tr("Drag the colour to where it is wanted, or drop one here"));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

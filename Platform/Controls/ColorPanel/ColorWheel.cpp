@@ -72,16 +72,12 @@ private:
     ColorWheel *wheel() const { return static_cast<ColorWheel *>(widget()); }
 };
 
-[[maybe_unused]] const bool isAccessible = [] {
-    makeAccessible<ColorWheel, AccessibleColorWheel>();
-    return true;
-}();
-
 } // namespace
 
 ColorWheel::ColorWheel(QWidget *parent)
     : QWidget(parent)
 {
+    makeAccessible<ColorWheel, AccessibleColorWheel>();
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::CrossCursor);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

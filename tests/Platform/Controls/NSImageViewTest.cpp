@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DragAndDrop.h"
+#include "TemporaryFolder.h"
 #include "View/BusyCursor.h"
 
 #include <pellarvine/Platform/NSImageView.h>
@@ -11,7 +12,6 @@
 #include <QMenu>
 #include <QSemaphore>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -50,14 +50,6 @@ protected:
         view.setEditable(true);
     }
 
-    QString file(const QString &name, const QByteArray &contents) const
-    {
-        const QString path = folder.filePath(name);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(contents);
-        return path;
-    }
     QString imageFile(const QString &name, Qt::GlobalColor color) const
     {
         const QString path = folder.filePath(name);
@@ -66,7 +58,7 @@ protected:
     }
     QColor shown() const { return view.image().bitmap().pixelColor(0, 0); }
 
-    QTemporaryDir folder;
+    TemporaryFolder folder;
     NS::ImageView view;
 };
 
@@ -134,12 +126,12 @@ TEST_F(ImageViewTest, an_editable_view_takes_images_and_refuses_the_rest)
     QMimeData text;
     text.setText(u"a picture"_s);
     const auto refused = {
-        filesToDrop({ file(u"notes.txt"_s, "notes") }),
-        filesToDrop({ file(u"fake.png"_s, "no picture") }),
+        filesToDrop({ folder.file(u"notes.txt"_s, "notes") }),
+        filesToDrop({ folder.file(u"fake.png"_s, "no picture") }),
         filesToDrop({ folder.path() }),
         filesToDrop({ fifo }), // whose end nobody would see
         filesToDrop({ folder.filePath(u"gone.png"_s) }),
-        filesToDrop({ file(u"first.txt"_s, "first"), imageFile(u"second.png"_s, Qt::red) }),
+        filesToDrop({ folder.file(u"first.txt"_s, "first"), imageFile(u"second.png"_s, Qt::red) }),
     };
     QSignalSpy edits(&view, &NS::ImageView::imageEdited);
     for (const auto &data : refused)
@@ -212,7 +204,7 @@ TEST_F(ImageViewTest, an_animation_shows_its_first_frame)
             QByteArray::fromHex("474946383961010001008000 00ff000000ff00"
                                 "2c00000000010001000002024401002c000000000100010000"
                                 "02024c01003b");
-    ASSERT_TRUE(drop(view, *filesToDrop({ file(u"blink.gif"_s, animation) })));
+    ASSERT_TRUE(drop(view, *filesToDrop({ folder.file(u"blink.gif"_s, animation) })));
     EXPECT_EQ(shown(), QColor(Qt::red));
 }
 

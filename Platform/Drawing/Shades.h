@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Not API: light and dark, and what lies between two colours.
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+
+namespace Pellarvine::detail {
+
+/// Whether text is lighter than what it stands on. This asks the palette and not the desktop's
+/// colour scheme, which a host's or a widget's own palette need not follow.
+inline bool isDark(const QPalette &palette)
+{
+    return palette.color(QPalette::Window).lightnessF()
+           < palette.color(QPalette::WindowText).lightnessF();
+}
+
+/// From the first (0) to the second (1), opaque.
+inline QColor mixed(const QColor &first, const QColor &second, double share)
+{
+    const auto mix = [share](double from, double to) {
+        return float(from + (to - from) * share);
+    };
+    return QColor::fromRgbF(mix(first.redF(), second.redF()), mix(first.greenF(), second.greenF()),
+                            mix(first.blueF(), second.blueF()));
+}
+
+} // namespace Pellarvine::detail
