@@ -45,6 +45,9 @@ read -ra flags < <(pkg-config --cflags --libs pellarvine)
 g++ -fPIC "$here/consumers/pkg-config/main.cpp" "${flags[@]}" -o "$scratch/plain"
 "$scratch/plain"
 
+# The command finds its second program wherever the two are.
+"$prefix/bin/pellarvine" color fff | grep -q '#FFFFFF' || fail "the command finds no program for text"
+
 # An unknown component and a version that this does not serve are told, not ignored.
 mkdir "$scratch/wrong"
 for request in 'COMPONENTS Sound' '99.0' '0.1'; do

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <stdexcept>
 
 /// How a run ends. The values are the exit statuses that the manual page promises.
@@ -31,31 +32,9 @@ private:
     ExitStatus m_status;
 };
 
-/// One sub-command: a file of its own, listed in commands().
-struct Command
-{
-    const char *name;
-    const char *summary;
-
-    /// Runs with the arguments behind the sub-command's name. Throws CommandError.
-    void (*run)(const QStringList &arguments);
-
-    /// Whether it runs in a QGuiApplication, which fonts need and which takes longer to start.
-    bool needsFonts = false;
-};
-
-void runSeal(const QStringList &arguments);
-void runOpen(const QStringList &arguments);
-void runDigest(const QStringList &arguments);
-void runColor(const QStringList &arguments);
-void runMarkup(const QStringList &arguments);
-
-/// All sub-commands, in the order of the help.
-const QList<Command> &commands();
-
-/// The one of that name; null if there is none.
-const Command *commandNamed(const QString &name);
-
 /// Parses the arguments of sub-command `name`. Prints the help and leaves for --help; throws
 /// CommandError with badUsage for what it does not know.
 void parse(QCommandLineParser &parser, const QString &name, const QStringList &arguments);
+
+/// The body of main(): the exit status of `run`. What it throws is said on standard error.
+int exitStatusOf(const std::function<void()> &run);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Command.h"
+#include "Commands.h"
 
 #include <pellarvine/Shared/Data+Hashing.h>
 

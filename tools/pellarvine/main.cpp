@@ -1,26 +1,42 @@
 // SPDX-License-Identifier: MIT
 #include "Command.h"
+#include "Commands.h"
 #include "SystemError.h"
 
 #include <pellarvine/Platform/Version.h>
 
-#include <QCoreApplication>
-#include <QGuiApplication>
-
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
+#include <filesystem>
+#include <iterator>
 #include <string_view>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
+struct Command
+{
+    const char *name;
+    const char *summary;
+    void (*run)(const QStringList &arguments); // null: the program for text runs it
+};
+
+constexpr Command commands[] = {
+    { "seal", "encrypt a file under a passphrase", &runSeal },
+    { "open", "decrypt a sealed file", &runOpen },
+    { "digest", "print checksums of files", &runDigest },
+    { "color", "show colors given in hexadecimal", nullptr },
+    { "markup", "turn markup into styled text", nullptr },
+};
+
 void printHelp(std::FILE *stream)
 {
     std::fputs("Usage: pellarvine COMMAND [OPTIONS] ...\n\nCommands:\n", stream);
-    for (const Command &command : commands())
+    for (const Command &command : commands)
         std::fprintf(stream, "  %-8s %s\n", command.name, command.summary);
     std::fputs("\nOptions:\n"
                "  -h, --help     Show this help; 'pellarvine COMMAND --help' shows a command's.\n"
@@ -28,57 +44,53 @@ void printHelp(std::FILE *stream)
                stream);
 }
 
-int run(const QStringList &arguments)
+// Becomes the program for text, which loads what draws and lays out fonts. It is found from this
+// program's own place, so that the two may be moved together.
+[[noreturn]] void becomeTextProgram(char **arguments)
 {
-    const QString name = arguments.value(1);
-    if (name == "-h"_L1 || name == "--help"_L1) {
-        printHelp(stdout);
-        return 0;
-    }
-    if (name == "-v"_L1 || name == "--version"_L1) {
-        std::printf("pellarvine %s\n", reinterpret_cast<const char *>(PellarvineVersionString));
-        return 0;
-    }
-    if (name.isEmpty()) {
-        printHelp(stderr);
-        return int(ExitStatus::badUsage);
-    }
-    const Command *const command = commandNamed(name);
-    if (!command) {
-        throw CommandError(ExitStatus::badUsage,
-                           u"no command '%1'; see pellarvine --help"_s.arg(name));
-    }
-    command->run(arguments.sliced(2));
-    return int(ExitStatus::success);
+    std::error_code error;
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error)
+        throwSystemError(u"/proc/self/exe"_s, error.value());
+    const std::filesystem::path program =
+            (self.parent_path() / PELLARVINE_TEXT_PROGRAM).lexically_normal();
+    execv(program.c_str(), arguments);
+    throwSystemError(QString::fromStdString(program.string()), errno);
 }
 
-// The tool shows no window, and so needs no display for its fonts.
-std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv)
+void run(int argc, char **argv)
 {
-    const Command *const command =
-            argc > 1 ? commandNamed(QString::fromLocal8Bit(argv[1])) : nullptr;
-    if (!command || !command->needsFonts)
-        return std::make_unique<QCoreApplication>(argc, argv);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    return std::make_unique<QGuiApplication>(argc, argv);
+    if (argc < 2) {
+        printHelp(stderr);
+        std::exit(int(ExitStatus::badUsage));
+    }
+    const std::string_view name = argv[1];
+    if (name == "-h" || name == "--help") {
+        printHelp(stdout);
+        return;
+    }
+    if (name == "-v" || name == "--version") {
+        std::printf("pellarvine %s\n", reinterpret_cast<const char *>(PellarvineVersionString));
+        return;
+    }
+    const auto command =
+            std::find_if(std::begin(commands), std::end(commands),
+                         [&](const Command &candidate) { return name == candidate.name; });
+    if (command == std::end(commands)) {
+        throw CommandError(ExitStatus::badUsage, u"no command '%1'; see pellarvine --help"_s.arg(
+                                                         QString::fromLocal8Bit(argv[1])));
+    }
+    if (!command->run)
+        becomeTextProgram(argv);
+    QStringList arguments;
+    for (int index = 2; index < argc; ++index)
+        arguments.append(QString::fromLocal8Bit(argv[index]));
+    command->run(arguments);
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
-    QCoreApplication::setApplicationName(u"pellarvine"_s);
-    try {
-        const int status = run(QCoreApplication::arguments());
-        // What is still in the buffer may meet a full disk or a closed pipe.
-        if (std::fflush(stdout) != 0)
-            throwSystemError(u"standard output"_s, errno);
-        return status;
-    } catch (const CommandError &error) {
-        std::fprintf(stderr, "pellarvine: %s\n", error.what());
-        std::fflush(stdout);
-        // Not exit(): a thread may still wait in a read or a write, with static objects in use.
-        std::_Exit(int(error.status()));
-    }
+    return exitStatusOf([&] { run(argc, argv); });
 }

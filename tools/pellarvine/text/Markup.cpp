@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Command.h"
+#include "Commands.h"
 
 #include <pellarvine/Platform/NSAttributedString+Text.h>
 #include <pellarvine/Platform/NSFontManager.h>
@@ -8,6 +9,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -178,6 +180,12 @@ void runMarkup(const QStringList &arguments)
         throw CommandError(ExitStatus::badUsage, u"markup: --html and --ansi exclude each other"_s);
 
     const QString text = readText(options.positionalArguments().value(0, u"-"_s));
+    // Fonts need an application, and no display.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    char program[] = "pellarvine";
+    char *programArguments[] = { program, nullptr };
+    int count = 1;
+    const QGuiApplication application(count, programArguments);
     const Pellarvine::MarkupParser parser;
     const auto print = [&](const QString &markup) {
         const NS::AttributedString styled = parser.parse(markup);

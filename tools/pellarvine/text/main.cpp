@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include "Command.h"
+#include "Commands.h"
+
+#include <string_view>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void run(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int index = 2; index < argc; ++index)
+        arguments.append(QString::fromLocal8Bit(argv[index]));
+    const std::string_view name = argc > 1 ? argv[1] : "";
+    if (name == "color")
+        runColor(arguments);
+    else if (name == "markup")
+        runMarkup(arguments);
+    else
+        throw CommandError(ExitStatus::badUsage, u"see pellarvine --help"_s);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    return exitStatusOf([&] { run(argc, argv); });
+}
