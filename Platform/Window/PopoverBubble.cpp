@@ -5,38 +5,18 @@
 #include "Drawing/Shades.h"
 #include "View/AccessibleControl.h"
 #include "View/NSView.h"
+#include "Window/WindowManager.h"
 
 #include <QAccessible>
-#include <QGuiApplication>
 #include <QKeyEvent>
-#include <QLibrary>
 #include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace Pellarvine::detail {
 
 namespace {
-
-// Under X11 the owner of a certain selection mixes the windows; without one, what is transparent
-// comes out black. Qt asks for that too, but keeps the answer to itself.
-bool hasCompositor()
-{
-    auto *const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11 || QGuiApplication::platformName() != "xcb"_L1)
-        return true;
-    using InternAtom = unsigned long (*)(void *display, const char *name, int onlyIfExists);
-    using GetSelectionOwner = unsigned long (*)(void *display, unsigned long selection);
-    QLibrary xlib(u"X11"_s, 6);
-    const auto internAtom = reinterpret_cast<InternAtom>(xlib.resolve("XInternAtom"));
-    const auto owner = reinterpret_cast<GetSelectionOwner>(xlib.resolve("XGetSelectionOwner"));
-    if (!internAtom || !owner || !x11->display())
-        return false;
-    return owner(x11->display(), internAtom(x11->display(), "_NET_WM_CM_S0", 0)) != 0;
-}
 
 bool isFocusable(const QWidget *widget, const QWidget *content)
 {
@@ -87,13 +67,13 @@ PopoverBubble::Surface PopoverBubble::surfaceFor(const QWidget *view, QWidget *c
         return Surface::child;
     // A Wayland client neither places its windows nor learns where they are. The kind of window
     // that it can put near another one never has the keyboard.
-    if (QGuiApplication::platformName().startsWith("wayland"_L1)) {
+    if (!WindowManager::canPlaceWindows()) {
         const double length = PopoverShape::arrowLength;
         const bool hasRoom =
                 size.width() <= window->width() && size.height() + length <= window->height();
         return hasRoom || firstFocusable(content) ? Surface::child : Surface::unplacedWindow;
     }
-    return hasCompositor() ? Surface::translucentWindow : Surface::maskedWindow;
+    return WindowManager::hasCompositor() ? Surface::translucentWindow : Surface::maskedWindow;
 }
 
 QWidget *PopoverBubble::firstFocusable(QWidget *content)

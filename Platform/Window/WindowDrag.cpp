@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Window/WindowDrag.h"
 
+#include "Window/WindowManager.h"
+
 #include <QApplication>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
@@ -8,14 +10,6 @@
 #include <QWindow>
 
 namespace Pellarvine::detail {
-
-namespace {
-
-// Some desktops say that they move a window and do not. Where they do, its position has changed
-// long before the pointer has gone that far.
-constexpr int patience = 48;
-
-} // namespace
 
 WindowDrag::WindowDrag(QWidget *window)
     : QObject(window)
@@ -44,7 +38,8 @@ bool WindowDrag::eventFilter(QObject *, QEvent *event)
         }
         if (m_state == pressed && distance >= QApplication::startDragDistance())
             begin(position);
-        else if (m_state == movedByDesktop && distance > patience && m_window->pos() == m_origin)
+        else if (m_state == movedByDesktop && distance > WindowManager::unansweredDragDistance
+                 && m_window->pos() == m_origin)
             m_state = movedByHand;
         if (m_state == movedByHand)
             moveByHand(position);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Window/WindowEdges.h"
 
+#include "Window/WindowManager.h"
+
 #include <QAbstractButton>
 #include <QAbstractSlider>
 #include <QApplication>
@@ -19,8 +21,6 @@ constexpr int depth = 8;
 // A button or scroll bar at the window's edge keeps most of its own.
 constexpr int depthOverControls = 3;
 constexpr int cornerLength = 16; // along an edge
-// See WindowDrag.
-constexpr int patience = 48;
 
 Qt::CursorShape cursorFor(Qt::Edges edges)
 {
@@ -154,7 +154,8 @@ bool WindowEdges::eventFilter(QObject *, QEvent *event)
         }
         const QPoint by = move->globalPosition().toPoint() - m_pressed;
         m_isByHand = m_isByHand
-                     || (by.manhattanLength() > patience && m_window->geometry() == m_geometry);
+                     || (by.manhattanLength() > WindowManager::unansweredDragDistance
+                         && m_window->geometry() == m_geometry);
         if (m_isByHand)
             m_window->setGeometry(resizedByEdges(m_geometry, m_dragged, by, m_window->minimumSize(),
                                                  m_window->maximumSize()));
