@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/NSImageView.h"
 
+#include "Base/Assign.h"
 #include "Base/FileContents.h"
 #include "Drawing/ImageDecoding.h"
 #include "Drawing/NSGraphicsContext.h"
@@ -168,9 +169,8 @@ ImageView::ImageScaling ImageView::imageScaling() const
 
 void ImageView::setImageScaling(ImageScaling scaling)
 {
-    if (scaling == d->scaling)
+    if (!detail::assign(d->scaling, scaling))
         return;
-    d->scaling = scaling;
     update();
     Q_EMIT imageScalingChanged(scaling);
 }
@@ -182,9 +182,8 @@ Qt::Alignment ImageView::imageAlignment() const
 
 void ImageView::setImageAlignment(Qt::Alignment alignment)
 {
-    if (alignment == d->alignment)
+    if (!detail::assign(d->alignment, alignment))
         return;
-    d->alignment = alignment;
     update();
     Q_EMIT imageAlignmentChanged(alignment);
 }
@@ -196,9 +195,8 @@ bool ImageView::isEditable() const
 
 void ImageView::setEditable(bool isEditable)
 {
-    if (isEditable == d->isEditable)
+    if (!detail::assign(d->isEditable, isEditable))
         return;
-    d->isEditable = isEditable;
     setAcceptDrops(isEditable);
     setFocusPolicy(isEditable ? Qt::StrongFocus : Qt::NoFocus);
     update();
@@ -212,9 +210,8 @@ QString ImageView::placeholderText() const
 
 void ImageView::setPlaceholderText(const QString &text)
 {
-    if (text == d->placeholderText)
+    if (!detail::assign(d->placeholderText, text))
         return;
-    d->placeholderText = text;
     update();
     Q_EMIT placeholderTextChanged(text);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/NSSegmentedControl.h"
 
+#include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "Controls/AccessibleSegments.h"
 #include "View/AccessibleControl.h"
@@ -439,9 +440,8 @@ SegmentedControl::SwitchTracking SegmentedControl::trackingMode() const
 
 void SegmentedControl::setTrackingMode(SwitchTracking mode)
 {
-    if (mode == d->trackingMode)
+    if (!detail::assign(d->trackingMode, mode))
         return;
-    d->trackingMode = mode;
     QList<int> kept = d->selection;
     if (mode == SwitchTracking::momentary)
         kept.clear();

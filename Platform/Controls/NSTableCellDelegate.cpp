@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/NSTableCellDelegate.h"
 
+#include "Base/Assign.h"
+
 #include <QPainter>
 
 #include <limits>
@@ -51,10 +53,8 @@ int TableCellDelegate::role() const
 
 void TableCellDelegate::setRole(int role)
 {
-    if (role == d->role)
-        return;
-    d->role = role;
-    Q_EMIT roleChanged(role);
+    if (detail::assign(d->role, role))
+        Q_EMIT roleChanged(role);
 }
 
 void TableCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,

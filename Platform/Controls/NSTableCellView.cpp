@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/NSTableCellView.h"
 
+#include "Base/Assign.h"
+
 #include <QAbstractItemView>
 #include <QEvent>
 #include <QIcon>
@@ -163,9 +165,8 @@ QVariant TableCellView::objectValue() const
 
 void TableCellView::setObjectValue(const QVariant &value)
 {
-    if (value == d->objectValue)
+    if (!detail::assign(d->objectValue, value))
         return;
-    d->objectValue = value;
     d->show();
     Q_EMIT objectValueChanged(value);
 }
@@ -177,9 +178,8 @@ QWidget *TableCellView::textField() const
 
 void TableCellView::setTextField(QWidget *textField)
 {
-    if (textField == d->textField)
+    if (!detail::assign(d->textField, textField))
         return;
-    d->textField = textField;
     if (d->objectValue.isValid())
         d->show();
     Q_EMIT textFieldChanged(textField);
@@ -192,9 +192,8 @@ QWidget *TableCellView::imageView() const
 
 void TableCellView::setImageView(QWidget *imageView)
 {
-    if (imageView == d->imageView)
+    if (!detail::assign(d->imageView, imageView))
         return;
-    d->imageView = imageView;
     if (d->objectValue.isValid())
         d->show();
     Q_EMIT imageViewChanged(imageView);
@@ -207,9 +206,8 @@ TableCellView::BackgroundStyle TableCellView::backgroundStyle() const
 
 void TableCellView::setBackgroundStyle(BackgroundStyle style)
 {
-    if (style == d->backgroundStyle)
+    if (!detail::assign(d->backgroundStyle, style))
         return;
-    d->backgroundStyle = style;
     d->applyPalette(*this);
     Q_EMIT backgroundStyleChanged(style);
 }

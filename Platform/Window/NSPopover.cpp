@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Window/NSPopover.h"
 
+#include "Base/Assign.h"
 #include "View/NSView.h"
 #include "Window/PopoverBubble.h"
 
@@ -206,10 +207,8 @@ Popover::Behavior Popover::behavior() const
 
 void Popover::setBehavior(Behavior behavior)
 {
-    if (behavior == d->behavior)
-        return;
-    d->behavior = behavior;
-    Q_EMIT behaviorChanged(behavior);
+    if (detail::assign(d->behavior, behavior))
+        Q_EMIT behaviorChanged(behavior);
 }
 
 QSizeF Popover::contentSize() const
@@ -219,9 +218,8 @@ QSizeF Popover::contentSize() const
 
 void Popover::setContentSize(const QSizeF &size)
 {
-    if (size == d->contentSize)
+    if (!detail::assign(d->contentSize, size))
         return;
-    d->contentSize = size;
     Q_EMIT contentSizeChanged(contentSize());
     if (d->isShown)
         d->place();
@@ -234,9 +232,8 @@ QRectF Popover::positioningRect() const
 
 void Popover::setPositioningRect(const QRectF &rect)
 {
-    if (rect == d->rect)
+    if (!detail::assign(d->rect, rect))
         return;
-    d->rect = rect;
     Q_EMIT positioningRectChanged(rect);
     if (d->isShown)
         d->place();
@@ -249,10 +246,8 @@ QWidget *Popover::opener() const
 
 void Popover::setOpener(QWidget *opener)
 {
-    if (opener == d->opener)
-        return;
-    d->opener = opener;
-    Q_EMIT openerChanged(opener);
+    if (detail::assign(d->opener, opener))
+        Q_EMIT openerChanged(opener);
 }
 
 bool Popover::deletesOnClose() const
@@ -262,10 +257,8 @@ bool Popover::deletesOnClose() const
 
 void Popover::setDeletesOnClose(bool deletes)
 {
-    if (deletes == d->deletesOnClose)
-        return;
-    d->deletesOnClose = deletes;
-    Q_EMIT deletesOnCloseChanged(deletes);
+    if (detail::assign(d->deletesOnClose, deletes))
+        Q_EMIT deletesOnCloseChanged(deletes);
 }
 
 bool Popover::staysInWindow() const
@@ -275,10 +268,8 @@ bool Popover::staysInWindow() const
 
 void Popover::setStaysInWindow(bool stays)
 {
-    if (stays == d->staysInWindow)
-        return;
-    d->staysInWindow = stays;
-    Q_EMIT staysInWindowChanged(stays);
+    if (detail::assign(d->staysInWindow, stays))
+        Q_EMIT staysInWindowChanged(stays);
 }
 
 // Showing and closing

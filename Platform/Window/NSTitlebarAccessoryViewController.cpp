@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Window/NSTitlebarAccessoryViewController.h"
 
+#include "Base/Assign.h"
+
 #include <algorithm>
 
 namespace NS {
@@ -25,10 +27,8 @@ double TitlebarAccessoryViewController::fullScreenMinHeight() const
 void TitlebarAccessoryViewController::setFullScreenMinHeight(double height)
 {
     height = std::max(0.0, height);
-    if (height == d->fullScreenMinHeight)
-        return;
-    d->fullScreenMinHeight = height;
-    Q_EMIT fullScreenMinHeightChanged(height);
+    if (detail::assign(d->fullScreenMinHeight, height))
+        Q_EMIT fullScreenMinHeightChanged(height);
 }
 
 } // namespace NS

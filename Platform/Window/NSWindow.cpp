@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Window/NSWindow.h"
 
+#include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "View/NSView.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
@@ -252,9 +253,8 @@ Window::StyleMask Window::styleMask() const
 
 void Window::setStyleMask(StyleMask styleMask)
 {
-    if (styleMask == d->styleMask)
+    if (!detail::assign(d->styleMask, styleMask))
         return;
-    d->styleMask = styleMask;
     d->titleBar->setStyleMask(styleMask);
     d->titleBar->setDrawsBackground(!(styleMask & fullSizeContentView));
     d->applyFlags();
@@ -297,9 +297,8 @@ Window::TitleVisibility Window::titleVisibility() const
 
 void Window::setTitleVisibility(TitleVisibility visibility)
 {
-    if (visibility == d->titleVisibility)
+    if (!detail::assign(d->titleVisibility, visibility))
         return;
-    d->titleVisibility = visibility;
     d->titleBar->setTitleVisible(visibility == titleVisible);
     NS::setNeedsLayout(this);
     Q_EMIT titleVisibilityChanged(visibility);
@@ -312,9 +311,8 @@ QUrl Window::representedURL() const
 
 void Window::setRepresentedURL(const QUrl &url)
 {
-    if (url == d->representedURL)
+    if (!detail::assign(d->representedURL, url))
         return;
-    d->representedURL = url;
     setWindowFilePath(url.toLocalFile());
     d->titleBar->setHasDocument(!url.isEmpty());
     NS::setNeedsLayout(this);
@@ -353,10 +351,8 @@ bool Window::isMovableByWindowBackground() const
 
 void Window::setMovableByWindowBackground(bool isMovable)
 {
-    if (isMovable == d->isMovableByBackground)
-        return;
-    d->isMovableByBackground = isMovable;
-    Q_EMIT movableByWindowBackgroundChanged(isMovable);
+    if (detail::assign(d->isMovableByBackground, isMovable))
+        Q_EMIT movableByWindowBackgroundChanged(isMovable);
 }
 
 bool Window::hasFullKeyboardAccess() const
@@ -366,9 +362,8 @@ bool Window::hasFullKeyboardAccess() const
 
 void Window::setFullKeyboardAccess(bool hasAccess)
 {
-    if (hasAccess == d->hasFullKeyboardAccess)
+    if (!detail::assign(d->hasFullKeyboardAccess, hasAccess))
         return;
-    d->hasFullKeyboardAccess = hasAccess;
     d->titleBar->setButtonFocusPolicy(hasAccess ? Qt::TabFocus : Qt::NoFocus);
     Q_EMIT fullKeyboardAccessChanged(hasAccess);
 }
@@ -380,9 +375,8 @@ bool Window::hasNativeDecorations() const
 
 void Window::setNativeDecorations(bool areNative)
 {
-    if (areNative == d->isNative)
+    if (!detail::assign(d->isNative, areNative))
         return;
-    d->isNative = areNative;
     d->titleBar->setBare(areNative);
     d->applyFlags();
     d->arrange();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Window/StandardWindowButton.h"
 
+#include "Base/Assign.h"
 #include "Drawing/Shades.h"
 
 #include <QKeyEvent>
@@ -34,9 +35,8 @@ StandardWindowButton::StandardWindowButton(NS::WindowButton kind, QWidget *paren
 
 void StandardWindowButton::setShowsGlyph(bool shows)
 {
-    if (shows == m_showsGlyph)
+    if (!assign(m_showsGlyph, shows))
         return;
-    m_showsGlyph = shows;
     update();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Window/WindowBorder.h"
 
+#include "Base/Assign.h"
 #include "Window/StandardWindowButton.h"
 
 #include <QPainter>
@@ -28,9 +29,8 @@ double WindowBorder::radius() const
 
 void WindowBorder::setRound(bool isRound)
 {
-    if (isRound == m_isRound)
+    if (!assign(m_isRound, isRound))
         return;
-    m_isRound = isRound;
     arrange();
     update();
 }

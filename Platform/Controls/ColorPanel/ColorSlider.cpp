@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/ColorPanel/ColorSlider.h"
 
+#include "Base/Assign.h"
 #include "Drawing/ColorExchange.h"
 
 #include <QMouseEvent>
@@ -28,17 +29,15 @@ ColorSlider::ColorSlider(QWidget *parent)
 
 void ColorSlider::setStops(const QGradientStops &stops)
 {
-    if (stops == m_stops)
+    if (!assign(m_stops, stops))
         return;
-    m_stops = stops;
     update();
 }
 
 void ColorSlider::setKnobColor(const QColor &color)
 {
-    if (color == m_knobColor)
+    if (!assign(m_knobColor, color))
         return;
-    m_knobColor = color;
     update();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/ColorPanel/ColorSwatch.h"
 
+#include "Base/Assign.h"
 #include "Drawing/ColorExchange.h"
 #include "View/AccessibleControl.h"
 
@@ -39,9 +40,8 @@ ColorSwatch::ColorSwatch(QWidget *parent)
 
 void ColorSwatch::setColor(const QColor &color)
 {
-    if (color == m_color)
+    if (!assign(m_color, color))
         return;
-    m_color = color;
     setAccessibleDescription(hexText(color, color.alpha() < 255));
     update();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/ColorPanel/NSColorPanel.h"
 
+#include "Base/Assign.h"
 #include "Controls/ColorPanel/ColorPanelContent.h"
 
 #include <QApplication>
@@ -74,10 +75,8 @@ void ColorPanel::setColor(const QColor &color)
     QColor rgb = color.toRgb();
     if (!d->showsAlpha)
         rgb.setAlpha(255);
-    if (rgb == d->color)
-        return;
-    d->color = rgb;
-    Q_EMIT colorChanged(rgb);
+    if (detail::assign(d->color, rgb))
+        Q_EMIT colorChanged(rgb);
 }
 
 bool ColorPanel::showsAlpha() const
@@ -87,9 +86,8 @@ bool ColorPanel::showsAlpha() const
 
 void ColorPanel::setShowsAlpha(bool showsAlpha)
 {
-    if (showsAlpha == d->showsAlpha)
+    if (!detail::assign(d->showsAlpha, showsAlpha))
         return;
-    d->showsAlpha = showsAlpha;
     Q_EMIT showsAlphaChanged(showsAlpha);
     setColor(d->color);
 }
