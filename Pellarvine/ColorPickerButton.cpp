@@ -6,6 +6,7 @@
 #include "Drawing/ColorExchange.h"
 #include "Pellarvine/ColorPickerButtonCell.h"
 #include "View/AccessibleControl.h"
+#include "View/FocusRing.h"
 #include "View/NSView.h"
 #include "Window/NSPopover.h"
 
@@ -28,8 +29,6 @@ namespace {
 
 constexpr int preferredWidth = 48;
 constexpr int smallestWidth = 24;
-constexpr double ringWidth = 2;
-constexpr double ringRadius = 4;
 
 class AccessibleColorPickerButton : public detail::AccessibleControl
 {
@@ -268,11 +267,7 @@ void ColorPickerButton::paintEvent(QPaintEvent *event)
     if (!d->isDropTarget)
         return;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), ringWidth));
-    const double half = ringWidth / 2;
-    painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), ringRadius,
-                            ringRadius);
+    detail::drawFocusRing(painter, rect(), palette().color(QPalette::Highlight));
 }
 
 } // namespace Pellarvine

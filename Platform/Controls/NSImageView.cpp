@@ -7,6 +7,7 @@
 #include "Drawing/NSGraphicsContext.h"
 #include "View/AccessibleControl.h"
 #include "View/BusyCursor.h"
+#include "View/FocusRing.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -30,8 +31,6 @@ namespace NS {
 namespace {
 
 constexpr int emptySide = 64;
-constexpr double ringWidth = 2;
-constexpr double ringRadius = 4;
 
 // A look at the file's first bytes, quick enough for a pointer that is passing by.
 bool isImageFile(const QUrl &url)
@@ -434,11 +433,7 @@ void ImageView::paintEvent(QPaintEvent *event)
     if (d->isDropTarget || (hasFocus() && d->isEditable)) {
         painter.setClipping(false);
         painter.setOpacity(1);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(palette().color(QPalette::Highlight), ringWidth));
-        const double inset = ringWidth / 2;
-        painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), ringRadius,
-                                ringRadius);
+        detail::drawFocusRing(painter, rect(), palette().color(QPalette::Highlight));
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Drawing/Shades.h"
+#include "View/FocusRing.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -89,11 +90,8 @@ void StandardWindowButton::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(rect().toRectF().center());
     if (hasFocus()) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 1.5));
-        painter.drawRoundedRect(QRectF(rect())
-                                        .translated(-QRectF(rect()).center())
-                                        .adjusted(0.75, 0.75, -0.75, -0.75),
-                                7, 7);
+        drawFocusRing(painter, QRectF(rect()).translated(-QRectF(rect()).center()),
+                      palette().color(QPalette::Highlight), { .width = 1.5, .radius = 7 });
         painter.scale(0.85, 0.85);
     }
     switch (m_kind) {

@@ -3,6 +3,7 @@
 
 #include "Drawing/ColorExchange.h"
 #include "Drawing/NSColorList.h"
+#include "View/FocusRing.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -37,11 +38,9 @@ public:
         const bool isSelected = option.state & QStyle::State_Selected;
         const bool hasFocus = option.state & QStyle::State_HasFocus;
         if (isSelected || hasFocus) {
-            painter->setBrush(Qt::NoBrush);
-            painter->setPen(QPen(option.palette.color(hasFocus ? QPalette::Highlight
-                                                               : QPalette::PlaceholderText),
-                                 2));
-            painter->drawRoundedRect(tile.adjusted(-2, -2, 2, 2), radius + 2, radius + 2);
+            const auto role = hasFocus ? QPalette::Highlight : QPalette::PlaceholderText;
+            drawFocusRing(*painter, tile.adjusted(-3, -3, 3, 3), option.palette.color(role),
+                          { .radius = radius + 2 });
         }
         painter->restore();
     }

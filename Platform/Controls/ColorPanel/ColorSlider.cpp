@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Drawing/ColorExchange.h"
+#include "View/FocusRing.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -118,9 +119,11 @@ void ColorSlider::paintEvent(QPaintEvent *)
     const QPointF middle(knobPosition(), height() / 2.0);
     constexpr double radius = knobSide / 2.0;
     if (hasFocus()) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawEllipse(middle, radius + 1, radius + 1);
+        constexpr double ringRadius = radius + ringSpace;
+        drawFocusRing(painter,
+                      { middle.x() - ringRadius, middle.y() - ringRadius, 2 * ringRadius,
+                        2 * ringRadius },
+                      palette().color(QPalette::Highlight), { .radius = ringRadius });
     }
     painter.setPen(QPen(QColor(0, 0, 0, 90), 1));
     painter.setBrush(Qt::white);

@@ -3,6 +3,7 @@
 
 #include "Drawing/NSColor.h"
 #include "View/AccessibleControl.h"
+#include "View/FocusRing.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -204,8 +205,8 @@ void ColorWheel::paintEvent(QPaintEvent *)
     edge.setAlphaF(0.25F);
     painter.strokePath(path, edge);
     if (hasFocus()) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
-        painter.drawEllipse(disc.adjusted(-2.5, -2.5, 2.5, 2.5));
+        drawFocusRing(painter, disc.adjusted(-3.5, -3.5, 3.5, 3.5),
+                      palette().color(QPalette::Highlight), { .radius = disc.width() });
     }
     const QPointF knob = position(m_hue, m_saturation);
     painter.setPen(QPen(QColor(0, 0, 0, 110), 1));

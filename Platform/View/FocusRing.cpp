@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#include "View/FocusRing.h"
+
+#include <QPainter>
+
+namespace Pellarvine::detail {
+
+void drawFocusRing(QPainter &painter, const QRectF &rect, const QColor &color, FocusRing ring)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, ring.width));
+    painter.setBrush(Qt::NoBrush);
+    const double inset = ring.width / 2;
+    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), ring.radius, ring.radius);
+    painter.restore();
+}
+
+} // namespace Pellarvine::detail
