@@ -129,6 +129,26 @@ QStringList AccessibleSegment::keyBindingsForAction(const QString &) const
     return shortcut.isEmpty() ? QStringList() : QStringList(shortcut);
 }
 
+void tellOfSegment(NS::SegmentedControl &control, int segment, QAccessible::Event event)
+{
+    if (segment < 0)
+        return;
+    QAccessibleEvent notice(&control, event);
+    notice.setChild(segment);
+    QAccessible::updateAccessibility(&notice);
+}
+
+void tellOfSegment(NS::SegmentedControl &control, int segment, SegmentState changed)
+{
+    QAccessible::State state;
+    state.selected = changed == SegmentState::selected;
+    state.checked = changed == SegmentState::checked;
+    state.disabled = changed == SegmentState::disabled;
+    QAccessibleStateChangeEvent notice(&control, state);
+    notice.setChild(segment);
+    QAccessible::updateAccessibility(&notice);
+}
+
 AccessibleSegmentedControl::AccessibleSegmentedControl(NS::SegmentedControl *control)
     : QAccessibleWidget(control)
 { }

@@ -42,6 +42,17 @@ private:
     int m_segment;
 };
 
+/// The states of a segment whose changes a screen reader hears of.
+enum class SegmentState {
+    selected,
+    checked,
+    disabled,
+};
+
+/// Tells screen readers of an event in a segment; does nothing for -1.
+void tellOfSegment(NS::SegmentedControl &control, int segment, QAccessible::Event event);
+void tellOfSegment(NS::SegmentedControl &control, int segment, SegmentState changed);
+
 class AccessibleSegmentedControl : public QAccessibleWidget
 {
 public:

@@ -4,13 +4,14 @@
 #include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "Controls/AccessibleSegments.h"
+#include "Controls/SegmentDrawing.h"
+#include "Controls/SegmentGeometry.h"
 #include "View/AccessibleControl.h"
 
 #include <QHelpEvent>
 #include <QHoverEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QPointer>
 #include <QShortcutEvent>
 #include <QStyleOptionButton>
@@ -18,28 +19,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numeric>
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using Pellarvine::detail::printWarning;
+using Pellarvine::detail::SegmentMetrics;
 
 namespace NS {
 
 namespace {
-
-constexpr int line = 1; // around the control and between its segments
-constexpr int padding = 12; // on either side of what a segment shows
-constexpr int leastPadding = 8; // on both sides together, where there is no room for more
-constexpr int iconGap = 6;
-constexpr double cornerRadius = 4.0;
-constexpr double ringWidth = 2.0;
-constexpr float hoveredTint = 0.06F;
-constexpr float pressedTint = 0.14F;
-constexpr int raised = 115; // per cent of the palette's button, where that is the window's colour
-constexpr double disabledOpacity = 0.45; // of the selection's fill
-constexpr float disabledInk = 0.55F; // on it
 
 struct Segment
 {
@@ -51,37 +39,6 @@ struct Segment
     bool isEnabled = true;
     int shortcut = 0;
 };
-
-// What a screen reader is told of a segment's state.
-enum class Change {
-    selected,
-    checked,
-    disabled,
-};
-
-QColor withAlpha(QColor color, float alpha)
-{
-    color.setAlphaF(alpha);
-    return color;
-}
-
-double sum(const QList<double> &widths)
-{
-    return std::accumulate(widths.cbegin(), widths.cend(), 0.0);
-}
-
-// To which the widths have to be cut for their sum to be no more than what is available.
-double largestWidth(QList<double> widths, double available)
-{
-    std::sort(widths.begin(), widths.end());
-    for (qsizetype i = 0; i < widths.size(); ++i) {
-        const double share = available / double(widths.size() - i);
-        if (widths[i] > share)
-            return share;
-        available -= widths[i];
-    }
-    return std::numeric_limits<double>::infinity();
-}
 
 } // namespace
 
@@ -112,16 +69,10 @@ struct SegmentedControl::Private
     void release(bool acts);
     void setHovered(int segment);
     void grabShortcut(Segment &segment) const;
-    void tell(int segment, QAccessible::Event what) const;
-    void tellState(int segment, Change change) const;
 
-    QSize iconSize() const;
     int contentWidth(const Segment &segment) const;
     QList<QRect> rects() const;
-    QRect cell(int segment, const QList<QRect> &rects) const;
-    void fill(QPainter &painter, int segment, const QRect &cell) const;
-    void drawContent(QPainter &painter, int segment, const QRect &rect) const;
-    void drawRing(QPainter &painter, int segment, const QRect &rect) const;
+    QList<detail::SegmentLook> looks() const;
 };
 
 // Whether there is such a segment; a warning, if not.
@@ -164,10 +115,11 @@ void SegmentedControl::Private::select(const QList<int> &wanted)
     const bool isTab = trackingMode == SwitchTracking::selectOne;
     for (int i = 0; i < segments.size(); ++i) {
         if (before.contains(i) != selection.contains(i))
-            tellState(i, isTab ? Change::selected : Change::checked);
+            detail::tellOfSegment(
+                    *q, i, isTab ? detail::SegmentState::selected : detail::SegmentState::checked);
     }
     if (isTab && !selection.isEmpty())
-        tell(selection.constLast(), QAccessible::Selection);
+        detail::tellOfSegment(*q, selection.constLast(), QAccessible::Selection);
     const QPointer<SegmentedControl> self(q);
     Q_EMIT q->selectionChanged();
     const int last = before.isEmpty() ? -1 : before.constLast();
@@ -202,7 +154,7 @@ void SegmentedControl::Private::setFocused(int segment)
     focused = segment;
     q->update();
     if (q->hasFocus())
-        tell(segment, QAccessible::Focus);
+        detail::tellOfSegment(*q, segment, QAccessible::Focus);
 }
 
 // To the first segment from there on that can be acted on; stays, if there is none.
@@ -261,163 +213,43 @@ void SegmentedControl::Private::grabShortcut(Segment &segment) const
     segment.shortcut = keys.isEmpty() ? 0 : q->grabShortcut(keys);
 }
 
-void SegmentedControl::Private::tell(int segment, QAccessible::Event what) const
-{
-    if (segment < 0)
-        return;
-    QAccessibleEvent event(q, what);
-    event.setChild(segment);
-    QAccessible::updateAccessibility(&event);
-}
-
-void SegmentedControl::Private::tellState(int segment, Change change) const
-{
-    QAccessible::State changed;
-    changed.selected = change == Change::selected;
-    changed.checked = change == Change::checked;
-    changed.disabled = change == Change::disabled;
-    QAccessibleStateChangeEvent event(q, changed);
-    event.setChild(segment);
-    QAccessible::updateAccessibility(&event);
-}
-
-// Geometry
-
-QSize SegmentedControl::Private::iconSize() const
-{
-    const int side = q->style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, q);
-    return { side, side };
-}
+// Geometry and looks
 
 int SegmentedControl::Private::contentWidth(const Segment &segment) const
 {
-    int width = 0;
-    if (!segment.label.isEmpty())
-        width += q->fontMetrics().size(Qt::TextShowMnemonic, segment.label).width();
-    if (!segment.image.isNull())
-        width += iconSize().width() + (segment.label.isEmpty() ? 0 : iconGap);
-    return width;
+    return detail::segmentContentWidth(*q, segment.label, segment.image);
 }
 
-// Each without the lines. Where the control is too narrow, padding gives way first, then the widest
-// segments.
 QList<QRect> SegmentedControl::Private::rects() const
 {
-    QList<double> widths;
-    QList<double> unpadded;
+    QList<detail::SegmentWidths> widths;
     for (int i = 0; i < segments.size(); ++i) {
         const double own = q->widthForSegment(i);
-        widths.append(own > 0.0 ? own : q->fittingWidthForSegment(i));
-        unpadded.append(own > 0.0 ? own : contentWidth(segments[i]) + leastPadding);
+        if (own > 0.0)
+            widths.append({ own, own });
+        else
+            widths.append({ q->fittingWidthForSegment(i),
+                            double(contentWidth(segments[i]) + SegmentMetrics::leastPadding) });
     }
-    const double available = std::max(0.0, double(q->width() - (segments.size() + 1) * line));
-    const double excess = sum(widths) - available;
-    if (excess > 0.0) {
-        const double givenUp = sum(widths) - sum(unpadded);
-        const double largest = largestWidth(unpadded, available);
-        for (int i = 0; i < segments.size(); ++i) {
-            widths[i] = excess < givenUp ? widths[i] - (widths[i] - unpadded[i]) * excess / givenUp
-                                         : std::min(unpadded[i], largest);
-        }
-    }
-
-    QList<QRect> rects;
-    double left = line;
-    for (const double width : std::as_const(widths)) {
-        const double right = left + width;
-        const QRect rect(qRound(left), line, qRound(right) - qRound(left), q->height() - 2 * line);
-        rects.append(QStyle::visualRect(q->layoutDirection(), q->rect(), rect));
-        left = right + line;
-    }
-    return rects;
+    return detail::segmentRects(widths, q->size(), q->layoutDirection());
 }
 
-// The segment with half of what surrounds it: where it is hit and filled.
-QRect SegmentedControl::Private::cell(int segment, const QList<QRect> &rects) const
+QList<detail::SegmentLook> SegmentedControl::Private::looks() const
 {
-    const bool isFirst = segment == 0;
-    const bool isLast = segment == segments.size() - 1;
-    const bool isMirrored = q->isRightToLeft();
-    const int left = (isMirrored ? isLast : isFirst) ? line : 0;
-    return rects[segment].adjusted(-left, -line, line, line);
-}
-
-// Drawing
-
-void SegmentedControl::Private::fill(QPainter &painter, int segment, const QRect &cell) const
-{
-    const QPalette palette = q->palette();
-    const bool isSelected = selection.contains(segment);
-    if (isSelected) {
-        painter.setOpacity(canAct(segment) ? 1.0 : disabledOpacity);
-        painter.fillRect(cell, palette.color(QPalette::Highlight));
-        painter.setOpacity(1.0);
+    const QList<QRect> rects = this->rects();
+    const int ringed = q->hasFocus() && showsRing ? q->focusedSegment() : -1;
+    QList<detail::SegmentLook> looks;
+    for (int i = 0; i < segments.size(); ++i) {
+        looks.append({ .rect = rects[i],
+                       .label = segments[i].label,
+                       .image = segments[i].image,
+                       .canAct = canAct(i),
+                       .isSelected = selection.contains(i),
+                       .isPressed = i == pressed && isDown,
+                       .isHovered = i == hovered && pressed < 0,
+                       .hasRing = i == ringed });
     }
-    const bool isPressed = segment == pressed && isDown;
-    const bool isHovered = segment == hovered && pressed < 0;
-    if (canAct(segment) && (isPressed || isHovered)) {
-        const auto ink = isSelected ? QPalette::HighlightedText : QPalette::ButtonText;
-        painter.fillRect(cell,
-                         withAlpha(palette.color(ink), isPressed ? pressedTint : hoveredTint));
-    }
-}
-
-void SegmentedControl::Private::drawContent(QPainter &painter, int segment, const QRect &rect) const
-{
-    const Segment &shown = segments[segment];
-    const bool isSelected = selection.contains(segment);
-    QPalette palette = q->palette();
-    if (!canAct(segment)) {
-        palette.setCurrentColorGroup(QPalette::Disabled);
-        if (isSelected) {
-            palette.setColor(
-                    QPalette::ButtonText,
-                    withAlpha(palette.color(QPalette::Active, QPalette::ButtonText), disabledInk));
-        }
-    }
-    const QSize icon = shown.image.isNull() ? QSize(0, 0) : iconSize();
-    const int gap = shown.image.isNull() || shown.label.isEmpty() ? 0 : iconGap;
-    const int room = std::max(0, rect.width() - icon.width() - gap);
-    QString label = shown.label;
-    int textWidth = q->fontMetrics().size(Qt::TextShowMnemonic, label).width();
-    const int textRoom = std::max(0, room - leastPadding);
-    if (textWidth > textRoom) {
-        label = q->fontMetrics().elidedText(label, Qt::ElideRight, textRoom, Qt::TextShowMnemonic);
-        textWidth = std::min(textRoom, textWidth);
-    }
-    const int width = icon.width() + gap + textWidth;
-    const QRect content(rect.x() + (rect.width() - width) / 2, rect.y(), width, rect.height());
-    const auto place = [&](int x, int partWidth) {
-        const QRect part(content.x() + x, content.y(), partWidth, content.height());
-        return QStyle::visualRect(q->layoutDirection(), content, part);
-    };
-    if (!shown.image.isNull()) {
-        const QIcon::Mode mode = !canAct(segment) ? QIcon::Disabled
-                                 : isSelected     ? QIcon::Selected
-                                                  : QIcon::Normal;
-        shown.image.paint(&painter, place(0, icon.width()), Qt::AlignCenter, mode,
-                          isSelected ? QIcon::On : QIcon::Off);
-    }
-    const bool underlines = q->style()->styleHint(QStyle::SH_UnderlineShortcut, nullptr, q);
-    const bool isOnHighlight = isSelected && canAct(segment);
-    q->style()->drawItemText(&painter, place(icon.width() + gap, textWidth),
-                             Qt::AlignCenter | Qt::TextSingleLine
-                                     | (underlines ? Qt::TextShowMnemonic : Qt::TextHideMnemonic),
-                             palette, canAct(segment), label,
-                             isOnHighlight ? QPalette::HighlightedText : QPalette::ButtonText);
-}
-
-void SegmentedControl::Private::drawRing(QPainter &painter, int segment, const QRect &rect) const
-{
-    // On the highlight colour a ring of that colour would not be seen.
-    const bool isOnHighlight = selection.contains(segment);
-    const double inset = (isOnHighlight ? 2.0 : 1.0) + ringWidth / 2;
-    painter.setPen(QPen(
-            q->palette().color(isOnHighlight ? QPalette::HighlightedText : QPalette::Highlight),
-            isOnHighlight ? ringWidth / 2 : ringWidth));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(rect).adjusted(inset, inset, -inset, -inset), cornerRadius - 1.0,
-                            cornerRadius - 1.0);
+    return looks;
 }
 
 SegmentedControl::SegmentedControl(QWidget *parent)
@@ -506,7 +338,7 @@ void SegmentedControl::setLabel(const QString &label, int segment)
         d->segments[segment].label = label;
         d->grabShortcut(d->segments[segment]);
     });
-    d->tell(segment, QAccessible::NameChanged);
+    detail::tellOfSegment(*this, segment, QAccessible::NameChanged);
     Q_EMIT labelsChanged(labels());
 }
 
@@ -556,7 +388,7 @@ void SegmentedControl::setEnabled(bool isEnabled, int segment)
     if (segment == d->pressed)
         d->release(false);
     update();
-    d->tellState(segment, Change::disabled);
+    detail::tellOfSegment(*this, segment, detail::SegmentState::disabled);
 }
 
 double SegmentedControl::widthForSegment(int segment) const
@@ -611,12 +443,7 @@ QRect SegmentedControl::segmentRect(int segment) const
 
 int SegmentedControl::segmentAt(QPoint point) const
 {
-    const QList<QRect> rects = d->rects();
-    for (int i = 0; i < rects.size(); ++i) {
-        if (d->cell(i, rects).contains(point))
-            return i;
-    }
-    return -1;
+    return detail::segmentAt(d->rects(), point, layoutDirection());
 }
 
 int SegmentedControl::focusedSegment() const
@@ -660,7 +487,7 @@ void SegmentedControl::click(int segment)
 
 double SegmentedControl::fittingWidthForSegment(int segment) const
 {
-    return d->contentWidth(d->segments[segment]) + 2 * padding;
+    return d->contentWidth(d->segments[segment]) + 2 * SegmentMetrics::padding;
 }
 
 double SegmentedControl::smallestWidthForSegment(int segment) const
@@ -668,17 +495,18 @@ double SegmentedControl::smallestWidthForSegment(int segment) const
     const Segment &whole = d->segments[segment];
     Segment cut = whole;
     cut.label = whole.label.left(1) + u'…';
-    return std::min(d->contentWidth(cut), d->contentWidth(whole)) + leastPadding;
+    return std::min(d->contentWidth(cut), d->contentWidth(whole)) + SegmentMetrics::leastPadding;
 }
 
 QSize SegmentedControl::sizeForSegmentWidths(const QList<double> &widths) const
 {
-    const double total = sum(widths) + double((widths.size() + 1) * line);
+    const double total = std::accumulate(widths.cbegin(), widths.cend(), 0.0)
+                         + double((widths.size() + 1) * SegmentMetrics::line);
     QStyleOptionButton option;
     option.initFrom(this);
     option.text = u"X"_s;
     const QSize content(int(std::ceil(total)),
-                        std::max(fontMetrics().height(), d->iconSize().height()));
+                        std::max(fontMetrics().height(), detail::segmentIconSize(*this).height()));
     const int height =
             style()->sizeFromContents(QStyle::CT_PushButton, &option, content, this).height();
     return { content.width(), height };
@@ -719,7 +547,7 @@ bool SegmentedControl::event(QEvent *event)
         const Segment &shown = d->segments[segment];
         QString text = shown.toolTip.isEmpty() ? toolTip() : shown.toolTip;
         const QRect rect = segmentRect(segment);
-        if (text.isEmpty() && d->contentWidth(shown) > rect.width() - leastPadding)
+        if (text.isEmpty() && d->contentWidth(shown) > rect.width() - SegmentMetrics::leastPadding)
             text = shown.label; // which is not shown in full
         if (text.isEmpty())
             break;
@@ -754,43 +582,8 @@ void SegmentedControl::changeEvent(QEvent *event)
 
 void SegmentedControl::paintEvent(QPaintEvent *)
 {
-    if (d->segments.isEmpty())
-        return;
-    const QList<QRect> rects = d->rects();
-    QRect body;
-    for (int i = 0; i < segmentCount(); ++i)
-        body |= d->cell(i, rects);
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    QPainterPath outline;
-    outline.addRoundedRect(QRectF(body).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
-    QColor face = palette().color(QPalette::Button);
-    if (face == palette().color(QPalette::Window))
-        face = face.lighter(raised);
-    painter.fillPath(outline, face);
-
-    painter.save();
-    painter.setClipPath(outline);
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    const QColor lines = palette().color(QPalette::Mid);
-    for (int i = 0; i < segmentCount(); ++i) {
-        const QRect cell = d->cell(i, rects);
-        d->fill(painter, i, cell);
-        const QRect &segment = rects[i];
-        if (i + 1 == segmentCount())
-            break;
-        const int divider = isRightToLeft() ? segment.left() - line : segment.right() + 1;
-        painter.fillRect(QRect(divider, 0, line, height()), lines);
-    }
-    painter.restore();
-
-    painter.setPen(QPen(lines, line));
-    painter.drawPath(outline);
-    for (int i = 0; i < segmentCount(); ++i)
-        d->drawContent(painter, i, rects[i]);
-    const int focused = focusedSegment();
-    if (hasFocus() && d->showsRing && focused >= 0)
-        d->drawRing(painter, focused, rects[focused]);
+    detail::drawSegments(painter, *this, d->looks());
 }
 
 void SegmentedControl::mousePressEvent(QMouseEvent *event)
@@ -867,7 +660,7 @@ void SegmentedControl::focusInEvent(QFocusEvent *event)
         if (!isByMouse && d->trackingMode == SwitchTracking::selectOne && selectedSegment() >= 0)
             d->focused = selectedSegment();
     }
-    d->tell(focusedSegment(), QAccessible::Focus);
+    detail::tellOfSegment(*this, focusedSegment(), QAccessible::Focus);
     update();
 }
 

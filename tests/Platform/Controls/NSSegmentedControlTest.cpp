@@ -129,26 +129,6 @@ TEST(SegmentedControl, dragging_off_cancels_and_back_on_does_not)
     EXPECT_THAT(control.acted, ElementsAre(0));
 }
 
-TEST(SegmentedControl, every_pixel_belongs_to_one_segment)
-{
-    for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
-        Control control;
-        control.setLayoutDirection(direction);
-        control.resize(control.sizeHint());
-        int changes = 0;
-        for (int x = 1; x < control.width(); ++x) {
-            const int here = control.segmentAt({ x, 0 });
-            ASSERT_GE(here, 0) << x;
-            changes += here != control.segmentAt({ x - 1, 0 });
-        }
-        EXPECT_EQ(changes, 2);
-        const bool isMirrored = direction == Qt::RightToLeft;
-        EXPECT_EQ(control.segmentAt({ 0, 5 }), isMirrored ? 2 : 0);
-        control.resize(control.width() + 50, control.height());
-        EXPECT_EQ(control.segmentAt({ isMirrored ? 10 : control.width() - 10, 5 }), -1);
-    }
-}
-
 struct KeyCase
 {
     Tracking mode;
