@@ -1,25 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/NSTextField.h"
 
+#include "Base/Assign.h"
+#include "Controls/TextFieldContents.h"
 #include "Controls/TextFieldEditor.h"
-#include "Drawing/NSColor.h"
-#include "Text/NSAttributedString+Text.h"
-#include "Text/NSMutableAttributedString.h"
 #include "View/AccessibleControl.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QAccessible>
 #include <QDesktopServices>
 #include <QEvent>
-#include <QHash>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QStyleOptionFrame>
-#include <QTextBlock>
-#include <QTextBoundaryFinder>
-#include <QTextCursor>
-#include <QTextDocument>
 #include <QToolTip>
 
 #include <algorithm>
@@ -27,7 +20,6 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using Pellarvine::detail::TextFieldEditor;
 
 namespace NS {
 
@@ -58,64 +50,6 @@ protected:
     }
 };
 
-QString plainText(const QTextDocument &document)
-{
-    // toPlainText() would also turn non-breaking spaces into plain ones.
-    QString text = document.toRawText();
-    text.replace(QChar::ParagraphSeparator, u'\n');
-    text.replace(QChar::LineSeparator, u'\n');
-    return text;
-}
-
-bool hasLinks(const AttributedString &text)
-{
-    return std::any_of(text.runs().begin(), text.runs().end(),
-                       [](const auto &run) { return run.attributes.contains(LinkAttributeName); });
-}
-
-// The longest part of a line that fits with an ellipsis, where a predicate says what fits.
-template <typename Fits>
-AttributedString elidedLine(const AttributedString &line, Qt::TextElideMode mode, Fits fits)
-{
-    const qsizetype length = line.length();
-    const auto withoutMiddle = [&](qsizetype head, qsizetype tail) {
-        MutableAttributedString result(line);
-        const Attributes attributes = line.attributes(std::max<qsizetype>(0, head - 1));
-        result.replaceCharacters(head, length - head - tail,
-                                 AttributedString(QString(QChar(0x2026)), attributes));
-        return AttributedString(result);
-    };
-    const auto keeping = [&](qsizetype count) {
-        const qsizetype head = mode == Qt::ElideLeft     ? 0
-                               : mode == Qt::ElideMiddle ? (count + 1) / 2
-                                                         : count;
-        // Nothing that a reader sees as one character is cut in two, and no space is left over.
-        QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, line.string());
-        const auto boundary = [&](qsizetype place, bool isForward) {
-            finder.setPosition(place);
-            if (finder.isAtBoundary())
-                return place;
-            return isForward ? finder.toNextBoundary() : finder.toPreviousBoundary();
-        };
-        qsizetype headEnd = boundary(head, false);
-        qsizetype tailStart = boundary(length - (count - head), true);
-        while (headEnd > 0 && line.string().at(headEnd - 1).isSpace())
-            --headEnd;
-        while (tailStart < length && line.string().at(tailStart).isSpace())
-            ++tailStart;
-        return withoutMiddle(headEnd, length - tailStart);
-    };
-    qsizetype low = 0;
-    for (qsizetype high = length; low < high;) {
-        const qsizetype middle = (low + high + 1) / 2;
-        if (fits(keeping(middle)))
-            low = middle;
-        else
-            high = middle - 1;
-    }
-    return keeping(low);
-}
-
 } // namespace
 
 struct TextField::Private
@@ -124,16 +58,6 @@ struct TextField::Private
         : q(field)
     { }
 
-    template <typename Value, typename Signal>
-    bool set(Value &kept, const Value &value, Signal signal)
-    {
-        if (value == kept)
-            return false;
-        kept = value;
-        Q_EMIT(q->*signal)(value);
-        return true;
-    }
-
     void setText(const AttributedString &value);
     void applyText();
     void applyFormat();
@@ -141,24 +65,16 @@ struct TextField::Private
     void updateEditor();
     void updateEditorPalette();
     void placeEditor();
-    void contentsChange(int position, int removed, int added);
-    void contentsChanged();
+    void textWasEdited();
 
     QColor effectiveTextColor() const;
-    AttributedString decorated(const AttributedString &plain) const;
-    Qt::Alignment absolute(Qt::Alignment horizontal) const;
+    detail::TextFieldFormat format() const;
     QMargins insets() const;
     QRect textRect() const;
     QSize textSize(int width) const;
-    double heightOfLines(QTextDocument &laidOut) const;
-    double lineWidth(const AttributedString &line) const;
-    AttributedString cut(int width) const;
-    QTextDocument &shown(int width);
-    void fill(QTextDocument &target, const AttributedString &value) const;
-    void setFormat(QTextDocument &target) const;
 
     TextField *q;
-    AttributedString text;
+    detail::TextFieldContents contents;
     QColor textColor;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
     bool wraps = true;
@@ -173,14 +89,8 @@ struct TextField::Private
     QString placeholderString;
     bool opensLinks = true;
 
-    mutable QTextDocument document;
-    std::unique_ptr<QTextDocument> elided; // of the width below; null if nothing is
-    int elidedWidth = -1;
     QPointer<detail::TextFieldEditor> editor; // while there is anything to do in it
-    bool isApplying = false;
-    bool hasChanged = false; // within one edit
     bool isEdited = false; // since editingFinished
-    mutable QHash<int, QSize> sizes; // by width; -1 for as wide as it wants
 };
 
 TextField::TextField(QWidget *parent)
@@ -188,13 +98,8 @@ TextField::TextField(QWidget *parent)
     , d(std::make_unique<Private>(this))
 {
     detail::makeAccessible<TextField, AccessibleTextField>();
-    d->document.setDocumentMargin(0);
     d->applyFormat();
-    connect(&d->document, &QTextDocument::contentsChange, this,
-            [this](int position, int removed, int added) {
-                d->contentsChange(position, removed, added);
-            });
-    connect(&d->document, &QTextDocument::contentsChanged, this, [this] { d->contentsChanged(); });
+    connect(&d->contents, &detail::TextFieldContents::edited, this, [this] { d->textWasEdited(); });
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred, QSizePolicy::Label);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
@@ -202,7 +107,7 @@ TextField::TextField(QWidget *parent)
 
 TextField::~TextField()
 {
-    d->document.disconnect(this);
+    d->contents.disconnect(this);
     if (d->editor)
         d->editor->disconnect(this);
     delete d->editor; // before its document
@@ -212,7 +117,7 @@ TextField::~TextField()
 
 QString TextField::stringValue() const
 {
-    return d->text.string();
+    return d->contents.text().string();
 }
 
 void TextField::setStringValue(const QString &string)
@@ -222,14 +127,14 @@ void TextField::setStringValue(const QString &string)
 
 AttributedString TextField::attributedStringValue() const
 {
-    return d->text;
+    return d->contents.text();
 }
 
 void TextField::setAttributedStringValue(const AttributedString &text)
 {
-    if (text == d->text)
+    if (text == d->contents.text())
         return;
-    const bool isOtherString = text.string() != d->text.string();
+    const bool isOtherString = text.string() != d->contents.text().string();
     d->setText(text);
     d->isEdited = false;
     if (isOtherString)
@@ -244,10 +149,11 @@ QColor TextField::textColor() const
 
 void TextField::setTextColor(const QColor &color)
 {
-    if (!d->set(d->textColor, color, &TextField::textColorChanged))
+    if (!detail::assign(d->textColor, color))
         return;
     d->updateEditorPalette();
     update();
+    Q_EMIT textColorChanged(color);
 }
 
 Qt::Alignment TextField::alignment() const
@@ -257,10 +163,10 @@ Qt::Alignment TextField::alignment() const
 
 void TextField::setAlignment(Qt::Alignment alignment)
 {
-    if (!d->set(d->alignment, alignment, &TextField::alignmentChanged))
+    if (!detail::assign(d->alignment, alignment))
         return;
     d->applyFormat();
-    d->placeEditor();
+    Q_EMIT alignmentChanged(alignment);
 }
 
 bool TextField::wraps() const
@@ -270,7 +176,7 @@ bool TextField::wraps() const
 
 void TextField::setWraps(bool wraps)
 {
-    if (!d->set(d->wraps, wraps, &TextField::wrapsChanged))
+    if (!detail::assign(d->wraps, wraps))
         return;
     QSizePolicy policy = sizePolicy();
     policy.setHeightForWidth(wraps);
@@ -279,6 +185,7 @@ void TextField::setWraps(bool wraps)
     if (d->editor)
         d->editor->setHasLines(wraps);
     d->invalidate();
+    Q_EMIT wrapsChanged(wraps);
 }
 
 double TextField::preferredMaxLayoutWidth() const
@@ -288,8 +195,10 @@ double TextField::preferredMaxLayoutWidth() const
 
 void TextField::setPreferredMaxLayoutWidth(double width)
 {
-    if (d->set(d->preferredMaxLayoutWidth, width, &TextField::preferredMaxLayoutWidthChanged))
-        updateGeometry();
+    if (!detail::assign(d->preferredMaxLayoutWidth, width))
+        return;
+    updateGeometry();
+    Q_EMIT preferredMaxLayoutWidthChanged(width);
 }
 
 int TextField::maximumNumberOfLines() const
@@ -299,9 +208,11 @@ int TextField::maximumNumberOfLines() const
 
 void TextField::setMaximumNumberOfLines(int count)
 {
-    if (d->set(d->maximumNumberOfLines, std::max(0, count),
-               &TextField::maximumNumberOfLinesChanged))
-        d->invalidate();
+    count = std::max(0, count);
+    if (!detail::assign(d->maximumNumberOfLines, count))
+        return;
+    d->applyFormat();
+    Q_EMIT maximumNumberOfLinesChanged(count);
 }
 
 Qt::TextElideMode TextField::elideMode() const
@@ -311,8 +222,10 @@ Qt::TextElideMode TextField::elideMode() const
 
 void TextField::setElideMode(Qt::TextElideMode mode)
 {
-    if (d->set(d->elideMode, mode, &TextField::elideModeChanged))
-        d->invalidate();
+    if (!detail::assign(d->elideMode, mode))
+        return;
+    d->applyFormat();
+    Q_EMIT elideModeChanged(mode);
 }
 
 bool TextField::isSelectable() const
@@ -322,8 +235,10 @@ bool TextField::isSelectable() const
 
 void TextField::setSelectable(bool selectable)
 {
-    if (d->set(d->selectable, selectable, &TextField::selectableChanged))
-        d->updateEditor();
+    if (!detail::assign(d->selectable, selectable))
+        return;
+    d->updateEditor();
+    Q_EMIT selectableChanged(selectable);
 }
 
 bool TextField::isEditable() const
@@ -333,8 +248,10 @@ bool TextField::isEditable() const
 
 void TextField::setEditable(bool editable)
 {
-    if (d->set(d->editable, editable, &TextField::editableChanged))
-        d->updateEditor();
+    if (!detail::assign(d->editable, editable))
+        return;
+    d->updateEditor();
+    Q_EMIT editableChanged(editable);
 }
 
 bool TextField::isBezeled() const
@@ -344,10 +261,11 @@ bool TextField::isBezeled() const
 
 void TextField::setBezeled(bool bezeled)
 {
-    if (!d->set(d->bezeled, bezeled, &TextField::bezeledChanged))
+    if (!detail::assign(d->bezeled, bezeled))
         return;
     d->updateEditorPalette();
     d->invalidate();
+    Q_EMIT bezeledChanged(bezeled);
 }
 
 bool TextField::drawsBackground() const
@@ -357,10 +275,11 @@ bool TextField::drawsBackground() const
 
 void TextField::setDrawsBackground(bool draws)
 {
-    if (!d->set(d->drawsBackground, draws, &TextField::drawsBackgroundChanged))
+    if (!detail::assign(d->drawsBackground, draws))
         return;
     d->updateEditorPalette();
     update();
+    Q_EMIT drawsBackgroundChanged(draws);
 }
 
 QColor TextField::backgroundColor() const
@@ -370,8 +289,10 @@ QColor TextField::backgroundColor() const
 
 void TextField::setBackgroundColor(const QColor &color)
 {
-    if (d->set(d->backgroundColor, color, &TextField::backgroundColorChanged))
-        update();
+    if (!detail::assign(d->backgroundColor, color))
+        return;
+    update();
+    Q_EMIT backgroundColorChanged(color);
 }
 
 QString TextField::placeholderString() const
@@ -381,11 +302,12 @@ QString TextField::placeholderString() const
 
 void TextField::setPlaceholderString(const QString &string)
 {
-    if (!d->set(d->placeholderString, string, &TextField::placeholderStringChanged))
+    if (!detail::assign(d->placeholderString, string))
         return;
     if (d->editor)
         d->editor->setPlaceholderText(string);
     d->invalidate();
+    Q_EMIT placeholderStringChanged(string);
 }
 
 bool TextField::opensLinks() const
@@ -395,7 +317,8 @@ bool TextField::opensLinks() const
 
 void TextField::setOpensLinks(bool opens)
 {
-    d->set(d->opensLinks, opens, &TextField::opensLinksChanged);
+    if (detail::assign(d->opensLinks, opens))
+        Q_EMIT opensLinksChanged(opens);
 }
 
 void TextField::selectAll()
@@ -459,21 +382,12 @@ int TextField::heightForWidth(int width) const
 
 double TextField::firstBaselineOffsetFromTop() const
 {
-    const QTextLayout *const layout = d->document.firstBlock().layout();
-    d->textSize(-1);
-    const double ascent =
-            layout->lineCount() > 0 ? layout->lineAt(0).ascent() : QFontMetricsF(font()).ascent();
-    return d->insets().top() + ascent;
+    return d->insets().top() + d->contents.firstAscent();
 }
 
 double TextField::lastBaselineOffsetFromBottom() const
 {
-    const QTextLayout *const layout = d->document.lastBlock().layout();
-    d->textSize(-1);
-    const double descent = layout->lineCount() > 0
-                                   ? layout->lineAt(layout->lineCount() - 1).descent()
-                                   : QFontMetricsF(font()).descent();
-    return d->insets().bottom() + descent;
+    return d->insets().bottom() + d->contents.lastDescent();
 }
 
 // As much as Qt's line edit in the same style leaves around its text.
@@ -499,49 +413,23 @@ QRect TextField::Private::textRect() const
     return q->rect().marginsRemoved(insets());
 }
 
-double TextField::Private::heightOfLines(QTextDocument &laidOut) const
-{
-    const double whole = laidOut.size().height();
-    int left = wraps ? maximumNumberOfLines : 0;
-    if (left == 0)
-        return whole;
-    for (QTextBlock block = laidOut.begin(); block.isValid(); block = block.next()) {
-        const QRectF place = laidOut.documentLayout()->blockBoundingRect(block);
-        const QTextLayout *const layout = block.layout();
-        if (layout->lineCount() < left) {
-            left -= layout->lineCount();
-            continue;
-        }
-        const QRectF line = layout->lineAt(left - 1).rect();
-        return std::min(whole, place.top() + line.bottom());
-    }
-    return whole;
-}
-
 QSize TextField::Private::textSize(int width) const
 {
-    const auto known = sizes.constFind(width);
-    if (known != sizes.constEnd())
-        return *known;
-    // The document shows at another width meanwhile: nobody must see that.
-    const QSignalBlocker blocker(document.documentLayout());
-    const QSizeF page = document.pageSize();
-    document.setTextWidth(width);
-    QSizeF size(document.idealWidth(), heightOfLines(document));
-    document.setPageSize(page);
-    if (document.isEmpty() && !placeholderString.isEmpty() && width < 0)
-        size.setWidth(QFontMetricsF(q->font()).horizontalAdvance(placeholderString));
-    const QSize rounded(int(std::ceil(size.width())), int(std::ceil(size.height())));
-    sizes.insert(width, rounded);
-    return rounded;
+    QSize size = contents.size(width);
+    if (width < 0 && contents.text().isEmpty() && !placeholderString.isEmpty()) {
+        const double advance = QFontMetricsF(q->font()).horizontalAdvance(placeholderString);
+        size.setWidth(int(std::ceil(advance)));
+    }
+    return size;
 }
 
 // Text
 
 void TextField::Private::setText(const AttributedString &value)
 {
-    text = value;
-    applyText();
+    contents.setLinkColor(q->palette().color(QPalette::Link));
+    contents.setText(value);
+    invalidate();
     updateEditor();
     if (QAccessible::isActive()) {
         QAccessibleEvent event(q, QAccessible::NameChanged);
@@ -558,102 +446,43 @@ QColor TextField::Private::effectiveTextColor() const
     return palette.color(isOnBase ? QPalette::Text : QPalette::WindowText);
 }
 
-// Links look like links unless they say otherwise.
-AttributedString TextField::Private::decorated(const AttributedString &plain) const
+detail::TextFieldFormat TextField::Private::format() const
 {
-    if (!hasLinks(plain))
-        return plain;
-    MutableAttributedString result(plain);
-    for (const auto &run : plain.runs()) {
-        if (!run.attributes.contains(LinkAttributeName))
-            continue;
-        Attributes looks { { ForegroundColorAttributeName, q->palette().color(QPalette::Link) },
-                           { UnderlineStyleAttributeName, 1 } };
-        looks.insert(run.attributes);
-        result.setAttributes(looks, run.location, run.length);
-    }
-    return result;
-}
-
-// The side that text begins at is the layout's, whatever the script: fields below each other line up.
-Qt::Alignment TextField::Private::absolute(Qt::Alignment horizontal) const
-{
-    return QStyle::visualAlignment(q->layoutDirection(), horizontal & Qt::AlignHorizontal_Mask)
-           | Qt::AlignAbsolute;
-}
-
-void TextField::Private::setFormat(QTextDocument &target) const
-{
-    target.setDefaultFont(q->font());
-    QTextOption option(absolute(alignment));
-    option.setTextDirection(Qt::LayoutDirectionAuto); // by the text; Qt starts with the program's
-    option.setWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
-    target.setDefaultTextOption(option);
-}
-
-void TextField::Private::fill(QTextDocument &target, const AttributedString &value) const
-{
-    setDocumentText(target, decorated(value));
-    for (QTextBlock block = target.begin(); block.isValid(); block = block.next()) {
-        QTextBlockFormat format = block.blockFormat();
-        if (!format.hasProperty(QTextFormat::BlockAlignment)
-            || (format.alignment() & Qt::AlignAbsolute)
-            || format.layoutDirection() != Qt::LayoutDirectionAuto)
-            continue;
-        format.setAlignment(absolute(format.alignment()));
-        QTextCursor(block).setBlockFormat(format);
-    }
-    target.clearUndoRedoStacks();
+    return { .font = q->font(),
+             .alignment = alignment,
+             .direction = q->layoutDirection(),
+             .wraps = wraps,
+             .maximumNumberOfLines = maximumNumberOfLines,
+             .elideMode = elideMode,
+             .linkColor = contents.format().linkColor };
 }
 
 void TextField::Private::applyText()
 {
-    isApplying = true;
-    fill(document, text);
-    isApplying = false;
+    contents.setLinkColor(q->palette().color(QPalette::Link));
+    contents.refill();
     invalidate();
 }
 
 void TextField::Private::applyFormat()
 {
-    isApplying = true;
-    setFormat(document);
-    isApplying = false;
+    contents.setFormat(format());
     invalidate();
 }
 
 void TextField::Private::invalidate()
 {
-    sizes.clear();
-    elided.reset();
-    elidedWidth = -1;
     placeEditor();
     q->updateGeometry();
     q->update();
 }
 
-void TextField::Private::contentsChange(int position, int removed, int added)
+void TextField::Private::textWasEdited()
 {
-    if (isApplying)
-        return;
-    const QString now = plainText(document);
-    if (now == text.string())
-        return;
-    MutableAttributedString changed(text);
-    changed.replaceCharacters(position, removed, now.mid(position, added));
-    // Qt's counts sometimes include the end of the document.
-    text = changed.string() == now ? AttributedString(changed) : AttributedString(now);
-    hasChanged = true;
-}
-
-void TextField::Private::contentsChanged()
-{
-    if (isApplying || !std::exchange(hasChanged, false))
-        return;
     isEdited = true;
     invalidate();
     const QPointer<TextField> self(q);
-    const AttributedString now = text;
+    const AttributedString now = contents.text();
     Q_EMIT q->textEdited(now.string());
     if (self)
         Q_EMIT q->stringValueChanged(now.string());
@@ -661,88 +490,11 @@ void TextField::Private::contentsChanged()
         Q_EMIT q->attributedStringValueChanged(now);
 }
 
-double TextField::Private::lineWidth(const AttributedString &line) const
-{
-    QTextLayout layout(line.string(), q->font());
-    layout.setFormats(layoutFormats(decorated(line)));
-    QTextOption option;
-    option.setWrapMode(QTextOption::NoWrap);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    layout.createLine();
-    layout.endLayout();
-    return layout.lineAt(0).naturalTextWidth();
-}
-
-// What fits: each line of its own, or all in as many lines as there may be.
-AttributedString TextField::Private::cut(int width) const
-{
-    const auto fits = [&](const AttributedString &line) {
-        return lineWidth(line) <= width;
-    };
-    const QString &string = text.string();
-    if (!wraps) {
-        if (textSize(-1).width() <= width)
-            return text;
-        MutableAttributedString result;
-        for (qsizetype start = 0; start <= string.size();) {
-            const qsizetype lineEnd = string.indexOf(u'\n', start);
-            const qsizetype end = lineEnd < 0 ? string.size() : lineEnd;
-            const AttributedString line = text.attributedSubstring(start, end - start);
-            result.append(fits(line) ? line : elidedLine(line, elideMode, fits));
-            if (lineEnd >= 0)
-                result.append(text.attributedSubstring(lineEnd, 1));
-            start = end + 1;
-        }
-        return result;
-    }
-    if (maximumNumberOfLines == 0)
-        return text;
-    document.setTextWidth(width);
-    document.size();
-    int left = maximumNumberOfLines;
-    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        const QTextLayout *const layout = block.layout();
-        if (layout->lineCount() < left) {
-            left -= layout->lineCount();
-            continue;
-        }
-        const QTextLine line = layout->lineAt(left - 1);
-        const qsizetype start = block.position() + line.textStart();
-        const qsizetype blockEnd = block.position() + block.length() - 1;
-        const bool isLast = !block.next().isValid() && left == layout->lineCount();
-        if (isLast)
-            return text;
-        MutableAttributedString result(text.attributedSubstring(0, start));
-        result.append(elidedLine(text.attributedSubstring(start, blockEnd - start), Qt::ElideRight,
-                                 fits));
-        return result;
-    }
-    return text;
-}
-
-QTextDocument &TextField::Private::shown(int width)
-{
-    const bool canElide = elideMode != Qt::ElideNone && width > 0;
-    if (canElide && width != elidedWidth) {
-        elidedWidth = width;
-        elided.reset();
-        const AttributedString fitting = cut(width);
-        if (fitting.string() != text.string()) {
-            elided = std::make_unique<QTextDocument>();
-            elided->setDocumentMargin(0);
-            setFormat(*elided);
-            fill(*elided, fitting);
-        }
-    }
-    return elided && canElide ? *elided : document;
-}
-
 // The editor
 
 void TextField::Private::updateEditor()
 {
-    const bool isWanted = selectable || editable || hasLinks(text);
+    const bool isWanted = selectable || editable || detail::hasLinks(contents.text());
     if (!isWanted && editor) {
         editor->disconnect(q);
         editor->hide();
@@ -751,16 +503,15 @@ void TextField::Private::updateEditor()
         editor = nullptr;
         q->setFocusProxy(nullptr);
         q->setFocusPolicy(Qt::NoFocus);
-        document.setTextWidth(-1);
+        contents.document().setTextWidth(-1);
         applyFormat();
     }
     if (!isWanted)
         return;
     const bool isNew = !editor;
     if (isNew) {
-        isApplying = true;
-        editor = new detail::TextFieldEditor(&document, q);
-        isApplying = false;
+        contents.changeLooks(
+                [this] { editor = new detail::TextFieldEditor(&contents.document(), q); });
         connect(editor, &QTextBrowser::anchorClicked, q, [this](const QUrl &link) {
             const bool opens = opensLinks;
             Q_EMIT q->linkActivated(link);
@@ -777,11 +528,11 @@ void TextField::Private::updateEditor()
         });
         connect(editor, &detail::TextFieldEditor::focusChanged, q, [this] { q->update(); });
     }
-    isApplying = true;
-    editor->setHasLines(wraps);
-    editor->setKind(selectable, editable, hasLinks(text));
-    editor->setPlaceholderText(placeholderString);
-    isApplying = false;
+    contents.changeLooks([this] {
+        editor->setHasLines(wraps);
+        editor->setKind(selectable, editable, detail::hasLinks(contents.text()));
+        editor->setPlaceholderText(placeholderString);
+    });
     q->setFocusPolicy(editor->focusPolicy());
     q->setFocusProxy(editor);
     updateEditorPalette();
@@ -823,7 +574,7 @@ bool TextField::event(QEvent *event)
 {
     // The whole text, where only a part of it shows.
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !d->editor) {
-        if (&d->shown(d->textRect().width()) != &d->document) {
+        if (d->contents.isElided(d->textRect().width())) {
             QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
                                stringValue().toHtmlEscaped().replace(u'\n', u"<br>"_s), this);
             return true;
@@ -846,7 +597,7 @@ void TextField::changeEvent(QEvent *event)
             d->applyText();
         break;
     case QEvent::PaletteChange:
-        if (hasLinks(d->text) && !d->editable)
+        if (detail::hasLinks(d->contents.text()) && !d->editable)
             d->applyText();
         d->updateEditorPalette();
         update();
@@ -889,7 +640,7 @@ void TextField::paintEvent(QPaintEvent *)
         return;
 
     const QRect place = d->textRect();
-    const bool showsPlaceholder = d->text.isEmpty() && !d->placeholderString.isEmpty();
+    const bool showsPlaceholder = d->contents.text().isEmpty() && !d->placeholderString.isEmpty();
     if (showsPlaceholder) {
         painter.setPen(palette().color(QPalette::PlaceholderText));
         const int flags = int(QStyle::visualAlignment(layoutDirection(), d->alignment))
@@ -897,18 +648,11 @@ void TextField::paintEvent(QPaintEvent *)
         painter.drawText(place, flags, d->placeholderString);
         return;
     }
-    QTextDocument &document = d->shown(place.width());
-    document.setTextWidth(place.width());
-    const double room = place.height() - d->heightOfLines(document);
-    double top = place.top();
-    if (room > 0 && !(d->alignment & Qt::AlignTop))
-        top += (d->alignment & Qt::AlignBottom) ? room : std::floor(room / 2);
     painter.setClipRect(rect());
-    painter.translate(place.left(), top);
-    QAbstractTextDocumentLayout::PaintContext context;
-    context.palette = palette();
-    context.palette.setColor(QPalette::Text, d->effectiveTextColor());
-    document.documentLayout()->draw(&painter, context);
+    QPalette colors = palette();
+    colors.setColor(QPalette::Text, d->effectiveTextColor());
+    d->contents.setLinkColor(colors.color(QPalette::Link));
+    d->contents.draw(painter, place, colors);
 }
 
 void TextField::resizeEvent(QResizeEvent *event)
