@@ -4,25 +4,18 @@
 #include "Base/Assign.h"
 #include "View/NSView.h"
 #include "Window/PopoverBubble.h"
+#include "Window/PopoverInput.h"
 
-#include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QEvent>
-#include <QKeyEvent>
 #include <QPointer>
-#include <QPointerEvent>
 #include <QScreen>
-#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
-#include <cmath>
+#include <optional>
 #include <utility>
-
-using namespace Qt::StringLiterals;
-using Pellarvine::detail::PopoverBubble;
-using Pellarvine::detail::PopoverShape;
 
 namespace NS {
 
@@ -30,68 +23,6 @@ namespace {
 
 // What a child bubble keeps free at the edges of its window.
 constexpr int windowMargin = 4;
-
-// The openers on which the click or the key lies that has just closed their popovers. It forgets
-// them once that is over.
-class ClosingClick : public QObject
-{
-public:
-    static ClosingClick &instance()
-    {
-        static ClosingClick *const click = new ClosingClick;
-        return *click;
-    }
-
-    void add(QWidget *opener)
-    {
-        if (m_openers.isEmpty())
-            qApp->installEventFilter(this);
-        m_openers.append(opener);
-    }
-    bool isOn(const QWidget *opener) const { return m_openers.contains(opener); }
-
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        const bool isOver =
-                event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::TouchEnd
-                || event->type() == QEvent::TabletRelease || event->type() == QEvent::KeyRelease;
-        // Whoever handles the release comes after this filter.
-        if (isOver)
-            QTimer::singleShot(0, this, &ClosingClick::forget);
-        return false;
-    }
-
-private:
-    ClosingClick()
-        : QObject(qApp)
-    { }
-
-    void forget()
-    {
-        m_openers.clear();
-        qApp->removeEventFilter(this);
-    }
-
-    QList<QPointer<QWidget>> m_openers;
-};
-
-bool isModifier(int key)
-{
-    switch (key) {
-    case Qt::Key_Shift:
-    case Qt::Key_Control:
-    case Qt::Key_Alt:
-    case Qt::Key_AltGr:
-    case Qt::Key_Meta:
-    case Qt::Key_Super_L:
-    case Qt::Key_Super_R:
-    case Qt::Key_CapsLock:
-    case Qt::Key_NumLock:
-        return true;
-    default:
-        return false;
-    }
-}
 
 QRectF overlap(const QRectF &one, const QRectF &other)
 {
@@ -108,17 +39,13 @@ struct Popover::Private
 {
     explicit Private(Popover *popover)
         : q(popover)
+        , input(popover)
     { }
 
-    QWidget *effectiveOpener() const { return opener ? opener.data() : view.data(); }
     QSizeF fittingSize() const;
-    QRectF areaInView() const;
     std::optional<QRectF> visibleArea() const;
     QRectF anchorFor(const QRectF &areaInWindow) const;
     QRectF room(const QRectF &anchor) const;
-    bool contains(const QWidget *widget) const;
-    bool isElsewhere(const QWidget *widget) const;
-    bool closesFor(const QWidget *widget) const;
 
     void createBubble();
     void removeBubble();
@@ -127,11 +54,9 @@ struct Popover::Private
     void enterFocus();
     void announce();
     void follow(QObject *watched, QEvent *event);
-    void pressed(QObject *watched, QEvent *event);
-    bool keyed(QObject *watched, QEvent *event);
-    void pressBehind(QPoint globalPosition);
 
     Popover *q;
+    detail::PopoverInput input;
     QPointer<ViewController> controller;
     Behavior behavior = Behavior::applicationDefined;
     QSizeF contentSize;
@@ -143,7 +68,6 @@ struct Popover::Private
 
     bool isShown = false;
     bool isClosing = false;
-    bool seesInput = false; // not what is still going on as it comes up
     QPointer<QWidget> view;
     RectEdge preferredEdge = RectEdge::maxY;
     RectEdge edge = RectEdge::maxY;
@@ -155,13 +79,7 @@ struct Popover::Private
 Popover::Popover(QObject *parent)
     : QObject(parent)
     , d(std::make_unique<Private>(this))
-{
-    connect(qApp, &QGuiApplication::applicationStateChanged, this,
-            [this](Qt::ApplicationState state) {
-                if (state != Qt::ApplicationActive && d->behavior == Behavior::transient)
-                    performClose();
-            });
-}
+{ }
 
 Popover::~Popover()
 {
@@ -279,7 +197,8 @@ void Popover::showRelativeToRect(const QRectF &rect, QWidget *view, RectEdge pre
     const QPointer<QWidget> kept(view);
     const bool isRefused =
             !d->controller || !view->isVisible() || d->isClosing
-            || (!d->isShown && ClosingClick::instance().isOn(d->opener ? d->opener.data() : view));
+            || (!d->isShown
+                && detail::PopoverInput::hasJustClosed(d->opener ? d->opener.data() : view));
     if (isRefused) {
         if (d->deletesOnClose && !d->isShown)
             deleteLater();
@@ -302,8 +221,7 @@ void Popover::showRelativeToRect(const QRectF &rect, QWidget *view, RectEdge pre
     if (wasShown || !d->isShown)
         return;
     qApp->installEventFilter(this);
-    d->seesInput = false;
-    QTimer::singleShot(0, this, [this] { d->seesInput = true; });
+    d->input.start();
     Q_EMIT shownChanged(true);
     Q_EMIT didShow();
 }
@@ -378,16 +296,10 @@ QSizeF Popover::Private::fittingSize() const
     return bounded(size);
 }
 
-// The place in the view, y downwards from here on.
-QRectF Popover::Private::areaInView() const
-{
-    return rect == QRectF() ? QRectF(view->rect()) : flipped(rect, view->height());
-}
-
-// The part of it that no ancestor cuts off, in the window.
+// The part of the place in the view that no ancestor cuts off, in the window, y downwards.
 std::optional<QRectF> Popover::Private::visibleArea() const
 {
-    QRectF area = areaInView();
+    QRectF area = detail::popoverArea(rect, view->size());
     for (const QWidget *widget = view; !widget->isWindow(); widget = widget->parentWidget()) {
         area.translate(widget->pos());
         area = overlap(area, QRectF(widget->parentWidget()->rect()));
@@ -440,6 +352,7 @@ void Popover::Private::createBubble()
     if (hadBubble)
         removeBubble();
     bubble = new detail::PopoverBubble(view, content, surface);
+    input.setBubble(bubble);
     connect(bubble, &detail::PopoverBubble::escaped, q, &Popover::performClose);
     connect(bubble, &detail::PopoverBubble::moved, q, [this] { updateArrow(); });
     connect(bubble, &detail::PopoverBubble::contentChanged, q, [this] {
@@ -447,7 +360,7 @@ void Popover::Private::createBubble()
             place();
     });
     connect(bubble, &detail::PopoverBubble::pressedBeside, q,
-            [this](QPoint globalPosition) { pressBehind(globalPosition); });
+            [this](QPoint globalPosition) { input.clickBehind(globalPosition); });
     connect(bubble, &QObject::destroyed, q, &Popover::close);
     if (!hadBubble)
         focusBefore = QApplication::focusWidget();
@@ -466,6 +379,7 @@ void Popover::Private::createBubble()
 void Popover::Private::removeBubble()
 {
     qApp->removeEventFilter(q);
+    input.stop();
     if (!bubble)
         return;
     detail::PopoverBubble *const former = std::exchange(bubble, nullptr);
@@ -531,107 +445,6 @@ void Popover::Private::announce()
     QAccessible::updateAccessibility(&event);
 }
 
-// What happens elsewhere
-
-bool Popover::Private::contains(const QWidget *widget) const
-{
-    while (widget) {
-        if (widget == bubble)
-            return true;
-        // A popover in a popover belongs to what it points at; menus and dialogs to their parents.
-        const auto *const other = qobject_cast<const detail::PopoverBubble *>(widget);
-        widget = other ? other->view() : widget->parentWidget();
-    }
-    return false;
-}
-
-bool Popover::Private::isElsewhere(const QWidget *widget) const
-{
-    const Qt::WindowType type = widget->window()->windowType();
-    if (type == Qt::Popup || type == Qt::ToolTip)
-        return false; // a menu or a list: what opened it counted
-    const QWidget *const modal = QApplication::activeModalWidget();
-    const bool isBlocked = modal && view && modal != view->window() && modal == widget->window()
-                           && !modal->isAncestorOf(view);
-    return !isBlocked && !contains(widget);
-}
-
-bool Popover::Private::closesFor(const QWidget *widget) const
-{
-    return behavior == Behavior::transient
-           || (behavior == Behavior::semitransient && view && widget->window() == view->window());
-}
-
-void Popover::Private::pressed(QObject *watched, QEvent *event)
-{
-    if (!watched->isWidgetType()) {
-        // Windows of widgets hand the event on to the widgets.
-        const bool isForeign = watched->isWindowType() && !watched->inherits("QWidgetWindow");
-        if (isForeign && behavior == Behavior::transient)
-            q->performClose();
-        return;
-    }
-    auto *const widget = static_cast<QWidget *>(watched);
-    if (!isElsewhere(widget) || !closesFor(widget))
-        return;
-    QWidget *const responsible = effectiveOpener();
-    if (responsible && (responsible == widget || responsible->isAncestorOf(widget))) {
-        const QPointF position =
-                static_cast<QPointerEvent *>(event)->points().constFirst().position();
-        const bool isInPlace = responsible != view
-                               || areaInView().contains(widget->mapTo(view, position.toPoint()));
-        if (isInPlace)
-            ClosingClick::instance().add(responsible);
-    }
-    q->performClose();
-}
-
-// Whether the key is used up.
-bool Popover::Private::keyed(QObject *watched, QEvent *event)
-{
-    if (!watched->isWidgetType())
-        return false;
-    auto *const widget = static_cast<QWidget *>(watched);
-    const auto *const key = static_cast<QKeyEvent *>(event);
-    if (!isElsewhere(widget) || !closesFor(widget))
-        return false;
-    if (key->matches(QKeySequence::Cancel)) {
-        if (event->type() == QEvent::ShortcutOverride)
-            event->accept();
-        else
-            q->performClose();
-        return true;
-    }
-    if (event->type() == QEvent::KeyPress && behavior == Behavior::transient
-        && !isModifier(key->key())) {
-        if (widget == effectiveOpener() && qobject_cast<QAbstractButton *>(widget))
-            ClosingClick::instance().add(widget);
-        q->performClose();
-    }
-    return false;
-}
-
-// A click on the shadow, or beside the arrow, is for what shines through.
-void Popover::Private::pressBehind(QPoint globalPosition)
-{
-    const QPointer<detail::PopoverBubble> former = bubble;
-    bubble->setAttribute(Qt::WA_TransparentForMouseEvents);
-    QWidget *target = QApplication::widgetAt(globalPosition);
-    bubble->setAttribute(Qt::WA_TransparentForMouseEvents, false);
-    if (!target || target == former)
-        target = view->window()->childAt(view->window()->mapFromGlobal(globalPosition));
-    if (!target || contains(target))
-        return;
-    for (const auto type : { QEvent::MouseButtonPress, QEvent::MouseButtonRelease }) {
-        const bool isPress = type == QEvent::MouseButtonPress;
-        QMouseEvent click(type, target->mapFromGlobal(QPointF(globalPosition)),
-                          QPointF(globalPosition), Qt::LeftButton,
-                          isPress ? Qt::LeftButton : Qt::NoButton,
-                          QApplication::keyboardModifiers());
-        QApplication::sendEvent(target, &click);
-    }
-}
-
 void Popover::Private::follow(QObject *watched, QEvent *event)
 {
     if (!view || !watched->isWidgetType())
@@ -655,30 +468,16 @@ void Popover::Private::follow(QObject *watched, QEvent *event)
 bool Popover::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::TouchBegin:
-    case QEvent::TabletPress:
-        if (d->seesInput)
-            d->pressed(watched, event);
-        return false;
-    case QEvent::KeyPress:
-    case QEvent::ShortcutOverride:
-        return d->seesInput && d->keyed(watched, event);
-    case QEvent::Shortcut: // no key press follows
-        if (d->seesInput && d->behavior == Behavior::transient
-            && !d->contains(QApplication::focusWidget()))
-            performClose();
-        return false;
     case QEvent::Move:
     case QEvent::Resize:
     case QEvent::Hide:
     case QEvent::ParentChange:
         d->follow(watched, event);
-        return false;
+        break;
     default:
-        return false;
+        break;
     }
+    return false;
 }
 
 } // namespace NS

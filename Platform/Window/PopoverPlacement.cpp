@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Window/PopoverPlacement.h"
 
+#include "Drawing/NSGeometry.h"
+
 #include <QTransform>
 
 #include <algorithm>
@@ -65,6 +67,11 @@ double slid(double origin, double extent, double low, double high)
 }
 
 } // namespace
+
+QRectF popoverArea(const QRectF &rect, QSizeF view)
+{
+    return rect == QRectF() ? QRectF(QPointF(), view) : NS::flipped(rect, view.height());
+}
 
 PopoverPlacement placePopover(const QRectF &anchor, QSizeF size, const QRectF &room,
                               RectEdge preferred)

@@ -29,6 +29,10 @@ struct PopoverPlacement
     QRectF body; ///< without arrow and shadow
 };
 
+/// The area that a popover points to, in its view. `rect` has y upwards; the zero rectangle stands
+/// for the whole view.
+QRectF popoverArea(const QRectF &rect, QSizeF view);
+
 /// A body of that size beside `anchor`, in the middle of the preferred edge if there is room for it
 /// within `room`; else slid along that edge; else on the opposite edge, or on another one; else,
 /// where it fits nowhere, where the most of it does, over the anchor. A body larger than `room` is

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Window/PopoverBubble.h"
+
+#include <QObject>
+#include <QPointer>
+
+QT_FORWARD_DECLARE_CLASS(QKeyEvent)
+QT_FORWARD_DECLARE_CLASS(QPointerEvent)
+
+namespace Pellarvine::detail {
+
+/// Closes a popover when the user does something elsewhere, as its behavior says. It sees the events
+/// of the whole program between start() and stop().
+class PopoverInput : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit PopoverInput(NS::Popover *popover);
+
+    /// Input that is under way now, such as the click that opens the popover, does not count.
+    void start();
+    void stop();
+    void setBubble(PopoverBubble *bubble) { m_bubble = bubble; }
+
+    /// Whether the click or the key is still under way that has closed the popover of `opener`.
+    static bool hasJustClosed(const QWidget *opener);
+
+    /// Passes a click on the bubble's shadow, or beside its arrow, to the widget that shows through.
+    void clickBehind(QPoint globalPosition);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool contains(const QWidget *widget) const;
+    bool isElsewhere(const QWidget *widget) const;
+    bool closesFor(const QWidget *widget) const;
+    QWidget *opener() const;
+    void press(QObject *watched, QPointerEvent *event);
+    bool key(QObject *watched, QKeyEvent *event);
+
+    NS::Popover *m_popover;
+    QPointer<PopoverBubble> m_bubble;
+    bool m_seesInput = false;
+};
+
+} // namespace Pellarvine::detail
