@@ -47,6 +47,8 @@ struct Popover::Private
     QRectF anchorFor(const QRectF &areaInWindow) const;
     QRectF room(const QRectF &anchor) const;
 
+    void startWatching();
+    void stopWatching();
     void createBubble();
     void removeBubble();
     void place();
@@ -83,8 +85,10 @@ Popover::Popover(QObject *parent)
 
 Popover::~Popover()
 {
-    if (d->isShown)
-        d->removeBubble();
+    if (!d->isShown)
+        return;
+    d->stopWatching();
+    d->removeBubble();
 }
 
 ViewController *Popover::contentViewController() const
@@ -220,8 +224,7 @@ void Popover::showRelativeToRect(const QRectF &rect, QWidget *view, RectEdge pre
     d->createBubble();
     if (wasShown || !d->isShown)
         return;
-    qApp->installEventFilter(this);
-    d->input.start();
+    d->startWatching();
     Q_EMIT shownChanged(true);
     Q_EMIT didShow();
 }
@@ -250,6 +253,7 @@ void Popover::close()
     if (!self)
         return;
     d->isShown = false;
+    d->stopWatching();
     d->removeBubble();
     disconnect(d->viewEnding);
     d->isClosing = false;
@@ -333,6 +337,18 @@ QRectF Popover::Private::room(const QRectF &anchor) const
     return QRectF(screen->availableGeometry().adjusted(margin, margin, -margin, -margin));
 }
 
+void Popover::Private::startWatching()
+{
+    qApp->installEventFilter(q);
+    input.start();
+}
+
+void Popover::Private::stopWatching()
+{
+    qApp->removeEventFilter(q);
+    input.stop();
+}
+
 void Popover::Private::createBubble()
 {
     QWidget *const content = controller->view();
@@ -378,8 +394,6 @@ void Popover::Private::createBubble()
 // Leaves the content to its controller, and the focus to who had it.
 void Popover::Private::removeBubble()
 {
-    qApp->removeEventFilter(q);
-    input.stop();
     if (!bubble)
         return;
     detail::PopoverBubble *const former = std::exchange(bubble, nullptr);
@@ -460,7 +474,7 @@ void Popover::Private::follow(QObject *watched, QEvent *event)
             createBubble();
         else
             q->close();
-    } else if (view->isVisible()) {
+    } else if (bubble && view->isVisible()) {
         place();
     }
 }

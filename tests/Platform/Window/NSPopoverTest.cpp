@@ -311,6 +311,21 @@ TEST(Popover, a_click_elsewhere_closes_it_and_reaches_what_it_hit)
     }
 }
 
+TEST(Popover, still_closes_and_follows_once_its_content_was_replaced)
+{
+    Scene scene;
+    scene.show();
+    auto *const content = new QWidget;
+    content->setFixedSize(60, 40);
+    scene.popover.setContentViewController(controllerOf(content));
+    settle();
+    const QRect before = scene.contentOnScreen();
+    scene.button.move(scene.button.pos() + QPoint(20, 0));
+    EXPECT_EQ(scene.contentOnScreen(), before.translated(20, 0));
+    scene.click(&scene.other);
+    EXPECT_FALSE(scene.popover.isShown());
+}
+
 TEST(Popover, a_click_in_it_keeps_it_open)
 {
     for (const bool staysInWindow : { false, true }) {
