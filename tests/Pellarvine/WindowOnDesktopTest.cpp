@@ -240,6 +240,10 @@ TEST_F(WindowOnDesktop, is_closed_and_miniaturised_by_the_desktop_too)
     EXPECT_TRUE(waitFor([&] { return state() == "miniaturized"; }));
     input({ u"search"_s, u"--name"_s, u"^Subject$"_s, u"windowactivate"_s });
     EXPECT_TRUE(waitFor([&] { return state() == "normal"; }));
-    input({ u"key"_s, u"alt+F4"_s });
-    EXPECT_TRUE(waitFor([&] { return told().contains("closed"); }));
+    // The first key of all changes the server's keyboard. The window manager then grabs its keys anew,
+    // and may miss that one.
+    EXPECT_TRUE(waitFor([&] {
+        input({ u"key"_s, u"alt+F4"_s });
+        return told().contains("closed");
+    }));
 }
