@@ -20,9 +20,11 @@ class HMAC;
 /// chunks of any size:
 ///
 ///     Pellarvine::Decryptor decryptor(passphrase);
-///     while (!source.atEnd())
-///         target.write(decryptor.feed(source.read(1 << 20)));
-///     target.write(decryptor.finalize()); // throws unless all of it is genuine
+///     QByteArray text = decryptor.feed(front);
+///     text += decryptor.feed(rest);
+///     text += decryptor.finalize(); // throws unless all of it is genuine
+///
+/// From one device to another, `open()` in Sealing.h does it, and checks before it writes.
 ///
 /// Plaintext is handed out before the tag behind it has been seen. Trust none of it, and keep it
 /// from its reader, until `finalize()` has returned. Keys and passphrase are wiped with the object.

@@ -14,9 +14,11 @@ namespace Pellarvine {
 /// Writes the passphrase-encrypted container, in one call or as a stream:
 ///
 ///     Pellarvine::Encryptor encryptor(passphrase);
-///     while (!source.atEnd())
-///         target.write(encryptor.feed(source.read(1 << 20)));
-///     target.write(encryptor.finalize());
+///     QByteArray container = encryptor.feed(title); // begins with the header, also for no bytes
+///     container += encryptor.feed(body);
+///     container += encryptor.finalize();
+///
+/// From one device to another, `seal()` in Sealing.h does it, write errors included.
 ///
 /// All results joined, in order, are the container: a 36-byte header, AES-256-CBC ciphertext and
 /// an HMAC-SHA256 tag over both. Salts and IV are fresh for each object, so no two containers are
