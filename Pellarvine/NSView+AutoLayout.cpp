@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Base/MethodLookup.h"
 #include "Layout/NSLayoutAnchor.h"
 #include "Pellarvine/NSView+AutoLayout.h"
 #include "View/NSView.h"
@@ -13,13 +14,6 @@ namespace {
 using Pin = void (*)(QWidget *, QWidget *);
 using PinWithBorder = void (*)(QWidget *, QWidget *, double);
 
-// The receiver's own method of that signature, if its class has one.
-QMetaMethod ownMethod(const QWidget *receiver, const char *signature)
-{
-    const QMetaObject *const type = receiver->metaObject();
-    return type->method(type->indexOfMethod(signature));
-}
-
 void prepare(QWidget *receiver, QWidget *subview)
 {
     setTranslatesAutoresizingMaskIntoConstraints(subview, false);
@@ -29,7 +23,7 @@ void prepare(QWidget *receiver, QWidget *subview)
 void add(QWidget *receiver, QWidget *subview, const char *signature, Pin pin)
 {
     prepare(receiver, subview);
-    const QMetaMethod own = ownMethod(receiver, signature);
+    const QMetaMethod own = detail::methodWithSignature(receiver, signature);
     if (own.isValid())
         own.invoke(receiver, Qt::DirectConnection, Q_ARG(QWidget *, subview));
     else
@@ -40,7 +34,7 @@ void add(QWidget *receiver, QWidget *subview, double border, const char *signatu
          PinWithBorder pin)
 {
     prepare(receiver, subview);
-    const QMetaMethod own = ownMethod(receiver, signature);
+    const QMetaMethod own = detail::methodWithSignature(receiver, signature);
     if (own.isValid()) {
         own.invoke(receiver, Qt::DirectConnection, Q_ARG(QWidget *, subview),
                    Q_ARG(double, border));

@@ -4,6 +4,7 @@
 #include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "Base/FileContents.h"
+#include "Base/MethodLookup.h"
 #include "Drawing/ImageDecoding.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/NSKeyValueBinding.h"
@@ -33,16 +34,16 @@ QMetaMethod operation(const QObject *delegate)
 {
     if (!delegate)
         return {};
-    const QMetaObject *const metaObject = delegate->metaObject();
-    // The last one is that of the most derived class.
-    for (int index = metaObject->methodCount() - 1; index >= 0; --index) {
-        const QMetaMethod method = metaObject->method(index);
-        if (method.name() == "replaceableImageView" && method.parameterCount() == 2
+    QMetaMethod found;
+    const QList<QMetaMethod> overloads = detail::methodsNamed(delegate, "replaceableImageView");
+    for (const QMetaMethod &method : overloads) {
+        // By type: a class may spell them in several ways. The last is the most derived class's.
+        if (method.parameterCount() == 2
             && method.parameterMetaType(0) == QMetaType::fromType<ReplaceableImageView *>()
             && method.parameterMetaType(1) == QMetaType::fromType<Data>())
-            return method;
+            found = method;
     }
-    return {};
+    return found;
 }
 
 void tell(QObject *delegate, ReplaceableImageView *view, const Data &bytes)
@@ -77,7 +78,7 @@ void showHonouringBinding(const NS::Image &image, ReplaceableImageView *view)
     try {
         NS::setValueForKeyPath(model, keyPath.toString(), QVariant::fromValue(image));
     } catch (const NS::KeyValueException &error) {
-        detail::printWarning("Warning: " + std::string(error.what()));
+        detail::printWarning(error);
     }
 }
 

@@ -31,4 +31,9 @@ void printWarning(std::string_view message)
     writeLine(stdout, message);
 }
 
+void printWarning(const std::exception &error)
+{
+    printWarning(std::string("Warning: ") + error.what());
+}
+
 } // namespace Pellarvine::detail

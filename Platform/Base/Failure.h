@@ -3,6 +3,7 @@
 
 #include "Base/Global.h"
 
+#include <exception>
 #include <string_view>
 
 // The library's own messages leave through these two functions and through no others, so that a
@@ -16,5 +17,8 @@ namespace Pellarvine::detail {
 
 /// A problem that can be survived: writes `message` and a newline to standard output.
 PELLARVINE_PRIVATE_EXPORT void printWarning(std::string_view message);
+
+/// The same for what an exception says, behind "Warning: ".
+PELLARVINE_PRIVATE_EXPORT void printWarning(const std::exception &error);
 
 } // namespace Pellarvine::detail

@@ -37,9 +37,7 @@ public:
         QVariant result = value(0);
         if (nextChild())
             fail(u"there is a second value"_s);
-        while (!m_xml.atEnd())
-            m_xml.readNext();
-        checkReader();
+        nextChild(); // nothing may follow the list
         return result;
     }
 
@@ -47,18 +45,9 @@ private:
     // To the next element in the current one; false at its end.
     bool nextChild()
     {
-        while (true) {
-            m_xml.readNext();
-            checkReader();
-            if (m_xml.isStartElement()) {
-                m_xml.noteTag();
-                return true;
-            }
-            if (m_xml.isEndElement() || m_xml.isEndDocument())
-                return false;
-            if (m_xml.isCharacters() && !m_xml.isWhitespace())
-                failHere(u"there is text between the elements"_s);
-        }
+        const bool isThere = m_xml.readChild();
+        checkReader();
+        return isThere;
     }
 
     // Of the element whose tag has been read.
@@ -146,17 +135,13 @@ private:
     void checkReader() const
     {
         if (m_xml.hasError())
-            failHere(m_xml.errorString());
+            fail(m_xml.errorString());
     }
 
-    // At the latest tag; and where the reading has come to.
     [[noreturn]] QVariant fail(const QString &message) const
     {
-        throw PropertyListError(m_fileName, m_xml.tagLine(), m_xml.tagColumn(), message);
-    }
-    [[noreturn]] void failHere(const QString &message) const
-    {
-        throw PropertyListError(m_fileName, m_xml.line(), m_xml.column(), message);
+        const detail::XmlPlace place = m_xml.place();
+        throw PropertyListError(m_fileName, place.line, place.column, message);
     }
 
     detail::XmlReader m_xml;

@@ -19,6 +19,25 @@ XmlReader::XmlReader(const QByteArray &contents)
         raiseError(u"It is not text in UTF-8."_s);
 }
 
+bool XmlReader::readChild()
+{
+    while (true) {
+        const XmlPlace before = position();
+        readNext();
+        if (isStartElement()) {
+            noteTag();
+            return true;
+        }
+        if (isEndElement() || isEndDocument() || hasError())
+            return false;
+        if (isCharacters() && !isWhitespace()) {
+            m_place = before;
+            raiseError(u"there is text between the elements"_s);
+            return false;
+        }
+    }
+}
+
 // The reader tells where a tag ends, and no "<" stands within one.
 void XmlReader::noteTag()
 {
@@ -30,7 +49,13 @@ void XmlReader::noteTag()
             m_lineStart = m_scanned;
         }
     }
-    m_column = int(m_scanned - m_lineStart) + 1;
+    m_place = { m_line, int(m_scanned - m_lineStart) + 1 };
+}
+
+XmlPlace XmlReader::place() const
+{
+    // The reader does not place the errors that are raised here.
+    return hasError() && error() != CustomError ? position() : m_place;
 }
 
 } // namespace Pellarvine::detail

@@ -10,29 +10,38 @@
 
 namespace Pellarvine::detail {
 
+/// A place in a file. Both count from 1; both are 0 where no place is known.
+struct XmlPlace
+{
+    int line = 0;
+    int column = 0;
+};
+
 /// Reads a file as it is; an error where it is not text is the first thing to be read.
 class PELLARVINE_PRIVATE_EXPORT XmlReader : public QXmlStreamReader
 {
 public:
     explicit XmlReader(const QByteArray &contents);
 
+    /// To the next element in the current one; false at the end of that and at an error, which text
+    /// between the elements is too. Does what noteTag() does.
+    bool readChild();
+
     /// To be called once a start tag has been read, if its place is to be known.
     void noteTag();
 
-    /// Where the tag that was noted last starts, counted from 1.
-    int tagLine() const { return m_line; }
-    int tagColumn() const { return m_column; }
+    /// Where the tag that was noted last starts; after an error, where that is.
+    XmlPlace place() const;
 
     /// Where the reading has come to.
-    int line() const { return int(lineNumber()); }
-    int column() const { return int(columnNumber()) + 1; }
+    XmlPlace position() const { return { int(lineNumber()), int(columnNumber()) + 1 }; }
 
 private:
     QString m_text;
-    int m_line = 1;
-    int m_column = 1;
-    qsizetype m_scanned = 0;
+    XmlPlace m_place { 1, 1 };
+    int m_line = 1; // of m_lineStart
     qsizetype m_lineStart = 0;
+    qsizetype m_scanned = 0;
 };
 
 } // namespace Pellarvine::detail

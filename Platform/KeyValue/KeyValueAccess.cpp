@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "KeyValue/KeyValueAccess.h"
 
+#include "Base/MethodLookup.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/KeyValueEquality.h"
 #include "KeyValue/PlainProperty.h"
@@ -126,16 +127,25 @@ bool isEmpty(const QVariant &value)
     return !value.isValid() || NS::isNullObject(value);
 }
 
-struct Gadget
+// The property `key` of the gadget in a container, or of the one that it points to.
+struct GadgetProperty
 {
-    const QMetaObject *metaObject = nullptr;
+    QMetaProperty property;
+    const char *className = nullptr;
     bool isPointer = false;
 
-    explicit Gadget(QMetaType type)
+    GadgetProperty(const QVariant &container, const QString &key, const KeyPath &path)
+        : className(container.typeName())
     {
+        const QMetaType type = container.metaType();
         isPointer = bool(type.flags() & QMetaType::PointerToGadget);
-        if (isPointer || type.flags() & QMetaType::IsGadget)
-            metaObject = type.metaObject();
+        const bool isGadget = isPointer || type.flags() & QMetaType::IsGadget;
+        if (const QMetaObject *const metaObject = isGadget ? type.metaObject() : nullptr) {
+            className = metaObject->className();
+            property = metaObject->property(metaObject->indexOfProperty(key.toUtf8().constData()));
+        }
+        if (!property.isValid())
+            fail(NS::KeyValueException::undefinedKey, className, key, path);
     }
     const void *data(const QVariant &value) const
     {
@@ -145,14 +155,24 @@ struct Gadget
     {
         return isPointer ? *static_cast<void *const *>(value.constData()) : value.data();
     }
-    QMetaProperty property(const QString &key) const
-    {
-        return metaObject->property(metaObject->indexOfProperty(key.toUtf8().constData()));
-    }
 };
 
-// Changes what `container` holds under keys[index...]. False if nothing needs to be written back,
-// since the way led into an object or ended at nothing.
+bool replaceInside(QVariant &container, const Keys &keys, qsizetype index, const QVariant &value,
+                   const KeyPath &path);
+
+// Changes what `inner`, an object or a container, holds under keys[index...]. True if it is another
+// one by that and has to be written back: not an object, and not where the way ends at nothing.
+bool setInside(QVariant &inner, const Keys &keys, qsizetype index, const QVariant &value,
+               const KeyPath &path)
+{
+    if (const auto next = object(inner)) {
+        if (*next)
+            setValue(*next, keys, index, value, path);
+        return false;
+    }
+    return inner.isValid() && replaceInside(inner, keys, index, value, path);
+}
+
 bool replaceInside(QVariant &container, const Keys &keys, qsizetype index, const QVariant &value,
                    const KeyPath &path)
 {
@@ -161,12 +181,7 @@ bool replaceInside(QVariant &container, const Keys &keys, qsizetype index, const
     QVariant inner;
     if (!isLast) {
         inner = valueInside(container, key, path);
-        if (const auto next = object(inner)) {
-            if (*next)
-                setValue(*next, keys, index + 1, value, path);
-            return false;
-        }
-        if (!inner.isValid() || !replaceInside(inner, keys, index + 1, value, path))
+        if (!setInside(inner, keys, index + 1, value, path))
             return false;
     }
     if (container.typeId() == QMetaType::QVariantMap) {
@@ -177,14 +192,10 @@ bool replaceInside(QVariant &container, const Keys &keys, qsizetype index, const
             map->insert(key, isLast ? value : inner);
         return true;
     }
-    const Gadget gadget(container.metaType());
-    if (!gadget.metaObject)
-        fail(NS::KeyValueException::undefinedKey, container.typeName(), key, path);
-    const QMetaProperty property = gadget.property(key);
-    if (!property.isValid())
-        fail(NS::KeyValueException::undefinedKey, gadget.metaObject->className(), key, path);
+    const GadgetProperty gadget(container, key, path);
+    const QMetaProperty &property = gadget.property;
     if (!property.isWritable())
-        fail(NS::KeyValueException::readOnly, gadget.metaObject->className(), key, path);
+        fail(NS::KeyValueException::readOnly, gadget.className, key, path);
     void *const data = gadget.data(container);
     if (!data)
         return false;
@@ -194,7 +205,7 @@ bool replaceInside(QVariant &container, const Keys &keys, qsizetype index, const
     }
     const auto fitting = converted(isLast ? value : inner, property.metaType());
     if (!fitting || !property.writeOnGadget(data, *fitting))
-        fail(NS::KeyValueException::notConvertible, gadget.metaObject->className(), key, path,
+        fail(NS::KeyValueException::notConvertible, gadget.className, key, path,
              description(value, property.metaType()));
     return !gadget.isPointer;
 }
@@ -267,14 +278,9 @@ QVariant valueInside(const QVariant &container, const QString &key, const KeyPat
 {
     if (container.typeId() == QMetaType::QVariantMap)
         return static_cast<const QVariantMap *>(container.constData())->value(key);
-    const Gadget gadget(container.metaType());
-    if (!gadget.metaObject)
-        fail(NS::KeyValueException::undefinedKey, container.typeName(), key, path);
-    const QMetaProperty property = gadget.property(key);
-    if (!property.isReadable())
-        fail(NS::KeyValueException::undefinedKey, gadget.metaObject->className(), key, path);
+    const GadgetProperty gadget(container, key, path);
     const void *const data = gadget.data(container);
-    return data ? property.readOnGadget(data) : QVariant();
+    return data ? gadget.property.readOnGadget(data) : QVariant();
 }
 
 void setValue(QObject *object, const Keys &keys, qsizetype first, const QVariant &value,
@@ -287,14 +293,7 @@ void setValue(QObject *object, const Keys &keys, qsizetype first, const QVariant
         return;
     }
     QVariant inner = readProperty(object, access, key);
-    if (const auto next = detail::object(inner)) {
-        if (*next)
-            setValue(*next, keys, first + 1, value, path);
-        return;
-    }
-    if (!inner.isValid())
-        return;
-    if (replaceInside(inner, keys, first + 1, value, path))
+    if (setInside(inner, keys, first + 1, value, path))
         writeProperty(object, access, key, inner, path);
 }
 
@@ -326,11 +325,9 @@ QVariant withoutNull(const QVariant &value)
 
 int isEqualMethod(const QObject *object)
 {
-    const QMetaObject *const metaObject = object->metaObject();
-    const int index = metaObject->indexOfMethod("isEqual(QObject*)");
-    const bool answers =
-            index >= 0 && metaObject->method(index).returnMetaType() == QMetaType::fromType<bool>();
-    return answers ? index : -1;
+    const QMetaMethod method = methodWithSignature(object, "isEqual(QObject*)");
+    const bool answers = method.returnMetaType() == QMetaType::fromType<bool>();
+    return answers ? method.methodIndex() : -1;
 }
 
 bool isEqual(QObject *first, QObject *second, int method)

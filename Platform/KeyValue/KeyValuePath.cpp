@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -191,7 +190,7 @@ bool WatchedPath::update(const Slot *slot)
     try {
         isChanged = rebuild(slot);
     } catch (const NS::KeyValueException &error) {
-        printWarning(std::string("Warning: ") + error.what());
+        printWarning(error);
     }
     return isChanged && m_walk->isObserving && (hadLeaf || m_walk->leaf);
 }

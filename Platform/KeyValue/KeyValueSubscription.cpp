@@ -14,7 +14,6 @@
 #include <exception>
 #include <memory>
 #include <mutex>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -44,7 +43,7 @@ inline void fire(const Slot *slot) noexcept
     try {
         slot->listener->fired(slot);
     } catch (const std::exception &error) {
-        printWarning(std::string("Warning: ") + error.what());
+        printWarning(error);
     } catch (...) {
         printWarning("Warning: an observer threw something that is no exception");
     }

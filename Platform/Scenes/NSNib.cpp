@@ -2,7 +2,9 @@
 #include "Scenes/NSNib.h"
 
 #include "Base/ClassRegistry.h"
+#include "Base/MethodLookup.h"
 #include "Scenes/NibConnector.h"
+#include "Scenes/NibEntry.h"
 #include "Scenes/NibFile.h"
 
 #include <QAction>
@@ -46,6 +48,24 @@ void clearEntries(QObject *object, const QByteArray &property)
 {
     object->setProperty(property.constData(), {});
     object->setProperty(("_q_notr_" + property).constData(), {});
+}
+
+void callAwakeFromNib(QObject *object)
+{
+    detail::methodWithSignature(object, "awakeFromNib()").invoke(object, Qt::DirectConnection);
+}
+
+// Calls awakeFromNib() of all that declare it, the owner last. It may destroy any of them.
+void awaken(const QList<QPointer<QObject>> &objects, const QPointer<QObject> &owner)
+{
+    for (const QPointer<QObject> &object : objects) {
+        if (object && !object->property(awakeProperty).isValid()) {
+            object->setProperty(awakeProperty, true);
+            callAwakeFromNib(object);
+        }
+    }
+    if (owner && !objects.contains(owner))
+        callAwakeFromNib(owner);
 }
 
 // Makes the objects, and remembers them by name.
@@ -113,12 +133,7 @@ public:
         checkNames();
         addPages();
 
-        NibConnector connector(m_owner, m_loader.objects,
-                               [this](NibError::Reason reason, const NibText &place,
-                                      const QString &object, const QString &name,
-                                      const QString &message) {
-                                   return m_file.error(reason, place, object, name, message);
-                               });
+        NibConnector connector(m_owner, m_loader.objects, m_file.fileName);
         connectWith(connector);
         try {
             awaken();
@@ -130,10 +145,10 @@ public:
     }
 
 private:
-    [[noreturn]] void fail(NibError::Reason reason, const NibText &place, const QString &object,
+    [[noreturn]] void fail(NibError::Reason reason, const NibText &where, const QString &object,
                            const QString &name, const QString &message) const
     {
-        throw m_file.error(reason, place, object, name, message);
+        throw m_file.error(reason, where.place, object, name, message);
     }
 
     // Null for a layout without a name.
@@ -279,9 +294,9 @@ private:
                 detail::signalAndSlot(
                         m_loader.objects.value(connection.sender.text), connection.signal.text,
                         m_loader.objects.value(connection.receiver.text), connection.slot.text);
-            } catch (const detail::MissingMethod &error) {
-                fail(NibError::unknownMethod, connection.signal, connection.sender.text, error.name,
-                     error.message);
+            } catch (const detail::NibFault &fault) {
+                fail(fault.reason, connection.signal, connection.sender.text, fault.name,
+                     fault.message);
             }
         }
     }
@@ -301,14 +316,13 @@ private:
             if (method.isEmpty() || !container || page->parentWidget() != container)
                 continue;
             const QByteArray signature = method.section(u'(', 0, 0).toUtf8() + "(QWidget*)";
-            const int index = container->metaObject()->indexOfMethod(signature.constData());
-            if (index < 0)
+            const QMetaMethod adds = detail::methodWithSignature(container, signature.constData());
+            if (!adds.isValid())
                 fail(NibError::unknownMethod, parent.name, parent.name.text, method,
                      u"%1 has no method \"%2\" that adds a widget"_s.arg(parent.className, method));
             if (parent.className == QString::fromUtf8(container->metaObject()->className()))
                 continue;
-            container->metaObject()->method(index).invoke(container, Qt::DirectConnection,
-                                                          Q_ARG(QWidget *, page));
+            adds.invoke(container, Qt::DirectConnection, Q_ARG(QWidget *, page));
         }
     }
 
@@ -318,7 +332,7 @@ private:
             QObject *const object = this->object(element);
             for (const NibProperty &property : element.properties) {
                 const QString &name = property.name.text;
-                if (!NibConnector::holdsEntries(name))
+                if (!detail::holdsNibEntries(name))
                     continue;
                 const QByteArray key = name.toUtf8();
                 if (!object || object->metaObject()->indexOfProperty(key.constData()) >= 0)
@@ -345,16 +359,7 @@ private:
             open.append(i);
         }
         close(-1);
-        bool holdsOwner = false;
-        for (const QPointer<QObject> &object : std::as_const(sleepers)) {
-            holdsOwner = holdsOwner || object == m_owner;
-            if (object && !object->property(awakeProperty).isValid()) {
-                object->setProperty(awakeProperty, true);
-                detail::awaken(object);
-            }
-        }
-        if (m_owner && !holdsOwner)
-            detail::awaken(m_owner);
+        NS::awaken(sleepers, m_owner);
     }
 
     const NibFile &m_file;
@@ -449,32 +454,20 @@ void Nib::awaken(QWidget *root, QObject *owner)
     QHash<QString, QObject *> byName;
     for (const QPointer<QObject> &object : std::as_const(objects))
         byName.insert(object->objectName(), object);
-    NibConnector connector(owner, byName,
-                           [](NibError::Reason reason, const NibText &place, const QString &object,
-                              const QString &name, const QString &message) {
-                               return NibError(reason, {}, place.line, place.column, object, name,
-                                               message);
-                           });
+    NibConnector connector(owner, byName, {});
     for (const QPointer<QObject> &object : std::as_const(objects)) {
         for (const QByteArray &property : object->dynamicPropertyNames()) {
             const QString name = QString::fromUtf8(property);
-            if (!NibConnector::holdsEntries(name))
+            if (!detail::holdsNibEntries(name))
                 continue;
             const QStringList values = object->property(property.constData()).toStringList();
             for (const QString &entries : values)
-                connector.add(object, name, { entries });
+                connector.add(object, name, { entries, {} });
             clearEntries(object, property);
         }
     }
     connector.connect();
-    for (const QPointer<QObject> &object : std::as_const(objects)) {
-        if (object && !object->property(awakeProperty).isValid()) {
-            object->setProperty(awakeProperty, true);
-            detail::awaken(object);
-        }
-    }
-    if (owner && !objects.contains(owner))
-        detail::awaken(owner);
+    NS::awaken(objects, owner);
 }
 
 } // namespace NS

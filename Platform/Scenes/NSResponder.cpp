@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes/NSResponder.h"
 
+#include "Base/MethodLookup.h"
 #include "Scenes/NSViewController.h"
 
 #include <QApplication>
@@ -49,13 +50,12 @@ bool takes(const QMetaMethod &method, const QObject *sender)
 QMetaMethod actionMethod(const QObject *target, const QByteArray &action, const QObject *sender)
 {
     QMetaMethod found;
-    const QMetaObject *const type = target->metaObject();
-    for (int i = type->methodCount() - 1; i >= 0; --i) {
-        const QMetaMethod method = type->method(i);
-        if (method.methodType() == QMetaMethod::Signal || method.name() != action
-            || !takes(method, sender))
+    const QList<QMetaMethod> overloads = detail::methodsNamed(target, action);
+    for (const QMetaMethod &method : overloads) {
+        if (method.methodType() == QMetaMethod::Signal || !takes(method, sender))
             continue;
-        if (!found.isValid() || method.parameterCount() > found.parameterCount())
+        // The last of equals is the most derived class's.
+        if (!found.isValid() || method.parameterCount() >= found.parameterCount())
             found = method;
     }
     return found;

@@ -11,6 +11,11 @@
 
 QT_FORWARD_DECLARE_CLASS(QObject)
 
+namespace Pellarvine::detail {
+class StoryboardFile;
+struct SegueElement;
+} // namespace Pellarvine::detail
+
 namespace NS {
 
 class ViewController;
@@ -57,21 +62,17 @@ public:
 private:
     friend class ViewController;
     friend class SegueTrigger;
-    struct Private;
-    struct Scene;
-    struct Segue;
     struct Embedded;
-    struct Reader;
 
     explicit Storyboard(const QString &path);
 
     void viewDidLoad(ViewController *controller, const QString &scene);
     void performSegue(ViewController *source, const QString &scene, const QString &identifier,
                       QObject *sender);
-    void perform(const Segue &segue, ViewController *source, QObject *sender);
-    Embedded embedded(const Segue &segue, ViewController *source);
+    void perform(const detail::SegueElement &segue, ViewController *source, QObject *sender);
+    Embedded embedded(const detail::SegueElement &segue, ViewController *source);
 
-    std::unique_ptr<Private> d;
+    std::unique_ptr<const detail::StoryboardFile> m_file;
 };
 
 } // namespace NS

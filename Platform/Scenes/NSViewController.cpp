@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes/NSViewController.h"
 
+#include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "Scenes/NSNib.h"
 #include "Scenes/NSStoryboard.h"
@@ -133,7 +134,7 @@ private:
         try {
             (m_controller->*callback)();
         } catch (const std::exception &error) {
-            detail::printWarning(std::string("Warning: ") + error.what());
+            detail::printWarning(error);
         }
     }
 
@@ -171,10 +172,8 @@ QString ViewController::title() const
 
 void ViewController::setTitle(const QString &title)
 {
-    if (title == d->title)
-        return;
-    d->title = title;
-    Q_EMIT titleChanged(title);
+    if (detail::assign(d->title, title))
+        Q_EMIT titleChanged(title);
 }
 
 QString ViewController::nibName() const

@@ -9,7 +9,6 @@
 #include <QWidget>
 
 #include <exception>
-#include <string>
 #include <utility>
 
 namespace NS {
@@ -19,16 +18,26 @@ struct WindowController::Private
     QString nibName;
     QPointer<QWidget> window;
     bool hasLoaded = false;
+
+    void take(QWidget *taken, WindowController *controller)
+    {
+        window = taken;
+        if (window)
+            setWindowController(window, controller);
+    }
+    void deleteUnlessLent()
+    {
+        if (window && !window->parentWidget())
+            delete window;
+    }
 };
 
 WindowController::WindowController(QWidget *window, QObject *parent)
     : QObject(parent)
     , d(std::make_unique<Private>())
 {
-    d->window = window;
+    d->take(window, this);
     d->hasLoaded = true;
-    if (window)
-        setWindowController(window, this);
 }
 
 WindowController::WindowController(const QString &windowNibName, QObject *parent)
@@ -40,8 +49,7 @@ WindowController::WindowController(const QString &windowNibName, QObject *parent
 
 WindowController::~WindowController()
 {
-    if (d->window && !d->window->parentWidget())
-        delete d->window;
+    d->deleteUnlessLent();
 }
 
 QWidget *WindowController::window()
@@ -52,7 +60,7 @@ QWidget *WindowController::window()
     try {
         loadWindow();
     } catch (const std::exception &error) {
-        detail::printWarning(std::string("Warning: ") + error.what());
+        detail::printWarning(error);
         return nullptr;
     }
     windowDidLoad();
@@ -63,14 +71,11 @@ void WindowController::setWindow(QWidget *window)
 {
     if (window == d->window)
         return;
-    if (d->window && !d->window->parentWidget())
-        delete d->window;
-    else if (d->window)
+    d->deleteUnlessLent();
+    if (d->window)
         setWindowController(d->window, nullptr);
-    d->window = window;
+    d->take(window, this);
     d->hasLoaded = d->hasLoaded || window;
-    if (window)
-        setWindowController(window, this);
     Q_EMIT windowChanged(window);
 }
 

@@ -1,18 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes/NibConnector.h"
 
+#include "Base/MethodLookup.h"
 #include "KeyValue/KeyValueAccess.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/NSKeyValueBinding.h"
 
 #include <QMetaObject>
-#include <QRegularExpression>
-#include <QStringList>
 #include <QWidget>
 
-#include <algorithm>
-#include <optional>
 #include <utility>
+#include <variant>
 
 using namespace Qt::StringLiterals;
 
@@ -20,243 +18,90 @@ namespace Pellarvine::detail {
 
 namespace {
 
-const QString outletsProperty = u"outlets"_s;
-const QString bindingsProperty = u"bindings"_s;
-const QString actionsProperty = u"actions"_s;
-const QString constraintsProperty = u"constraints"_s;
-
 QString className(const QObject *object)
 {
     return QString::fromUtf8(object->metaObject()->className());
 }
 
-// The pattern as it stands, from end to end.
-QRegularExpression pattern(const QString &text)
+NibFault unknownKeyPath(const QString &keyPath, const NS::KeyValueException &error)
 {
-    return QRegularExpression(QRegularExpression::anchoredPattern(text));
-}
-
-QString message(const NS::KeyValueException &error)
-{
-    return QString::fromUtf8(error.what());
-}
-
-// Methods of that name, or of that name and those arguments.
-QList<QMetaMethod> methods(const QMetaObject *metaObject, const QString &text, bool areSignals)
-{
-    const QByteArray name = text.trimmed().toUtf8();
-    const QByteArray signature =
-            name.contains('(') ? QMetaObject::normalizedSignature(name.constData()) : QByteArray();
-    QList<QMetaMethod> found;
-    // The ones of the class itself first, in the order of their declaration.
-    for (int i = 0; i < metaObject->methodCount(); ++i) {
-        const QMetaMethod method = metaObject->method(i);
-        if (areSignals && method.methodType() != QMetaMethod::Signal)
-            continue;
-        if (method.methodType() == QMetaMethod::Constructor)
-            continue;
-        if (signature.isEmpty() ? method.name() == name : method.methodSignature() == signature)
-            found.append(method);
-    }
-    return found;
-}
-
-const std::pair<QLatin1StringView, NS::LayoutAttribute> attributes[] = {
-    { "left"_L1, NS::LayoutAttribute::left },
-    { "right"_L1, NS::LayoutAttribute::right },
-    { "top"_L1, NS::LayoutAttribute::top },
-    { "bottom"_L1, NS::LayoutAttribute::bottom },
-    { "leading"_L1, NS::LayoutAttribute::leading },
-    { "trailing"_L1, NS::LayoutAttribute::trailing },
-    { "width"_L1, NS::LayoutAttribute::width },
-    { "height"_L1, NS::LayoutAttribute::height },
-    { "centerX"_L1, NS::LayoutAttribute::centerX },
-    { "centerY"_L1, NS::LayoutAttribute::centerY },
-    { "firstBaseline"_L1, NS::LayoutAttribute::firstBaseline },
-    { "lastBaseline"_L1, NS::LayoutAttribute::lastBaseline },
-};
-
-enum class Axis {
-    x,
-    y,
-    dimension,
-};
-
-Axis axis(NS::LayoutAttribute attribute)
-{
-    switch (attribute) {
-    case NS::LayoutAttribute::width:
-    case NS::LayoutAttribute::height:
-        return Axis::dimension;
-    case NS::LayoutAttribute::left:
-    case NS::LayoutAttribute::right:
-    case NS::LayoutAttribute::leading:
-    case NS::LayoutAttribute::trailing:
-    case NS::LayoutAttribute::centerX:
-        return Axis::x;
-    default:
-        return Axis::y;
-    }
-}
-
-std::optional<NS::LayoutAttribute> attribute(QStringView name)
-{
-    for (const auto &[text, value] : attributes) {
-        if (name == text)
-            return value;
-    }
-    return std::nullopt;
+    return { NS::NibError::unknownKeyPath, keyPath, QString::fromUtf8(error.what()) };
 }
 
 } // namespace
 
-NibConnector::NibConnector(QObject *owner, QHash<QString, QObject *> objects, ErrorMaker error)
+NibConnector::NibConnector(QObject *owner, QHash<QString, QObject *> objects, QString fileName)
     : m_owner(owner)
     , m_objects(std::move(objects))
-    , m_error(std::move(error))
+    , m_fileName(std::move(fileName))
 { }
 
-bool NibConnector::holdsEntries(const QString &property)
+template <typename Step>
+void NibConnector::run(const Entry &entry, Step step) const
 {
-    return property == outletsProperty || property == bindingsProperty
-           || property == actionsProperty || property == constraintsProperty;
-}
-
-void NibConnector::add(QObject *object, const QString &property, const NibText &entries)
-{
-    const QStringList lines = entries.text.split(u'\n');
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QString &line = lines[i];
-        const QString text = line.trimmed();
-        if (text.isEmpty())
-            continue;
-        Entry entry { object, { text, 0, 0 } };
-        if (entries.line > 0) {
-            const auto indent = int(line.indexOf(text));
-            entry.place.line = entries.line + int(i);
-            entry.place.column = (i == 0 ? entries.column : 1) + indent;
-        }
-        if (property == outletsProperty)
-            addOutlet(entry);
-        else if (property == bindingsProperty)
-            addBinding(entry);
-        else if (property == actionsProperty)
-            addAction(entry);
-        else if (property == constraintsProperty)
-            addConstraint(entry);
+    try {
+        step();
+    } catch (const NibFault &fault) {
+        const XmlPlace &place = entry.text.place;
+        throw NS::NibError(fault.reason, m_fileName, place.line, place.column,
+                           entry.object->objectName(), fault.name, fault.message);
     }
 }
 
-// owner.nameField
-void NibConnector::addOutlet(const Entry &entry)
+void NibConnector::add(QObject *object, const QString &property, const NibText &value)
 {
-    static const QRegularExpression sentence = pattern(uR"((\w+(?:\.\w+)+))"_s);
-    const auto match = sentence.match(entry.place.text);
-    if (!match.hasMatch())
-        fail(entry, NS::NibError::malformed, entry.place.text,
-             u"an outlet has the form \"owner.nameField\", which \"%1\" has not"_s.arg(
-                     entry.place.text));
-    m_outlets.append({ entry, path(entry, match.captured(1)) });
+    const QList<NibText> texts = nibEntries(value);
+    for (const NibText &text : texts) {
+        const Entry entry { object, text };
+        run(entry, [&] {
+            std::visit([&](const auto &said) { take(entry, said); }, nibEntry(property, text.text));
+        });
+    }
 }
 
-// text = owner.account.name
-void NibConnector::addBinding(const Entry &entry)
+void NibConnector::take(const Entry &entry, const NibOutlet &outlet)
 {
-    static const QRegularExpression sentence = pattern(uR"((\w+)\s*=\s*(\w+(?:\.\w+)+))"_s);
-    const auto match = sentence.match(entry.place.text);
-    if (!match.hasMatch())
-        fail(entry, NS::NibError::malformed, entry.place.text,
-             u"a binding has the form \"text = owner.name\", which \"%1\" has not"_s.arg(
-                     entry.place.text));
-    m_bindings.append({ entry, match.captured(1), path(entry, match.captured(2)) });
+    m_outlets.append({ entry, path(entry, outlet.path) });
 }
 
-// clicked -> owner.document.save
-void NibConnector::addAction(const Entry &entry)
+void NibConnector::take(const Entry &entry, const NibBinding &binding)
 {
-    static const QRegularExpression sentence = pattern(
-            uR"((\w+(?:\s*\([^()]*\))?)\s*->\s*(\w+(?:\.\w+)*)\.(\w+(?:\s*\([^()]*\))?))"_s);
-    const auto match = sentence.match(entry.place.text);
-    if (!match.hasMatch())
-        fail(entry, NS::NibError::malformed, entry.place.text,
-             u"an action has the form \"clicked -> owner.save\", which \"%1\" has not"_s.arg(
-                     entry.place.text));
-    const QString target = match.captured(2);
-    const Path way = path(entry, target);
+    m_bindings.append({ entry, binding.key, path(entry, binding.path) });
+}
+
+void NibConnector::take(const Entry &entry, const NibAction &action)
+{
+    const Path way = path(entry, action.receiver);
     QObject *receiver = way.root;
     if (!way.keyPath.isEmpty()) {
         try {
             receiver = object(NS::valueForKeyPath(way.root, way.keyPath)).value_or(nullptr);
         } catch (const NS::KeyValueException &error) {
-            fail(entry, NS::NibError::unknownKeyPath, way.keyPath, message(error));
+            throw unknownKeyPath(way.keyPath, error);
         }
         if (!receiver)
-            fail(entry, NS::NibError::unknownKeyPath, way.keyPath,
-                 u"there is no object at \"%1\""_s.arg(target));
+            throw NibFault { NS::NibError::unknownKeyPath, way.keyPath,
+                             u"there is no object at \"%1.%2\""_s.arg(action.receiver.root,
+                                                                      way.keyPath) };
     }
-    try {
-        const auto [signal, slot] =
-                signalAndSlot(entry.object, match.captured(1), receiver, match.captured(3));
-        m_actions.append({ entry, signal, receiver, slot });
-    } catch (const MissingMethod &error) {
-        fail(entry, NS::NibError::unknownMethod, error.name, error.message);
-    }
+    const auto [signal, slot] = signalAndSlot(entry.object, action.signal, receiver, action.slot);
+    m_actions.append({ entry, signal, receiver, slot });
 }
 
-// leading = superview.leading + 8, width <= 0.5 * panel.width @750, height >= 20
-void NibConnector::addConstraint(const Entry &entry)
+void NibConnector::take(const Entry &entry, const NibConstraint &said)
 {
-    static const QRegularExpression sentence = pattern(
-            uR"((\w+)\s*(<=|>=|==?)\s*(?:(?:([\d.]+)\s*\*\s*)?([A-Za-z_]\w*)\.(\w+)\s*(?:([+-])\s*([\d.]+))?|([+-]?[\d.]+))\s*(?:@\s*([\d.]+))?)"_s);
-    const auto match = sentence.match(entry.place.text);
-    bool isNumber = match.hasMatch();
-    const auto number = [&](int group, double otherwise) {
-        const QString text = match.captured(group);
-        bool isValid = true;
-        const double value = text.isEmpty() ? otherwise : text.toDouble(&isValid);
-        isNumber = isNumber && isValid;
-        return value;
-    };
-    const double multiplier = number(3, 1.0);
-    const double sign = match.captured(6) == "-"_L1 ? -1.0 : 1.0;
-    const bool isConstant = match.captured(4).isEmpty();
-    const double constant = isConstant ? number(8, 0.0) : sign * number(7, 0.0);
-    const double priority = number(9, NS::LayoutPriority::required);
-    if (!isNumber)
-        fail(entry, NS::NibError::malformed, entry.place.text,
-             u"a constraint has the form \"leading = superview.leading + 8\" or \"width >= 120\", "
-             "which \"%1\" has not"_s.arg(entry.place.text));
-    const auto firstAttribute = attribute(match.captured(1));
-    const auto secondAttribute =
-            isConstant ? NS::LayoutAttribute::notAnAttribute : attribute(match.captured(5));
-    for (const auto &[value, group] :
-         { std::pair(firstAttribute, 1), std::pair(secondAttribute, 5) }) {
-        if (!value)
-            fail(entry, NS::NibError::unknownKeyPath, match.captured(group),
-                 u"there is no attribute \"%1\" (constraint \"%2\")"_s.arg(match.captured(group),
-                                                                           entry.place.text));
-    }
-    const bool isDimension = axis(*firstAttribute) == Axis::dimension;
-    if (isConstant ? !isDimension : axis(*firstAttribute) != axis(*secondAttribute))
-        fail(entry, NS::NibError::malformed, entry.place.text,
-             u"\"%1\" compares what cannot be compared"_s.arg(entry.place.text));
     auto *const first = qobject_cast<QWidget *>(entry.object);
     if (!first)
-        fail(entry, NS::NibError::unknownObject, entry.place.text,
-             u"only a widget can have constraints"_s);
-    const QString relation = match.captured(2);
+        throw NibFault { NS::NibError::unknownObject, entry.text.text,
+                         u"only a widget can have constraints"_s };
     const auto constraint = NS::LayoutConstraint::make(
-            first, *firstAttribute,
-            relation == "<="_L1   ? NS::LayoutRelation::lessThanOrEqual
-            : relation == ">="_L1 ? NS::LayoutRelation::greaterThanOrEqual
-                                  : NS::LayoutRelation::equal,
-            isConstant ? nullptr : item(entry, match.captured(4)), *secondAttribute,
-            isConstant ? 0.0 : multiplier, constant);
-    constraint->setPriority(priority);
+            first, said.firstAttribute, said.relation,
+            said.secondItem.isEmpty() ? nullptr : item(entry, said.secondItem),
+            said.secondAttribute, said.multiplier, said.constant);
+    constraint->setPriority(said.priority);
     m_constraints.append(constraint);
 }
 
-// What "superview", "self" or a name stands for in a constraint.
 QWidget *NibConnector::item(const Entry &entry, const QString &name) const
 {
     auto *const self = static_cast<QWidget *>(entry.object);
@@ -265,35 +110,35 @@ QWidget *NibConnector::item(const Entry &entry, const QString &name) const
                                                   : m_objects.value(name);
     auto *const widget = qobject_cast<QWidget *>(found);
     if (!widget)
-        fail(entry, NS::NibError::unknownObject, name,
-             u"there is no widget \"%1\" (constraint \"%2\")"_s.arg(name, entry.place.text));
+        throw NibFault { NS::NibError::unknownObject, name,
+                         u"there is no widget \"%1\" (constraint \"%2\")"_s.arg(name,
+                                                                                entry.text.text) };
     return widget;
 }
 
-// "owner", "self" or an object's name, and the keys behind it.
-NibConnector::Path NibConnector::path(const Entry &entry, const QString &text) const
+NibConnector::Path NibConnector::path(const Entry &entry, const NibPath &path) const
 {
-    const QString root = text.section(u'.', 0, 0);
-    const QString keyPath = text.section(u'.', 1);
+    const QString &root = path.root;
     if (root == "owner"_L1 && !m_owner)
-        fail(entry, NS::NibError::unknownObject, root,
-             u"there is no owner, which \"%1\" needs"_s.arg(entry.place.text));
+        throw NibFault { NS::NibError::unknownObject, root,
+                         u"there is no owner, which \"%1\" needs"_s.arg(entry.text.text) };
     QObject *const object = root == "owner"_L1  ? m_owner
                             : root == "self"_L1 ? entry.object
                                                 : m_objects.value(root);
     if (!object)
-        fail(entry, NS::NibError::unknownObject, root,
-             u"there is no object \"%1\", which \"%2\" needs"_s.arg(root, entry.place.text));
-    return { object, keyPath };
+        throw NibFault { NS::NibError::unknownObject, root,
+                         u"there is no object \"%1\", which \"%2\" needs"_s.arg(root,
+                                                                                entry.text.text) };
+    return { object, path.keyPath };
 }
 
 void NibConnector::connect()
 {
     try {
         for (const Outlet &outlet : std::as_const(m_outlets))
-            setOutlet(outlet);
+            run(outlet, [&] { setOutlet(outlet); });
         for (const ValueBinding &binding : std::as_const(m_bindings))
-            bindValue(binding);
+            run(binding, [&] { bindValue(binding); });
     } catch (...) {
         undo();
         throw;
@@ -312,12 +157,12 @@ void NibConnector::setOutlet(const Outlet &outlet)
         // A null on the way would swallow the outlet.
         const qsizetype dot = path.keyPath.lastIndexOf(u'.');
         if (dot >= 0 && !NS::valueForKeyPath(path.root, path.keyPath.first(dot)).isValid())
-            fail(outlet, NS::NibError::unknownKeyPath, path.keyPath,
-                 u"there is no object at \"%1\" (outlet \"%2\")"_s.arg(path.keyPath.first(dot),
-                                                                       outlet.place.text));
+            throw NibFault { NS::NibError::unknownKeyPath, path.keyPath,
+                             u"there is no object at \"%1\" (outlet \"%2\")"_s.arg(
+                                     path.keyPath.first(dot), outlet.text.text) };
         NS::setValueForKeyPath(path.root, path.keyPath, QVariant::fromValue(outlet.object));
     } catch (const NS::KeyValueException &error) {
-        fail(outlet, NS::NibError::unknownKeyPath, path.keyPath, message(error));
+        throw unknownKeyPath(path.keyPath, error);
     }
     m_undo.append([root = QPointer<QObject>(path.root), keyPath = path.keyPath] {
         if (root)
@@ -330,9 +175,10 @@ void NibConnector::bindValue(const ValueBinding &binding)
     try {
         NS::bind(binding.object, binding.key, binding.path.root, binding.path.keyPath);
     } catch (const NS::KeyValueException &error) {
-        fail(binding, NS::NibError::unknownKeyPath,
-             error.keyPath() == binding.path.keyPath ? binding.path.keyPath : binding.key,
-             u"%1 (binding \"%2\")"_s.arg(message(error), binding.place.text));
+        const bool isObserved = error.keyPath() == binding.path.keyPath;
+        NibFault fault = unknownKeyPath(isObserved ? binding.path.keyPath : binding.key, error);
+        fault.message += u" (binding \"%1\")"_s.arg(binding.text.text);
+        throw fault;
     }
     m_undo.append([object = QPointer<QObject>(binding.object), key = binding.key] {
         if (object)
@@ -348,21 +194,17 @@ void NibConnector::undo()
         m_undo.takeLast()();
 }
 
-void NibConnector::fail(const Entry &entry, NS::NibError::Reason reason, const QString &name,
-                        const QString &message) const
-{
-    throw m_error(reason, entry.place, entry.object->objectName(), name, message);
-}
-
 std::pair<QMetaMethod, QMetaMethod> signalAndSlot(const QObject *sender, const QString &signal,
                                                   const QObject *receiver, const QString &slot)
 {
-    const QList<QMetaMethod> signalsFound = methods(sender->metaObject(), signal, true);
+    const QList<QMetaMethod> signalsFound = signalsMatching(sender, signal);
     if (signalsFound.isEmpty())
-        throw MissingMethod { signal, u"%1 has no signal \"%2\""_s.arg(className(sender), signal) };
-    const QList<QMetaMethod> slotsFound = methods(receiver->metaObject(), slot, false);
+        throw NibFault { NS::NibError::unknownMethod, signal,
+                         u"%1 has no signal \"%2\""_s.arg(className(sender), signal) };
+    const QList<QMetaMethod> slotsFound = methodsMatching(receiver, slot);
     if (slotsFound.isEmpty())
-        throw MissingMethod { slot, u"%1 has no slot \"%2\""_s.arg(className(receiver), slot) };
+        throw NibFault { NS::NibError::unknownMethod, slot,
+                         u"%1 has no slot \"%2\""_s.arg(className(receiver), slot) };
 
     std::pair<QMetaMethod, QMetaMethod> best;
     int most = -1;
@@ -386,24 +228,14 @@ std::pair<QMetaMethod, QMetaMethod> signalAndSlot(const QObject *sender, const Q
         }
     }
     if (most < 0)
-        throw MissingMethod {
-            slot, u"%1's slot \"%2\" takes other arguments than the signal \"%3\" has"_s.arg(
-                          className(receiver), slot, signal)
-        };
+        throw NibFault { NS::NibError::unknownMethod, slot,
+                         u"%1's slot \"%2\" takes other arguments than the signal \"%3\" has"_s.arg(
+                                 className(receiver), slot, signal) };
     if (isAmbiguous)
-        throw MissingMethod { slot,
-                              u"%1 has several slots \"%2\" for the signal \"%3\": add their "
-                              "arguments in parentheses"_s.arg(className(receiver), slot, signal) };
+        throw NibFault { NS::NibError::unknownMethod, slot,
+                         u"%1 has several slots \"%2\" for the signal \"%3\": add their "
+                         "arguments in parentheses"_s.arg(className(receiver), slot, signal) };
     return best;
-}
-
-void awaken(QObject *object)
-{
-    const int index = object->metaObject()->indexOfMethod("awakeFromNib()");
-    if (index < 0)
-        return;
-    void *arguments[] = { nullptr };
-    QMetaObject::metacall(object, QMetaObject::InvokeMetaMethod, index, arguments);
 }
 
 } // namespace Pellarvine::detail

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Layout/NSLayoutConstraint.h"
+#include "Scenes/NibEntry.h"
 #include "Scenes/NibFile.h"
 
 #include <QHash>
@@ -20,18 +21,11 @@ namespace Pellarvine::detail {
 class NibConnector
 {
 public:
-    /// Makes an error at a place in the file.
-    using ErrorMaker = std::function<NS::NibError(NS::NibError::Reason, const NibText &place,
-                                                  const QString &object, const QString &name,
-                                                  const QString &message)>;
+    /// `fileName` is for messages, and may be empty.
+    NibConnector(QObject *owner, QHash<QString, QObject *> objects, QString fileName);
 
-    NibConnector(QObject *owner, QHash<QString, QObject *> objects, ErrorMaker error);
-
-    /// Whether a dynamic property of that name holds entries.
-    static bool holdsEntries(const QString &property);
-
-    /// Takes the entries in one string of that property, each on a line of its own. Throws NibError.
-    void add(QObject *object, const QString &property, const NibText &entries);
+    /// Takes the entries in one value of that property. Throws NibError.
+    void add(QObject *object, const QString &property, const NibText &value);
 
     /// Connects. Throws NibError, with every outlet and binding that was made undone.
     void connect();
@@ -48,7 +42,7 @@ private:
     struct Entry
     {
         QObject *object;
-        NibText place; ///< its text is the whole entry
+        NibText text;
     };
     struct Outlet : Entry
     {
@@ -66,22 +60,23 @@ private:
         QMetaMethod slot;
     };
 
-    void addOutlet(const Entry &entry);
-    void addBinding(const Entry &entry);
-    void addAction(const Entry &entry);
-    void addConstraint(const Entry &entry);
-
-    Path path(const Entry &entry, const QString &text) const;
+    // All of these throw NibFault.
+    void take(const Entry &entry, const NibOutlet &outlet);
+    void take(const Entry &entry, const NibBinding &binding);
+    void take(const Entry &entry, const NibAction &action);
+    void take(const Entry &entry, const NibConstraint &constraint);
+    Path path(const Entry &entry, const NibPath &path) const;
     QWidget *item(const Entry &entry, const QString &name) const;
     void setOutlet(const Outlet &outlet);
     void bindValue(const ValueBinding &binding);
 
-    [[noreturn]] void fail(const Entry &entry, NS::NibError::Reason reason, const QString &name,
-                           const QString &message) const;
+    // Makes a NibError of a NibFault in `step`.
+    template <typename Step>
+    void run(const Entry &entry, Step step) const;
 
     QObject *m_owner;
     QHash<QString, QObject *> m_objects;
-    ErrorMaker m_error;
+    QString m_fileName;
     QList<Outlet> m_outlets;
     QList<ValueBinding> m_bindings;
     QList<Action> m_actions;
@@ -89,19 +84,9 @@ private:
     QList<std::function<void()>> m_undo;
 };
 
-/// Why there is no such connection.
-struct MissingMethod
-{
-    QString name; ///< the signal or the slot
-    QString message;
-};
-
 /// The signal and the slot of those names, with the arguments that go together: in parentheses, or
-/// else the most that they share. Throws MissingMethod.
+/// else the most that they share. Throws NibFault.
 std::pair<QMetaMethod, QMetaMethod> signalAndSlot(const QObject *sender, const QString &signal,
                                                   const QObject *receiver, const QString &slot);
-
-/// Calls the object's own awakeFromNib(), if it declares one. What that throws is passed on.
-void awaken(QObject *object);
 
 } // namespace Pellarvine::detail

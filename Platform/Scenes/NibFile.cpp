@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes/NibFile.h"
 
-#include "Base/XmlReader.h"
-
 #include <QSet>
 
 #include <optional>
@@ -220,7 +218,7 @@ private:
     // The text in the current element, which starts behind its tag.
     NibText text()
     {
-        NibText result { {}, m_xml.line(), m_xml.column() };
+        NibText result { {}, m_xml.position() };
         result.text = m_xml.readElementText(QXmlStreamReader::IncludeChildElements);
         return result;
     }
@@ -230,13 +228,11 @@ private:
         return m_xml.attributes().value(name).toString();
     }
 
-    NibText here(const QString &text) const { return { text, m_xml.tagLine(), m_xml.tagColumn() }; }
+    NibText here(const QString &text) const { return { text, m_xml.place() }; }
 
     [[noreturn]] void fail(const QString &message, const QString &object = {}) const
     {
-        const NibText place =
-                m_xml.hasError() ? NibText { {}, m_xml.line(), m_xml.column() } : here({});
-        throw m_file.error(NS::NibError::malformed, place, object, object, message);
+        throw m_file.error(NS::NibError::malformed, m_xml.place(), object, object, message);
     }
 
     NibFile &m_file;
@@ -253,9 +249,8 @@ NibFile::NibFile(QByteArray fileContents, QString path)
     Reader(*this).read();
 }
 
-NS::NibError NibFile::error(NS::NibError::Reason reason, const NibText &place,
-                            const QString &object, const QString &name,
-                            const QString &message) const
+NS::NibError NibFile::error(NS::NibError::Reason reason, XmlPlace place, const QString &object,
+                            const QString &name, const QString &message) const
 {
     return { reason, fileName, place.line, place.column, object, name, message };
 }

@@ -2,7 +2,7 @@
 // Not API: what an interface file says, with the places where it says so.
 #pragma once
 
-#include "Base/Global.h"
+#include "Base/XmlReader.h"
 #include "Scenes/NibError.h"
 
 #include <QByteArray>
@@ -12,12 +12,19 @@
 
 namespace Pellarvine::detail {
 
-/// A piece of text and where it starts; 0 where that is not known.
+/// A piece of text and where it starts.
 struct NibText
 {
     QString text;
-    int line = 0;
-    int column = 0;
+    XmlPlace place;
+};
+
+/// What is wrong with something in a file, for whoever knows the file and the place.
+struct NibFault
+{
+    NS::NibError::Reason reason;
+    QString name; ///< as NibError::name()
+    QString message;
 };
 
 struct NibProperty
@@ -68,7 +75,7 @@ public:
     QHash<QString, QString> addPageMethods; ///< of the custom classes that have one
 
     /// An error at that place. `name` is what is not there.
-    NS::NibError error(NS::NibError::Reason reason, const NibText &place, const QString &object,
+    NS::NibError error(NS::NibError::Reason reason, XmlPlace place, const QString &object,
                        const QString &name, const QString &message) const;
 
 private:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "View/NSView.h"
 
+#include "Base/MethodLookup.h"
 #include "View/Companion.h"
 
 #include <QApplication>
@@ -59,9 +60,8 @@ public:
     {
         if (!std::exchange(m_isSet, false))
             return;
-        const int index = m_widget->metaObject()->indexOfMethod("performLayout()");
-        if (index >= 0)
-            m_widget->metaObject()->method(index).invoke(m_widget, Qt::DirectConnection);
+        detail::methodWithSignature(m_widget, "performLayout()")
+                .invoke(m_widget, Qt::DirectConnection);
     }
 
     bool eventFilter(QObject *watched, QEvent *event) override;

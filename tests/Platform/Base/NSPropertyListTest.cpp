@@ -77,7 +77,7 @@ TEST(PropertyList, what_is_malformed_is_an_error_that_names_line_and_column)
         { "<dict><key>x</key>\n<key>y</key><true/></dict>", 2, 1, "\"x\" has no value" },
         { "<dict><key>x</key><true/>\n <key>x</key><true/></dict>", 2, 2, "\"x\" is there twice" },
         { "<string>a</string>\n<string>b</string>", 2, 1, "second value" },
-        { "<dict>text</dict>", 1, 19, "text between" },
+        { "<dict>text</dict>", 1, 14, "text between" },
         { "<string>a</strong>", 1, 26, "" },
         { "<string>a &copyright; b</string>", 1, 29, "" },
         { "", 1, 1, "is empty" },

@@ -117,6 +117,7 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
     };
     const Row rows[] = {
         { "<scene", ":3:2: ", false },
+        { "\xff", ":1:1: It is not text in UTF-8.", false },
         { " text", ":1:13: there is text between the elements", false },
         { "  <scenery/>", ":2:3: <scenery> does not belong in <storyboard>", false },
         { "<scene identifier='a' class='Form'><segue/></scene>",
@@ -156,6 +157,12 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
           "<embed source='a' destination='b' container='box'/>\n"
           "<embed source='b' destination='a' container='box'/>",
           ":5:1: the scene \"a\" lies within itself", true },
+        { "<scene identifier='a' class='Form'/>\n<scene identifier='b' class='Form'/>\n"
+          "<scene identifier='c' class='Form'/>\n"
+          "<embed source='a' destination='b' container='box'/>\n"
+          "<embed source='b' destination='c' container='box'/>\n"
+          "<embed source='c' destination='b' container='box'/>",
+          ":7:1: the scene \"b\" lies within itself", true },
     };
     for (const Row &row : rows) {
         const QString path = storyboard(row.elements);

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Not API: finds the methods that an object's meta-object knows.
+#pragma once
+
+#include "Base/Global.h"
+
+#include <QByteArrayView>
+#include <QList>
+#include <QMetaMethod>
+#include <QString>
+
+namespace Pellarvine::detail {
+
+/// The method of that normalized signature, such as "save(bool)", of the most derived class that
+/// declares it; invalid if none does.
+PELLARVINE_PRIVATE_EXPORT QMetaMethod methodWithSignature(const QObject *object,
+                                                          const char *signature);
+
+/// All overloads of that name in the order of declaration, base classes first.
+PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> methodsNamed(const QObject *object,
+                                                          QByteArrayView name);
+
+/// @{
+/// All that `text` stands for in a file, in the same order: a name, or a whole signature with any
+/// spacing.
+PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> methodsMatching(const QObject *object,
+                                                             const QString &text);
+PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> signalsMatching(const QObject *object,
+                                                             const QString &text);
+/// @}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+// Not API: the grammar of the entries of an interface file.
+#pragma once
+
+#include "Base/Global.h"
+#include "Layout/NSLayoutConstraint.h"
+#include "Scenes/NibFile.h"
+
+#include <QList>
+#include <QString>
+
+#include <variant>
+
+namespace Pellarvine::detail {
+
+/// "owner.account.name": "owner", "self" or an object's name, and the keys behind it.
+struct NibPath
+{
+    QString root;
+    QString keyPath;
+
+    bool operator==(const NibPath &) const = default;
+};
+
+/// owner.nameField
+struct NibOutlet
+{
+    NibPath path;
+
+    bool operator==(const NibOutlet &) const = default;
+};
+
+/// text = owner.account.name
+struct NibBinding
+{
+    QString key;
+    NibPath path;
+
+    bool operator==(const NibBinding &) const = default;
+};
+
+/// clicked -> owner.document.save
+struct NibAction
+{
+    QString signal;
+    NibPath receiver;
+    QString slot;
+
+    bool operator==(const NibAction &) const = default;
+};
+
+/// leading = superview.leading + 8, width <= 0.5 * panel.width @750, height >= 20
+struct NibConstraint
+{
+    NS::LayoutAttribute firstAttribute;
+    NS::LayoutRelation relation;
+    double multiplier; ///< 0 without a second item
+    QString secondItem; ///< "superview", "self" or a widget's name; empty if there is none
+    NS::LayoutAttribute secondAttribute;
+    double constant;
+    double priority;
+
+    bool operator==(const NibConstraint &) const = default;
+};
+
+using NibEntry = std::variant<NibOutlet, NibBinding, NibAction, NibConstraint>;
+
+/// Whether a dynamic property of that name holds entries.
+PELLARVINE_INTERNAL_EXPORT bool holdsNibEntries(const QString &property);
+
+/// The entries in a value of such a property, each on a line of its own, where they start.
+PELLARVINE_INTERNAL_EXPORT QList<NibText> nibEntries(const NibText &value);
+
+/// What an entry of that property says. Throws NibFault.
+PELLARVINE_INTERNAL_EXPORT NibEntry nibEntry(const QString &property, const QString &text);
+
+} // namespace Pellarvine::detail

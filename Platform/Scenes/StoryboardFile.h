@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// Not API: what a storyboard's file says, with the places where it says so.
+#pragma once
+
+#include "Base/XmlReader.h"
+#include "Scenes/StoryboardError.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace Pellarvine::detail {
+
+struct OutletElement
+{
+    QString property;
+    QString object;
+    XmlPlace place;
+};
+
+struct SceneElement
+{
+    QString identifier;
+    QString className;
+    QString interface; ///< its whole path; empty if there is none
+    std::vector<OutletElement> outlets;
+    XmlPlace place;
+};
+
+/// A segue, or a scene that is embedded in another.
+struct SegueElement
+{
+    bool isEmbedded = false;
+    QString identifier;
+    QString className;
+    QString source;
+    QString destination;
+    QString object; ///< the trigger's; the container's of an embedded scene
+    QString signal;
+    XmlPlace place;
+};
+
+/// The names in it are those of scenes and classes that there are. Objects, properties and signals
+/// are known only once a scene is loaded.
+class StoryboardFile
+{
+public:
+    /// Throws StoryboardError at the first thing that is wrong.
+    explicit StoryboardFile(QString path);
+
+    QString fileName;
+    QString initialScene; ///< empty if there is none
+    std::vector<SceneElement> scenes;
+    std::vector<SegueElement> segues;
+
+    /// Null if there is none.
+    const SceneElement *scene(const QString &identifier) const;
+    QStringList identifiers() const;
+
+    NS::StoryboardError error(XmlPlace place, const QString &problem) const;
+
+private:
+    class Reader;
+};
+
+} // namespace Pellarvine::detail
