@@ -16,8 +16,8 @@ namespace Pellarvine {
 ///     if (const std::optional<QUrl> folder = App::applicationSupportSubdirectory())
 ///         openDatabase(folder->toLocalFile() + u"notes.db"_s);
 ///
-/// The first three come from `NS::Bundle::main()`: the program's Info.plist, or what it has told Qt.
-/// Everything is computed afresh in every call. Any thread, once there is a QCoreApplication.
+/// The first three come from `NS::Bundle::main()`: the program's Info.plist, or what it has told
+/// Qt. Everything is computed afresh in every call. Any thread, once there is a QCoreApplication.
 class PELLARVINE_EXPORT App
 {
 public:
@@ -27,8 +27,8 @@ public:
     /// "CFBundleDisplayName" if that is text, even an empty one; else "CFBundleName"; else empty.
     static QString name();
 
-    /// "CFBundleShortVersionString" if that is text and not empty; else "CFBundleVersion", the build
-    /// number; else "0".
+    /// "CFBundleShortVersionString" if that is text and not empty; else "CFBundleVersion", the
+    /// build number; else "0".
     static QString version();
 
     /// "NSHumanReadableCopyright" if that is text, else empty.
@@ -45,9 +45,9 @@ public:
 
     /// The application's own folder for its data, as a URL that ends in a slash; created, with the
     /// folders above it, where it is missing, and then for the user alone (mode 0700). It is named
-    /// after the bundle identifier, or "org.example.test" without one, and lies in the user's folder
-    /// for data: $XDG_DATA_HOME, else ~/.local/share. Nothing if it cannot be created; one line on
-    /// standard output says why.
+    /// after the bundle identifier, or "org.example.test" without one, and lies in the user's
+    /// folder for data: $XDG_DATA_HOME, else ~/.local/share. Nothing if it cannot be created; one
+    /// line on standard output says why.
     static std::optional<QUrl> applicationSupportSubdirectory();
 };
 

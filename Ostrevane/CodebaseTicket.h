@@ -48,8 +48,8 @@ public:
     const QString &description() const { return m_description; }
     void setDescription(const QString &description) { m_description = description; }
 
-    /// Sends the ticket and returns at once, before anything has been sent; from any thread, with or
-    /// without a running event loop. Needs a QCoreApplication.
+    /// Sends the ticket and returns at once, before anything has been sent; from any thread, with
+    /// or without a running event loop. Needs a QCoreApplication.
     ///
     /// `callback` is called exactly once, on a background thread that all tickets share, and never
     /// on the main one: pass on to the main thread what touches the user interface, and do not wait

@@ -15,8 +15,8 @@ namespace Pellarvine {
 ///
 /// The window comes from the interface file "AboutWindowController". The library has one; a program
 /// that has its own of that name (see `NS::Nib`) shows that instead. The labels of either are bound
-/// to the controller's properties: "text = owner.applicationName". The texts are those of the moment
-/// in which the controller was made.
+/// to the controller's properties: "text = owner.applicationName". The texts are those of the
+/// moment in which the controller was made.
 class PELLARVINE_EXPORT AboutWindowController : public NS::WindowController
 {
     Q_OBJECT
@@ -62,7 +62,8 @@ public:
     /// none.
     QPixmap applicationIcon() const;
 
-    /// What belongs into a bug report: name and version, Qt, the system and the machine, a line each.
+    /// What belongs into a bug report: name and version, Qt, the system and the machine, a line
+    /// each.
     QString details() const;
     /// Puts the details on the clipboard.
     Q_INVOKABLE void copyDetails() const;

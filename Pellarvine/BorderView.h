@@ -71,13 +71,13 @@ public:
     void setHasBottomBorder(bool hasBorder);
     /// @}
 
-    /// Shows the palette's base in place of `backgroundColor`, and its text at 25 % opacity in place
-    /// of `borderColor`, which keep their values. False unless set.
+    /// Shows the palette's base in place of `backgroundColor`, and its text at 25 % opacity in
+    /// place of `borderColor`, which keep their values. False unless set.
     bool usesPaletteColors() const;
     void setUsesPaletteColors(bool usesPaletteColors);
 
-    /// Attaches the lines that are to be seen to the view's layer and detaches the others. Setting a
-    /// flag does this; call it after `NS::setWantsLayer` has given the view another layer.
+    /// Attaches the lines that are to be seen to the view's layer and detaches the others. Setting
+    /// a flag does this; call it after `NS::setWantsLayer` has given the view another layer.
     void updateLayerVisibility();
 
     /// Places the lines that are to be seen along the edges of the view's bounds.

@@ -7,7 +7,8 @@
 
 namespace Pellarvine {
 
-/// A table cell with a light grey line along its lower edge, for tables that belong to an inspector:
+/// A table cell with a light grey line along its lower edge, for tables that belong to an
+/// inspector:
 ///
 ///     auto *const cell = new Pellarvine::InspectorSectionTableCellView;
 ///     table->setCellWidget(row, column, cell);

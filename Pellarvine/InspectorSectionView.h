@@ -9,9 +9,9 @@
 
 namespace Pellarvine {
 
-/// One section of an inspector: a container with a light grey line along its lower edge, which parts
-/// it from the section below. Give it an accessible name: screen readers call it a group of that
-/// name. Main thread only.
+/// One section of an inspector: a container with a light grey line along its lower edge, which
+/// parts it from the section below. Give it an accessible name: screen readers call it a group of
+/// that name. Main thread only.
 class PELLARVINE_EXPORT InspectorSectionView : public QWidget
 {
     Q_OBJECT

@@ -13,9 +13,10 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 ///     NS::addAndCenter(panel, spinner); // at its own size, in the middle
 ///     NS::addCenteredAndConstrainedToBounds(panel, picture, -16); // not beyond 16 units inside
 ///
-/// Each `pin…` activates required constraints, with the receiver, the first argument, as their first
-/// item. Nothing is returned and nothing replaced: calling twice constrains twice. Widgets without
-/// a common ancestor, and contradicting constraints, are reported as `NS::LayoutConstraint` says.
+/// Each `pin…` activates required constraints, with the receiver, the first argument, as their
+/// first item. Nothing is returned and nothing replaced: calling twice constrains twice. Widgets
+/// without a common ancestor, and contradicting constraints, are reported as `NS::LayoutConstraint`
+/// says.
 ///
 /// Each `add…` takes the subview's frame out of its own hands
 /// (`setTranslatesAutoresizingMaskIntoConstraints` false), makes it a child of the receiver, and

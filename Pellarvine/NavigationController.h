@@ -22,10 +22,10 @@ namespace Pellarvine {
 ///     <segue class="Pellarvine::PushSegue" source="list" destination="letter"
 ///            object="letters" signal="activated"/>
 ///
-/// There is no way back but a replace, and nothing moves. Views below the top stay, and show through
-/// one that paints no background; they are disabled until they are the top again or leave. The
-/// keyboard focus goes to what is pushed and stays inside when it is replaced; a screen reader is
-/// told what has come.
+/// There is no way back but a replace, and nothing moves. Views below the top stay, and show
+/// through one that paints no background; they are disabled until they are the top again or leave.
+/// The keyboard focus goes to what is pushed and stays inside when it is replaced; a screen reader
+/// is told what has come.
 class PELLARVINE_EXPORT NavigationController : public NS::ViewController
 {
     Q_OBJECT
@@ -53,10 +53,10 @@ public:
 
     void viewDidLoad() override;
 
-    /// Without a content view, this controller's own view becomes it. Else the stack becomes the one
-    /// controller that comes next in the chain of responders after the content view's first subview;
-    /// without a subview or such a controller, it stays. That is meant to happen each time: what
-    /// has been pushed leaves the stack when this controller is shown again.
+    /// Without a content view, this controller's own view becomes it. Else the stack becomes the
+    /// one controller that comes next in the chain of responders after the content view's first
+    /// subview; without a subview or such a controller, it stays. That is meant to happen each
+    /// time: what has been pushed leaves the stack when this controller is shown again.
     void viewWillAppear() override;
 
 Q_SIGNALS:

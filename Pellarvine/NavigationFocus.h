@@ -20,8 +20,8 @@ namespace Pellarvine::detail {
 /// Watches a navigation controller. When a view is placed on top while the content view can be
 /// seen, it is announced by its controller's title. The keyboard focus goes to it after a push, and
 /// after a replace if what has left had the focus: otherwise a sidebar that replaces pages would
-/// lose it with every arrow key. A view that comes again gives it to the widget that had it last, and
-/// a controller whose viewWillAppear() sets the focus has its way.
+/// lose it with every arrow key. A view that comes again gives it to the widget that had it last,
+/// and a controller whose viewWillAppear() sets the focus has its way.
 ///
 /// Views below the top stay where they are, but the mouse does not reach them. Neither does the
 /// keyboard: they are disabled for as long as something lies on them, or Tab and mnemonics would

@@ -6,9 +6,9 @@
 
 namespace Pellarvine::detail {
 
-/// The fixed drawings are black ink of some opacity on white paper. In the palette's colours the ink
-/// is its text and the paper its base, so that on a palette of black and white both look alike. The
-/// group is fixed: a line does not fade with its window.
+/// The fixed drawings are black ink of some opacity on white paper. In the palette's colours the
+/// ink is its text and the paper its base, so that on a palette of black and white both look alike.
+/// The group is fixed: a line does not fade with its window.
 inline QColor ink(const QPalette &palette, double opacity)
 {
     QColor color = palette.color(QPalette::Active, QPalette::Text);

@@ -5,8 +5,8 @@
 
 namespace Pellarvine {
 
-/// Makes the destination the only one in the stack of the navigation controller that the source lies
-/// in.
+/// Makes the destination the only one in the stack of the navigation controller that the source
+/// lies in.
 ///
 ///     ReplaceSegue(u"done"_s, letter, list).perform(); // back to a list, and nothing below it
 class PELLARVINE_EXPORT ReplaceSegue : public NavigationSegue

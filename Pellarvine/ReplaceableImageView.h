@@ -13,8 +13,8 @@ QT_FORWARD_DECLARE_CLASS(QUrl)
 namespace Pellarvine {
 
 /// An image view whose picture the user exchanges, by a double click that lets them choose a file,
-/// or by dropping a file. The delegate gets the file's bytes, so that a program can keep the picture
-/// as it was supplied rather than encode it anew:
+/// or by dropping a file. The delegate gets the file's bytes, so that a program can keep the
+/// picture as it was supplied rather than encode it anew:
 ///
 ///     auto *const logo = new Pellarvine::ReplaceableImageView(form);
 ///     logo->setAccessibleName(tr("Logo"));
@@ -25,10 +25,10 @@ namespace Pellarvine {
 /// Return and Space choose a file as the double click does, and so does the context menu. The view
 /// is editable from the start; one that is made not to be takes no drops, but still lets choose.
 ///
-/// Files are read on a thread of their own: while a large one is, the pointer is busy and the window
-/// goes on painting. Directories, pipes, devices and what is not on this machine are no files.
-/// Failing to read a chosen file is silent; a file that is dropped and cannot be read is shown or
-/// not as NS::ImageView has it, and prints a warning. Main thread only.
+/// Files are read on a thread of their own: while a large one is, the pointer is busy and the
+/// window goes on painting. Directories, pipes, devices and what is not on this machine are no
+/// files. Failing to read a chosen file is silent; a file that is dropped and cannot be read is
+/// shown or not as NS::ImageView has it, and prints a warning. Main thread only.
 class PELLARVINE_EXPORT ReplaceableImageView : public NS::ImageView
 {
     Q_OBJECT
@@ -47,8 +47,8 @@ public:
 
 public Q_SLOTS:
     /// Lets the user choose an image file, in a sheet on the window; returns at once. A chosen
-    /// image is shown, through the value binding if the view has one, and handed to the delegate. Does
-    /// nothing while the window is not shown.
+    /// image is shown, through the value binding if the view has one, and handed to the delegate.
+    /// Does nothing while the window is not shown.
     void selectImage();
 
 Q_SIGNALS:

@@ -28,7 +28,8 @@ public:
     using QObject::QObject;
     ~ReplaceableImageViewDelegate() override;
 
-    /// The user has put a picture into `view`; these are the bytes of its file, every one as it was.
+    /// The user has put a picture into `view`; these are the bytes of its file, every one as it
+    /// was.
     Q_INVOKABLE virtual void replaceableImageView(Pellarvine::ReplaceableImageView *view,
                                                   const Pellarvine::Data &didLoadImageData) = 0;
 };

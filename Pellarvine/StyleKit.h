@@ -29,8 +29,8 @@ public:
 
     /// A grey line one unit thick and above it, unless what lies behind is to show, white.
     Q_INVOKABLE static void drawToolbar(const QRectF &frame, bool opaqueBackground = true);
-    /// The line in the palette's text colour, half opaque, and the rest in its base colour, both those
-    /// of an active window.
+    /// The line in the palette's text colour, half opaque, and the rest in its base colour, both
+    /// those of an active window.
     Q_INVOKABLE static void drawToolbar(const QRectF &frame, bool opaqueBackground,
                                         const QPalette &palette);
 

@@ -29,8 +29,8 @@ public:
     explicit ToolBarView(QWidget *parent = nullptr);
     ~ToolBarView() override;
 
-    /// Whether the strip is white, or only the line is drawn and what lies behind shows. True unless
-    /// set.
+    /// Whether the strip is white, or only the line is drawn and what lies behind shows. True
+    /// unless set.
     bool opaqueBackground() const;
     void setOpaqueBackground(bool isOpaque);
 

@@ -57,7 +57,7 @@ Data ContainerReader::read()
         const Data piece = nextPiece();
         m_isOver = piece.isEmpty();
         // Read a second time, a file that somebody has changed meanwhile is found out here.
-        const Data text = m_isOver ? m_decryptor.finalize() : m_decryptor.feed(piece);
+        Data text = m_isOver ? m_decryptor.finalize() : m_decryptor.feed(piece);
         if (!text.isEmpty())
             return text;
     }

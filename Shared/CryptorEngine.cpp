@@ -12,8 +12,8 @@ namespace {
 // libcrypto takes lengths as int and silently keeps the low bits of larger ones.
 constexpr qsizetype longestUpdate = qsizetype(1) << 30;
 constexpr qsizetype longestIdleBuffer = 64 * 1024;
-// A container's first chunk gives less than an equal one behind it, by its header and its tag. Fresh
-// memory costs more than deciphering into it.
+// A container's first chunk gives less than an equal one behind it, by its header and its tag.
+// Fresh memory costs more than deciphering into it.
 constexpr qsizetype spareLength = 128;
 
 } // namespace

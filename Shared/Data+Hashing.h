@@ -37,8 +37,8 @@ PELLARVINE_EXPORT Data hashed(QByteArrayView data, HashingAlgorithm algorithm);
 PELLARVINE_EXPORT QString hashedHexString(QByteArrayView data, HashingAlgorithm algorithm);
 
 /// The digest of everything that `device` still has to give, read in pieces, so that a file of any
-/// size takes the same memory. Waits for the end of a process or a socket. Nothing if reading fails;
-/// `device.errorString()` then says why.
+/// size takes the same memory. Waits for the end of a process or a socket. Nothing if reading
+/// fails; `device.errorString()` then says why.
 PELLARVINE_EXPORT std::optional<Data> hashed(QIODevice &device, HashingAlgorithm algorithm);
 
 } // namespace Pellarvine

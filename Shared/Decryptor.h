@@ -52,8 +52,8 @@ public:
     /// The plaintext of one complete container. Throws what `feed` and `finalize` throw.
     static Data decrypt(QByteArrayView data, QStringView passphrase);
 
-    /// The reader's state, for code inside the library: the cipher, null until a header is accepted,
-    /// and owned by this object.
+    /// The reader's state, for code inside the library: the cipher, null until a header is
+    /// accepted, and owned by this object.
     detail::CryptorEngine *engine() const;
     void setEngine(std::unique_ptr<detail::CryptorEngine> engine);
     /// Likewise what checks the tag.

@@ -11,8 +11,8 @@ namespace Pellarvine::detail {
 /// How much is read and written at a time.
 inline constexpr qsizetype transferLength = 1024 * 1024;
 
-/// The next bytes of the device, at most `length` of them; empty at its end. Waits for a device that
-/// has nothing yet, such as a process or a socket. Throws TransferError.
+/// The next bytes of the device, at most `length` of them; empty at its end. Waits for a device
+/// that has nothing yet, such as a process or a socket. Throws TransferError.
 Data readPiece(QIODevice &device, qsizetype length = transferLength);
 
 /// Writes all of `bytes`. Waits while a device such as a socket holds much that it has not sent.

@@ -43,8 +43,8 @@ public:
 
     ~Observer() override;
 
-    /// Called by the key-value layer. Calls the callback with the change's new value, or no value if
-    /// it has none; no change at all stops the process.
+    /// Called by the key-value layer. Calls the callback with the change's new value, or no value
+    /// if it has none; no change at all stops the process.
     void observeValue(const QString &keyPath, QObject *object,
                       const NS::KeyValueChange *change) override;
 

@@ -29,8 +29,8 @@ class PELLARVINE_EXPORT OpeningDevice : public QIODevice
 public:
     /// When the tag at the container's end is checked.
     enum class Mode {
-        /// In open(), before any text is given out. The source is read twice, or kept in a temporary
-        /// file, sealed as it is, if it is sequential.
+        /// In open(), before any text is given out. The source is read twice, or kept in a
+        /// temporary file, sealed as it is, if it is sequential.
         verifyFirst,
         /// With the last read. All text before it may be forged or cut: discard it if a read fails.
         /// For sources without an end in sight.

@@ -13,10 +13,10 @@ namespace Pellarvine::detail {
 /// outweighs waking it.
 PELLARVINE_INTERNAL_EXPORT bool isWorthASecondThread(qsizetype length);
 
-/// Runs `first` on the calling thread and `second` at the same time on a thread of Qt's global pool.
-/// If the pool has no thread free, `second` runs here after `first`. Returns once both are done, so
-/// both may use what lives on the caller's stack. `second` may wait for `first`, never the other way
-/// round, and neither may throw.
+/// Runs `first` on the calling thread and `second` at the same time on a thread of Qt's global
+/// pool. If the pool has no thread free, `second` runs here after `first`. Returns once both are
+/// done, so both may use what lives on the caller's stack. `second` may wait for `first`, never the
+/// other way round, and neither may throw.
 PELLARVINE_INTERNAL_EXPORT void runOverlapped(const std::function<void()> &first,
                                               const std::function<void()> &second);
 

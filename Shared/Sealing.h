@@ -31,8 +31,8 @@ struct Transfer
     /// the source cannot tell. A transfer that reads its source twice counts it twice.
     std::function<void(qint64 done, qint64 total)> progress;
 
-    /// Asked before each piece. A stop ends the transfer with `TransferError::cancelled`. It does not
-    /// wake a device that waits.
+    /// Asked before each piece. A stop ends the transfer with `TransferError::cancelled`. It does
+    /// not wake a device that waits.
     std::stop_token stop;
 };
 
@@ -41,9 +41,9 @@ struct Transfer
 PELLARVINE_EXPORT void seal(QIODevice &in, QIODevice &out, QStringView passphrase,
                             const Transfer &transfer = {});
 
-/// Writes the text of the container that `in` still has to give. Nothing is written before all of the
-/// container is known to be genuine: `in` is read twice, or kept in a temporary file, sealed as it
-/// is, if it is sequential. Throws `CryptorError` and `TransferError`.
+/// Writes the text of the container that `in` still has to give. Nothing is written before all of
+/// the container is known to be genuine: `in` is read twice, or kept in a temporary file, sealed as
+/// it is, if it is sequential. Throws `CryptorError` and `TransferError`.
 PELLARVINE_EXPORT void open(QIODevice &in, QIODevice &out, QStringView passphrase,
                             const Transfer &transfer = {});
 

@@ -9,8 +9,8 @@
 
 namespace Pellarvine {
 
-/// Thrown by `seal()` and `open()` if a device fails or the caller stops the transfer. What is wrong
-/// with a container is a `CryptorError`.
+/// Thrown by `seal()` and `open()` if a device fails or the caller stops the transfer. What is
+/// wrong with a container is a `CryptorError`.
 class PELLARVINE_EXPORT TransferError : public std::exception
 {
 public:

@@ -246,8 +246,8 @@ void notification(benchmark::State &state)
 }
 
 // The bytes of the heap that a binding between two objects takes, the connections in Qt included:
-// by the allocator's own account, with its headers and its rounding. The bindings stay, so that none
-// of them lives in what an earlier one has left.
+// by the allocator's own account, with its headers and its rounding. The bindings stay, so that
+// none of them lives in what an earlier one has left.
 void memory(benchmark::State &state)
 {
     constexpr std::size_t count = 4096;
@@ -293,8 +293,8 @@ int main(int argc, char **argv)
                       Goal::timeAtMost, 1.1 },
                     { "binding/depthCostsNothing", "binding/dotted/8", "binding/dotted/2",
                       Goal::timeAtMost, 1.1 },
-                    // Ten times as many in ten times the time, and as much again for the caches that
-                    // the larger number overflows. Squared, it would be a hundred times.
+                    // Ten times as many in ten times the time, and as much again for the caches
+                    // that the larger number overflows. Squared, it would be a hundred times.
                     { "binding/constructionIsLinear", "binding/construction/10000",
                       "binding/construction/1000", Goal::timeAtMost, 20.0 },
                     { "binding/notificationIsLinear", "binding/notification/10000",

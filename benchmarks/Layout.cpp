@@ -12,6 +12,7 @@
 #include <QWidget>
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Pellarvine;
@@ -140,23 +141,21 @@ void arrangeInGrids(QWidget *panel)
 void arrangeByConstraints(QWidget *panel)
 {
     QList<std::shared_ptr<LayoutConstraint>> constraints;
-    QList<QWidget *> cells;
-    for (int row = 0; row < rows; ++row) {
-        for (int column = 0; column < columns; ++column) {
-            auto *const cell = new Cell(panel);
-            QWidget *const left = column > 0 ? cells.last() : nullptr;
-            QWidget *const above = row > 0 ? cells[cells.size() - columns] : nullptr;
-            constraints += leadingAnchor(cell).constraintEqualToAnchor(
-                    left ? trailingAnchor(left) : leadingAnchor(panel), spacing);
-            constraints += topAnchor(cell).constraintEqualToAnchor(
-                    above ? bottomAnchor(above) : topAnchor(panel), spacing);
-            if (!cells.isEmpty()) {
-                constraints +=
-                        widthAnchor(cell).constraintEqualToAnchor(widthAnchor(cells.constFirst()));
-                constraints += heightAnchor(cell).constraintEqualToAnchor(
-                        heightAnchor(cells.constFirst()));
-            }
-            cells.append(cell);
+    QList<QWidget *> cells(rows * columns);
+    std::ranges::generate(cells, [panel] { return new Cell(panel); });
+    for (int i = 0; i < cells.size(); ++i) {
+        QWidget *const cell = cells[i];
+        QWidget *const left = i % columns > 0 ? cells[i - 1] : nullptr;
+        QWidget *const above = i >= columns ? cells[i - columns] : nullptr;
+        constraints += leadingAnchor(cell).constraintEqualToAnchor(
+                left ? trailingAnchor(left) : leadingAnchor(panel), spacing);
+        constraints += topAnchor(cell).constraintEqualToAnchor(
+                above ? bottomAnchor(above) : topAnchor(panel), spacing);
+        if (i > 0) {
+            constraints +=
+                    widthAnchor(cell).constraintEqualToAnchor(widthAnchor(cells.constFirst()));
+            constraints +=
+                    heightAnchor(cell).constraintEqualToAnchor(heightAnchor(cells.constFirst()));
         }
     }
     constraints += trailingAnchor(panel).constraintEqualToAnchor(trailingAnchor(cells[columns - 1]),

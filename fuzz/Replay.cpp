@@ -8,6 +8,7 @@
 #include <iterator>
 #include <vector>
 
+// NOLINTNEXTLINE(readability-redundant-declaration): without a header, as libFuzzer declares it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
 namespace {
@@ -29,6 +30,8 @@ void replay(const std::filesystem::path &path)
 
 } // namespace
 
+// A file that cannot be read ends the replay with the exception that says so.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char **argv)
 {
     for (int i = 1; i < argc; ++i)

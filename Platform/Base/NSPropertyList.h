@@ -43,9 +43,9 @@ private:
 ///     list.toMap().value(u"CFBundleName"_s);
 ///
 /// A dict is a QVariantMap, an array a QVariantList, a string a QString, an integer a qlonglong (a
-/// qulonglong above its range), a real a double, true and false are bool, a date is a QDateTime in UTC
-/// and data a QByteArray. Throws `PropertyListError`, naming `fileName`, for whatever is not that:
-/// nothing is guessed or left out. May be called on any thread.
+/// qulonglong above its range), a real a double, true and false are bool, a date is a QDateTime in
+/// UTC and data a QByteArray. Throws `PropertyListError`, naming `fileName`, for whatever is not
+/// that: nothing is guessed or left out. May be called on any thread.
 PELLARVINE_EXPORT QVariant propertyListFromXML(const QByteArray &xml, const QString &fileName = {});
 
 } // namespace NS

@@ -19,7 +19,8 @@ bool installTranslations(const QLocale &locale)
     auto translator = std::make_unique<QTranslator>();
     const QStringList languages = locale.uiLanguages();
     for (const QString &language : languages) {
-        // The sources' own language needs no catalogue, and comes before what is asked for after it.
+        // The sources' own language needs no catalogue, and comes before what is asked for after
+        // it.
         if (QLocale(language).language() == QLocale::English)
             return true;
         if (translator->load(QLocale(language), u"pellarvine"_s, u"_"_s, u":/pellarvine"_s)) {

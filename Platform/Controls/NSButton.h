@@ -9,8 +9,8 @@
 
 namespace NS {
 
-/// A push button whose interior is drawn by its cell. The bezel, the focus ring, keys and clicks are
-/// QPushButton's own, in whatever style the program runs.
+/// A push button whose interior is drawn by its cell. The bezel, the focus ring, keys and clicks
+/// are QPushButton's own, in whatever style the program runs.
 ///
 ///     auto *const button = new NS::Button(bar);
 ///     button->setCell(new LevelCell);

@@ -84,7 +84,8 @@ public Q_SLOTS:
     void clear();
 
     /// @{
-    /// To and from the clipboard, as the user's doing: all but copy() work in an editable view only.
+    /// To and from the clipboard, as the user's doing: all but copy() work in an editable view
+    /// only.
     void cut();
     void copy();
     void paste();

@@ -18,10 +18,10 @@ namespace NS {
 ///     scope->setSelectedSegment(1);
 ///     connect(scope, &NS::SegmentedControl::triggered, this, &Calendar::showScope);
 ///
-/// Segments count from 0 at the leading side. It acts when the mouse is released on the segment that
-/// it was pressed on. It is a single Tab stop, within which the left and right arrow keys, Home and
-/// End move, and Space acts; disabled segments are passed over. An ampersand in a label marks a
-/// shortcut, as on Qt's buttons. Screen readers hear a list of tabs, or (toggle) buttons.
+/// Segments count from 0 at the leading side. It acts when the mouse is released on the segment
+/// that it was pressed on. It is a single Tab stop, within which the left and right arrow keys,
+/// Home and End move, and Space acts; disabled segments are passed over. An ampersand in a label
+/// marks a shortcut, as on Qt's buttons. Screen readers hear a list of tabs, or (toggle) buttons.
 ///
 /// Naming a segment that does not exist prints a warning and changes nothing. Main thread only.
 class PELLARVINE_EXPORT SegmentedControl : public QWidget
@@ -60,7 +60,8 @@ public:
     void setLabels(const QStringList &labels);
 
     QString labelForSegment(int segment) const; ///< empty unless set
-    /// What there is no room for is elided, and a tool tip shows the label if there is no other one.
+    /// What there is no room for is elided, and a tool tip shows the label if there is no other
+    /// one.
     void setLabel(const QString &label, int segment);
     QIcon imageForSegment(int segment) const; ///< null unless set
     /// In the style's size of small icons, beside the label if there is one.

@@ -12,8 +12,8 @@ namespace NS {
 ///     table->setItemDelegateForColumn(0, new NS::TableCellDelegate(cell, table));
 ///
 /// So a table of a million rows has one widget and not a million; nobody can click into it. Before
-/// an item is drawn, the cell gets the item's value, its font and palette and whether it is selected.
-/// Main thread only.
+/// an item is drawn, the cell gets the item's value, its font and palette and whether it is
+/// selected. Main thread only.
 class PELLARVINE_EXPORT TableCellDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

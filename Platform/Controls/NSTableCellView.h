@@ -54,8 +54,8 @@ public:
     void setObjectValue(const QVariant &value);
 
     /// @{
-    /// The outlets: any widgets, as a rule below the cell, which does not own them. Null unless set,
-    /// and once the widget is gone.
+    /// The outlets: any widgets, as a rule below the cell, which does not own them. Null unless
+    /// set, and once the widget is gone.
     QWidget *textField() const;
     void setTextField(QWidget *textField);
     QWidget *imageView() const;

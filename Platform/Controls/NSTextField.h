@@ -23,8 +23,8 @@ namespace NS {
 ///     connect(name, &NS::TextField::editingFinished, this, &Panel::rename);
 ///
 /// Its height follows its width wherever it wraps, in Qt's layouts and with constraints. As made it
-/// is a label: not selectable, not editable, without bezel and background. Its text has the widget's
-/// font and colour where no attribute says otherwise.
+/// is a label: not selectable, not editable, without bezel and background. Its text has the
+/// widget's font and colour where no attribute says otherwise.
 class PELLARVINE_EXPORT TextField : public QWidget
 {
     Q_OBJECT
@@ -129,7 +129,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void textEdited(const QString &string); ///< by the user
-    /// With Return in a single line, Ctrl+Return in several, and when the focus leaves after an edit.
+    /// With Return in a single line, Ctrl+Return in several, and when the focus leaves after an
+    /// edit.
     void editingFinished();
     /// By mouse or key, in a text that is not editable; before the link opens.
     void linkActivated(const QUrl &link);

@@ -44,7 +44,8 @@ private:
 class PELLARVINE_EXPORT UprightDrawing
 {
 public:
-    /// `rect` in the painter's coordinates. The painter has to be active and to outlive this object.
+    /// `rect` in the painter's coordinates. The painter has to be active and to outlive this
+    /// object.
     UprightDrawing(QPainter &painter, const QRectF &rect);
     ~UprightDrawing();
     UprightDrawing(const UprightDrawing &) = delete;

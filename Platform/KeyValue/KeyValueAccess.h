@@ -30,8 +30,8 @@ struct Access
 {
     QMetaType type; ///< of a declared property
     int index = -1; ///< of a declared property in its meta-object; -1 for a dynamic one
-    /// Can be a PlainProperty: its type is no pointer, which key-value coding treats as an object or
-    /// null, has an ==, and is no longer than longestPlain.
+    /// Can be a PlainProperty: its type is no pointer, which key-value coding treats as an object
+    /// or null, has an ==, and is no longer than longestPlain.
     bool isPlain = false;
     bool isWritable = true;
 };

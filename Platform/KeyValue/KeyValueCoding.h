@@ -29,8 +29,8 @@ namespace NS {
 /// `KeyValueException` for any other key that is not there.
 PELLARVINE_EXPORT QVariant valueForKeyPath(QObject *object, const QString &keyPath);
 
-/// Writes `value`, converted to the property's type where nothing of it is lost: 3.0 becomes 3, "12"
-/// becomes 12, and a number becomes text. Gadgets and maps on the way are copied, changed and
+/// Writes `value`, converted to the property's type where nothing of it is lost: 3.0 becomes 3,
+/// "12" becomes 12, and a number becomes text. Gadgets and maps on the way are copied, changed and
 /// written back.
 ///
 /// No value and the null object empty the property: its RESET function, else a null pointer, or the

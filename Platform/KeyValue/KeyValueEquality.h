@@ -25,9 +25,9 @@ PELLARVINE_EXPORT QVariant nullObject();
 PELLARVINE_EXPORT bool isNullObject(const QVariant &value);
 
 /// Whether two values are the same thing. Numbers and enumeration values are compared by what they
-/// are worth, whatever their types, and NaN equals itself; objects, held plainly or by a shared pointer, as objects
-/// are; all else by its type's own `==`, values of different types being different. Two absent
-/// values are equal. Values of one type without an `==` never are.
+/// are worth, whatever their types, and NaN equals itself; objects, held plainly or by a shared
+/// pointer, as objects are; all else by its type's own `==`, values of different types being
+/// different. Two absent values are equal. Values of one type without an `==` never are.
 PELLARVINE_EXPORT bool isEqual(const QVariant &first, const QVariant &second);
 
 /// Whether `first` is `second`, or says that it equals it: a class that declares

@@ -36,7 +36,8 @@ struct KeyValueChange
 ///         void observeValue(const QString &keyPath, QObject *, const NS::KeyValueChange *change)
 ///                 override { qInfo() << keyPath << change->newValue; }
 ///     };
-///     NS::addObserver(window, &logger, u"document.title"_s, NS::KeyValueObservingOptions::newValue);
+///     NS::addObserver(window, &logger, u"document.title"_s,
+///                     NS::KeyValueObservingOptions::newValue);
 ///
 /// It may be destroyed within observeValue(); all its registrations end with it. An exception that
 /// observeValue() lets out goes to the caller of addObserver() if it comes from the initial call.

@@ -20,8 +20,8 @@ struct PlainProperty
 
     bool isA(QMetaType other) const { return object && type == other; }
 
-    // `value` is a live value of the property's type. The further arguments are those that generated
-    // meta-object code expects.
+    // `value` is a live value of the property's type. The further arguments are those that
+    // generated meta-object code expects.
     void read(void *value) const
     {
         int status = -1;

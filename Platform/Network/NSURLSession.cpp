@@ -148,8 +148,8 @@ std::atomic_bool isExiting = false;
 class URLSession::Worker final : public QThread
 {
 public:
-    // Only once the thread has ended. The lock shows that to the thread sanitizer, which does not see
-    // QThread::wait().
+    // Only once the thread has ended. The lock shows that to the thread sanitizer, which does not
+    // see QThread::wait().
     ~Worker() override { const std::lock_guard lock(m_mutex); }
 
     struct Task
@@ -270,8 +270,8 @@ void URLSession::Worker::startIncoming()
         send({ std::move(task) });
 }
 
-// Ends exec() for the handler to be called. Within a handler that calls exit(), Qt deletes the event
-// dispatcher of this thread, which must not be at work then.
+// Ends exec() for the handler to be called. Within a handler that calls exit(), Qt deletes the
+// event dispatcher of this thread, which must not be at work then.
 void URLSession::Worker::answer(Task &task, std::optional<URLError> error)
 {
     m_answers.push_back({ std::move(task.handler), std::move(error) });
@@ -403,7 +403,8 @@ void URLSession::post(const QNetworkRequest &request, QByteArray body, Completio
         if (m_worker && m_worker->add(task))
             return;
         m_worker = std::shared_ptr<Worker>(new Worker, [](Worker *worker) {
-            // A handler that has called exit() is on the thread itself, which goes with the process.
+            // A handler that has called exit() is on the thread itself, which goes with the
+            // process.
             if (QThread::currentThread() == worker)
                 return;
             worker->requestInterruption();

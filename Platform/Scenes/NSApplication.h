@@ -30,8 +30,8 @@ public:
     /// The running one; null if there is none, or if it is another kind of application.
     static Application *sharedApplication();
 
-    /// Shows the standard about panel, which is Qt's: the program's name, version and copyright. The
-    /// sender is for whoever overrides this.
+    /// Shows the standard about panel, which is Qt's: the program's name, version and copyright.
+    /// The sender is for whoever overrides this.
     Q_INVOKABLE virtual void orderFrontStandardAboutPanel(const QVariant &sender = {});
 };
 

@@ -261,8 +261,8 @@ private:
                          text));
     }
 
-    // "Qt::AlignRight|Qt::AlignTop". The scopes are left to the property, since that of a class in a
-    // namespace is spelt in several ways.
+    // "Qt::AlignRight|Qt::AlignTop". The scopes are left to the property, since that of a class in
+    // a namespace is spelt in several ways.
     static bool writeKeys(QObject *object, const QMetaProperty &property, const QString &text)
     {
         QStringList keys = text.split(u'|', Qt::SkipEmptyParts);

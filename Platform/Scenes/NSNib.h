@@ -18,7 +18,8 @@ class NibFile;
 
 namespace NS {
 
-/// A Qt Designer file that is loaded while the program runs, with its objects connected to an owner:
+/// A Qt Designer file that is loaded while the program runs, with its objects connected to an
+/// owner:
 ///
 ///     QWidget *const form = NS::Nib(u"Preferences"_s).instantiate(controller, window);
 ///
@@ -37,7 +38,8 @@ namespace NS {
 class PELLARVINE_EXPORT Nib
 {
 public:
-    /// Reads the file that path() finds. Throws NibError if there is none or it is no interface file.
+    /// Reads the file that path() finds. Throws NibError if there is none or it is no interface
+    /// file.
     explicit Nib(const QString &name);
 
     /// A file's contents. `fileName` is for messages, and for the folder of its pictures.
@@ -52,8 +54,8 @@ public:
     /// declares it as Q_INVOKABLE or as a slot: children before parents, else in the order of the
     /// file, the owner last. Connections and bindings end with either of their objects.
     ///
-    /// `owner` may be null if the file names none. Throws NibError for whatever the file asks for and
-    /// cannot have; then no object is left, and the outlets that were set are null. What
+    /// `owner` may be null if the file names none. Throws NibError for whatever the file asks for
+    /// and cannot have; then no object is left, and the outlets that were set are null. What
     /// awakeFromNib() throws is passed on likewise.
     QWidget *instantiate(QObject *owner = nullptr, QWidget *parent = nullptr) const;
 

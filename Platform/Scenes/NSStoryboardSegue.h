@@ -49,8 +49,8 @@ public:
 
     /// Shows a view controller's view in a window of its own, which has the controller's title and
     /// lies above the source's window. Source and destination end with each other: the destination
-    /// becomes a QObject child of the source, and is deleted when the window is closed. Does nothing
-    /// for a destination of another kind.
+    /// becomes a QObject child of the source, and is deleted when the window is closed. Does
+    /// nothing for a destination of another kind.
     virtual void perform();
 
     // The classes that storyboards can name

@@ -25,8 +25,8 @@ class StoryboardSegue;
 ///     };
 ///
 /// A controller owns its children and its view. A view that is given a parent widget belongs to
-/// that too; whichever ends first, nothing is destroyed twice. A controller whose view is gone stays
-/// for whoever owns it. Main thread only.
+/// that too; whichever ends first, nothing is destroyed twice. A controller whose view is gone
+/// stays for whoever owns it. Main thread only.
 class PELLARVINE_EXPORT ViewController : public QObject
 {
     Q_OBJECT
@@ -50,13 +50,13 @@ public:
 
     // The view
 
-    /// Never null, unless the view was destroyed by its parent: the first call loads it. Throws what
-    /// loadView() and the storyboard do, and the next call then tries again.
+    /// Never null, unless the view was destroyed by its parent: the first call loads it. Throws
+    /// what loadView() and the storyboard do, and the next call then tries again.
     QWidget *view();
     /// Takes the view; the one before it is deleted if it has no parent widget.
     void setView(QWidget *view);
-    /// True from just before viewDidLoad() on, or once setView() was called with a view from outside
-    /// of loadView(). Stays true when the view is gone.
+    /// True from just before viewDidLoad() on, or once setView() was called with a view from
+    /// outside of loadView(). Stays true when the view is gone.
     bool isViewLoaded() const;
     /// Called once, after loadView().
     virtual void viewDidLoad();
@@ -92,7 +92,8 @@ public:
     /// The one that this controller comes from; null if it comes from none.
     std::shared_ptr<Storyboard> storyboard() const;
     /// Walks the segue of that name that begins at this controller. Throws
-    /// `UnknownIdentifierError` if there is none, and what loading the destination throws; nothing has changed then.
+    /// `UnknownIdentifierError` if there is none, and what loading the destination throws; nothing
+    /// has changed then.
     void performSegue(const QString &identifier, QObject *sender = nullptr);
     /// Whether a segue that `sender` triggers may be walked: true unless overridden. Not asked by
     /// performSegue().

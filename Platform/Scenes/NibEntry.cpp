@@ -106,8 +106,11 @@ NS::LayoutRelation relation(const QString &sign)
 
 NibEntry constraint(const QString &text)
 {
-    static const QRegularExpression sentence = pattern(
-            uR"((\w+)\s*(<=|>=|==?)\s*(?:(?:([\d.]+)\s*\*\s*)?([A-Za-z_]\w*)\.(\w+)\s*(?:([+-])\s*([\d.]+))?|([+-]?[\d.]+))\s*(?:@\s*([\d.]+))?)"_s);
+    static const QRegularExpression sentence =
+            pattern(uR"((\w+)\s*(<=|>=|==?)\s*)"
+                    uR"((?:(?:([\d.]+)\s*\*\s*)?([A-Za-z_]\w*)\.(\w+)\s*(?:([+-])\s*([\d.]+))?)"
+                    uR"(|([+-]?[\d.]+)))"
+                    uR"(\s*(?:@\s*([\d.]+))?)"_s);
     const auto match = sentence.match(text);
     bool isNumber = match.hasMatch();
     const auto number = [&](int group, double otherwise) {

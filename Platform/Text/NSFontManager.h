@@ -53,7 +53,8 @@ public:
     /// The size in points, of a font that was given its size in pixels too.
     static double pointSize(const QFont &font);
 
-    /// The weights that the family has with the font's slant and width, 1…1000, from light to heavy.
+    /// The weights that the family has with the font's slant and width, 1…1000, from light to
+    /// heavy.
     static QList<int> weights(const QFont &font);
 
     /// The weight, 1…1000, of the face that the font is shown in, which need not be the one that it

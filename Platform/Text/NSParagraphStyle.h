@@ -11,7 +11,8 @@ namespace NS {
 ///     NS::ParagraphStyle style;
 ///     style.alignment = Qt::AlignHCenter;
 ///     style.paragraphSpacing = 6;
-///     text.addAttributes({ { NS::ParagraphStyleAttributeName, QVariant::fromValue(style) } }, 0, 9);
+///     text.addAttributes({ { NS::ParagraphStyleAttributeName, QVariant::fromValue(style) } },
+///                        0, 9);
 struct ParagraphStyle
 {
     /// AlignLeft is the leading side, at the right in text that runs to the left; add AlignAbsolute

@@ -55,8 +55,8 @@ public:
     const QList<std::shared_ptr<Layer>> &sublayers() const;
     Layer *superlayer() const; ///< null at the top
 
-    /// Puts the layer in front of the other sublayers, taking it from where it was. Neither null nor
-    /// this layer nor one above it.
+    /// Puts the layer in front of the other sublayers, taking it from where it was. Neither null
+    /// nor this layer nor one above it.
     void addSublayer(const std::shared_ptr<Layer> &layer);
 
     /// Does nothing at the top. The layer ends if nobody else holds it.

@@ -49,9 +49,9 @@ PELLARVINE_EXPORT void addSubview(QWidget *parent, QWidget *subview);
 
 // Constraints
 
-/// Whether the widget's frame is taken as it is, whatever the constraints would make of it: they can
-/// then place others by it. False unless set, and true in effect for widgets that a Qt layout of
-/// another kind places.
+/// Whether the widget's frame is taken as it is, whatever the constraints would make of it: they
+/// can then place others by it. False unless set, and true in effect for widgets that a Qt layout
+/// of another kind places.
 PELLARVINE_EXPORT bool translatesAutoresizingMaskIntoConstraints(const QWidget *widget);
 PELLARVINE_EXPORT void setTranslatesAutoresizingMaskIntoConstraints(QWidget *widget,
                                                                     bool translates);

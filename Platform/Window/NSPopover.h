@@ -12,8 +12,8 @@
 
 namespace NS {
 
-/// The edges of a rectangle with y upwards: minY is the lower one, maxY the upper one. Left and right
-/// stay left and right whatever the direction of the text.
+/// The edges of a rectangle with y upwards: minY is the lower one, maxY the upper one. Left and
+/// right stay left and right whatever the direction of the text.
 enum class RectEdge {
     minX = 0, ///< the left one
     minY = 1, ///< the lower one
@@ -35,8 +35,9 @@ enum class RectEdge {
 /// to the first, and back afterwards; Esc closes it. Otherwise the focus stays where it is, and a
 /// screen reader reads it out. Main thread only.
 ///
-/// The press that closes a popover may be on what opens it, as on the button above: while that click
-/// lasts, showing a popover with the same opener does nothing, so that the button opens and closes.
+/// The press that closes a popover may be on what opens it, as on the button above: while that
+/// click lasts, showing a popover with the same opener does nothing, so that the button opens and
+/// closes.
 class PELLARVINE_EXPORT Popover : public QObject
 {
     Q_OBJECT
@@ -116,8 +117,8 @@ public Q_SLOTS:
     void performClose();
 
 Q_SIGNALS:
-    /// It is about to come up; not when it only moves. Nothing comes up if its view or its content is
-    /// gone afterwards.
+    /// It is about to come up; not when it only moves. Nothing comes up if its view or its content
+    /// is gone afterwards.
     void willShow();
     void didShow(); ///< it is on the screen, with the focus where it goes
     void willClose(); ///< it is still on the screen, and cannot be kept there

@@ -122,15 +122,16 @@ public:
     /// @{
     /// Stacked below the standard title bar in order. Adding or removing one keeps the window's top
     /// edge and the size of its content: the window grows and shrinks at the bottom, unless it is
-    /// maximised or full screen. The window owns the controllers that it has; afterwards nobody does.
-    /// An index out of range is a fatal error.
+    /// maximised or full screen. The window owns the controllers that it has; afterwards nobody
+    /// does. An index out of range is a fatal error.
     void addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller);
     void removeTitlebarAccessoryViewControllerAtIndex(int index);
     /// @}
     /// From top to bottom. Empty unless any were added; one that is destroyed is gone from it.
     QList<TitlebarAccessoryViewController *> titlebarAccessoryViewControllers() const;
 
-    /// Whether content that takes no press moves the window as the title bar does. False unless set.
+    /// Whether content that takes no press moves the window as the title bar does. False unless
+    /// set.
     bool isMovableByWindowBackground() const;
     void setMovableByWindowBackground(bool isMovable);
 

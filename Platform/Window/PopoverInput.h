@@ -12,8 +12,8 @@ QT_FORWARD_DECLARE_CLASS(QPointerEvent)
 
 namespace Pellarvine::detail {
 
-/// Closes a popover when the user does something elsewhere, as its behavior says. It sees the events
-/// of the whole program between start() and stop().
+/// Closes a popover when the user does something elsewhere, as its behavior says. It sees the
+/// events of the whole program between start() and stop().
 class PopoverInput : public QObject
 {
     Q_OBJECT
@@ -29,7 +29,8 @@ public:
     /// Whether the click or the key is still under way that has closed the popover of `opener`.
     static bool hasJustClosed(const QWidget *opener);
 
-    /// Passes a click on the bubble's shadow, or beside its arrow, to the widget that shows through.
+    /// Passes a click on the bubble's shadow, or beside its arrow, to the widget that shows
+    /// through.
     void clickBehind(QPoint globalPosition);
 
 protected:

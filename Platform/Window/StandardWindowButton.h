@@ -12,8 +12,9 @@ namespace Pellarvine::detail {
 /// screen does, for pictures of it.
 bool looksActive(const QWidget *widget);
 
-/// One of the buttons in a window's title bar. It draws itself in the window's state: coloured while
-/// the window is active or the pointer is near, grey otherwise, with a glyph under the pointer.
+/// One of the buttons in a window's title bar. It draws itself in the window's state: coloured
+/// while the window is active or the pointer is near, grey otherwise, with a glyph under the
+/// pointer.
 class StandardWindowButton : public QAbstractButton
 {
     Q_OBJECT

@@ -79,7 +79,8 @@ void WindowDrag::moveByHand(QPoint globalPosition)
     m_window->move(m_origin + globalPosition - m_pressed);
 }
 
-// The desktop keeps the release for itself, without which Qt would take what is pressed for pressed.
+// The desktop keeps the release for itself, without which Qt would take what is pressed for
+// pressed.
 void WindowDrag::releaseButton()
 {
     const QScopedValueRollback<bool> guard(m_isReleasing, true);

@@ -15,8 +15,8 @@ namespace Pellarvine::detail::WindowManager {
 /// Whether pixels can be translucent. Without, what is left transparent is black.
 bool hasCompositor();
 
-/// Some desktops say that they move or resize a window and do not. A window that has not changed once
-/// the pointer has gone that far, in device-independent pixels, is moved or resized by hand.
+/// Some desktops say that they move or resize a window and do not. A window that has not changed
+/// once the pointer has gone that far, in device-independent pixels, is moved or resized by hand.
 inline constexpr int unansweredDragDistance = 48;
 
 /// Whether a program can place its windows. Not on Wayland.

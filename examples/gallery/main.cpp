@@ -17,8 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The value of "--name value" or "--name=value", empty if there is none. Read before the application
-// object exists, since the platform and the scale are fixed with it.
+// The value of "--name value" or "--name=value", empty if there is none. Read before the
+// application object exists, since the platform and the scale are fixed with it.
 QByteArray optionValue(int argc, char **argv, QByteArrayView name)
 {
     for (int i = 1; i < argc; ++i) {

@@ -69,7 +69,7 @@ QString addressWithoutHost()
 
 class TicketTransfer : public ::testing::Test
 {
-protected:
+public:
     TicketTransfer()
     {
         // A proxy of the machine would lead away from it.
@@ -186,8 +186,8 @@ TEST_F(TicketTransfer, a_server_that_hangs_up_is_an_error_and_sees_the_ticket_on
         "HTTP/1.1 201 Created\r\nContent-Le",
         "HTTP/1.1 201 Created\r\nContent-Length: 10\r\n\r\n<tick",
         "HTTP/1.1 500 Internal Server Error\r\nContent-Length: 10\r\n\r\n<tick",
-        "HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"x\"\r\n"
-        "Content-Length: 10\r\n\r\n<tick",
+        ("HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"x\"\r\n"
+         "Content-Length: 10\r\n\r\n<tick"),
         "HTTP/1.1 201 Created\r\nTransfer-Encoding: chunked\r\n\r\n9\r\n<tick",
         "this is not HTTP\r\n\r\n",
     };

@@ -114,7 +114,7 @@ int main(int argc, char **argv)
     } else if (way == "exit-after") {
         post();
         post();
-        std::this_thread::sleep_for(std::chrono::microseconds(std::atoi(argv[2])));
+        std::this_thread::sleep_for(std::chrono::microseconds(QByteArray(argv[2]).toInt()));
         post();
         std::exit(0);
     } else if (way == "exit-in-callback") {

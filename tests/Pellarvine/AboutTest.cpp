@@ -41,7 +41,7 @@ const QByteArray facts = R"(<plist><dict>
 
 class About : public ::testing::Test
 {
-protected:
+public:
     ~About() override
     {
         AboutWindowController::setInstance(nullptr);
@@ -166,9 +166,9 @@ TEST_F(About, a_hosts_own_file_of_the_name_replaces_the_librarys)
 {
     EXPECT_EQ(NS::Nib::path(u"AboutWindowController"_s),
               u":/pellarvine/AboutWindowController.ui"_s);
-    const ResourceFile file(
-            u":/forms/AboutWindowController.ui"_s,
-            R"(<ui version="4.0"><widget class="QDialog" name="Mine"><widget class="QLabel" name="l">
+    const ResourceFile file(u":/forms/AboutWindowController.ui"_s,
+                            R"(<ui version="4.0"><widget class="QDialog" name="Mine">
+<widget class="QLabel" name="l">
 <property name="bindings" stdset="0"><string>text = owner.applicationVersion</string></property>
 </widget></widget></ui>)");
     AboutWindowController controller;

@@ -58,7 +58,7 @@ public:
 
 class ColorPickerButtonTest : public testing::Test
 {
-protected:
+public:
     ColorPickerButtonTest()
     {
         window.resize(600, 500);

@@ -22,6 +22,7 @@ public:
     std::vector<double> widths() const
     {
         std::vector<double> all;
+        all.reserve(segmentCount());
         for (int i = 0; i < segmentCount(); ++i)
             all.push_back(widthForSegment(i));
         return all;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A real window on a real X server with a window manager, operated by pointer and keys from outside.
+// A real window on a real X server with a window manager, operated by pointer and keys from
+// outside.
 #include "Program.h"
 
 #include <QElapsedTimer>
@@ -48,8 +49,8 @@ protected:
             if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty())
                 GTEST_SKIP() << program << " is not installed";
         }
-        // It takes a free display and says which. Without -noreset the server starts afresh, and drops
-        // whoever is just connecting, each time its last client leaves.
+        // It takes a free display and says which. Without -noreset the server starts afresh, and
+        // drops whoever is just connecting, each time its last client leaves.
         m_server.start(u"Xvfb"_s, { u"-displayfd"_s, u"1"_s, u"-noreset"_s, u"-screen"_s, u"0"_s,
                                     u"1280x800x24"_s, u"-nolisten"_s, u"tcp"_s });
         QByteArray display;
@@ -73,8 +74,8 @@ protected:
             << m_windowManager.readAllStandardError().toStdString();
 
         point(10, 700); // away from where the window will be
-        // The address sanitizer is right that libxkbcommon hands strndup texts without an end, which
-        // strndup allows. The X libraries' leaks are not ours either.
+        // The address sanitizer is right that libxkbcommon hands strndup texts without an end,
+        // which strndup allows. The X libraries' leaks are not ours either.
         QProcessEnvironment environment = m_environment;
         environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0:strict_string_checks=0"_s);
         m_subject.setProcessEnvironment(environment);
@@ -240,8 +241,8 @@ TEST_F(WindowOnDesktop, is_closed_and_miniaturised_by_the_desktop_too)
     EXPECT_TRUE(waitFor([&] { return state() == "miniaturized"; }));
     input({ u"search"_s, u"--name"_s, u"^Subject$"_s, u"windowactivate"_s });
     EXPECT_TRUE(waitFor([&] { return state() == "normal"; }));
-    // The first key of all changes the server's keyboard. The window manager then grabs its keys anew,
-    // and may miss that one.
+    // The first key of all changes the server's keyboard. The window manager then grabs its keys
+    // anew, and may miss that one.
     EXPECT_TRUE(waitFor([&] {
         input({ u"key"_s, u"alt+F4"_s });
         return told().contains("closed");

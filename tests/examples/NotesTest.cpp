@@ -59,7 +59,7 @@ void answer(QMessageBox::StandardButton button)
 
 class Notes : public testing::Test
 {
-protected:
+public:
     Notes()
     {
         window->show();

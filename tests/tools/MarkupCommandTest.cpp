@@ -19,7 +19,7 @@ Outcome runMarkup(const QByteArray &input, const QStringList &arguments = {})
 QJsonObject object(const QByteArray &json)
 {
     QJsonParseError error;
-    const QJsonObject object = QJsonDocument::fromJson(json, &error).object();
+    QJsonObject object = QJsonDocument::fromJson(json, &error).object();
     EXPECT_EQ(error.error, QJsonParseError::NoError) << error.errorString().toStdString();
     return object;
 }

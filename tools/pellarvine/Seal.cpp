@@ -108,7 +108,8 @@ void runTransfer(Direction direction, const QStringList &arguments)
     parser.setApplicationDescription(
             isSeal ? u"Encrypts IN under a passphrase and writes the sealed file to OUT."_s
                    : u"Decrypts the sealed file IN and writes its content to OUT. OUT is written "
-                     u"only\nif the passphrase is right and every byte of IN is as it was sealed."_s);
+                     u"only\n"
+                     u"if the passphrase is right and every byte of IN is as it was sealed."_s);
     addPassphraseOptions(parser);
     const QCommandLineOption force({ u"f"_s, u"force"_s }, u"Replace OUT if it exists."_s);
     const QCommandLineOption quiet({ u"q"_s, u"quiet"_s }, u"Show no progress."_s);

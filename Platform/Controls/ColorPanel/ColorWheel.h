@@ -8,8 +8,8 @@
 namespace Pellarvine::detail {
 
 /// A disc of all hues, once round from red at three o'clock, anticlockwise, with the saturation
-/// growing outwards. Press and drag, or the arrow keys: left and right turn, up and down go outwards
-/// and inwards, with Shift in larger steps.
+/// growing outwards. Press and drag, or the arrow keys: left and right turn, up and down go
+/// outwards and inwards, with Shift in larger steps.
 class ColorWheel : public QWidget
 {
     Q_OBJECT

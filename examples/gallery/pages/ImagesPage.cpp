@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The cover of a book in a library's catalogue: the user puts in a picture, and the record keeps its
-// very bytes.
+// The cover of a book in a library's catalogue: the user puts in a picture, and the record keeps
+// its very bytes.
 #include "../Page.h"
 #include "../Theme.h"
 

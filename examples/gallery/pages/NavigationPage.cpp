@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A reader of letters whose scenes and ways are in mail/Mail.storyboard. Beside it, live: the stack,
-// and the place in the file that was walked last.
+// A reader of letters whose scenes and ways are in mail/Mail.storyboard. Beside it, live: the
+// stack, and the place in the file that was walked last.
 #include "../Page.h"
 #include "../Theme.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Popovers as a file manager has them: what is wrong with a name, what a button did, a filter to set
-// up; and a sample at each edge of a view.
+// Popovers as a file manager has them: what is wrong with a name, what a button did, a filter to
+// set up; and a sample at each edge of a view.
 #include "../Page.h"
 #include "../Theme.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Reports a bug as a program would that has "Report a Problem…" in its Help menu. The tracker is the
-// page's own, and the page shows what it received.
+// Reports a bug as a program would that has "Report a Problem…" in its Help menu. The tracker is
+// the page's own, and the page shows what it received.
 #include "../LoopbackTracker.h"
 #include "../Page.h"
 #include "../Theme.h"

@@ -52,7 +52,7 @@ protected:
 
     QString imageFile(const QString &name, Qt::GlobalColor color) const
     {
-        const QString path = folder.filePath(name);
+        QString path = folder.filePath(name);
         EXPECT_TRUE(filled({ 4, 4 }, color).save(path, "PNG"));
         return path;
     }

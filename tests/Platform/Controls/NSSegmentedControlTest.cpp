@@ -366,7 +366,7 @@ TEST(SegmentedControl, tool_tips_are_the_segments_own_or_the_label_that_is_cut_o
     const auto toolTipAt = [&](int segment) {
         QHelpEvent event(QEvent::ToolTip, control.middle(segment), QPoint(5, 5));
         QApplication::sendEvent(&control, &event);
-        const QString shown = QToolTip::isVisible() ? QToolTip::text() : QString();
+        QString shown = QToolTip::isVisible() ? QToolTip::text() : QString();
         QToolTip::hideText();
         EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })); // after a while
         return shown;

@@ -198,6 +198,7 @@ TEST(ViewController, everything_is_destroyed_once_whoever_ends_first)
             const QPointer<NS::ViewController> inner = new NS::ViewController;
             parent->view()->setParent(window);
             parent->addChildViewController(inner);
+            // cppcheck-suppress nullPointerRedundantCheck // becomes null later, as it is destroyed
             const QPointer<QWidget> view = inner->view();
             view->setParent(parent->view());
             window->setVisible(isShown);

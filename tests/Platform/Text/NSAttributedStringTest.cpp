@@ -160,6 +160,8 @@ TEST(MutableAttributedString, a_rewriter_agrees_with_edits_one_by_one)
                                          someAttributes(random)));
         MutableAttributedString edited = text;
         const AttributedString before = text;
+        // The copy that must not change.
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const AttributedString snapshot = before;
 
         detail::AttributedStringRewriter rewriter(text);

@@ -27,7 +27,7 @@ namespace {
 
 class ColorPanelTest : public testing::Test
 {
-protected:
+public:
     ColorPanelTest() { panel->orderFront(); }
     ~ColorPanelTest() override { delete panel; }
 

@@ -193,6 +193,7 @@ std::vector<double> solution(Solver &solver, const std::vector<Variable> &variab
 {
     solver.solve();
     std::vector<double> values;
+    values.reserve(variables.size());
     for (const Variable variable : variables)
         values.push_back(solver.value(variable));
     return values;
@@ -238,7 +239,7 @@ struct Session
 
     std::vector<Constraint> setConstant(int index, double constant)
     {
-        const auto conflict = solver.setConstant(handles[index], constant);
+        auto conflict = solver.setConstant(handles[index], constant);
         if (conflict.empty())
             system[index].constant = constant;
         return conflict;
