@@ -26,8 +26,14 @@ fi
 export LD_LIBRARY_PATH=$library
 export QT_QPA_PLATFORM=offscreen
 
-for consumer in cmake uic; do
-    cmake -S "$here/consumers/$consumer" -B "$scratch/$consumer" -G Ninja \
+# Programs of Core need nothing that only the other components do.
+declare -A without=([uic]='')
+for package in Qt6Gui Qt6Network Qt6UiTools Qt6Widgets Fontconfig ICU PkgConfig; do
+    without[core]+=" -DCMAKE_DISABLE_FIND_PACKAGE_$package=ON"
+done
+for consumer in core uic; do
+    # shellcheck disable=SC2086 # a list of words
+    cmake -S "$here/consumers/$consumer" -B "$scratch/$consumer" -G Ninja ${without[$consumer]} \
         -DCMAKE_PREFIX_PATH="$prefix" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
     cmake --build "$scratch/$consumer" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
     "$scratch/$consumer/consumer"
@@ -41,9 +47,16 @@ cmake --build "$scratch/notes/build" >"$scratch/log" 2>&1 || { cat "$scratch/log
 "$scratch/notes/build/notes" --help | grep -q '\[file\]' || fail "the notes do not start"
 
 export PKG_CONFIG_PATH=$library/pkgconfig
-read -ra flags < <(pkg-config --cflags --libs pellarvine)
-g++ -fPIC "$here/consumers/pkg-config/main.cpp" "${flags[@]}" -o "$scratch/plain"
-"$scratch/plain"
+for package in pellarvine-core pellarvine; do
+    source=$here/consumers/pkg-config/main.cpp
+    [ $package = pellarvine ] || source=$here/consumers/core/main.cpp
+    read -ra flags < <(pkg-config --cflags --libs $package)
+    g++ -fPIC "$source" "${flags[@]}" -o "$scratch/plain"
+    "$scratch/plain"
+done
+if pkg-config --libs pellarvine-core | grep -E '(pellarvine|Qt6)(gui|network|widgets)' -i; then
+    fail "pkg-config wants more for Core"
+fi
 
 # The command finds its second program wherever the two are.
 "$prefix/bin/pellarvine" color fff | grep -q '#FFFFFF' || fail "the command finds no program for text"
@@ -51,8 +64,8 @@ g++ -fPIC "$here/consumers/pkg-config/main.cpp" "${flags[@]}" -o "$scratch/plain
 # An unknown component and a version that this does not serve are told, not ignored.
 mkdir "$scratch/wrong"
 for request in 'COMPONENTS Sound' '99.0' '0.1'; do
-    printf 'cmake_minimum_required(VERSION 3.22)\nproject(wrong LANGUAGES CXX)\nfind_package(Pellarvine %s REQUIRED)\n' \
-        "$request" >"$scratch/wrong/CMakeLists.txt"
+    printf '%s\n' 'cmake_minimum_required(VERSION 3.22)' 'project(wrong LANGUAGES NONE)' \
+        "find_package(Pellarvine $request REQUIRED)" >"$scratch/wrong/CMakeLists.txt"
     if cmake -S "$scratch/wrong" -B "$scratch/wrong/build" -G Ninja \
         -DCMAKE_PREFIX_PATH="$prefix" >"$scratch/log" 2>&1; then
         fail "find_package(Pellarvine $request) succeeded"
