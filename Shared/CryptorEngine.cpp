@@ -41,6 +41,13 @@ Data CryptorEngine::feed(QByteArrayView data)
 
 Data CryptorEngine::finalize()
 {
+    if (const std::optional<Data> last = finalizeIfWellFormed())
+        return *last;
+    fatalError("Cryptor finalize failed");
+}
+
+std::optional<Data> CryptorEngine::finalizeIfWellFormed()
+{
     const ErrorQueueGuard guard;
     Data &buffer = emptyBuffer(outputBound(0));
     int written = 0;
@@ -49,7 +56,7 @@ Data CryptorEngine::finalize()
         || EVP_CipherFinal_ex(m_context.get(), reinterpret_cast<unsigned char *>(buffer.data()),
                               &written)
                    != 1)
-        fatalError("Cryptor finalize failed");
+        return std::nullopt;
     m_isFinalized = true;
     buffer.resize(written);
     return buffer;

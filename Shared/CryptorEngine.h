@@ -7,6 +7,8 @@
 
 #include <QByteArrayView>
 
+#include <optional>
+
 namespace Pellarvine::detail {
 
 enum class CryptorOperation {
@@ -34,6 +36,9 @@ public:
     /// The last output: encrypting, the padded block; decrypting, the last 0 to 15 bytes. Call it
     /// once. Bad padding is one of the failures that stop the process, so check a tag first.
     Data finalize();
+
+    /// As `finalize`, but answers a failure with nothing.
+    std::optional<Data> finalizeIfWellFormed();
 
     /// Room that `update` may need for `inputLength` bytes: decrypting, libcrypto can give back a
     /// block more than it is given.

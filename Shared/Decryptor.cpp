@@ -4,6 +4,7 @@
 #include "Base/Failure.h"
 #include "Shared/ContainerFormat.h"
 #include "Shared/CryptorEngine.h"
+#include "Shared/DecryptorEnd.h"
 #include "Shared/DelayLine.h"
 #include "Shared/HMAC.h"
 #include "Shared/KeyGen.h"
@@ -45,6 +46,15 @@ struct Decryptor::Private
         hmac->feed(bytes);
         engine = std::make_unique<detail::CryptorEngine>(detail::CryptorOperation::decrypt,
                                                          cipherKey, header.iv);
+    }
+
+    // Once all has been fed.
+    void verify()
+    {
+        if (!hasHeader())
+            throw CryptorError(CryptorError::truncatedFile);
+        if (!detail::isEqualComparingAllBytes(hmac->finalize(), delayLine.buffer()))
+            throw CryptorError(CryptorError::invalidHMAC);
     }
 
     Data feedBody(QByteArrayView data)
@@ -105,11 +115,14 @@ Data Decryptor::feed(QByteArrayView data)
 
 Data Decryptor::finalize()
 {
-    if (!d->hasHeader())
-        throw CryptorError(CryptorError::truncatedFile);
-    if (!detail::isEqualComparingAllBytes(d->hmac->finalize(), d->delayLine.buffer()))
-        throw CryptorError(CryptorError::invalidHMAC);
+    d->verify();
     return d->engine->finalize();
+}
+
+std::optional<Data> detail::finalizeIfWellFormed(Decryptor &decryptor)
+{
+    decryptor.d->verify();
+    return decryptor.d->engine->finalizeIfWellFormed();
 }
 
 Data Decryptor::decrypt(QByteArrayView data, QStringView passphrase)

@@ -8,12 +8,16 @@
 #include <QStringView>
 
 #include <memory>
+#include <optional>
 
 namespace Pellarvine {
+
+class Decryptor;
 
 namespace detail {
 class CryptorEngine;
 class HMAC;
+std::optional<Data> finalizeIfWellFormed(Decryptor &decryptor);
 } // namespace detail
 
 /// Reads the passphrase-encrypted container that `Encryptor` writes, in one call or as a stream of
@@ -65,6 +69,7 @@ public:
     void setBuffer(Data buffer);
 
 private:
+    friend std::optional<Data> detail::finalizeIfWellFormed(Decryptor &decryptor);
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -7,34 +7,76 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
-void parse(QCommandLineParser &parser, const QString &name, const QStringList &arguments)
+namespace {
+
+// A file that is opened while a standard descriptor is closed would get its number, and then what
+// is meant for the terminal. The descriptors held here fail when they are used, as closed ones do.
+void holdStandardDescriptors()
+{
+    for (const int descriptor : { STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO }) {
+        if (fcntl(descriptor, F_GETFD) < 0)
+            open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
+} // namespace
+
+CommandLine::CommandLine(const char *command, const QString &description)
+    : m_command(command)
+{
+    setApplicationDescription(description);
+}
+
+void CommandLine::parse(const QByteArrayList &arguments)
 {
     const QCommandLineOption help({ u"h"_s, u"help"_s }, u"Show this help."_s);
-    parser.addOption(help);
-    // The parser takes the first argument for the program's name.
-    const QString program = u"pellarvine "_s + name;
-    if (!parser.parse(QStringList { program } + arguments))
-        throw CommandError(ExitStatus::badUsage, parser.errorText());
-    if (parser.isSet(help)) {
+    addOption(help);
+    // A character for each byte, which all come back in value() and operands(). The parser looks at
+    // ASCII alone. It takes the first argument for the program's name.
+    const QString program = u"pellarvine "_s + QString::fromLatin1(m_command);
+    QStringList line { program };
+    for (const QByteArray &argument : arguments)
+        line.append(QString::fromLatin1(argument));
+    if (!QCommandLineParser::parse(line))
+        throw CommandError(ExitStatus::badUsage, errorText().toLatin1());
+    if (isSet(help)) {
         // The parser's own text begins with a name for a program that it does not know.
-        const QString text = parser.helpText();
+        const QString text = helpText();
         const QString usage = u"Usage: "_s + program + u' ' + text.sliced(text.indexOf(u'['));
         std::fputs(qPrintable(usage), stdout);
         std::exit(int(ExitStatus::success));
     }
+    if (operands().contains(QByteArray()))
+        throw CommandError(ExitStatus::badUsage, m_command + ": an argument is empty");
+}
+
+QByteArray CommandLine::value(const QCommandLineOption &option) const
+{
+    return QCommandLineParser::value(option).toLatin1();
+}
+
+QByteArrayList CommandLine::operands() const
+{
+    QByteArrayList files;
+    for (const QString &argument : positionalArguments())
+        files.append(argument.toLatin1());
+    return files;
 }
 
 int exitStatusOf(const std::function<void()> &run)
 {
+    holdStandardDescriptors();
     std::setlocale(LC_ALL, ""); // for the system's messages
     try {
         run();
         // What is still in the buffer may meet a full disk or a closed pipe.
-        if (std::fflush(stdout) != 0)
-            throwSystemError(u"standard output"_s, errno);
+        if (std::fflush(stdout) != 0 || std::ferror(stdout))
+            throwSystemError("standard output", errno);
         return int(ExitStatus::success);
     } catch (const CommandError &error) {
         std::fprintf(stderr, "pellarvine: %s\n", error.what());

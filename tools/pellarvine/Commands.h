@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QStringList>
+#include <QByteArrayList>
 
 // The sub-commands, each in a file of its own. They throw CommandError.
 
-void runSeal(const QStringList &arguments);
-void runOpen(const QStringList &arguments);
-void runDigest(const QStringList &arguments);
+void runSeal(const QByteArrayList &arguments);
+void runOpen(const QByteArrayList &arguments);
+void runDigest(const QByteArrayList &arguments);
 
 // Those of the program for text.
-void runColor(const QStringList &arguments);
-void runMarkup(const QStringList &arguments);
+void runColor(const QByteArrayList &arguments);
+void runMarkup(const QByteArrayList &arguments);

@@ -2,140 +2,221 @@
 #include "Output.h"
 
 #include "Command.h"
+#include "FileDescriptor.h"
+#include "Place.h"
 #include "Progress.h"
+#include "Signals.h"
 #include "SystemError.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QSaveFile>
+#include <pellarvine/Shared/Data+Random.h>
 
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
-const QString standardOutput = u"standard output"_s;
+// A file in `folder` that has no name, where the file system can have such, so that nothing is left
+// of it even if the process is killed; else one of the name that `path` then has.
+struct TemporaryFile
+{
+    FileDescriptor file;
+    QByteArray path;
+
+    explicit TemporaryFile(const QByteArray &folder)
+    {
+        file = FileDescriptor(open(folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600));
+        // It gets its name through /proc.
+        if (file.isOpen() && access(descriptorPath().constData(), F_OK) == 0)
+            return;
+        path = folder + "/.pellarvine-XXXXXX";
+        file = FileDescriptor(mkostemp(path.data(), O_CLOEXEC));
+        if (!file.isOpen())
+            path.clear();
+    }
+    TemporaryFile(const TemporaryFile &) = delete;
+    TemporaryFile &operator=(const TemporaryFile &) = delete;
+    ~TemporaryFile()
+    {
+        if (!path.isEmpty())
+            unlink(path.constData());
+    }
+
+    // Gives the file its name unless there is one of that name. False, with errno, if it cannot.
+    bool linkAs(const QByteArray &name) const
+    {
+        if (path.isEmpty()) {
+            return linkat(AT_FDCWD, descriptorPath().constData(), AT_FDCWD, name.constData(),
+                          AT_SYMLINK_FOLLOW)
+                   == 0;
+        }
+        if (renameat2(AT_FDCWD, path.constData(), AT_FDCWD, name.constData(), RENAME_NOREPLACE)
+            == 0)
+            return true;
+        // Neither is known to all file systems. The name beside the link goes with the object.
+        const bool isUnknown = errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
+        return isUnknown && link(path.constData(), name.constData()) == 0;
+    }
+
+    // Gives the file its name, and takes that from what had it.
+    bool replace(const QByteArray &name)
+    {
+        if (path.isEmpty()) {
+            const QByteArray folder = name.first(name.lastIndexOf('/') + 1);
+            path = folder + ".pellarvine-" + Pellarvine::secureRandomData(12).toHex();
+            if (linkat(AT_FDCWD, descriptorPath().constData(), AT_FDCWD, path.constData(),
+                       AT_SYMLINK_FOLLOW)
+                != 0) {
+                path.clear();
+                return false;
+            }
+        }
+        return rename(path.constData(), name.constData()) == 0;
+    }
+
+private:
+    QByteArray descriptorPath() const { return "/proc/self/fd/" + QByteArray::number(file); }
+};
+
+QByteArray folderOf(const QByteArray &path)
+{
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash < 0 ? "." : path.first(slash + 1);
+}
 
 class FileOutput : public Output
 {
 public:
-    FileOutput(const QString &path, bool replaces, std::optional<mode_t> mode)
-        : m_file(path)
+    FileOutput(const QByteArray &name, const QByteArray &path, bool replaces,
+               std::optional<mode_t> mode)
+        : m_name(name)
+        , m_path(path)
         , m_replaces(replaces)
+        , m_temporary(folderOf(path))
     {
-        checkPlace();
-        // Nobody but the owner reads the file before it is whole and has its mode.
-        const mode_t mask = umask(077);
-        const bool isOpen = m_file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+        if (!m_temporary.file.isOpen())
+            throwSystemError(name, errno);
+        const mode_t mask = umask(0);
         umask(mask);
-        if (!isOpen)
-            fail(m_file.errorString());
         m_mode = mode.value_or(0666 & ~mask);
-        if (fchmod(m_file.handle(), 0600) != 0)
-            throwSystemError(path, errno);
     }
 
-    Stream stream() const override { return { m_file.handle(), m_file.fileName() }; }
+    Stream stream() const override { return { m_temporary.file, m_name }; }
 
     void commit() override
     {
-        const int descriptor = m_file.handle();
-        if (fchmod(descriptor, m_mode) != 0)
-            throwSystemError(m_file.fileName(), errno);
+        // Nobody but the owner could read the file before it was whole.
+        if (fchmod(m_temporary.file, m_mode) != 0)
+            throwSystemError(m_name, errno);
         // Some file systems cannot flush; what they report otherwise is lost data.
-        if (fsync(descriptor) != 0 && errno != EINVAL && errno != ENOTSUP)
-            throwSystemError(m_file.fileName(), errno);
-        checkPlace();
-        if (!m_file.commit())
-            fail(m_file.errorString());
+        if (fsync(m_temporary.file) != 0 && errno != EINVAL && errno != ENOTSUP)
+            throwSystemError(m_name, errno);
+        if (m_replaces ? m_temporary.replace(m_path) : m_temporary.linkAs(m_path))
+            return;
+        if (errno == EEXIST)
+            throwExists(m_name);
+        throwSystemError(m_name, errno);
+    }
+
+    [[noreturn]] static void throwExists(const QByteArray &name)
+    {
+        throw CommandError(ExitStatus::systemError, name + ": exists; --force replaces it");
     }
 
 private:
-    void checkPlace() const
-    {
-        const QFileInfo place(m_file.fileName());
-        if (place.isDir())
-            fail(u"Is a directory"_s);
-        if (!m_replaces && (place.exists() || place.isSymLink()))
-            fail(u"exists; --force replaces it"_s);
-    }
-
-    [[noreturn]] void fail(const QString &cause) const
-    {
-        throw CommandError(ExitStatus::systemError, m_file.fileName() + u": "_s + cause);
-    }
-
-    mutable QSaveFile m_file; // handle() is not const
+    QByteArray m_name;
+    QByteArray m_path;
     bool m_replaces;
+    TemporaryFile m_temporary;
     mode_t m_mode = 0;
 };
 
 class StreamOutput : public Output
 {
 public:
-    Stream stream() const override { return { STDOUT_FILENO, standardOutput }; }
+    StreamOutput(FileDescriptor file, Stream stream)
+        : m_file(std::move(file))
+        , m_stream(std::move(stream))
+    { }
+
+    Stream stream() const override { return m_stream; }
     void commit() override { }
+
+private:
+    FileDescriptor m_file; // nothing if the stream is one of the process's own
+    Stream m_stream;
 };
 
 class SpooledOutput : public Output
 {
 public:
-    explicit SpooledOutput(const Signals &signals)
-        : m_folder(QDir::tempPath())
+    SpooledOutput(std::unique_ptr<Output> target, const Signals &signals)
+        : m_target(std::move(target))
         , m_signals(signals)
     {
-        const QByteArray folder = QFile::encodeName(m_folder);
-        m_descriptor = open(folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC | O_EXCL, 0600);
-        if (m_descriptor < 0) {
-            // A file system without nameless files.
-            QByteArray pattern = folder + "/pellarvine-XXXXXX";
-            m_descriptor = mkostemp(pattern.data(), O_CLOEXEC);
-            if (m_descriptor >= 0)
-                unlink(pattern.constData());
-        }
-        if (m_descriptor < 0)
-            throwSystemError(m_folder, errno);
+        const char *const set = std::getenv("TMPDIR");
+        const bool isSet = set && *set;
+        const QByteArray folder = isSet ? set : "/tmp";
+        TemporaryFile temporary(folder);
+        if (!temporary.file.isOpen())
+            throwSystemError((isSet ? "TMPDIR " : "") + folder, errno);
+        m_name = "temporary file in " + folder;
+        m_file = std::move(temporary.file);
     }
-    ~SpooledOutput() override { close(m_descriptor); }
 
-    Stream stream() const override { return { m_descriptor, u"temporary file in "_s + m_folder }; }
+    Stream stream() const override { return { m_file, m_name }; }
 
     void commit() override
     {
-        if (lseek(m_descriptor, 0, SEEK_SET) != 0)
-            throwSystemError(stream().name, errno);
+        if (lseek(m_file, 0, SEEK_SET) != 0)
+            throwSystemError(m_name, errno);
         const Transform copy {
             .feed = [](QByteArrayView data) { return data.toByteArray(); },
             .finalize = [] { return QByteArray(); },
         };
         Progress noProgress(true, -1);
-        runPipeline(stream(), { STDOUT_FILENO, standardOutput }, copy, m_signals, noProgress);
+        runPipeline(stream(), m_target->stream(), copy, m_signals, noProgress);
     }
 
 private:
-    QString m_folder;
+    std::unique_ptr<Output> m_target;
     const Signals &m_signals;
-    int m_descriptor;
+    QByteArray m_name;
+    FileDescriptor m_file;
 };
 
 } // namespace
 
-std::unique_ptr<Output> makeFileOutput(const QString &path, bool replaces,
-                                       std::optional<mode_t> mode)
+std::unique_ptr<Output> openOutput(const QByteArray &path, Release release, bool replaces,
+                                   std::optional<mode_t> mode, const Signals &signals)
 {
-    return std::make_unique<FileOutput>(path, replaces, mode);
-}
+    const bool isStandardOutput = path == "-";
+    const QByteArray name = isStandardOutput ? "standard output" : path;
+    const Place place = isStandardOutput ? Place { STDOUT_FILENO, {} } : placeOf(path);
+    FileDescriptor file;
+    if (!place.descriptor) {
+        struct stat status = {};
+        const bool exists = stat(place.path.constData(), &status) == 0;
+        if (exists && S_ISDIR(status.st_mode))
+            throwSystemError(name, EISDIR);
+        if (!exists || S_ISREG(status.st_mode)) {
+            if (!replaces && (exists || place.isLink))
+                FileOutput::throwExists(name);
+            return std::make_unique<FileOutput>(name, place.path, replaces, mode);
+        }
+        file = signals.open(path, O_WRONLY | O_NOCTTY);
+    }
 
-std::unique_ptr<Output> makeStreamOutput()
-{
-    return std::make_unique<StreamOutput>();
-}
-
-std::unique_ptr<Output> makeSpooledOutput(const Signals &signals)
-{
-    return std::make_unique<SpooledOutput>(signals);
+    const Stream stream { place.descriptor.value_or(file), name };
+    auto output = std::make_unique<StreamOutput>(std::move(file), stream);
+    if (release == Release::onceCommitted)
+        return std::make_unique<SpooledOutput>(std::move(output), signals);
+    if (isatty(stream.descriptor)) {
+        throw CommandError(ExitStatus::badUsage,
+                           name + " is a terminal: name a file or send it to one");
+    }
+    return output;
 }

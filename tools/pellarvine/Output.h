@@ -3,8 +3,6 @@
 
 #include "Pipeline.h"
 
-#include <QString>
-
 #include <memory>
 #include <optional>
 #include <sys/types.h>
@@ -24,14 +22,14 @@ public:
     virtual void commit() = 0;
 };
 
-/// A file written beside its place and renamed over it. `mode` is the new file's; without one it
-/// is what the process gives new files. Throws CommandError if `path` exists and is not to be
-/// replaced.
-std::unique_ptr<Output> makeFileOutput(const QString &path, bool replaces,
-                                       std::optional<mode_t> mode);
+/// When a stream, a FIFO or a device gets its bytes. A file appears whole in either case.
+enum class Release {
+    atOnce,
+    onceCommitted, ///< from a temporary file without a name
+};
 
-/// Standard output, written at once.
-std::unique_ptr<Output> makeStreamOutput();
-
-/// Standard output, written by `commit()` from a temporary file without a name.
-std::unique_ptr<Output> makeSpooledOutput(const Signals &signals);
+/// The output of that name; "-" is standard output. `replaces` says whether a file may exist. `mode`
+/// is the new file's; without one it is what the process gives new files. Throws CommandError, for
+/// a terminal that would get bytes at once too, since they are no text.
+std::unique_ptr<Output> openOutput(const QByteArray &path, Release release, bool replaces,
+                                   std::optional<mode_t> mode, const Signals &signals);

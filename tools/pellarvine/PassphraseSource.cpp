@@ -2,17 +2,18 @@
 #include "PassphraseSource.h"
 
 #include "Command.h"
+#include "Place.h"
 #include "Signals.h"
 #include "SystemError.h"
 
-#include <QCommandLineParser>
-#include <QFile>
-#include <QScopeGuard>
 #include <QStringDecoder>
 
 #include <array>
+#include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <memory>
 #include <termios.h>
 #include <unistd.h>
 
@@ -20,10 +21,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// A terminal hands over no longer lines, and drops what was typed behind that without a word.
+constexpr std::size_t longestTypedLine = 4095;
 constexpr std::size_t longestPassphrase = 64 * 1024;
-
-const QString fileOption = u"passphrase-file"_s;
-const QString descriptorOption = u"passphrase-fd"_s;
 
 // Bytes that are wiped when they go, at a place that never moves.
 struct Buffer
@@ -37,96 +37,137 @@ struct Buffer
     ~Buffer() { explicit_bzero(bytes.data(), bytes.size()); }
 };
 
-SecretText decoded(const Buffer &buffer, const QString &subject)
+SecretText decoded(const Buffer &buffer, const QByteArray &subject)
 {
     const QByteArrayView bytes(buffer.bytes.data(), qsizetype(buffer.length));
-    QStringDecoder decoder(QStringConverter::Utf8, QStringConverter::Flag::ConvertInitialBom);
+    QStringDecoder decoder(QStringConverter::Utf8); // which drops a byte order mark
     QString text(decoder.requiredSpace(bytes.size()), Qt::Uninitialized);
     text.truncate(decoder.appendToBuffer(text.data(), bytes) - text.constData());
     if (decoder.hasError())
-        throw CommandError(ExitStatus::systemError, subject + u": not UTF-8 text"_s);
+        throw CommandError(ExitStatus::systemError, subject + ": not UTF-8 text");
     return SecretText(std::move(text));
 }
 
-// Reads to the end, less one trailing newline.
-SecretText readAll(int descriptor, const QString &subject, const Signals &signals)
+// Reads a piece. False at the end.
+bool readMore(int descriptor, Buffer &buffer, const QByteArray &subject, const Signals &signals)
 {
-    const auto buffer = std::make_unique<Buffer>();
     for (;;) {
-        signals.waitFor(descriptor, std::chrono::milliseconds(-1));
-        const ssize_t count = read(descriptor, buffer->bytes.data() + buffer->length,
-                                   buffer->bytes.size() - buffer->length);
-        if (count < 0 && errno == EINTR)
+        signals.waitFor(descriptor);
+        const ssize_t count = read(descriptor, buffer.bytes.data() + buffer.length,
+                                   buffer.bytes.size() - buffer.length);
+        if (count < 0 && (errno == EINTR || errno == EAGAIN))
             continue;
         if (count < 0)
             throwSystemError(subject, errno);
-        if (count == 0)
-            break;
-        buffer->length += std::size_t(count);
-        if (buffer->length == buffer->bytes.size())
-            throw CommandError(ExitStatus::systemError, subject + u": longer than 64 KiB"_s);
+        buffer.length += std::size_t(count);
+        return count > 0;
     }
-    if (buffer->length > 0 && buffer->bytes[buffer->length - 1] == '\n')
+}
+
+// Reads to the end: a line, which may lack its end.
+SecretText readLine(int descriptor, const QByteArray &subject, const Signals &signals)
+{
+    const auto buffer = std::make_unique<Buffer>();
+    const auto hasLineEnd = [&] {
+        const void *const end = std::memchr(buffer->bytes.data(), '\n', buffer->length);
+        if (end && end != buffer->bytes.data() + buffer->length - 1) {
+            throw CommandError(ExitStatus::badUsage,
+                               subject + ": has more than one line, and a passphrase is one");
+        }
+        return end != nullptr;
+    };
+    while (readMore(descriptor, *buffer, subject, signals)) {
+        if (!hasLineEnd() && buffer->length == buffer->bytes.size())
+            throw CommandError(ExitStatus::systemError, subject + ": longer than 64 KiB");
+    }
+    if (hasLineEnd()) {
         --buffer->length;
+        if (buffer->length > 0 && buffer->bytes[buffer->length - 1] == '\r')
+            --buffer->length;
+    }
     return decoded(*buffer, subject);
+}
+
+// A terminal that does not show what is typed.
+class HiddenTyping
+{
+public:
+    explicit HiddenTyping(int terminal)
+        : m_terminal(terminal)
+    {
+        if (tcgetattr(terminal, &m_shown) != 0)
+            throwSystemError("/dev/tty", errno);
+        termios hidden = m_shown;
+        hidden.c_lflag &= ~tcflag_t(ECHO | ECHONL);
+        hidden.c_lflag |= tcflag_t(ICANON | ISIG);
+        // What was typed ahead of the question is dropped, since it was echoed.
+        if (tcsetattr(terminal, TCSAFLUSH, &hidden) != 0)
+            throwSystemError("/dev/tty", errno);
+    }
+    HiddenTyping(const HiddenTyping &) = delete;
+    HiddenTyping &operator=(const HiddenTyping &) = delete;
+    ~HiddenTyping()
+    {
+        tcsetattr(m_terminal, TCSAFLUSH, &m_shown);
+        dprintf(m_terminal, "\n");
+    }
+
+private:
+    int m_terminal;
+    termios m_shown = {};
+};
+
+SecretText readTypedLine(int terminal, const Signals &signals)
+{
+    const auto buffer = std::make_unique<Buffer>();
+    // Ctrl+D hands over what has been typed, and ends the line if nothing has been since.
+    while (buffer->length == 0 || buffer->bytes[buffer->length - 1] != '\n') {
+        if (!readMore(terminal, *buffer, "/dev/tty", signals)) {
+            if (buffer->length == 0)
+                throw CommandError(ExitStatus::systemError, "no passphrase given");
+            return decoded(*buffer, "/dev/tty");
+        }
+        if (buffer->length > longestTypedLine) {
+            throw CommandError(ExitStatus::badUsage, "the terminal cuts so long a passphrase: give "
+                                                     "--passphrase-file or --passphrase-fd");
+        }
+    }
+    --buffer->length;
+    return decoded(*buffer, "/dev/tty");
 }
 
 SecretText ask(int terminal, const char *question, const Signals &signals)
 {
-    const QString subject = u"/dev/tty"_s;
-    termios shown = {};
-    if (tcgetattr(terminal, &shown) != 0)
-        throwSystemError(subject, errno);
-    termios hidden = shown;
-    hidden.c_lflag &= ~tcflag_t(ECHO | ECHONL);
-    hidden.c_lflag |= tcflag_t(ICANON | ISIG);
-    // What was typed ahead of the question is dropped, since it was echoed.
-    if (tcsetattr(terminal, TCSAFLUSH, &hidden) != 0)
-        throwSystemError(subject, errno);
-    const auto show = qScopeGuard([&] {
-        tcsetattr(terminal, TCSAFLUSH, &shown);
-        dprintf(terminal, "\n");
-    });
-
-    dprintf(terminal, "%s: ", question);
-    const auto buffer = std::make_unique<Buffer>();
-    // The terminal hands over a line at a time.
+    // Again after the process has been stopped, with its terminal as it was, and continued.
     for (;;) {
-        signals.waitFor(terminal, std::chrono::milliseconds(-1));
-        const ssize_t count = read(terminal, buffer->bytes.data() + buffer->length,
-                                   buffer->bytes.size() - buffer->length);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            throwSystemError(subject, errno);
-        if (count == 0 && buffer->length == 0)
-            throw CommandError(ExitStatus::systemError, u"no passphrase given"_s);
-        buffer->length += std::size_t(count);
-        if (count == 0)
-            break;
-        if (buffer->bytes[buffer->length - 1] == '\n') {
-            --buffer->length;
-            break;
+        const SuspensionDelay delay(signals);
+        const HiddenTyping hidden(terminal);
+        dprintf(terminal, "%s: ", question);
+        try {
+            return readTypedLine(terminal, signals);
+        } catch (const Suspended &) { // NOLINT(bugprone-empty-catch): see above
         }
-        if (buffer->length == buffer->bytes.size())
-            throw CommandError(ExitStatus::systemError, u"passphrase longer than 64 KiB"_s);
     }
-    return decoded(*buffer, subject);
 }
 
 SecretText askOnTerminal(Prompt prompt, const Signals &signals)
 {
-    const int terminal = open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY);
-    if (terminal < 0) {
+    const FileDescriptor terminal(open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY));
+    if (!terminal.isOpen()) {
         throw CommandError(ExitStatus::badUsage,
-                           u"no terminal to ask for the passphrase on: give --passphrase-file or "
-                           u"--passphrase-fd"_s);
+                           "no terminal to ask for the passphrase on: give --passphrase-file or "
+                           "--passphrase-fd");
     }
-    const auto closeTerminal = qScopeGuard([=] { close(terminal); });
     SecretText first = ask(terminal, "Passphrase", signals);
     if (prompt == Prompt::twice && ask(terminal, "Once more", signals).view() != first.view())
-        throw CommandError(ExitStatus::badUsage, u"the two passphrases differ"_s);
+        throw CommandError(ExitStatus::badUsage, "the two passphrases differ");
     return first;
+}
+
+QByteArray nameOf(int descriptor)
+{
+    return descriptor == STDIN_FILENO ? "standard input"
+                                      : "file descriptor " + QByteArray::number(descriptor);
 }
 
 } // namespace
@@ -137,39 +178,75 @@ SecretText::~SecretText()
     explicit_bzero(m_text.data(), std::size_t(m_text.size()) * sizeof(QChar));
 }
 
-void addPassphraseOptions(QCommandLineParser &parser)
+PassphraseSource::PassphraseSource(CommandLine &line, Prompt prompt)
+    : m_line(line)
+    , m_prompt(prompt)
+    , m_file(u"passphrase-file"_s,
+             u"Read the passphrase from <file>, which is a single line; - is standard input."_s,
+             u"file"_s)
+    , m_descriptor(u"passphrase-fd"_s,
+                   u"Read the passphrase, a single line, from the open file descriptor <number>."_s,
+                   u"number"_s)
+    , m_allowEmpty(u"allow-empty-passphrase"_s,
+                   u"Seal under an empty passphrase, which protects nothing."_s)
 {
-    parser.addOption({ fileOption,
-                       u"Read the passphrase from <file>; one newline at its end is dropped."_s,
-                       u"file"_s });
-    parser.addOption({ descriptorOption,
-                       u"Read the passphrase from the open file descriptor <number>."_s,
-                       u"number"_s });
+    line.addOptions({ m_file, m_descriptor });
+    if (prompt == Prompt::twice)
+        line.addOption(m_allowEmpty);
 }
 
-SecretText readPassphrase(const QCommandLineParser &parser, Prompt prompt, const Signals &signals)
+void PassphraseSource::check(const QByteArray &input) const
 {
-    if (parser.isSet(fileOption) && parser.isSet(descriptorOption)) {
+    if (m_line.isSet(m_file) && m_line.isSet(m_descriptor)) {
         throw CommandError(ExitStatus::badUsage,
-                           u"--passphrase-file and --passphrase-fd exclude each other"_s);
+                           "--passphrase-file and --passphrase-fd exclude each other");
     }
-    if (parser.isSet(fileOption)) {
-        const QString path = parser.value(fileOption);
-        const int descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-        if (descriptor < 0)
-            throwSystemError(path, errno);
-        const auto closeFile = qScopeGuard([=] { close(descriptor); });
-        return readAll(descriptor, path, signals);
+    if (m_line.isSet(m_file) && m_line.value(m_file).isEmpty())
+        throw CommandError(ExitStatus::badUsage, "--passphrase-file: the name is empty");
+    const std::optional<int> passphrase = descriptor();
+    const std::optional<int> sealed = input == "-" ? STDIN_FILENO : placeOf(input).descriptor;
+    if (passphrase && passphrase == sealed) {
+        throw CommandError(ExitStatus::badUsage,
+                           nameOf(*passphrase) + " cannot be both IN and the passphrase");
     }
-    if (parser.isSet(descriptorOption)) {
-        const QString number = parser.value(descriptorOption);
-        bool isNumber = false;
-        const int descriptor = number.toInt(&isNumber);
-        if (!isNumber || descriptor < 0) {
-            throw CommandError(ExitStatus::badUsage,
-                               u"--passphrase-fd takes a number, not '%1'"_s.arg(number));
-        }
-        return readAll(descriptor, u"file descriptor "_s + number, signals);
+}
+
+SecretText PassphraseSource::read(const Signals &signals) const
+{
+    SecretText passphrase = readUnchecked(signals);
+    if (m_prompt == Prompt::twice && passphrase.view().isEmpty() && !m_line.isSet(m_allowEmpty)) {
+        throw CommandError(ExitStatus::badUsage,
+                           "the passphrase is empty; --allow-empty-passphrase takes it");
     }
-    return askOnTerminal(prompt, signals);
+    return passphrase;
+}
+
+SecretText PassphraseSource::readUnchecked(const Signals &signals) const
+{
+    if (const std::optional<int> from = descriptor())
+        return readLine(*from, nameOf(*from), signals);
+    if (m_line.isSet(m_file)) {
+        const QByteArray path = m_line.value(m_file);
+        const FileDescriptor file = signals.open(path, O_RDONLY);
+        return readLine(file, path, signals);
+    }
+    return askOnTerminal(m_prompt, signals);
+}
+
+std::optional<int> PassphraseSource::descriptor() const
+{
+    if (m_line.isSet(m_file)) {
+        const QByteArray path = m_line.value(m_file);
+        return path == "-" ? STDIN_FILENO : placeOf(path).descriptor;
+    }
+    if (!m_line.isSet(m_descriptor))
+        return std::nullopt;
+    const QByteArray number = m_line.value(m_descriptor);
+    bool isNumber = false;
+    const int descriptor = number.toInt(&isNumber);
+    if (!isNumber || descriptor < 0) {
+        throw CommandError(ExitStatus::badUsage,
+                           "--passphrase-fd takes a number, not '" + number + '\'');
+    }
+    return descriptor;
 }

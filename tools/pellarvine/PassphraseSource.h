@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "FileDescriptor.h"
+
+#include <QByteArray>
+#include <QCommandLineOption>
 #include <QString>
 
+#include <optional>
+
+class CommandLine;
 class Signals;
-QT_FORWARD_DECLARE_CLASS(QCommandLineParser)
 
 /// A passphrase in memory, wiped when it goes.
 class SecretText
@@ -23,14 +29,33 @@ private:
     QString m_text;
 };
 
-/// Adds --passphrase-file and --passphrase-fd.
-void addPassphraseOptions(QCommandLineParser &parser);
-
 enum class Prompt {
     once,
     twice, ///< a mistyped passphrase would lock the file for good
 };
 
-/// The passphrase from where the options say, else from the terminal, without echo. Throws
-/// CommandError.
-SecretText readPassphrase(const QCommandLineParser &parser, Prompt prompt, const Signals &signals);
+/// The options that say where the passphrase comes from, and reading it from there; else from the
+/// terminal, without echo.
+class PassphraseSource
+{
+public:
+    /// Adds the options to `line`, which has to outlive the source.
+    PassphraseSource(CommandLine &line, Prompt prompt);
+
+    /// Throws CommandError if the options contradict each other, or if the passphrase would come
+    /// from the descriptor that `input` is.
+    void check(const QByteArray &input) const;
+
+    /// Throws CommandError, Interrupted.
+    SecretText read(const Signals &signals) const;
+
+private:
+    SecretText readUnchecked(const Signals &signals) const;
+    std::optional<int> descriptor() const;
+
+    CommandLine &m_line;
+    Prompt m_prompt;
+    QCommandLineOption m_file;
+    QCommandLineOption m_descriptor;
+    QCommandLineOption m_allowEmpty;
+};

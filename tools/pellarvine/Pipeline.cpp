@@ -2,28 +2,38 @@
 #include "Pipeline.h"
 
 #include "BoundedQueue.h"
-#include "Command.h"
+#include "FileDescriptor.h"
 #include "Progress.h"
 #include "Signals.h"
 #include "SystemError.h"
 
-#include <QScopeGuard>
-
 #include <atomic>
+#include <cerrno>
 #include <exception>
 #include <fcntl.h>
 #include <memory>
+#include <poll.h>
 #include <sys/eventfd.h>
 #include <thread>
 #include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr qsizetype chunkLength = 256 * 1024;
 constexpr std::size_t waitingChunks = 8;
 constexpr std::chrono::milliseconds progressInterval { 200 };
+
+// Whether a read or a write that failed is to be tried again. A descriptor that does not block, as
+// some parents leave them, is waited for.
+bool isTransient(int descriptor, short event)
+{
+    if (errno == EAGAIN) {
+        pollfd polled { descriptor, event, 0 };
+        poll(&polled, 1, -1);
+        return true;
+    }
+    return errno == EINTR;
+}
 
 // What the threads share. They own it together, since they may outlive the call.
 struct Line
@@ -38,15 +48,9 @@ struct Line
     // The first failure ends the run.
     std::mutex failureMutex;
     std::exception_ptr failure;
-    int ended = eventfd(0, EFD_CLOEXEC);
+    FileDescriptor ended { eventfd(0, EFD_CLOEXEC) };
 
-    ~Line() { close(ended); }
-
-    void end()
-    {
-        const eventfd_t one = 1;
-        eventfd_write(ended, one);
-    }
+    void end() { eventfd_write(ended, 1); }
 
     bool hasFailed()
     {
@@ -77,7 +81,7 @@ struct Line
             QByteArray chunk(chunkLength, Qt::Uninitialized);
             const ssize_t count =
                     ::read(source.descriptor, chunk.data(), std::size_t(chunk.size()));
-            if (count < 0 && errno == EINTR)
+            if (count < 0 && isTransient(source.descriptor, POLLIN))
                 continue;
             if (count < 0)
                 throwSystemError(source.name, errno);
@@ -114,7 +118,7 @@ struct Line
     {
         while (!data.isEmpty()) {
             const ssize_t count = ::write(sink.descriptor, data.data(), std::size_t(data.size()));
-            if (count < 0 && errno == EINTR)
+            if (count < 0 && isTransient(sink.descriptor, POLLOUT))
                 continue;
             if (count < 0)
                 throwSystemError(sink.name, errno);

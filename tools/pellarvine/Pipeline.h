@@ -3,7 +3,6 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
-#include <QString>
 
 #include <functional>
 
@@ -14,7 +13,7 @@ class Signals;
 struct Stream
 {
     int descriptor;
-    QString name;
+    QByteArray name;
 };
 
 /// What happens to the bytes on their way.

@@ -5,14 +5,12 @@
 #include "PassphraseSource.h"
 #include "Pipeline.h"
 #include "Progress.h"
+#include "Shared/DecryptorEnd.h"
 #include "Signals.h"
 #include "SystemError.h"
 
 #include <pellarvine/Shared/Decryptor.h>
 #include <pellarvine/Shared/Encryptor.h>
-
-#include <QFile>
-#include <QScopeGuard>
 
 #include <fcntl.h>
 #include <optional>
@@ -33,20 +31,23 @@ enum class Direction {
 
 struct Input
 {
+    FileDescriptor file; // nothing if the input is one of the process's own descriptors
     Stream stream;
     qint64 length = -1;
     std::optional<mode_t> mode; // a regular file's
 };
 
-Input openInput(const QString &path)
+Input openInput(const QByteArray &path, const Signals &signals)
 {
     Input input;
-    if (path == "-"_L1)
-        input.stream = { STDIN_FILENO, u"standard input"_s };
-    else
-        input.stream = { ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC), path };
+    if (path == "-") {
+        input.stream = { STDIN_FILENO, "standard input" };
+    } else {
+        input.file = signals.open(path, O_RDONLY);
+        input.stream = { input.file, path };
+    }
     struct stat status = {};
-    if (input.stream.descriptor < 0 || fstat(input.stream.descriptor, &status) != 0)
+    if (fstat(input.stream.descriptor, &status) != 0)
         throwSystemError(input.stream.name, errno);
     if (S_ISDIR(status.st_mode))
         throwSystemError(input.stream.name, EISDIR);
@@ -57,21 +58,7 @@ Input openInput(const QString &path)
     return input;
 }
 
-std::unique_ptr<Output> openOutput(Direction direction, const QString &path, bool replaces,
-                                   std::optional<mode_t> mode, const Signals &signals)
-{
-    if (path != "-"_L1)
-        return makeFileOutput(path, replaces, mode);
-    if (direction == Direction::open)
-        return makeSpooledOutput(signals); // nothing unverified leaves
-    if (isatty(STDOUT_FILENO)) {
-        throw CommandError(ExitStatus::badUsage,
-                           u"standard output is a terminal: name a file or send it to one"_s);
-    }
-    return makeStreamOutput();
-}
-
-Transform makeTransform(Direction direction, QStringView passphrase)
+Transform makeTransform(Direction direction, QStringView passphrase, const QByteArray &name)
 {
     // Shared, since a function object has to be copyable.
     if (direction == Direction::seal) {
@@ -84,56 +71,63 @@ Transform makeTransform(Direction direction, QStringView passphrase)
     const auto decryptor = std::make_shared<Decryptor>(passphrase);
     return { [=](QByteArrayView data) { return decryptor->feed(data); },
              [=] {
-                 return decryptor->finalize();
+                 if (const auto last = Pellarvine::detail::finalizeIfWellFormed(*decryptor))
+                     return *last;
+                 throw CommandError(ExitStatus::invalidHMAC,
+                                    name
+                                            + ": the passphrase is right, but the sealed text is "
+                                              "malformed");
              } };
 }
 
-CommandError described(const CryptorError &error, const QString &name)
+CommandError described(const CryptorError &error, const QByteArray &name)
 {
     switch (error.code()) {
     case CryptorError::invalidFileFormat:
-        return { ExitStatus::invalidFileFormat, name + u": not a sealed file"_s };
+        return { ExitStatus::invalidFileFormat, name + ": not a sealed file" };
     case CryptorError::invalidHMAC:
-        return { ExitStatus::invalidHMAC, name + u": wrong passphrase or damaged"_s };
+        return { ExitStatus::invalidHMAC, name + ": wrong passphrase or damaged" };
     case CryptorError::truncatedFile:
         break;
     }
-    return { ExitStatus::truncatedFile, name + u": truncated, it ends within its header"_s };
+    return { ExitStatus::truncatedFile, name + ": truncated, it ends within its header" };
 }
 
-void runTransfer(Direction direction, const QStringList &arguments)
+void runTransfer(Direction direction, const QByteArrayList &arguments)
 {
     const bool isSeal = direction == Direction::seal;
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
+    CommandLine line(
+            isSeal ? "seal" : "open",
             isSeal ? u"Encrypts IN under a passphrase and writes the sealed file to OUT."_s
                    : u"Decrypts the sealed file IN and writes its content to OUT. OUT is written "
                      u"only\n"
                      u"if the passphrase is right and every byte of IN is as it was sealed."_s);
-    addPassphraseOptions(parser);
+    const PassphraseSource source(line, isSeal ? Prompt::twice : Prompt::once);
     const QCommandLineOption force({ u"f"_s, u"force"_s }, u"Replace OUT if it exists."_s);
     const QCommandLineOption quiet({ u"q"_s, u"quiet"_s }, u"Show no progress."_s);
-    parser.addOptions({ force, quiet });
-    parser.addPositionalArgument(u"IN"_s, u"The file to read; - is standard input."_s);
-    parser.addPositionalArgument(u"OUT"_s, u"The file to write; - is standard output."_s);
-    const QString name = isSeal ? u"seal"_s : u"open"_s;
-    parse(parser, name, arguments);
-    const QStringList files = parser.positionalArguments();
+    line.addOptions({ force, quiet });
+    line.addPositionalArgument(u"IN"_s, u"The file to read; - is standard input."_s);
+    line.addPositionalArgument(u"OUT"_s, u"The file to write; - is standard output."_s);
+    line.parse(arguments);
+    const QByteArrayList files = line.operands();
     if (files.size() != 2) {
-        throw CommandError(ExitStatus::badUsage,
-                           name + u": takes IN and OUT; see pellarvine %1 --help"_s.arg(name));
+        throw CommandError(ExitStatus::badUsage, line.command()
+                                                         + ": takes IN and OUT; see pellarvine "
+                                                         + line.command() + " --help");
     }
+    source.check(files[0]);
 
     const Signals signals;
-    const Input input = openInput(files[0]);
-    const auto closeInput = qScopeGuard([&] { close(input.stream.descriptor); });
-    const auto output = openOutput(direction, files[1], parser.isSet(force), input.mode, signals);
-    const SecretText passphrase =
-            readPassphrase(parser, isSeal ? Prompt::twice : Prompt::once, signals);
+    const Input input = openInput(files[0], signals);
+    // Nothing unverified leaves.
+    const Release release = isSeal ? Release::atOnce : Release::onceCommitted;
+    const auto output = openOutput(files[1], release, line.isSet(force), input.mode, signals);
+    const SecretText passphrase = source.read(signals);
     try {
-        Progress progress(parser.isSet(quiet), input.length);
-        runPipeline(input.stream, output->stream(), makeTransform(direction, passphrase.view()),
-                    signals, progress);
+        Progress progress(line.isSet(quiet), input.length);
+        runPipeline(input.stream, output->stream(),
+                    makeTransform(direction, passphrase.view(), input.stream.name), signals,
+                    progress);
     } catch (const CryptorError &error) {
         throw described(error, input.stream.name);
     }
@@ -142,12 +136,12 @@ void runTransfer(Direction direction, const QStringList &arguments)
 
 } // namespace
 
-void runSeal(const QStringList &arguments)
+void runSeal(const QByteArrayList &arguments)
 {
     runTransfer(Direction::seal, arguments);
 }
 
-void runOpen(const QStringList &arguments)
+void runOpen(const QByteArrayList &arguments)
 {
     runTransfer(Direction::open, arguments);
 }

@@ -1,15 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "Signals.h"
 
-#include "Command.h"
 #include "SystemError.h"
 
-#include <csignal>
+#include <cerrno>
+#include <fcntl.h>
+#include <memory>
 #include <poll.h>
+#include <sys/eventfd.h>
 #include <sys/signalfd.h>
-#include <unistd.h>
+#include <thread>
 
-using namespace Qt::StringLiterals;
+namespace {
+
+constexpr int endingSignals[] = { SIGINT, SIGTERM, SIGHUP, SIGQUIT };
+
+// What the caller had ignored, as nohup does, stays ignored.
+bool isIgnored(int signal)
+{
+    struct sigaction inherited = {};
+    sigaction(signal, nullptr, &inherited);
+    return inherited.sa_handler == SIG_IGN;
+}
+
+} // namespace
 
 Signals::Signals()
 {
@@ -17,33 +31,89 @@ Signals::Signals()
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
 
-    sigset_t set;
-    sigemptyset(&set);
-    for (const int number : { SIGINT, SIGTERM, SIGHUP }) {
-        // What the caller had ignored, as nohup does, stays ignored.
-        struct sigaction inherited = {};
-        sigaction(number, nullptr, &inherited);
-        if (inherited.sa_handler != SIG_IGN)
-            sigaddset(&set, number);
+    sigemptyset(&m_ending);
+    for (const int signal : endingSignals) {
+        if (!isIgnored(signal))
+            sigaddset(&m_ending, signal);
     }
-    pthread_sigmask(SIG_BLOCK, &set, nullptr);
-    m_descriptor = signalfd(-1, &set, SFD_CLOEXEC);
-    if (m_descriptor < 0)
-        throwSystemError(u"signals"_s, errno);
-}
-
-Signals::~Signals()
-{
-    close(m_descriptor);
+    pthread_sigmask(SIG_BLOCK, &m_ending, nullptr);
+    m_descriptor = FileDescriptor(signalfd(-1, &m_ending, SFD_CLOEXEC));
+    if (!m_descriptor.isOpen())
+        throwSystemError("signals", errno);
 }
 
 bool Signals::waitFor(int descriptor, std::chrono::milliseconds timeout) const
 {
     pollfd polled[] = { { m_descriptor, POLLIN, 0 }, { descriptor, POLLIN, 0 } };
-    const int count = poll(polled, 2, int(timeout.count()));
+    int count = 0;
+    do
+        count = poll(polled, 2, int(timeout.count()));
+    while (count < 0 && errno == EINTR && timeout < std::chrono::milliseconds(0));
     if (count < 0 && errno != EINTR)
-        throwSystemError(u"poll"_s, errno);
-    if (count > 0 && polled[0].revents != 0)
-        throw CommandError(ExitStatus::systemError, u"interrupted"_s);
+        throwSystemError("poll", errno);
+    if (count > 0 && polled[0].revents != 0) {
+        sigset_t pending;
+        sigpending(&pending);
+        for (const int signal : endingSignals) {
+            if (sigismember(&m_ending, signal) && sigismember(&pending, signal))
+                throw Interrupted();
+        }
+        throw Suspended();
+    }
     return count > 0 && polled[1].revents != 0;
+}
+
+FileDescriptor Signals::open(const QByteArray &path, int flags) const
+{
+    // The thread may outlive the call, when the process is about to end.
+    struct Opening
+    {
+        FileDescriptor file;
+        int error = 0;
+        FileDescriptor done { eventfd(0, EFD_CLOEXEC) };
+    };
+    const auto opening = std::make_shared<Opening>();
+    std::thread thread([opening, path, flags] {
+        opening->file = FileDescriptor(::open(path.constData(), flags | O_CLOEXEC));
+        opening->error = errno;
+        eventfd_write(opening->done, 1);
+    });
+    try {
+        waitFor(opening->done);
+    } catch (...) {
+        thread.detach();
+        throw;
+    }
+    thread.join();
+    if (!opening->file.isOpen())
+        throwSystemError(path, opening->error);
+    return std::move(opening->file);
+}
+
+void Signals::deliver()
+{
+    sigset_t ending;
+    sigemptyset(&ending);
+    for (const int signal : endingSignals)
+        sigaddset(&ending, signal);
+    pthread_sigmask(SIG_UNBLOCK, &ending, nullptr);
+}
+
+SuspensionDelay::SuspensionDelay(const Signals &signals)
+    : m_signals(signals)
+{
+    sigset_t stopping;
+    sigemptyset(&stopping);
+    if (!isIgnored(SIGTSTP))
+        sigaddset(&stopping, SIGTSTP);
+    pthread_sigmask(SIG_BLOCK, &stopping, &m_inherited);
+    sigset_t awaited;
+    sigorset(&awaited, &signals.m_ending, &stopping);
+    signalfd(signals.m_descriptor, &awaited, 0);
+}
+
+SuspensionDelay::~SuspensionDelay()
+{
+    signalfd(m_signals.m_descriptor, &m_signals.m_ending, 0);
+    pthread_sigmask(SIG_SETMASK, &m_inherited, nullptr);
 }

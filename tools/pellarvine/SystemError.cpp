@@ -3,13 +3,9 @@
 
 #include "Command.h"
 
-#include <system_error>
+#include <cstring>
 
-using namespace Qt::StringLiterals;
-
-void throwSystemError(const QString &subject, int error)
+void throwSystemError(const QByteArray &subject, int error)
 {
-    const std::string cause = std::generic_category().message(error);
-    throw CommandError(ExitStatus::systemError,
-                       subject + u": "_s + QString::fromLocal8Bit(cause.c_str()));
+    throw CommandError(ExitStatus::systemError, subject + ": " + std::strerror(error));
 }

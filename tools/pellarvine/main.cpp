@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Command.h"
 #include "Commands.h"
+#include "Signals.h"
 #include "SystemError.h"
 
 #include <pellarvine/Platform/Version.h>
@@ -14,15 +15,13 @@
 #include <string_view>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 struct Command
 {
     const char *name;
     const char *summary;
-    void (*run)(const QStringList &arguments); // null: the program for text runs it
+    void (*run)(const QByteArrayList &arguments); // null: the program for text runs it
 };
 
 constexpr Command commands[] = {
@@ -51,11 +50,11 @@ void printHelp(std::FILE *stream)
     std::error_code error;
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
     if (error)
-        throwSystemError(u"/proc/self/exe"_s, error.value());
+        throwSystemError("/proc/self/exe", error.value());
     const std::filesystem::path program =
             (self.parent_path() / PELLARVINE_TEXT_PROGRAM).lexically_normal();
     execv(program.c_str(), arguments);
-    throwSystemError(QString::fromStdString(program.string()), errno);
+    throwSystemError(program.c_str(), errno);
 }
 
 void run(int argc, char **argv)
@@ -77,14 +76,14 @@ void run(int argc, char **argv)
             std::find_if(std::begin(commands), std::end(commands),
                          [&](const Command &candidate) { return name == candidate.name; });
     if (command == std::end(commands)) {
-        throw CommandError(ExitStatus::badUsage, u"no command '%1'; see pellarvine --help"_s.arg(
-                                                         QString::fromLocal8Bit(argv[1])));
+        throw CommandError(ExitStatus::badUsage,
+                           "no command '" + QByteArray(argv[1]) + "'; see pellarvine --help");
     }
     if (!command->run)
         becomeTextProgram(argv);
-    QStringList arguments;
+    QByteArrayList arguments;
     for (int index = 2; index < argc; ++index)
-        arguments.append(QString::fromLocal8Bit(argv[index]));
+        arguments.append(argv[index]);
     command->run(arguments);
 }
 
@@ -92,5 +91,10 @@ void run(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    return exitStatusOf([&] { run(argc, argv); });
+    try {
+        return exitStatusOf([&] { run(argc, argv); });
+    } catch (const Interrupted &) {
+        Signals::deliver();
+        std::_Exit(int(ExitStatus::systemError)); // a debugger may have taken the signal away
+    }
 }

@@ -55,34 +55,35 @@ QString line(const NS::Color &color, bool hasSwatches)
 
 } // namespace
 
-void runColor(const QStringList &arguments)
+void runColor(const QByteArrayList &arguments)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
+    CommandLine commandLine(
+            "color",
             u"Prints a line a colour: both hexadecimal forms, components from 0 to 1 as red, "
             u"green,\n"
             "blue and alpha and as hue, saturation, brightness and alpha, and the colour made\n"
             "darker and lighter, cut to what a screen can show. On a terminal each has a swatch,\n"
             "seen on white and on black."_s);
-    parser.addPositionalArgument(u"TEXT"_s,
-                                 u"RGB, RGBA, RRGGBB or RRGGBBAA in hexadecimal; \"#\" may lead."_s,
-                                 u"TEXT..."_s);
-    parse(parser, u"color"_s, arguments);
-    if (parser.positionalArguments().isEmpty())
-        throw CommandError(ExitStatus::badUsage, u"color: no TEXT given"_s);
+    commandLine.addPositionalArgument(
+            u"TEXT"_s, u"RGB, RGBA, RRGGBB or RRGGBBAA in hexadecimal; \"#\" may lead."_s,
+            u"TEXT..."_s);
+    commandLine.parse(arguments);
+    if (commandLine.operands().isEmpty())
+        throw CommandError(ExitStatus::badUsage, "color: no TEXT given");
 
     const bool isTerminal = isatty(STDOUT_FILENO) == 1;
     // A bad text does not keep the others from being printed.
     std::optional<CommandError> failure;
-    for (const QString &text : parser.positionalArguments()) {
-        if (const auto color = colorWithHex(text)) {
+    for (const QByteArray &text : commandLine.operands()) {
+        if (const auto color = colorWithHex(QString::fromLocal8Bit(text))) {
             std::printf("%s\n", qPrintable(line(*color, isTerminal)));
             continue;
         }
         if (failure)
             std::fprintf(stderr, "pellarvine: %s\n", failure->what());
-        failure.emplace(ExitStatus::badUsage, u"'%1' is no color: no hexadecimal RGB, RGBA, "
-                                              "RRGGBB or RRGGBBAA"_s.arg(text));
+        failure.emplace(ExitStatus::badUsage, '\'' + text
+                                                      + "' is no color: no hexadecimal RGB, RGBA, "
+                                                        "RRGGBB or RRGGBBAA");
     }
     if (failure)
         throw *failure;

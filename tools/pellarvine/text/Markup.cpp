@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Command.h"
 #include "Commands.h"
+#include "FileDescriptor.h"
 
 #include <pellarvine/Platform/NSAttributedString+Text.h>
 #include <pellarvine/Platform/NSFontManager.h>
@@ -8,7 +9,6 @@
 #include <pellarvine/Shared/NSColor+Color.h>
 
 #include <QFile>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -25,21 +25,19 @@ using Run = NS::AttributedString::Run;
 
 // Bytes that are no UTF-8 become U+FFFD. A byte order mark is a character like any other, so that
 // a line's output does not depend on where it stands.
-QString readText(const QString &path)
+QString readText(const QByteArray &path)
 {
-    const bool isStandardInput = path == "-"_L1;
-    const auto fail = [&](const QString &cause) {
-        throw CommandError(ExitStatus::systemError,
-                           (isStandardInput ? u"standard input"_s : path) + u": "_s + cause);
+    const FileDescriptor descriptor = openForReading(path);
+    QFile file;
+    const auto fail = [&] {
+        throw CommandError(ExitStatus::systemError, (path == "-" ? "standard input" : path) + ": "
+                                                            + file.errorString().toLocal8Bit());
     };
-    QFile file(path);
-    if (!isStandardInput && QFileInfo(path).isDir())
-        fail(u"Is a directory"_s);
-    if (!(isStandardInput ? file.open(stdin, QIODevice::ReadOnly) : file.open(QIODevice::ReadOnly)))
-        fail(file.errorString());
+    if (!file.open(descriptor, QIODevice::ReadOnly))
+        fail();
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
-        fail(file.errorString());
+        fail();
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     return decoder(bytes);
 }
@@ -159,10 +157,10 @@ QByteArray ansi(const NS::AttributedString &text, const Pellarvine::MarkupParser
 
 } // namespace
 
-void runMarkup(const QStringList &arguments)
+void runMarkup(const QByteArrayList &arguments)
 {
-    QCommandLineParser options;
-    options.setApplicationDescription(
+    CommandLine options(
+            "markup",
             u"Turns inline markup into styled text and prints it as JSON: the text without its\n"
             "markup, and runs of attributes in UTF-16 units. Reads UTF-8; without FILE, or with "
             "-,\n"
@@ -173,13 +171,13 @@ void runMarkup(const QStringList &arguments)
     const QCommandLineOption asAnsi(u"ansi"_s, u"Print the styles a terminal can show."_s);
     options.addOptions({ lines, asHtml, asAnsi });
     options.addPositionalArgument(u"FILE"_s, u"The markup."_s, u"[FILE]"_s);
-    parse(options, u"markup"_s, arguments);
-    if (options.positionalArguments().size() > 1)
-        throw CommandError(ExitStatus::badUsage, u"markup: more than one FILE"_s);
+    options.parse(arguments);
+    if (options.operands().size() > 1)
+        throw CommandError(ExitStatus::badUsage, "markup: more than one FILE");
     if (options.isSet(asHtml) && options.isSet(asAnsi))
-        throw CommandError(ExitStatus::badUsage, u"markup: --html and --ansi exclude each other"_s);
+        throw CommandError(ExitStatus::badUsage, "markup: --html and --ansi exclude each other");
 
-    const QString text = readText(options.positionalArguments().value(0, u"-"_s));
+    const QString text = readText(options.operands().value(0, "-"));
     // Fonts need an application, and no display.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     char program[] = "pellarvine";

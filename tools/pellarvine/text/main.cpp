@@ -4,22 +4,20 @@
 
 #include <string_view>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 void run(int argc, char **argv)
 {
-    QStringList arguments;
+    QByteArrayList arguments;
     for (int index = 2; index < argc; ++index)
-        arguments.append(QString::fromLocal8Bit(argv[index]));
+        arguments.append(argv[index]);
     const std::string_view name = argc > 1 ? argv[1] : "";
     if (name == "color")
         runColor(arguments);
     else if (name == "markup")
         runMarkup(arguments);
     else
-        throw CommandError(ExitStatus::badUsage, u"see pellarvine --help"_s);
+        throw CommandError(ExitStatus::badUsage, "see pellarvine --help");
 }
 
 } // namespace

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "SealFolder.h"
+#include "Terminal.h"
+
+using SealPassphrase = SealFolder;
+using SealPassphraseOnTerminal = SealFolderOnTerminal;
+
+TEST_F(SealPassphrase, the_passphrase_comes_from_a_descriptor_too_less_one_newline)
+{
+    const QStringList files { path(u"sealed"_s), u"-"_s };
+    const auto open = [&](const QByteArray &input) {
+        return runProgram(u"pellarvine"_s,
+                          QStringList { u"open"_s, u"--passphrase-fd"_s, u"0"_s } + files, input);
+    };
+    EXPECT_EQ(open("correct horse\n").output, content);
+    EXPECT_EQ(open("correct horse").output, content);
+    EXPECT_EQ(open("\xff").status, 6);
+}
+
+TEST_F(SealPassphrase, the_text_to_seal_is_not_taken_for_the_passphrase)
+{
+    for (const QString &source :
+         { u"--passphrase-fd 0"_s, u"--passphrase-file -"_s, u"--passphrase-file /dev/stdin"_s }) {
+        for (const QString &input : { u"-"_s, u"/dev/stdin"_s }) {
+            const Outcome outcome = shell(
+                    u"(cat passphrase plain) | pellarvine seal %1 %2 new"_s.arg(source, input));
+            EXPECT_EQ(outcome.status, 2) << qPrintable(source);
+            EXPECT_EQ(outcome.errors,
+                      "pellarvine: standard input cannot be both IN and the passphrase\n");
+        }
+        EXPECT_EQ(names(), namesAtFirst);
+        EXPECT_EQ(shell(u"pellarvine seal %1 plain new <passphrase"_s.arg(source)).status, 0);
+        EXPECT_TRUE(holds(u"new"_s, content));
+        ASSERT_TRUE(QFile::remove(path(u"new"_s)));
+    }
+}
+
+TEST_F(SealPassphrase, is_one_line_in_any_form_that_editors_write)
+{
+    for (const char *form : { "correct horse\r\n",
+                              "\xEF\xBB\xBF"
+                              "correct horse\n",
+                              "\xEF\xBB\xBF"
+                              "correct horse" }) {
+        write(u"passphrase"_s, form);
+        EXPECT_EQ(run(u"seal"_s, { u"--force"_s, u"plain"_s, u"new"_s }).status, 0);
+        EXPECT_TRUE(holds(u"new"_s, content)) << form;
+    }
+    ASSERT_TRUE(QFile::remove(path(u"new"_s)));
+    for (const char *lines : { "correct horse\n\n", "correct horse\nbattery\n" }) {
+        write(u"passphrase"_s, lines);
+        for (const QString &command : { u"seal"_s, u"open"_s }) {
+            const Outcome outcome = run(command, { u"sealed"_s, u"new"_s });
+            EXPECT_EQ(outcome.status, 2);
+            EXPECT_EQ(outcome.errors,
+                      "pellarvine: " + path(u"passphrase"_s).toUtf8()
+                              + ": has more than one line, and a passphrase is one\n");
+        }
+    }
+    EXPECT_EQ(names(), namesAtFirst);
+}
+
+TEST_F(SealPassphrase, an_empty_one_seals_only_on_demand)
+{
+    for (const char *empty : { "", "\n", "\r\n" }) {
+        write(u"passphrase"_s, empty);
+        const Outcome outcome = run(u"seal"_s, { u"plain"_s, u"new"_s });
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_EQ(outcome.errors,
+                  "pellarvine: the passphrase is empty; --allow-empty-passphrase takes it\n");
+        EXPECT_EQ(names(), namesAtFirst);
+    }
+    EXPECT_EQ(run(u"seal"_s, { u"--allow-empty-passphrase"_s, u"plain"_s, u"new"_s }).status, 0);
+    EXPECT_EQ(run(u"open"_s, { u"new"_s, u"opened"_s }).status, 0);
+    EXPECT_EQ(read(u"opened"_s), content);
+}
+
+TEST_F(SealPassphrase, an_empty_name_is_bad_usage)
+{
+    for (const QString &script :
+         { u"pellarvine seal $key '' new"_s, u"pellarvine open $key sealed ''"_s,
+           u"pellarvine seal --passphrase-file '' plain new"_s, u"pellarvine digest ''"_s }) {
+        const Outcome outcome = shell(script);
+        EXPECT_EQ(outcome.status, 2) << qPrintable(script);
+        EXPECT_TRUE(outcome.errors.contains("empty")) << outcome.errors.constData();
+    }
+    EXPECT_EQ(names(), namesAtFirst);
+}
+
+TEST_F(SealPassphraseOnTerminal, asks_twice_without_echo_to_seal_and_once_to_open)
+{
+    Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
+    ASSERT_TRUE(seal.sees("Passphrase: "));
+    seal.type("tr0ub4dor\n");
+    ASSERT_TRUE(seal.sees("Once more: "));
+    seal.type("tr0ub4dor\n");
+    EXPECT_EQ(seal.finish(), 0) << seal.shown().constData();
+    EXPECT_FALSE(seal.shown().contains("tr0ub4dor"));
+    EXPECT_EQ(Pellarvine::Decryptor::decrypt(read(u"new"_s), u"tr0ub4dor"_s), content);
+
+    Terminal open({ u"open"_s, path(u"new"_s), path(u"opened"_s) });
+    ASSERT_TRUE(open.sees("Passphrase: "));
+    open.type("tr0ub4dor\n");
+    EXPECT_EQ(open.finish(), 0) << open.shown().constData();
+    EXPECT_EQ(read(u"opened"_s), content);
+}
+
+TEST_F(SealPassphraseOnTerminal, two_passphrases_that_differ_seal_nothing)
+{
+    Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
+    ASSERT_TRUE(seal.sees("Passphrase: "));
+    seal.type("one\n");
+    ASSERT_TRUE(seal.sees("Once more: "));
+    seal.type("other\n");
+    EXPECT_EQ(seal.finish(), 2);
+    EXPECT_TRUE(seal.shown().contains("the two passphrases differ"));
+    EXPECT_EQ(names(), namesAtFirst);
+}
+
+TEST_F(SealPassphraseOnTerminal, a_line_that_the_terminal_has_cut_is_refused)
+{
+    Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
+    ASSERT_TRUE(seal.sees("Passphrase: "));
+    seal.type(QByteArray(4100, 'x') + '\n');
+    EXPECT_EQ(seal.finish(), 2);
+    EXPECT_TRUE(seal.shown().contains("the terminal cuts so long a passphrase"))
+            << seal.shown().constData();
+    EXPECT_EQ(names(), namesAtFirst);
+}
+
+TEST_F(SealPassphraseOnTerminal, an_empty_typed_line_seals_nothing)
+{
+    Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
+    ASSERT_TRUE(seal.sees("Passphrase: "));
+    seal.type("\n");
+    EXPECT_EQ(seal.finish(), 2);
+    EXPECT_TRUE(seal.shown().contains("the passphrase is empty"));
+    EXPECT_EQ(names(), namesAtFirst);
+}
