@@ -106,7 +106,7 @@ void drawSegments(QPainter &painter, const QWidget &control, const QList<Segment
 {
     if (segments.isEmpty())
         return;
-    const QPalette palette = control.palette();
+    const QPalette &palette = control.palette();
     const Qt::LayoutDirection direction = control.layoutDirection();
     QList<QRect> rects;
     for (const SegmentLook &segment : segments)
