@@ -86,7 +86,7 @@ const Attribute attributes[] = {
     { "lastBaseline"_L1, NS::LayoutAttribute::lastBaseline, Axis::y },
 };
 
-const Attribute &attribute(const QString &name, const QString &text)
+Attribute attribute(const QString &name, const QString &text)
 {
     const auto *const found =
             std::find_if(std::begin(attributes), std::end(attributes),
@@ -128,7 +128,7 @@ NibEntry constraint(const QString &text)
     if (!isNumber)
         throw malformed(text, u"a constraint has the form \"leading = superview.leading + 8\" or "
                               "\"width >= 120\""_s);
-    const Attribute &first = attribute(match.captured(1), text);
+    const Attribute first = attribute(match.captured(1), text);
     const Attribute second =
             item.isEmpty() ? Attribute { {}, NS::LayoutAttribute::notAnAttribute, Axis::dimension }
                            : attribute(match.captured(5), text);
