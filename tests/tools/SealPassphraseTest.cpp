@@ -2,6 +2,8 @@
 #include "SealFolder.h"
 #include "Terminal.h"
 
+#include <tuple>
+
 using SealPassphrase = SealFolder;
 using SealPassphraseOnTerminal = SealFolderOnTerminal;
 
@@ -73,6 +75,39 @@ TEST_F(SealPassphrase, an_empty_one_seals_only_on_demand)
     EXPECT_EQ(run(u"seal"_s, { u"--allow-empty-passphrase"_s, u"plain"_s, u"new"_s }).status, 0);
     EXPECT_EQ(run(u"open"_s, { u"new"_s, u"opened"_s }).status, 0);
     EXPECT_EQ(read(u"opened"_s), content);
+}
+
+TEST_F(SealPassphrase, a_program_asks_for_it)
+{
+    write(u"ask"_s, "#!/bin/sh\necho \"$1\" >>asked\ncat\necho correct horse\n");
+    write(u"fail"_s, "#!/bin/sh\necho correct horse\nexit 1\n");
+    write(u"differ"_s, "#!/bin/sh\necho \"$1\"\n");
+    for (const QString &name : { u"ask"_s, u"fail"_s, u"differ"_s })
+        ASSERT_EQ(chmod(qPrintable(path(name)), 0700), 0);
+    // The program does not get what there is to seal.
+    Outcome outcome = shell(u"pellarvine seal --askpass ./ask - new"_s, content);
+    EXPECT_EQ(outcome.status, 0) << outcome.errors.constData();
+    EXPECT_EQ(read(u"asked"_s), "Passphrase: \nOnce more: \n");
+    EXPECT_TRUE(holds(u"new"_s, content));
+    outcome = shell(u"PELLARVINE_ASKPASS=./ask pellarvine open new -"_s);
+    EXPECT_EQ(outcome.output, content);
+    EXPECT_EQ(read(u"asked"_s), "Passphrase: \nOnce more: \nPassphrase: \n");
+    // An option comes before the environment.
+    EXPECT_EQ(shell(u"PELLARVINE_ASKPASS=./fail pellarvine open $key new -"_s).status, 0);
+
+    const std::tuple<QString, int, QByteArray> faults[] = {
+        { u"./fail"_s, 6, "./fail: failed to ask for a passphrase" },
+        { u"./absent"_s, 6, "./absent: No such file or directory" },
+        { u"./differ"_s, 2, "the two passphrases differ" },
+        { u"./ask $key"_s, 2,
+          "--passphrase-file, --passphrase-fd and --askpass exclude one another" },
+    };
+    for (const auto &[program, status, message] : faults) {
+        outcome = shell(u"pellarvine seal --askpass "_s + program + u" plain other"_s);
+        EXPECT_EQ(outcome.status, status);
+        EXPECT_EQ(outcome.errors, "pellarvine: " + message + '\n');
+    }
+    EXPECT_FALSE(names().contains(u"other"_s));
 }
 
 TEST_F(SealPassphrase, an_empty_name_is_bad_usage)

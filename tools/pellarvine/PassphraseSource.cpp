@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "PassphraseSource.h"
 
+#include "AskedProgram.h"
 #include "Command.h"
 #include "Place.h"
 #include "Signals.h"
@@ -142,26 +143,12 @@ SecretText ask(int terminal, const char *question, const Signals &signals)
     for (;;) {
         const SuspensionDelay delay(signals);
         const HiddenTyping hidden(terminal);
-        dprintf(terminal, "%s: ", question);
+        dprintf(terminal, "%s", question);
         try {
             return readTypedLine(terminal, signals);
         } catch (const Suspended &) { // NOLINT(bugprone-empty-catch): see above
         }
     }
-}
-
-SecretText askOnTerminal(Prompt prompt, const Signals &signals)
-{
-    const FileDescriptor terminal(open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY));
-    if (!terminal.isOpen()) {
-        throw CommandError(ExitStatus::badUsage,
-                           "no terminal to ask for the passphrase on: give --passphrase-file or "
-                           "--passphrase-fd");
-    }
-    SecretText first = ask(terminal, "Passphrase", signals);
-    if (prompt == Prompt::twice && ask(terminal, "Once more", signals).view() != first.view())
-        throw CommandError(ExitStatus::badUsage, "the two passphrases differ");
-    return first;
 }
 
 QByteArray nameOf(int descriptor)
@@ -187,22 +174,30 @@ PassphraseSource::PassphraseSource(CommandLine &line, Prompt prompt)
     , m_descriptor(u"passphrase-fd"_s,
                    u"Read the passphrase, a single line, from the open file descriptor <number>."_s,
                    u"number"_s)
+    , m_program(u"askpass"_s,
+                u"Run <program> to ask for the passphrase, which it prints. $PELLARVINE_ASKPASS "
+                u"names one too."_s,
+                u"program"_s)
     , m_allowEmpty(u"allow-empty-passphrase"_s,
                    u"Seal under an empty passphrase, which protects nothing."_s)
 {
-    line.addOptions({ m_file, m_descriptor });
+    line.addOptions({ m_file, m_descriptor, m_program });
     if (prompt == Prompt::twice)
         line.addOption(m_allowEmpty);
 }
 
 void PassphraseSource::check(const QByteArray &input) const
 {
-    if (m_line.isSet(m_file) && m_line.isSet(m_descriptor)) {
+    if (m_line.isSet(m_file) + m_line.isSet(m_descriptor) + m_line.isSet(m_program) > 1) {
         throw CommandError(ExitStatus::badUsage,
-                           "--passphrase-file and --passphrase-fd exclude each other");
+                           "--passphrase-file, --passphrase-fd and --askpass exclude one another");
     }
-    if (m_line.isSet(m_file) && m_line.value(m_file).isEmpty())
-        throw CommandError(ExitStatus::badUsage, "--passphrase-file: the name is empty");
+    for (const QCommandLineOption &named : { m_file, m_program }) {
+        if (m_line.isSet(named) && m_line.value(named).isEmpty()) {
+            throw CommandError(ExitStatus::badUsage, "--" + named.names().constFirst().toLatin1()
+                                                             + ": the name is empty");
+        }
+    }
     const std::optional<int> passphrase = descriptor();
     const std::optional<int> sealed = input == "-" ? STDIN_FILENO : placeOf(input).descriptor;
     if (passphrase && passphrase == sealed) {
@@ -213,24 +208,55 @@ void PassphraseSource::check(const QByteArray &input) const
 
 SecretText PassphraseSource::read(const Signals &signals) const
 {
-    SecretText passphrase = readUnchecked(signals);
+    if (const std::optional<int> from = descriptor())
+        return checked(readLine(*from, nameOf(*from), signals));
+    if (m_line.isSet(m_file)) {
+        const QByteArray path = m_line.value(m_file);
+        const FileDescriptor file = signals.open(path, O_RDONLY);
+        return checked(readLine(file, path, signals));
+    }
+    const QByteArray program =
+            m_line.isSet(m_program) ? m_line.value(m_program) : qgetenv("PELLARVINE_ASKPASS");
+    return program.isEmpty() ? askOnTerminal(signals) : askByProgram(program, signals);
+}
+
+SecretText PassphraseSource::askOnTerminal(const Signals &signals) const
+{
+    const FileDescriptor terminal(open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY));
+    if (!terminal.isOpen()) {
+        throw CommandError(ExitStatus::badUsage,
+                           "no terminal to ask for the passphrase on: give --passphrase-file, "
+                           "--passphrase-fd or --askpass");
+    }
+    return askFor([&](const char *question) { return ask(terminal, question, signals); });
+}
+
+SecretText PassphraseSource::askByProgram(const QByteArray &program, const Signals &signals) const
+{
+    return askFor([&](const char *question) {
+        AskedProgram asked(program, question, signals);
+        SecretText answer = readLine(asked.output(), program, signals);
+        asked.finish();
+        return answer;
+    });
+}
+
+template <typename Ask>
+SecretText PassphraseSource::askFor(Ask ask) const
+{
+    SecretText first = checked(ask("Passphrase: "));
+    if (m_prompt == Prompt::twice && ask("Once more: ").view() != first.view())
+        throw CommandError(ExitStatus::badUsage, "the two passphrases differ");
+    return first;
+}
+
+SecretText PassphraseSource::checked(SecretText passphrase) const
+{
     if (m_prompt == Prompt::twice && passphrase.view().isEmpty() && !m_line.isSet(m_allowEmpty)) {
         throw CommandError(ExitStatus::badUsage,
                            "the passphrase is empty; --allow-empty-passphrase takes it");
     }
     return passphrase;
-}
-
-SecretText PassphraseSource::readUnchecked(const Signals &signals) const
-{
-    if (const std::optional<int> from = descriptor())
-        return readLine(*from, nameOf(*from), signals);
-    if (m_line.isSet(m_file)) {
-        const QByteArray path = m_line.value(m_file);
-        const FileDescriptor file = signals.open(path, O_RDONLY);
-        return readLine(file, path, signals);
-    }
-    return askOnTerminal(m_prompt, signals);
 }
 
 std::optional<int> PassphraseSource::descriptor() const

@@ -34,8 +34,8 @@ enum class Prompt {
     twice, ///< a mistyped passphrase would lock the file for good
 };
 
-/// The options that say where the passphrase comes from, and reading it from there; else from the
-/// terminal, without echo.
+/// The options that say where the passphrase comes from, and reading it from there. Without them it
+/// comes from the program that PELLARVINE_ASKPASS names, else from the terminal, without echo.
 class PassphraseSource
 {
 public:
@@ -50,12 +50,17 @@ public:
     SecretText read(const Signals &signals) const;
 
 private:
-    SecretText readUnchecked(const Signals &signals) const;
+    SecretText askOnTerminal(const Signals &signals) const;
+    SecretText askByProgram(const QByteArray &program, const Signals &signals) const;
+    template <typename Ask>
+    SecretText askFor(Ask ask) const;
+    SecretText checked(SecretText passphrase) const;
     std::optional<int> descriptor() const;
 
     CommandLine &m_line;
     Prompt m_prompt;
     QCommandLineOption m_file;
     QCommandLineOption m_descriptor;
+    QCommandLineOption m_program;
     QCommandLineOption m_allowEmpty;
 };

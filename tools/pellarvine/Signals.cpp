@@ -28,15 +28,18 @@ bool isIgnored(int signal)
 Signals::Signals()
 {
     // A closed pipe and a file that grew too large then show as errors of write().
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
+    sigemptyset(&m_ignored);
+    for (const int signal : { SIGPIPE, SIGXFSZ }) {
+        if (std::signal(signal, SIG_IGN) != SIG_IGN)
+            sigaddset(&m_ignored, signal);
+    }
 
     sigemptyset(&m_ending);
     for (const int signal : endingSignals) {
         if (!isIgnored(signal))
             sigaddset(&m_ending, signal);
     }
-    pthread_sigmask(SIG_BLOCK, &m_ending, nullptr);
+    pthread_sigmask(SIG_BLOCK, &m_ending, &m_inheritedMask);
     m_descriptor = FileDescriptor(signalfd(-1, &m_ending, SFD_CLOEXEC));
     if (!m_descriptor.isOpen())
         throwSystemError("signals", errno);

@@ -35,6 +35,11 @@ public:
     /// when a signal comes first, CommandError that names the path if the file cannot be opened.
     FileDescriptor open(const QByteArray &path, int flags) const;
 
+    /// For programs that this one starts: the signals that were blocked before, and those that only
+    /// this process ignores.
+    const sigset_t &inheritedMask() const { return m_inheritedMask; }
+    const sigset_t &ignored() const { return m_ignored; }
+
     /// Lets the signal behind Interrupted do its work.
     static void deliver();
 
@@ -42,6 +47,8 @@ private:
     friend class SuspensionDelay;
 
     sigset_t m_ending;
+    sigset_t m_ignored;
+    sigset_t m_inheritedMask;
     FileDescriptor m_descriptor;
 };
 
