@@ -14,11 +14,13 @@ namespace Pellarvine {
 
 class Decryptor;
 
+/// @cond internal
 namespace detail {
 class CryptorEngine;
 class HMAC;
 std::optional<Data> finalizeIfWellFormed(Decryptor &decryptor);
 } // namespace detail
+/// @endcond
 
 /// Reads the passphrase-encrypted container that `Encryptor` writes, in one call or as a stream of
 /// chunks of any size:
