@@ -23,7 +23,8 @@ expect() {
 
 expect 'pellarvine ' seal open digest color markup --help --version
 expect 'pellarvine se' seal
-expect 'pellarvine seal --p' --passphrase-file --passphrase-fd
+expect 'pellarvine seal --' --passphrase-file --passphrase-fd --askpass --allow-empty-passphrase
 expect 'pellarvine open --f' --force
 expect 'pellarvine markup --' --lines --html --ansi
 expect 'pellarvine digest --algorithm ' md5 sha512
+expect 'pellarvine digest --algorithm = sha' sha1 sha512
