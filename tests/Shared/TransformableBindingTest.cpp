@@ -147,8 +147,9 @@ TEST(TransformableBinding,
     Person first;
     Person second;
     const TransformableBinding<int, double> settling(
-            &first, u"age"_s, &second, u"height"_s, true, [](int age) { return age / 2.0; },
-            [](double height) { return int(height * 2); });
+            &first, u"age"_s, &second, u"height"_s, true,
+            [](int age) { return age < 0 ? std::nan("") : age / 2.0; },
+            [](double height) { return std::isnan(height) ? -1 : int(height * 2); });
     ::testing::internal::CaptureStdout();
     set(second, u"height"_s, 1.7); // 3, which is 1.5
     EXPECT_EQ(first.age(), 3);

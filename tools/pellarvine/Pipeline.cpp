@@ -7,6 +7,8 @@
 #include "Signals.h"
 #include "SystemError.h"
 
+#include <QScopeGuard>
+
 #include <atomic>
 #include <cerrno>
 #include <exception>
@@ -136,12 +138,24 @@ void runPipeline(const Stream &source, const Stream &sink, Transform transform,
     line->source = source;
     line->sink = sink;
     line->transform = std::move(transform);
-    std::thread([line] { line->run([&] { line->readAll(); }); }).detach();
-    std::thread([line] { line->run([&] { line->transformAll(); }); }).detach();
-    std::thread([line] { line->run([&] { line->writeAll(); }); }).detach();
+    std::thread stages[] = {
+        std::thread([line] { line->run([&] { line->readAll(); }); }),
+        std::thread([line] { line->run([&] { line->transformAll(); }); }),
+        std::thread([line] { line->run([&] { line->writeAll(); }); }),
+    };
+    // After a failure a stage may wait in the system for ever; otherwise all three are at their end.
+    auto detach = qScopeGuard([&] {
+        for (std::thread &stage : stages)
+            stage.detach();
+    });
     while (!signals.waitFor(line->ended, progressInterval))
         progress.show(line->doneLength);
-    const std::lock_guard lock(line->failureMutex);
-    if (line->failure)
-        std::rethrow_exception(line->failure);
+    {
+        const std::lock_guard lock(line->failureMutex);
+        if (line->failure)
+            std::rethrow_exception(line->failure);
+    }
+    detach.dismiss();
+    for (std::thread &stage : stages)
+        stage.join();
 }
