@@ -28,8 +28,8 @@ enum class Release {
     onceCommitted, ///< from a temporary file without a name
 };
 
-/// The output of that name; "-" is standard output. `replaces` says whether a file may exist. `mode`
-/// is the new file's; without one it is what the process gives new files. Throws CommandError, for
-/// a terminal that would get bytes at once too, since they are no text.
+/// The output of that name; "-" is standard output. `replaces` says whether a file may exist.
+/// `mode` is the new file's; without one it is what the process gives new files. Throws
+/// CommandError, for a terminal that would get bytes at once too, since they are no text.
 std::unique_ptr<Output> openOutput(const QByteArray &path, Release release, bool replaces,
                                    std::optional<mode_t> mode, const Signals &signals);

@@ -143,7 +143,8 @@ void runPipeline(const Stream &source, const Stream &sink, Transform transform,
         std::thread([line] { line->run([&] { line->transformAll(); }); }),
         std::thread([line] { line->run([&] { line->writeAll(); }); }),
     };
-    // After a failure a stage may wait in the system for ever; otherwise all three are at their end.
+    // After a failure a stage may wait in the system for ever; otherwise all three are at their
+    // end.
     auto detach = qScopeGuard([&] {
         for (std::thread &stage : stages)
             stage.detach();

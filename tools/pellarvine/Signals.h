@@ -25,11 +25,11 @@ public:
     Signals(const Signals &) = delete;
     Signals &operator=(const Signals &) = delete;
 
-    static constexpr std::chrono::milliseconds forever { -1 };
+    static constexpr std::chrono::milliseconds unlimited { -1 };
 
     /// Waits until `descriptor` can be read. Throws Interrupted when a signal comes first. False
     /// if neither came within `timeout`.
-    bool waitFor(int descriptor, std::chrono::milliseconds timeout = forever) const;
+    bool waitFor(int descriptor, std::chrono::milliseconds timeout = unlimited) const;
 
     /// open(2) with O_CLOEXEC. It may wait for long, as for a FIFO's other end; throws Interrupted
     /// when a signal comes first, CommandError that names the path if the file cannot be opened.
