@@ -2,6 +2,8 @@
 #include "SealFolder.h"
 #include "Terminal.h"
 
+#include <QRegularExpression>
+
 #include <tuple>
 
 using SealPassphrase = SealFolder;
@@ -100,7 +102,7 @@ TEST_F(SealPassphrase, a_program_asks_for_it)
         { u"./absent"_s, 6, "./absent: No such file or directory" },
         { u"./differ"_s, 2, "the two passphrases differ" },
         { u"./ask $key"_s, 2,
-          "--passphrase-file, --passphrase-fd and --askpass exclude one another" },
+          "--passphrase-file, --passphrase-fd, --askpass and --generate exclude one another" },
     };
     for (const auto &[program, status, message] : faults) {
         outcome = shell(u"pellarvine seal --askpass "_s + program + u" plain other"_s);
@@ -170,5 +172,28 @@ TEST_F(SealPassphraseOnTerminal, an_empty_typed_line_seals_nothing)
     seal.type("\n");
     EXPECT_EQ(seal.finish(), 2);
     EXPECT_TRUE(seal.shown().contains("the passphrase is empty"));
+    EXPECT_EQ(names(), namesAtFirst);
+}
+
+TEST_F(SealPassphraseOnTerminal, a_generated_passphrase_is_shown_once_and_opens_the_file)
+{
+    Terminal seal({ u"seal"_s, u"--generate"_s, path(u"plain"_s), path(u"new"_s) });
+    ASSERT_EQ(seal.finish(), 0) << seal.shown().constData();
+    const QRegularExpressionMatch shown =
+            QRegularExpression(u"^Passphrase: ([a-z]+(?:-[a-z]+){5})\r\n"_s)
+                    .match(QString::fromUtf8(seal.shown()));
+    ASSERT_TRUE(shown.hasMatch()) << seal.shown().constData();
+    EXPECT_EQ(Pellarvine::Decryptor::decrypt(read(u"new"_s), shown.captured(1)), content);
+}
+
+TEST_F(SealPassphrase, is_generated_for_a_terminal_alone)
+{
+    const auto seal = [&](const QString &options) {
+        return shell(u"setsid -w pellarvine seal %1 plain new <passphrase"_s.arg(options));
+    };
+    EXPECT_EQ(seal(u"--generate"_s).errors,
+              "pellarvine: no terminal to print the generated passphrase on\n");
+    EXPECT_EQ(seal(u"--generate --passphrase-fd 0"_s).status, 2);
+    EXPECT_EQ(shell(u"pellarvine open --generate sealed new"_s).status, 2);
     EXPECT_EQ(names(), namesAtFirst);
 }

@@ -23,7 +23,7 @@ expect() {
 
 expect 'pellarvine ' seal open digest color markup --help --version
 expect 'pellarvine se' seal
-expect 'pellarvine seal --' --passphrase-file --passphrase-fd --askpass --allow-empty-passphrase
+expect 'pellarvine seal --' --passphrase-file --passphrase-fd --askpass --generate --allow-empty-passphrase
 expect 'pellarvine open --f' --force
 expect 'pellarvine markup --' --lines --html --ansi
 expect 'pellarvine digest --algorithm ' md5 sha512

@@ -7,6 +7,8 @@
 #include "Signals.h"
 #include "SystemError.h"
 
+#include <pellarvine/Shared/PassphraseWords.h>
+
 #include <QStringDecoder>
 
 #include <array>
@@ -178,19 +180,26 @@ PassphraseSource::PassphraseSource(CommandLine &line, Prompt prompt)
                 u"Run <program> to ask for the passphrase, which it prints. $PELLARVINE_ASKPASS "
                 u"names one too."_s,
                 u"program"_s)
+    , m_generate(u"generate"_s,
+                 u"Make up a passphrase of six words and print it once, on the terminal."_s)
     , m_allowEmpty(u"allow-empty-passphrase"_s,
                    u"Seal under an empty passphrase, which protects nothing."_s)
 {
     line.addOptions({ m_file, m_descriptor, m_program });
     if (prompt == Prompt::twice)
-        line.addOption(m_allowEmpty);
+        line.addOptions({ m_generate, m_allowEmpty });
 }
 
 void PassphraseSource::check(const QByteArray &input) const
 {
-    if (m_line.isSet(m_file) + m_line.isSet(m_descriptor) + m_line.isSet(m_program) > 1) {
+    const bool generates = m_prompt == Prompt::twice && m_line.isSet(m_generate);
+    if (m_line.isSet(m_file) + m_line.isSet(m_descriptor) + m_line.isSet(m_program) + generates
+        > 1) {
         throw CommandError(ExitStatus::badUsage,
-                           "--passphrase-file, --passphrase-fd and --askpass exclude one another");
+                           QByteArray("--passphrase-file, --passphrase-fd")
+                                   + (m_prompt == Prompt::twice ? ", --askpass and --generate"
+                                                                : " and --askpass")
+                                   + " exclude one another");
     }
     for (const QCommandLineOption &named : { m_file, m_program }) {
         if (m_line.isSet(named) && m_line.value(named).isEmpty()) {
@@ -215,6 +224,8 @@ SecretText PassphraseSource::read(const Signals &signals) const
         const FileDescriptor file = signals.open(path, O_RDONLY);
         return checked(readLine(file, path, signals));
     }
+    if (m_prompt == Prompt::twice && m_line.isSet(m_generate))
+        return generate();
     const QByteArray program =
             m_line.isSet(m_program) ? m_line.value(m_program) : qgetenv("PELLARVINE_ASKPASS");
     return program.isEmpty() ? askOnTerminal(signals) : askByProgram(program, signals);
@@ -229,6 +240,21 @@ SecretText PassphraseSource::askOnTerminal(const Signals &signals) const
                            "--passphrase-fd or --askpass");
     }
     return askFor([&](const char *question) { return ask(terminal, question, signals); });
+}
+
+SecretText PassphraseSource::generate() const
+{
+    const FileDescriptor terminal(open("/dev/tty", O_WRONLY | O_CLOEXEC | O_NOCTTY));
+    if (!terminal.isOpen()) {
+        throw CommandError(ExitStatus::badUsage,
+                           "no terminal to print the generated passphrase on");
+    }
+    // Before anything is sealed: a passphrase that was never seen would lock the file for good.
+    SecretText passphrase(Pellarvine::generatedPassphrase());
+    const std::string line = "Passphrase: " + passphrase.view().toLatin1().toStdString() + '\n';
+    if (write(terminal, line.data(), line.size()) != ssize_t(line.size()))
+        throwSystemError("/dev/tty", errno);
+    return passphrase;
 }
 
 SecretText PassphraseSource::askByProgram(const QByteArray &program, const Signals &signals) const

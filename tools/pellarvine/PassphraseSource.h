@@ -51,6 +51,7 @@ public:
 
 private:
     SecretText askOnTerminal(const Signals &signals) const;
+    SecretText generate() const;
     SecretText askByProgram(const QByteArray &program, const Signals &signals) const;
     template <typename Ask>
     SecretText askFor(Ask ask) const;
@@ -62,5 +63,6 @@ private:
     QCommandLineOption m_file;
     QCommandLineOption m_descriptor;
     QCommandLineOption m_program;
+    QCommandLineOption m_generate;
     QCommandLineOption m_allowEmpty;
 };
