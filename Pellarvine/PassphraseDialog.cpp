@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -61,6 +62,7 @@ struct PassphraseDialog::Private
     QLineEdit *passphrase = new QLineEdit;
     QLineEdit *repetition = nullptr; // only to create
     QProgressBar *strength = nullptr;
+    QLabel *strengthText = nullptr;
     QCheckBox *shown = new QCheckBox(tr("&Show the passphrase"));
     QLabel *note = makeText(); // the error, else what is missing
     QLabel *capsLock = makeText();
@@ -101,7 +103,7 @@ struct PassphraseDialog::Private
         QString text;
         if (bits > 0)
             text = bits < weakBelow ? tr("Weak") : bits < strongFrom ? tr("Fair") : tr("Strong");
-        strength->setFormat(text);
+        strengthText->setText(text);
         strength->setAccessibleDescription(text);
     }
 
@@ -145,7 +147,13 @@ PassphraseDialog::PassphraseDialog(Purpose purpose, QWidget *parent)
         d->strength = new QProgressBar;
         d->strength->setMaximum(strongFrom + 10);
         d->strength->setAccessibleName(tr("Estimated strength"));
-        form->addRow(tr("Strength:"), d->strength);
+        d->strength->setTextVisible(false);
+        d->strengthText = new QLabel;
+        d->strengthText->setMinimumWidth(fontMetrics().averageCharWidth() * 8);
+        auto *const row = new QHBoxLayout;
+        row->addWidget(d->strength, 1);
+        row->addWidget(d->strengthText);
+        form->addRow(tr("Strength:"), row);
         d->repetition = new QLineEdit;
         form->addRow(tr("Once &more:"), d->repetition);
     }
@@ -161,7 +169,7 @@ PassphraseDialog::PassphraseDialog(Purpose purpose, QWidget *parent)
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     if (d->creates()) {
-        auto *const suggest = buttons->addButton(tr("&Make One Up"), QDialogButtonBox::ActionRole);
+        auto *const suggest = buttons->addButton(tr("M&ake One Up"), QDialogButtonBox::ActionRole);
         suggest->setToolTip(tr("Six random words"));
         suggest->setAutoDefault(false);
         connect(suggest, &QPushButton::clicked, this, [this] {

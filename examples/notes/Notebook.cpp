@@ -137,6 +137,15 @@ bool Notebook::save()
     return isSaved;
 }
 
+bool Notebook::changePassphrase(const QString &passphrase)
+{
+    const std::optional<QString> old = std::exchange(m_passphrase, passphrase);
+    const bool isSaved = save();
+    if (!isSaved)
+        m_passphrase = old;
+    return isSaved;
+}
+
 void Notebook::close()
 {
     m_autosave.stop();

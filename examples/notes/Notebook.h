@@ -57,6 +57,7 @@ public:
     bool create(const QString &passphrase);
     bool open(const QString &passphrase);
     Q_INVOKABLE bool save();
+    bool changePassphrase(const QString &passphrase); ///< and saves
 
     /// Forgets the passphrase and the notes, saved or not.
     void close();

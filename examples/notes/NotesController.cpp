@@ -6,6 +6,7 @@
 #include "UnlockController.h"
 
 #include <pellarvine/Pellarvine/Application.h>
+#include <pellarvine/Pellarvine/PassphraseDialog.h>
 #include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSStoryboard.h>
 
@@ -33,6 +34,16 @@ void NotesController::lock()
         return;
     Q_EMIT locked();
     m_notebook->close();
+}
+
+void NotesController::changePassphrase()
+{
+    using Pellarvine::PassphraseDialog;
+    PassphraseDialog dialog(PassphraseDialog::Purpose::create, view());
+    dialog.setExplanation(tr("From now on, nothing else opens %1.").arg(m_notebook->name()));
+    if (dialog.exec() == QDialog::Accepted
+        && !m_notebook->changePassphrase(dialog.takePassphrase()))
+        QMessageBox::warning(view(), tr("Notes"), m_notebook->problem());
 }
 
 void NotesController::quit()

@@ -20,6 +20,7 @@ public:
     static std::unique_ptr<NotesController> make(Notebook *notebook);
 
     Q_INVOKABLE void lock();
+    Q_INVOKABLE void changePassphrase();
     Q_INVOKABLE void quit();
 
     void viewDidLoad() override;

@@ -219,6 +219,32 @@ TEST_F(Notes, that_were_changed_are_saved_without_being_asked_for)
     EXPECT_NE(contentsOf(path), before);
 }
 
+TEST_F(Notes, are_sealed_under_a_new_passphrase_once_it_is_chosen)
+{
+    createNotebook();
+    notebook.addNote()->setText(u"Bread"_s);
+    ASSERT_TRUE(notebook.save());
+    const auto typeIntoDialog = [](const QString &text) {
+        QTimer::singleShot(0, qApp, [text] {
+            QWidget *const dialog = QApplication::activeModalWidget();
+            ASSERT_TRUE(dialog);
+            for (auto *const field : dialog->findChildren<QLineEdit *>())
+                QTest::keyClicks(field, text);
+            QTest::keyClick(dialog, text.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+        });
+    };
+    auto *const action = find<QAction>(u"passphraseAction"_s);
+    typeIntoDialog({});
+    action->trigger();
+    EXPECT_NO_THROW(Pellarvine::Decryptor::decrypt(contentsOf(path), passphrase));
+
+    typeIntoDialog(u"another one"_s);
+    action->trigger();
+    EXPECT_TRUE(Pellarvine::Decryptor::decrypt(contentsOf(path), u"another one").contains("Bread"));
+    EXPECT_THROW(Pellarvine::Decryptor::decrypt(contentsOf(path), passphrase),
+                 Pellarvine::CryptorError);
+}
+
 TEST(Notebook, that_cannot_be_opened_says_why_and_leaves_the_file_alone)
 {
     using Pellarvine::Encryptor;

@@ -4,8 +4,10 @@
 #include "../Page.h"
 #include "../Theme.h"
 
-#include <pellarvine/Shared/Decryptor.h>
-#include <pellarvine/Shared/Encryptor.h>
+#include <pellarvine/Pellarvine/PassphraseDialog.h>
+#include <pellarvine/Shared/CryptorError.h>
+#include <pellarvine/Shared/Sealing.h>
+#include <pellarvine/Shared/TransferError.h>
 
 #include <QAccessible>
 #include <QDir>
@@ -19,7 +21,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QLocale>
 #include <QMimeData>
 #include <QProgressBar>
@@ -31,14 +32,13 @@
 #include <QVBoxLayout>
 #include <QtConcurrentRun>
 
+#include <stop_token>
+
 using namespace Qt::StringLiterals;
-using Pellarvine::CryptorError;
-using Pellarvine::Decryptor;
-using Pellarvine::Encryptor;
+using Pellarvine::PassphraseDialog;
 
 namespace {
 
-constexpr qint64 chunkLength = 1 << 20;
 constexpr int progressSteps = 1000;
 const QString sealedSuffix = u".sealed"_s;
 
@@ -53,6 +53,7 @@ struct Job
     QString source;
     QString target;
     QString passphrase;
+    std::stop_token stop;
 };
 
 struct Outcome
@@ -66,24 +67,8 @@ QString tr(const char *text)
     return QCoreApplication::translate("ContainerPage", text);
 }
 
-QString describe(const CryptorError &error)
-{
-    switch (error.code()) {
-    case CryptorError::invalidFileFormat:
-        return tr("This is not a sealed file. Nothing was written.");
-    case CryptorError::invalidHMAC:
-        return tr("Wrong passphrase, or the file is damaged: the format cannot tell which. "
-                  "Nothing was written.");
-    case CryptorError::truncatedFile:
-        return tr("The file is cut off within its header. Nothing was written.");
-    }
-    return {};
-}
-
-// Streams the source through an Encryptor or a Decryptor. The target appears only when all of it is
-// written and, opening, verified.
-template <typename Cryptor>
-Outcome stream(QPromise<Outcome> &promise, const Job &job)
+// The target appears only when all of it is written and, opening, verified.
+Outcome transfer(QPromise<Outcome> &promise, const Job &job)
 {
     QFile source(job.source);
     if (!source.open(QIODevice::ReadOnly))
@@ -91,23 +76,23 @@ Outcome stream(QPromise<Outcome> &promise, const Job &job)
     QSaveFile target(job.target);
     if (!target.open(QIODevice::WriteOnly))
         return { false, tr("Cannot write %1: %2").arg(job.target, target.errorString()) };
-
-    Cryptor cryptor(job.passphrase);
-    const qint64 length = source.size();
-    qint64 done = 0;
-    target.write(cryptor.feed({})); // an empty file has a header too
-    while (!source.atEnd()) {
-        if (promise.isCanceled())
-            return { false, tr("Cancelled. Nothing was written.") };
-        const QByteArray chunk = source.read(chunkLength);
-        if (chunk.isEmpty())
-            return { false, tr("Cannot read %1: %2").arg(job.source, source.errorString()) };
-        target.write(cryptor.feed(chunk));
-        done += chunk.size();
-        promise.setProgressValue(int(progressSteps * done / std::max(done, length)));
+    const Pellarvine::Transfer transfer {
+        .progress =
+                [&promise](qint64 done, qint64 total) {
+                    promise.setProgressValue(int(progressSteps * done / std::max(done, total)));
+                },
+        .stop = job.stop,
+    };
+    try {
+        if (job.direction == Direction::seal)
+            Pellarvine::seal(source, target, job.passphrase, transfer);
+        else
+            Pellarvine::open(source, target, job.passphrase, transfer);
+    } catch (const Pellarvine::CryptorError &error) {
+        return { false, tr("%1 Nothing was written.").arg(error.localizedDescription()) };
+    } catch (const Pellarvine::TransferError &error) {
+        return { false, tr("%1 Nothing was written.").arg(error.localizedDescription()) };
     }
-    target.write(cryptor.finalize());
-    promise.setProgressValue(progressSteps);
     if (!target.commit())
         return { false, tr("Cannot write %1: %2").arg(job.target, target.errorString()) };
     const QString name = QFileInfo(job.target).fileName();
@@ -122,12 +107,7 @@ Outcome stream(QPromise<Outcome> &promise, const Job &job)
 void run(QPromise<Outcome> &promise, const Job &job)
 {
     promise.setProgressRange(0, progressSteps);
-    try {
-        promise.addResult(job.direction == Direction::seal ? stream<Encryptor>(promise, job)
-                                                           : stream<Decryptor>(promise, job));
-    } catch (const CryptorError &error) {
-        promise.addResult(Outcome { false, describe(error) });
-    }
+    promise.addResult(transfer(promise, job));
 }
 
 bool isSealed(const QString &path)
@@ -185,7 +165,8 @@ protected:
 private:
     void choose();
     void setSource(const QString &path);
-    void start(Direction direction);
+    void ask(Direction direction);
+    void start(Direction direction, const QString &passphrase);
     void finish();
     void updateControls();
     void showOutcome(const Outcome &outcome);
@@ -196,7 +177,6 @@ private:
     QLabel *m_name;
     QLabel *m_details;
     QPushButton *m_choose;
-    QLineEdit *m_passphrase;
     QPushButton *m_seal;
     QPushButton *m_open;
     QPushButton *m_cancel;
@@ -208,6 +188,7 @@ private:
     QString m_source;
     QString m_target;
     QFutureWatcher<Outcome> m_watcher;
+    std::stop_source m_stop;
     std::unique_ptr<QTemporaryDir> m_exampleFolder;
 };
 
@@ -220,7 +201,6 @@ ContainerPage::ContainerPage(QWidget *parent)
     , m_name(new QLabel)
     , m_details(new QLabel)
     , m_choose(new QPushButton(::tr("Choose &File…")))
-    , m_passphrase(new QLineEdit)
     , m_seal(new QPushButton(::tr("&Seal")))
     , m_open(new QPushButton(::tr("&Open")))
     , m_cancel(new QPushButton(::tr("&Cancel")))
@@ -244,18 +224,6 @@ ContainerPage::ContainerPage(QWidget *parent)
     m_well->setMinimumHeight(12 * Theme::unit);
     static_cast<QVBoxLayout *>(m_well->layout())->addLayout(row);
 
-    m_passphrase->setEchoMode(QLineEdit::Password);
-    m_passphrase->setPlaceholderText(::tr("Something long that you will remember"));
-    m_passphrase->setAccessibleName(::tr("Passphrase"));
-    auto *const show = new QPushButton(::tr("S&how"));
-    show->setCheckable(true);
-    auto *const label = new QLabel(::tr("&Passphrase"));
-    label->setBuddy(m_passphrase);
-    auto *const secret = new QHBoxLayout;
-    secret->addWidget(label);
-    secret->addWidget(m_passphrase, 1);
-    secret->addWidget(show);
-
     m_progress->setRange(0, progressSteps);
     m_progress->setTextVisible(false);
     m_progress->setAccessibleName(::tr("Progress"));
@@ -275,7 +243,6 @@ ContainerPage::ContainerPage(QWidget *parent)
 
     auto *const layout = static_cast<QVBoxLayout *>(content());
     layout->addWidget(m_well);
-    layout->addLayout(secret);
     layout->addLayout(buttons);
     layout->addWidget(m_outcome);
     layout->addWidget(m_anatomy);
@@ -309,16 +276,9 @@ ContainerPage::ContainerPage(QWidget *parent)
     static_cast<QVBoxLayout *>(m_anatomy->layout())->addLayout(grid);
 
     connect(m_choose, &QPushButton::clicked, this, &ContainerPage::choose);
-    connect(show, &QPushButton::toggled, this, [this](bool isShown) {
-        m_passphrase->setEchoMode(isShown ? QLineEdit::Normal : QLineEdit::Password);
-    });
-    connect(m_seal, &QPushButton::clicked, this, [this] { start(Direction::seal); });
-    connect(m_open, &QPushButton::clicked, this, [this] { start(Direction::open); });
-    connect(m_passphrase, &QLineEdit::returnPressed, this, [this] {
-        if (m_seal->isEnabled())
-            start(isSealed(m_source) ? Direction::open : Direction::seal);
-    });
-    connect(m_cancel, &QPushButton::clicked, this, [this] { m_watcher.cancel(); });
+    connect(m_seal, &QPushButton::clicked, this, [this] { ask(Direction::seal); });
+    connect(m_open, &QPushButton::clicked, this, [this] { ask(Direction::open); });
+    connect(m_cancel, &QPushButton::clicked, this, [this] { m_stop.request_stop(); });
     connect(new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr,
                           Qt::WidgetWithChildrenShortcut),
             &QShortcut::activated, m_cancel, &QPushButton::click);
@@ -330,7 +290,7 @@ ContainerPage::ContainerPage(QWidget *parent)
 
 ContainerPage::~ContainerPage()
 {
-    m_watcher.cancel();
+    m_stop.request_stop();
     m_watcher.waitForFinished();
 }
 
@@ -342,10 +302,9 @@ void ContainerPage::showExample()
         return;
     file.close();
     setSource(file.fileName());
-    m_passphrase->setText(u"correct horse battery staple"_s);
     QEventLoop loop;
     connect(&m_watcher, &QFutureWatcherBase::finished, &loop, &QEventLoop::quit);
-    start(Direction::seal);
+    start(Direction::seal, u"kitchen-saddle-ovation-drum"_s);
     loop.exec();
 }
 
@@ -372,7 +331,7 @@ void ContainerPage::dropEvent(QDropEvent *event)
     setSource(event->mimeData()->urls().constFirst().toLocalFile());
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    m_passphrase->setFocus();
+    (isSealed(m_source) ? m_open : m_seal)->setFocus();
 }
 
 void ContainerPage::choose()
@@ -385,7 +344,7 @@ void ContainerPage::choose()
     if (path.isEmpty())
         return;
     setSource(path);
-    m_passphrase->setFocus();
+    (isSealed(m_source) ? m_open : m_seal)->setFocus();
 }
 
 void ContainerPage::setSource(const QString &path)
@@ -406,7 +365,20 @@ void ContainerPage::setSource(const QString &path)
     updateControls();
 }
 
-void ContainerPage::start(Direction direction)
+void ContainerPage::ask(Direction direction)
+{
+    PassphraseDialog dialog(direction == Direction::seal ? PassphraseDialog::Purpose::create
+                                                         : PassphraseDialog::Purpose::unlock,
+                            this);
+    dialog.setExplanation(direction == Direction::seal
+                                  ? ::tr("Nothing else opens the file. The passphrase is stored "
+                                         "nowhere.")
+                                  : ::tr("The passphrase that the file was sealed under."));
+    if (dialog.exec() == QDialog::Accepted)
+        start(direction, dialog.takePassphrase());
+}
+
+void ContainerPage::start(Direction direction, const QString &passphrase)
 {
     QString wanted = m_source + sealedSuffix;
     if (direction == Direction::open) {
@@ -417,21 +389,18 @@ void ContainerPage::start(Direction direction)
     m_outcome->clear();
     m_anatomy->hide();
     m_progress->setValue(0);
-    m_watcher.setFuture(
-            QtConcurrent::run(run, Job { direction, m_source, m_target, m_passphrase->text() }));
+    m_stop = std::stop_source();
+    m_watcher.setFuture(QtConcurrent::run(
+            run, Job { direction, m_source, m_target, passphrase, m_stop.get_token() }));
     updateControls();
     m_cancel->setFocus();
 }
 
 void ContainerPage::finish()
 {
-    // A cancelled future hands out no result.
-    if (m_watcher.isCanceled())
-        showOutcome({ false, ::tr("Cancelled. Nothing was written.") });
-    else
-        showOutcome(m_watcher.result());
+    showOutcome(m_watcher.result());
     updateControls();
-    m_passphrase->setFocus();
+    m_choose->setFocus();
 }
 
 void ContainerPage::updateControls()
@@ -440,7 +409,6 @@ void ContainerPage::updateControls()
     for (QWidget *const widget : { static_cast<QWidget *>(m_seal), static_cast<QWidget *>(m_open) })
         widget->setEnabled(!isBusy && !m_source.isEmpty());
     m_choose->setEnabled(!isBusy);
-    m_passphrase->setEnabled(!isBusy);
     m_cancel->setEnabled(isBusy);
     m_progress->setEnabled(isBusy);
 }
