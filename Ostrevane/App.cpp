@@ -52,12 +52,17 @@ int createFolders(const QString &path)
     return errno;
 }
 
+void printFailure(const QString &reason)
+{
+    detail::printWarning("Error locating application support subdirectory: "
+                         + reason.toStdString());
+}
+
 bool isCreated(const QString &path)
 {
     const int error = createFolders(path);
     if (error != 0)
-        detail::printWarning("Error locating application support subdirectory: "
-                             + qt_error_string(error).toStdString());
+        printFailure(qt_error_string(error));
     return error == 0;
 }
 
@@ -103,12 +108,19 @@ QString App::deviceModel()
 
 std::optional<QUrl> App::applicationSupportSubdirectory()
 {
-    const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    if (!isCreated(base))
-        return std::nullopt;
+    QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    // The XDG Base Directory Specification has a relative path ignored, which Qt follows.
+    if (QDir::isRelativePath(base))
+        base = QDir::homePath() + "/.local/share"_L1;
     QString identifier = NS::Bundle::main().bundleIdentifier();
     if (identifier.isEmpty())
         identifier = fallbackIdentifier;
+    if (identifier.contains(u'/') || identifier == "."_L1 || identifier == ".."_L1) {
+        printFailure(identifier + " cannot name a folder"_L1);
+        return std::nullopt;
+    }
+    if (!isCreated(base))
+        return std::nullopt;
     const QString folder = base + u'/' + identifier;
     if (!isCreated(folder))
         return std::nullopt;

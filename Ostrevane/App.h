@@ -46,8 +46,9 @@ public:
     /// The application's own folder for its data, as a URL that ends in a slash; created, with the
     /// folders above it, where it is missing, and then for the user alone (mode 0700). It is named
     /// after the bundle identifier, or "org.example.test" without one, and lies in the user's
-    /// folder for data: $XDG_DATA_HOME, else ~/.local/share. Nothing if it cannot be created; one
-    /// line on standard output says why.
+    /// folder for data: $XDG_DATA_HOME, else ~/.local/share, also where that
+    /// variable holds a relative path. Nothing if the folder cannot be created or the identifier
+    /// holds a path separator; one line on standard output says why.
     static std::optional<QUrl> applicationSupportSubdirectory();
 };
 

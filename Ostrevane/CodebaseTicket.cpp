@@ -1,16 +1,77 @@
 // SPDX-License-Identifier: MIT
 #include "Ostrevane/CodebaseTicket.h"
 
+#include "Base/NSBundle.h"
+#include "Network/NSURLSession.h"
 #include "Ostrevane/TicketRequest.h"
 
+#include <QCoreApplication>
+
+#include <mutex>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace Pellarvine {
 
+namespace {
+
+struct Messages
+{
+    Q_DECLARE_TR_FUNCTIONS(Pellarvine::CodebaseTicket)
+};
+
+struct Tracker
+{
+    QString baseUrl;
+    QString project;
+};
+
+std::mutex trackerMutex; // guards what the program has set
+
+// Never destroyed, so that a ticket can be posted while the process exits.
+Tracker &chosenTracker()
+{
+    static auto *const tracker = new Tracker;
+    return *tracker;
+}
+
+// What the Info.plist says, read once: a ticket may be made while the process exits.
+const Tracker &saidTracker()
+{
+    static const auto *const tracker = [] {
+        const auto text = [](const QString &key) {
+            return NS::Bundle::main().objectForInfoDictionaryKey(key).toString();
+        };
+        return new Tracker { text(u"PellarvineTicketBaseURL"_s),
+                             text(u"PellarvineTicketProject"_s) };
+    }();
+    return *tracker;
+}
+
+// What the program has set, else what its Info.plist says, else what the library was built with.
+QString setting(QString Tracker::*field, const char *built)
+{
+    {
+        const std::lock_guard lock(trackerMutex);
+        if (!(chosenTracker().*field).isEmpty())
+            return chosenTracker().*field;
+    }
+    if (QCoreApplication::instance() && !(saidTracker().*field).isEmpty())
+        return saidTracker().*field;
+    return QString::fromUtf8(built);
+}
+
+} // namespace
+
+void CodebaseTicket::setTracker(const QString &baseUrl, const QString &project)
+{
+    const std::lock_guard lock(trackerMutex);
+    chosenTracker() = { baseUrl, project };
+}
+
 CodebaseTicket::CodebaseTicket(QString summary, QString description)
-    : m_project(QString::fromUtf8(PELLARVINE_TICKET_PROJECT))
+    : m_project(setting(&Tracker::project, PELLARVINE_TICKET_PROJECT))
     , m_user(u"brenhaw/tollmark"_s)
     , m_apiKey(u"7c1e90b4d25a83f6e0b9c4a7d13f58e2b6a09d47"_s)
     , m_summary(std::move(summary))
@@ -19,8 +80,14 @@ CodebaseTicket::CodebaseTicket(QString summary, QString description)
 
 void CodebaseTicket::post(Callback callback) const
 {
-    detail::TicketRequest(*this, QString::fromUtf8(PELLARVINE_TICKET_BASE_URL))
-            .send(std::move(callback));
+    const QString baseUrl = setting(&Tracker::baseUrl, PELLARVINE_TICKET_BASE_URL);
+    if (baseUrl.isEmpty()) {
+        return detail::URLSession::shared().fail(
+                { NS::URLError::badURL,
+                  Messages::tr("The program does not know the address of its issue tracker.") },
+                std::move(callback));
+    }
+    detail::TicketRequest(*this, baseUrl).send(std::move(callback));
 }
 
 } // namespace Pellarvine

@@ -23,8 +23,10 @@ class TicketRequest; // not API
 ///         QMetaObject::invokeMethod(window, [=] { window->showWhetherSent(!error); });
 ///     });
 ///
-/// The tracker's address and the project are set when the library is built, by the CMake variables
-/// PELLARVINE_TICKET_BASE_URL and PELLARVINE_TICKET_PROJECT; the account is built in.
+/// The tracker's address and the project come from `setTracker`, else from the program's Info.plist
+/// (the keys PellarvineTicketBaseURL and PellarvineTicketProject), else from the CMake variables
+/// PELLARVINE_TICKET_BASE_URL and PELLARVINE_TICKET_PROJECT that the library was built with. The
+/// account is built in.
 ///
 /// A plain value: copies are independent, and `post` takes a copy of what it sends.
 class PELLARVINE_EXPORT CodebaseTicket
@@ -36,6 +38,11 @@ class PELLARVINE_EXPORT CodebaseTicket
 public:
     /// What `post` calls when it is done: with nothing, or with why the transfer failed.
     using Callback = std::function<void(const std::optional<NS::URLError> &error)>;
+
+    /// Sets the tracker's address, an HTTPS URL that ends in a slash, and the project, as the
+    /// tracker's addresses spell it. Call it before the first ticket is made. Empty texts stand for
+    /// what the Info.plist or the build says. Any thread.
+    static void setTracker(const QString &baseUrl, const QString &project);
 
     /// Any text will do, the empty one too.
     CodebaseTicket(QString summary, QString description);
@@ -70,7 +77,8 @@ public:
     /// - Nothing is sent a second time unasked: an error may mean that the ticket has arrived all
     ///   the same and only the answer was lost.
     ///
-    /// A tracker's address that is no valid HTTPS URL stops the process with "Error: the ticket
+    /// Without a tracker's address nothing is sent, and the error is `NS::URLError::badURL`. An
+    /// address that is no valid HTTPS URL stops the process with "Error: the ticket
     /// tracker's address is not a valid HTTPS URL". No message and no error's text holds the
     /// account's key.
     void post(Callback callback) const;

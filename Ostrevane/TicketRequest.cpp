@@ -3,10 +3,14 @@
 
 #include "Base/Failure.h"
 #include "Network/NSURLSession.h"
+#include "Ostrevane/App.h"
 
+#include <QCoreApplication>
 #include <QUrl>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+#include <cctype>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -70,21 +74,54 @@ QByteArray document(const QString &summary, const QString &description)
     return bytes;
 }
 
+// A product token of HTTP (RFC 9110): "Mail-Client/2.1".
+QByteArray token(const QString &text)
+{
+    QByteArray bytes = text.toUtf8();
+    std::replace_if(
+            bytes.begin(), bytes.end(),
+            [](char byte) {
+                return !std::isalnum(static_cast<unsigned char>(byte)) && byte != '.';
+            },
+            '-');
+    return bytes;
+}
+
+QByteArray userAgent()
+{
+    if (!QCoreApplication::instance())
+        return "Pellarvine"; // nothing is sent
+    // Asked once: a ticket may be posted while the process exits.
+    static const auto *const agent = [] {
+        const QByteArray name = token(App::name());
+        return new QByteArray((name.isEmpty() ? "Pellarvine" : name) + '/' + token(App::version()));
+    }();
+    return *agent;
+}
+
 } // namespace
 
 TicketRequest::TicketRequest(const CodebaseTicket &ticket, const QString &baseUrl)
     : m_head(ticketsUrl(baseUrl, ticket.m_project))
-    , m_body(document(ticket.m_summary, ticket.m_description))
+    , m_summary(ticket.m_summary)
+    , m_description(ticket.m_description)
 {
     const QByteArray account = (ticket.m_user + u':' + ticket.m_apiKey).toUtf8();
     m_head.setRawHeader("Accept", "application/xml");
     m_head.setRawHeader("Content-Type", "application/xml");
     m_head.setRawHeader("Authorization", "Basic " + account.toBase64());
+    m_head.setRawHeader("User-Agent", userAgent());
+}
+
+QByteArray TicketRequest::body() const
+{
+    return document(m_summary, m_description);
 }
 
 void TicketRequest::send(CodebaseTicket::Callback callback) const
 {
-    URLSession::shared().post(m_head, m_body, std::move(callback));
+    URLSession::shared().post(
+            m_head, [*this] { return body(); }, std::move(callback));
 }
 
 } // namespace Pellarvine::detail

@@ -16,13 +16,14 @@ public:
     TicketRequest(const CodebaseTicket &ticket, const QString &baseUrl);
 
     const QNetworkRequest &head() const { return m_head; }
-    const QByteArray &body() const { return m_body; }
+    QByteArray body() const; ///< made afresh in every call
 
     void send(CodebaseTicket::Callback callback) const;
 
 private:
     QNetworkRequest m_head;
-    QByteArray m_body;
+    QString m_summary;
+    QString m_description;
 };
 
 } // namespace Pellarvine::detail

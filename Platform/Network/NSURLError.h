@@ -21,6 +21,7 @@ struct URLError
     enum Code {
         unknown = -1, ///< none of those below
         cancelled = -999, ///< the program is ending, or has no QCoreApplication
+        badURL = -1000, ///< no address to send to has been set
         timedOut = -1001, ///< no byte moved for too long
         cannotFindHost = -1003, ///< the name has no address
         cannotConnectToHost = -1004, ///< refused, or not reachable through the proxy

@@ -9,9 +9,11 @@
 #include <QSslConfiguration>
 #include <QSslSocket>
 #include <QThread>
+#include <QTimer>
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <deque>
 #include <unordered_map>
 #include <utility>
@@ -49,8 +51,9 @@ void call(const URLSession::CompletionHandler &handler, const std::optional<URLE
 class SingleUseBody : public QIODevice
 {
 public:
-    explicit SingleUseBody(QByteArray bytes)
+    SingleUseBody(QByteArray bytes, std::function<void()> onRead)
         : m_bytes(std::move(bytes))
+        , m_onRead(std::move(onRead))
     {
         open(ReadOnly | Unbuffered);
     }
@@ -64,12 +67,14 @@ protected:
         const qint64 length = std::min(limit, qint64(m_bytes.size()) - m_position);
         std::copy_n(m_bytes.cbegin() + m_position, length, data);
         m_position += length;
+        m_onRead();
         return length;
     }
     qint64 writeData(const char *, qint64) override { return -1; }
 
 private:
     QByteArray m_bytes;
+    std::function<void()> m_onRead;
     qint64 m_position = 0;
 };
 
@@ -81,8 +86,8 @@ bool isAnswered(const QNetworkReply &reply)
     case QNetworkReply::NoError:
         return true;
     case QNetworkReply::ContentReSendError:
-        return status == 307
-               || status == 308; // Qt asks for the body before it asks whether to follow
+        // Qt asks for the body before it asks whether to follow.
+        return status == 307 || status == 308;
     case QNetworkReply::ProxyAuthenticationRequiredError:
         return status == 407; // of the server; a proxy's answer comes without its status
     default:
@@ -144,6 +149,15 @@ std::atomic_bool isExiting = false;
 
 } // namespace
 
+/// What the session is given to do.
+struct URLSession::Task
+{
+    QNetworkRequest request;
+    std::function<QByteArray()> makeBody;
+    CompletionHandler handler;
+    std::optional<URLError> error; // if set, nothing is sent
+};
+
 /// The thread, and what it has been given to do.
 class URLSession::Worker final : public QThread
 {
@@ -151,13 +165,6 @@ public:
     // Only once the thread has ended. The lock shows that to the thread sanitizer, which does not
     // see QThread::wait().
     ~Worker() override { const std::lock_guard lock(m_mutex); }
-
-    struct Task
-    {
-        QNetworkRequest request;
-        QByteArray body;
-        CompletionHandler handler;
-    };
 
     // False, and the task untouched, if the thread has answered all it had and is about to end.
     bool add(Task &task);
@@ -172,6 +179,7 @@ private:
     struct Transfer
     {
         Task task;
+        QByteArray body;
         bool isBodyWanted = true;
         int redirections = 0;
         bool isUntrusted = false;
@@ -266,8 +274,16 @@ void URLSession::Worker::startIncoming()
         const std::lock_guard lock(m_mutex);
         tasks.swap(m_incoming);
     }
-    for (Task &task : tasks)
-        send({ std::move(task) });
+    for (Task &task : tasks) {
+        if (task.error) {
+            answer(task, task.error);
+            continue;
+        }
+        Transfer transfer;
+        transfer.body = task.makeBody();
+        transfer.task = std::move(task);
+        send(std::move(transfer));
+    }
 }
 
 // Ends exec() for the handler to be called. Within a handler that calls exit(), Qt deletes the
@@ -296,23 +312,40 @@ void URLSession::Worker::send(Transfer transfer)
         return;
     }
     QNetworkRequest &request = transfer.task.request;
-    if (request.transferTimeout() == 0)
-        request.setTransferTimeout(idleLimit);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::ManualRedirectPolicy);
-    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    QSslConfiguration tls = request.sslConfiguration();
+    const int limit = request.transferTimeout() == 0 ? idleLimit : request.transferTimeout();
+    QNetworkRequest sent = request;
+    sent.setTransferTimeout(0); // Qt's own sees no progress behind a proxy
+    sent.setRawHeader("Accept-Encoding", "identity"); // nobody reads the body
+    for (const auto attribute :
+         { QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
+           QNetworkRequest::AuthenticationReuseAttribute })
+        sent.setAttribute(attribute, QNetworkRequest::Manual);
+    sent.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                      QNetworkRequest::ManualRedirectPolicy);
+    sent.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    QSslConfiguration tls = sent.sslConfiguration();
     tls.setPeerVerifyMode(QSslSocket::VerifyPeer);
-    request.setSslConfiguration(tls);
+    sent.setSslConfiguration(tls);
 
     QNetworkReply *reply = nullptr;
+    auto *const idle = new QTimer;
+    idle->setSingleShot(true);
+    idle->setInterval(std::chrono::milliseconds(limit));
     if (transfer.isBodyWanted) {
-        auto *const body = new SingleUseBody(transfer.task.body);
-        reply = m_manager->post(request, body);
+        auto *const body = new SingleUseBody(transfer.body, [idle] { idle->start(); });
+        reply = m_manager->post(sent, body);
         body->setParent(reply);
     } else {
-        reply = m_manager->get(request);
+        reply = m_manager->get(sent);
     }
+    idle->setParent(reply);
+    QObject::connect(idle, &QTimer::timeout, reply, &QNetworkReply::abort);
+    reply->setReadBufferSize(64 * 1024);
+    QObject::connect(reply, &QNetworkReply::readyRead, idle, [reply, idle] {
+        reply->skip(reply->bytesAvailable());
+        idle->start();
+    });
+    idle->start();
     m_transfers.emplace(reply, std::move(transfer));
     QObject::connect(reply, &QNetworkReply::sslErrors, reply,
                      [this, reply] { m_transfers[reply].isUntrusted = true; });
@@ -395,9 +428,19 @@ URLSession &URLSession::shared()
     return *session;
 }
 
-void URLSession::post(const QNetworkRequest &request, QByteArray body, CompletionHandler handler)
+void URLSession::post(const QNetworkRequest &request, std::function<QByteArray()> makeBody,
+                      CompletionHandler handler)
 {
-    Worker::Task task { request, std::move(body), std::move(handler) };
+    add({ request, std::move(makeBody), std::move(handler), std::nullopt });
+}
+
+void URLSession::fail(const URLError &error, CompletionHandler handler)
+{
+    add({ {}, {}, std::move(handler), error });
+}
+
+void URLSession::add(Task task)
+{
     {
         const std::lock_guard lock(m_mutex);
         if (m_worker && m_worker->add(task))

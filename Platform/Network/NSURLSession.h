@@ -32,17 +32,26 @@ public:
     /// Sends a POST request and returns at once; any thread. `handler` is given no error for an
     /// answer of whatever status. It may be empty; one that throws stops the process.
     ///
+    /// `makeBody` is called once, on the session's thread.
+    ///
     /// What the request does not say is decided here: it fails after 60 seconds in which no byte
-    /// moved; a redirection is followed within the same scheme, host and port only; the body is
-    /// sent at most once for each address. The server's certificate is always verified.
-    void post(const QNetworkRequest &request, QByteArray body, CompletionHandler handler);
+    /// moved; a redirection is followed within the same scheme, host and port
+    /// only; the body is sent at most once for each address; the answer's body is dropped as it
+    /// arrives; cookies are neither sent nor stored. The server's certificate is always verified.
+    void post(const QNetworkRequest &request, std::function<QByteArray()> makeBody,
+              CompletionHandler handler);
+
+    /// Sends nothing: calls `handler` with `error`, as `post` does with the outcome of a transfer.
+    void fail(const NS::URLError &error, CompletionHandler handler);
 
 private:
     class Worker;
     struct ExitGuard;
+    struct Task;
 
     URLSession() = default;
     ~URLSession() = default;
+    void add(Task task);
     void stop();
 
     std::mutex m_mutex;

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QSysInfo>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
@@ -176,6 +177,33 @@ TEST(App, without_an_identifier_the_folder_has_the_fallback_one)
     EXPECT_EQ(name, u"org.example.test"_s);
     EXPECT_EQ(name.size(), 16);
     EXPECT_TRUE(QFileInfo(folder->toLocalFile()).isDir());
+}
+
+TEST(App, a_relative_folder_for_data_is_ignored)
+{
+    const DataHome home(u"home"_s);
+    const Facts facts({ { identifier, u"<string>org.example.post</string>"_s } });
+    const QByteArray before = qgetenv("HOME");
+    const auto restore = qScopeGuard([&] { qputenv("HOME", before); });
+    qputenv("HOME", QFile::encodeName(home.path));
+    qputenv("XDG_DATA_HOME", "share");
+    EXPECT_EQ(App::applicationSupportSubdirectory(),
+              QUrl::fromLocalFile(home.path + u"/.local/share/org.example.post/"_s));
+    EXPECT_FALSE(QFileInfo::exists(u"share"_s));
+}
+
+TEST(App, an_identifier_that_leads_to_another_folder_is_one_line_and_nothing)
+{
+    for (const QString &name : { u"../elsewhere"_s, u"a/b"_s, u".."_s }) {
+        const DataHome home(u"a/share"_s);
+        const Facts facts({ { identifier, u"<string>%1</string>"_s.arg(name) } });
+        ::testing::internal::CaptureStdout();
+        EXPECT_EQ(App::applicationSupportSubdirectory(), std::nullopt);
+        EXPECT_EQ(::testing::internal::GetCapturedStdout(),
+                  "Error locating application support subdirectory: " + name.toStdString()
+                          + " cannot name a folder\n");
+        EXPECT_FALSE(QFileInfo::exists(home.path));
+    }
 }
 
 TEST(App, a_folder_that_cannot_be_created_is_one_line_and_nothing)

@@ -4,12 +4,14 @@
 #include "Network/NSURLSession.h"
 #include "Ostrevane/TicketRequest.h"
 
+#include <QFile>
 #include <QLoggingCategory>
 #include <QNetworkProxy>
 #include <QScopeGuard>
 #include <QSslConfiguration>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTimer>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -121,6 +123,9 @@ TEST_F(TicketTransfer, the_server_receives_one_post_with_each_header_once)
     EXPECT_EQ(headers.values("content-length"), QByteArrayList { QByteArray::number(body.size()) });
     EXPECT_EQ(headers.values("authorization"),
               QByteArrayList { QByteArray("Basic ") + authorization });
+    EXPECT_EQ(headers.values("accept-encoding"), QByteArrayList { "identity" });
+    EXPECT_EQ(headers.values("user-agent").value(0).split('/').size(), 2);
+    EXPECT_FALSE(headers.contains("cookie"));
     EXPECT_EQ(headers.size(), headers.uniqueKeys().size());
     EXPECT_EQ(body, QString::fromUtf8(
                             "<?xml version=\"1.0\" encoding=\"UTF-8\"?><ticket><summary>&lt;b&gt; "
@@ -129,8 +134,31 @@ TEST_F(TicketTransfer, the_server_receives_one_post_with_each_header_once)
                             .toUtf8());
 }
 
-TEST_F(TicketTransfer, goes_to_the_tracker_that_the_library_was_built_for)
+TEST_F(TicketTransfer, is_an_error_without_a_tracker)
 {
+    const Inbox inbox;
+    CodebaseTicket(u"Crash"_s, u"Twice"_s).post(inbox.callback());
+    const QList<Inbox::Call> calls = inbox.waitFor(1);
+    ASSERT_EQ(calls.size(), 1);
+    ASSERT_TRUE(calls[0].error);
+    EXPECT_EQ(calls[0].error->code, NS::URLError::badURL);
+    EXPECT_NE(calls[0].thread, QThread::currentThread());
+}
+
+TEST_F(TicketTransfer, goes_to_the_tracker_that_the_program_has_set)
+{
+    const auto reset = qScopeGuard([] { CodebaseTicket::setTracker({}, {}); });
+    {
+        const LoopbackServer server;
+        trust(server.certificate());
+        CodebaseTicket::setTracker(server.baseUrl(), u"mail"_s);
+        const Inbox inbox;
+        CodebaseTicket(u"Crash"_s, u"Twice"_s).post(inbox.callback());
+        EXPECT_EQ(inbox.waitFor(1).value(0).error, std::nullopt);
+        ASSERT_EQ(server.requests().size(), 1);
+        EXPECT_TRUE(server.requests()[0].startsWith("POST /mail/tickets HTTP/1.1"));
+    }
+    CodebaseTicket::setTracker(u"https://api.tracker.example/"_s, u"mail"_s);
     // The address must not be looked up: a proxy is told its name.
     QTcpServer proxy;
     ASSERT_TRUE(proxy.listen(QHostAddress::LocalHost));
@@ -162,7 +190,11 @@ TEST_F(TicketTransfer, a_complete_answer_is_no_error_whatever_it_says)
         { "400 Bad Request", {} },
         { "401 Unauthorized", {} },
         { "401 Unauthorized", "WWW-Authenticate: Basic realm=\"tracker\"\r\n" },
+        { "401 Unauthorized", "WWW-Authenticate: NTLM\r\n" },
+        { "401 Unauthorized", "WWW-Authenticate: NTLM\r\nWWW-Authenticate: Basic realm=\"x\"\r\n" },
+        { "401 Unauthorized", "WWW-Authenticate: Negotiate\r\nWWW-Authenticate: NTLM\r\n" },
         { "403 Forbidden", {} },
+        { "200 OK", "Content-Encoding: gzip\r\n" }, // which it is not
         { "404 Not Found", {} },
         { "407 Proxy Authentication Required", {} },
         { "422 Unprocessable Entity", {} },
@@ -222,11 +254,112 @@ TEST_F(TicketTransfer, a_server_that_falls_silent_is_an_error_in_the_end)
     QNetworkRequest head = ticket.head();
     head.setTransferTimeout(300);
     const Inbox inbox;
-    Pellarvine::detail::URLSession::shared().post(head, ticket.body(), inbox.callback());
+    Pellarvine::detail::URLSession::shared().post(
+            head, [&] { return ticket.body(); }, inbox.callback());
     const QList<Inbox::Call> calls = inbox.waitFor(1);
     ASSERT_EQ(calls.size(), 1);
     ASSERT_TRUE(calls[0].error);
     EXPECT_EQ(calls[0].error->code, NS::URLError::timedOut);
+}
+
+// A proxy that passes on 64 KiB each 20 ms, and what it is told by the server at once.
+class SlowProxy
+{
+public:
+    SlowProxy()
+    {
+        auto *const server = new QTcpServer;
+        QObject::connect(server, &QTcpServer::newConnection, server, [server] {
+            QTcpSocket *const client = server->nextPendingConnection();
+            client->setReadBufferSize(64 * 1024);
+            auto *const target = new QTcpSocket(client);
+            auto *const pace = new QTimer(client);
+            QObject::connect(client, &QTcpSocket::readyRead, client, [=] {
+                if (target->isOpen() || !client->peek(64 * 1024).contains("\r\n\r\n"))
+                    return;
+                const QList<QByteArray> line = client->readLine().split(' ');
+                while (client->readLine() != "\r\n") { }
+                target->connectToHost(QHostAddress::LocalHost,
+                                      line.value(1).split(':').value(1).toUShort());
+            });
+            QObject::connect(target, &QTcpSocket::connected, client, [=] {
+                client->write("HTTP/1.1 200 Connection established\r\n\r\n");
+                pace->start(20);
+            });
+            QObject::connect(pace, &QTimer::timeout, client,
+                             [=] { target->write(client->read(64 * 1024)); });
+            QObject::connect(target, &QTcpSocket::readyRead, client,
+                             [=] { client->write(target->readAll()); });
+        });
+        server->moveToThread(&m_thread);
+        QObject::connect(&m_thread, &QThread::finished, server, &QObject::deleteLater);
+        m_thread.start();
+        QMetaObject::invokeMethod(
+                server,
+                [this, server] {
+                    EXPECT_TRUE(server->listen(QHostAddress::LocalHost));
+                    m_port = server->serverPort();
+                },
+                Qt::BlockingQueuedConnection);
+    }
+    ~SlowProxy()
+    {
+        m_thread.quit();
+        m_thread.wait();
+    }
+
+    QNetworkProxy proxy() const { return { QNetworkProxy::HttpProxy, u"127.0.0.1"_s, m_port }; }
+
+private:
+    QThread m_thread;
+    quint16 m_port = 0;
+};
+
+TEST_F(TicketTransfer, behind_a_slow_proxy_takes_as_long_as_it_has_to)
+{
+    const LoopbackServer server;
+    trust(server.certificate());
+    const SlowProxy proxy;
+    QNetworkProxy::setApplicationProxy(proxy.proxy());
+    const CodebaseTicket ticket(u"Crash"_s, QString(6'000'000, u'x')); // about 2 s
+    const detail::TicketRequest request(ticket, server.baseUrl());
+    QNetworkRequest head = request.head();
+    head.setTransferTimeout(500);
+    const Inbox inbox;
+    detail::URLSession::shared().post(
+            head, [&] { return request.body(); }, inbox.callback());
+    EXPECT_EQ(inbox.waitFor(1).value(0).error, std::nullopt);
+    EXPECT_EQ(server.requests().size(), 1);
+}
+
+TEST_F(TicketTransfer, the_answer_is_not_kept)
+{
+    constexpr qint64 length = qint64(400) << 20;
+    const LoopbackServer server([](QSslSocket &client, const QByteArray &) {
+        client.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(length)
+                     + "\r\n\r\n");
+        const QByteArray piece(1 << 20, 'x');
+        for (qint64 sent = 0; sent < length; sent += piece.size()) {
+            client.write(piece);
+            while (client.bytesToWrite() > 0 || client.encryptedBytesToWrite() > 0) {
+                if (!client.waitForBytesWritten(30'000))
+                    return;
+            }
+        }
+    });
+    trust(server.certificate());
+    const auto residentKiB = [] {
+        QFile status(u"/proc/self/status"_s);
+        EXPECT_TRUE(status.open(QIODevice::ReadOnly));
+        for (const QByteArray &line : status.readAll().split('\n')) {
+            if (line.startsWith("VmHWM:"))
+                return line.simplified().split(' ').value(1).toLongLong();
+        }
+        return 0LL;
+    };
+    const qint64 before = residentKiB();
+    EXPECT_EQ(post(server.baseUrl()), std::nullopt);
+    EXPECT_LT(residentKiB() - before, 100 * 1024);
 }
 
 TEST_F(TicketTransfer, a_certificate_that_is_not_trusted_is_shown_no_key)

@@ -136,6 +136,7 @@ TicketsPage::TicketsPage(QWidget *parent)
             [this](const QString &text) { m_send->setEnabled(!text.trimmed().isEmpty()); });
     connect(m_tracker, &LoopbackTracker::received, this, &TicketsPage::showRequest);
     m_send->setEnabled(false);
+    CodebaseTicket::setTracker(u"https://api.tracker.example/"_s, u"gallery"_s);
     if (!m_tracker->start())
         showOutcome(::tr("The page’s tracker could not be started."), false);
 }
