@@ -9,8 +9,12 @@
 #include "View/NSView.h"
 #include "Window/NSPopover.h"
 
+#include <QEvent>
+#include <QList>
 #include <QPalette>
 #include <QWidget>
+
+#include <utility>
 
 namespace Pellarvine {
 
@@ -18,6 +22,81 @@ namespace {
 
 constexpr double textWidth = 250.0;
 constexpr double margin = 10.0;
+
+// Deletes itself once it has closed.
+class Message : public NS::Popover
+{
+public:
+    Message()
+    {
+        s_all.append(this);
+        setDeletesOnClose(true);
+        setBehavior(Behavior::transient);
+    }
+    ~Message() override { s_all.removeOne(this); }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool isOwnPaint =
+                event->type() == QEvent::Paint && watched == contentViewController()->view();
+        if (isOwnPaint && !std::exchange(m_isPainted, true))
+            replaceFormer();
+        return Popover::eventFilter(watched, event);
+    }
+
+private:
+    // Only what covers them is on the screen now, so that nothing flickers.
+    void replaceFormer()
+    {
+        for (Message *const message : std::as_const(s_all)) {
+            if (message == this)
+                return;
+            if (message->positioningView() == positioningView())
+                QMetaObject::invokeMethod(message, &Popover::close, Qt::QueuedConnection);
+        }
+    }
+
+    static inline QList<Message *> s_all; // the latest last
+
+    bool m_isPainted = false;
+};
+
+// Sets a field's markup in the ink of the bubble that the field is in, and again with each other
+// palette.
+class MarkupInk : public QObject
+{
+public:
+    MarkupInk(const QString &markup, NS::TextField *field)
+        : QObject(field)
+        , m_markup(markup)
+        , m_field(field)
+    {
+        field->installEventFilter(this);
+        apply();
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::PaletteChange)
+            apply();
+        return false;
+    }
+
+private:
+    void apply()
+    {
+        MarkupParser parser;
+        // Black cannot be read on a dark bubble.
+        const QPalette palette = m_field->palette();
+        if (detail::isDark(palette))
+            parser.setColor(NS::Color(palette.color(QPalette::WindowText)));
+        m_field->setAttributedStringValue(parser.parse(m_markup));
+    }
+
+    QString m_markup;
+    NS::TextField *m_field;
+};
 
 } // namespace
 
@@ -28,12 +107,7 @@ void PopoverMessage::showMessage(const QString &message, QWidget *view)
 
 void PopoverMessage::showMarkupMessage(const QString &message, QWidget *view)
 {
-    MarkupParser parser;
-    // Black cannot be read on a dark bubble.
-    const QPalette palette = view->palette();
-    if (detail::isDark(palette))
-        parser.setColor(NS::Color(palette.color(QPalette::WindowText)));
-    showAttributedMessage(parser.parse(message), view);
+    showPopover(view, [&](NS::TextField *field) { new MarkupInk(message, field); });
 }
 
 void PopoverMessage::showAttributedMessage(const NS::AttributedString &message, QWidget *view)
@@ -69,12 +143,9 @@ void PopoverMessage::showPopover(QWidget *view,
 
     auto *const controller = new ViewController;
     controller->setView(container);
-    // It deletes itself once it has closed.
-    auto *const popover = new Popover;
-    popover->setDeletesOnClose(true);
-    popover->setContentViewController(controller);
-    popover->setBehavior(Popover::Behavior::transient);
-    popover->showRelativeToRect({}, view, RectEdge::maxY);
+    auto *const message = new Message;
+    message->setContentViewController(controller);
+    message->showRelativeToRect({}, view, RectEdge::maxY);
 }
 
 } // namespace Pellarvine

@@ -18,9 +18,10 @@ namespace Pellarvine {
 ///     PopoverMessage::showMessage(tr("There is a folder of that name."), nameField);
 ///     PopoverMessage::showMarkupMessage(tr("**Saved** to the desktop"), exportButton);
 ///
-/// The text wraps at 250 units. The message stays until the user clicks or types anywhere else,
-/// which does there what it always does, or presses Esc; a screen reader reads it out. Nothing is
-/// shown at a view that is not visible. The view may not be null. Main thread only.
+/// The text wraps at 250 device-independent pixels. The message stays until the user clicks or types
+/// anywhere else, which does there what it always does, or presses Esc; a screen reader reads it
+/// out. Each call shows its message; one that is still open at the same view closes behind it.
+/// Nothing is shown at a view that is not visible. The view may not be null. Main thread only.
 class PELLARVINE_EXPORT PopoverMessage
 {
 public:
@@ -28,8 +29,8 @@ public:
 
     /// The text as it is, in the default font and colour.
     static void showMessage(const QString &message, QWidget *view);
-    /// In the parser's default fonts, and black where the markup names no colour; in the palette's
-    /// colour on a dark bubble.
+    /// In the parser's default fonts, and black where the markup names no colour; on a dark bubble
+    /// in the bubble's colour for text. Follows the palette while it is open.
     static void showMarkupMessage(const QString &message, QWidget *view);
     /// In the default font and colour where no attribute says otherwise.
     static void showAttributedMessage(const NS::AttributedString &message, QWidget *view);

@@ -201,8 +201,7 @@ void Popover::showRelativeToRect(const QRectF &rect, QWidget *view, RectEdge pre
     const QPointer<QWidget> kept(view);
     const bool isRefused =
             !d->controller || !view->isVisible() || d->isClosing
-            || (!d->isShown
-                && detail::PopoverInput::hasJustClosed(d->opener ? d->opener.data() : view));
+            || (!d->isShown && d->opener && detail::PopoverInput::hasJustClosed(d->opener));
     if (isRefused) {
         if (d->deletesOnClose && !d->isShown)
             deleteLater();

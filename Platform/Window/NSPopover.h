@@ -26,6 +26,7 @@ enum class RectEdge {
 ///     auto *const popover = new NS::Popover(this);
 ///     popover->setContentViewController(new FilterViewController);
 ///     popover->setBehavior(NS::Popover::Behavior::transient);
+///     popover->setOpener(button); // closes it with the next click
 ///     connect(button, &QPushButton::clicked, this, [=] {
 ///         popover->showRelativeToRect({}, button, NS::RectEdge::minY);
 ///     });
@@ -34,10 +35,6 @@ enum class RectEdge {
 /// hidden, scrolled out of sight or destroyed. If something in it can have the focus, that goes in,
 /// to the first, and back afterwards; Esc closes it. Otherwise the focus stays where it is, and a
 /// screen reader reads it out. Main thread only.
-///
-/// The press that closes a popover may be on what opens it, as on the button above: while that
-/// click lasts, showing a popover with the same opener does nothing, so that the button opens and
-/// closes.
 class PELLARVINE_EXPORT Popover : public QObject
 {
     Q_OBJECT
@@ -86,7 +83,9 @@ public:
     QRectF positioningRect() const;
     void setPositioningRect(const QRectF &rect);
 
-    /// The widget whose click opens it. The view it is shown at unless set, or null.
+    /// The widget whose click opens it and closes it again: while the click or the key on it lasts
+    /// that closed a popover of the same opener, showing does nothing. Default: null, so that every
+    /// call shows it.
     QWidget *opener() const;
     void setOpener(QWidget *opener);
 

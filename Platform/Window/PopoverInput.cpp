@@ -137,11 +137,6 @@ bool PopoverInput::closesFor(const QWidget *widget) const
            && widget->window() == view->window();
 }
 
-QWidget *PopoverInput::opener() const
-{
-    return m_popover->opener() ? m_popover->opener() : m_popover->positioningView();
-}
-
 void PopoverInput::press(QObject *watched, QPointerEvent *event)
 {
     if (!watched->isWidgetType()) {
@@ -155,14 +150,14 @@ void PopoverInput::press(QObject *watched, QPointerEvent *event)
     if (!isElsewhere(widget) || !closesFor(widget))
         return;
     QWidget *const view = m_popover->positioningView();
-    QWidget *const responsible = opener();
-    if (responsible && (responsible == widget || responsible->isAncestorOf(widget))) {
+    QWidget *const opener = m_popover->opener();
+    if (opener && (opener == widget || opener->isAncestorOf(widget))) {
         const QPointF position = event->points().constFirst().position();
-        const bool isInPlace = responsible != view
+        const bool isInPlace = opener != view
                                || popoverArea(m_popover->positioningRect(), view->size())
                                           .contains(widget->mapTo(view, position.toPoint()));
         if (isInPlace)
-            ClosingClick::instance().add(responsible);
+            ClosingClick::instance().add(opener);
     }
     m_popover->performClose();
 }
@@ -184,7 +179,7 @@ bool PopoverInput::key(QObject *watched, QKeyEvent *event)
     }
     if (event->type() == QEvent::KeyPress
         && m_popover->behavior() == NS::Popover::Behavior::transient && !isModifier(event->key())) {
-        if (widget == opener() && qobject_cast<QAbstractButton *>(widget))
+        if (widget == m_popover->opener() && qobject_cast<QAbstractButton *>(widget))
             ClosingClick::instance().add(widget);
         m_popover->performClose();
     }

@@ -40,7 +40,6 @@ private:
     bool contains(const QWidget *widget) const;
     bool isElsewhere(const QWidget *widget) const;
     bool closesFor(const QWidget *widget) const;
-    QWidget *opener() const;
     void press(QObject *watched, QPointerEvent *event);
     bool key(QObject *watched, QKeyEvent *event);
 

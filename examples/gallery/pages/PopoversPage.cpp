@@ -83,6 +83,7 @@ protected:
         form->addWidget(kindLabel, 1, 0);
         form->addWidget(kind, 1, 1);
         m_more = new QPushButton(tr("&Labels…"));
+        m_labels.setOpener(m_more);
         connect(m_more, &QPushButton::clicked, this, &FilterController::showLabels);
         form->addWidget(m_more, 2, 0, 1, 2);
         setView(panel);
@@ -195,6 +196,7 @@ QFrame *PopoversPage::makeFolder()
     m_filterController = new FilterController;
     m_filter = new Popover(this);
     m_filter->setContentViewController(m_filterController);
+    m_filter->setOpener(m_filterButton);
     m_popovers.append(m_filter);
     connect(m_filterButton, &QToolButton::clicked, this,
             [this] { m_filter->showRelativeToRect({}, m_filterButton, RectEdge::minY); });
@@ -222,6 +224,7 @@ QFrame *PopoversPage::makeEdges()
         auto *const button = new QPushButton(sample.name);
         auto *const popover = new Popover(this);
         popover->setContentViewController(new SampleController(sample.text));
+        popover->setOpener(button);
         connect(button, &QPushButton::clicked, popover, [popover, button, edge = sample.edge] {
             popover->showRelativeToRect({}, button, edge);
         });

@@ -378,6 +378,12 @@ TEST(Popover, the_click_that_closes_it_on_its_opener_does_not_open_it_again)
     Scene scene;
     QObject::connect(&scene.button, &QPushButton::clicked, &scene.popover,
                      [&] { scene.popover.showRelativeToRect({}, &scene.button, RectEdge::maxY); });
+    for (int i = 0; i < 3; ++i) { // nothing is its opener
+        scene.click(&scene.button);
+        EXPECT_TRUE(scene.popover.isShown());
+    }
+    scene.popover.close();
+    scene.popover.setOpener(&scene.button);
     for (const bool isOpen : { true, false, true, false }) {
         scene.click(&scene.button);
         EXPECT_EQ(scene.popover.isShown(), isOpen);
