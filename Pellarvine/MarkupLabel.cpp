@@ -3,20 +3,42 @@
 
 #include "Drawing/NSColor.h"
 #include "Shared/MarkupParser.h"
-#include "Text/NSMutableAttributedString.h"
 #include "View/NSView.h"
 
 #include <QEvent>
 
-#include <utility>
-
 namespace Pellarvine {
+
+struct MarkupLabel::Private
+{
+    NS::AttributedString styled(const QColor &color) const;
+
+    // As of the last write.
+    QString markup;
+    QFont font;
+    Qt::Alignment alignment;
+    bool hasPaletteColor = false;
+    NS::AttributedString text; // what the label shows unless another text was set
+};
+
+NS::AttributedString MarkupLabel::Private::styled(const QColor &color) const
+{
+    MarkupParser parser(font);
+    NS::ParagraphStyle style = parser.paragraphStyle();
+    style.alignment = alignment & (Qt::AlignHorizontal_Mask | Qt::AlignAbsolute);
+    parser.setParagraphStyle(style);
+    parser.setColor(NS::Color(color));
+    return parser.parse(markup);
+}
 
 MarkupLabel::MarkupLabel(QWidget *parent)
     : HeightForWidthTextField(parent)
+    , d(std::make_unique<Private>())
 {
     connect(this, &TextField::stringValueChanged, this, &MarkupLabel::markupStringValueChanged);
 }
+
+MarkupLabel::~MarkupLabel() = default;
 
 QString MarkupLabel::markupStringValue() const
 {
@@ -25,13 +47,12 @@ QString MarkupLabel::markupStringValue() const
 
 void MarkupLabel::setMarkupStringValue(const QString &markup)
 {
-    MarkupParser parser(font());
-    NS::ParagraphStyle style = parser.paragraphStyle();
-    style.alignment = alignment() & (Qt::AlignHorizontal_Mask | Qt::AlignAbsolute);
-    parser.setParagraphStyle(style);
-    m_paletteColor = textColor().isValid() ? QColor() : palette().color(QPalette::WindowText);
-    parser.setColor(NS::Color(m_paletteColor.isValid() ? m_paletteColor : textColor()));
-    setAttributedStringValue(parser.parse(markup));
+    d->markup = markup;
+    d->font = font();
+    d->alignment = alignment();
+    d->hasPaletteColor = !textColor().isValid();
+    d->text = d->styled(d->hasPaletteColor ? palette().color(QPalette::WindowText) : textColor());
+    setAttributedStringValue(d->text);
     NS::setNeedsLayout(this);
 }
 
@@ -40,27 +61,16 @@ void MarkupLabel::awakeFromNib()
     setMarkupStringValue(stringValue());
 }
 
-// The markup is gone by now, but what it left in the palette's former colour can be told.
 void MarkupLabel::changeEvent(QEvent *event)
 {
     HeightForWidthTextField::changeEvent(event);
     const bool mayDiffer =
             event->type() == QEvent::PaletteChange || event->type() == QEvent::EnabledChange;
-    const QColor now = palette().color(QPalette::WindowText);
-    if (!mayDiffer || !m_paletteColor.isValid() || now == m_paletteColor)
+    const bool isOwn = d->hasPaletteColor && !textColor().isValid();
+    if (!mayDiffer || !isOwn || attributedStringValue() != d->text)
         return;
-    const NS::Color former(std::exchange(m_paletteColor, now));
-    const NS::AttributedString before = attributedStringValue();
-    NS::MutableAttributedString text(before);
-    for (const auto &run : before.runs()) {
-        const QVariant color = run.attributes.value(NS::ForegroundColorAttributeName);
-        if (color.value<NS::Color>() == former) {
-            text.addAttributes(
-                    { { NS::ForegroundColorAttributeName, QVariant::fromValue(NS::Color(now)) } },
-                    run.location, run.length);
-        }
-    }
-    setAttributedStringValue(text);
+    d->text = d->styled(palette().color(QPalette::WindowText));
+    setAttributedStringValue(d->text);
 }
 
 } // namespace Pellarvine

@@ -3,6 +3,8 @@
 
 #include <pellarvine/Pellarvine/HeightForWidthTextField.h>
 
+#include <memory>
+
 namespace Pellarvine {
 
 /// A label that shows text with markup, in its own font, alignment and colour:
@@ -21,13 +23,14 @@ class PELLARVINE_EXPORT MarkupLabel : public HeightForWidthTextField
 
 public:
     explicit MarkupLabel(QWidget *parent = nullptr);
+    ~MarkupLabel() override;
 
     /// The text as displayed, without markup: the markup itself is not kept. So what is bound to it
     /// both ways loses its markup; connect the model's signal to the setter instead.
     QString markupStringValue() const;
     /// Styles the text by the font, the alignment and the colour that the label has at this moment,
-    /// every time that it is called. A label without `textColor` uses the palette's, and changes
-    /// that with the palette.
+    /// every time that it is called. Without a `textColor`, text for which the markup names no
+    /// colour has the palette's, and follows the palette until `textColor` or another text is set.
     void setMarkupStringValue(const QString &markup);
 
     /// Styles `stringValue`, once, as loaded from an interface file.
@@ -40,7 +43,8 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    QColor m_paletteColor; // what text has from the palette; invalid if it has none from there
+    struct Private;
+    std::unique_ptr<Private> d;
 };
 
 } // namespace Pellarvine

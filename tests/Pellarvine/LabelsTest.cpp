@@ -20,6 +20,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using Pellarvine::HeightForWidthTextField;
 using Pellarvine::MarkupLabel;
@@ -62,6 +64,16 @@ void settle()
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+// What those say.
+QStringList shownTexts()
+{
+    QStringList texts;
+    const QList<NS::TextField *> fields = messages();
+    for (const NS::TextField *const field : fields)
+        texts.append(field->stringValue());
+    return texts;
+}
+
 class Form
 {
 public:
@@ -73,6 +85,14 @@ public:
         window.show();
         window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+
+    // As the window system does it.
+    void click(QWidget *widget)
+    {
+        QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {},
+                          widget->mapTo(&window, widget->rect().center()));
+        settle();
     }
 
     QWidget window;
@@ -170,15 +190,36 @@ TEST(MarkupLabel, awakes_with_the_markup_that_was_typed_in_its_file)
     EXPECT_STREQ(meta->userProperty().name(), "stringValue");
 }
 
-TEST(MarkupLabel, without_a_colour_of_its_own_it_goes_with_the_palette)
+TEST(MarkupLabel, recolours_with_the_palette_only_what_has_its_colour_from_there)
 {
+    const auto paletteOf = [](QRgb color) {
+        QPalette palette;
+        palette.setColor(QPalette::WindowText, QColor(color));
+        return palette;
+    };
+    const QColor light(0xfff0f0f0);
     MarkupLabel label;
-    label.setMarkupStringValue(u"Text in {#c0392b|red}"_s);
-    QPalette dark;
-    dark.setColor(QPalette::WindowText, QColor(240, 240, 240));
-    label.setPalette(dark);
-    EXPECT_EQ(colorAt(label, 0), QColor(240, 240, 240));
-    EXPECT_EQ(colorAt(label, 9), QColor(0xc0, 0x39, 0x2b));
+    label.setPalette(paletteOf(0xff000000));
+    label.setMarkupStringValue(u"Text in {#000|ink}, **bold** and {#c0392b|red}"_s);
+    label.setPalette(paletteOf(light.rgb()));
+    EXPECT_EQ(colorAt(label, 0), light);
+    EXPECT_EQ(colorAt(label, 8), QColor(Qt::black)); // ink
+    EXPECT_EQ(colorAt(label, 13), light); // bold
+    EXPECT_EQ(colorAt(label, 22), QColor(0xc0, 0x39, 0x2b));
+
+    // Text of the program's own.
+    const NS::AttributedString own(u"own"_s, { { NS::ForegroundColorAttributeName,
+                                                 QVariant::fromValue(NS::Color(light)) } });
+    label.setAttributedStringValue(own);
+    label.setPalette(paletteOf(0xff000000));
+    EXPECT_EQ(label.attributedStringValue(), own);
+
+    // The text colour counts for the next text, and the palette for none any more.
+    label.setMarkupStringValue(u"Text"_s);
+    EXPECT_EQ(colorAt(label, 0), QColor(Qt::black));
+    label.setTextColor(Qt::red);
+    label.setPalette(paletteOf(light.rgb()));
+    EXPECT_EQ(colorAt(label, 0), QColor(Qt::black));
 }
 
 TEST(PopoverMessage, wraps_at_250_units_and_keeps_10_free_around)
@@ -229,6 +270,98 @@ TEST(PopoverMessage, shows_markup_in_the_default_fonts_and_attributed_text_as_it
     settle();
     EXPECT_EQ(messages().size(), 0);
     EXPECT_EQ(clicks.size(), 1);
+}
+
+TEST(PopoverMessage, markup_has_the_ink_of_the_bubble_and_not_of_the_view)
+{
+    Form form;
+    form.save.setStyleSheet(u"background: blue; color: white"_s);
+    PopoverMessage::showMarkupMessage(u"**Saved** in {#c0392b|red}"_s, &form.save);
+    settle();
+    const NS::TextField *const field = messages().constFirst();
+    const auto colorAt = [field](qsizetype place) {
+        return field->attributedStringValue()
+                .attribute(NS::ForegroundColorAttributeName, place)
+                .value<QColor>();
+    };
+    const auto darkest = [field] {
+        const QRect place(field->mapTo(field->window(), QPoint()), field->size());
+        const QImage picture = field->window()->grab(place).toImage();
+        int least = 255;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                least = std::min(least, qGray(picture.pixel(x, y)));
+        }
+        return least;
+    };
+    EXPECT_EQ(colorAt(0), QColor(Qt::black));
+    EXPECT_LT(darkest(), 60);
+
+    // It follows the palette while it is open.
+    QPalette dark;
+    dark.setColor(QPalette::Window, QColor(40, 40, 40));
+    dark.setColor(QPalette::WindowText, QColor(240, 240, 240));
+    form.window.setPalette(dark);
+    EXPECT_EQ(colorAt(0), QColor(240, 240, 240));
+    EXPECT_EQ(colorAt(9), QColor(0xc0, 0x39, 0x2b));
+    form.window.setPalette(QPalette());
+    EXPECT_EQ(colorAt(0), QColor(Qt::black));
+}
+
+TEST(PopoverMessage, every_click_and_every_key_that_reports_shows_its_message)
+{
+    Form form;
+    int count = 0;
+    QObject::connect(&form.save, &QPushButton::clicked, &form.window, [&] {
+        PopoverMessage::showMessage(u"Message %1"_s.arg(++count), &form.save);
+    });
+    for (const QString &text : { u"Message 1"_s, u"Message 2"_s, u"Message 3"_s }) {
+        form.click(&form.save);
+        EXPECT_EQ(shownTexts(), QStringList { text });
+    }
+    form.save.setFocus();
+    for (const QString &text : { u"Message 4"_s, u"Message 5"_s }) {
+        QTest::keyClick(&form.save, Qt::Key_Space);
+        settle();
+        EXPECT_EQ(shownTexts(), QStringList { text });
+    }
+}
+
+TEST(PopoverMessage, buttons_that_report_at_the_box_around_them_are_all_heard)
+{
+    Form form;
+    form.window.hide();
+    QWidget box(&form.window);
+    box.setGeometry(10, 40, 280, 150);
+    QPushButton copy(u"Copy"_s, &box);
+    copy.setGeometry(10, 10, 80, 30);
+    QPushButton remove(u"Delete"_s, &box);
+    remove.setGeometry(10, 60, 80, 30);
+    form.window.show();
+    for (QPushButton *const button : { &copy, &remove }) {
+        QObject::connect(button, &QPushButton::clicked, &box, [&box, button] {
+            PopoverMessage::showMessage(button->text() + u" failed"_s, &box);
+        });
+    }
+    form.click(&copy);
+    EXPECT_EQ(shownTexts(), QStringList { u"Copy failed"_s });
+    form.click(&remove);
+    EXPECT_EQ(shownTexts(), QStringList { u"Delete failed"_s });
+}
+
+TEST(PopoverMessage, takes_the_place_of_the_one_at_the_same_view_once_it_is_painted)
+{
+    Form form;
+    PopoverMessage::showMessage(u"Looking…"_s, &form.name);
+    settle();
+    const QPointer<NS::TextField> first = messages().constFirst();
+    const QPoint place = first->mapToGlobal(QPoint());
+    PopoverMessage::showMessage(u"Found"_s, &form.name);
+    EXPECT_EQ(messages().size(), 2); // there is no moment without one
+    settle();
+    EXPECT_FALSE(first);
+    ASSERT_EQ(shownTexts(), QStringList { u"Found"_s });
+    EXPECT_EQ(messages().constFirst()->mapToGlobal(QPoint()), place);
 }
 
 TEST(PopoverMessage, is_read_out_and_leaves_nothing_behind)
