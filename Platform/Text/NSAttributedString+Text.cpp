@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QHash>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QUrl>
@@ -61,14 +62,31 @@ QString cssColor(const QColor &color)
             .arg(color.alphaF(), 0, 'f', 3);
 }
 
+// The names of generic families as CSS has them, and as fontconfig and Qt call them. In quotes they
+// would be names of fonts.
+QString cssFamily(const QString &family)
+{
+    static const QHash<QString, QString> generic {
+        { u"serif"_s, u"serif"_s },           { u"sans"_s, u"sans-serif"_s },
+        { u"sans serif"_s, u"sans-serif"_s }, { u"sans-serif"_s, u"sans-serif"_s },
+        { u"mono"_s, u"monospace"_s },        { u"monospace"_s, u"monospace"_s },
+        { u"cursive"_s, u"cursive"_s },       { u"fantasy"_s, u"fantasy"_s },
+        { u"system-ui"_s, u"system-ui"_s },
+    };
+    const auto found = generic.constFind(family.toLower());
+    if (found != generic.constEnd())
+        return *found;
+    QString name = family;
+    name.remove(u'\\').remove(u'\'').remove(u'"');
+    return u'\'' + name + u'\'';
+}
+
 QString cssFont(const QFont &font)
 {
-    QString family = font.family();
-    family.remove(u'\\').remove(u'\'').remove(u'"');
     const bool isInPoints = font.pointSizeF() > 0.0;
     const double size = isInPoints ? font.pointSizeF() : font.pixelSize();
-    QString css = u"font-family:'%1';font-size:%2%3;font-weight:%4"_s.arg(
-            family, QString::number(size), isInPoints ? u"pt"_s : u"px"_s,
+    QString css = u"font-family:%1;font-size:%2%3;font-weight:%4"_s.arg(
+            cssFamily(font.family()), QString::number(size), isInPoints ? u"pt"_s : u"px"_s,
             QString::number(font.weight()));
     if (font.style() != QFont::StyleNormal)
         css += u";font-style:italic"_s;

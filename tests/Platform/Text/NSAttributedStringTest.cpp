@@ -298,6 +298,22 @@ TEST(AttributedStringText, html_carries_styles_and_escapes_what_is_not_markup)
               u"a&lt;b &amp; &quot;c&quot;<span style=\"font-family:'ONeill Sans';font-size:12pt;"
               "font-weight:700;color:rgba(255,0,0,0.502);text-decoration:underline line-through;"
               "letter-spacing:2px\">x</span>"_s);
+    // The name of a generic family is a keyword, which quotes would turn into that of a font.
+    const struct
+    {
+        QString family, css;
+    } families[] = {
+        { u"monospace"_s, u"monospace"_s },
+        { u"Sans-Serif"_s, u"sans-serif"_s },
+        { u"Sans Serif"_s, u"sans-serif"_s },
+        { u"Monospace 821"_s, u"'Monospace 821'"_s },
+    };
+    for (const auto &[family, css] : families) {
+        const QString styled =
+                html(AttributedString(u"x"_s, { { FontAttributeName, QFont(family, 12) } }));
+        EXPECT_TRUE(styled.startsWith(u"<span style=\"font-family:"_s + css + u';'))
+                << styled.toStdString();
+    }
     const QString broken = QString(QChar(0)) + QChar(0xD83D) + u"🎈"_s + QChar(0xDC00);
     EXPECT_EQ(html(AttributedString(broken)), u"\uFFFD\uFFFD🎈\uFFFD"_s);
     QTextDocument document;
