@@ -20,6 +20,20 @@ bool isBold(const FontFace &face)
     return face.weight > QFont::Medium;
 }
 
+QFont inWeight(QFont font, int weight)
+{
+    font.setStyleName(QString()); // it would win
+    font.setWeight(QFont::Weight(weight));
+    return font;
+}
+
+QFont upright(QFont font)
+{
+    font.setStyleName(QString());
+    font.setStyle(QFont::StyleNormal);
+    return font;
+}
+
 // The font in the face of its family, of those as wide as the shown one, that is `wanted` and
 // nearest to `weight`.
 template <typename Predicate>
@@ -55,14 +69,18 @@ QFont FontManager::convertToHaveTrait(const QFont &font, FontTraitMask trait)
         return nearest(font, *shown, QFont::Bold,
                        [&](const FontFace &face) { return isAsSlanted(face) && isBold(face); });
     case FontTraitMask::unbold:
+        // Qt thickens the face of a family without a bold one.
         if (!isBold(*shown))
-            return font;
+            return font.weight() > QFont::Medium ? inWeight(font, shown->weight) : font;
         return nearest(font, *shown, QFont::Normal,
                        [&](const FontFace &face) { return isAsSlanted(face) && !isBold(face); });
     case FontTraitMask::italic:
         return shown->isSlanted() ? font : turned();
     case FontTraitMask::unitalic:
-        return shown->isSlanted() ? turned() : font;
+        if (shown->isSlanted())
+            return turned();
+        // Qt slants the face of a family without a slanted one.
+        return font.style() != QFont::StyleNormal ? upright(font) : font;
     }
     return font;
 }

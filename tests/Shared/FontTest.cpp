@@ -118,6 +118,21 @@ TEST(Font, a_font_without_such_a_member_comes_back_unchanged)
         EXPECT_EQ(variant(lone), lone);
 }
 
+TEST(Font, a_style_that_the_family_lacks_and_qt_draws_is_taken_back)
+{
+    const QFont lone = fontNamed("DejaVuMathTeXGyre-Regular");
+    QFont bold = lone;
+    bold.setBold(true);
+    EXPECT_EQ(nonBoldVariant(bold), lone);
+    QFont slanted = lone;
+    slanted.setItalic(true);
+    EXPECT_EQ(nonItalicVariant(slanted), lone);
+    // One at a time.
+    slanted.setBold(true);
+    EXPECT_EQ(nonItalicVariant(slanted), bold);
+    EXPECT_EQ(nonItalicVariant(nonBoldVariant(slanted)), lone);
+}
+
 TEST(Font, everything_else_about_the_font_is_kept)
 {
     QFont font(QStringList { u"Inter"_s, u"DejaVu Sans"_s });
