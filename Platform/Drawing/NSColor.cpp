@@ -84,6 +84,8 @@ HSBA Color::hsba() const noexcept
     color.hue /= 6;
     if (color.hue < 0)
         color.hue += 1;
+    if (color.hue >= 1) // rounded up to it
+        color.hue = 0;
     return color;
 }
 

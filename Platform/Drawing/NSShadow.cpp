@@ -118,11 +118,15 @@ void Shadow::draw(QPainter &painter, const QPainterPath &path) const
         region &= painter.clipBoundingRect().translated(-offset).adjusted(-reach, -reach, reach,
                                                                           reach);
     }
+    const double screen = painter.device()->devicePixelRatioF();
     if (radius == 0) {
         painter.fillPath(shape.translated(offset), color);
     } else if (!region.isEmpty() && std::isfinite(region.width() * region.height())) {
-        const double scale =
-                pixelsPerPoint(region, radius / 2, painter.device()->devicePixelRatioF());
+        // The picture must begin where a pixel does.
+        const QPointF origin = (region.topLeft() + offset) * screen;
+        region.setTopLeft(QPointF(std::floor(origin.x()), std::floor(origin.y())) / screen
+                          - offset);
+        const double scale = pixelsPerPoint(region, radius / 2, screen);
         const QImage shadow = blurred(shape, region, scale, radius / 2, color);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(QRectF(region.topLeft() + offset, QSizeF(shadow.size()) / scale), shadow);

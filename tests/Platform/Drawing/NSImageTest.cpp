@@ -190,6 +190,18 @@ TEST(NSShadow, falls_off_like_a_gaussian)
     }
 }
 
+TEST(NSShadow, lies_in_the_middle_whatever_its_radius)
+{
+    for (const double radius : { 4.0, 5.0, 7.0, 7.3 }) {
+        for (const int scale : { 1, 2 }) {
+            const QImage image =
+                    shadowOf({ 60, 70, 80, 60 }, Shadow(Color::black(), { 0, 0 }, radius), scale);
+            // QImage::mirrored turns both ways.
+            EXPECT_EQ(image, image.mirrored(true, true)) << radius << " at " << scale;
+        }
+    }
+}
+
 TEST(NSShadow, an_offset_points_to_the_right_and_upwards)
 {
     const QRectF rect(50, 50, 40, 40);
