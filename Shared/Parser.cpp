@@ -4,6 +4,7 @@
 #include "Base/Failure.h"
 #include "Shared/DelimiterPattern.h"
 #include "Shared/GraphemeClusters.h"
+#include "Shared/InlineParsers.h"
 #include "Shared/RegularExpression.h"
 #include "Text/NSAttributedStringRewriter.h"
 
@@ -13,19 +14,22 @@ using detail::PatternMatch;
 
 namespace {
 
-/// Asks a rule for the attributes of one match after another, but not twice in a row for the same
-/// captures. Keeps the memory of the captured texts from match to match.
+/// Asks a rule for the attributes of one match after another, but none of the nine twice in a row
+/// for the same captures: those depend on the captures alone. Keeps the memory of the captured texts
+/// from match to match.
 class AttributeProvider
 {
 public:
     AttributeProvider(const Parser &rule, const MarkupParser &parser)
         : m_rule(rule)
         , m_parser(parser)
+        , m_isOfTheNine(dynamic_cast<const detail::TwoSidedParser *>(&rule)
+                        || dynamic_cast<const detail::BraceParser *>(&rule))
     { }
 
     const NS::Attributes &attributes(QStringView source, const PatternMatch &match)
     {
-        bool isNew = m_captures.isEmpty();
+        bool isNew = !m_isOfTheNine || m_captures.isEmpty();
         m_captures.resize(qsizetype(match.size()) - 1);
         for (qsizetype i = 0; i < m_captures.size(); ++i) {
             const auto [location, length] = match[i + 1];
@@ -44,6 +48,7 @@ public:
 private:
     const Parser &m_rule;
     const MarkupParser &m_parser;
+    const bool m_isOfTheNine;
     QStringList m_captures;
     NS::Attributes m_attributes;
 };

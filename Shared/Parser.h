@@ -38,8 +38,8 @@ public:
     virtual int principalCaptureGroup() const = 0;
 
     /// What to add to the attributes of the text that stays. `captures` are the texts of the
-    /// capture groups, empty for one that took no part. Depends on the arguments alone: it is not
-    /// called again for a match with the same captures as the one before.
+    /// capture groups, empty for one that took no part. Called for every match, in the order of the
+    /// text.
     virtual NS::Attributes provideAttributes(const QStringList &captures,
                                              const MarkupParser &parser) const = 0;
 

@@ -391,6 +391,28 @@ TEST(Parser, runs_a_pattern_of_the_hosts_own_through_icu)
     EXPECT_EQ(hostParsed(u"(b)"_s, 0, u"🎈ab"_s), u"🎈ab"_s);
 }
 
+TEST(Parser, is_asked_for_every_match)
+{
+    class Counting : public Parser
+    {
+    public:
+        QString regex() const override { return u"(<)(.+?)(>)"_s; }
+        int principalCaptureGroup() const override { return 1; }
+        NS::Attributes provideAttributes(const QStringList &, const MarkupParser &) const override
+        {
+            return { { u"number"_s, ++m_count } };
+        }
+
+    private:
+        mutable int m_count = 0;
+    };
+    MarkupParser host = parser();
+    host.setParsers({ std::make_shared<Counting>() });
+    const auto text = host.parse(u"<a><a><a>"_s);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(text.attribute(u"number"_s, i), i + 1);
+}
+
 TEST(Parser, leaves_a_match_as_typed_whose_principal_group_is_not_in_it)
 {
     EXPECT_EQ(hostParsed(u"(a)|b"_s, 0, u"ab"_s), u"[a:a]b"_s);
