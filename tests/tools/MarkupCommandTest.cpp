@@ -64,7 +64,7 @@ TEST(MarkupCommand, prints_the_text_and_its_runs)
 
 TEST(MarkupCommand, takes_each_line_by_itself)
 {
-    // Only a line feed ends a line, and the last line may lack it.
+    // A line feed ends a line, with or without a carriage return, and the last line may lack it.
     const Outcome result = runMarkup("**a\n\nb** //c//\r\v\u2028d\n`e`", { u"--lines"_s });
     ASSERT_EQ(result.status, 0) << result.errors.toStdString();
     const QList<QByteArray> lines = result.output.split('\n');
@@ -75,6 +75,9 @@ TEST(MarkupCommand, takes_each_line_by_itself)
     EXPECT_EQ(object(lines.at(3))[u"string"_s], u"e"_s);
     EXPECT_EQ(lines.at(4), "");
     EXPECT_EQ(runMarkup("", { u"--lines"_s }).output, "");
+    EXPECT_EQ(runMarkup("**a**\r\n\r\nb\r\nc\r", { u"--lines"_s, u"--html"_s }).output,
+              runMarkup("**a**\n\nb\nc\r", { u"--lines"_s, u"--html"_s }).output);
+    EXPECT_EQ(object(runMarkup("a\r\n", { u"--lines"_s }).output)[u"string"_s], u"a"_s);
     EXPECT_EQ(runMarkup("").output, lines.at(1) + '\n');
 }
 
@@ -90,6 +93,12 @@ TEST(MarkupCommand, shows_the_styles_in_a_terminal)
     EXPECT_EQ(escapes(runMarkup("a **b** __~~c~~__ {#f00|{bg#010203|d}} //e//", { u"--ansi"_s })
                               .output),
               "a ^[1mb^[0m ^[4;9mc^[0m ^[38;2;255;0;0;48;2;1;2;3md^[0m ^[3me^[0m\n");
+    // Terminals know no opacity: a colour is mixed with what lies behind it, or with black.
+    EXPECT_EQ(escapes(runMarkup("{#ff000080|a}{#ff000080|{bg#fff|b}}{bg#ffffff80|c}{bg#fff0|d}",
+                                { u"--ansi"_s })
+                              .output),
+              "^[38;2;128;0;0ma^[0m^[38;2;255;127;127;48;2;255;255;255mb^[0m"
+              "^[48;2;128;128;128mc^[0md\n");
     // What would clear the screen does not reach it.
     EXPECT_EQ(runMarkup("\x1b[2J\r\n", { u"--ansi"_s }).output, "\uFFFD[2J\n");
 }

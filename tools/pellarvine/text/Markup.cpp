@@ -19,6 +19,8 @@
 
 using namespace Qt::StringLiterals;
 
+using namespace Pellarvine;
+
 namespace {
 
 using Run = NS::AttributedString::Run;
@@ -59,9 +61,9 @@ QJsonObject attributesObject(const NS::Attributes &attributes)
         if (key == NS::FontAttributeName)
             object[u"font"_s] = fontObject(value.value<QFont>());
         else if (key == NS::ForegroundColorAttributeName)
-            object[u"foregroundColor"_s] = Pellarvine::hexStringWithAlpha(value.value<NS::Color>());
+            object[u"foregroundColor"_s] = hexStringWithAlpha(value.value<NS::Color>());
         else if (key == NS::BackgroundColorAttributeName)
-            object[u"backgroundColor"_s] = Pellarvine::hexStringWithAlpha(value.value<NS::Color>());
+            object[u"backgroundColor"_s] = hexStringWithAlpha(value.value<NS::Color>());
         else if (key == NS::UnderlineStyleAttributeName)
             object[u"underlineStyle"_s] = value.toInt();
         else if (key == NS::StrikethroughStyleAttributeName)
@@ -116,22 +118,34 @@ QByteArray printable(QStringView text)
     return result.toUtf8();
 }
 
-QByteArray colorCode(const char *ground, const QVariant &color)
+// What terminals, which know no opacity, show of a colour on that ground.
+NS::Color seenOn(const NS::Color &ground, const NS::Color &color)
 {
-    const QColor seen = color.value<NS::Color>().toQColor();
+    const RGBA &rgba = color.rgba();
+    return interpolate(ground, NS::Color(RGBA { rgba.red, rgba.green, rgba.blue, 1 }), rgba.alpha);
+}
+
+QByteArray colorCode(const char *ground, const NS::Color &color)
+{
+    const QColor seen = color.toQColor();
     return QByteArray(ground) + ";2;" + QByteArray::number(seen.red()) + ';'
            + QByteArray::number(seen.green()) + ';' + QByteArray::number(seen.blue());
 }
 
-// The base colour is the terminal's own: black would not be seen on all of them.
-QByteArray ansi(const NS::AttributedString &text, const Pellarvine::MarkupParser &parser)
+// The base colour is the terminal's own: black would not be seen on all of them. Most of them are
+// dark, so that is what translucent colours are mixed with.
+QByteArray ansi(const NS::AttributedString &text, const MarkupParser &parser)
 {
     QByteArray result;
     for (const Run &run : text.runs()) {
         const NS::Attributes &attributes = run.attributes;
         const QFont font = attributes.value(NS::FontAttributeName).value<QFont>();
-        const QVariant foreground = attributes.value(NS::ForegroundColorAttributeName);
+        const auto foreground =
+                attributes.value(NS::ForegroundColorAttributeName).value<NS::Color>();
         const QVariant background = attributes.value(NS::BackgroundColorAttributeName);
+        const NS::Color clear(RGBA { 0, 0, 0, 0 });
+        const NS::Color behind = background.isValid() ? background.value<NS::Color>() : clear;
+        const NS::Color ground = seenOn(NS::Color::black(), behind);
         QByteArrayList codes;
         if (font.weight() > parser.font().weight())
             codes.append("1");
@@ -141,10 +155,10 @@ QByteArray ansi(const NS::AttributedString &text, const Pellarvine::MarkupParser
             codes.append("4");
         if (attributes.value(NS::StrikethroughStyleAttributeName).toInt() != 0)
             codes.append("9");
-        if (foreground.value<NS::Color>() != parser.color())
-            codes.append(colorCode("38", foreground));
-        if (background.isValid())
-            codes.append(colorCode("48", background));
+        if (foreground != parser.color())
+            codes.append(colorCode("38", seenOn(ground, foreground)));
+        if (behind.rgba().alpha > 0)
+            codes.append(colorCode("48", ground));
         const QByteArray content =
                 printable(QStringView(text.string()).sliced(run.location, run.length));
         if (codes.isEmpty())
@@ -184,7 +198,7 @@ void runMarkup(const QByteArrayList &arguments)
     char *programArguments[] = { program, nullptr };
     int count = 1;
     const QGuiApplication application(count, programArguments);
-    const Pellarvine::MarkupParser parser;
+    const MarkupParser parser;
     const auto print = [&](const QString &markup) {
         const NS::AttributedString styled = parser.parse(markup);
         const QByteArray line = options.isSet(asHtml)   ? htmlElement(styled)
@@ -198,11 +212,12 @@ void runMarkup(const QByteArrayList &arguments)
         print(text);
         return;
     }
-    // The last line may lack its end.
+    // Lines end with LF or CR LF; the last one may lack its end.
     QStringView rest(text);
     while (!rest.isEmpty()) {
         const qsizetype end = rest.indexOf(u'\n');
-        print((end < 0 ? rest : rest.first(end)).toString());
+        const bool hasReturn = end > 0 && rest.at(end - 1) == u'\r';
+        print((end < 0 ? rest : rest.first(hasReturn ? end - 1 : end)).toString());
         rest = end < 0 ? QStringView() : rest.sliced(end + 1);
     }
 }
