@@ -8,10 +8,14 @@
 #include "Shared/MarkupParser.h"
 #include "View/NSView.h"
 #include "Window/NSPopover.h"
+#include "Window/PopoverBubble.h"
 
 #include <QEvent>
 #include <QList>
 #include <QPalette>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QWidget>
 
 #include <utility>
@@ -98,6 +102,36 @@ private:
     NS::TextField *m_field;
 };
 
+// A scroll bar in the margin beside the text.
+class MarginScrollBar : public QScrollBar
+{
+public:
+    QSize sizeHint() const override { return { int(margin), QScrollBar::sizeHint().height() }; }
+};
+
+// The height that a message at the view can have, or somewhat less.
+double roomFor(const QWidget *view, QWidget *content)
+{
+    const auto surface = detail::PopoverBubble::surfaceFor(view, content, content->size(), false);
+    const bool isInWindow = surface == detail::PopoverBubble::Surface::child;
+    const int height =
+            isInWindow ? view->window()->height() : view->screen()->availableGeometry().height();
+    return height - 2 * detail::PopoverShape::margin;
+}
+
+// What scrolls takes the keyboard, too: the keys that scroll it must not close it.
+QWidget *scrolling(QWidget *content)
+{
+    auto *const area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setVerticalScrollBar(new MarginScrollBar);
+    area->setWidget(content);
+    for (QWidget *const clear : { content, area->viewport() })
+        clear->setAutoFillBackground(false);
+    return area;
+}
+
 } // namespace
 
 void PopoverMessage::showMessage(const QString &message, QWidget *view)
@@ -141,10 +175,14 @@ void PopoverMessage::showPopover(QWidget *view,
     container->resize(container->sizeHint());
     layoutSubtreeIfNeeded(container);
 
+    const QSizeF size = container->size();
     auto *const controller = new ViewController;
-    controller->setView(container);
+    controller->setView(size.height() > roomFor(view, container) ? scrolling(container)
+                                                                 : container);
     auto *const message = new Message;
     message->setContentViewController(controller);
+    if (controller->view() != container)
+        message->setContentSize(size);
     message->showRelativeToRect({}, view, RectEdge::maxY);
 }
 

@@ -16,6 +16,7 @@
 #include <QMetaProperty>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -270,6 +271,46 @@ TEST(PopoverMessage, shows_markup_in_the_default_fonts_and_attributed_text_as_it
     settle();
     EXPECT_EQ(messages().size(), 0);
     EXPECT_EQ(clicks.size(), 1);
+}
+
+TEST(PopoverMessage, a_long_word_wraps_anywhere)
+{
+    Form form;
+    const QString address = u"https://example.org/"_s + QString(200, u'x');
+    for (const bool isMarkup : { false, true }) {
+        isMarkup ? PopoverMessage::showMarkupMessage(u"**See** "_s + address, &form.name)
+                 : PopoverMessage::showMessage(address, &form.name);
+        settle();
+        const NS::TextField *const field = messages().constFirst();
+        const QFontMetrics metrics(field->font());
+        EXPECT_GT(field->height(), metrics.horizontalAdvance(address) / 250 * metrics.height());
+        EXPECT_EQ(field->width(), 250);
+    }
+}
+
+TEST(PopoverMessage, one_that_is_taller_than_the_screen_scrolls)
+{
+    Form form;
+    form.name.setFocus();
+    const QRect screen = form.window.screen()->availableGeometry();
+    PopoverMessage::showMessage((sentence + u' ').repeated(100), &form.name);
+    settle();
+    ASSERT_EQ(messages().size(), 1);
+    NS::TextField *const field = messages().constFirst();
+    const QWidget *const bubble = field->window();
+    EXPECT_TRUE(screen.contains(bubble->geometry()));
+    EXPECT_EQ(NS::frame(field), QRectF(10, 10, 250, field->heightForWidth(250)));
+    EXPECT_GT(field->height(), screen.height());
+    EXPECT_FALSE(field->visibleRegion().contains(field->rect().bottomLeft()));
+    // By keys, which are not keys elsewhere.
+    ASSERT_TRUE(bubble->focusWidget());
+    for (int i = 0; i < 50; ++i)
+        QTest::keyClick(bubble->focusWidget(), Qt::Key_PageDown);
+    EXPECT_TRUE(field->visibleRegion().contains(field->rect().bottomLeft()));
+    QTest::keyClick(bubble->focusWidget(), Qt::Key_Escape);
+    settle();
+    EXPECT_EQ(messages().size(), 0);
+    EXPECT_EQ(form.window.focusWidget(), &form.name);
 }
 
 TEST(PopoverMessage, markup_has_the_ink_of_the_bubble_and_not_of_the_view)
