@@ -15,6 +15,15 @@ void HeightForWidthTextField::performLayout()
     TextField::performLayout();
 }
 
+QSize HeightForWidthTextField::sizeHint() const
+{
+    QSize size = sizeWithin(0);
+    const int given = int(preferredMaxLayoutWidth());
+    if (wraps() && given > 0 && given < size.width())
+        size.setHeight(heightForWidth(given));
+    return size;
+}
+
 void HeightForWidthTextField::moveEvent(QMoveEvent *event)
 {
     TextField::moveEvent(event);

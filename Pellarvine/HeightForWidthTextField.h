@@ -11,8 +11,9 @@ namespace Pellarvine {
 ///     note->setStringValue(tr("Nothing is deleted from the server."));
 ///     NS::addAndPin(panel, note, 8); // as high as need be at any width of the panel
 ///
-/// Its `preferredMaxLayoutWidth` is its own width as of the last layout pass; to set it is in vain.
-/// Everything else is as in NS::TextField.
+/// Its `preferredMaxLayoutWidth` is its own width as of the last layout pass, whatever is set. The
+/// height that it asks for is that at this width; the width is what the text wants, so that a field
+/// that was made narrow gets wider with its window again. Everything else is as in NS::TextField.
 class PELLARVINE_EXPORT HeightForWidthTextField : public NS::TextField
 {
     Q_OBJECT
@@ -22,6 +23,8 @@ public:
 
     /// Takes over the width, then does what the base class does. A change of the frame asks for it.
     Q_INVOKABLE void performLayout() override;
+
+    QSize sizeHint() const override;
 
 protected:
     void moveEvent(QMoveEvent *event) override;

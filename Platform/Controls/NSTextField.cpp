@@ -336,15 +336,18 @@ void TextField::performLayout()
 
 QSize TextField::sizeHint() const
 {
+    return sizeWithin(d->preferredMaxLayoutWidth);
+}
+
+QSize TextField::sizeWithin(double most) const
+{
     ensurePolished();
     const QMargins insets = d->insets();
     const int across = insets.left() + insets.right();
     const int character = fontMetrics().averageCharWidth();
     int width = d->textSize(-1).width();
     if (d->wraps) {
-        width = std::min(width, d->preferredMaxLayoutWidth > 0.0
-                                        ? int(d->preferredMaxLayoutWidth) - across
-                                        : readableWidth * character);
+        width = std::min(width, most > 0.0 ? int(most) - across : readableWidth * character);
     }
     if (d->editable)
         width = std::max(width, editableWidth * character);

@@ -156,6 +156,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
+    /// What it asks for if a text that wraps had rather be higher than wider than `width`; 0 for a
+    /// width that is good to read. In device-independent pixels.
+    QSize sizeWithin(double width) const;
+
 private:
     struct Private;
     std::unique_ptr<Private> d;

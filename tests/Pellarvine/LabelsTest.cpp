@@ -12,6 +12,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QMetaProperty>
 #include <QPointer>
@@ -131,6 +132,37 @@ TEST(HeightForWidthTextField, on_the_screen_a_new_frame_asks_for_the_pass)
     EXPECT_EQ(field.preferredMaxLayoutWidth(), 200);
     settle();
     EXPECT_EQ(field.preferredMaxLayoutWidth(), 150);
+}
+
+TEST(HeightForWidthTextField, gets_wider_again_with_its_window)
+{
+    QWidget window;
+    auto *const row = new QHBoxLayout(&window);
+    auto *const plain = new HeightForWidthTextField;
+    plain->setStringValue(sentence);
+    auto *const rich = new MarkupLabel;
+    rich->setMarkupStringValue(u"**The** "_s + sentence);
+    auto *const column = new QVBoxLayout;
+    for (HeightForWidthTextField *const field :
+         { plain, static_cast<HeightForWidthTextField *>(rich) })
+        column->addWidget(field, 0, Qt::AlignLeft);
+    row->addLayout(column);
+    row->addStretch();
+    window.resize(900, 300);
+    window.show();
+    settle();
+    const int wide[] = { plain->width(), rich->width() };
+    const int line = plain->heightForWidth(wide[0]);
+    for (const int narrow : { 150, 400, 120 }) {
+        window.resize(narrow, 300);
+        settle();
+        EXPECT_LE(plain->width(), narrow);
+        EXPECT_EQ(plain->heightForWidth(plain->width()) > line, plain->width() < wide[0]);
+        window.resize(900, 300);
+        settle();
+        EXPECT_EQ(plain->width(), wide[0]) << narrow;
+        EXPECT_EQ(rich->width(), wide[1]) << narrow;
+    }
 }
 
 TEST(MarkupLabel, styles_markup_by_its_own_font_alignment_and_colour)
