@@ -141,7 +141,7 @@ QList<WidgetEntry> widgetTable()
         described(entry<MarkupLabel>(library, u"MarkupLabel"_s, Glyph::markup, { 200, 48 }),
                   controls, tr("A label that shows inline markup"),
                   tr("Its text is read as markup once the form is loaded: **bold**, //italic//."),
-                  { { u"stringValue"_s, tr("Saved **12** files") }, { u"wraps"_s, true } }),
+                  { { u"markup"_s, tr("Saved **12** files") }, { u"wraps"_s, true } }),
         described(
                 entry<ColorPickerButton>(library, u"ColorPickerButton"_s, Glyph::color, { 56, 28 }),
                 controls, tr("A button with a colour to choose"),

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Pellarvine/MarkupLabel.h"
 
+#include "Base/Assign.h"
 #include "Drawing/NSColor.h"
+#include "Shared/InlineParsers.h"
 #include "Shared/MarkupParser.h"
 #include "View/NSView.h"
 
@@ -13,8 +15,11 @@ struct MarkupLabel::Private
 {
     NS::AttributedString styled(const QColor &color) const;
 
+    QList<std::shared_ptr<const Parser>> parsers = detail::inlineParsers();
+
     // As of the last write.
     QString markup;
+    QList<std::shared_ptr<const Parser>> rules;
     QFont font;
     Qt::Alignment alignment;
     bool hasPaletteColor = false;
@@ -28,6 +33,7 @@ NS::AttributedString MarkupLabel::Private::styled(const QColor &color) const
     style.alignment = alignment & (Qt::AlignHorizontal_Mask | Qt::AlignAbsolute);
     parser.setParagraphStyle(style);
     parser.setColor(NS::Color(color));
+    parser.setParsers(rules);
     return parser.parse(markup);
 }
 
@@ -36,9 +42,36 @@ MarkupLabel::MarkupLabel(QWidget *parent)
     , d(std::make_unique<Private>())
 {
     connect(this, &TextField::stringValueChanged, this, &MarkupLabel::markupStringValueChanged);
+    connect(this, &TextField::attributedStringValueChanged, this,
+            [this](const NS::AttributedString &text) {
+                const bool isOther = text != d->text && detail::assign(d->markup, QString());
+                if (isOther)
+                    Q_EMIT markupChanged({});
+            });
 }
 
 MarkupLabel::~MarkupLabel() = default;
+
+QString MarkupLabel::markup() const
+{
+    return d->markup;
+}
+
+void MarkupLabel::setMarkup(const QString &markup)
+{
+    if (markup != d->markup)
+        setMarkupStringValue(markup);
+}
+
+const QList<std::shared_ptr<const Parser>> &MarkupLabel::parsers() const
+{
+    return d->parsers;
+}
+
+void MarkupLabel::setParsers(const QList<std::shared_ptr<const Parser>> &parsers)
+{
+    d->parsers = parsers;
+}
 
 QString MarkupLabel::markupStringValue() const
 {
@@ -47,18 +80,21 @@ QString MarkupLabel::markupStringValue() const
 
 void MarkupLabel::setMarkupStringValue(const QString &markup)
 {
-    d->markup = markup;
+    const bool isOther = detail::assign(d->markup, markup);
+    d->rules = d->parsers;
     d->font = font();
     d->alignment = alignment();
     d->hasPaletteColor = !textColor().isValid();
     d->text = d->styled(d->hasPaletteColor ? palette().color(QPalette::WindowText) : textColor());
     setAttributedStringValue(d->text);
     NS::setNeedsLayout(this);
+    if (isOther)
+        Q_EMIT markupChanged(markup);
 }
 
 void MarkupLabel::awakeFromNib()
 {
-    setMarkupStringValue(stringValue());
+    setMarkupStringValue(d->markup.isEmpty() ? stringValue() : d->markup);
 }
 
 void MarkupLabel::changeEvent(QEvent *event)

@@ -115,6 +115,6 @@ public:
 };
 
 /// The nine, in the order in which they run. Made once.
-PELLARVINE_INTERNAL_EXPORT const QList<std::shared_ptr<const Parser>> &inlineParsers();
+PELLARVINE_PRIVATE_EXPORT const QList<std::shared_ptr<const Parser>> &inlineParsers();
 
 } // namespace Pellarvine::detail

@@ -2,9 +2,9 @@
 #include "Controls/NSTextField.h"
 
 #include "Base/Assign.h"
+#include "Controls/AccessibleTextField.h"
 #include "Controls/TextFieldContents.h"
 #include "Controls/TextFieldEditor.h"
-#include "View/AccessibleControl.h"
 
 #include <QAccessible>
 #include <QDesktopServices>
@@ -29,26 +29,6 @@ namespace {
 constexpr int readableWidth = 80;
 constexpr int editableWidth = 17; // as Qt's own line edits
 constexpr int smallestWidth = 4;
-
-class AccessibleTextField : public detail::AccessibleControl
-{
-public:
-    explicit AccessibleTextField(TextField *field)
-        : AccessibleControl(field, QAccessible::Client)
-    { }
-
-    // What can be selected or edited is a part of its own below, with all that belongs to that.
-    QAccessible::Role role() const override
-    {
-        return childCount() > 0 ? QAccessible::Client : QAccessible::StaticText;
-    }
-
-protected:
-    QString ownName() const override
-    {
-        return childCount() > 0 ? QString() : static_cast<TextField *>(widget())->stringValue();
-    }
-};
 
 } // namespace
 
@@ -97,7 +77,7 @@ TextField::TextField(QWidget *parent)
     : QWidget(parent)
     , d(std::make_unique<Private>(this))
 {
-    detail::makeAccessible<TextField, AccessibleTextField>();
+    detail::makeAccessible<TextField, detail::AccessibleTextField>();
     d->applyFormat();
     connect(&d->contents, &detail::TextFieldContents::edited, this, [this] { d->textWasEdited(); });
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred, QSizePolicy::Label);
@@ -529,6 +509,8 @@ void TextField::Private::updateEditor()
             if (std::exchange(isEdited, false))
                 Q_EMIT q->editingFinished();
         });
+        connect(editor, &detail::TextFieldEditor::linkFocused, q,
+                [this] { detail::AccessibleTextField::tellOfFocusedLink(q); });
         connect(editor, &detail::TextFieldEditor::focusChanged, q, [this] { q->update(); });
     }
     contents.changeLooks([this] {

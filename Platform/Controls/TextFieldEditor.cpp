@@ -64,6 +64,14 @@ void TextFieldEditor::setKind(bool isSelectable, bool isEditable, bool hasLinks)
     setAcceptDrops(isEditable);
 }
 
+bool TextFieldEditor::focusNextPrevChild(bool next)
+{
+    const bool hasMoved = QTextBrowser::focusNextPrevChild(next);
+    if (hasMoved && hasFocus())
+        Q_EMIT linkFocused();
+    return hasMoved;
+}
+
 void TextFieldEditor::focusInEvent(QFocusEvent *event)
 {
     setAccessibleName(nameOf(parentWidget()));

@@ -26,8 +26,10 @@ Q_SIGNALS:
     void returned();
     void left(); ///< by the focus, and not just for a menu or another window
     void focusChanged();
+    void linkFocused(); ///< by Tab: it is selected
 
 protected:
+    bool focusNextPrevChild(bool next) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;

@@ -9,6 +9,7 @@
 #include <pellarvine/Platform/NSView.h>
 #include <pellarvine/Shared/Font.h>
 #include <pellarvine/Shared/MarkupParser.h>
+#include <pellarvine/Shared/Parser.h>
 
 #include <QAccessible>
 #include <QApplication>
@@ -20,6 +21,7 @@
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
+#include <QUrl>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -220,7 +222,91 @@ TEST(MarkupLabel, awakes_with_the_markup_that_was_typed_in_its_file)
     const QMetaProperty property = meta->property(meta->indexOfProperty("markupStringValue"));
     EXPECT_FALSE(property.isStored());
     EXPECT_FALSE(property.isDesignable());
-    EXPECT_STREQ(meta->userProperty().name(), "stringValue");
+    EXPECT_STREQ(meta->userProperty().name(), "markup");
+}
+
+TEST(MarkupLabel, keeps_its_markup_while_it_shows_it)
+{
+    MarkupLabel label;
+    const QSignalSpy changes(&label, &MarkupLabel::markupChanged);
+    EXPECT_TRUE(label.setProperty("markup", u"**Hi**"_s));
+    EXPECT_EQ(label.markup(), u"**Hi**"_s);
+    EXPECT_EQ(label.stringValue(), u"Hi"_s);
+    label.setMarkup(u"**Hi**"_s);
+    EXPECT_EQ(changes.size(), 1);
+    label.setMarkupStringValue(u"//Ho//"_s);
+    EXPECT_EQ(label.markup(), u"//Ho//"_s);
+    EXPECT_EQ(changes.size(), 2);
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, Qt::darkGreen);
+    label.setPalette(palette);
+    EXPECT_EQ(label.markup(), u"//Ho//"_s);
+    // Loaded from a file, it is styled by the font that the file gives.
+    label.setFont(NS::systemFont(20));
+    label.awakeFromNib();
+    EXPECT_EQ(label.markup(), u"//Ho//"_s);
+    EXPECT_EQ(fontAt(label, 0), Pellarvine::italicVariant(NS::systemFont(20)));
+    label.setStringValue(u"**As it is**"_s);
+    EXPECT_EQ(label.markup(), QString());
+    EXPECT_EQ(changes.size(), 3);
+}
+
+TEST(MarkupLabel, links_that_a_rule_makes_are_clicked_reached_by_tab_and_named)
+{
+    class LinkRule : public Pellarvine::Parser
+    {
+    public:
+        QString regex() const override { return u"(\\[)(.+?)(\\]\\()(.+?)(\\))"_s; }
+        int principalCaptureGroup() const override { return 1; }
+        NS::Attributes provideAttributes(const QStringList &captures,
+                                         const Pellarvine::MarkupParser &) const override
+        {
+            return { { NS::LinkAttributeName, QUrl(captures.at(3)) } };
+        }
+    };
+    QWidget window;
+    QLineEdit before(&window);
+    MarkupLabel label(&window);
+    label.setGeometry(0, 40, 300, 40);
+    label.setOpensLinks(false);
+    label.setParsers(QList(label.parsers()) << std::make_shared<LinkRule>());
+    label.setMarkup(u"[**The** notes](notes:1) or [the plan](notes:2)"_s);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    before.setFocus();
+
+    QSignalSpy followed(&label, &NS::TextField::linkActivated);
+    const auto lastFollowed = [&] {
+        return followed.takeLast().constFirst().toUrl().toString();
+    };
+    auto *const accessible = QAccessible::queryAccessibleInterface(&label);
+    const int first = accessible->childCount() - 2;
+    ASSERT_GE(first, 0);
+    const QString names[] = { u"The notes"_s, u"the plan"_s };
+    QTest::keyClick(&before, Qt::Key_Tab);
+    for (int i = 0; i < 2; ++i) {
+        QAccessibleInterface *const link = accessible->child(first + i);
+        ASSERT_EQ(link->role(), QAccessible::Link);
+        EXPECT_EQ(link->text(QAccessible::Name), names[i]);
+        EXPECT_EQ(accessible->indexOfChild(link), first + i);
+        const QString url = u"notes:%1"_s.arg(i + 1);
+
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+        EXPECT_TRUE(link->state().focused) << i;
+        QTest::keyClick(window.focusWidget(), Qt::Key_Return);
+        EXPECT_EQ(lastFollowed(), url);
+
+        const QPoint middle = window.mapFromGlobal(link->rect().center());
+        QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {}, middle);
+        EXPECT_EQ(lastFollowed(), url);
+        link->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        EXPECT_EQ(lastFollowed(), url);
+        // Back on it by keys: following it has let go of it.
+        before.setFocus();
+        QTest::keyClick(&before, Qt::Key_Tab);
+        QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+    }
 }
 
 TEST(MarkupLabel, recolours_with_the_palette_only_what_has_its_colour_from_there)

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+#include "Controls/AccessibleTextField.h"
+
+#include "Controls/TextFieldEditor.h"
+
+#include <QTextCursor>
+#include <QUrl>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+struct Link
+{
+    qsizetype start;
+    qsizetype end;
+    QUrl url;
+};
+
+// A link may have several runs, of a bold word in it for example.
+QList<Link> linksOf(const NS::TextField *field)
+{
+    QList<Link> links;
+    if (field->isEditable())
+        return links;
+    const NS::AttributedString text = field->attributedStringValue();
+    for (const auto &run : text.runs()) {
+        const QUrl url = run.attributes.value(NS::LinkAttributeName).toUrl();
+        if (!url.isValid())
+            continue;
+        const bool goesOn = !links.isEmpty() && links.constLast().end == run.location
+                            && links.constLast().url == url;
+        if (goesOn)
+            links.last().end = run.end();
+        else
+            links.append({ run.location, run.end(), url });
+    }
+    return links;
+}
+
+TextFieldEditor *editorOf(const NS::TextField *field)
+{
+    return field->findChild<TextFieldEditor *>({}, Qt::FindDirectChildrenOnly);
+}
+
+bool isFocused(const TextFieldEditor *editor, const Link &link)
+{
+    const QTextCursor cursor = editor->textCursor();
+    return editor->hasFocus() && cursor.selectionStart() == link.start
+           && cursor.selectionEnd() == link.end;
+}
+
+} // namespace
+
+AccessibleLink::AccessibleLink(NS::TextField *field, int index)
+    : m_field(field)
+    , m_index(index)
+{ }
+
+bool AccessibleLink::isValid() const
+{
+    return m_field && m_index < linksOf(m_field).size();
+}
+
+QWindow *AccessibleLink::window() const
+{
+    return m_field ? m_field->window()->windowHandle() : nullptr;
+}
+
+QAccessibleInterface *AccessibleLink::parent() const
+{
+    return QAccessible::queryAccessibleInterface(m_field);
+}
+
+QString AccessibleLink::text(QAccessible::Text kind) const
+{
+    if (!isValid())
+        return {};
+    const Link link = linksOf(m_field).at(m_index);
+    if (kind == QAccessible::Name)
+        return m_field->stringValue().sliced(link.start, link.end - link.start);
+    return kind == QAccessible::Value ? link.url.toString() : QString();
+}
+
+// Of a link on several lines, the part on its first line.
+QRect AccessibleLink::rect() const
+{
+    const TextFieldEditor *const editor = isValid() ? editorOf(m_field) : nullptr;
+    if (!editor)
+        return {};
+    const Link link = linksOf(m_field).at(m_index);
+    QTextCursor cursor(editor->document());
+    cursor.setPosition(int(link.start));
+    const QRect start = editor->cursorRect(cursor);
+    cursor.setPosition(int(link.end));
+    const QRect end = editor->cursorRect(cursor);
+    const int right = end.top() == start.top() ? end.right() : editor->viewport()->width();
+    const QRect local(QPoint(std::min(start.left(), right), start.top()),
+                      QPoint(std::max(start.left(), right), start.bottom()));
+    return { editor->viewport()->mapToGlobal(local.topLeft()), local.size() };
+}
+
+QAccessible::State AccessibleLink::state() const
+{
+    QAccessible::State state;
+    const TextFieldEditor *const editor = isValid() ? editorOf(m_field) : nullptr;
+    if (!editor) {
+        state.invalid = true;
+        return state;
+    }
+    state.linked = true;
+    state.disabled = !m_field->isEnabled();
+    state.invisible = !m_field->isVisible();
+    state.focusable = m_field->isEnabled();
+    state.focused = isFocused(editor, linksOf(m_field).at(m_index));
+    return state;
+}
+
+void *AccessibleLink::interface_cast(QAccessible::InterfaceType type)
+{
+    return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface *>(this)
+                                                : nullptr;
+}
+
+QStringList AccessibleLink::actionNames() const
+{
+    return isValid() && m_field->isEnabled() ? QStringList(pressAction()) : QStringList();
+}
+
+void AccessibleLink::doAction(const QString &name)
+{
+    TextFieldEditor *const editor = actionNames().contains(name) ? editorOf(m_field) : nullptr;
+    if (editor)
+        Q_EMIT editor->anchorClicked(linksOf(m_field).at(m_index).url);
+}
+
+AccessibleTextField::AccessibleTextField(NS::TextField *field)
+    : AccessibleControl(field, QAccessible::Client)
+{ }
+
+AccessibleTextField::~AccessibleTextField()
+{
+    for (const QAccessible::Id id : std::as_const(m_links))
+        QAccessible::deleteAccessibleInterface(id);
+}
+
+QAccessible::Role AccessibleTextField::role() const
+{
+    return AccessibleControl::childCount() > 0 ? QAccessible::Client : QAccessible::StaticText;
+}
+
+int AccessibleTextField::childCount() const
+{
+    return AccessibleControl::childCount() + int(linksOf(field()).size());
+}
+
+QAccessibleInterface *AccessibleTextField::child(int index) const
+{
+    const int link = index - AccessibleControl::childCount();
+    if (link < 0 || index >= childCount())
+        return AccessibleControl::child(index);
+    const auto known = m_links.constFind(link);
+    if (known != m_links.constEnd())
+        return QAccessible::accessibleInterface(*known);
+    auto *const made = new AccessibleLink(field(), link);
+    m_links.insert(link, QAccessible::registerAccessibleInterface(made));
+    return made;
+}
+
+int AccessibleTextField::indexOfChild(const QAccessibleInterface *child) const
+{
+    const auto *const link = dynamic_cast<const AccessibleLink *>(child);
+    if (!link)
+        return AccessibleControl::indexOfChild(child);
+    return link->parent() == this ? AccessibleControl::childCount() + link->index() : -1;
+}
+
+void AccessibleTextField::tellOfFocusedLink(NS::TextField *field)
+{
+    if (!QAccessible::isActive())
+        return;
+    const TextFieldEditor *const editor = editorOf(field);
+    const QList<Link> links = linksOf(field);
+    for (int i = 0; editor && i < links.size(); ++i) {
+        if (!isFocused(editor, links.at(i)))
+            continue;
+        QAccessibleInterface *const own = QAccessible::queryAccessibleInterface(field);
+        QAccessibleEvent event(own->child(own->childCount() - int(links.size()) + i),
+                               QAccessible::Focus);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+QString AccessibleTextField::ownName() const
+{
+    return AccessibleControl::childCount() > 0 ? QString() : field()->stringValue();
+}
+
+NS::TextField *AccessibleTextField::field() const
+{
+    return static_cast<NS::TextField *>(widget());
+}
+
+} // namespace Pellarvine::detail
