@@ -19,6 +19,7 @@ struct MarkupLabel::Private
 
     // As of the last write.
     QString markup;
+    QStringList arguments;
     QList<std::shared_ptr<const Parser>> rules;
     QFont font;
     Qt::Alignment alignment;
@@ -34,7 +35,7 @@ NS::AttributedString MarkupLabel::Private::styled(const QColor &color) const
     parser.setParagraphStyle(style);
     parser.setColor(NS::Color(color));
     parser.setParsers(rules);
-    return parser.parse(markup);
+    return parser.styled(markup, arguments);
 }
 
 MarkupLabel::MarkupLabel(QWidget *parent)
@@ -63,6 +64,11 @@ void MarkupLabel::setMarkup(const QString &markup)
         setMarkupStringValue(markup);
 }
 
+void MarkupLabel::setMarkup(const QString &format, const QStringList &arguments)
+{
+    style(format, arguments);
+}
+
 const QList<std::shared_ptr<const Parser>> &MarkupLabel::parsers() const
 {
     return d->parsers;
@@ -80,7 +86,13 @@ QString MarkupLabel::markupStringValue() const
 
 void MarkupLabel::setMarkupStringValue(const QString &markup)
 {
+    style(markup, {});
+}
+
+void MarkupLabel::style(const QString &markup, const QStringList &arguments)
+{
     const bool isOther = detail::assign(d->markup, markup);
+    d->arguments = arguments;
     d->rules = d->parsers;
     d->font = font();
     d->alignment = alignment();
@@ -94,7 +106,10 @@ void MarkupLabel::setMarkupStringValue(const QString &markup)
 
 void MarkupLabel::awakeFromNib()
 {
-    setMarkupStringValue(d->markup.isEmpty() ? stringValue() : d->markup);
+    if (d->markup.isEmpty())
+        style(stringValue(), {});
+    else
+        style(d->markup, d->arguments);
 }
 
 void MarkupLabel::changeEvent(QEvent *event)

@@ -33,6 +33,9 @@ public:
     QString markup() const;
     /// Does what setMarkupStringValue() does, but nothing for the markup that there is.
     void setMarkup(const QString &markup);
+    /// The same with arguments for `%1` to `%99`, which are shown as they are: names of files, for
+    /// example. They are no part of `markup`.
+    void setMarkup(const QString &format, const QStringList &arguments);
 
     /// The rules that markup is read by, as `MarkupParser` has them. They count for the next text
     /// that is set. Default: the nine.
@@ -57,6 +60,8 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void style(const QString &markup, const QStringList &arguments);
+
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -8,6 +8,9 @@
 #include "Text/NSFontManager.h"
 #include "Text/NSMutableAttributedString.h"
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace Pellarvine {
@@ -17,6 +20,23 @@ namespace {
 QFont defaultMonospaceFont(double size)
 {
     return NS::fontWithName(u"Menlo-Regular"_s, size).value_or(NS::systemFont(size));
+}
+
+// The number from 1 to `most` that a text begins with, of one digit or two, and how many they are;
+// 0 for none.
+std::pair<qsizetype, qsizetype> placeNumber(QStringView text, qsizetype most)
+{
+    qsizetype number = 0;
+    std::pair<qsizetype, qsizetype> longest {};
+    for (qsizetype i = 0; i < std::min<qsizetype>(2, text.size()); ++i) {
+        const char16_t digit = text.at(i).unicode();
+        if (digit < u'0' || digit > u'9')
+            break;
+        number = 10 * number + (digit - u'0');
+        if (number >= 1 && number <= most && text.front() != u'0')
+            longest = { number, i + 1 };
+    }
+    return longest;
 }
 
 } // namespace
@@ -144,6 +164,27 @@ NS::AttributedString MarkupParser::parse(const QString &string) const
     for (const auto &parser : d->parsers)
         parser->process(text, *this, counter);
     return text;
+}
+
+NS::AttributedString MarkupParser::styled(const QString &format, const QStringList &arguments) const
+{
+    const NS::AttributedString text = parse(format);
+    const QStringView string = text.string();
+    NS::MutableAttributedString result;
+    qsizetype rest = 0; // of the text that is not in the result
+    for (qsizetype at = string.indexOf(u'%'); at >= 0; at = string.indexOf(u'%', at)) {
+        const auto [number, length] = placeNumber(string.sliced(at + 1), arguments.size());
+        if (number == 0) {
+            ++at;
+            continue;
+        }
+        result.append(text.attributedSubstring(rest, at - rest));
+        result.append(NS::AttributedString(arguments.at(number - 1), text.attributes(at)));
+        at += 1 + length;
+        rest = at;
+    }
+    result.append(text.attributedSubstring(rest, text.length() - rest));
+    return result;
 }
 
 QString MarkupParser::stripped(const QString &string) const

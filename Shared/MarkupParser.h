@@ -8,6 +8,7 @@
 #include <QFont>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -23,8 +24,8 @@ class Parser;
 ///     layout.setText(text.string());
 ///     layout.setFormats(NS::layoutFormats(text));
 ///
-/// There is no escape character. To show a text that is not yours as it is, append it to a
-/// `NS::MutableAttributedString` instead of putting it into the markup.
+/// There is no escape character. To show a text that is not yours as it is, give it to styled()
+/// instead of putting it into the markup.
 ///
 /// A parser serves any number of texts; its settings count from the next `parse`. Needs a
 /// `QGuiApplication`, for the fonts. One thread at a time.
@@ -71,6 +72,15 @@ public:
     /// Takes any text, in time linear in its length. Markup that is not complete stays as typed,
     /// and an argument that cannot be read has a fallback: black, no kerning, the base font.
     NS::AttributedString parse(const QString &string) const;
+
+    /// Parses `format` and puts the arguments in the places of `%1` to `%99`, as they are: plain text
+    /// in the style of its place, whatever markup it may contain.
+    ///
+    ///     parser.styled(tr("**%1** could not be moved to `%2`"), { fileName, folder });
+    ///
+    /// The longest number that names an argument counts: of three, `%12` is the first, and a "2".
+    /// What names none stays as typed.
+    NS::AttributedString styled(const QString &format, const QStringList &arguments) const;
 
     /// What is left of a text without its markup, for search and for screen readers.
     QString stripped(const QString &string) const;

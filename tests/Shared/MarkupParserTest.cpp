@@ -332,6 +332,27 @@ TEST(MarkupParser, strips_markup_for_search)
               u"Saved 12 files in ~/notes"_s);
 }
 
+TEST(MarkupParser, inserts_arguments_as_they_are_in_the_style_of_their_place)
+{
+    const QStringList three { u"**a**"_s, u"{#f00|b}"_s, u"%1"_s };
+    const Row rows[] = {
+        { u"See **%1** in %2"_s, u"See [B:**a**] in {#f00|b}"_s },
+        { u"//**%2**// %2 %3"_s, u"[I:{#f00|b}] {#f00|b} %1"_s },
+        { u"{#00f|%3}%12"_s, u"[fg#0000FFFF:%1]**a**2"_s },
+        { u"100 % %0 %01 %4 %%1 %"_s, u"100 % %0 %01 %4 %**a** %"_s },
+        // In an argument of the markup it is no place but an argument.
+        { u"{#%1|x}"_s, u"x"_s },
+        { u"%**1**"_s, u"**a**"_s }, // the style of its first character
+        { u""_s, u""_s },
+    };
+    for (const auto &[format, expected] : rows)
+        EXPECT_EQ(described(parser().styled(format, three)), expected) << format.toStdString();
+    QStringList many(99, u"-"_s);
+    many[9] = u"ten"_s;
+    many[98] = QString();
+    EXPECT_EQ(parser().styled(u"%10%99%1"_s, many).string(), u"ten-"_s);
+}
+
 TEST(MarkupParser, joins_with_text_that_is_not_markup)
 {
     NS::MutableAttributedString text = parser().parse(u"From **"_s);
