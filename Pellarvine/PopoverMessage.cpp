@@ -2,9 +2,9 @@
 #include "Pellarvine/PopoverMessage.h"
 
 #include "Controls/NSTextField.h"
-#include "Drawing/Shades.h"
 #include "Layout/NSLayoutAnchor.h"
 #include "Scenes/NSViewController.h"
+#include "Shared/Contrast.h"
 #include "Shared/MarkupParser.h"
 #include "View/NSView.h"
 #include "Window/NSPopover.h"
@@ -71,9 +71,10 @@ private:
 class MarkupInk : public QObject
 {
 public:
-    MarkupInk(const QString &markup, NS::TextField *field)
+    MarkupInk(const QString &format, const QStringList &arguments, NS::TextField *field)
         : QObject(field)
-        , m_markup(markup)
+        , m_format(format)
+        , m_arguments(arguments)
         , m_field(field)
     {
         field->installEventFilter(this);
@@ -91,14 +92,15 @@ private:
     void apply()
     {
         MarkupParser parser;
-        // Black cannot be read on a dark bubble.
         const QPalette palette = m_field->palette();
-        if (detail::isDark(palette))
-            parser.setColor(NS::Color(palette.color(QPalette::WindowText)));
-        m_field->setAttributedStringValue(parser.parse(m_markup));
+        const NS::Color paper(palette.color(QPalette::Window));
+        if (contrastRatio(parser.color(), paper) < readableContrast)
+            parser.setColor(readableOn(paper, NS::Color(palette.color(QPalette::WindowText))));
+        m_field->setAttributedStringValue(parser.styled(m_format, m_arguments));
     }
 
-    QString m_markup;
+    QString m_format;
+    QStringList m_arguments;
     NS::TextField *m_field;
 };
 
@@ -141,7 +143,13 @@ void PopoverMessage::showMessage(const QString &message, QWidget *view)
 
 void PopoverMessage::showMarkupMessage(const QString &message, QWidget *view)
 {
-    showPopover(view, [&](NS::TextField *field) { new MarkupInk(message, field); });
+    showMarkupMessage(message, {}, view);
+}
+
+void PopoverMessage::showMarkupMessage(const QString &format, const QStringList &arguments,
+                                       QWidget *view)
+{
+    showPopover(view, [&](NS::TextField *field) { new MarkupInk(format, arguments, field); });
 }
 
 void PopoverMessage::showAttributedMessage(const NS::AttributedString &message, QWidget *view)

@@ -33,6 +33,9 @@ public:
     /// In the parser's default fonts, and black where the markup names no colour; on a dark bubble
     /// in the bubble's colour for text. Follows the palette while it is open.
     static void showMarkupMessage(const QString &message, QWidget *view);
+    /// The same with arguments for `%1` to `%99`, which are shown as they are.
+    static void showMarkupMessage(const QString &format, const QStringList &arguments,
+                                  QWidget *view);
     /// In the default font and colour where no attribute says otherwise.
     static void showAttributedMessage(const NS::AttributedString &message, QWidget *view);
 

@@ -251,6 +251,28 @@ TEST(MarkupLabel, keeps_its_markup_while_it_shows_it)
     EXPECT_EQ(changes.size(), 3);
 }
 
+TEST(MarkupLabel, shows_arguments_as_they_are_also_with_another_palette)
+{
+    MarkupLabel label;
+    label.setMarkup(u"**%1** moved"_s, { u"a**b**"_s });
+    EXPECT_EQ(label.stringValue(), u"a**b** moved"_s);
+    EXPECT_EQ(label.markup(), u"**%1** moved"_s);
+    label.setMarkup(u"**%1** moved"_s, { u"{#f00|c}"_s });
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, Qt::darkGreen);
+    label.setPalette(palette);
+    EXPECT_EQ(label.stringValue(), u"{#f00|c} moved"_s);
+    EXPECT_EQ(colorAt(label, 3), QColor(Qt::darkGreen));
+    label.awakeFromNib();
+    EXPECT_EQ(label.stringValue(), u"{#f00|c} moved"_s);
+    label.setMarkupStringValue(u"%1"_s);
+    EXPECT_EQ(label.stringValue(), u"%1"_s);
+
+    Form form;
+    PopoverMessage::showMarkupMessage(u"**%1** moved"_s, { u"//x//"_s }, &form.name);
+    EXPECT_EQ(shownTexts(), QStringList { u"//x// moved"_s });
+}
+
 TEST(MarkupLabel, links_that_a_rule_makes_are_clicked_reached_by_tab_and_named)
 {
     class LinkRule : public Pellarvine::Parser

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <pellarvine/Shared/Contrast.h>
 #include <pellarvine/Shared/NSColor+Color.h>
 
 #include <QVariant>
@@ -182,6 +183,54 @@ TEST_P(HexTexts, are_read_like_a_scanner_reads_them)
 }
 
 INSTANTIATE_TEST_SUITE_P(Color, HexTexts, ::testing::ValuesIn(hexCases));
+
+TEST(Color, contrast_is_that_of_the_accessibility_guidelines)
+{
+    const struct
+    {
+        const char *text, *background;
+        double ratio;
+    } rows[] = {
+        { "000", "fff", 21 },
+        { "fff", "000", 21 },
+        { "777", "777", 1 },
+        // The pair that just fails and the one that just passes on white.
+        { "777777", "ffffff", 4.478 },
+        { "767676", "ffffff", 4.542 },
+        { "ff0000", "ffffff", 3.998 },
+        { "0000ff", "ffffff", 8.592 },
+        // As seen: a black of half the opacity is a grey.
+        { "00000080", "ffffff", 4.004 },
+        { "fff0", "000", 1 },
+    };
+    for (const auto &[text, background, ratio] : rows) {
+        const auto colorOf = [](const char *hex) {
+            return colorWithHex(QString::fromLatin1(hex)).value();
+        };
+        EXPECT_NEAR(contrastRatio(colorOf(text), colorOf(background)), ratio, 0.001) << text;
+    }
+    EXPECT_NEAR(luminance(NS::Color(RGBA { 0.5, 0.5, 0.5, 1 })), 0.2140, 0.0001);
+    EXPECT_EQ(luminance(NS::Color(RGBA { 2, 2, 2, 1 })), 1);
+    EXPECT_EQ(seenOn(NS::Color::white(), NS::Color(RGBA { 1, 0, 0, 0.5 })),
+              NS::Color(RGBA { 1, 0.5, 0.5, 1 }));
+}
+
+TEST(Color, black_or_white_can_be_read_on_every_colour)
+{
+    for (int red = 0; red < 256; red += 15) {
+        for (int green = 0; green < 256; green += 15) {
+            for (int blue = 0; blue < 256; blue += 15) {
+                const NS::Color paper(RGBA { red / 255.0, green / 255.0, blue / 255.0, 1 });
+                const NS::Color ink = readableOn(paper);
+                ASSERT_TRUE(ink == NS::Color::black() || ink == NS::Color::white());
+                ASSERT_GE(contrastRatio(ink, paper), readableContrast) << hex(paper).toStdString();
+            }
+        }
+    }
+    EXPECT_EQ(readableOn(NS::Color::white(), Named::midnightBlue()), Named::midnightBlue());
+    EXPECT_EQ(readableOn(NS::Color::white(), Named::sunflower()), NS::Color::black());
+    EXPECT_EQ(readableOn(Grey(RGBA { 1, 1, 1, 1 })).step(), 0);
+}
 
 TEST(Color, hex_forms_give_exact_components)
 {

@@ -2,6 +2,7 @@
 #include "../Page.h"
 #include "../Theme.h"
 
+#include <pellarvine/Shared/Contrast.h>
 #include <pellarvine/Shared/NSColor+Color.h>
 
 #include <QAbstractButton>
@@ -25,12 +26,9 @@ using Named = Palette<NS::Color>;
 constexpr int radius = 6;
 constexpr int feedbackTime = 1200; // milliseconds
 
-// Black or white, whichever is read better on the colour: weights of ITU-R BT.709.
 QColor textOn(const NS::Color &color)
 {
-    const auto &[red, green, blue, alpha] = color.rgba();
-    const double luminance = 0.2126 * red + 0.7152 * green + 0.0722 * blue;
-    return luminance > 0.55 ? QColor(0, 0, 0, 200) : QColor(255, 255, 255);
+    return readableOn(color).toQColor();
 }
 
 NS::Color onScreen(const NS::Color &color)
@@ -73,7 +71,8 @@ public:
         m_color = color;
         m_hex = hexStringWithoutAlpha(onScreen(color));
         setAccessibleName(text() + u' ' + m_hex);
-        setToolTip(tr("Copy %1").arg(m_hex));
+        setToolTip(
+                tr("Copy %1. Text in black or white has the contrast that is shown.").arg(m_hex));
         m_feedback.stop();
         update();
     }
@@ -116,6 +115,9 @@ protected:
                               : isOffered           ? tr("Copy %1").arg(hex)
                                                     : hex;
         painter.drawText(inner, Qt::AlignLeft | Qt::AlignBottom, offer);
+        const double contrast = contrastRatio(readableOn(m_color), m_color);
+        painter.drawText(inner, Qt::AlignRight | Qt::AlignTop,
+                         locale().toString(contrast, 'f', 1) + u" : 1"_s);
     }
 
 private:

@@ -2,6 +2,7 @@
 #include "Command.h"
 #include "Commands.h"
 
+#include <pellarvine/Shared/Contrast.h>
 #include <pellarvine/Shared/NSColor+Color.h>
 
 #include <algorithm>
@@ -26,8 +27,7 @@ NS::Color clamped(const NS::Color &color)
 // Two cells of a terminal in the colour as it looks on that ground.
 QString cells(const NS::Color &color, const NS::Color &ground)
 {
-    const NS::Color opaque(RGBA { color.rgba().red, color.rgba().green, color.rgba().blue, 1 });
-    const QColor seen = interpolate(ground, opaque, color.rgba().alpha).toQColor();
+    const QColor seen = seenOn(ground, color).toQColor();
     return QString::asprintf("\x1b[48;2;%d;%d;%dm  \x1b[0m", seen.red(), seen.green(), seen.blue());
 }
 

@@ -5,6 +5,7 @@
 
 #include <pellarvine/Platform/NSAttributedString+Text.h>
 #include <pellarvine/Platform/NSFontManager.h>
+#include <pellarvine/Shared/Contrast.h>
 #include <pellarvine/Shared/MarkupParser.h>
 #include <pellarvine/Shared/NSColor+Color.h>
 
@@ -118,13 +119,6 @@ QByteArray printable(QStringView text)
     return result.toUtf8();
 }
 
-// What terminals, which know no opacity, show of a colour on that ground.
-NS::Color seenOn(const NS::Color &ground, const NS::Color &color)
-{
-    const RGBA &rgba = color.rgba();
-    return interpolate(ground, NS::Color(RGBA { rgba.red, rgba.green, rgba.blue, 1 }), rgba.alpha);
-}
-
 QByteArray colorCode(const char *ground, const NS::Color &color)
 {
     const QColor seen = color.toQColor();
@@ -133,7 +127,7 @@ QByteArray colorCode(const char *ground, const NS::Color &color)
 }
 
 // The base colour is the terminal's own: black would not be seen on all of them. Most of them are
-// dark, so that is what translucent colours are mixed with.
+// dark, and know no opacity, so black is what translucent colours are mixed with.
 QByteArray ansi(const NS::AttributedString &text, const MarkupParser &parser)
 {
     QByteArray result;
