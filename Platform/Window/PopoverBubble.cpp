@@ -38,13 +38,13 @@ void collectTexts(QAccessibleInterface *part, QStringList &texts)
         collectTexts(part->child(i), texts);
 }
 
-// A dialog to work in, or a message that is read out as it comes up.
+// A dialog to work in, or a message that is read out as it comes up. Orca says nothing of an alert.
 class AccessibleBubble : public AccessibleControl
 {
 public:
     explicit AccessibleBubble(PopoverBubble *bubble)
         : AccessibleControl(bubble,
-                            bubble->takesFocus() ? QAccessible::Dialog : QAccessible::AlertMessage)
+                            bubble->takesFocus() ? QAccessible::Dialog : QAccessible::Notification)
     { }
 
 protected:

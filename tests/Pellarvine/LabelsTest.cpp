@@ -551,7 +551,7 @@ TEST(PopoverMessage, is_read_out_and_leaves_nothing_behind)
     PopoverMessage::showMessage(sentence, &form.name);
     QWidget *const bubble = messages().constFirst()->parentWidget()->parentWidget();
     QAccessibleInterface *const accessible = QAccessible::queryAccessibleInterface(bubble);
-    EXPECT_EQ(accessible->role(), QAccessible::AlertMessage);
+    EXPECT_EQ(accessible->role(), QAccessible::Notification);
     EXPECT_EQ(accessible->text(QAccessible::Name), sentence);
     const QPointer<NS::TextField> field = messages().constFirst();
     const QPointer<QWidget> kept = bubble;

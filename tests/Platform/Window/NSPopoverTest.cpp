@@ -583,7 +583,7 @@ TEST(Popover, a_screen_reader_hears_a_message_or_finds_a_dialog)
     Scene scene(new QLabel(u"The name is taken."_s));
     scene.show();
     QAccessibleInterface *message = QAccessible::queryAccessibleInterface(scene.bubble());
-    EXPECT_EQ(message->role(), QAccessible::AlertMessage);
+    EXPECT_EQ(message->role(), QAccessible::Notification);
     EXPECT_EQ(message->text(QAccessible::Name), u"The name is taken."_s);
 
     Scene dialog(new QLineEdit);
