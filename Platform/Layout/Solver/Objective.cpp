@@ -3,6 +3,18 @@
 
 namespace Pellarvine::detail {
 
+namespace {
+
+// Weights are of the order of 1; less than that is rounding.
+constexpr double smallestCost = 1e-8;
+
+bool isCost(double cost)
+{
+    return std::abs(cost) > smallestCost;
+}
+
+} // namespace
+
 void Objective::addToLevel(Symbol symbol, double level, double factor, int uses,
                            const Tableau &tableau)
 {
@@ -38,51 +50,61 @@ void Objective::substitute(Symbol symbol, const LinearRow &value)
         state.cost.substitute(symbol, value);
 }
 
+double Objective::rounding() const
+{
+    double largest = 0.0;
+    for (const auto &[level, state] : m_levels)
+        largest = std::max(largest, state.cost.rounding);
+    return largest;
+}
+
 bool Objective::mentions(Symbol symbol) const
 {
     return std::any_of(m_levels.begin(), m_levels.end(), [&](const auto &level) {
-        return level.second.cost.coefficientOf(symbol) != 0.0;
+        return isCost(level.second.cost.coefficientOf(symbol));
     });
 }
 
 void Objective::mark(std::vector<char> &marks) const
 {
     for (const auto &[level, state] : m_levels) {
-        for (const auto &entry : state.cost.entries)
-            marks[entry.symbol] = 1;
+        for (const auto &entry : state.cost.entries) {
+            if (isCost(entry.coefficient))
+                marks[entry.symbol] = 1;
+        }
     }
 }
 
 bool Objective::isLoweredBy(Symbol symbol) const
 {
     for (const auto &[level, state] : m_levels) {
-        if (const double cost = state.cost.coefficientOf(symbol); cost != 0.0)
+        if (const double cost = state.cost.coefficientOf(symbol); isCost(cost))
             return cost < 0.0;
     }
     return false;
 }
 
-bool Objective::isCheaper(Symbol symbol, double coefficient, Symbol other,
-                          double otherCoefficient) const
+int Objective::compare(Symbol symbol, double coefficient, Symbol other,
+                       double otherCoefficient) const
 {
     for (const auto &[level, state] : m_levels) {
         const double cost = state.cost.coefficientOf(symbol) / coefficient;
         const double otherCost = state.cost.coefficientOf(other) / otherCoefficient;
-        if (!isZero(cost - otherCost))
-            return cost < otherCost;
+        if (isCost(cost - otherCost))
+            return cost < otherCost ? -1 : 1;
     }
-    return false;
+    return 0;
 }
 
 Objective::Symbol Objective::entering(const std::vector<char> &isFixed) const
 {
     for (auto level = m_levels.begin(); level != m_levels.end(); ++level) {
         for (const auto &[symbol, coefficient] : level->second.cost.entries) {
-            if (coefficient > 0.0 || isFixed[symbol])
+            if (coefficient > -smallestCost || isFixed[symbol])
                 continue;
             const bool costsMore =
                     std::any_of(m_levels.begin(), level, [symbol = symbol](const auto &stronger) {
-                        return stronger.second.cost.coefficientOf(symbol) != 0.0;
+                        return isCost(stronger.second.cost.coefficientOf(symbol));
                     });
             if (!costsMore)
                 return symbol;

@@ -24,13 +24,17 @@ public:
     /// Puts `value` in the place of a symbol that becomes basic.
     void substitute(Symbol symbol, const LinearRow &value);
 
+    /// The largest `LinearRow::rounding` of a cost.
+    double rounding() const;
+
     bool mentions(Symbol symbol) const;
     /// Sets to 1 what `marks` holds for each symbol that costs something.
     void mark(std::vector<char> &marks) const;
     /// Whether the costs fall as the symbol grows.
     bool isLoweredBy(Symbol symbol) const;
-    /// Whether the costs rise less by `symbol` for each unit of its coefficient than by `other`.
-    bool isCheaper(Symbol symbol, double coefficient, Symbol other, double otherCoefficient) const;
+    /// Whether the costs rise less (below 0), as much (0) or more by `symbol` for each unit of its
+    /// coefficient than by `other`.
+    int compare(Symbol symbol, double coefficient, Symbol other, double otherCoefficient) const;
     /// The first symbol, after Bland's rule, that lowers the highest level it has a cost in, of
     /// those that `isFixed` does not rule out; -1 if there is none.
     Symbol entering(const std::vector<char> &isFixed) const;

@@ -43,6 +43,9 @@ public:
     /// The same sum in terms of variables without a definition and of symbols that are not basic.
     LinearRow expand(const LinearRow &row, const Tableau &tableau);
 
+    /// The largest `LinearRow::rounding` that a definition has ever had.
+    double rounding() const { return m_rounding; }
+
     /// Puts "symbol + delta" in the place of the symbol.
     void shift(Symbol symbol, double delta);
 
@@ -61,7 +64,9 @@ private:
     std::vector<State> m_states; // by symbol
     std::vector<Symbol> m_order; // the defined variables, each after those it is defined by
     bool m_isOrderValid = false;
+    double m_rounding = 0.0;
     std::vector<double> m_sums; // expand()'s, all zero between its calls
+    std::vector<double> m_sizes; // likewise, of what the sums came from
     std::vector<char> m_marks; // likewise
 };
 
