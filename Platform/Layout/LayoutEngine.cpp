@@ -58,7 +58,6 @@ LayoutEngine::LayoutEngine(QWidget *host)
     , m_host(host)
 {
     m_system.setHostInsets(NS::alignmentRectInsets(host));
-    m_system.setRightToLeft(host->layoutDirection() == Qt::RightToLeft);
     LayoutHosts::all().insert(host, this);
     if (ConstraintLayout::canServe(host))
         m_layout = new ConstraintLayout(host, this);
@@ -78,7 +77,7 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
 {
     acquire(constraint->firstItem(), ancestor);
     acquire(constraint->secondItem(), ancestor);
-    const Solver::Addition added = m_system.add(*constraint);
+    const Solver::Addition added = m_system.add(*constraint, ancestor);
     if (!added.constraint) {
         warnAbout(*constraint, added.conflict);
         release(constraint->firstItem(), ancestor);
@@ -107,16 +106,17 @@ void LayoutEngine::remove(LayoutConstraint *constraint)
 
 void LayoutEngine::updateConstant(LayoutConstraint *constraint)
 {
-    const auto handle = m_active.at(constraint).handle;
-    if (!handle)
+    const Active &active = m_active.at(constraint);
+    if (!active.handle)
         return;
-    const auto conflict =
-            m_system.solver().setConstant(*handle, m_system.expressionOf(*constraint).constant);
-    if (!conflict.empty()) {
-        warnAbout(*constraint, conflict);
-        remove(constraint);
+    const auto conflict = m_system.solver().setConstant(
+            *active.handle, m_system.expressionOf(*constraint, active.ancestor).constant);
+    if (conflict.empty()) {
+        request();
+        return;
     }
-    request();
+    warnAbout(*constraint, conflict);
+    remove(constraint);
 }
 
 void LayoutEngine::updateStrength(LayoutConstraint *constraint)
@@ -139,7 +139,7 @@ void LayoutEngine::takeOut(Active &active)
 // caller has to remove it.
 bool LayoutEngine::addAgain(Active &active)
 {
-    const Solver::Addition added = m_system.add(*active.constraint);
+    const Solver::Addition added = m_system.add(*active.constraint, active.ancestor);
     if (!added.constraint)
         warnAbout(*active.constraint, added.conflict);
     active.handle = added.constraint;
@@ -221,8 +221,11 @@ void LayoutEngine::watch(QWidget *widget)
 void LayoutEngine::drop(const QSet<QWidget *> &widgets, bool areAlive)
 {
     QList<std::shared_ptr<LayoutConstraint>> moved;
+    const QPointer<LayoutEngine> self(this);
     std::vector<Active> all = inOrder();
     for (Active &active : all) {
+        if (!m_active.contains(active.constraint.get()))
+            continue;
         const bool isFirst = widgets.contains(active.first);
         const bool isSecond = !active.second || widgets.contains(active.second);
         if (!isFirst && !widgets.contains(active.second))
@@ -234,6 +237,8 @@ void LayoutEngine::drop(const QSet<QWidget *> &widgets, bool areAlive)
         release(active.first, active.ancestor);
         release(active.second, active.ancestor);
         active.constraint->setEngine(nullptr);
+        if (!self)
+            return;
     }
     request();
     LayoutConstraint::activateConstraints(moved);
@@ -331,14 +336,26 @@ void LayoutEngine::refresh()
     for (LayoutItem *const item : m_system.items())
         refresh(*item);
     // Fonts may have changed.
+    std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
     for (const Active &active : inOrder()) {
-        LayoutConstraint *const constraint = active.constraint.get();
+        const auto &constraint = active.constraint;
         if (!isBaseline(constraint->firstAttribute()) && !isBaseline(constraint->secondAttribute()))
             continue;
-        Active &kept = m_active.at(constraint);
+        Active &kept = m_active.at(constraint.get());
         takeOut(kept);
         if (!addAgain(kept))
-            remove(constraint);
+            contradicting.push_back(constraint);
+    }
+    removeAll(contradicting);
+}
+
+// Each tells its observers, whose code may end any of them, or the engine.
+void LayoutEngine::removeAll(const std::vector<std::shared_ptr<LayoutConstraint>> &constraints)
+{
+    const QPointer<LayoutEngine> self(this);
+    for (const auto &constraint : constraints) {
+        if (self && m_active.contains(constraint.get()))
+            remove(constraint.get());
     }
 }
 
@@ -358,15 +375,13 @@ void LayoutEngine::rebuild()
     const std::vector<Active> all = inOrder();
     for (const Active &active : all)
         takeOut(m_active.at(active.constraint.get()));
-    std::vector<LayoutConstraint *> contradicting;
+    std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
     for (const Active &active : all) {
-        LayoutConstraint *const constraint = active.constraint.get();
-        if (!addAgain(m_active.at(constraint)))
-            contradicting.push_back(constraint);
+        if (!addAgain(m_active.at(active.constraint.get())))
+            contradicting.push_back(active.constraint);
     }
-    for (LayoutConstraint *const constraint : contradicting)
-        remove(constraint);
     request();
+    removeAll(contradicting);
 }
 
 void LayoutEngine::apply()
@@ -516,7 +531,8 @@ bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
         }
         break;
     case QEvent::LayoutDirectionChange:
-        if (isHost && m_system.setRightToLeft(m_host->layoutDirection() == Qt::RightToLeft))
+        if (std::any_of(m_active.begin(), m_active.end(),
+                        [&](const auto &entry) { return entry.second.ancestor == widget; }))
             rebuild();
         break;
     case QEvent::DynamicPropertyChange:

@@ -64,6 +64,7 @@ private:
     };
 
     std::vector<Active> inOrder() const;
+    void removeAll(const std::vector<std::shared_ptr<NS::LayoutConstraint>> &constraints);
     void takeOut(Active &active);
     bool addAgain(Active &active);
     void warnAbout(const NS::LayoutConstraint &constraint,

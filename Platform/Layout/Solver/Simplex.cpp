@@ -45,12 +45,20 @@ void Simplex::addSymbol()
 {
     m_tableau.addSymbol();
     m_isFixed.push_back(0);
+    m_partners.push_back(-1);
 }
 
 void Simplex::forget(Symbol symbol)
 {
     m_tableau.forget(symbol);
     m_isFixed[symbol] = 0;
+    m_partners[symbol] = -1;
+}
+
+void Simplex::pair(Symbol one, Symbol other)
+{
+    m_partners[one] = other;
+    m_partners[other] = one;
 }
 
 void Simplex::fixCosts()
@@ -208,6 +216,8 @@ void Simplex::optimize()
     Effort effort(*this);
     for (Symbol entering = m_objective.entering(m_isFixed); entering >= 0 && effort.goesOn();
          entering = m_objective.entering(m_isFixed)) {
+        if (!effort.isCareful())
+            passKinks(entering);
         const int leaving = leavingRow(entering, effort.isCareful());
         if (leaving < 0) {
             // Errors are never negative, so that a cost has a lower bound.
@@ -215,6 +225,38 @@ void Simplex::optimize()
             return;
         }
         pivot(leaving, entering);
+    }
+}
+
+// As the symbol grows, errors come down to 0, and then the opposite errors rise: lets them, one
+// after the other, as long as the costs go on falling. Each is a change of its own row alone, where
+// a step to each of these kinks would change all rows that mention the symbol.
+void Simplex::passKinks(Symbol entering)
+{
+    double most = std::numeric_limits<double>::infinity();
+    std::vector<std::pair<double, int>> kinks;
+    for (const int index : m_tableau.rowsWith(entering)) {
+        const double room = roomIn(index, entering, 0.0);
+        if (room == std::numeric_limits<double>::infinity())
+            continue;
+        const Symbol partner = m_partners[m_tableau.basic(index)];
+        if (partner >= 0 && !isFixed(partner) && !isFixed(m_tableau.basic(index))
+            && m_tableau.rowsWith(partner).size() == 1
+            && m_tableau.rowsWith(partner).front() == index)
+            kinks.emplace_back(room, index);
+        else
+            most = std::min(most, room);
+    }
+    std::sort(kinks.begin(), kinks.end());
+    for (const auto &[room, index] : kinks) {
+        if (room >= most)
+            return;
+        const Symbol basic = m_tableau.basic(index);
+        pivot(index, m_partners[basic]);
+        if (!lowersCost(entering)) {
+            pivot(index, basic);
+            return;
+        }
     }
 }
 
@@ -288,33 +330,35 @@ bool Simplex::minimize(LinearRow &cost, bool isWithinOptimum)
     return true;
 }
 
+// How far a nonbasic symbol may grow by that row alone; infinite if the row does not hold it.
+double Simplex::roomIn(int index, Symbol entering, double slack) const
+{
+    const LinearRow &row = m_tableau.row(index);
+    const double coefficient = row.coefficientOf(entering);
+    const double size = std::abs(coefficient);
+    if (size < smallestPivot)
+        return std::numeric_limits<double>::infinity();
+    if (isFixed(m_tableau.basic(index)))
+        return slack / size;
+    return coefficient > 0.0 ? std::numeric_limits<double>::infinity()
+                             : (std::max(0.0, row.constant) + slack) / size;
+}
+
 // The row that first keeps a nonbasic symbol from growing; -1 if none does. Of several that do so at
 // about the same place, the one with the largest pivot.
 int Simplex::leavingRow(Symbol entering, bool isCareful) const
 {
     const double slack = isCareful ? 0.0 : leeway;
     const auto &rows = m_tableau.rowsWith(entering);
-    // How far the symbol may grow by that row alone; infinite if the row does not hold it.
-    const auto room = [&](int index, double allowed) {
-        const LinearRow &row = m_tableau.row(index);
-        const double coefficient = row.coefficientOf(entering);
-        const double size = std::abs(coefficient);
-        if (size < smallestPivot)
-            return std::numeric_limits<double>::infinity();
-        if (isFixed(m_tableau.basic(index)))
-            return allowed / size;
-        return coefficient > 0.0 ? std::numeric_limits<double>::infinity()
-                                 : (std::max(0.0, row.constant) + allowed) / size;
-    };
     double most = std::numeric_limits<double>::infinity();
     for (const int index : rows)
-        most = std::min(most, room(index, slack));
+        most = std::min(most, roomIn(index, entering, slack));
     if (most == std::numeric_limits<double>::infinity())
         return -1;
     int leaving = -1;
     double largest = 0.0;
     for (const int index : rows) {
-        if (room(index, 0.0) > most)
+        if (roomIn(index, entering, 0.0) > most)
             continue;
         const double size = std::abs(m_tableau.row(index).coefficientOf(entering));
         if (leaving < 0

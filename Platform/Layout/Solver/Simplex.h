@@ -30,6 +30,10 @@ public:
     /// 1 for each symbol that is fixed or costs something.
     std::vector<char> fixedOrCosting() const;
 
+    /// From now on the second symbol stands beside the first one, negated, wherever that stands
+    /// before a row says what either is.
+    void pair(Symbol one, Symbol other);
+
     /// The caller optimizes after that.
     void addCost(Symbol symbol, double level, double weight);
     void removeCost(Symbol symbol, double level, double weight);
@@ -82,6 +86,8 @@ private:
 
     bool lowersCost(Symbol symbol) const;
     bool minimize(LinearRow &cost, bool isWithinOptimum);
+    void passKinks(Symbol entering);
+    double roomIn(int index, Symbol entering, double slack) const;
     int leavingRow(Symbol entering, bool isCareful) const;
     int infeasibleRow(bool isCareful) const;
     double excess(int index) const;
@@ -91,6 +97,7 @@ private:
     Tableau m_tableau;
     Objective m_objective;
     std::vector<char> m_isFixed; // by symbol
+    std::vector<Symbol> m_partners; // by symbol; -1: none
     unsigned long long m_pivots = 0;
     bool m_hasFailed = false;
 };

@@ -104,6 +104,8 @@ std::vector<ConstraintSolver::Constraint> ConstraintSolver::Private::addRow(int 
     const Record record = records[index];
     if (record.isEquality)
         simplex.fix(record.marker);
+    if (record.partner >= 0)
+        simplex.pair(record.marker, record.partner);
     addCosts(record);
     records[index].isIn = true;
     LinearRow row = rowOf(record);
