@@ -85,9 +85,11 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
         constraint->setEngine(nullptr);
         return;
     }
-    m_active.insert_or_assign(constraint.get(), Active { constraint, constraint->firstItem(),
-                                                         constraint->secondItem(), ancestor,
-                                                         added.constraint, m_nextNumber++ });
+    m_active.insert_or_assign(constraint.get(),
+                              Active { constraint, constraint->firstItem(),
+                                       constraint->secondItem(), ancestor, added.constraint,
+                                       m_nextNumber++,
+                                       m_system.expressionOf(*constraint, ancestor).terms });
     request();
     constraint->setEngine(this);
 }
@@ -341,12 +343,25 @@ void LayoutEngine::refresh()
         const auto &constraint = active.constraint;
         if (!isBaseline(constraint->firstAttribute()) && !isBaseline(constraint->secondAttribute()))
             continue;
-        Active &kept = m_active.at(constraint.get());
-        takeOut(kept);
-        if (!addAgain(kept))
+        if (!updateBaseline(m_active.at(constraint.get())))
             contradicting.push_back(constraint);
     }
     removeAll(contradicting);
+}
+
+// Returns false if it now contradicts others; the caller has to remove it.
+bool LayoutEngine::updateBaseline(Active &active)
+{
+    Solver::Expression expression = m_system.expressionOf(*active.constraint, active.ancestor);
+    if (!active.handle || expression.terms != active.terms) {
+        active.terms = std::move(expression.terms);
+        takeOut(active);
+        return addAgain(active);
+    }
+    const auto conflict = m_system.solver().setConstant(*active.handle, expression.constant);
+    if (!conflict.empty())
+        warnAbout(*active.constraint, conflict);
+    return conflict.empty();
 }
 
 // Each tells its observers, whose code may end any of them, or the engine.

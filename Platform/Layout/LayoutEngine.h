@@ -61,12 +61,14 @@ private:
         QWidget *ancestor = nullptr;
         std::optional<Solver::Constraint> handle; ///< none while it is out of the solver
         int number = 0;
+        std::vector<Solver::Term> terms; ///< of one about a baseline, in the solver
     };
 
     std::vector<Active> inOrder() const;
     void removeAll(const std::vector<std::shared_ptr<NS::LayoutConstraint>> &constraints);
     void takeOut(Active &active);
     bool addAgain(Active &active);
+    bool updateBaseline(Active &active);
     void warnAbout(const NS::LayoutConstraint &constraint,
                    const std::vector<Solver::Constraint> &conflict) const;
 

@@ -49,6 +49,7 @@ public:
     {
         Variable variable;
         double coefficient = 1.0;
+        bool operator==(const Term &) const = default;
     };
 
     /// The sum of its terms and the constant. A variable may occur in it more than once.

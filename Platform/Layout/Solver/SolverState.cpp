@@ -132,6 +132,8 @@ bool ConstraintSolver::Private::define(LinearRow &row)
 {
     // Best a variable that nothing depends on yet.
     Symbol variable = newestFree(row, true);
+    if (variable < 0)
+        variable = expandLittle(row);
     if (variable < 0) {
         row = definitions.expand(row, simplex.tableau());
         variable = newestFree(row, false);
@@ -141,6 +143,32 @@ bool ConstraintSolver::Private::define(LinearRow &row)
     row.solveFor(variable);
     definitions.define(variable, std::move(row));
     return true;
+}
+
+// Else one that a few definitions lead to, while the rest of the row does not: that keeps the row
+// short. Returns -1, with the row as it was, if there is none.
+ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(LinearRow &row)
+{
+    constexpr int mostSteps = 4;
+    LinearRow little = row;
+    for (int step = 0;; ++step) {
+        const Symbol found = newestFree(little, false);
+        if (found >= 0) {
+            if (definitions.leadsTo(little, found))
+                return -1;
+            row = std::move(little);
+            return found;
+        }
+        Symbol newest = -1;
+        for (const auto &[symbol, coefficient] : little.entries) {
+            if (definitions.isDefined(symbol)
+                && (newest < 0 || symbols[symbol].number > symbols[newest].number))
+                newest = symbol;
+        }
+        if (newest < 0 || step == mostSteps)
+            return -1;
+        little.substitute(newest, definitions.definition(newest));
+    }
 }
 
 // The last variable of the row that has no definition, and on request that no definition mentions.
@@ -193,6 +221,9 @@ void ConstraintSolver::Private::takeOut(int index)
     const Symbol marker = record.marker;
     const Symbol partner = record.partner;
     record.isIn = false;
+    const auto pivotsBefore = simplex.pivots();
+    const bool isCosting =
+            record.markerStrength.weight > 0.0 || record.partnerStrength.weight > 0.0;
     if (record.markerStrength.weight > 0.0)
         simplex.removeCost(marker, record.markerStrength.level, record.markerStrength.weight);
     if (record.partnerStrength.weight > 0.0)
@@ -215,10 +246,10 @@ void ConstraintSolver::Private::takeOut(int index)
             simplex.dropColumn(symbol);
     }
     decidedPivots.reset();
-    if (simplex.isFeasible())
-        simplex.optimize();
-    else
+    if (!simplex.isFeasible())
         findOptimum();
+    else if (isCosting || simplex.pivots() != pivotsBefore)
+        simplex.optimize();
 }
 
 // From wherever the basis is.

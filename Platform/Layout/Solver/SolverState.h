@@ -48,6 +48,7 @@ struct ConstraintSolver::Private
     std::vector<Constraint> addReliably(int record);
     void addAnyhow(int record);
     bool define(LinearRow &row);
+    Symbol expandLittle(LinearRow &row);
     void addCosts(const Record &record);
     static std::shared_ptr<const LinearRow> termsOf(const Expression &expression, double factor);
     static LinearRow rowOf(const Record &record);

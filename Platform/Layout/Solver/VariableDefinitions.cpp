@@ -108,6 +108,17 @@ VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
     return order;
 }
 
+bool VariableDefinitions::leadsTo(const LinearRow &row, Symbol symbol)
+{
+    std::vector<Symbol> roots;
+    for (const auto &entry : row.entries)
+        roots.push_back(entry.symbol);
+    const std::vector<Symbol> order = dependencies(roots);
+    return std::any_of(order.begin(), order.end(), [&](Symbol defined) {
+        return definition(defined).coefficientOf(symbol) != 0.0;
+    });
+}
+
 LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &tableau)
 {
     std::vector<Symbol> roots;

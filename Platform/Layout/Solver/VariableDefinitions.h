@@ -29,6 +29,9 @@ public:
     /// Whether a definition mentions the symbol.
     bool isUsed(Symbol symbol) const { return !m_states[symbol].users.empty(); }
 
+    /// Whether the definitions of the row's other symbols lead to that one, which has none.
+    bool leadsTo(const LinearRow &row, Symbol symbol);
+
     void define(Symbol variable, LinearRow definition);
     void undefine(Symbol variable);
 
