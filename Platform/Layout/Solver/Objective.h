@@ -19,7 +19,7 @@ public:
     void add(Symbol symbol, double level, double weight, const Tableau &tableau);
     /// Takes back what add() of the same values added.
     void remove(Symbol symbol, double level, double weight, const Tableau &tableau);
-    void clear() { m_levels.clear(); }
+    void clear();
     void dropColumn(Symbol symbol);
     /// Puts `value` in the place of a symbol that becomes basic.
     void substitute(Symbol symbol, const LinearRow &value);
@@ -36,8 +36,9 @@ public:
     /// coefficient than by `other`.
     int compare(Symbol symbol, double coefficient, Symbol other, double otherCoefficient) const;
     /// The first symbol, after Bland's rule, that lowers the highest level it has a cost in, of
-    /// those that `isFixed` does not rule out; -1 if there is none.
-    Symbol entering(const std::vector<char> &isFixed) const;
+    /// those that `isFixed` does not rule out; -1 if there is none. What it rules out once it must
+    /// rule out until clear().
+    Symbol entering(const std::vector<char> &isFixed);
 
 private:
     struct Level
@@ -48,7 +49,10 @@ private:
 
     void addToLevel(Symbol symbol, double level, double factor, int uses, const Tableau &tableau);
 
+    void suspect(const LinearRow &row);
+
     std::map<double, Level, std::greater<>> m_levels;
+    std::vector<Symbol> m_suspects; // whose costs have changed, and so may have fallen below 0
 };
 
 } // namespace Pellarvine::detail

@@ -108,15 +108,23 @@ VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
     return order;
 }
 
+// From the symbol upwards: little depends on what was added last.
 bool VariableDefinitions::leadsTo(const LinearRow &row, Symbol symbol)
 {
-    std::vector<Symbol> roots;
-    for (const auto &entry : row.entries)
-        roots.push_back(entry.symbol);
-    const std::vector<Symbol> order = dependencies(roots);
-    return std::any_of(order.begin(), order.end(), [&](Symbol defined) {
-        return definition(defined).coefficientOf(symbol) != 0.0;
-    });
+    std::vector<Symbol> depending { symbol };
+    bool isFound = false;
+    for (std::size_t i = 0; i < depending.size() && !isFound; ++i) {
+        for (const Symbol user : m_states[depending[i]].users) {
+            if (m_marks[user])
+                continue;
+            m_marks[user] = 1;
+            depending.push_back(user);
+            isFound = isFound || row.coefficientOf(user) != 0.0;
+        }
+    }
+    for (const Symbol user : depending)
+        m_marks[user] = 0;
+    return isFound;
 }
 
 LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &tableau)
