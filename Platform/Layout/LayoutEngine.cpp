@@ -187,7 +187,7 @@ void LayoutEngine::acquire(QWidget *widget, const QWidget *ancestor)
             takeOverAllOf(lower);
     }
     LayoutItem *const known = m_system.find(widget);
-    LayoutItem &item = known ? *known : m_system.add(widget, m_nextNumber++);
+    LayoutItem &item = known ? *known : m_system.add(widget);
     ++item.uses;
     item.placings += widget != ancestor ? 1 : 0;
     if (known)
@@ -203,6 +203,7 @@ void LayoutEngine::release(QWidget *widget, const QWidget *ancestor)
     LayoutItem *const item = m_system.find(widget);
     if (!item)
         return;
+    m_isOrderStale = true;
     item->placings -= widget != ancestor ? 1 : 0;
     if (--item->uses > 0)
         return;
@@ -317,6 +318,23 @@ void LayoutEngine::request()
         QCoreApplication::postEvent(m_host, new QEvent(QEvent::LayoutRequest));
 }
 
+// As if the constraints there are had come one after the other, and no others before.
+void LayoutEngine::reorder()
+{
+    std::vector<LayoutItem *> order;
+    QSet<const QWidget *> seen;
+    for (const Active &active : inOrder()) {
+        for (QWidget *const widget : { active.first, active.second }) {
+            LayoutItem *const item = m_system.find(widget);
+            if (item && !seen.contains(widget)) {
+                seen.insert(widget);
+                order.push_back(item);
+            }
+        }
+    }
+    m_system.setOrder(order);
+}
+
 void LayoutEngine::invalidate()
 {
     m_isStale = true;
@@ -331,6 +349,8 @@ void LayoutEngine::refresh()
 {
     if (!std::exchange(m_isStale, false))
         return;
+    if (std::exchange(m_isOrderStale, false))
+        reorder();
     if (m_system.setHostInsets(NS::alignmentRectInsets(m_host))) {
         rebuild();
         m_isStale = false; // of what follows here

@@ -83,6 +83,7 @@ private:
     void takeOverAllOf(LayoutEngine *lower);
 
     void request();
+    void reorder();
     void refresh();
     void refresh(LayoutItem &item);
     void rebuild();
@@ -94,6 +95,7 @@ private:
     LayoutSystem m_system;
     std::unordered_map<NS::LayoutConstraint *, Active> m_active;
     int m_nextNumber = 0;
+    bool m_isOrderStale = false; // constraints have gone, by which items came
     bool m_isStale = false; // what the widgets ask for may have changed
     bool m_isApplying = false;
     std::optional<QSize> m_minimumSize;

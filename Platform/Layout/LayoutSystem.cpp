@@ -103,15 +103,30 @@ LayoutItem *LayoutSystem::find(const QWidget *widget) const
     return place == m_items.end() ? nullptr : place->second.get();
 }
 
-LayoutItem &LayoutSystem::add(QWidget *widget, int number)
+LayoutItem &LayoutSystem::add(QWidget *widget)
 {
     auto &item = m_items[widget];
-    item = std::make_unique<LayoutItem>(widget, number, m_solver);
+    item = std::make_unique<LayoutItem>(widget, int(m_order.size()), m_solver);
     const auto place = std::upper_bound(
             m_order.begin(), m_order.end(), depthOf(widget),
             [](int depth, const LayoutItem *other) { return depth < depthOf(other->widget); });
     m_order.insert(place, item.get());
     return *item;
+}
+
+void LayoutSystem::setOrder(const std::vector<LayoutItem *> &items)
+{
+    std::vector<Solver::Variable> variables { m_width, m_height };
+    int number = 0;
+    for (LayoutItem *const item : items) {
+        for (LayoutAxis *const axis : { &item->x, &item->y }) {
+            axis->setWeight(m_solver, weightOf(number));
+            variables.push_back(axis->origin());
+            variables.push_back(axis->extent());
+        }
+        ++number;
+    }
+    m_solver.setOrder(variables);
 }
 
 void LayoutSystem::remove(LayoutItem &item)

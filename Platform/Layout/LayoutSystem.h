@@ -51,8 +51,10 @@ public:
 
     /// Null for the host and for what no constraint is about.
     LayoutItem *find(const QWidget *widget) const;
-    /// The caller gives it a frame or wishes next.
-    LayoutItem &add(QWidget *widget, int number);
+    /// The last one in order. The caller gives it a frame or wishes next.
+    LayoutItem &add(QWidget *widget);
+    /// Gives all items another order: what is left open, or wanted equally, goes by it.
+    void setOrder(const std::vector<LayoutItem *> &items);
     /// No constraint may be about it any more.
     void remove(LayoutItem &item);
     /// Parents first.

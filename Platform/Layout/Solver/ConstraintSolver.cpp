@@ -36,6 +36,13 @@ void ConstraintSolver::removeVariable(Variable variable)
     d->settle();
 }
 
+void ConstraintSolver::setOrder(const std::vector<Variable> &variables)
+{
+    d->nextNumber = 0;
+    for (const Variable variable : variables)
+        d->symbols[int(variable)].number = d->nextNumber++;
+}
+
 ConstraintSolver::Addition ConstraintSolver::add(const Expression &expression, Relation relation,
                                                  Strength strength)
 {
@@ -76,6 +83,12 @@ ConstraintSolver::Constraint ConstraintSolver::addTarget(const Expression &expre
 void ConstraintSolver::remove(Constraint constraint)
 {
     d->remove(int(constraint));
+    d->settle();
+}
+
+void ConstraintSolver::setWeight(Constraint constraint, double weight)
+{
+    d->setWeight(int(constraint), weight);
     d->settle();
 }
 

@@ -87,6 +87,10 @@ public:
     /// No constraint may mention it any more.
     void removeVariable(Variable variable);
 
+    /// Gives all variables another order, in which they come near to 0. By default they have that in
+    /// which they were added.
+    void setOrder(const std::vector<Variable> &variables);
+
     /// Adds "expression relation 0". Fails only for a required one; the solver is then as before.
     Addition add(const Expression &expression, Relation relation, Strength strength = required);
 
@@ -95,6 +99,9 @@ public:
     Constraint addTarget(const Expression &expression, Strength notBelow, Strength notAbove);
 
     void remove(Constraint constraint);
+
+    /// Gives a wanted constraint another weight, for either side.
+    void setWeight(Constraint constraint, double weight);
 
     /// Gives the constraint's expression another constant. Returns nothing, or the required
     /// constraints that contradict each other with that constant; the old one then stays.

@@ -127,6 +127,30 @@ void ConstraintSolver::Private::addCosts(const Record &record)
                         record.partnerStrength.weight);
 }
 
+void ConstraintSolver::Private::removeCosts(const Record &record)
+{
+    if (record.markerStrength.weight > 0.0)
+        simplex.removeCost(record.marker, record.markerStrength.level,
+                           record.markerStrength.weight);
+    if (record.partnerStrength.weight > 0.0)
+        simplex.removeCost(record.partner, record.partnerStrength.level,
+                           record.partnerStrength.weight);
+}
+
+void ConstraintSolver::Private::setWeight(int index, double weight)
+{
+    const Record old = records[index];
+    for (Strength *const strength :
+         { &records[index].markerStrength, &records[index].partnerStrength }) {
+        if (strength->weight > 0.0)
+            strength->weight = weight;
+    }
+    addCosts(records[index]);
+    removeCosts(old);
+    decidedPivots.reset();
+    simplex.optimize();
+}
+
 // If the row says what a variable is, makes that its definition. If not, it is expanded.
 bool ConstraintSolver::Private::define(LinearRow &row)
 {
@@ -224,10 +248,7 @@ void ConstraintSolver::Private::takeOut(int index)
     const auto pivotsBefore = simplex.pivots();
     const bool isCosting =
             record.markerStrength.weight > 0.0 || record.partnerStrength.weight > 0.0;
-    if (record.markerStrength.weight > 0.0)
-        simplex.removeCost(marker, record.markerStrength.level, record.markerStrength.weight);
-    if (record.partnerStrength.weight > 0.0)
-        simplex.removeCost(partner, record.partnerStrength.level, record.partnerStrength.weight);
+    removeCosts(record);
 
     // Without the constraint its marker may take any value.
     const Tableau &tableau = simplex.tableau();

@@ -50,6 +50,8 @@ struct ConstraintSolver::Private
     bool define(LinearRow &row);
     Symbol expandLittle(LinearRow &row);
     void addCosts(const Record &record);
+    void removeCosts(const Record &record);
+    void setWeight(int record, double weight);
     static std::shared_ptr<const LinearRow> termsOf(const Expression &expression, double factor);
     static LinearRow rowOf(const Record &record);
     Symbol newestFree(const LinearRow &row, bool isUnused) const;

@@ -69,10 +69,8 @@ TEST(AnchorExpression, each_attribute_is_the_line_it_names)
     for (const auto &[attribute, ofItem, ofHost, ofItemMirrored, ofHostMirrored] : rows) {
         EXPECT_EQ(value(item(attribute)), ofItem) << int(attribute);
         EXPECT_EQ(value(host(attribute)), ofHost) << int(attribute);
-        EXPECT_EQ(value(item(attribute), 1.0, {}, 0.0, hostAxis), ofItemMirrored)
-                << int(attribute);
-        EXPECT_EQ(value(host(attribute), 1.0, {}, 0.0, hostAxis), ofHostMirrored)
-                << int(attribute);
+        EXPECT_EQ(value(item(attribute), 1.0, {}, 0.0, hostAxis), ofItemMirrored) << int(attribute);
+        EXPECT_EQ(value(host(attribute), 1.0, {}, 0.0, hostAxis), ofHostMirrored) << int(attribute);
     }
     EXPECT_EQ(value(item(LayoutAttribute::firstBaseline, { 0.0, 12.0 })), 32);
     EXPECT_EQ(value(item(LayoutAttribute::lastBaseline, { 1.0, -5.0 })), 55);

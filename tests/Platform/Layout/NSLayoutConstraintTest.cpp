@@ -658,12 +658,12 @@ TEST(LayoutConstraint, what_is_left_open_comes_out_the_same_every_time)
         LayoutConstraint::activateConstraints({ constraints[0] }); // fixes the order of the two
         LayoutConstraint::activateConstraints({ constraints[1] });
         if (isShuffled) {
-            LayoutConstraint::deactivateConstraints({ constraints[0] });
+            LayoutConstraint::deactivateConstraints({ constraints[1] });
             LayoutConstraint::activateConstraints({ constraints[3], constraints[2] });
             window.resize(500, 500);
             window.place(&one);
             window.resize(300, 200);
-            LayoutConstraint::activateConstraints({ constraints[0] });
+            LayoutConstraint::activateConstraints({ constraints[1] });
         } else {
             LayoutConstraint::activateConstraints({ constraints[2], constraints[3] });
         }
