@@ -63,7 +63,7 @@ struct ConstraintSolver::Private
 
     bool isWorn() const;
     bool isMissed() const;
-    bool isUnreliable() const;
+    bool isUnreliable();
     void renew();
     void startAgain();
     std::vector<char> forgetRows();
@@ -88,6 +88,9 @@ struct ConstraintSolver::Private
     int changes = 0; // since everything was last computed from the records ...
     int changesSinceStart = 0; // ... and that without regard to the basis there was
     double freshRounding = 0.0; // what that has left
+    // The basis and the number of changes at which a snapshot was last compared with the records.
+    std::optional<unsigned long long> checkedPivots;
+    int checkedChanges = 0;
 };
 
 } // namespace Pellarvine::detail

@@ -47,10 +47,17 @@ bool ConstraintSolver::Private::isMissed() const
     });
 }
 
-bool ConstraintSolver::Private::isUnreliable() const
+// Looks at the snapshot after each change of the basis, and from time to time in any case.
+bool ConstraintSolver::Private::isUnreliable()
 {
-    return simplex.hasFailed() || isMissed()
-           || std::max(simplex.rounding(), definitions.rounding()) > fatalRounding;
+    constexpr int mostUnchecked = 32;
+    if (simplex.hasFailed() || std::max(simplex.rounding(), definitions.rounding()) > fatalRounding)
+        return true;
+    if (checkedPivots == simplex.pivots() && std::abs(changes - checkedChanges) < mostUnchecked)
+        return false;
+    checkedPivots = simplex.pivots();
+    checkedChanges = changes;
+    return isMissed();
 }
 
 std::vector<char> ConstraintSolver::Private::forgetRows()
