@@ -84,7 +84,7 @@ class Form
 public:
     Form()
     {
-        m_window.resize(600, 500);
+        m_window.setFixedSize(600, 500);
         for (int i = 0; i < widgets; ++i)
             m_buttons.push_back(new QPushButton(QString(3 + i, u'x'), &m_window));
     }
