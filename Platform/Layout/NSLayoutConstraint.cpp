@@ -267,6 +267,12 @@ void LayoutConstraint::setPriority(double priority)
     Q_EMIT priorityChanged(priority);
 }
 
+std::shared_ptr<LayoutConstraint> LayoutConstraint::withPriority(double priority)
+{
+    setPriority(priority);
+    return shared_from_this();
+}
+
 bool LayoutConstraint::isActive() const
 {
     return d->engine;

@@ -108,6 +108,8 @@ public:
     /// with a warning.
     double priority() const;
     void setPriority(double priority);
+    /// Sets the priority and returns this constraint, to be used where one is made.
+    std::shared_ptr<LayoutConstraint> withPriority(double priority);
 
     /// False unless set, and again if the layout drops the constraint. Setting it activates or
     /// deactivates this constraint alone, as the functions below do.

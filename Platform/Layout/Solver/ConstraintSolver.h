@@ -31,6 +31,9 @@ namespace Pellarvine::detail {
 ///   variables, and is multiplied out only when a further constraint needs it. So a chain of n
 ///   places costs n terms and not their square.
 ///
+/// Rounding does not add up over a long life: the solver keeps each constraint as it was given, sees
+/// how much rounding leaves of coefficients that cancel out, and computes all others again in time.
+///
 /// Copyable: a copy answers "what if" and leaves the original alone.
 class PELLARVINE_INTERNAL_EXPORT ConstraintSolver
 {

@@ -33,6 +33,9 @@ static_assert(CanBeEqual<LayoutDimension, LayoutDimension>);
 static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutYAxisAnchor>);
 static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutDimension>);
 static_assert(!CanBeEqual<LayoutDimension, LayoutYAxisAnchor>);
+static_assert(CanBeEqual<LayoutDimension, LayoutMultiple>);
+static_assert(!CanBeEqual<LayoutMultiple, LayoutDimension>);
+static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutMultiple>);
 static_assert(!std::is_copy_constructible_v<LayoutConstraint>);
 
 // Asks for a size, and has a property that a style would leave to its class.
@@ -104,13 +107,6 @@ std::string warningsOf(const std::function<void()> &work)
     return ::testing::internal::GetCapturedStdout();
 }
 
-std::shared_ptr<LayoutConstraint> withPriority(std::shared_ptr<LayoutConstraint> constraint,
-                                               double priority)
-{
-    constraint->setPriority(priority);
-    return constraint;
-}
-
 } // namespace
 
 TEST(LayoutConstraint, each_anchor_makes_constraints_about_the_line_it_names)
@@ -144,6 +140,15 @@ TEST(LayoutConstraint, each_anchor_makes_constraints_about_the_line_it_names)
     const auto ratio =
             widthAnchor(&view).constraintLessThanOrEqualToAnchor(heightAnchor(&other), 1.5, -4);
     EXPECT_EQ(ratio->description(), u"QWidget.width <= 1.5 * QWidget.height - 4"_s);
+    const auto multiple = heightAnchor(&other).multipliedBy(0.5);
+    EXPECT_EQ(widthAnchor(&view).constraintEqualToAnchor(multiple)->description(),
+              u"QWidget.width == 0.5 * QWidget.height"_s);
+    EXPECT_EQ(widthAnchor(&view).constraintLessThanOrEqualToAnchor(multiple, 3)->description(),
+              u"QWidget.width <= 0.5 * QWidget.height + 3"_s);
+    const auto wish = widthAnchor(&view).constraintGreaterThanOrEqualToAnchor(multiple, -3);
+    EXPECT_EQ(wish->withPriority(LayoutPriority::defaultLow), wish);
+    EXPECT_EQ(wish->priority(), LayoutPriority::defaultLow);
+    EXPECT_EQ(wish->description(), u"QWidget.width >= 0.5 * QWidget.height - 3"_s);
     const auto least = heightAnchor(&view).constraintGreaterThanOrEqualToConstant(40);
     EXPECT_EQ(least->description(), u"QWidget.height >= 40"_s);
 }
@@ -214,10 +219,10 @@ TEST(LayoutConstraint, a_higher_priority_goes_first_whatever_the_number_of_lower
     Window window(200, 100);
     QWidget view(&window);
     pinTopLeading(&view);
-    const auto strong = withPriority(widthAnchor(&view).constraintEqualToConstant(50), 501);
+    const auto strong = widthAnchor(&view).constraintEqualToConstant(50)->withPriority(501);
     strong->setActive(true);
     for (int i = 0; i < 20; ++i)
-        withPriority(widthAnchor(&view).constraintEqualToConstant(90), 500)->setActive(true);
+        widthAnchor(&view).constraintEqualToConstant(90)->withPriority(500)->setActive(true);
     EXPECT_EQ(window.place(&view).width(), 50);
     strong->setPriority(499);
     EXPECT_EQ(window.place(&view).width(), 90);
