@@ -188,8 +188,8 @@ void resizeWindow(benchmark::State &state)
         state.SkipWithError("the cells do not fill the panel");
 }
 
-// A form of labels and fields, in the way of QFormLayout and by constraints: with a column of labels
-// that are as wide as the first one, or each as wide as it likes.
+// A form of labels and fields, in the way of QFormLayout and by constraints: with labels that are
+// as wide as the first one, or each as wide as it likes.
 enum class FormKind {
     qt,
     untied,

@@ -5,7 +5,6 @@
 #include "Layout/Baseline.h"
 #include "Layout/ConstraintLayout.h"
 #include "Layout/LayoutHosts.h"
-#include "Layout/LayoutLevel.h"
 #include "View/NSView.h"
 
 #include <QCoreApplication>
@@ -452,89 +451,6 @@ void LayoutEngine::apply()
         if (height > m_host->height() && height <= m_host->maximumHeight())
             m_host->resize(m_host->width(), height);
     }
-}
-
-// Answers
-
-// Qt adds the host's margins, which constraints count in.
-QSize LayoutEngine::withoutMargins(const QSize &size) const
-{
-    return size.shrunkBy(m_host->contentsMargins());
-}
-
-QSize LayoutEngine::minimumSize()
-{
-    if (!m_minimumSize) {
-        refresh();
-        m_minimumSize = withoutMargins(m_system.smallestSize()).expandedTo({ 0, 0 });
-    }
-    return *m_minimumSize;
-}
-
-QSize LayoutEngine::sizeHint()
-{
-    if (!m_sizeHint) {
-        refresh();
-        m_sizeHint = withoutMargins(m_system.preferredSize()).expandedTo(minimumSize());
-    }
-    return *m_sizeHint;
-}
-
-QSize LayoutEngine::maximumSize()
-{
-    if (!m_maximumSize) {
-        refresh();
-        const QSize largest = m_system.largestSize();
-        QSize size = withoutMargins(largest);
-        if (largest.width() >= QLAYOUTSIZE_MAX)
-            size.setWidth(QLAYOUTSIZE_MAX);
-        if (largest.height() >= QLAYOUTSIZE_MAX)
-            size.setHeight(QLAYOUTSIZE_MAX);
-        m_maximumSize = size.expandedTo(minimumSize());
-    }
-    return *m_maximumSize;
-}
-
-bool LayoutEngine::hasHeightForWidth()
-{
-    refresh();
-    return m_system.hasHeightForWidth();
-}
-
-int LayoutEngine::heightForWidth(int width)
-{
-    const auto known = m_heights.constFind(width);
-    if (known != m_heights.constEnd())
-        return *known;
-    const int height = fittingHeight(width, NS::LayoutPriority::fittingSizeCompression);
-    m_heights.insert(width, height);
-    return height;
-}
-
-int LayoutEngine::minimumHeightForWidth(int width)
-{
-    const auto known = m_minimumHeights.constFind(width);
-    if (known != m_minimumHeights.constEnd())
-        return *known;
-    const int height = fittingHeight(width, LayoutLevel::shrinking);
-    m_minimumHeights.insert(width, height);
-    return height;
-}
-
-int LayoutEngine::fittingHeight(int width, double level)
-{
-    refresh();
-    const QMargins margins = m_host->contentsMargins();
-    const int height = m_system.fittingHeight(width + margins.left() + margins.right(), level);
-    return std::max(0, height - margins.top() - margins.bottom());
-}
-
-Qt::Orientations LayoutEngine::expandingDirections() const
-{
-    Qt::Orientations directions;
-    for (const LayoutItem *const item : m_system.items())
-        directions |= item->widget->sizePolicy().expandingDirections();
-    return directions;
 }
 
 bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)

@@ -59,9 +59,9 @@ inline constexpr double fittingSizeCompression = 50.0; ///< at which a container
 ///     gap->setConstant(16); // re-solves what depends on it
 ///
 /// Leading and trailing follow the layout direction of the nearest common ancestor of the two
-/// widgets. An active constraint is kept by the layout of the nearest common ancestor of its two widgets,
-/// or, with one widget, of its parent (its own where a Qt layout places it); the caller need not
-/// keep it. It ends, becoming inactive, with either widget, and when either leaves that ancestor.
+/// widgets. An active constraint is kept by the layout of that ancestor, or, with one widget, of
+/// its parent (its own where a Qt layout places it); the caller need not keep it. It ends, becoming
+/// inactive, with either widget, and when either leaves that ancestor.
 /// That ancestor gets a QLayout that reports its minimum, preferred and maximum size upwards (see
 /// `QLayout::setSizeConstraint`); if it has a layout of another kind, constraints work beside that
 /// but report nothing.
@@ -117,7 +117,8 @@ public:
     void setActive(bool isActive);
 
     /// "title.leading == panel.leading + 8", with the widgets' object names, or else their classes
-    /// and places in their parents ("form/QLabel[2]" is the second label of the form), and in front, in brackets, the constraint's own object name if it has one.
+    /// and places in their parents ("form/QLabel[2]" is the second label of the form), and in
+    /// front, in brackets, the constraint's own object name if it has one.
     QString description() const;
 
     /// Activates all, in order. If the widgets of any have no common ancestor, warns once and

@@ -31,8 +31,9 @@ namespace Pellarvine::detail {
 ///   variables, and is multiplied out only when a further constraint needs it. So a chain of n
 ///   places costs n terms and not their square.
 ///
-/// Rounding does not add up over a long life: the solver keeps each constraint as it was given, sees
-/// how much rounding leaves of coefficients that cancel out, and computes all others again in time.
+/// Rounding does not add up over a long life: the solver keeps each constraint as it was given,
+/// sees how much rounding leaves of coefficients that cancel out, and computes the others again in
+/// time.
 ///
 /// Copyable: a copy answers "what if" and leaves the original alone.
 class PELLARVINE_INTERNAL_EXPORT ConstraintSolver
@@ -90,8 +91,8 @@ public:
     /// No constraint may mention it any more.
     void removeVariable(Variable variable);
 
-    /// Gives all variables another order, in which they come near to 0. By default they have that in
-    /// which they were added.
+    /// Gives all variables another order, in which they come near to 0. Default: as they were
+    /// added.
     void setOrder(const std::vector<Variable> &variables);
 
     /// Adds "expression relation 0". Fails only for a required one; the solver is then as before.

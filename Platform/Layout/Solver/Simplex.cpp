@@ -142,8 +142,8 @@ void Simplex::insertAnyhow(LinearRow row, Symbol marker)
     m_tableau.insert(std::move(row), marker);
 }
 
-// Gauss's elimination: the symbol that fewest rows mention goes first, so that rows stay short, into
-// the row where its coefficient is largest, so that rounding does not grow.
+// Gauss's elimination: the symbol that fewest rows mention goes first, so that rows stay short. It
+// goes into the row where its coefficient is largest, so that rounding does not grow.
 void Simplex::makeBasic(const std::vector<char> &isWanted)
 {
     std::vector<Symbol> left;
@@ -344,8 +344,8 @@ double Simplex::roomIn(int index, Symbol entering, double slack) const
                              : (std::max(0.0, row.constant) + slack) / size;
 }
 
-// The row that first keeps a nonbasic symbol from growing; -1 if none does. Of several that do so at
-// about the same place, the one with the largest pivot.
+// The row that first keeps a nonbasic symbol from growing; -1 if none does. Of several that do so
+// at about the same place, the one with the largest pivot.
 int Simplex::leavingRow(Symbol entering, bool isCareful) const
 {
     const double slack = isCareful ? 0.0 : leeway;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A solver that has seen thousands of changes answers like a fresh one. A few seeds and 1000 changes
-// each, or, with PELLARVINE_ENDURANCE_SEEDS=100, as many seeds and 10000 changes, for a nightly run.
+// A solver that has seen thousands of changes answers like a fresh one. Runs a few seeds with 1000
+// changes each; with PELLARVINE_ENDURANCE_SEEDS=100, for a nightly run, as many with 10000 each.
 #include "Layout/Solver/ConstraintSolver.h"
 
 #include <QtGlobal>
