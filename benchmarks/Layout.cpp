@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The solver from 10 to 1000 views, whose cost per view should not grow with their number; a window
-// with 100 constrained widgets against the same arrangement in Qt's own nested grids.
+// with 100 constrained widgets against the same arrangement in Qt's own nested grids; forms of 500
+// and 1000 rows against QFormLayout.
 #include "Goals.h"
 #include "Layout/Solver/ConstraintSolver.h"
 
@@ -8,7 +9,10 @@
 #include <pellarvine/Platform/NSView.h>
 
 #include <QApplication>
+#include <QFormLayout>
 #include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
 #include <QWidget>
 #include <benchmark/benchmark.h>
 
@@ -184,6 +188,100 @@ void resizeWindow(benchmark::State &state)
         state.SkipWithError("the cells do not fill the panel");
 }
 
+// A form of labels and fields, in the way of QFormLayout and by constraints: with labels that are
+// as wide as the first one, or each as wide as it likes.
+enum class FormKind {
+    qt,
+    untied,
+    tied,
+};
+
+class Form
+{
+public:
+    Form(FormKind kind, int count)
+    {
+        if (kind == FormKind::qt)
+            m_form = new QFormLayout(&m_window);
+        QList<std::shared_ptr<LayoutConstraint>> constraints;
+        QWidget *firstLabel = nullptr;
+        QWidget *above = nullptr;
+        for (int i = 0; i < count; ++i) {
+            auto *const label = new QLabel(QStringLiteral("Row %1").arg(i), &m_window);
+            auto *const field = new QLineEdit(&m_window);
+            if (m_form) {
+                m_form->addRow(label, field);
+                continue;
+            }
+            constraints +=
+                    leadingAnchor(label).constraintEqualToAnchor(leadingAnchor(&m_window), spacing);
+            constraints +=
+                    leadingAnchor(field).constraintEqualToAnchor(trailingAnchor(label), spacing);
+            constraints += trailingAnchor(field).constraintEqualToAnchor(trailingAnchor(&m_window),
+                                                                         -spacing);
+            constraints +=
+                    firstBaselineAnchor(label).constraintEqualToAnchor(firstBaselineAnchor(field));
+            constraints += topAnchor(field).constraintEqualToAnchor(
+                    above ? bottomAnchor(above) : topAnchor(&m_window), spacing);
+            if (i == count / 2)
+                m_gap = constraints.constLast();
+            if (kind == FormKind::tied && firstLabel)
+                constraints += widthAnchor(label).constraintEqualToAnchor(widthAnchor(firstLabel));
+            if (!firstLabel)
+                firstLabel = label;
+            above = field;
+        }
+        if (m_form)
+            return;
+        constraints +=
+                bottomAnchor(above).constraintEqualToAnchor(bottomAnchor(&m_window), -spacing);
+        LayoutConstraint::activateConstraints(constraints);
+    }
+
+    void show()
+    {
+        m_window.show();
+        QApplication::processEvents();
+    }
+
+    void changeConstant()
+    {
+        m_gap->setConstant(m_gap->constant() > 20.0 ? spacing : m_gap->constant() + 1.0);
+        QApplication::processEvents();
+    }
+
+    void resize()
+    {
+        m_step = (m_step + 1) % 200;
+        m_window.resize(600 + m_step, m_window.height());
+        QApplication::processEvents();
+    }
+
+private:
+    QWidget m_window;
+    QFormLayout *m_form = nullptr;
+    std::shared_ptr<LayoutConstraint> m_gap;
+    int m_step = 0;
+};
+
+template <FormKind kind>
+void showForm(benchmark::State &state)
+{
+    for (auto _ : state) {
+        Form form(kind, int(state.range(0)));
+        form.show();
+    }
+}
+
+template <FormKind kind, void (Form::*change)()>
+void changeForm(benchmark::State &state)
+{
+    Form form(kind, int(state.range(0)));
+    form.show();
+    for (auto _ : state)
+        (form.*change)();
+}
+
 void sizes(benchmark::internal::Benchmark *benchmark)
 {
     benchmark->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
@@ -200,6 +298,32 @@ BENCHMARK(resizeWindow<&arrangeInGrids>)
         ->Name("layout/resize-window-grids")
         ->Unit(benchmark::kMicrosecond);
 
+void formSizes(benchmark::internal::Benchmark *benchmark)
+{
+    benchmark->Arg(500)->Unit(benchmark::kMillisecond);
+}
+
+void formGrowth(benchmark::internal::Benchmark *benchmark)
+{
+    benchmark->Arg(500)->Arg(1000)->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK(showForm<FormKind::qt>)->Name("layout/show-qform")->Apply(formSizes);
+BENCHMARK(showForm<FormKind::untied>)->Name("layout/show-form")->Apply(formGrowth);
+BENCHMARK(showForm<FormKind::tied>)->Name("layout/show-tied-form")->Apply(formGrowth);
+BENCHMARK(changeForm<FormKind::untied, &Form::changeConstant>)
+        ->Name("layout/form-constant")
+        ->Apply(formSizes);
+BENCHMARK(changeForm<FormKind::untied, &Form::resize>)
+        ->Name("layout/form-resize")
+        ->Apply(formSizes);
+BENCHMARK(changeForm<FormKind::tied, &Form::changeConstant>)
+        ->Name("layout/tied-form-constant")
+        ->Apply(formSizes);
+BENCHMARK(changeForm<FormKind::tied, &Form::resize>)
+        ->Name("layout/tied-form-resize")
+        ->Apply(formSizes);
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -213,15 +337,31 @@ int main(int argc, char **argv)
                       .baseline = "layout/" + work + "/100",
                       .limit = 13.0 };
     };
-    return runBenchmarks(argc, argv,
-                         {
-                                 growth("solve-chain"),
-                                 growth("resolve-chain"),
-                                 growth("solve-grid"),
-                                 growth("resolve-grid"),
-                                 { .name = "layout/resize-window",
-                                   .subject = "layout/resize-window",
-                                   .baseline = "layout/resize-window-grids",
-                                   .limit = 1.5 },
-                         });
+    const auto ratio = [](const std::string &name, const std::string &subject,
+                          const std::string &baseline, double limit) {
+        return Goal { .name = "layout/" + name,
+                      .subject = "layout/" + subject,
+                      .baseline = "layout/" + baseline,
+                      .limit = limit };
+    };
+    return runBenchmarks(
+            argc, argv,
+            {
+                    growth("solve-chain"),
+                    growth("resolve-chain"),
+                    growth("solve-grid"),
+                    growth("resolve-grid"),
+                    { .name = "layout/resize-window",
+                      .subject = "layout/resize-window",
+                      .baseline = "layout/resize-window-grids",
+                      .limit = 1.0 },
+                    ratio("show-form", "show-form/500", "show-qform/500", 1.5),
+                    ratio("show-tied-form", "show-tied-form/500", "show-qform/500", 1.5),
+                    ratio("form-constant", "form-constant/500", "form-resize/500", 2.0),
+                    ratio("tied-form-constant", "tied-form-constant/500", "tied-form-resize/500",
+                          2.0),
+                    ratio("show-form-growth", "show-form/1000", "show-form/500", 2.3),
+                    ratio("show-tied-form-growth", "show-tied-form/1000", "show-tied-form/500",
+                          2.3),
+            });
 }

@@ -32,12 +32,14 @@ void addExtent(Solver::Expression &expression, const AnchorAxis &axis, double fa
 }
 
 void addAnchor(Solver::Expression &expression, const Anchor &anchor, double factor,
-               std::optional<Solver::Variable> mirroringWidth)
+               const std::optional<AnchorAxis> &mirroring)
 {
-    const bool isMirrored = mirroringWidth.has_value();
+    const bool isMirrored = mirroring.has_value();
     const auto addX = [&](double fraction) {
+        if (isMirrored && mirroring->origin)
+            expression.terms.push_back({ *mirroring->origin, factor });
         if (isMirrored)
-            expression.terms.push_back({ *mirroringWidth, factor });
+            expression.terms.push_back({ mirroring->extent, factor });
         addPlace(expression, anchor.x, fraction, isMirrored ? -factor : factor);
     };
     const auto addY = [&](double fraction) {
@@ -77,13 +79,14 @@ void addAnchor(Solver::Expression &expression, const Anchor &anchor, double fact
 } // namespace
 
 Solver::Expression anchorExpression(const Anchor &first, double multiplier, const Anchor &second,
-                                    double constant, std::optional<Solver::Variable> mirroringWidth)
+                                    double constant, const std::optional<AnchorAxis> &mirroring)
 {
-    if (!followsDirection(first.attribute) && !followsDirection(second.attribute))
-        mirroringWidth.reset();
+    const auto axis = followsDirection(first.attribute) || followsDirection(second.attribute)
+                              ? mirroring
+                              : std::nullopt;
     Solver::Expression expression { {}, -constant };
-    addAnchor(expression, first, 1.0, mirroringWidth);
-    addAnchor(expression, second, -multiplier, mirroringWidth);
+    addAnchor(expression, first, 1.0, axis);
+    addAnchor(expression, second, -multiplier, axis);
     return expression;
 }
 

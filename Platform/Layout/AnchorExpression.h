@@ -25,10 +25,10 @@ struct Anchor
 };
 
 /// "first - multiplier * second - constant", which a constraint compares with 0. Where the layout
-/// runs from right to left, `mirroringWidth` is the host's width: leading and trailing places, and
-/// the constant between them, count from the right.
+/// of the view that holds both runs from right to left, `mirroring` is that view: leading and
+/// trailing places, and the constant between them, count from its right.
 PELLARVINE_INTERNAL_EXPORT ConstraintSolver::Expression
 anchorExpression(const Anchor &first, double multiplier, const Anchor &second, double constant,
-                 std::optional<ConstraintSolver::Variable> mirroringWidth);
+                 const std::optional<AnchorAxis> &mirroring);
 
 } // namespace Pellarvine::detail

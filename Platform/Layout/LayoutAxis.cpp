@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/LayoutAxis.h"
 
+#include "Base/Assign.h"
 #include "Layout/LayoutLevel.h"
 
 namespace Pellarvine::detail {
@@ -12,6 +13,16 @@ LayoutAxis::LayoutAxis(Solver &solver, double weight)
     , m_origin(solver.addVariable())
     , m_extent(solver.addVariable())
 { }
+
+void LayoutAxis::setWeight(Solver &solver, double weight)
+{
+    if (!assign(m_weight, weight))
+        return;
+    for (const Limit &limit : { m_target, m_lower, m_upper }) {
+        if (limit)
+            solver.setWeight(*limit, weight);
+    }
+}
 
 void LayoutAxis::setWish(Solver &solver, const LengthWish &wish)
 {

@@ -18,6 +18,8 @@ public:
     ConstraintSolver::Variable origin() const { return m_origin; }
     ConstraintSolver::Variable extent() const { return m_extent; }
 
+    void setWeight(ConstraintSolver &solver, double weight);
+
     void setWish(ConstraintSolver &solver, const LengthWish &wish);
 
     /// Another target for the wish that there is. Returns whether it is another one. For a copy of

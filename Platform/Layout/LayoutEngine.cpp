@@ -5,7 +5,6 @@
 #include "Layout/Baseline.h"
 #include "Layout/ConstraintLayout.h"
 #include "Layout/LayoutHosts.h"
-#include "Layout/LayoutLevel.h"
 #include "View/NSView.h"
 
 #include <QCoreApplication>
@@ -58,7 +57,6 @@ LayoutEngine::LayoutEngine(QWidget *host)
     , m_host(host)
 {
     m_system.setHostInsets(NS::alignmentRectInsets(host));
-    m_system.setRightToLeft(host->layoutDirection() == Qt::RightToLeft);
     LayoutHosts::all().insert(host, this);
     if (ConstraintLayout::canServe(host))
         m_layout = new ConstraintLayout(host, this);
@@ -78,7 +76,7 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
 {
     acquire(constraint->firstItem(), ancestor);
     acquire(constraint->secondItem(), ancestor);
-    const Solver::Addition added = m_system.add(*constraint);
+    const Solver::Addition added = m_system.add(*constraint, ancestor);
     if (!added.constraint) {
         warnAbout(*constraint, added.conflict);
         release(constraint->firstItem(), ancestor);
@@ -86,9 +84,11 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
         constraint->setEngine(nullptr);
         return;
     }
-    m_active.insert_or_assign(constraint.get(), Active { constraint, constraint->firstItem(),
-                                                         constraint->secondItem(), ancestor,
-                                                         added.constraint, m_nextNumber++ });
+    m_active.insert_or_assign(constraint.get(),
+                              Active { constraint, constraint->firstItem(),
+                                       constraint->secondItem(), ancestor, added.constraint,
+                                       m_nextNumber++,
+                                       m_system.expressionOf(*constraint, ancestor).terms });
     request();
     constraint->setEngine(this);
 }
@@ -107,16 +107,17 @@ void LayoutEngine::remove(LayoutConstraint *constraint)
 
 void LayoutEngine::updateConstant(LayoutConstraint *constraint)
 {
-    const auto handle = m_active.at(constraint).handle;
-    if (!handle)
+    const Active &active = m_active.at(constraint);
+    if (!active.handle)
         return;
-    const auto conflict =
-            m_system.solver().setConstant(*handle, m_system.expressionOf(*constraint).constant);
-    if (!conflict.empty()) {
-        warnAbout(*constraint, conflict);
-        remove(constraint);
+    const auto conflict = m_system.solver().setConstant(
+            *active.handle, m_system.expressionOf(*constraint, active.ancestor).constant);
+    if (conflict.empty()) {
+        request();
+        return;
     }
-    request();
+    warnAbout(*constraint, conflict);
+    remove(constraint);
 }
 
 void LayoutEngine::updateStrength(LayoutConstraint *constraint)
@@ -139,7 +140,7 @@ void LayoutEngine::takeOut(Active &active)
 // caller has to remove it.
 bool LayoutEngine::addAgain(Active &active)
 {
-    const Solver::Addition added = m_system.add(*active.constraint);
+    const Solver::Addition added = m_system.add(*active.constraint, active.ancestor);
     if (!added.constraint)
         warnAbout(*active.constraint, added.conflict);
     active.handle = added.constraint;
@@ -185,7 +186,7 @@ void LayoutEngine::acquire(QWidget *widget, const QWidget *ancestor)
             takeOverAllOf(lower);
     }
     LayoutItem *const known = m_system.find(widget);
-    LayoutItem &item = known ? *known : m_system.add(widget, m_nextNumber++);
+    LayoutItem &item = known ? *known : m_system.add(widget);
     ++item.uses;
     item.placings += widget != ancestor ? 1 : 0;
     if (known)
@@ -201,6 +202,7 @@ void LayoutEngine::release(QWidget *widget, const QWidget *ancestor)
     LayoutItem *const item = m_system.find(widget);
     if (!item)
         return;
+    m_isOrderStale = true;
     item->placings -= widget != ancestor ? 1 : 0;
     if (--item->uses > 0)
         return;
@@ -221,8 +223,11 @@ void LayoutEngine::watch(QWidget *widget)
 void LayoutEngine::drop(const QSet<QWidget *> &widgets, bool areAlive)
 {
     QList<std::shared_ptr<LayoutConstraint>> moved;
+    const QPointer<LayoutEngine> self(this);
     std::vector<Active> all = inOrder();
     for (Active &active : all) {
+        if (!m_active.contains(active.constraint.get()))
+            continue;
         const bool isFirst = widgets.contains(active.first);
         const bool isSecond = !active.second || widgets.contains(active.second);
         if (!isFirst && !widgets.contains(active.second))
@@ -234,6 +239,8 @@ void LayoutEngine::drop(const QSet<QWidget *> &widgets, bool areAlive)
         release(active.first, active.ancestor);
         release(active.second, active.ancestor);
         active.constraint->setEngine(nullptr);
+        if (!self)
+            return;
     }
     request();
     LayoutConstraint::activateConstraints(moved);
@@ -310,6 +317,23 @@ void LayoutEngine::request()
         QCoreApplication::postEvent(m_host, new QEvent(QEvent::LayoutRequest));
 }
 
+// As if the constraints there are had come one after the other, and no others before.
+void LayoutEngine::reorder()
+{
+    std::vector<LayoutItem *> order;
+    QSet<const QWidget *> seen;
+    for (const Active &active : inOrder()) {
+        for (QWidget *const widget : { active.first, active.second }) {
+            LayoutItem *const item = m_system.find(widget);
+            if (item && !seen.contains(widget)) {
+                seen.insert(widget);
+                order.push_back(item);
+            }
+        }
+    }
+    m_system.setOrder(order);
+}
+
 void LayoutEngine::invalidate()
 {
     m_isStale = true;
@@ -324,6 +348,8 @@ void LayoutEngine::refresh()
 {
     if (!std::exchange(m_isStale, false))
         return;
+    if (std::exchange(m_isOrderStale, false))
+        reorder();
     if (m_system.setHostInsets(NS::alignmentRectInsets(m_host))) {
         rebuild();
         m_isStale = false; // of what follows here
@@ -331,14 +357,39 @@ void LayoutEngine::refresh()
     for (LayoutItem *const item : m_system.items())
         refresh(*item);
     // Fonts may have changed.
+    std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
     for (const Active &active : inOrder()) {
-        LayoutConstraint *const constraint = active.constraint.get();
+        const auto &constraint = active.constraint;
         if (!isBaseline(constraint->firstAttribute()) && !isBaseline(constraint->secondAttribute()))
             continue;
-        Active &kept = m_active.at(constraint);
-        takeOut(kept);
-        if (!addAgain(kept))
-            remove(constraint);
+        if (!updateBaseline(m_active.at(constraint.get())))
+            contradicting.push_back(constraint);
+    }
+    removeAll(contradicting);
+}
+
+// Returns false if it now contradicts others; the caller has to remove it.
+bool LayoutEngine::updateBaseline(Active &active)
+{
+    Solver::Expression expression = m_system.expressionOf(*active.constraint, active.ancestor);
+    if (!active.handle || expression.terms != active.terms) {
+        active.terms = std::move(expression.terms);
+        takeOut(active);
+        return addAgain(active);
+    }
+    const auto conflict = m_system.solver().setConstant(*active.handle, expression.constant);
+    if (!conflict.empty())
+        warnAbout(*active.constraint, conflict);
+    return conflict.empty();
+}
+
+// Each tells its observers, whose code may end any of them, or the engine.
+void LayoutEngine::removeAll(const std::vector<std::shared_ptr<LayoutConstraint>> &constraints)
+{
+    const QPointer<LayoutEngine> self(this);
+    for (const auto &constraint : constraints) {
+        if (self && m_active.contains(constraint.get()))
+            remove(constraint.get());
     }
 }
 
@@ -358,15 +409,13 @@ void LayoutEngine::rebuild()
     const std::vector<Active> all = inOrder();
     for (const Active &active : all)
         takeOut(m_active.at(active.constraint.get()));
-    std::vector<LayoutConstraint *> contradicting;
+    std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
     for (const Active &active : all) {
-        LayoutConstraint *const constraint = active.constraint.get();
-        if (!addAgain(m_active.at(constraint)))
-            contradicting.push_back(constraint);
+        if (!addAgain(m_active.at(active.constraint.get())))
+            contradicting.push_back(active.constraint);
     }
-    for (LayoutConstraint *const constraint : contradicting)
-        remove(constraint);
     request();
+    removeAll(contradicting);
 }
 
 void LayoutEngine::apply()
@@ -404,89 +453,6 @@ void LayoutEngine::apply()
     }
 }
 
-// Answers
-
-// Qt adds the host's margins, which constraints count in.
-QSize LayoutEngine::withoutMargins(const QSize &size) const
-{
-    return size.shrunkBy(m_host->contentsMargins());
-}
-
-QSize LayoutEngine::minimumSize()
-{
-    if (!m_minimumSize) {
-        refresh();
-        m_minimumSize = withoutMargins(m_system.smallestSize()).expandedTo({ 0, 0 });
-    }
-    return *m_minimumSize;
-}
-
-QSize LayoutEngine::sizeHint()
-{
-    if (!m_sizeHint) {
-        refresh();
-        m_sizeHint = withoutMargins(m_system.preferredSize()).expandedTo(minimumSize());
-    }
-    return *m_sizeHint;
-}
-
-QSize LayoutEngine::maximumSize()
-{
-    if (!m_maximumSize) {
-        refresh();
-        const QSize largest = m_system.largestSize();
-        QSize size = withoutMargins(largest);
-        if (largest.width() >= QLAYOUTSIZE_MAX)
-            size.setWidth(QLAYOUTSIZE_MAX);
-        if (largest.height() >= QLAYOUTSIZE_MAX)
-            size.setHeight(QLAYOUTSIZE_MAX);
-        m_maximumSize = size.expandedTo(minimumSize());
-    }
-    return *m_maximumSize;
-}
-
-bool LayoutEngine::hasHeightForWidth()
-{
-    refresh();
-    return m_system.hasHeightForWidth();
-}
-
-int LayoutEngine::heightForWidth(int width)
-{
-    const auto known = m_heights.constFind(width);
-    if (known != m_heights.constEnd())
-        return *known;
-    const int height = fittingHeight(width, NS::LayoutPriority::fittingSizeCompression);
-    m_heights.insert(width, height);
-    return height;
-}
-
-int LayoutEngine::minimumHeightForWidth(int width)
-{
-    const auto known = m_minimumHeights.constFind(width);
-    if (known != m_minimumHeights.constEnd())
-        return *known;
-    const int height = fittingHeight(width, LayoutLevel::shrinking);
-    m_minimumHeights.insert(width, height);
-    return height;
-}
-
-int LayoutEngine::fittingHeight(int width, double level)
-{
-    refresh();
-    const QMargins margins = m_host->contentsMargins();
-    const int height = m_system.fittingHeight(width + margins.left() + margins.right(), level);
-    return std::max(0, height - margins.top() - margins.bottom());
-}
-
-Qt::Orientations LayoutEngine::expandingDirections() const
-{
-    Qt::Orientations directions;
-    for (const LayoutItem *const item : m_system.items())
-        directions |= item->widget->sizePolicy().expandingDirections();
-    return directions;
-}
-
 bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
 {
     auto *const widget = static_cast<QWidget *>(watched);
@@ -516,7 +482,8 @@ bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
         }
         break;
     case QEvent::LayoutDirectionChange:
-        if (isHost && m_system.setRightToLeft(m_host->layoutDirection() == Qt::RightToLeft))
+        if (std::any_of(m_active.begin(), m_active.end(),
+                        [&](const auto &entry) { return entry.second.ancestor == widget; }))
             rebuild();
         break;
     case QEvent::DynamicPropertyChange:

@@ -61,11 +61,14 @@ private:
         QWidget *ancestor = nullptr;
         std::optional<Solver::Constraint> handle; ///< none while it is out of the solver
         int number = 0;
+        std::vector<Solver::Term> terms; ///< of one about a baseline, in the solver
     };
 
     std::vector<Active> inOrder() const;
+    void removeAll(const std::vector<std::shared_ptr<NS::LayoutConstraint>> &constraints);
     void takeOut(Active &active);
     bool addAgain(Active &active);
+    bool updateBaseline(Active &active);
     void warnAbout(const NS::LayoutConstraint &constraint,
                    const std::vector<Solver::Constraint> &conflict) const;
 
@@ -80,6 +83,7 @@ private:
     void takeOverAllOf(LayoutEngine *lower);
 
     void request();
+    void reorder();
     void refresh();
     void refresh(LayoutItem &item);
     void rebuild();
@@ -91,6 +95,7 @@ private:
     LayoutSystem m_system;
     std::unordered_map<NS::LayoutConstraint *, Active> m_active;
     int m_nextNumber = 0;
+    bool m_isOrderStale = false; // constraints have gone, by which items came
     bool m_isStale = false; // what the widgets ask for may have changed
     bool m_isApplying = false;
     std::optional<QSize> m_minimumSize;

@@ -19,6 +19,10 @@ namespace Pellarvine::detail {
 
 namespace {
 
+// Of a host before its first layout pass: large, so that widgets come into a system that squeezes
+// none of them, and few of them have to give way one after the other.
+constexpr double roomyLength = 16384.0;
+
 // Rounding must not make a container a unit larger than it has to be, or allow one less.
 constexpr double tolerance = 1e-4;
 
@@ -87,8 +91,8 @@ LayoutItem::LayoutItem(QWidget *ofWidget, int number, ConstraintSolver &solver)
 LayoutSystem::LayoutSystem()
     : m_width(m_solver.addVariable())
     , m_height(m_solver.addVariable())
-    , m_hostWidth(addLength(m_solver, m_width, 0.0, LayoutLevel::container))
-    , m_hostHeight(addLength(m_solver, m_height, 0.0, LayoutLevel::container))
+    , m_hostWidth(addLength(m_solver, m_width, roomyLength, LayoutLevel::container))
+    , m_hostHeight(addLength(m_solver, m_height, roomyLength, LayoutLevel::container))
 { }
 
 // Items
@@ -99,15 +103,30 @@ LayoutItem *LayoutSystem::find(const QWidget *widget) const
     return place == m_items.end() ? nullptr : place->second.get();
 }
 
-LayoutItem &LayoutSystem::add(QWidget *widget, int number)
+LayoutItem &LayoutSystem::add(QWidget *widget)
 {
     auto &item = m_items[widget];
-    item = std::make_unique<LayoutItem>(widget, number, m_solver);
+    item = std::make_unique<LayoutItem>(widget, int(m_order.size()), m_solver);
     const auto place = std::upper_bound(
             m_order.begin(), m_order.end(), depthOf(widget),
             [](int depth, const LayoutItem *other) { return depth < depthOf(other->widget); });
     m_order.insert(place, item.get());
     return *item;
+}
+
+void LayoutSystem::setOrder(const std::vector<LayoutItem *> &items)
+{
+    std::vector<Solver::Variable> variables { m_width, m_height };
+    int number = 0;
+    for (LayoutItem *const item : items) {
+        for (LayoutAxis *const axis : { &item->x, &item->y }) {
+            axis->setWeight(m_solver, weightOf(number));
+            variables.push_back(axis->origin());
+            variables.push_back(axis->extent());
+        }
+        ++number;
+    }
+    m_solver.setOrder(variables);
 }
 
 void LayoutSystem::remove(LayoutItem &item)
@@ -167,25 +186,31 @@ bool LayoutSystem::setHostInsets(const QMarginsF &insets)
     return assign(m_hostInsets, insets);
 }
 
-bool LayoutSystem::setRightToLeft(bool isRightToLeft)
-{
-    return assign(m_isRightToLeft, isRightToLeft);
-}
-
-LayoutSystem::Solver::Addition LayoutSystem::add(const LayoutConstraint &constraint)
+LayoutSystem::Solver::Addition LayoutSystem::add(const LayoutConstraint &constraint,
+                                                 const QWidget *ancestor)
 {
     const bool isRequired = constraint.priority() >= NS::LayoutPriority::required;
-    return m_solver.add(expressionOf(constraint), relationOf(constraint.relation()),
+    return m_solver.add(expressionOf(constraint, ancestor), relationOf(constraint.relation()),
                         isRequired ? Solver::required : Solver::Strength { constraint.priority() });
 }
 
-LayoutSystem::Solver::Expression
-LayoutSystem::expressionOf(const LayoutConstraint &constraint) const
+LayoutSystem::Solver::Expression LayoutSystem::expressionOf(const LayoutConstraint &constraint,
+                                                            const QWidget *ancestor) const
 {
-    return anchorExpression(
-            anchorOf(constraint.firstItem(), constraint.firstAttribute()), constraint.multiplier(),
-            anchorOf(constraint.secondItem(), constraint.secondAttribute()), constraint.constant(),
-            m_isRightToLeft ? std::optional(m_width) : std::nullopt);
+    std::optional<AnchorAxis> mirroring;
+    if (ancestor->layoutDirection() == Qt::RightToLeft)
+        mirroring = xAxisOf(ancestor);
+    return anchorExpression(anchorOf(constraint.firstItem(), constraint.firstAttribute()),
+                            constraint.multiplier(),
+                            anchorOf(constraint.secondItem(), constraint.secondAttribute()),
+                            constraint.constant(), mirroring);
+}
+
+// Without insets; the host's for a widget that no constraint is about.
+AnchorAxis LayoutSystem::xAxisOf(const QWidget *widget) const
+{
+    const LayoutItem *const item = find(widget);
+    return item ? AnchorAxis { item->x.origin(), item->x.extent() } : AnchorAxis { {}, m_width };
 }
 
 Anchor LayoutSystem::anchorOf(QWidget *widget, LayoutAttribute attribute) const

@@ -14,6 +14,7 @@
 namespace Pellarvine::detail {
 
 struct Anchor;
+struct AnchorAxis;
 
 /// A widget whose aligned part has variables in a LayoutSystem.
 struct LayoutItem
@@ -50,8 +51,10 @@ public:
 
     /// Null for the host and for what no constraint is about.
     LayoutItem *find(const QWidget *widget) const;
-    /// The caller gives it a frame or wishes next.
-    LayoutItem &add(QWidget *widget, int number);
+    /// The last one in order. The caller gives it a frame or wishes next.
+    LayoutItem &add(QWidget *widget);
+    /// Gives all items another order: what is left open, or wanted equally, goes by it.
+    void setOrder(const std::vector<LayoutItem *> &items);
     /// No constraint may be about it any more.
     void remove(LayoutItem &item);
     /// Parents first.
@@ -65,12 +68,12 @@ public:
     /// How far inside the host its anchors are. Returns whether that is new; the constraints then
     /// have to be added again.
     bool setHostInsets(const QMarginsF &insets);
-    /// Likewise for the direction of the host's layout.
-    bool setRightToLeft(bool isRightToLeft);
 
-    /// Adds a constraint between the host and items.
-    Solver::Addition add(const NS::LayoutConstraint &constraint);
-    Solver::Expression expressionOf(const NS::LayoutConstraint &constraint) const;
+    /// Adds a constraint between the host and items. Leading and trailing follow the direction of
+    /// `ancestor`, the nearest common ancestor of its two widgets.
+    Solver::Addition add(const NS::LayoutConstraint &constraint, const QWidget *ancestor);
+    Solver::Expression expressionOf(const NS::LayoutConstraint &constraint,
+                                    const QWidget *ancestor) const;
 
     void solve(const QSize &hostSize);
     /// Where solve() has put the item's widget, in the host.
@@ -85,6 +88,7 @@ public:
     bool hasHeightForWidth() const;
 
 private:
+    AnchorAxis xAxisOf(const QWidget *widget) const;
     Anchor anchorOf(QWidget *widget, NS::LayoutAttribute attribute) const;
     Solver wanting(double level, double length) const;
     void solveWidthsFirst(Solver &solver) const;
@@ -96,7 +100,6 @@ private:
     Solver::Constraint m_hostWidth;
     Solver::Constraint m_hostHeight;
     QMarginsF m_hostInsets;
-    bool m_isRightToLeft = false;
     std::unordered_map<const QWidget *, std::unique_ptr<LayoutItem>> m_items;
     std::vector<LayoutItem *> m_order;
 };

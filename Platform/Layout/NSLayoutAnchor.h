@@ -10,7 +10,9 @@ namespace NS {
 ///     NS::LayoutConstraint::activateConstraints({
 ///         NS::leadingAnchor(label).constraintEqualToAnchor(NS::leadingAnchor(panel), 16),
 ///         NS::firstBaselineAnchor(label).constraintEqualToAnchor(NS::firstBaselineAnchor(field)),
-///         NS::widthAnchor(label).constraintEqualToAnchor(NS::widthAnchor(panel), 0.5, 0),
+///         NS::widthAnchor(label)
+///                 .constraintEqualToAnchor(NS::widthAnchor(panel).multipliedBy(0.5))
+///                 ->withPriority(NS::LayoutPriority::defaultHigh),
 ///     });
 ///
 /// The receiver is the constraint's first item, the argument its second: first = second + constant.
@@ -69,6 +71,8 @@ using LayoutXAxisAnchor = LayoutAnchor<struct XAxis>;
 /// A horizontal edge, a vertical centre or a baseline.
 using LayoutYAxisAnchor = LayoutAnchor<struct YAxis>;
 
+class LayoutMultiple;
+
 /// A width or a height: also by a multiple of another, or by a number alone.
 class LayoutDimension : public LayoutAnchor<struct Dimension>
 {
@@ -77,6 +81,20 @@ public:
     using LayoutAnchor::constraintGreaterThanOrEqualToAnchor;
     using LayoutAnchor::constraintLessThanOrEqualToAnchor;
     using LayoutAnchor::LayoutAnchor;
+
+    /// For the second side of a constraint. (A number alone behind an anchor is the constant.)
+    LayoutMultiple multipliedBy(double multiplier) const;
+
+    /// This = `multiple` + `constant`.
+    std::shared_ptr<LayoutConstraint> constraintEqualToAnchor(const LayoutMultiple &multiple,
+                                                              double constant = 0.0) const;
+    /// This ≤ `multiple` + `constant`.
+    std::shared_ptr<LayoutConstraint>
+    constraintLessThanOrEqualToAnchor(const LayoutMultiple &multiple, double constant = 0.0) const;
+    /// This ≥ `multiple` + `constant`.
+    std::shared_ptr<LayoutConstraint>
+    constraintGreaterThanOrEqualToAnchor(const LayoutMultiple &multiple,
+                                         double constant = 0.0) const;
 
     /// This = `multiplier` × `anchor` + `constant`.
     std::shared_ptr<LayoutConstraint>
@@ -122,6 +140,51 @@ public:
 private:
     static LayoutDimension none() { return { nullptr, LayoutAttribute::notAnAttribute }; }
 };
+
+/// A width or a height times a number, made by `LayoutDimension::multipliedBy`.
+class LayoutMultiple
+{
+public:
+    LayoutDimension anchor() const { return m_anchor; } ///< what is multiplied
+    double multiplier() const { return m_multiplier; } ///< as it was given
+
+private:
+    friend class LayoutDimension;
+    LayoutMultiple(LayoutDimension anchor, double multiplier)
+        : m_anchor(anchor)
+        , m_multiplier(multiplier)
+    { }
+
+    LayoutDimension m_anchor;
+    double m_multiplier;
+};
+
+inline LayoutMultiple LayoutDimension::multipliedBy(double multiplier) const
+{
+    return { *this, multiplier };
+}
+
+inline std::shared_ptr<LayoutConstraint>
+LayoutDimension::constraintEqualToAnchor(const LayoutMultiple &multiple, double constant) const
+{
+    return make(LayoutRelation::equal, multiple.anchor(), multiple.multiplier(), constant);
+}
+
+inline std::shared_ptr<LayoutConstraint>
+LayoutDimension::constraintLessThanOrEqualToAnchor(const LayoutMultiple &multiple,
+                                                   double constant) const
+{
+    return make(LayoutRelation::lessThanOrEqual, multiple.anchor(), multiple.multiplier(),
+                constant);
+}
+
+inline std::shared_ptr<LayoutConstraint>
+LayoutDimension::constraintGreaterThanOrEqualToAnchor(const LayoutMultiple &multiple,
+                                                      double constant) const
+{
+    return make(LayoutRelation::greaterThanOrEqual, multiple.anchor(), multiple.multiplier(),
+                constant);
+}
 
 /// @name Anchors of a widget
 /// Of the part of the widget that is to be aligned, see `alignmentRectInsets`.

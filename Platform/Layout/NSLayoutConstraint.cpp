@@ -10,6 +10,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 using Pellarvine::detail::LayoutEngine;
@@ -52,15 +53,83 @@ QLatin1StringView nameOf(LayoutAttribute attribute)
     return {};
 }
 
+// An object name, or else the class and the place in the parent: "form/QLabel[2]".
+QString nameOf(const QWidget *widget)
+{
+    if (!widget->objectName().isEmpty())
+        return widget->objectName();
+    const QString name = QString::fromLatin1(widget->metaObject()->className());
+    const QWidget *const parent = widget->parentWidget();
+    if (widget->isWindow() || !parent)
+        return name;
+    int place = 0;
+    for (const QObject *const sibling : parent->children()) {
+        if (sibling->isWidgetType() && sibling->metaObject() == widget->metaObject())
+            ++place;
+        if (sibling == widget)
+            break;
+    }
+    return u"%1/%2[%3]"_s.arg(nameOf(parent), name).arg(place);
+}
+
 QString nameOf(const QWidget *widget, LayoutAttribute attribute)
 {
-    QString name = u"(destroyed)"_s;
-    if (widget) {
-        name = widget->objectName();
-        if (name.isEmpty())
-            name = QString::fromLatin1(widget->metaObject()->className());
+    return (widget ? nameOf(widget) : u"(destroyed)"_s) + u'.' + nameOf(attribute);
+}
+
+enum class Kind {
+    none,
+    horizontalPlace,
+    verticalPlace,
+    size,
+};
+
+Kind kindOf(LayoutAttribute attribute)
+{
+    switch (attribute) {
+    case LayoutAttribute::notAnAttribute:
+        break;
+    case LayoutAttribute::left:
+    case LayoutAttribute::right:
+    case LayoutAttribute::leading:
+    case LayoutAttribute::trailing:
+    case LayoutAttribute::centerX:
+        return Kind::horizontalPlace;
+    case LayoutAttribute::top:
+    case LayoutAttribute::bottom:
+    case LayoutAttribute::centerY:
+    case LayoutAttribute::firstBaseline:
+    case LayoutAttribute::lastBaseline:
+        return Kind::verticalPlace;
+    case LayoutAttribute::width:
+    case LayoutAttribute::height:
+        return Kind::size;
     }
-    return name + u'.' + nameOf(attribute);
+    return Kind::none;
+}
+
+// Why there is no such constraint; empty if there is.
+QString refusal(LayoutAttribute first, LayoutAttribute second, double multiplier, double constant)
+{
+    const Kind kind = kindOf(first);
+    const Kind other = kindOf(second);
+    if (kind == Kind::none)
+        return u"it has no first attribute"_s;
+    if (other != Kind::none && other != kind) {
+        return kind == Kind::size || other == Kind::size
+                       ? u"a size is no place"_s
+                       : u"one attribute is horizontal and the other vertical"_s;
+    }
+    if (!std::isfinite(multiplier))
+        return u"its multiplier is not a finite number"_s;
+    if (!std::isfinite(constant))
+        return u"its constant is not a finite number"_s;
+    return {};
+}
+
+void warn(const QString &text)
+{
+    printWarning((u"Warning: "_s + text).toStdString());
 }
 
 // Constraints do not reach across windows.
@@ -87,6 +156,7 @@ struct LayoutConstraint::Private
     double multiplier = 1.0;
     double constant = 0.0;
     double priority = LayoutPriority::required;
+    bool isRefused = false;
     detail::LayoutEngine *engine = nullptr; // keeps an active constraint
 
     QWidget *host() const
@@ -121,6 +191,10 @@ std::shared_ptr<LayoutConstraint> LayoutConstraint::make(QWidget *first,
     made->d->secondAttribute = secondAttribute;
     made->d->multiplier = multiplier;
     made->d->constant = constant;
+    const QString reason = refusal(firstAttribute, secondAttribute, multiplier, constant);
+    made->d->isRefused = !reason.isEmpty();
+    if (made->d->isRefused)
+        warn(u"there is no constraint %1: %2"_s.arg(made->description(), reason));
     return made;
 }
 
@@ -161,6 +235,11 @@ double LayoutConstraint::constant() const
 
 void LayoutConstraint::setConstant(double constant)
 {
+    if (!std::isfinite(constant)) {
+        warn(u"the constraint %1 keeps its constant: %2 is not a finite number"_s.arg(
+                description(), QString::number(constant)));
+        return;
+    }
     if (!detail::assign(d->constant, constant))
         return;
     if (d->engine)
@@ -175,12 +254,23 @@ double LayoutConstraint::priority() const
 
 void LayoutConstraint::setPriority(double priority)
 {
+    if (!std::isfinite(priority)) {
+        warn(u"the constraint %1 keeps its priority: %2 is not a finite number"_s.arg(
+                description(), QString::number(priority)));
+        return;
+    }
     priority = std::clamp(priority, 1.0, LayoutPriority::required);
     if (!detail::assign(d->priority, priority))
         return;
     if (d->engine)
         d->engine->updateStrength(this);
     Q_EMIT priorityChanged(priority);
+}
+
+std::shared_ptr<LayoutConstraint> LayoutConstraint::withPriority(double priority)
+{
+    setPriority(priority);
+    return shared_from_this();
 }
 
 bool LayoutConstraint::isActive() const
@@ -225,29 +315,30 @@ void LayoutConstraint::setEngine(detail::LayoutEngine *engine)
         Q_EMIT activeChanged(isActive());
 }
 
+// What observes one constraint may end another, or its widgets.
 void LayoutConstraint::activateConstraints(
         const QList<std::shared_ptr<LayoutConstraint>> &constraints)
 {
-    for (const auto &constraint : constraints) {
-        if (constraint->isActive() || constraint->d->host())
+    const QList<std::shared_ptr<LayoutConstraint>> all = constraints;
+    for (const auto &constraint : all) {
+        if (constraint->isActive() || constraint->d->isRefused || constraint->d->host())
             continue;
-        detail::printWarning(u"Warning: no view holds both ends of the constraint %1"_s
-                                     .arg(constraint->description())
-                                     .toStdString());
+        warn(u"no view holds both ends of the constraint %1"_s.arg(constraint->description()));
         return;
     }
-    for (const auto &constraint : constraints) {
-        if (constraint->isActive())
+    for (const auto &constraint : all) {
+        if (constraint->isActive() || constraint->d->isRefused)
             continue;
-        QWidget *const host = constraint->d->host();
-        detail::LayoutEngine::on(host)->add(constraint, host);
+        if (QWidget *const host = constraint->d->host())
+            detail::LayoutEngine::on(host)->add(constraint, host);
     }
 }
 
 void LayoutConstraint::deactivateConstraints(
         const QList<std::shared_ptr<LayoutConstraint>> &constraints)
 {
-    for (const auto &constraint : constraints) {
+    const QList<std::shared_ptr<LayoutConstraint>> all = constraints;
+    for (const auto &constraint : all) {
         if (constraint->d->engine)
             constraint->d->engine->remove(constraint.get());
     }

@@ -58,9 +58,10 @@ inline constexpr double fittingSizeCompression = 50.0; ///< at which a container
 ///     gap->setActive(true);
 ///     gap->setConstant(16); // re-solves what depends on it
 ///
-/// An active constraint is kept by the layout of the nearest common ancestor of its two widgets,
-/// or, with one widget, of its parent (its own where a Qt layout places it); the caller need not
-/// keep it. It ends, becoming inactive, with either widget, and when either leaves that ancestor.
+/// Leading and trailing follow the layout direction of the nearest common ancestor of the two
+/// widgets. An active constraint is kept by the layout of that ancestor, or, with one widget, of
+/// its parent (its own where a Qt layout places it); the caller need not keep it. It ends, becoming
+/// inactive, with either widget, and when either leaves that ancestor.
 /// That ancestor gets a QLayout that reports its minimum, preferred and maximum size upwards (see
 /// `QLayout::setSizeConstraint`); if it has a layout of another kind, constraints work beside that
 /// but report nothing.
@@ -81,7 +82,9 @@ class PELLARVINE_EXPORT LayoutConstraint : public QObject,
 public:
     /// "first.attribute relation multiplier * second.attribute + constant". `second` is null and
     /// its attribute `notAnAttribute` for a constraint with the constant alone. Not yet active. The
-    /// anchors of <pellarvine/Platform/NSLayoutAnchor.h> make these with less to write.
+    /// anchors of <pellarvine/Platform/NSLayoutAnchor.h> make these with less to write. Warns of a
+    /// constraint that cannot be, which then never becomes active: between a horizontal and a
+    /// vertical attribute, a size and a place, or with a number that is not finite.
     static std::shared_ptr<LayoutConstraint> make(QWidget *first, LayoutAttribute firstAttribute,
                                                   LayoutRelation relation, QWidget *second,
                                                   LayoutAttribute secondAttribute,
@@ -95,26 +98,31 @@ public:
     LayoutRelation relation() const; ///< as it was given
     double multiplier() const; ///< of the second attribute, as it was given
 
-    /// In units of the screen, added to the second side. A required constraint that is active and
-    /// contradicts others by a new value becomes inactive, with a warning.
+    /// In device-independent pixels, added to the second side. A required constraint that is active
+    /// and contradicts others by a new value becomes inactive, with a warning. A value that is not
+    /// finite is refused with a warning.
     double constant() const;
     void setConstant(double constant);
 
-    /// `LayoutPriority::required` unless set. Held to 1...1000.
+    /// Default: `LayoutPriority::required`. Held to 1...1000. A value that is not finite is refused
+    /// with a warning.
     double priority() const;
     void setPriority(double priority);
+    /// Sets the priority and returns this constraint, to be used where one is made.
+    std::shared_ptr<LayoutConstraint> withPriority(double priority);
 
     /// False unless set, and again if the layout drops the constraint. Setting it activates or
     /// deactivates this constraint alone, as the functions below do.
     bool isActive() const;
     void setActive(bool isActive);
 
-    /// "title.leading == panel.leading + 8", with the widgets' object names, or else their classes,
-    /// and in front, in brackets, the constraint's own object name if it has one.
+    /// "title.leading == panel.leading + 8", with the widgets' object names, or else their classes
+    /// and places in their parents ("form/QLabel[2]" is the second label of the form), and in
+    /// front, in brackets, the constraint's own object name if it has one.
     QString description() const;
 
     /// Activates all, in order. If the widgets of any have no common ancestor, warns once and
-    /// activates none.
+    /// activates none. Passes over those that `make` has refused.
     static void activateConstraints(const QList<std::shared_ptr<LayoutConstraint>> &constraints);
     /// Passes over those that are not active. The layout keeps them no longer: they end where
     /// nobody else does.

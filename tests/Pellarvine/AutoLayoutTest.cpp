@@ -144,8 +144,8 @@ TEST(AutoLayout, pinning_twice_constrains_twice)
     NS::pinWidthAndHeight(&parent, subview, 12);
     EXPECT_THAT(::testing::internal::GetCapturedStdout(),
                 ::testing::StartsWith("Warning: dropped the constraint QWidget.leading == "
-                                      "QWidget.leading - 12, which contradicts "
-                                      "QWidget.leading == QWidget.leading - 8"));
+                                      "QWidget/QWidget[1].leading - 12, which contradicts "
+                                      "QWidget.leading == QWidget/QWidget[1].leading - 8"));
     EXPECT_EQ(parent.frameOf(subview), QRectF(8, 8, 84, 34));
 }
 

@@ -31,6 +31,10 @@ namespace Pellarvine::detail {
 ///   variables, and is multiplied out only when a further constraint needs it. So a chain of n
 ///   places costs n terms and not their square.
 ///
+/// Rounding does not add up over a long life: the solver keeps each constraint as it was given,
+/// sees how much rounding leaves of coefficients that cancel out, and computes the others again in
+/// time.
+///
 /// Copyable: a copy answers "what if" and leaves the original alone.
 class PELLARVINE_INTERNAL_EXPORT ConstraintSolver
 {
@@ -49,6 +53,7 @@ public:
     {
         Variable variable;
         double coefficient = 1.0;
+        bool operator==(const Term &) const = default;
     };
 
     /// The sum of its terms and the constant. A variable may occur in it more than once.
@@ -86,6 +91,10 @@ public:
     /// No constraint may mention it any more.
     void removeVariable(Variable variable);
 
+    /// Gives all variables another order, in which they come near to 0. Default: as they were
+    /// added.
+    void setOrder(const std::vector<Variable> &variables);
+
     /// Adds "expression relation 0". Fails only for a required one; the solver is then as before.
     Addition add(const Expression &expression, Relation relation, Strength strength = required);
 
@@ -94,6 +103,9 @@ public:
     Constraint addTarget(const Expression &expression, Strength notBelow, Strength notAbove);
 
     void remove(Constraint constraint);
+
+    /// Gives a wanted constraint another weight, for either side.
+    void setWeight(Constraint constraint, double weight);
 
     /// Gives the constraint's expression another constant. Returns nothing, or the required
     /// constraints that contradict each other with that constant; the old one then stays.

@@ -3,6 +3,14 @@
 
 namespace Pellarvine::detail {
 
+double LinearRow::largestCoefficient() const
+{
+    double largest = 0.0;
+    for (const Entry &entry : entries)
+        largest = std::max(largest, std::abs(entry.coefficient));
+    return largest;
+}
+
 void LinearRow::scale(double factor)
 {
     constant *= factor;
@@ -24,7 +32,7 @@ void LinearRow::add(Symbol symbol, double coefficient)
     const auto place = lowerBound(entries, symbol);
     if (place == entries.end() || place->symbol != symbol)
         entries.insert(place, { symbol, coefficient });
-    else if (isZero(place->coefficient += coefficient))
+    else if (place->coefficient = sumOf(place->coefficient, coefficient); place->coefficient == 0.0)
         entries.erase(place);
 }
 

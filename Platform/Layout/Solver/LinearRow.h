@@ -10,13 +10,8 @@
 
 namespace Pellarvine::detail {
 
-/// What rounding may leave of a coefficient that should be 0.
+/// What rounding may leave of a coefficient that should be 0, beside others of the order of 1.
 inline constexpr double smallestCoefficient = 1e-9;
-
-inline bool isZero(double coefficient)
-{
-    return std::abs(coefficient) < smallestCoefficient;
-}
 
 /// A sum: the constant and each entry's symbol times its coefficient.
 struct PELLARVINE_INTERNAL_EXPORT LinearRow
@@ -33,11 +28,16 @@ struct PELLARVINE_INTERNAL_EXPORT LinearRow
 
     std::vector<Entry> entries; ///< in the order of their symbols, none of them 0
     double constant = 0.0;
+    /// How much rounding has left of coefficients that cancelled out, beside what they came from:
+    /// 0 while all was exact, and larger the less the others can be relied on.
+    double rounding = 0.0;
 
     bool operator==(const LinearRow &) const = default;
 
     /// 0 for a symbol that the row does not mention.
     double coefficientOf(Symbol symbol) const;
+    /// The size of its largest coefficient.
+    double largestCoefficient() const;
 
     void scale(double factor);
     void erase(Symbol symbol);
@@ -54,7 +54,22 @@ struct PELLARVINE_INTERNAL_EXPORT LinearRow
     /// Puts `value` in the place of `symbol`.
     void substitute(Symbol symbol, const LinearRow &value);
 
+    /// Returns a sum of numbers of that size, exactly 0 where rounding alone is left of it.
+    double rounded(double sum, double size)
+    {
+        const double share = std::abs(sum) / std::max(1.0, size);
+        if (share > smallestCoefficient)
+            return sum;
+        rounding = std::max(rounding, share);
+        return 0.0;
+    }
+
 private:
+    double sumOf(double one, double other)
+    {
+        return rounded(one + other, std::abs(one) + std::abs(other));
+    }
+
     template <typename Entries>
     static auto lowerBound(Entries &entries, Symbol symbol)
     {
@@ -74,17 +89,20 @@ template <typename Appears, typename Vanishes>
 void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vanishes vanishes)
 {
     constant += factor * other.constant;
+    if (factor == 0.0)
+        return;
     // Into a long sum a short one goes entry by entry, so that the rest need not be copied.
     if (other.entries.size() * 16 < entries.size()) {
         for (const auto &[symbol, coefficient] : other.entries) {
             const double share = factor * coefficient;
             const auto place = lowerBound(entries, symbol);
             if (place == entries.end() || place->symbol != symbol) {
-                if (!isZero(share)) {
+                if (std::abs(share) > smallestCoefficient) {
                     entries.insert(place, { symbol, share });
                     appears(symbol);
                 }
-            } else if (isZero(place->coefficient += share)) {
+            } else if (place->coefficient = sumOf(place->coefficient, share);
+                       place->coefficient == 0.0) {
                 entries.erase(place);
                 vanishes(symbol);
             }
@@ -101,15 +119,15 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
         if (theirs == theirEnd || (mine != myEnd && mine->symbol < theirs->symbol)) {
             sum.push_back(*mine++);
         } else if (mine == myEnd || theirs->symbol < mine->symbol) {
-            const double coefficient = factor * theirs->coefficient;
-            if (!isZero(coefficient)) {
-                sum.push_back({ theirs->symbol, coefficient });
+            const double share = factor * theirs->coefficient;
+            if (std::abs(share) > smallestCoefficient) {
+                sum.push_back({ theirs->symbol, share });
                 appears(theirs->symbol);
             }
             ++theirs;
         } else {
-            const double coefficient = mine->coefficient + factor * theirs->coefficient;
-            if (isZero(coefficient))
+            const double coefficient = sumOf(mine->coefficient, factor * theirs->coefficient);
+            if (coefficient == 0.0)
                 vanishes(mine->symbol);
             else
                 sum.push_back({ mine->symbol, coefficient });

@@ -19,21 +19,26 @@ public:
     void add(Symbol symbol, double level, double weight, const Tableau &tableau);
     /// Takes back what add() of the same values added.
     void remove(Symbol symbol, double level, double weight, const Tableau &tableau);
-    void clear() { m_levels.clear(); }
+    void clear();
     void dropColumn(Symbol symbol);
     /// Puts `value` in the place of a symbol that becomes basic.
     void substitute(Symbol symbol, const LinearRow &value);
+
+    /// The largest `LinearRow::rounding` of a cost.
+    double rounding() const;
 
     bool mentions(Symbol symbol) const;
     /// Sets to 1 what `marks` holds for each symbol that costs something.
     void mark(std::vector<char> &marks) const;
     /// Whether the costs fall as the symbol grows.
     bool isLoweredBy(Symbol symbol) const;
-    /// Whether the costs rise less by `symbol` for each unit of its coefficient than by `other`.
-    bool isCheaper(Symbol symbol, double coefficient, Symbol other, double otherCoefficient) const;
+    /// Whether the costs rise less (below 0), as much (0) or more by `symbol` for each unit of its
+    /// coefficient than by `other`.
+    int compare(Symbol symbol, double coefficient, Symbol other, double otherCoefficient) const;
     /// The first symbol, after Bland's rule, that lowers the highest level it has a cost in, of
-    /// those that `isFixed` does not rule out; -1 if there is none.
-    Symbol entering(const std::vector<char> &isFixed) const;
+    /// those that `isFixed` does not rule out; -1 if there is none. What it rules out once it must
+    /// rule out until clear().
+    Symbol entering(const std::vector<char> &isFixed);
 
 private:
     struct Level
@@ -44,7 +49,10 @@ private:
 
     void addToLevel(Symbol symbol, double level, double factor, int uses, const Tableau &tableau);
 
+    void suspect(const LinearRow &row);
+
     std::map<double, Level, std::greater<>> m_levels;
+    std::vector<Symbol> m_suspects; // whose costs have changed, and so may have fallen below 0
 };
 
 } // namespace Pellarvine::detail

@@ -6,16 +6,59 @@
 
 namespace Pellarvine::detail {
 
+namespace {
+
+// A coefficient below that, beside one of 1, is no pivot: dividing by it would let rounding grow.
+constexpr double smallestPivot = 1e-7;
+// How far the choice of a large pivot may push others below 0.
+constexpr double leeway = 1e-9;
+
+} // namespace
+
+// Counts the pivots of one search. One that takes long goes on by Bland's rule, which never goes in
+// a circle, and one that takes very long, which rounding alone can bring about, ends.
+class Simplex::Effort
+{
+public:
+    explicit Effort(Simplex &simplex)
+        : m_simplex(simplex)
+        , m_patience(100ULL + 4ULL * simplex.m_tableau.size())
+    { }
+
+    bool isCareful() const { return m_count > m_patience; }
+
+    bool goesOn()
+    {
+        if (++m_count <= 10 * m_patience)
+            return true;
+        m_simplex.m_hasFailed = true;
+        return false;
+    }
+
+private:
+    Simplex &m_simplex;
+    unsigned long long m_patience;
+    unsigned long long m_count = 0;
+};
+
 void Simplex::addSymbol()
 {
     m_tableau.addSymbol();
     m_isFixed.push_back(0);
+    m_partners.push_back(-1);
 }
 
 void Simplex::forget(Symbol symbol)
 {
     m_tableau.forget(symbol);
     m_isFixed[symbol] = 0;
+    m_partners[symbol] = -1;
+}
+
+void Simplex::pair(Symbol one, Symbol other)
+{
+    m_partners[one] = other;
+    m_partners[other] = one;
 }
 
 void Simplex::fixCosts()
@@ -45,17 +88,17 @@ bool Simplex::insert(LinearRow &row)
 {
     // A basic symbol that starts feasible and that no other row mentions: the cheapest one, which
     // is what the optimum would choose among these.
+    constexpr double smallest = 0.01; // beside 1, which is that of the constraint's own symbols
     Symbol basic = -1;
     double coefficient = 0.0;
     for (const auto &entry : row.entries) {
-        if (isFixed(entry.symbol) || !m_tableau.rowsWith(entry.symbol).empty()
+        const double size = std::abs(entry.coefficient);
+        if (size < smallest || isFixed(entry.symbol) || !m_tableau.rowsWith(entry.symbol).empty()
             || -row.constant / entry.coefficient < 0.0)
             continue;
-        if (basic < 0
-            || m_objective.isCheaper(entry.symbol, std::abs(entry.coefficient), basic,
-                                     coefficient)) {
+        if (basic < 0 || m_objective.compare(entry.symbol, size, basic, coefficient) < 0) {
             basic = entry.symbol;
-            coefficient = std::abs(entry.coefficient);
+            coefficient = size;
         }
     }
     if (basic < 0)
@@ -72,34 +115,71 @@ bool Simplex::insert(LinearRow &row)
     return true;
 }
 
-// The artificial symbol stands for what is missing, and is brought down to 0.
-std::vector<Simplex::Symbol> Simplex::insertByArtificial(LinearRow row, Symbol artificial,
-                                                         Symbol marker)
+std::vector<Simplex::Symbol> Simplex::insertRequired(LinearRow row, Symbol marker)
 {
-    if (row.constant < 0.0)
-        row.scale(-1.0);
-    LinearRow missing = row;
-    m_tableau.insert(std::move(row), artificial);
-    minimize(missing, false);
+    row.solveFor(marker);
+    m_tableau.insert(std::move(row), marker);
+    return repair();
+}
 
-    std::vector<Symbol> conflict;
-    if (const int index = m_tableau.rowOf(artificial); index >= 0) {
-        if (m_tableau.row(index).constant < smallestValue) {
-            m_tableau.clearConstant(index);
-            Symbol entering = marker;
-            for (const auto &entry : m_tableau.row(index).entries) {
-                if (!isFixed(entry.symbol))
-                    entering = entry.symbol;
-            }
-            pivot(index, entering);
-        } else {
-            conflict = symbolsOf(index);
-            m_tableau.drop(index);
-        }
+std::vector<char> Simplex::startAgain()
+{
+    std::vector<char> wasBasic(m_isFixed.size());
+    for (Symbol symbol = 0; symbol < int(wasBasic.size()); ++symbol)
+        wasBasic[symbol] = m_tableau.isBasic(symbol);
+    m_tableau = {};
+    m_objective.clear();
+    for (std::size_t i = 0; i < wasBasic.size(); ++i)
+        m_tableau.addSymbol();
+    m_hasFailed = false;
+    ++m_pivots;
+    return wasBasic;
+}
+
+void Simplex::insertAnyhow(LinearRow row, Symbol marker)
+{
+    row.solveFor(marker);
+    m_tableau.insert(std::move(row), marker);
+}
+
+// Gauss's elimination: the symbol that fewest rows mention goes first, so that rows stay short. It
+// goes into the row where its coefficient is largest, so that rounding does not grow.
+void Simplex::makeBasic(const std::vector<char> &isWanted)
+{
+    std::vector<Symbol> left;
+    for (Symbol symbol = 0; symbol < int(isWanted.size()); ++symbol) {
+        if (isWanted[symbol] && !m_tableau.isBasic(symbol))
+            left.push_back(symbol);
     }
-    dropColumn(artificial);
-    optimize();
-    return conflict;
+    while (!left.empty()) {
+        const auto next = std::min_element(left.begin(), left.end(), [&](Symbol one, Symbol other) {
+            return m_tableau.rowsWith(one).size() < m_tableau.rowsWith(other).size();
+        });
+        const Symbol entering = *next;
+        *next = left.back();
+        left.pop_back();
+        int leaving = -1;
+        double largest = smallestPivot;
+        for (const int index : m_tableau.rowsWith(entering)) {
+            const double size = std::abs(m_tableau.row(index).coefficientOf(entering));
+            if (size > largest && !isWanted[m_tableau.basic(index)]) {
+                leaving = index;
+                largest = size;
+            }
+        }
+        if (leaving >= 0)
+            pivot(leaving, entering);
+    }
+}
+
+void Simplex::makeFeasible()
+{
+    while (true) {
+        const std::vector<Symbol> contradiction = repair();
+        if (contradiction.empty())
+            return;
+        m_tableau.clearConstant(m_tableau.rowOf(contradiction.front()));
+    }
 }
 
 void Simplex::makeBasic(Symbol symbol)
@@ -107,16 +187,19 @@ void Simplex::makeBasic(Symbol symbol)
     if (m_tableau.isBasic(symbol) || m_tableau.rowsWith(symbol).empty())
         return;
     // By the row that keeps the others feasible: the symbol may also move below 0.
-    int leaving = leavingRow(symbol);
+    int leaving = leavingRow(symbol, false);
     if (leaving < 0) {
         double smallest = std::numeric_limits<double>::infinity();
+        double largest = 0.0;
         for (const int index : m_tableau.rowsWith(symbol)) {
             const LinearRow &row = m_tableau.row(index);
-            const double ratio = row.constant / row.coefficientOf(symbol);
-            if (ratio < smallest) {
-                smallest = ratio;
-                leaving = index;
-            }
+            const double size = std::abs(row.coefficientOf(symbol));
+            const double ratio = row.constant / size;
+            if (ratio > smallest + leeway || (ratio >= smallest - leeway && size < largest))
+                continue;
+            smallest = ratio;
+            largest = size;
+            leaving = index;
         }
     }
     pivot(leaving, symbol);
@@ -130,53 +213,81 @@ void Simplex::dropColumn(Symbol symbol)
 
 void Simplex::optimize()
 {
-    for (Symbol entering = m_objective.entering(m_isFixed); entering >= 0;
+    Effort effort(*this);
+    for (Symbol entering = m_objective.entering(m_isFixed); entering >= 0 && effort.goesOn();
          entering = m_objective.entering(m_isFixed)) {
-        const int leaving = leavingRow(entering);
-        if (leaving < 0)
-            return; // Rounding: errors are never negative, so that a cost has a lower bound.
+        if (!effort.isCareful())
+            passKinks(entering);
+        const int leaving = leavingRow(entering, effort.isCareful());
+        if (leaving < 0) {
+            // Errors are never negative, so that a cost has a lower bound.
+            m_hasFailed = true;
+            return;
+        }
         pivot(leaving, entering);
+    }
+}
+
+// As the symbol grows, errors come down to 0, and then the opposite errors rise: lets them, one
+// after the other, as long as the costs go on falling. Each is a change of its own row alone, where
+// a step to each of these kinks would change all rows that mention the symbol.
+void Simplex::passKinks(Symbol entering)
+{
+    double most = std::numeric_limits<double>::infinity();
+    std::vector<std::pair<double, int>> kinks;
+    for (const int index : m_tableau.rowsWith(entering)) {
+        const double room = roomIn(index, entering, 0.0);
+        if (room == std::numeric_limits<double>::infinity())
+            continue;
+        const Symbol partner = m_partners[m_tableau.basic(index)];
+        if (partner >= 0 && !isFixed(partner) && !isFixed(m_tableau.basic(index))
+            && m_tableau.rowsWith(partner).size() == 1
+            && m_tableau.rowsWith(partner).front() == index)
+            kinks.emplace_back(room, index);
+        else
+            most = std::min(most, room);
+    }
+    std::sort(kinks.begin(), kinks.end());
+    for (const auto &[room, index] : kinks) {
+        if (room >= most)
+            return;
+        const Symbol basic = m_tableau.basic(index);
+        pivot(index, m_partners[basic]);
+        if (!lowersCost(entering)) {
+            pivot(index, basic);
+            return;
+        }
     }
 }
 
 // The dual simplex: the objective is at its optimum, but some basic symbols have the wrong sign.
 std::vector<Simplex::Symbol> Simplex::repair()
 {
-    while (true) {
-        int leaving = -1;
-        double sign = 1.0;
-        for (int index = 0; index < m_tableau.size(); ++index) {
-            const Symbol basic = m_tableau.basic(index);
-            if (basic < 0)
-                continue;
-            const double constant = m_tableau.row(index).constant;
-            const bool isAbove = isFixed(basic) && constant > smallestValue;
-            if (!isAbove && constant > -smallestValue)
-                continue;
-            if (leaving < 0 || basic < m_tableau.basic(leaving)) {
-                leaving = index;
-                sign = isAbove ? -1.0 : 1.0;
-            }
-        }
-        if (leaving < 0)
-            return {};
-
+    Effort effort(*this);
+    for (int leaving = infeasibleRow(false); leaving >= 0 && effort.goesOn();
+         leaving = infeasibleRow(effort.isCareful())) {
+        const LinearRow &row = m_tableau.row(leaving);
+        const double sign = row.constant > 0.0 ? -1.0 : 1.0;
+        const double smallest = smallestPivot * std::max(1.0, row.largestCoefficient());
         Symbol entering = -1;
         double coefficient = 0.0;
-        for (const auto &entry : m_tableau.row(leaving).entries) {
-            if (sign * entry.coefficient < 0.0 || isFixed(entry.symbol))
+        for (const auto &entry : row.entries) {
+            const double size = sign * entry.coefficient;
+            if (size < smallest || isFixed(entry.symbol))
                 continue;
-            if (entering < 0
-                || m_objective.isCheaper(entry.symbol, sign * entry.coefficient, entering,
-                                         coefficient)) {
+            const int order =
+                    entering < 0 ? -1
+                                 : m_objective.compare(entry.symbol, size, entering, coefficient);
+            if (order < 0 || (order == 0 && !effort.isCareful() && size > coefficient)) {
                 entering = entry.symbol;
-                coefficient = sign * entry.coefficient;
+                coefficient = size;
             }
         }
         if (entering < 0)
             return symbolsOf(leaving);
         pivot(leaving, entering);
     }
+    return {};
 }
 
 bool Simplex::lowersCost(Symbol symbol) const
@@ -188,25 +299,27 @@ bool Simplex::lowersCost(Symbol symbol) const
 // Bland's rule, where that gets nowhere.
 bool Simplex::minimize(LinearRow &cost, bool isWithinOptimum)
 {
+    Effort effort(*this);
     bool isStuck = false;
-    while (true) {
+    while (effort.goesOn()) {
+        const double smallest = smallestPivot * cost.largestCoefficient();
         Symbol entering = -1;
         double coefficient = 0.0;
         for (const auto &entry : cost.entries) {
-            if (entry.coefficient > 0.0 || isFixed(entry.symbol)
+            if (entry.coefficient > -smallest || isFixed(entry.symbol)
                 || (isWithinOptimum && m_objective.mentions(entry.symbol)))
                 continue;
             if (entering < 0
                 || (!isStuck
-                    && m_objective.isCheaper(entry.symbol, -entry.coefficient, entering,
-                                             coefficient))) {
+                    && m_objective.compare(entry.symbol, -entry.coefficient, entering, coefficient)
+                               < 0)) {
                 entering = entry.symbol;
                 coefficient = -entry.coefficient;
             }
         }
         if (entering < 0)
             return true;
-        const int leaving = leavingRow(entering);
+        const int leaving = leavingRow(entering, isStuck);
         if (leaving < 0)
             return false;
         const double before = cost.constant;
@@ -214,26 +327,69 @@ bool Simplex::minimize(LinearRow &cost, bool isWithinOptimum)
         cost.substitute(entering, m_tableau.row(leaving));
         isStuck = cost.constant >= before - smallestValue;
     }
+    return true;
 }
 
-// The row that first keeps a nonbasic symbol from growing; -1 if none does.
-int Simplex::leavingRow(Symbol entering) const
+// How far a nonbasic symbol may grow by that row alone; infinite if the row does not hold it.
+double Simplex::roomIn(int index, Symbol entering, double slack) const
 {
+    const LinearRow &row = m_tableau.row(index);
+    const double coefficient = row.coefficientOf(entering);
+    const double size = std::abs(coefficient);
+    if (size < smallestPivot)
+        return std::numeric_limits<double>::infinity();
+    if (isFixed(m_tableau.basic(index)))
+        return slack / size;
+    return coefficient > 0.0 ? std::numeric_limits<double>::infinity()
+                             : (std::max(0.0, row.constant) + slack) / size;
+}
+
+// The row that first keeps a nonbasic symbol from growing; -1 if none does. Of several that do so
+// at about the same place, the one with the largest pivot.
+int Simplex::leavingRow(Symbol entering, bool isCareful) const
+{
+    const double slack = isCareful ? 0.0 : leeway;
+    const auto &rows = m_tableau.rowsWith(entering);
+    double most = std::numeric_limits<double>::infinity();
+    for (const int index : rows)
+        most = std::min(most, roomIn(index, entering, slack));
+    if (most == std::numeric_limits<double>::infinity())
+        return -1;
     int leaving = -1;
-    double smallest = std::numeric_limits<double>::infinity();
-    for (const int index : m_tableau.rowsWith(entering)) {
-        const LinearRow &row = m_tableau.row(index);
-        const Symbol basic = m_tableau.basic(index);
-        const double coefficient = row.coefficientOf(entering);
-        if (!isFixed(basic) && coefficient > 0.0)
+    double largest = 0.0;
+    for (const int index : rows) {
+        if (roomIn(index, entering, 0.0) > most)
             continue;
-        const double ratio = isFixed(basic) ? 0.0 : std::max(0.0, -row.constant / coefficient);
-        if (ratio < smallest || (ratio == smallest && basic < m_tableau.basic(leaving))) {
-            smallest = ratio;
+        const double size = std::abs(m_tableau.row(index).coefficientOf(entering));
+        if (leaving < 0
+            || (isCareful ? m_tableau.basic(index) < m_tableau.basic(leaving) : size > largest)) {
             leaving = index;
+            largest = size;
         }
     }
     return leaving;
+}
+
+// By how much the row's basic symbol has the wrong sign.
+double Simplex::excess(int index) const
+{
+    const double constant = m_tableau.row(index).constant;
+    return isFixed(m_tableau.basic(index)) ? std::abs(constant) : -constant;
+}
+
+// The row that misses most, or, carefully, the one of the first symbol; -1 if none misses anything.
+int Simplex::infeasibleRow(bool isCareful) const
+{
+    int found = -1;
+    for (int index = 0; index < m_tableau.size(); ++index) {
+        if (m_tableau.basic(index) < 0 || excess(index) <= smallestValue)
+            continue;
+        if (found < 0
+            || (isCareful ? m_tableau.basic(index) < m_tableau.basic(found)
+                          : excess(index) > excess(found)))
+            found = index;
+    }
+    return found;
 }
 
 void Simplex::pivot(int index, Symbol entering)

@@ -30,6 +30,10 @@ public:
     /// 1 for each symbol that is fixed or costs something.
     std::vector<char> fixedOrCosting() const;
 
+    /// From now on the second symbol stands beside the first one, negated, wherever that stands
+    /// before a row says what either is.
+    void pair(Symbol one, Symbol other);
+
     /// The caller optimizes after that.
     void addCost(Symbol symbol, double level, double weight);
     void removeCost(Symbol symbol, double level, double weight);
@@ -38,10 +42,20 @@ public:
     /// and optimizes. Returns false, with the row as it was, if none can.
     bool insert(LinearRow &row);
 
-    /// Adds "row = 0" by way of `artificial`, and optimizes. Nothing mentions that symbol before or
-    /// after, and this row alone mentions `marker`. Returns nothing, or the symbols of a
-    /// contradiction; the row is then left out.
-    std::vector<Symbol> insertByArtificial(LinearRow row, Symbol artificial, Symbol marker);
+    /// Adds "row = 0", which requires something, and repairs. This row alone mentions `marker`.
+    /// Returns nothing, or the symbols of a contradiction; the caller then takes the row out.
+    std::vector<Symbol> insertRequired(LinearRow row, Symbol marker);
+
+    /// Forgets all rows and costs. Returns 1 for each symbol that was basic.
+    std::vector<char> startAgain();
+    /// Adds "row = 0", feasible or not. This row alone mentions `marker`.
+    void insertAnyhow(LinearRow row, Symbol marker);
+    /// Makes those symbols basic, as far as the rows allow it, while there are no costs.
+    void makeBasic(const std::vector<char> &isWanted);
+    bool isFeasible() const { return infeasibleRow(false) < 0; }
+    /// Makes all rows feasible while there are no costs. If they cannot be, that is rounding.
+    void makeFeasible();
+    void clearCosts() { m_objective.clear(); }
 
     /// Makes a symbol that may take any value from now on basic, if a row mentions it.
     void makeBasic(Symbol symbol);
@@ -50,6 +64,11 @@ public:
     void dropColumn(Symbol symbol);
 
     void optimize();
+
+    /// Whether rounding has kept an optimum from being found. Answers may then be wrong.
+    bool hasFailed() const { return m_hasFailed; }
+    /// The largest `LinearRow::rounding` so far.
+    double rounding() const { return std::max(m_tableau.rounding(), m_objective.rounding()); }
 
     /// Brings `cost` down by symbols alone that leave the objective where it is. Returns false if
     /// there is no limit to it.
@@ -63,19 +82,27 @@ public:
     std::vector<Symbol> repair();
 
 private:
+    class Effort;
+
     bool lowersCost(Symbol symbol) const;
     bool minimize(LinearRow &cost, bool isWithinOptimum);
-    int leavingRow(Symbol entering) const;
+    void passKinks(Symbol entering);
+    double roomIn(int index, Symbol entering, double slack) const;
+    int leavingRow(Symbol entering, bool isCareful) const;
+    int infeasibleRow(bool isCareful) const;
+    double excess(int index) const;
     void pivot(int index, Symbol entering);
     std::vector<Symbol> symbolsOf(int index) const;
 
     Tableau m_tableau;
     Objective m_objective;
     std::vector<char> m_isFixed; // by symbol
+    std::vector<Symbol> m_partners; // by symbol; -1: none
     unsigned long long m_pivots = 0;
+    bool m_hasFailed = false;
 };
 
-/// What rounding may leave of a value that should not be there, in units of the screen.
+/// What rounding may leave of a value that should not be there, in device-independent pixels.
 inline constexpr double smallestValue = 1e-7;
 
 } // namespace Pellarvine::detail

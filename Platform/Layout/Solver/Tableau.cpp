@@ -20,6 +20,7 @@ int Tableau::insert(LinearRow row, Symbol basic)
         insertSorted(m_columns[entry.symbol].rows, index);
     m_columns[basic].row = index;
     m_basics[index] = basic;
+    m_rounding = std::max(m_rounding, row.rounding);
     m_rows[index] = std::move(row);
     return index;
 }
@@ -59,6 +60,7 @@ void Tableau::pivot(int index, Symbol entering)
         m_rows[other].add(
                 row, share, [&](Symbol symbol) { insertSorted(m_columns[symbol].rows, other); },
                 [&](Symbol symbol) { removeSorted(m_columns[symbol].rows, other); });
+        m_rounding = std::max(m_rounding, m_rows[other].rounding);
     }
 }
 

@@ -31,6 +31,9 @@ public:
     /// What a basic symbol is while all others are 0, and those others.
     double value(Symbol symbol) const { return isBasic(symbol) ? row(rowOf(symbol)).constant : 0; }
 
+    /// The largest `LinearRow::rounding` that a row has ever had.
+    double rounding() const { return m_rounding; }
+
     /// Adds "basic = row". No other row may mention `basic`, nor the row a symbol that is basic.
     int insert(LinearRow row, Symbol basic);
     void drop(int index);
@@ -53,6 +56,7 @@ private:
     std::vector<LinearRow> m_rows;
     std::vector<Symbol> m_basics; // by row
     std::vector<int> m_unusedRows;
+    double m_rounding = 0.0;
 };
 
 } // namespace Pellarvine::detail

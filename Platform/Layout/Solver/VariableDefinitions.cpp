@@ -12,6 +12,7 @@ void VariableDefinitions::addSymbol()
 {
     m_states.emplace_back();
     m_sums.push_back(0.0);
+    m_sizes.push_back(0.0);
     m_marks.push_back(0);
 }
 
@@ -19,6 +20,7 @@ void VariableDefinitions::define(Symbol variable, LinearRow definition)
 {
     for (const auto &entry : definition.entries)
         insertSorted(m_states[entry.symbol].users, variable);
+    m_rounding = std::max(m_rounding, definition.rounding);
     m_states[variable].definition = std::move(definition);
     m_isOrderValid = false;
 }
@@ -49,18 +51,30 @@ void VariableDefinitions::eliminate(Symbol symbol, Symbol partner, const Tableau
         undefine(users.front());
         return;
     }
-    for (const Symbol chosen : users) {
-        LinearRow inverse = expand({ { { chosen, 1.0 } }, 0.0 }, tableau);
-        const double factor = inverse.coefficientOf(symbol);
-        if (isZero(factor))
+    // A large share of it keeps the others' coefficients small.
+    constexpr double largeShare = 0.1;
+    Symbol chosen = -1;
+    LinearRow inverse;
+    double share = 0.0;
+    for (const Symbol user : users) {
+        LinearRow row = expand({ { { user, 1.0 } }, 0.0 }, tableau);
+        const double size = std::abs(row.coefficientOf(symbol)) / row.largestCoefficient();
+        if (!(size > share))
             continue;
-        inverse.solveFor(symbol);
-        inverse.erase(partner);
-        inverse.add(chosen, 1.0 / factor);
-        undefine(chosen);
-        replace(symbol, partner, inverse);
-        return;
+        chosen = user;
+        inverse = std::move(row);
+        share = size;
+        if (share > largeShare)
+            break;
     }
+    if (chosen < 0)
+        return;
+    const double factor = inverse.coefficientOf(symbol);
+    inverse.solveFor(symbol);
+    inverse.erase(partner);
+    inverse.add(chosen, 1.0 / factor);
+    undefine(chosen);
+    replace(symbol, partner, inverse);
 }
 
 // The defined variables that `roots` lead to, each after those it is defined by.
@@ -94,6 +108,25 @@ VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
     return order;
 }
 
+// From the symbol upwards: little depends on what was added last.
+bool VariableDefinitions::leadsTo(const LinearRow &row, Symbol symbol)
+{
+    std::vector<Symbol> depending { symbol };
+    bool isFound = false;
+    for (std::size_t i = 0; i < depending.size() && !isFound; ++i) {
+        for (const Symbol user : m_states[depending[i]].users) {
+            if (m_marks[user])
+                continue;
+            m_marks[user] = 1;
+            depending.push_back(user);
+            isFound = isFound || row.coefficientOf(user) != 0.0;
+        }
+    }
+    for (const Symbol user : depending)
+        m_marks[user] = 0;
+    return isFound;
+}
+
 LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &tableau)
 {
     std::vector<Symbol> roots;
@@ -103,6 +136,7 @@ LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &table
 
     LinearRow result;
     result.constant = row.constant;
+    result.rounding = row.rounding;
     std::vector<Symbol> touched;
     const auto add = [&](const std::vector<LinearRow::Entry> &entries, double factor) {
         for (const auto &[symbol, coefficient] : entries) {
@@ -111,11 +145,16 @@ LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &table
                 touched.push_back(symbol);
             }
             m_sums[symbol] += factor * coefficient;
+            m_sizes[symbol] += std::abs(factor * coefficient);
         }
     };
+    const auto takeSum = [&](Symbol symbol) {
+        const double sum = std::exchange(m_sums[symbol], 0.0);
+        return result.rounded(sum, std::exchange(m_sizes[symbol], 0.0));
+    };
     const auto substitute = [&](Symbol symbol, const LinearRow &value) {
-        const double factor = std::exchange(m_sums[symbol], 0.0);
-        if (isZero(factor))
+        const double factor = takeSum(symbol);
+        if (factor == 0.0)
             return;
         result.constant += factor * value.constant;
         add(value.entries, factor);
@@ -129,9 +168,8 @@ LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &table
     }
     std::sort(touched.begin(), touched.end());
     for (const Symbol symbol : touched) {
-        const double sum = std::exchange(m_sums[symbol], 0.0);
         m_marks[symbol] = 0;
-        if (!isZero(sum))
+        if (const double sum = takeSum(symbol); sum != 0.0)
             result.entries.push_back({ symbol, sum });
     }
     return result;

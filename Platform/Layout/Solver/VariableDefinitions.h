@@ -29,6 +29,9 @@ public:
     /// Whether a definition mentions the symbol.
     bool isUsed(Symbol symbol) const { return !m_states[symbol].users.empty(); }
 
+    /// Whether the definitions of the row's other symbols lead to that one, which has none.
+    bool leadsTo(const LinearRow &row, Symbol symbol);
+
     void define(Symbol variable, LinearRow definition);
     void undefine(Symbol variable);
 
@@ -42,6 +45,9 @@ public:
 
     /// The same sum in terms of variables without a definition and of symbols that are not basic.
     LinearRow expand(const LinearRow &row, const Tableau &tableau);
+
+    /// The largest `LinearRow::rounding` that a definition has ever had.
+    double rounding() const { return m_rounding; }
 
     /// Puts "symbol + delta" in the place of the symbol.
     void shift(Symbol symbol, double delta);
@@ -61,7 +67,9 @@ private:
     std::vector<State> m_states; // by symbol
     std::vector<Symbol> m_order; // the defined variables, each after those it is defined by
     bool m_isOrderValid = false;
+    double m_rounding = 0.0;
     std::vector<double> m_sums; // expand()'s, all zero between its calls
+    std::vector<double> m_sizes; // likewise, of what the sums came from
     std::vector<char> m_marks; // likewise
 };
 

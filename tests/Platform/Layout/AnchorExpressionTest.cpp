@@ -14,6 +14,7 @@ namespace {
 using Variable = ConstraintSolver::Variable;
 
 constexpr Variable hostWidth { 0 };
+const AnchorAxis hostAxis { {}, hostWidth };
 constexpr Variable hostHeight { 1 };
 constexpr Variable x { 2 };
 constexpr Variable y { 3 };
@@ -32,9 +33,9 @@ Anchor host(LayoutAttribute attribute)
 }
 
 double value(const Anchor &first, double multiplier = 1.0, const Anchor &second = {},
-             double constant = 0.0, std::optional<Variable> mirroringWidth = {})
+             double constant = 0.0, const std::optional<AnchorAxis> &mirroring = {})
 {
-    const auto expression = anchorExpression(first, multiplier, second, constant, mirroringWidth);
+    const auto expression = anchorExpression(first, multiplier, second, constant, mirroring);
     double sum = expression.constant;
     for (const auto &[variable, coefficient] : expression.terms)
         sum += coefficient * values[int(variable)];
@@ -68,10 +69,8 @@ TEST(AnchorExpression, each_attribute_is_the_line_it_names)
     for (const auto &[attribute, ofItem, ofHost, ofItemMirrored, ofHostMirrored] : rows) {
         EXPECT_EQ(value(item(attribute)), ofItem) << int(attribute);
         EXPECT_EQ(value(host(attribute)), ofHost) << int(attribute);
-        EXPECT_EQ(value(item(attribute), 1.0, {}, 0.0, hostWidth), ofItemMirrored)
-                << int(attribute);
-        EXPECT_EQ(value(host(attribute), 1.0, {}, 0.0, hostWidth), ofHostMirrored)
-                << int(attribute);
+        EXPECT_EQ(value(item(attribute), 1.0, {}, 0.0, hostAxis), ofItemMirrored) << int(attribute);
+        EXPECT_EQ(value(host(attribute), 1.0, {}, 0.0, hostAxis), ofHostMirrored) << int(attribute);
     }
     EXPECT_EQ(value(item(LayoutAttribute::firstBaseline, { 0.0, 12.0 })), 32);
     EXPECT_EQ(value(item(LayoutAttribute::lastBaseline, { 1.0, -5.0 })), 55);
@@ -85,10 +84,10 @@ TEST(AnchorExpression, is_0_where_first_is_multiplier_times_second_plus_constant
     EXPECT_EQ(value(host(LayoutAttribute::right), 1.0, item(LayoutAttribute::right), 57), 0);
     // Mirrored, constants grow away from the leading side on the right, of both alike.
     EXPECT_EQ(value(item(LayoutAttribute::leading), 1.0, host(LayoutAttribute::leading), 57,
-                    hostWidth),
+                    hostAxis),
               0);
     EXPECT_EQ(
-            value(item(LayoutAttribute::leading), 1.0, host(LayoutAttribute::right), 57, hostWidth),
+            value(item(LayoutAttribute::leading), 1.0, host(LayoutAttribute::right), 57, hostAxis),
             0);
 }
 

@@ -13,6 +13,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 using namespace NS;
 
@@ -31,6 +33,9 @@ static_assert(CanBeEqual<LayoutDimension, LayoutDimension>);
 static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutYAxisAnchor>);
 static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutDimension>);
 static_assert(!CanBeEqual<LayoutDimension, LayoutYAxisAnchor>);
+static_assert(CanBeEqual<LayoutDimension, LayoutMultiple>);
+static_assert(!CanBeEqual<LayoutMultiple, LayoutDimension>);
+static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutMultiple>);
 static_assert(!std::is_copy_constructible_v<LayoutConstraint>);
 
 // Asks for a size, and has a property that a style would leave to its class.
@@ -102,13 +107,6 @@ std::string warningsOf(const std::function<void()> &work)
     return ::testing::internal::GetCapturedStdout();
 }
 
-std::shared_ptr<LayoutConstraint> withPriority(std::shared_ptr<LayoutConstraint> constraint,
-                                               double priority)
-{
-    constraint->setPriority(priority);
-    return constraint;
-}
-
 } // namespace
 
 TEST(LayoutConstraint, each_anchor_makes_constraints_about_the_line_it_names)
@@ -142,6 +140,15 @@ TEST(LayoutConstraint, each_anchor_makes_constraints_about_the_line_it_names)
     const auto ratio =
             widthAnchor(&view).constraintLessThanOrEqualToAnchor(heightAnchor(&other), 1.5, -4);
     EXPECT_EQ(ratio->description(), u"QWidget.width <= 1.5 * QWidget.height - 4"_s);
+    const auto multiple = heightAnchor(&other).multipliedBy(0.5);
+    EXPECT_EQ(widthAnchor(&view).constraintEqualToAnchor(multiple)->description(),
+              u"QWidget.width == 0.5 * QWidget.height"_s);
+    EXPECT_EQ(widthAnchor(&view).constraintLessThanOrEqualToAnchor(multiple, 3)->description(),
+              u"QWidget.width <= 0.5 * QWidget.height + 3"_s);
+    const auto wish = widthAnchor(&view).constraintGreaterThanOrEqualToAnchor(multiple, -3);
+    EXPECT_EQ(wish->withPriority(LayoutPriority::defaultLow), wish);
+    EXPECT_EQ(wish->priority(), LayoutPriority::defaultLow);
+    EXPECT_EQ(wish->description(), u"QWidget.width >= 0.5 * QWidget.height - 3"_s);
     const auto least = heightAnchor(&view).constraintGreaterThanOrEqualToConstant(40);
     EXPECT_EQ(least->description(), u"QWidget.height >= 40"_s);
 }
@@ -212,10 +219,10 @@ TEST(LayoutConstraint, a_higher_priority_goes_first_whatever_the_number_of_lower
     Window window(200, 100);
     QWidget view(&window);
     pinTopLeading(&view);
-    const auto strong = withPriority(widthAnchor(&view).constraintEqualToConstant(50), 501);
+    const auto strong = widthAnchor(&view).constraintEqualToConstant(50)->withPriority(501);
     strong->setActive(true);
     for (int i = 0; i < 20; ++i)
-        withPriority(widthAnchor(&view).constraintEqualToConstant(90), 500)->setActive(true);
+        widthAnchor(&view).constraintEqualToConstant(90)->withPriority(500)->setActive(true);
     EXPECT_EQ(window.place(&view).width(), 50);
     strong->setPriority(499);
     EXPECT_EQ(window.place(&view).width(), 90);
@@ -311,7 +318,8 @@ TEST(LayoutConstraint, without_a_common_ancestor_it_warns_once_and_activates_not
         rightAnchor(&view).constraintEqualToAnchor(rightAnchor(&elsewhere)),
     };
     EXPECT_EQ(warningsOf([&] { LayoutConstraint::activateConstraints(constraints); }),
-              "Warning: no view holds both ends of the constraint QWidget.top == elsewhere.top\n");
+              "Warning: no view holds both ends of the constraint QWidget/QWidget[1].top == "
+              "elsewhere.top\n");
     for (const auto &constraint : constraints)
         EXPECT_FALSE(constraint->isActive());
     EXPECT_EQ(window.layout(), nullptr);
@@ -655,12 +663,12 @@ TEST(LayoutConstraint, what_is_left_open_comes_out_the_same_every_time)
         LayoutConstraint::activateConstraints({ constraints[0] }); // fixes the order of the two
         LayoutConstraint::activateConstraints({ constraints[1] });
         if (isShuffled) {
-            LayoutConstraint::deactivateConstraints({ constraints[0] });
+            LayoutConstraint::deactivateConstraints({ constraints[1] });
             LayoutConstraint::activateConstraints({ constraints[3], constraints[2] });
             window.resize(500, 500);
             window.place(&one);
             window.resize(300, 200);
-            LayoutConstraint::activateConstraints({ constraints[0] });
+            LayoutConstraint::activateConstraints({ constraints[1] });
         } else {
             LayoutConstraint::activateConstraints({ constraints[2], constraints[3] });
         }
@@ -703,6 +711,118 @@ TEST(LayoutConstraint, code_that_runs_while_widgets_are_placed_may_change_the_co
     window.place(restless);
     width->setConstant(60);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !other && restless->width() == 80; }));
+}
+
+TEST(LayoutConstraint, what_cannot_be_a_constraint_is_refused_with_the_reason)
+{
+    using Attribute = LayoutAttribute;
+    Window window(300, 200);
+    window.setObjectName(u"panel"_s);
+    Sized view({ 30, 20 }, &window);
+    view.setObjectName(u"title"_s);
+    const double infinity = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const struct
+    {
+        Attribute first;
+        Attribute second;
+        double multiplier;
+        double constant;
+        const char *warning;
+    } rows[] = {
+        { Attribute::left, Attribute::bottom, 1, 0,
+          "title.left == panel.bottom: one attribute is horizontal and the other vertical" },
+        { Attribute::width, Attribute::left, 1, 0,
+          "title.width == panel.left: a size is no place" },
+        { Attribute::notAnAttribute, Attribute::left, 1, 0,
+          "title. == panel.left: it has no first attribute" },
+        { Attribute::width, Attribute::height, infinity, 0,
+          "title.width == inf * panel.height: its multiplier is not a finite number" },
+        { Attribute::width, Attribute::height, 1, nan, "its constant is not a finite number" },
+    };
+    for (const auto &[first, second, multiplier, constant, warning] : rows) {
+        std::shared_ptr<LayoutConstraint> made;
+        EXPECT_THAT(warningsOf([&, f = first, s = second, m = multiplier, c = constant] {
+                        made = LayoutConstraint::make(&view, f, LayoutRelation::equal, &window, s,
+                                                      m, c);
+                    }),
+                    HasSubstr(warning));
+        made->setActive(true);
+        EXPECT_FALSE(made->isActive()) << warning;
+    }
+
+    const auto width = widthAnchor(&view).constraintEqualToConstant(50);
+    pinTopLeading(&view);
+    width->setActive(true);
+    QSignalSpy changes(width.get(), &LayoutConstraint::constantChanged);
+    EXPECT_EQ(warningsOf([&] { width->setConstant(nan); }),
+              "Warning: the constraint title.width == 50 keeps its constant: nan is not a finite "
+              "number\n");
+    EXPECT_EQ(warningsOf([&] { width->setPriority(-infinity); }),
+              "Warning: the constraint title.width == 50 keeps its priority: -inf is not a finite "
+              "number\n");
+    EXPECT_EQ(changes.size(), 0);
+    EXPECT_EQ(width->priority(), LayoutPriority::required);
+    EXPECT_EQ(window.place(&view).width(), 50);
+}
+
+TEST(LayoutConstraint, code_that_runs_as_constraints_become_active_may_delete_later_widgets)
+{
+    Window window(300, 200);
+    Sized view({ 30, 20 }, &window);
+    const QPointer<QWidget> later = new Sized({ 30, 20 }, &window);
+    const Constraints constraints {
+        leftAnchor(&view).constraintEqualToAnchor(leftAnchor(&window), 5),
+        leftAnchor(later).constraintEqualToAnchor(rightAnchor(&view)),
+        topAnchor(&view).constraintEqualToAnchor(topAnchor(&window), 7),
+    };
+    QObject::connect(constraints[0].get(), &LayoutConstraint::activeChanged, &window,
+                     [later] { delete later.data(); });
+    LayoutConstraint::activateConstraints(constraints);
+    EXPECT_FALSE(constraints[1]->isActive());
+    EXPECT_EQ(window.place(&view), QRect(5, 7, 30, 20));
+}
+
+TEST(LayoutConstraint, a_widget_without_a_name_is_named_by_its_place)
+{
+    Window window(300, 200);
+    auto *const form = new QWidget(&window);
+    form->setObjectName(u"form"_s);
+    auto *const group = new QWidget(form);
+    new QLabel(form);
+    const auto nameOf = [](QWidget *widget) {
+        return leftAnchor(widget).constraintEqualToAnchor(leftAnchor(widget))->description();
+    };
+    EXPECT_TRUE(nameOf(new QLabel(form)).startsWith(u"form/QLabel[2].left "_s));
+    EXPECT_TRUE(nameOf(new QLabel(group)).startsWith(u"form/QWidget[1]/QLabel[1].left "_s));
+    EXPECT_TRUE(nameOf(&window).startsWith(u"QWidget.left "_s));
+}
+
+TEST(LayoutConstraint, leading_follows_the_nearest_common_ancestor_in_whatever_order_they_come)
+{
+    for (const bool isContainerFirst : { true, false }) {
+        Window window(300, 200);
+        auto *const container = new QWidget(&window);
+        container->setLayoutDirection(Qt::RightToLeft);
+        auto *const view = new Sized({ 30, 20 }, container);
+        const Constraints ofContainer {
+            leadingAnchor(container).constraintEqualToAnchor(leadingAnchor(&window), 100),
+            topAnchor(container).constraintEqualToAnchor(topAnchor(&window)),
+            widthAnchor(container).constraintEqualToConstant(150),
+            heightAnchor(container).constraintEqualToConstant(50),
+        };
+        const Constraints ofView {
+            leadingAnchor(view).constraintEqualToAnchor(leadingAnchor(container), 10),
+            topAnchor(view).constraintEqualToAnchor(topAnchor(container)),
+            bottomAnchor(view).constraintLessThanOrEqualToAnchor(bottomAnchor(&window)),
+        };
+        LayoutConstraint::activateConstraints(isContainerFirst ? ofContainer : ofView);
+        LayoutConstraint::activateConstraints(isContainerFirst ? ofView : ofContainer);
+        EXPECT_EQ(window.place(container), QRect(100, 0, 150, 50)) << isContainerFirst;
+        EXPECT_EQ(window.place(view), QRect(210, 0, 30, 20)) << isContainerFirst;
+        container->setLayoutDirection(Qt::LeftToRight);
+        EXPECT_EQ(window.place(view), QRect(110, 0, 30, 20)) << isContainerFirst;
+    }
 }
 
 #include "NSLayoutConstraintTest.moc"

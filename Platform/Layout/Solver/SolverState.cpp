@@ -1,0 +1,377 @@
+// SPDX-License-Identifier: MIT
+#include "Layout/Solver/SolverState.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+// How large a coefficient has to be, beside the others, for its variable to be defined by them.
+constexpr double smallestShare = 0.4;
+
+} // namespace
+
+// Symbols and records
+
+ConstraintSolver::Private::Symbol ConstraintSolver::Private::makeSymbol(SymbolState state)
+{
+    if (unusedSymbols.empty()) {
+        unusedSymbols.push_back(int(symbols.size()));
+        symbols.emplace_back();
+        values.push_back(0.0);
+        simplex.addSymbol();
+        definitions.addSymbol();
+    }
+    const Symbol symbol = unusedSymbols.back();
+    unusedSymbols.pop_back();
+    symbols[symbol] = state;
+    return symbol;
+}
+
+void ConstraintSolver::Private::recycle(Symbol symbol)
+{
+    symbols[symbol] = {};
+    values[symbol] = 0.0;
+    simplex.forget(symbol);
+    definitions.forget(symbol);
+    unusedSymbols.push_back(symbol);
+}
+
+int ConstraintSolver::Private::makeRecord(const Record &record)
+{
+    if (unusedRecords.empty()) {
+        records.push_back(record);
+        return int(records.size()) - 1;
+    }
+    const int index = unusedRecords.back();
+    unusedRecords.pop_back();
+    records[index] = record;
+    return index;
+}
+
+void ConstraintSolver::Private::recycleRecord(int index)
+{
+    records[index] = {};
+    unusedRecords.push_back(index);
+}
+
+// Constraints
+
+ConstraintSolver::Constraint ConstraintSolver::Private::addTarget(const Expression &expression,
+                                                                  Strength notBelow,
+                                                                  Strength notAbove)
+{
+    // expression - above + below = 0
+    Record record;
+    record.constant = expression.constant;
+    record.markerSign = -1.0;
+    record.terms = termsOf(expression, 1.0);
+    record.markerStrength = notAbove;
+    record.partnerStrength = notBelow;
+    const int index = makeRecord(record);
+    records[index].marker = makeSymbol({ .owner = index });
+    records[index].partner = makeSymbol({ .owner = index });
+    addRow(index);
+    return Constraint { index };
+}
+
+std::shared_ptr<const LinearRow> ConstraintSolver::Private::termsOf(const Expression &expression,
+                                                                    double factor)
+{
+    auto terms = std::make_shared<LinearRow>();
+    for (const auto &[variable, coefficient] : expression.terms)
+        terms->add(int(variable), factor * coefficient);
+    return terms;
+}
+
+// "row = 0" is what the constraint says.
+LinearRow ConstraintSolver::Private::rowOf(const Record &record)
+{
+    LinearRow row = *record.terms;
+    row.constant = record.factor * record.constant;
+    row.add(record.marker, record.markerSign);
+    if (record.partner >= 0)
+        row.add(record.partner, -record.markerSign);
+    return row;
+}
+
+// Returns the owners of a contradiction, among them the constraint itself, which then is left out.
+std::vector<ConstraintSolver::Constraint> ConstraintSolver::Private::addRow(int index)
+{
+    decidedPivots.reset();
+    const Record record = records[index];
+    if (record.isEquality)
+        simplex.fix(record.marker);
+    if (record.partner >= 0)
+        simplex.pair(record.marker, record.partner);
+    addCosts(record);
+    records[index].isIn = true;
+    LinearRow row = rowOf(record);
+    if (define(row) || simplex.insert(row))
+        return {};
+    std::vector<Constraint> conflict =
+            ownersOf(simplex.insertRequired(std::move(row), record.marker));
+    if (!conflict.empty())
+        takeOut(index);
+    return conflict;
+}
+
+void ConstraintSolver::Private::addCosts(const Record &record)
+{
+    if (record.markerStrength.weight > 0.0)
+        simplex.addCost(record.marker, record.markerStrength.level, record.markerStrength.weight);
+    if (record.partnerStrength.weight > 0.0)
+        simplex.addCost(record.partner, record.partnerStrength.level,
+                        record.partnerStrength.weight);
+}
+
+void ConstraintSolver::Private::removeCosts(const Record &record)
+{
+    if (record.markerStrength.weight > 0.0)
+        simplex.removeCost(record.marker, record.markerStrength.level,
+                           record.markerStrength.weight);
+    if (record.partnerStrength.weight > 0.0)
+        simplex.removeCost(record.partner, record.partnerStrength.level,
+                           record.partnerStrength.weight);
+}
+
+void ConstraintSolver::Private::setWeight(int index, double weight)
+{
+    const Record old = records[index];
+    for (Strength *const strength :
+         { &records[index].markerStrength, &records[index].partnerStrength }) {
+        if (strength->weight > 0.0)
+            strength->weight = weight;
+    }
+    addCosts(records[index]);
+    removeCosts(old);
+    decidedPivots.reset();
+    simplex.optimize();
+}
+
+// If the row says what a variable is, makes that its definition. If not, it is expanded.
+bool ConstraintSolver::Private::define(LinearRow &row)
+{
+    // Best a variable that nothing depends on yet.
+    Symbol variable = newestFree(row, true);
+    if (variable < 0)
+        variable = expandLittle(row);
+    if (variable < 0) {
+        row = definitions.expand(row, simplex.tableau());
+        variable = newestFree(row, false);
+    }
+    if (variable < 0)
+        return false;
+    row.solveFor(variable);
+    definitions.define(variable, std::move(row));
+    return true;
+}
+
+// Else one that a few definitions lead to, while the rest of the row does not: that keeps the row
+// short. Returns -1, with the row as it was, if there is none.
+ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(LinearRow &row)
+{
+    constexpr int mostSteps = 4;
+    LinearRow little = row;
+    for (int step = 0;; ++step) {
+        const Symbol found = newestFree(little, false);
+        if (found >= 0) {
+            if (definitions.leadsTo(little, found))
+                return -1;
+            row = std::move(little);
+            return found;
+        }
+        Symbol newest = -1;
+        for (const auto &[symbol, coefficient] : little.entries) {
+            if (definitions.isDefined(symbol)
+                && (newest < 0 || symbols[symbol].number > symbols[newest].number))
+                newest = symbol;
+        }
+        if (newest < 0 || step == mostSteps)
+            return -1;
+        little.substitute(newest, definitions.definition(newest));
+    }
+}
+
+// The last variable of the row that has no definition, and on request that no definition mentions.
+// Not one with a small coefficient, if there is another: those of its definition would be large.
+ConstraintSolver::Private::Symbol ConstraintSolver::Private::newestFree(const LinearRow &row,
+                                                                        bool isUnused) const
+{
+    double largest = 0.0;
+    const auto newest = [&](double smallest) {
+        Symbol found = -1;
+        for (const auto &[symbol, coefficient] : row.entries) {
+            if (std::abs(coefficient) < smallest || !isVariable(symbol)
+                || definitions.isDefined(symbol) || (isUnused && definitions.isUsed(symbol)))
+                continue;
+            largest = std::max(largest, std::abs(coefficient));
+            if (found < 0 || symbols[symbol].number > symbols[found].number)
+                found = symbol;
+        }
+        return found;
+    };
+    const Symbol found = newest(0.0);
+    return found < 0 ? found : newest(smallestShare * largest);
+}
+
+std::vector<ConstraintSolver::Constraint>
+ConstraintSolver::Private::ownersOf(const std::vector<Symbol> &contradiction) const
+{
+    std::vector<Constraint> owners;
+    for (const Symbol symbol : contradiction) {
+        if (symbols[symbol].owner >= 0)
+            owners.push_back(Constraint { symbols[symbol].owner });
+    }
+    std::sort(owners.begin(), owners.end());
+    owners.erase(std::unique(owners.begin(), owners.end()), owners.end());
+    return owners;
+}
+
+void ConstraintSolver::Private::remove(int index)
+{
+    takeOut(index);
+    recycle(records[index].marker);
+    if (records[index].partner >= 0)
+        recycle(records[index].partner);
+    recycleRecord(index);
+}
+
+void ConstraintSolver::Private::takeOut(int index)
+{
+    Record &record = records[index];
+    const Symbol marker = record.marker;
+    const Symbol partner = record.partner;
+    record.isIn = false;
+    const auto pivotsBefore = simplex.pivots();
+    const bool isCosting =
+            record.markerStrength.weight > 0.0 || record.partnerStrength.weight > 0.0;
+    removeCosts(record);
+
+    // Without the constraint its marker may take any value.
+    const Tableau &tableau = simplex.tableau();
+    const bool isPartnerBasic = partner >= 0 && tableau.isBasic(partner);
+    const Symbol basic = isPartnerBasic ? partner : marker;
+    simplex.makeBasic(basic);
+    if (tableau.isBasic(basic)) {
+        definitions.replace(basic, isPartnerBasic ? marker : partner,
+                            tableau.row(tableau.rowOf(basic)));
+        simplex.dropRow(basic);
+    } else {
+        definitions.eliminate(marker, partner, tableau);
+    }
+    for (const Symbol symbol : { marker, partner }) {
+        if (symbol >= 0)
+            simplex.dropColumn(symbol);
+    }
+    decidedPivots.reset();
+    if (!simplex.isFeasible())
+        findOptimum();
+    else if (isCosting || simplex.pivots() != pivotsBefore)
+        simplex.optimize();
+}
+
+// From wherever the basis is.
+void ConstraintSolver::Private::findOptimum()
+{
+    simplex.clearCosts();
+    simplex.makeFeasible();
+    for (const Record &record : records) {
+        if (record.isIn)
+            addCosts(record);
+    }
+    simplex.optimize();
+}
+
+// Another constant acts as if the marker had moved.
+std::vector<ConstraintSolver::Constraint> ConstraintSolver::Private::setConstant(int index,
+                                                                                 double constant)
+{
+    Record &record = records[index];
+    const double delta = record.factor * record.markerSign * (constant - record.constant);
+    record.constant = constant;
+    simplex.shift(record.marker, delta);
+    definitions.shift(record.marker, delta);
+    return ownersOf(simplex.repair());
+}
+
+// Solutions
+
+void ConstraintSolver::Private::solve()
+{
+    if (!isUndecided()) {
+        evaluate();
+        return;
+    }
+    Private scratch(*this);
+    scratch.decide();
+    scratch.values.resize(values.size());
+    values = std::move(scratch.values);
+}
+
+// Whether the best solutions are several: then one of the symbols that cost nothing can move.
+bool ConstraintSolver::Private::isUndecided()
+{
+    if (decidedPivots == simplex.pivots())
+        return false;
+    const int count = int(symbols.size());
+    for (Symbol symbol = 0; symbol < count; ++symbol) {
+        if (isVariable(symbol) && !definitions.isDefined(symbol) && definitions.isUsed(symbol))
+            return true;
+    }
+    const std::vector<char> isHeld = simplex.fixedOrCosting();
+    LinearRow idle;
+    for (Symbol symbol = 0; symbol < count; ++symbol) {
+        const bool isMentioned =
+                !simplex.tableau().rowsWith(symbol).empty() || definitions.isUsed(symbol);
+        if (isMentioned && !isVariable(symbol) && !simplex.tableau().isBasic(symbol)
+            && !isHeld[symbol])
+            idle.entries.push_back({ symbol, -1.0 });
+    }
+    if (idle.entries.empty()) {
+        decidedPivots = simplex.pivots();
+        return false;
+    }
+    const bool isBounded = simplex.minimizeWithinOptimum(idle);
+    return !isBounded || -idle.constant > smallestValue;
+}
+
+void ConstraintSolver::Private::fixCosts()
+{
+    simplex.fixCosts();
+    for (Record &record : records)
+        record.markerStrength = record.partnerStrength = { 0.0, 0.0 };
+}
+
+// Brings each variable as near to 0 as those before it and the objective leave it room for. For a
+// copy only: what has been decided is frozen for good.
+void ConstraintSolver::Private::decide()
+{
+    std::vector<Symbol> variables;
+    for (Symbol symbol = 0; symbol < int(symbols.size()); ++symbol) {
+        if (isVariable(symbol))
+            variables.push_back(symbol);
+    }
+    std::sort(variables.begin(), variables.end(), [&](Symbol one, Symbol other) {
+        return symbols[one].number < symbols[other].number;
+    });
+    fixCosts();
+    for (const Symbol variable : variables) {
+        const LinearRow value =
+                definitions.expand({ { { variable, 1.0 } }, 0.0 }, simplex.tableau());
+        const bool canMove =
+                std::any_of(value.entries.begin(), value.entries.end(),
+                            [&](const auto &entry) { return !simplex.isFixed(entry.symbol); });
+        if (!canMove)
+            continue;
+        addTarget({ { { Variable { variable } } }, 0.0 }, { 0.0 }, { 0.0 });
+        fixCosts();
+        if (isWorn())
+            renew();
+    }
+    evaluate();
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Layout/Solver/ConstraintSolver.h"
+#include "Layout/Solver/Simplex.h"
+#include "Layout/Solver/VariableDefinitions.h"
+
+namespace Pellarvine::detail {
+
+/// What a solver consists of: the constraints as they were given, and what was computed from them,
+/// which can be computed again whenever rounding has worn it out.
+struct ConstraintSolver::Private
+{
+    using Symbol = LinearRow::Symbol;
+
+    // Other symbols than variables are never negative: what an inequality leaves, by how much a
+    // wanted constraint is missed, or the mark of a required equality, which is fixed.
+    struct SymbolState
+    {
+        int number = -1; // of a variable: its place in the order of all
+        int owner = -1; // of another symbol: the constraint that it belongs to
+    };
+
+    struct Record
+    {
+        Symbol marker = -1;
+        Symbol partner = -1; // a second symbol that always stands beside the marker, negated
+        double markerSign = 1.0;
+        double factor = 1.0; // of the expression as it was given
+        double constant = 0.0; // of that expression
+        std::shared_ptr<const LinearRow> terms; // of that expression, times the factor
+        bool isEquality = false; // a required one
+        bool isIn = false; // whether the simplex knows it
+        Strength markerStrength { 0.0, 0.0 };
+        Strength partnerStrength { 0.0, 0.0 };
+    };
+
+    bool isVariable(Symbol symbol) const { return symbols[symbol].number >= 0; }
+
+    Symbol makeSymbol(SymbolState state);
+    void recycle(Symbol symbol);
+    int makeRecord(const Record &record);
+    void recycleRecord(int index);
+
+    Constraint addTarget(const Expression &expression, Strength notBelow, Strength notAbove);
+    std::vector<Constraint> addRow(int record);
+    std::vector<Constraint> addReliably(int record);
+    void addAnyhow(int record);
+    bool define(LinearRow &row);
+    Symbol expandLittle(LinearRow &row);
+    void addCosts(const Record &record);
+    void removeCosts(const Record &record);
+    void setWeight(int record, double weight);
+    static std::shared_ptr<const LinearRow> termsOf(const Expression &expression, double factor);
+    static LinearRow rowOf(const Record &record);
+    Symbol newestFree(const LinearRow &row, bool isUnused) const;
+    std::vector<Constraint> ownersOf(const std::vector<Symbol> &contradiction) const;
+    void remove(int record);
+    void takeOut(int record);
+    void findOptimum();
+    std::vector<Constraint> setConstant(int record, double constant);
+
+    bool isWorn() const;
+    bool isMissed() const;
+    bool isUnreliable();
+    void renew();
+    void startAgain();
+    std::vector<char> forgetRows();
+    void settle();
+
+    void solve();
+    bool isUndecided();
+    void decide();
+    void fixCosts();
+    void evaluate() { definitions.evaluate(simplex.tableau(), values); }
+
+    Simplex simplex;
+    VariableDefinitions definitions;
+    std::vector<SymbolState> symbols;
+    std::vector<double> values; // by symbol, in the last snapshot
+    std::vector<Symbol> unusedSymbols;
+    std::vector<Record> records;
+    std::vector<int> unusedRecords;
+    int nextNumber = 0;
+    // The basis that is known to have a single optimum whatever the constants are, if any.
+    std::optional<unsigned long long> decidedPivots;
+    int changes = 0; // since everything was last computed from the records ...
+    int changesSinceStart = 0; // ... and that without regard to the basis there was
+    double freshRounding = 0.0; // what that has left
+    // The basis and the number of changes at which a snapshot was last compared with the records.
+    std::optional<unsigned long long> checkedPivots;
+    int checkedChanges = 0;
+};
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+// How a solver keeps rounding from growing.
+#include "Layout/Solver/SolverState.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+// Rounding that says that coefficients have lost too many of their sixteen digits ...
+constexpr double largestRounding = 1e-11;
+// ... and that no system should be left with: from there it reaches what counts as a coefficient.
+constexpr double fatalRounding = 1e-10;
+
+} // namespace
+
+// Whether coefficients that were computed from others again and again are too far off. Those of a
+// difficult system are so from the start, and computing them again helps little.
+bool ConstraintSolver::Private::isWorn() const
+{
+    const double rounding = std::max(simplex.rounding(), definitions.rounding());
+    return simplex.hasFailed() || rounding > std::max(largestRounding, 10.0 * freshRounding)
+           || (changes > 0 && rounding > fatalRounding);
+}
+
+// Whether the last snapshot is not what the records say.
+bool ConstraintSolver::Private::isMissed() const
+{
+    double largest = 1.0;
+    for (const double value : values)
+        largest = std::max(largest, std::abs(value));
+    const double allowed = 1e-9 * largest + smallestValue;
+    return std::any_of(records.begin(), records.end(), [&](const Record &record) {
+        if (!record.isIn)
+            return false;
+        double sum = record.factor * record.constant;
+        for (const auto &[symbol, coefficient] : record.terms->entries)
+            sum += coefficient * values[symbol];
+        const double marker = values[record.marker];
+        const double partner = record.partner >= 0 ? values[record.partner] : 0.0;
+        return !(std::abs(sum + record.markerSign * (marker - partner)) <= allowed)
+               || (record.isEquality ? !(std::abs(marker) <= allowed) : !(marker >= -allowed))
+               || !(partner >= -allowed);
+    });
+}
+
+// Looks at the snapshot after each change of the basis, and from time to time in any case.
+bool ConstraintSolver::Private::isUnreliable()
+{
+    constexpr int mostUnchecked = 32;
+    if (simplex.hasFailed() || std::max(simplex.rounding(), definitions.rounding()) > fatalRounding)
+        return true;
+    if (checkedPivots == simplex.pivots() && std::abs(changes - checkedChanges) < mostUnchecked)
+        return false;
+    checkedPivots = simplex.pivots();
+    checkedChanges = changes;
+    return isMissed();
+}
+
+std::vector<char> ConstraintSolver::Private::forgetRows()
+{
+    definitions = {};
+    for (std::size_t i = 0; i < symbols.size(); ++i)
+        definitions.addSymbol();
+    decidedPivots.reset();
+    changes = 0;
+    return simplex.startAgain();
+}
+
+void ConstraintSolver::Private::addAnyhow(int index)
+{
+    LinearRow row = rowOf(records[index]);
+    if (!define(row))
+        simplex.insertAnyhow(std::move(row), records[index].marker);
+}
+
+// Computes everything again from the records, which rounding does not touch, for the basis that is
+// the best one now.
+void ConstraintSolver::Private::renew()
+{
+    const std::vector<char> wasBasic = forgetRows();
+    for (int index = 0; index < int(records.size()); ++index) {
+        if (records[index].isIn)
+            addAnyhow(index);
+    }
+    simplex.makeBasic(wasBasic);
+    findOptimum();
+    freshRounding = std::max(simplex.rounding(), definitions.rounding());
+}
+
+// Likewise, but finds the basis again too, as a fresh solver would.
+void ConstraintSolver::Private::startAgain()
+{
+    std::vector<int> all;
+    for (int index = 0; index < int(records.size()); ++index) {
+        if (std::exchange(records[index].isIn, false))
+            all.push_back(index);
+    }
+    forgetRows();
+    std::vector<int> contradicting;
+    for (const int index : all) {
+        if (!addReliably(index).empty())
+            contradicting.push_back(index);
+    }
+    // They held together before, so that this is rounding.
+    for (const int index : contradicting) {
+        records[index].isIn = true;
+        addAnyhow(index);
+    }
+    if (!contradicting.empty())
+        findOptimum();
+    changesSinceStart = 0;
+    freshRounding = std::max(simplex.rounding(), definitions.rounding());
+}
+
+// Adds a row; what seems to contradict by rounding alone is tried again.
+std::vector<ConstraintSolver::Constraint> ConstraintSolver::Private::addReliably(int index)
+{
+    std::vector<Constraint> conflict = addRow(index);
+    if (!conflict.empty() && isWorn()) {
+        renew();
+        conflict = addRow(index);
+    }
+    ++changes;
+    if (isWorn())
+        renew();
+    return conflict;
+}
+
+// Called after each change.
+void ConstraintSolver::Private::settle()
+{
+    // So that the rare new computation costs each change little.
+    const int most = 1000 + 4 * int(records.size());
+    ++changesSinceStart;
+    if (++changes > most || isWorn())
+        renew();
+    if (simplex.hasFailed())
+        startAgain();
+}
+
+} // namespace Pellarvine::detail
