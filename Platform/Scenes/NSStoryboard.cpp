@@ -60,35 +60,51 @@ struct Storyboard::Embedded
     std::unique_ptr<ViewController> controller;
 };
 
-/// Waits in a view for the signal that a segue begins at.
+/// Waits in a view for the signal that a segue begins at; until its controller ends or has another
+/// view.
 class SegueTrigger : public QObject
 {
     Q_OBJECT
 
 public:
     SegueTrigger(ViewController *source, const SegueElement &segue)
-        : QObject(source->view())
+        : QObject(source)
         , m_source(source)
         , m_segue(segue)
-    { }
+    {
+        connect(source, &ViewController::viewChanged, this, &SegueTrigger::end);
+    }
 
 public Q_SLOTS:
     void fire()
     {
+        if (m_hasEnded)
+            return;
+        // What the program does in between may delete the source, and this with it.
+        const QPointer<ViewController> source = m_source;
+        const QPointer<QObject> from = sender();
+        const std::shared_ptr<Storyboard> storyboard = source->storyboard();
+        const SegueElement &segue = m_segue;
         // Called by Qt's events, which no exception may cross.
-        QObject *const from = sender();
-        const std::shared_ptr<Storyboard> storyboard = m_source->storyboard();
         try {
-            if (m_source->shouldPerformSegue(m_segue.identifier, from))
-                storyboard->perform(m_segue, m_source, from);
+            if (source->shouldPerformSegue(segue.identifier, from) && source)
+                storyboard->perform(segue, source, from);
         } catch (const std::exception &error) {
             detail::printWarning(error);
         }
     }
 
 private:
+    // Not deleted at once: it may be what fires.
+    void end()
+    {
+        m_hasEnded = true;
+        deleteLater();
+    }
+
     ViewController *m_source;
     const SegueElement &m_segue; // the source keeps the storyboard
+    bool m_hasEnded = false;
 };
 
 Storyboard::Storyboard(const QString &path)
@@ -158,8 +174,10 @@ void Storyboard::viewDidLoad(ViewController *controller, const QString &identifi
             throw m_file->error(outlet.place, QString::fromUtf8(error.what()));
         }
     }
-    for (const SegueElement &segue : m_file->segues) {
-        if (segue.source != identifier || segue.signal.isEmpty())
+    const std::vector<const SegueElement *> segues = m_file->seguesFrom(identifier);
+    for (const SegueElement *const begun : segues) {
+        const SegueElement &segue = *begun;
+        if (segue.signal.isEmpty())
             continue;
         QObject *const object =
                 segue.object.isEmpty() ? controller : objectNamed(view, segue.object);
@@ -179,9 +197,9 @@ void Storyboard::viewDidLoad(ViewController *controller, const QString &identifi
     // Last, so that the names of embedded scenes are not taken for this one's; and all of them are
     // there before the first is placed.
     std::vector<Embedded> all;
-    for (const SegueElement &segue : m_file->segues) {
-        if (segue.source == identifier && segue.isEmbedded)
-            all.push_back(embedded(segue, controller));
+    for (const SegueElement *const segue : segues) {
+        if (segue->isEmbedded)
+            all.push_back(embedded(*segue, controller));
     }
     for (auto &[container, embedded] : all) {
         QWidget *const inner = embedded->view();
@@ -194,12 +212,12 @@ void Storyboard::performSegue(ViewController *source, const QString &scene,
                               const QString &identifier, QObject *sender)
 {
     QStringList known;
-    for (const SegueElement &segue : m_file->segues) {
-        if (segue.source != scene || segue.identifier.isEmpty() || segue.isEmbedded)
+    for (const SegueElement *const segue : m_file->seguesFrom(scene)) {
+        if (segue->identifier.isEmpty() || segue->isEmbedded)
             continue;
-        if (segue.identifier == identifier)
-            return perform(segue, source, sender);
-        known.append(segue.identifier);
+        if (segue->identifier == identifier)
+            return perform(*segue, source, sender);
+        known.append(segue->identifier);
     }
     throw UnknownIdentifierError(u"segue"_s, identifier,
                                  u"the scene \"%1\" of %2"_s.arg(scene, m_file->fileName), known);

@@ -33,6 +33,14 @@ std::vector<SegueClass> &classes()
 [[maybe_unused]] const bool isRegistered =
         (StoryboardSegue::registerClass<StoryboardSegue>(), true);
 
+// Of a window that has chosen its frame, its own hints; else the desktop's for a dialog.
+Qt::WindowFlags dialogFlags(const QWidget *view)
+{
+    const Qt::WindowFlags flags = view->windowFlags();
+    const bool hasChosen = flags & (Qt::FramelessWindowHint | Qt::CustomizeWindowHint);
+    return hasChosen ? (flags & ~Qt::WindowType_Mask) | Qt::Dialog : Qt::Dialog;
+}
+
 // Ends a controller with the window that its view was shown in.
 class ClosingWatch : public QObject
 {
@@ -87,8 +95,9 @@ void StoryboardSegue::perform()
     QWidget *const view = destination->view();
     auto *const source = qobject_cast<ViewController *>(m_source);
     QWidget *const window = source ? source->view()->window() : nullptr;
-    view->setParent(window, Qt::Dialog);
-    view->setWindowTitle(destination->title());
+    view->setParent(window, dialogFlags(view));
+    if (!destination->title().isEmpty())
+        view->setWindowTitle(destination->title());
     new ClosingWatch(destination);
     view->show();
 }

@@ -258,7 +258,12 @@ QList<ViewController *> ViewController::childViewControllers() const
 
 void ViewController::addChildViewController(ViewController *child)
 {
+    // Whoever is told of the removal may delete either, or add the child elsewhere.
+    const QPointer<ViewController> self = this;
+    const QPointer<ViewController> added = child;
     child->removeFromParentViewController();
+    if (!self || !added || added->d->parent)
+        return;
     child->setParent(this);
     child->d->parent = this;
     d->children.append(child);

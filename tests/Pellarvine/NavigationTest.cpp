@@ -5,6 +5,7 @@
 #include <pellarvine/Pellarvine/NavigationItemViewController.h>
 #include <pellarvine/Pellarvine/PushSegue.h>
 #include <pellarvine/Pellarvine/ReplaceSegue.h>
+#include <pellarvine/Pellarvine/Window.h>
 #include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSStoryboard.h>
 #include <pellarvine/Platform/NSView.h>
@@ -407,6 +408,26 @@ TEST_F(MailStoryboard, a_plain_segue_opens_a_window_that_ends_its_controller)
     EXPECT_FALSE(settings);
 }
 
+TEST(PlainSegue, a_window_of_its_own_keeps_its_frame_and_its_title)
+{
+    class WindowController : public ViewController
+    {
+    public:
+        void loadView() override
+        {
+            auto *const window = new Pellarvine::Window;
+            window->setWindowTitle(u"Inspector"_s);
+            setView(window);
+        }
+    };
+    ViewController source;
+    auto *const destination = new WindowController;
+    NS::StoryboardSegue({}, &source, destination).perform();
+    EXPECT_TRUE(destination->view()->windowFlags() & Qt::FramelessWindowHint);
+    EXPECT_EQ(destination->view()->windowType(), Qt::Dialog);
+    EXPECT_EQ(destination->view()->windowTitle(), u"Inspector"_s);
+}
+
 TEST_F(MailStoryboard, a_scene_can_be_pinned_into_any_view_and_is_nobodys_child)
 {
     QWidget box;
@@ -520,6 +541,172 @@ TEST_F(MailStoryboard, what_is_pushed_has_its_title_as_its_name_for_screen_reade
     named->view()->setAccessibleName(u"Draft of a letter"_s);
     PushSegue({}, top(), named).perform();
     EXPECT_EQ(name(named), u"Draft of a letter"_s);
+}
+
+namespace {
+
+// Pushes when it first appears, as a list does that needs a login first.
+class Pushing : public ViewController
+{
+public:
+    explicit Pushing(ViewController *pushed)
+        : m_pushed(pushed)
+    { }
+    void viewWillAppear() override
+    {
+        if (ViewController *const pushed = std::exchange(m_pushed, nullptr))
+            PushSegue({}, this, pushed).perform();
+    }
+
+private:
+    ViewController *m_pushed;
+};
+
+// A field in a view, to have the focus.
+ViewController *screenWithField()
+{
+    auto *const screen = new ViewController;
+    (new QLineEdit(screen->view()))->setObjectName(u"field"_s);
+    return screen;
+}
+
+QWidget *field(ViewController *screen)
+{
+    return screen->view()->findChild<QLineEdit *>();
+}
+
+} // namespace
+
+TEST_F(MailStoryboard, the_uppermost_view_is_enabled_and_all_below_it_are_covered)
+{
+    ViewController *const list = top();
+    auto *const login = screenWithField();
+    PushSegue({}, list, new Pushing(login)).perform();
+    ViewController *const pushing = top(); // in the stack, which grew from the inside out
+    EXPECT_TRUE(login->view()->isEnabled());
+    EXPECT_FALSE(pushing->view()->isEnabled());
+    EXPECT_FALSE(list->view()->isEnabled());
+    EXPECT_EQ(QApplication::focusWidget(), field(login));
+
+    // One that is there already is raised.
+    PushSegue({}, login, list).perform();
+    EXPECT_EQ(subviews(mail->contentView()).constLast(), list->view());
+    EXPECT_TRUE(list->view()->isEnabled());
+    EXPECT_FALSE(login->view()->isEnabled());
+    EXPECT_FALSE(pushing->view()->isEnabled());
+
+    // Pushed views stay when the stack is reset.
+    login->view()->raise();
+    mail->view()->hide();
+    mail->view()->show();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(login->view()->isEnabled());
+    EXPECT_FALSE(list->view()->isEnabled());
+
+    login->view()->hide();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(list->view()->isEnabled());
+    login->view()->show();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(login->view()->isEnabled());
+    EXPECT_FALSE(list->view()->isEnabled());
+    auto *const replacing = new ViewController;
+    ReplaceSegue({}, list, replacing).perform();
+    EXPECT_TRUE(replacing->view()->isEnabled());
+    EXPECT_FALSE(login->view()->isEnabled());
+}
+
+TEST_F(MailStoryboard, the_focus_follows_the_uppermost_view_however_it_became_that)
+{
+    NavigationController fresh;
+    fresh.view()->show();
+    fresh.view()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(fresh.view()));
+    auto *const first = screenWithField();
+    first->setTitle(u"First"_s);
+    PushSegue({}, &fresh, first).perform();
+    EXPECT_EQ(QApplication::focusWidget(), field(first));
+    EXPECT_EQ(first->view()->accessibleName(), u"First"_s);
+
+    auto *const second = new QLineEdit(first->view());
+    second->show();
+    second->setFocus();
+    const auto push = [&] {
+        auto *const pushed = screenWithField();
+        PushSegue({}, first, pushed).perform();
+        EXPECT_EQ(QApplication::focusWidget(), field(pushed));
+        return pushed;
+    };
+    delete push();
+    EXPECT_EQ(QApplication::focusWidget(), second);
+
+    ViewController *pushed = push();
+    const std::unique_ptr<ViewController> takenFirst(pushed);
+    pushed->removeFromParentViewController();
+    pushed->view()->setParent(nullptr);
+    fresh.setNavigationStack({ first });
+    EXPECT_EQ(QApplication::focusWidget(), second);
+
+    pushed = push();
+    const std::unique_ptr<ViewController> takenLast(pushed);
+    fresh.setNavigationStack({ first });
+    pushed->removeFromParentViewController();
+    pushed->view()->setParent(nullptr);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(QApplication::focusWidget(), second);
+    EXPECT_TRUE(first->view()->isEnabled());
+}
+
+TEST(Navigation, segues_survive_whatever_the_program_deletes_meanwhile)
+{
+    for (const bool isReplace : { false, true }) {
+        // Each is deleted as soon as the children change.
+        for (int victim = 0; victim < 4; ++victim) {
+            auto *const navigation = new Navigation;
+            const QPointer<ViewController> first = new ViewController;
+            PushSegue({}, navigation, first).perform();
+            const QPointer<ViewController> second = new ViewController;
+            PushSegue({}, navigation, second).perform();
+            const QPointer<ViewController> third = new ViewController;
+            const QPointer<QObject> victims[] = { first.data(), second.data(), third.data(),
+                                                  navigation };
+            QObject::connect(navigation, &ViewController::childViewControllersChanged,
+                             [taken = victims[victim]]() mutable {
+                                 delete std::exchange(taken, nullptr).data();
+                             });
+            if (isReplace)
+                ReplaceSegue({}, navigation, third).perform();
+            else
+                PushSegue({}, navigation, third).perform();
+            EXPECT_FALSE(victims[victim]);
+            if (victims[3]) {
+                EXPECT_FALSE(navigation->navigationStack().contains(nullptr));
+                EXPECT_EQ(navigation->navigationStack().contains(third), !!third);
+            }
+            for (const QPointer<QObject> &rest : { victims[3], victims[2], victims[1], victims[0] })
+                delete rest.data();
+        }
+    }
+}
+
+TEST(Navigation, a_controller_that_would_contain_itself_is_refused)
+{
+    ViewController outer;
+    auto *const navigation = new Navigation;
+    outer.addChildViewController(navigation);
+    ViewController around;
+    navigation->view()->setParent(around.view());
+    auto *const first = new ViewController;
+    PushSegue({}, navigation, first).perform();
+    for (ViewController *const refused :
+         { static_cast<ViewController *>(navigation), &outer, &around }) {
+        ::testing::internal::CaptureStdout();
+        PushSegue({}, navigation, refused).perform();
+        ReplaceSegue({}, first, refused).perform();
+        EXPECT_THAT(::testing::internal::GetCapturedStdout(), HasSubstr("cannot show itself"));
+    }
+    EXPECT_THAT(navigation->navigationStack(), ElementsAre(first));
+    EXPECT_THAT(navigation->childViewControllers(), ElementsAre(first));
 }
 
 TEST(Navigation, a_thousand_pushes_and_replaces_leave_as_much_as_one)
