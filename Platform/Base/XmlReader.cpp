@@ -21,33 +21,37 @@ XmlReader::XmlReader(const QByteArray &contents)
 
 QXmlStreamReader::TokenType XmlReader::readNext()
 {
-    const qsizetype start = qsizetype(characterOffset());
+    m_tokenStart = qsizetype(characterOffset());
     QXmlStreamReader::readNext();
     if (isDTD() && text().contains(u'[')) {
-        m_place = placeAt(m_text.indexOf(u"<!DOCTYPE"_s, start));
+        m_place = placeAt(m_text.indexOf(u"<!DOCTYPE"_s, m_tokenStart));
         raiseError(u"a document type declaration with contents is not allowed"_s);
     }
     return tokenType();
 }
 
+void XmlReader::refuseText()
+{
+    if (!isCharacters() || isWhitespace())
+        return;
+    qsizetype start = m_tokenStart;
+    while (start < m_text.size() && m_text[start].isSpace())
+        ++start;
+    m_place = placeAt(start);
+    raiseError(u"there is text between the elements"_s);
+}
+
 bool XmlReader::readChild()
 {
     while (true) {
-        qsizetype start = qsizetype(characterOffset());
         readNext();
+        refuseText();
         if (isStartElement()) {
             noteTag();
             return true;
         }
         if (isEndElement() || isEndDocument() || hasError())
             return false;
-        if (isCharacters() && !isWhitespace()) {
-            while (start < m_text.size() && m_text[start].isSpace())
-                ++start;
-            m_place = placeAt(start);
-            raiseError(u"there is text between the elements"_s);
-            return false;
-        }
     }
 }
 

@@ -28,6 +28,9 @@ public:
     /// As QXmlStreamReader::readNext(), with an error for a document type declaration with contents.
     TokenType readNext();
 
+    /// To be called once readNext() has been. Raises an error for text that is not white space.
+    void refuseText();
+
     /// To the next element in the current one; false at the end of that and at an error, which text
     /// between the elements is too. Does what noteTag() does.
     bool readChild();
@@ -50,6 +53,7 @@ private:
     int m_line = 1; // of m_lineStart
     qsizetype m_lineStart = 0;
     qsizetype m_scanned = 0;
+    qsizetype m_tokenStart = 0;
 };
 
 } // namespace Pellarvine::detail
