@@ -162,6 +162,9 @@ void NavigationFocus::update()
     }
     if (self)
         cover();
+    const bool canGoBack = self && m_navigation->canGoBack();
+    if (self && std::exchange(m_canGoBack, canGoBack) != canGoBack)
+        Q_EMIT m_navigation->canGoBackChanged(canGoBack);
 }
 
 void NavigationFocus::uncover(QWidget *view)
@@ -172,8 +175,13 @@ void NavigationFocus::uncover(QWidget *view)
         return;
     const bool isDisabledHere = found->isDisabledHere;
     m_covered.erase(found);
+    const QPointer<NavigationFocus> self = this;
+    const QPointer<NS::ViewController> controller = NS::viewController(view);
+    const bool isHere = view->parentWidget() == m_contentView;
     if (isDisabledHere)
         view->setEnabled(true);
+    if (self && controller && isHere)
+        Q_EMIT m_navigation->viewUncovered(controller);
 }
 
 void NavigationFocus::cover()
@@ -202,6 +210,9 @@ void NavigationFocus::cover()
             rememberFocus(view);
             view->setEnabled(false);
         }
+        NS::ViewController *const controller = self ? NS::viewController(view) : nullptr;
+        if (controller)
+            Q_EMIT m_navigation->viewCovered(controller);
     }
     if (self)
         m_covered.removeIf([](const Covered &one) { return !one.view; });

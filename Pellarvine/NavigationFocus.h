@@ -57,6 +57,7 @@ private:
     bool m_hasTop = false; // even if that is gone by now
     bool m_hasLostFocus = false; // the top was hidden while it had the focus
     bool m_isUpdateQueued = false;
+    bool m_canGoBack = false; // as it was told last
 };
 
 } // namespace Pellarvine::detail

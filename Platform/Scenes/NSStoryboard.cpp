@@ -225,9 +225,17 @@ void Storyboard::performSegue(ViewController *source, const QString &scene,
 
 void Storyboard::perform(const SegueElement &segue, ViewController *source, QObject *sender)
 {
-    const QPointer<QObject> destination = instantiateControllerWithIdentifier(segue.destination);
+    const StoryboardSegue::Finder find = StoryboardSegue::finder(segue.className);
+    const QPointer<QObject> destination =
+            find ? find(source, segue.destination)
+                 : instantiateControllerWithIdentifier(segue.destination);
+    if (!destination) {
+        throw UnknownIdentifierError(
+                u"scene to go back to"_s, segue.destination,
+                u"the scene \"%1\" of %2"_s.arg(segue.source, m_file->fileName), {});
+    }
     const auto end = qScopeGuard([&] {
-        if (destination && !destination->parent())
+        if (!find && destination && !destination->parent())
             destination->deleteLater(); // nobody has taken it
     });
     const auto made =

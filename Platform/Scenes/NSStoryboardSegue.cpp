@@ -20,6 +20,7 @@ struct SegueClass
 {
     QString name;
     StoryboardSegue::Factory make;
+    StoryboardSegue::Finder find;
 };
 
 // In the order of registration. Filled while libraries are loaded, before any static variable of
@@ -28,6 +29,20 @@ std::vector<SegueClass> &classes()
 {
     static std::vector<SegueClass> all;
     return all;
+}
+
+// By the full name or, of those registered, the last that ends in it. Null if there is none.
+const SegueClass *segueClass(const QString &name)
+{
+    const QString ending = u"::"_s + name;
+    const SegueClass *found = nullptr;
+    for (const SegueClass &known : classes()) {
+        if (known.name == name)
+            return &known;
+        if (!name.isEmpty() && known.name.endsWith(ending))
+            found = &known;
+    }
+    return found;
 }
 
 [[maybe_unused]] const bool isRegistered =
@@ -104,21 +119,25 @@ void StoryboardSegue::perform()
 
 void StoryboardSegue::registerFactory(const QString &name, Factory factory)
 {
+    registerFactory(name, std::move(factory), {});
+}
+
+void StoryboardSegue::registerFactory(const QString &name, Factory factory, Finder finder)
+{
     std::erase_if(classes(), [&](const SegueClass &known) { return known.name == name; });
-    classes().push_back({ name, std::move(factory) });
+    classes().push_back({ name, std::move(factory), std::move(finder) });
 }
 
 StoryboardSegue::Factory StoryboardSegue::factory(const QString &name)
 {
-    const QString ending = u"::"_s + name;
-    Factory found;
-    for (const SegueClass &known : classes()) {
-        if (known.name == name)
-            return known.make;
-        if (!name.isEmpty() && known.name.endsWith(ending))
-            found = known.make;
-    }
-    return found;
+    const SegueClass *const known = segueClass(name);
+    return known ? known->make : Factory();
+}
+
+StoryboardSegue::Finder StoryboardSegue::finder(const QString &name)
+{
+    const SegueClass *const known = segueClass(name);
+    return known ? known->find : Finder();
 }
 
 QStringList StoryboardSegue::registeredClasses()

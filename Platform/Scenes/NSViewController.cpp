@@ -285,6 +285,11 @@ std::shared_ptr<Storyboard> ViewController::storyboard() const
     return d->storyboard;
 }
 
+QString ViewController::sceneIdentifier() const
+{
+    return d->scene;
+}
+
 void ViewController::performSegue(const QString &identifier, QObject *sender)
 {
     if (!d->storyboard)
@@ -299,6 +304,13 @@ bool ViewController::shouldPerformSegue(const QString &, QObject *)
 }
 
 void ViewController::prepareForSegue(StoryboardSegue *, QObject *) { }
+
+bool ViewController::canUnwind(StoryboardSegue *)
+{
+    return true;
+}
+
+void ViewController::prepareForUnwind(StoryboardSegue *) { }
 
 void ViewController::loadView()
 {

@@ -5,6 +5,7 @@
 #include <pellarvine/Pellarvine/NavigationItemViewController.h>
 #include <pellarvine/Pellarvine/PushSegue.h>
 #include <pellarvine/Pellarvine/ReplaceSegue.h>
+#include <pellarvine/Pellarvine/UnwindSegue.h>
 #include <pellarvine/Pellarvine/Window.h>
 #include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSStoryboard.h>
@@ -12,9 +13,11 @@
 #include <pellarvine/Shared/Observer.h>
 
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -27,6 +30,7 @@ using Pellarvine::ModalSegue;
 using Pellarvine::NavigationController;
 using Pellarvine::PushSegue;
 using Pellarvine::ReplaceSegue;
+using Pellarvine::UnwindSegue;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -88,7 +92,13 @@ public:
             prepared->setParent(this);
     }
 
+    void prepareForUnwind(NS::StoryboardSegue *segue) override
+    {
+        unwoundFrom = segue->sourceController();
+    }
+
     bool mayGo = true;
+    QObject *unwoundFrom = nullptr;
     bool keeps = false;
     QObject *asked = nullptr;
     QPointer<QObject> prepared;
@@ -104,7 +114,10 @@ public:
     explicit LetterController(QObject *parent = nullptr)
         : Counted(parent)
     { }
+    bool canUnwind(NS::StoryboardSegue *) override { return isSaved; }
+
     QLineEdit *subject = nullptr;
+    bool isSaved = true;
 
 Q_SIGNALS:
     void subjectChanged();
@@ -707,6 +720,130 @@ TEST(Navigation, a_controller_that_would_contain_itself_is_refused)
     }
     EXPECT_THAT(navigation->navigationStack(), ElementsAre(first));
     EXPECT_THAT(navigation->childViewControllers(), ElementsAre(first));
+}
+
+TEST_F(MailStoryboard, an_unwind_returns_to_the_screen_that_is_there_unless_one_above_it_refuses)
+{
+    auto *const list = static_cast<ListController *>(top());
+    auto *const open = list->view()->findChild<QPushButton *>(u"openButton"_s);
+    open->setFocus();
+    click(u"openButton"_s);
+    auto *const letter = static_cast<LetterController *>(top());
+    letter->performSegue(u"deeper"_s);
+    auto *const deeper = static_cast<LetterController *>(top());
+    letter->isSaved = false;
+    deeper->performSegue(u"back"_s);
+    EXPECT_THAT(mail->navigationStack(), ElementsAre(list, letter, deeper));
+    EXPECT_FALSE(list->unwoundFrom);
+    EXPECT_THROW(deeper->performSegue(u"lost"_s), NS::UnknownIdentifierError);
+
+    letter->isSaved = true;
+    deeper->performSegue(u"back"_s);
+    EXPECT_THAT(mail->navigationStack(), ElementsAre(list));
+    EXPECT_EQ(list->unwoundFrom, deeper);
+    EXPECT_THAT(subviews(mail->contentView()), ElementsAre(list->view()));
+    EXPECT_TRUE(list->view()->isEnabled());
+    EXPECT_EQ(QApplication::focusWidget(), open);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(liveControllers, 1);
+    UnwindSegue({}, list, list).perform(); // there already
+    ViewController other;
+    UnwindSegue({}, list, &other).perform(); // not there
+    EXPECT_THAT(mail->navigationStack(), ElementsAre(list));
+}
+
+TEST_F(MailStoryboard, top_depth_and_the_way_back_can_be_observed)
+{
+    ViewController *const list = top();
+    QList<int> depths;
+    QList<bool> ways;
+    const Pellarvine::Observer depth(mail.get(), u"depth"_s, true,
+                                     [&](const QVariant &value) { depths.append(value.toInt()); });
+    const Pellarvine::Observer way(mail.get(), u"canGoBack"_s, true,
+                                   [&](const QVariant &value) { ways.append(value.toBool()); });
+    QList<ViewController *> covered;
+    QList<ViewController *> uncovered;
+    QObject::connect(mail.get(), &NavigationController::viewCovered, mail.get(),
+                     [&](ViewController *controller) { covered.append(controller); });
+    QObject::connect(mail.get(), &NavigationController::viewUncovered, mail.get(),
+                     [&](ViewController *controller) { uncovered.append(controller); });
+    QAction *const back = mail->backAction();
+    EXPECT_FALSE(back->isEnabled());
+    EXPECT_FALSE(mail->goBack());
+    EXPECT_EQ(mail->topViewController(), list);
+    click(u"openButton"_s);
+    EXPECT_TRUE(back->isEnabled());
+    EXPECT_NE(mail->topViewController(), list);
+    EXPECT_THAT(covered, ElementsAre(list));
+    EXPECT_THAT(uncovered, IsEmpty());
+    back->trigger();
+    EXPECT_FALSE(back->isEnabled());
+    EXPECT_EQ(mail->topViewController(), list);
+    EXPECT_THAT(depths, ElementsAre(1, 2, 1));
+    EXPECT_THAT(ways, ElementsAre(false, true, false));
+    EXPECT_THAT(uncovered, ElementsAre(list));
+    EXPECT_EQ(NavigationController().topViewController(), nullptr);
+
+    // What was pushed before the stack was reset still lies there, and so does the way back.
+    click(u"openButton"_s);
+    mail->view()->hide();
+    mail->view()->show();
+    EXPECT_EQ(mail->depth(), 1);
+    EXPECT_TRUE(mail->canGoBack());
+    EXPECT_TRUE(mail->goBack());
+    EXPECT_THAT(subviews(mail->contentView()), ElementsAre(list->view()));
+}
+
+TEST_F(MailStoryboard, keyboard_and_mouse_go_back_where_that_is_switched_on)
+{
+    const auto press = [&](int way) {
+        auto *const items = top()->view()->findChild<QListWidget *>();
+        items->setFocus();
+        if (way == 0)
+            QTest::keyClick(items, Qt::Key_Left, Qt::AltModifier); // which a list takes for itself
+        else if (way == 1)
+            QTest::keyClick(items, Qt::Key_Escape);
+        else
+            QTest::mouseClick(items->viewport(), Qt::BackButton);
+        return mail->depth();
+    };
+    const auto push = [&] {
+        auto *const pushed = new ViewController;
+        auto *const items = new QListWidget(pushed->view());
+        auto *const item = new QListWidgetItem(u"Item"_s, items);
+        item->setFlags(item->flags() | Qt::ItemIsEditable);
+        PushSegue({}, mail.get(), pushed).perform();
+        return items;
+    };
+    push();
+    for (const int way : { 0, 1, 2 })
+        EXPECT_EQ(press(way), 2);
+    mail->setBackInputEnabled(true);
+    for (const int way : { 0, 1, 2 }) {
+        EXPECT_EQ(press(way), 1) << way;
+        push();
+    }
+    // What is being edited has Esc first.
+    auto *const items = top()->view()->findChild<QListWidget *>();
+    items->setFocus();
+    items->editItem(items->item(0));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    EXPECT_EQ(mail->depth(), 2);
+    QTest::keyClick(items, Qt::Key_Escape);
+    EXPECT_EQ(mail->depth(), 1);
+
+    // Of two that lie in each other the inner one goes back, for as long as it can.
+    auto *const inner = new NavigationController;
+    inner->setBackInputEnabled(true);
+    PushSegue({}, mail.get(), inner).perform();
+    PushSegue({}, inner, screenWithField()).perform();
+    auto *const deeper = screenWithField();
+    PushSegue({}, inner, deeper).perform();
+    QTest::keyClick(field(deeper), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(inner->depth(), 1);
+    EXPECT_EQ(mail->depth(), 2);
+    QTest::keyClick(field(inner->topViewController()), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(mail->depth(), 1);
 }
 
 TEST(Navigation, a_thousand_pushes_and_replaces_leave_as_much_as_one)
