@@ -50,8 +50,9 @@ BackInput::~BackInput()
 
 bool BackInput::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool isInput =
-            event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress;
+    const bool isInput = event->type() == QEvent::KeyPress
+                         || event->type() == QEvent::ShortcutOverride
+                         || event->type() == QEvent::MouseButtonPress;
     if (!isInput || !watched->isWidgetType())
         return false;
     const auto *const widget = static_cast<QWidget *>(watched);
@@ -60,12 +61,19 @@ bool BackInput::eventFilter(QObject *watched, QEvent *event)
         return isBack && isInnermost(widget) && m_navigation->goBack();
     }
     auto *const press = static_cast<QKeyEvent *>(event);
+    const bool isBack = press->matches(QKeySequence::Back) && isInnermost(widget);
+    if (event->type() == QEvent::ShortcutOverride) {
+        // A window around this that goes back as well comes after it.
+        const bool isTaken = isBack && m_navigation->canGoBack();
+        event->setAccepted(isTaken || event->isAccepted());
+        return isTaken;
+    }
     if (press->isAutoRepeat())
         return false;
     // What no widget inside has taken arrives at the view.
     if (press->key() == Qt::Key_Escape && press->modifiers() == Qt::NoModifier)
         return widget == view() && m_navigation->goBack();
-    return press->matches(QKeySequence::Back) && isInnermost(widget) && m_navigation->goBack();
+    return isBack && m_navigation->goBack();
 }
 
 const QWidget *BackInput::view() const

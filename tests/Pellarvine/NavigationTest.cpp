@@ -832,6 +832,17 @@ TEST_F(MailStoryboard, keyboard_and_mouse_go_back_where_that_is_switched_on)
     QTest::keyClick(items, Qt::Key_Escape);
     EXPECT_EQ(mail->depth(), 1);
 
+    // A shortcut of the window around it comes after it.
+    QAction outer;
+    outer.setShortcut(QKeySequence::Back);
+    mail->view()->addAction(&outer);
+    const QSignalSpy outerBacks(&outer, &QAction::triggered);
+    push();
+    EXPECT_EQ(press(0), 1);
+    EXPECT_THAT(outerBacks, IsEmpty());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(outerBacks.size(), 1);
+
     // Of two that lie in each other the inner one goes back, for as long as it can.
     auto *const inner = new NavigationController;
     inner->setBackInputEnabled(true);
