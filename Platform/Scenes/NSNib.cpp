@@ -123,6 +123,30 @@ public:
 
     QWidget *run(QWidget *parent)
     {
+        std::unique_ptr<QWidget> root = load(parent);
+        NibConnector connector(m_owner, m_loader.objects, m_file.fileName);
+        connectWith(connector);
+        try {
+            awaken();
+        } catch (...) {
+            connector.undo();
+            throw;
+        }
+        return root.release();
+    }
+
+    std::unique_ptr<QWidget> check(const QMetaObject *ownerClass)
+    {
+        std::unique_ptr<QWidget> root = load(nullptr);
+        NibConnector connector(nullptr, m_loader.objects, m_file.fileName);
+        connector.checkOwnerEntries(ownerClass);
+        connectWith(connector);
+        return root;
+    }
+
+private:
+    std::unique_ptr<QWidget> load(QWidget *parent)
+    {
         NibChecker checker(m_file);
         checker.checkClasses(m_loader.availableWidgets(), m_loader.availableLayouts());
         checker.checkImages();
@@ -138,19 +162,9 @@ public:
         placeBars(root.get());
         checker.checkObjects(m_loader.objects);
         addPages();
-
-        NibConnector connector(m_owner, m_loader.objects, m_file.fileName);
-        connectWith(connector);
-        try {
-            awaken();
-        } catch (...) {
-            connector.undo();
-            throw;
-        }
-        return root.release();
+        return root;
     }
 
-private:
     [[noreturn]] void fail(NibError::Reason reason, const NibText &where, const QString &object,
                            const QString &name, const QString &message) const
     {
@@ -348,6 +362,16 @@ const QString &Nib::fileName() const
 QWidget *Nib::instantiate(QObject *owner, QWidget *parent) const
 {
     return Loading(*m_file, owner).run(parent);
+}
+
+void Nib::check(const QMetaObject *ownerClass) const
+{
+    checkedTree(ownerClass);
+}
+
+std::unique_ptr<QWidget> Nib::checkedTree(const QMetaObject *ownerClass) const
+{
+    return Loading(*m_file, nullptr).check(ownerClass);
 }
 
 QString Nib::path(const QString &name)

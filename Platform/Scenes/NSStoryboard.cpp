@@ -7,8 +7,10 @@
 #include "KeyValue/KeyValueCoding.h"
 #include "Layout/NSLayoutAnchor.h"
 #include "Layout/NSLayoutConstraint.h"
+#include "Scenes/NSNib.h"
 #include "Scenes/NSStoryboardSegue.h"
 #include "Scenes/NSViewControllerPrivate.h"
+#include "Scenes/NibOwnerCheck.h"
 #include "Scenes/StoryboardFile.h"
 #include "View/NSView.h"
 
@@ -16,6 +18,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMetaMethod>
+#include <QMetaProperty>
 #include <QPointer>
 #include <QScopeGuard>
 #include <QWidget>
@@ -135,6 +138,49 @@ const QString &Storyboard::fileName() const
 QStringList Storyboard::identifiers() const
 {
     return m_file->identifiers();
+}
+
+void Storyboard::check() const
+{
+    for (const SceneElement &scene : m_file->scenes)
+        checkScene(scene);
+}
+
+void Storyboard::checkScene(const SceneElement &scene) const
+{
+    const QMetaObject *const type = registeredClass(scene.className)->metaObject;
+    const std::unique_ptr<QWidget> view =
+            scene.interface.isEmpty() ? nullptr : Nib(scene.interface).checkedTree(type);
+    const auto find = [&](const QString &name, const detail::XmlPlace &place) {
+        QObject *const object = view ? objectNamed(view.get(), name) : nullptr;
+        if (view && !object)
+            throw m_file->error(place, u"the scene has no object \"%1\""_s.arg(name));
+        return object;
+    };
+    for (const OutletElement &outlet : scene.outlets) {
+        const QObject *const object = find(outlet.object, outlet.place);
+        const int index = type->indexOfProperty(outlet.property.toUtf8().constData());
+        const QMetaProperty property = type->property(index);
+        const bool fits = object ? detail::canBeOutlet(property, object) : property.isWritable();
+        if (!fits)
+            throw m_file->error(outlet.place,
+                                u"%1 has no property \"%2\" that can be \"%3\""_s.arg(
+                                        scene.className, outlet.property, outlet.object));
+    }
+    for (const SegueElement *const segue : m_file->seguesFrom(scene.identifier)) {
+        const QObject *const object =
+                segue->object.isEmpty() ? nullptr : find(segue->object, segue->place);
+        if (segue->isEmbedded && object && !object->isWidgetType())
+            throw m_file->error(segue->place,
+                                u"the scene has no widget \"%1\""_s.arg(segue->object));
+        const bool isKnown = object || segue->object.isEmpty();
+        const QMetaObject *const sender = object ? object->metaObject() : type;
+        if (isKnown && !segue->signal.isEmpty()
+            && detail::signalsMatching(sender, segue->signal).isEmpty())
+            throw m_file->error(segue->place,
+                                u"%1 has no signal \"%2\""_s.arg(
+                                        QString::fromUtf8(sender->className()), segue->signal));
+    }
 }
 
 QObject *Storyboard::instantiateInitialController()

@@ -296,8 +296,9 @@ void NibChecker::checkConnections() const
                      u"there is no object \"%1\" to connect"_s.arg(name.text));
         }
         try {
-            signalAndSlot(m_objects.value(connection.sender.text), connection.signal.text,
-                          m_objects.value(connection.receiver.text), connection.slot.text);
+            signalAndSlot(
+                    m_objects.value(connection.sender.text)->metaObject(), connection.signal.text,
+                    m_objects.value(connection.receiver.text)->metaObject(), connection.slot.text);
         } catch (const NibFault &fault) {
             fail(fault.reason, connection.signal, connection.sender.text, fault.name,
                  fault.message);
