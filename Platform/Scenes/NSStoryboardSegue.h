@@ -51,9 +51,9 @@ public:
     /// @}
 
     /// Shows a view controller's view in a window of its own, which lies above the source's window.
-    /// It has the controller's title, unless that is empty, and keeps a frame of its own. Source and destination end with each other: the destination
-    /// becomes a QObject child of the source, and is deleted when the window is closed. Does
-    /// nothing for a destination of another kind.
+    /// It has the controller's title, unless that is empty, and keeps a frame of its own. Source and
+    /// destination end with each other: the destination becomes a QObject child of the source, and
+    /// is deleted when the window is closed. Does nothing for a destination of another kind.
     virtual void perform();
 
     // The classes that storyboards can name
@@ -62,7 +62,7 @@ public:
     using Factory = std::function<std::unique_ptr<StoryboardSegue>(
             const QString &identifier, QObject *source, QObject *destination)>;
 
-    /// Finds the controller that a segue leads to where there is one already. Null if there is none.
+    /// Finds the controller that a segue leads to where there is one already; null if not.
     using Finder = std::function<QObject *(ViewController *source, const QString &scene)>;
 
     /// From now on storyboards know the class by its name, "Widgets::FadeSegue", and without the
