@@ -2,12 +2,17 @@
 #include "Pellarvine/NavigationController.h"
 
 #include "Base/ClassRegistry.h"
+#include "Base/Failure.h"
+#include "Pellarvine/NavigationBack.h"
 #include "Pellarvine/NavigationFocus.h"
+#include "Pellarvine/NavigationPlacement.h"
+#include "Pellarvine/UnwindSegue.h"
 #include "Scenes/NSResponder.h"
 
 #include <QPointer>
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 namespace Pellarvine {
@@ -45,6 +50,8 @@ struct NavigationController::Private
     QObject stackWatch; ///< hears of controllers' ends
     QObject contentWatch; ///< hears of the content view's
     std::unique_ptr<detail::NavigationFocus> focus;
+    std::unique_ptr<detail::BackInput> backInput; ///< null unless enabled
+    detail::BackAction *backAction = nullptr;
 };
 
 NavigationController::NavigationController(QObject *parent)
@@ -79,6 +86,57 @@ void NavigationController::setNavigationStack(const QList<NS::ViewController *> 
         });
     }
     Q_EMIT navigationStackChanged(stack);
+}
+
+NS::ViewController *NavigationController::topViewController() const
+{
+    return d->stack.isEmpty() ? nullptr : d->stack.constLast();
+}
+
+int NavigationController::depth() const
+{
+    return int(d->stack.size());
+}
+
+bool NavigationController::canGoBack() const
+{
+    return detail::screens(this).size() > 1;
+}
+
+bool NavigationController::goBack()
+{
+    const QList<NS::ViewController *> all = detail::screens(this);
+    if (all.size() < 2)
+        return false;
+    NS::ViewController *const top = all.constLast();
+    NS::ViewController *const source = top->parentViewController() == this ? top : this;
+    // Called by Qt's events, which no exception may cross.
+    try {
+        UnwindSegue({}, source, all[all.size() - 2]).perform();
+    } catch (const std::exception &error) {
+        detail::printWarning(error);
+    }
+    return true;
+}
+
+QAction *NavigationController::backAction()
+{
+    if (!d->backAction)
+        d->backAction = new detail::BackAction(this);
+    return d->backAction;
+}
+
+bool NavigationController::isBackInputEnabled() const
+{
+    return d->backInput != nullptr;
+}
+
+void NavigationController::setBackInputEnabled(bool isEnabled)
+{
+    if (isEnabled == isBackInputEnabled())
+        return;
+    d->backInput = isEnabled ? std::make_unique<detail::BackInput>(this) : nullptr;
+    Q_EMIT backInputEnabledChanged(isEnabled);
 }
 
 QWidget *NavigationController::contentView() const

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+QT_FORWARD_DECLARE_CLASS(QAction)
+
 namespace Pellarvine {
 
 /// Shows a stack of view controllers in one content view, each on top of the ones before it.
@@ -22,7 +24,9 @@ namespace Pellarvine {
 ///     <segue class="Pellarvine::PushSegue" source="list" destination="letter"
 ///            object="letters" signal="activated"/>
 ///
-/// There is no way back but a replace, and nothing moves. Views below the top stay, and show
+/// `goBack()` and `UnwindSegue` go back to what lies below, which is as it was left; a way for the
+/// user is for the program to offer, by backAction(), by an `UnwindSegue` at a button, or by
+/// `backInputEnabled`. Nothing moves. Views below the top stay, and show
 /// through one that paints no background; they are disabled until they are the top again or leave.
 /// The keyboard focus goes to what is pushed and stays inside when it is replaced; a screen reader
 /// is told what has come.
@@ -31,6 +35,12 @@ class PELLARVINE_EXPORT NavigationController : public NS::ViewController
     Q_OBJECT
     Q_PROPERTY(QList<NS::ViewController *> navigationStack READ navigationStack WRITE
                        setNavigationStack NOTIFY navigationStackChanged)
+    Q_PROPERTY(NS::ViewController *topViewController READ topViewController NOTIFY
+                       navigationStackChanged)
+    Q_PROPERTY(int depth READ depth NOTIFY navigationStackChanged)
+    Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY canGoBackChanged)
+    Q_PROPERTY(bool backInputEnabled READ isBackInputEnabled WRITE setBackInputEnabled NOTIFY
+                       backInputEnabledChanged)
     Q_PROPERTY(QWidget *contentView READ contentView WRITE setContentView NOTIFY contentViewChanged)
 
 public:
@@ -45,6 +55,27 @@ public:
     QList<NS::ViewController *> navigationStack() const;
     /// Sets the list alone: neither children nor views are touched. No controller is null.
     void setNavigationStack(const QList<NS::ViewController *> &stack);
+
+    /// The last of the stack; null if that is empty.
+    NS::ViewController *topViewController() const;
+    /// How many the stack has.
+    int depth() const;
+
+    /// Whether a view lies below the uppermost in the content view. After this controller was shown
+    /// again that can be true for a stack of one: what was pushed still lies there.
+    bool canGoBack() const;
+    /// Goes back by one, as `UnwindSegue` does from the uppermost controller to the one below it.
+    /// False if there is none. An exception that the program's code lets out is printed as a
+    /// warning.
+    Q_INVOKABLE bool goBack();
+    /// Goes back when it is triggered, and is enabled while that is possible: for a menu, or for a
+    /// QToolButton's setDefaultAction(). It belongs to this controller and is made by the first
+    /// call.
+    QAction *backAction();
+    /// Whether Alt+Left, the mouse's Back button and Esc go back while the focus, or the pointer,
+    /// is inside this controller's view. Esc does so only if no widget has taken it. Default: false.
+    bool isBackInputEnabled() const;
+    void setBackInputEnabled(bool isEnabled);
 
     /// Where the views are placed; null until it is set or this controller's view first appears.
     /// To push or replace without one stops the process.
@@ -62,6 +93,13 @@ public:
 Q_SIGNALS:
     void navigationStackChanged(const QList<NS::ViewController *> &stack);
     void contentViewChanged(QWidget *view);
+    void canGoBackChanged(bool canGoBack);
+    void backInputEnabledChanged(bool isEnabled);
+    /// The controller's view has been covered by another: the moment to stop what only a viewer
+    /// needs.
+    void viewCovered(NS::ViewController *controller);
+    /// The view that covered the controller's has gone.
+    void viewUncovered(NS::ViewController *controller);
 
 private:
     struct Private;

@@ -2,11 +2,13 @@
 #include "Pellarvine/NavigationFocus.h"
 
 #include "Pellarvine/NavigationController.h"
+#include "Pellarvine/NavigationPlacement.h"
 
 #include <QAccessible>
 #include <QChildEvent>
 #include <QVariant>
 
+#include <algorithm>
 #include <utility>
 
 namespace Pellarvine::detail {
@@ -16,16 +18,17 @@ namespace {
 // Of a view that has left: Qt forgets where the focus was when a widget changes its window.
 constexpr auto lastFocusProperty = "_pellarvine_lastFocus";
 
-// Null if it is elsewhere. Also in a window that is not active, where nothing has the focus now.
-QWidget *focusInside(const QWidget *view)
+// Also in a window that is not active, where nothing has the focus now.
+bool hasFocusInside(const QWidget *view)
 {
-    QWidget *const focus = view->window()->focusWidget();
-    return focus && (focus == view || view->isAncestorOf(focus)) ? focus : nullptr;
+    const QWidget *const focus = view->window()->focusWidget();
+    return focus && (focus == view || view->isAncestorOf(focus));
 }
 
+// The focus may be elsewhere by now: the view knows which of its widgets had it last.
 void rememberFocus(QWidget *view)
 {
-    if (QWidget *const focus = focusInside(view))
+    if (QWidget *const focus = view->focusWidget())
         view->setProperty(lastFocusProperty, QVariant::fromValue(QPointer<QWidget>(focus)));
 }
 
@@ -59,75 +62,169 @@ void announce(const NS::ViewController *controller, QWidget *view)
 } // namespace
 
 NavigationFocus::NavigationFocus(NavigationController *navigation)
+    : m_navigation(navigation)
 {
     connect(navigation, &NavigationController::contentViewChanged, this,
             &NavigationFocus::watchContentView);
     connect(navigation, &NavigationController::navigationStackChanged, this,
-            &NavigationFocus::followStack);
+            &NavigationFocus::update);
 }
 
 bool NavigationFocus::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_contentView && event->type() == QEvent::ChildAdded
-        && m_contentView->isVisible())
-        m_added = static_cast<QChildEvent *>(event)->child();
-    // The focus moves on once this event is done.
-    if (watched == m_top && event->type() == QEvent::Hide && !event->spontaneous()) {
-        m_hasLostFocus = focusInside(m_top);
-        rememberFocus(m_top);
+    if (watched == m_contentView
+        && (event->type() == QEvent::ChildAdded || event->type() == QEvent::ChildRemoved)) {
+        QObject *const child = static_cast<QChildEvent *>(event)->child();
+        if (!child->isWidgetType())
+            return false; // such as its layout
+        if (event->type() == QEvent::ChildAdded) {
+            child->installEventFilter(this);
+            if (m_contentView->isVisible())
+                m_added.append(child);
+        } else {
+            child->removeEventFilter(this);
+        }
+        updateLater();
+        return false;
+    }
+    switch (event->type()) {
+    case QEvent::Hide:
+        if (watched == m_top && !event->spontaneous()) {
+            // The focus moves on once this event is done.
+            m_hasLostFocus = hasFocusInside(m_top);
+            rememberFocus(m_top);
+        }
+        break;
+    case QEvent::HideToParent:
+    case QEvent::ShowToParent:
+    case QEvent::ZOrderChange:
+        if (watched != m_contentView)
+            updateLater();
+        break;
+    default:
+        break;
     }
     return false;
 }
 
 void NavigationFocus::watchContentView(QWidget *view)
 {
-    if (m_contentView && m_contentView != m_top)
+    if (m_contentView) {
         m_contentView->removeEventFilter(this);
+        for (QObject *const child : m_contentView->children())
+            child->removeEventFilter(this);
+    }
     m_contentView = view;
-    if (view)
+    if (view) {
         view->installEventFilter(this);
+        for (QObject *const child : view->children()) {
+            if (child->isWidgetType())
+                child->installEventFilter(this);
+        }
+    }
+    update();
 }
 
-void NavigationFocus::coverViews(const QList<NS::ViewController *> &stack)
+// The program may be in the midst of it: taking several views away, or about to set the stack.
+void NavigationFocus::updateLater()
 {
-    const QList<QPointer<QWidget>> before = std::exchange(m_covered, {});
-    for (NS::ViewController *const controller : stack) {
-        QWidget *const view = controller->isViewLoaded() ? controller->view() : nullptr;
-        if (!view || view == m_top || view->parentWidget() != m_contentView)
+    if (!std::exchange(m_isUpdateQueued, true))
+        QMetaObject::invokeMethod(this, &NavigationFocus::update, Qt::QueuedConnection);
+}
+
+// Enabling, disabling and the focus call the program, which may delete all of this or navigate.
+void NavigationFocus::update()
+{
+    m_isUpdateQueued = false;
+    const QPointer<NavigationFocus> self = this;
+    const QList<NS::ViewController *> all = screens(m_navigation);
+    NS::ViewController *const controller = all.isEmpty() ? nullptr : all.last();
+    QWidget *const top = controller ? controller->view() : nullptr;
+    const QList<QPointer<QObject>> added = std::exchange(m_added, {});
+    if (top != m_top) {
+        QWidget *const before = std::exchange(m_top, top);
+        const bool hadTop = std::exchange(m_hasTop, top != nullptr);
+        const bool isAdded = added.contains(top);
+        const bool isBelow = before && std::any_of(all.cbegin(), all.cend(), [&](auto *one) {
+                                 return one->view() == before;
+                             });
+        const bool hadFocus = std::exchange(m_hasLostFocus, false)
+                              || (before && hasFocusInside(before))
+                              || (m_contentView && !m_contentView->window()->focusWidget());
+        if (isBelow)
+            rememberFocus(before);
+        if (top)
+            uncover(top);
+        // What was there before the first appearance is shown by the window itself.
+        const bool hasCome = isAdded || hadTop;
+        if (self && top && top == m_top && hasCome && m_contentView->isVisible())
+            welcome(controller, isAdded && (isBelow || !hadTop), hadFocus);
+    }
+    if (self)
+        cover();
+    const bool canGoBack = self && m_navigation->canGoBack();
+    if (self && std::exchange(m_canGoBack, canGoBack) != canGoBack)
+        Q_EMIT m_navigation->canGoBackChanged(canGoBack);
+}
+
+void NavigationFocus::uncover(QWidget *view)
+{
+    const auto found = std::find_if(m_covered.begin(), m_covered.end(),
+                                    [view](const Covered &one) { return one.view == view; });
+    if (found == m_covered.end())
+        return;
+    const bool isDisabledHere = found->isDisabledHere;
+    m_covered.erase(found);
+    const QPointer<NavigationFocus> self = this;
+    const QPointer<NS::ViewController> controller = NS::viewController(view);
+    const bool isHere = view->parentWidget() == m_contentView;
+    if (isDisabledHere)
+        view->setEnabled(true);
+    if (self && controller && isHere)
+        Q_EMIT m_navigation->viewUncovered(controller);
+}
+
+void NavigationFocus::cover()
+{
+    const QPointer<NavigationFocus> self = this;
+    QList<QPointer<QWidget>> below;
+    const QList<NS::ViewController *> all = screens(m_navigation);
+    for (NS::ViewController *const controller : all) {
+        if (controller != all.last())
+            below.append(controller->view());
+    }
+    const QList<Covered> before = m_covered;
+    for (const Covered &one : before) {
+        if (self && one.view && !below.contains(one.view))
+            uncover(one.view);
+    }
+    for (const QPointer<QWidget> &view : std::as_const(below)) {
+        if (!self)
+            return;
+        const bool isCovered = std::any_of(m_covered.cbegin(), m_covered.cend(),
+                                           [&](const Covered &one) { return one.view == view; });
+        if (!view || isCovered)
             continue;
-        if (before.contains(view)) {
-            m_covered.append(view);
-        } else if (view->isEnabled()) { // else that is the program's affair
-            m_covered.append(view);
+        m_covered.append({ view, view->isEnabledTo(m_contentView) });
+        if (m_covered.constLast().isDisabledHere) {
             rememberFocus(view);
             view->setEnabled(false);
         }
+        NS::ViewController *const controller = self ? NS::viewController(view) : nullptr;
+        if (controller)
+            Q_EMIT m_navigation->viewCovered(controller);
     }
-    for (QWidget *const view : before) {
-        if (view && !m_covered.contains(view))
-            view->setEnabled(true);
-    }
+    if (self)
+        m_covered.removeIf([](const Covered &one) { return !one.view; });
 }
 
-void NavigationFocus::followStack(const QList<NS::ViewController *> &stack)
+void NavigationFocus::welcome(NS::ViewController *controller, bool isPushed, bool hadFocus)
 {
-    const QList<NS::ViewController *> before = std::exchange(m_stack, stack);
-    const bool hadFocus = std::exchange(m_hasLostFocus, false);
-    if (m_top && m_top != m_contentView)
-        m_top->removeEventFilter(this);
-    NS::ViewController *const controller = stack.isEmpty() ? nullptr : stack.last();
-    m_top = controller && controller->isViewLoaded() ? controller->view() : nullptr;
-    coverViews(stack);
-    if (!m_top)
-        return;
-    m_top->installEventFilter(this);
-    if (std::exchange(m_added, nullptr) != m_top)
-        return; // it was there before
-    announce(controller, m_top);
-    const bool isPushed = stack.size() > before.size();
+    QWidget *const view = controller->view();
+    announce(controller, view);
     // Unless its controller has chosen where.
-    if ((isPushed || hadFocus) && !focusInside(m_top))
-        focus(m_top);
+    if ((isPushed || hadFocus) && !hasFocusInside(view))
+        focus(view);
 }
 
 } // namespace Pellarvine::detail

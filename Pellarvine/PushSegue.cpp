@@ -4,6 +4,8 @@
 #include "Pellarvine/NavigationController.h"
 #include "Pellarvine/NavigationPlacement.h"
 
+#include <QPointer>
+
 namespace Pellarvine {
 
 namespace {
@@ -16,13 +18,14 @@ PushSegue::~PushSegue() = default;
 
 void PushSegue::perform()
 {
-    NavigationController *const navigation = findNavigationController();
-    auto *const destination = qobject_cast<NS::ViewController *>(destinationController());
+    const QPointer<NavigationController> navigation = findNavigationController();
+    const QPointer<NS::ViewController> destination =
+            qobject_cast<NS::ViewController *>(destinationController());
     if (!destination)
         return;
     destination->view(); // what it throws leaves everything as it was
-    detail::place(destination, navigation);
-    navigation->setNavigationStack(navigation->navigationStack() << destination);
+    if (detail::canBePlaced(destination, navigation) && detail::place(destination, navigation))
+        navigation->setNavigationStack(navigation->navigationStack() << destination);
 }
 
 } // namespace Pellarvine

@@ -18,7 +18,8 @@ public:
 
     /// The destination becomes the navigation controller's child, its view fills the content view,
     /// above what is there, and it is appended to the stack, even if the stack has it already.
-    /// Nothing is done for a destination that is no view controller. A source outside every
+    /// Nothing is done for a destination that is no view controller. A destination that is or
+    /// contains the navigation controller is refused with a warning. A source outside every
     /// navigation controller, and an absent content view, stop the process.
     void perform() override;
 };

@@ -19,27 +19,22 @@ ReplaceSegue::~ReplaceSegue() = default;
 
 void ReplaceSegue::perform()
 {
-    NavigationController *const navigation = findNavigationController();
-    auto *const destination = qobject_cast<NS::ViewController *>(destinationController());
+    const QPointer<NavigationController> navigation = findNavigationController();
+    const QPointer<NS::ViewController> destination =
+            qobject_cast<NS::ViewController *>(destinationController());
     if (!destination)
         return;
     destination->view(); // what it throws leaves everything as it was
-    QList<QPointer<NS::ViewController>> removed;
-    const QList<NS::ViewController *> stack = navigation->navigationStack();
-    for (NS::ViewController *const controller : stack) {
-        if (controller->parentViewController())
-            removed.append(controller);
-        controller->removeFromParentViewController();
-        QWidget *const view = controller->isViewLoaded() ? controller->view() : nullptr;
-        if (view)
-            view->setParent(nullptr);
-    }
-    detail::place(destination, navigation);
-    navigation->setNavigationStack({ destination });
-    for (const QPointer<NS::ViewController> &controller : std::as_const(removed)) {
-        if (controller && !controller->parent() && controller != navigation)
-            controller->deleteLater();
-    }
+    if (!detail::canBePlaced(destination, navigation))
+        return;
+    QList<QPointer<NS::ViewController>> stack;
+    for (NS::ViewController *const controller : navigation->navigationStack())
+        stack.append(controller);
+    QList<QPointer<NS::ViewController>> removed = detail::takeAway(stack);
+    if (navigation && destination && detail::place(destination, navigation))
+        navigation->setNavigationStack({ destination });
+    removed.removeAll(navigation.data());
+    detail::deleteUnowned(removed);
 }
 
 } // namespace Pellarvine

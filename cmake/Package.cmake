@@ -5,11 +5,13 @@ include(CMakePackageConfigHelpers)
 
 set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/Pellarvine)
 configure_package_config_file(cmake/PellarvineConfig.cmake.in
-  ${PROJECT_BINARY_DIR}/PellarvineConfig.cmake INSTALL_DESTINATION ${packageDir})
+  ${PROJECT_BINARY_DIR}/PellarvineConfig.cmake INSTALL_DESTINATION ${packageDir}
+  PATH_VARS CMAKE_INSTALL_BINDIR)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/PellarvineConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/PellarvineConfig.cmake
               ${PROJECT_BINARY_DIR}/PellarvineConfigVersion.cmake
+              cmake/PellarvineCheckForms.cmake
         DESTINATION ${packageDir} COMPONENT development)
 
 set(pkgconfigDir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -11,10 +11,11 @@ QMetaMethod methodWithSignature(const QObject *object, const char *signature)
     return type->method(type->indexOfMethod(signature));
 }
 
-QList<QMetaMethod> methodsNamed(const QObject *object, QByteArrayView name)
+namespace {
+
+QList<QMetaMethod> methodsOf(const QMetaObject *type, QByteArrayView name)
 {
     QList<QMetaMethod> found;
-    const QMetaObject *const type = object->metaObject();
     for (int i = 0; i < type->methodCount(); ++i) {
         const QMetaMethod method = type->method(i);
         if (method.name() == name)
@@ -23,11 +24,28 @@ QList<QMetaMethod> methodsNamed(const QObject *object, QByteArrayView name)
     return found;
 }
 
+} // namespace
+
+QList<QMetaMethod> methodsNamed(const QObject *object, QByteArrayView name)
+{
+    return methodsOf(object->metaObject(), name);
+}
+
 QList<QMetaMethod> methodsMatching(const QObject *object, const QString &text)
+{
+    return methodsMatching(object->metaObject(), text);
+}
+
+QList<QMetaMethod> signalsMatching(const QObject *object, const QString &text)
+{
+    return signalsMatching(object->metaObject(), text);
+}
+
+QList<QMetaMethod> methodsMatching(const QMetaObject *type, const QString &text)
 {
     const QByteArray wanted = QMetaObject::normalizedSignature(text.toUtf8().constData());
     const qsizetype parenthesis = wanted.indexOf('(');
-    QList<QMetaMethod> found = methodsNamed(object, wanted.mid(0, parenthesis));
+    QList<QMetaMethod> found = methodsOf(type, wanted.mid(0, parenthesis));
     if (parenthesis >= 0) {
         found.removeIf(
                 [&](const QMetaMethod &method) { return method.methodSignature() != wanted; });
@@ -35,9 +53,9 @@ QList<QMetaMethod> methodsMatching(const QObject *object, const QString &text)
     return found;
 }
 
-QList<QMetaMethod> signalsMatching(const QObject *object, const QString &text)
+QList<QMetaMethod> signalsMatching(const QMetaObject *type, const QString &text)
 {
-    QList<QMetaMethod> found = methodsMatching(object, text);
+    QList<QMetaMethod> found = methodsMatching(type, text);
     found.removeIf(
             [](const QMetaMethod &method) { return method.methodType() != QMetaMethod::Signal; });
     return found;

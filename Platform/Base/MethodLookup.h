@@ -27,6 +27,10 @@ PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> methodsMatching(const QObject *obje
                                                              const QString &text);
 PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> signalsMatching(const QObject *object,
                                                              const QString &text);
+PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> methodsMatching(const QMetaObject *type,
+                                                             const QString &text);
+PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> signalsMatching(const QMetaObject *type,
+                                                             const QString &text);
 /// @}
 
 } // namespace Pellarvine::detail

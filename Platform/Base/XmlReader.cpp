@@ -19,22 +19,39 @@ XmlReader::XmlReader(const QByteArray &contents)
         raiseError(u"It is not text in UTF-8."_s);
 }
 
+QXmlStreamReader::TokenType XmlReader::readNext()
+{
+    m_tokenStart = qsizetype(characterOffset());
+    QXmlStreamReader::readNext();
+    if (isDTD() && text().contains(u'[')) {
+        m_place = placeAt(m_text.indexOf(u"<!DOCTYPE"_s, m_tokenStart));
+        raiseError(u"a document type declaration with contents is not allowed"_s);
+    }
+    return tokenType();
+}
+
+void XmlReader::refuseText()
+{
+    if (!isCharacters() || isWhitespace())
+        return;
+    qsizetype start = m_tokenStart;
+    while (start < m_text.size() && m_text[start].isSpace())
+        ++start;
+    m_place = placeAt(start);
+    raiseError(u"there is text between the elements"_s);
+}
+
 bool XmlReader::readChild()
 {
     while (true) {
-        const XmlPlace before = position();
         readNext();
+        refuseText();
         if (isStartElement()) {
             noteTag();
             return true;
         }
         if (isEndElement() || isEndDocument() || hasError())
             return false;
-        if (isCharacters() && !isWhitespace()) {
-            m_place = before;
-            raiseError(u"there is text between the elements"_s);
-            return false;
-        }
     }
 }
 
@@ -42,14 +59,18 @@ bool XmlReader::readChild()
 void XmlReader::noteTag()
 {
     const qsizetype end = std::min(qsizetype(characterOffset()), m_text.size());
-    const qsizetype start = end > 0 ? m_text.lastIndexOf(u'<', end - 1) : -1;
-    while (m_scanned < start) {
+    m_place = placeAt(end > 0 ? m_text.lastIndexOf(u'<', end - 1) : -1);
+}
+
+XmlPlace XmlReader::placeAt(qsizetype offset)
+{
+    while (m_scanned < offset) {
         if (m_text[m_scanned++] == u'\n') {
             ++m_line;
             m_lineStart = m_scanned;
         }
     }
-    m_place = { m_line, int(m_scanned - m_lineStart) + 1 };
+    return { m_line, int(m_scanned - m_lineStart) + 1 };
 }
 
 XmlPlace XmlReader::place() const

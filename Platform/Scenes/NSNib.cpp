@@ -3,6 +3,7 @@
 
 #include "Base/ClassRegistry.h"
 #include "Base/MethodLookup.h"
+#include "Scenes/NibChecker.h"
 #include "Scenes/NibConnector.h"
 #include "Scenes/NibEntry.h"
 #include "Scenes/NibFile.h"
@@ -14,12 +15,16 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
+#include <QDockWidget>
 #include <QFile>
 #include <QFileInfo>
 #include <QLayout>
-#include <QMetaEnum>
-#include <QMetaProperty>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
 #include <QUiLoader>
+#include <QVBoxLayout>
 #include <QWidget>
 
 #include <algorithm>
@@ -31,6 +36,7 @@ namespace NS {
 
 namespace {
 
+using detail::NibChecker;
 using detail::NibConnector;
 using detail::NibElement;
 using detail::NibFile;
@@ -117,22 +123,7 @@ public:
 
     QWidget *run(QWidget *parent)
     {
-        checkClasses();
-        checkImages();
-        m_loader.setLanguageChangeEnabled(true);
-        m_loader.setWorkingDirectory(QFileInfo(m_file.fileName).dir());
-        QByteArray contents = m_file.contents;
-        QBuffer buffer(&contents);
-        buffer.open(QIODevice::ReadOnly);
-        std::unique_ptr<QWidget> root(m_loader.load(&buffer, parent));
-        if (!root)
-            throw m_file.error(NibError::malformed, {}, {}, {}, m_loader.errorString());
-        findButtonGroups(root.get());
-        for (const NibElement &element : m_file.elements)
-            checkProperties(element);
-        checkNames();
-        addPages();
-
+        std::unique_ptr<QWidget> root = load(parent);
         NibConnector connector(m_owner, m_loader.objects, m_file.fileName);
         connectWith(connector);
         try {
@@ -144,7 +135,36 @@ public:
         return root.release();
     }
 
+    std::unique_ptr<QWidget> check(const QMetaObject *ownerClass)
+    {
+        std::unique_ptr<QWidget> root = load(nullptr);
+        NibConnector connector(nullptr, m_loader.objects, m_file.fileName);
+        connector.checkOwnerEntries(ownerClass);
+        connectWith(connector);
+        return root;
+    }
+
 private:
+    std::unique_ptr<QWidget> load(QWidget *parent)
+    {
+        NibChecker checker(m_file);
+        checker.checkClasses(m_loader.availableWidgets(), m_loader.availableLayouts());
+        checker.checkImages();
+        m_loader.setLanguageChangeEnabled(true);
+        m_loader.setWorkingDirectory(QFileInfo(m_file.fileName).dir());
+        QByteArray contents = m_file.contents;
+        QBuffer buffer(&contents);
+        buffer.open(QIODevice::ReadOnly);
+        std::unique_ptr<QWidget> root(m_loader.load(&buffer, parent));
+        if (!root)
+            throw m_file.error(NibError::malformed, {}, {}, {}, m_loader.errorString());
+        findButtonGroups(root.get());
+        placeBars(root.get());
+        checker.checkObjects(m_loader.objects);
+        addPages();
+        return root;
+    }
+
     [[noreturn]] void fail(NibError::Reason reason, const NibText &where, const QString &object,
                            const QString &name, const QString &message) const
     {
@@ -157,38 +177,6 @@ private:
         return m_loader.objects.value(element.name.text);
     }
 
-    void checkClasses() const
-    {
-        const QStringList widgets = m_loader.availableWidgets();
-        const QStringList layouts = m_loader.availableLayouts();
-        for (const NibElement &element : m_file.elements) {
-            const QString &name = element.className;
-            if (element.kind == NibElement::widget) {
-                const RegisteredClass *const known = registeredClass(name);
-                if (known && !known->isWidget())
-                    fail(NibError::unknownClass, element.name, element.name.text, name,
-                         u"the class \"%1\" is no widget"_s.arg(name));
-                // A line is a frame that Designer has a name of its own for.
-                if (!known && !widgets.contains(name) && name != "Line"_L1)
-                    fail(NibError::unknownClass, element.name, element.name.text, name,
-                         u"there is no class \"%1\"; NS::registerClass makes it known"_s.arg(name));
-            } else if (element.kind == NibElement::layout && !layouts.contains(name)) {
-                fail(NibError::unknownClass, element.name, element.name.text, name,
-                     u"there is no layout class \"%1\""_s.arg(name));
-            }
-        }
-    }
-
-    void checkImages() const
-    {
-        const QDir folder = QFileInfo(m_file.fileName).dir();
-        for (const NibText &image : m_file.images) {
-            if (!image.text.isEmpty() && !QFileInfo::exists(folder.absoluteFilePath(image.text)))
-                fail(NibError::unknownImage, image, {}, image.text,
-                     u"there is no picture \"%1\""_s.arg(image.text));
-        }
-    }
-
     void findButtonGroups(const QWidget *root)
     {
         for (const NibElement &element : m_file.elements) {
@@ -199,106 +187,50 @@ private:
         }
     }
 
-    // Finds what the loader has left out without a word.
-    void checkProperties(const NibElement &element) const
+    // Only a QMainWindow places these by itself. In another window they would lie unseen below its
+    // contents, at the upper left.
+    void placeBars(QWidget *root) const
     {
-        QObject *const object = this->object(element);
-        // The properties of layouts are the loader's own, such as the four margins.
-        if (!object || element.kind == NibElement::layout)
+        if (qobject_cast<QMainWindow *>(root))
             return;
-        for (const NibProperty &property : element.properties) {
-            const QString &name = property.name.text;
-            const int index = object->metaObject()->indexOfProperty(name.toUtf8().constData());
-            if (index >= 0) {
-                checkProperty(object, object->metaObject()->property(index), property);
-            } else if (name == "buddy"_L1 && !property.values.isEmpty()) {
-                const QString buddy = property.values.constFirst().text;
-                if (!m_loader.objects.contains(buddy))
-                    fail(NibError::unknownObject, property.name, element.name.text, buddy,
-                         u"there is no object \"%1\" to be the buddy"_s.arg(buddy));
-            } else if (!property.isDynamic && !isPseudoProperty(element, name)) {
-                fail(NibError::unknownProperty, property.name, element.name.text, name,
-                     u"%1 has no property \"%2\""_s.arg(element.className, name));
+        for (const NibElement &element : m_file.elements) {
+            auto *const bar = qobject_cast<QWidget *>(object(element));
+            if (!bar || bar->parentWidget() != root || element.parent < 0)
+                continue;
+            const NibElement &parent = m_file.elements[element.parent];
+            if (parent.kind == NibElement::layout || hasProperty(element, u"constraints"_s))
+                continue;
+            if (auto *const menuBar = qobject_cast<QMenuBar *>(bar)) {
+                QLayout *const layout = root->layout() ? root->layout() : emptyLayout(root);
+                if (layout->menuBar())
+                    fail(NibError::malformed, element.name, element.name.text, element.className,
+                         u"the window has a menu bar already"_s);
+                layout->setMenuBar(menuBar);
+            } else if (isBar(bar) && !hasProperty(element, u"geometry"_s)) {
+                fail(NibError::malformed, element.name, element.name.text, element.className,
+                     u"a %1 has no place in a %2: put it into a layout, or use a QMainWindow"_s.arg(
+                             element.className, parent.className));
             }
         }
     }
 
-    // Properties that the loader has and the class has not.
-    static bool isPseudoProperty(const NibElement &element, const QString &name)
+    static QLayout *emptyLayout(QWidget *root)
     {
-        return (element.className == "Line"_L1 && name == "orientation"_L1)
-               || (element.className == "QToolBox"_L1 && name == "tabSpacing"_L1);
+        auto *const layout = new QVBoxLayout(root);
+        layout->setContentsMargins(0, 0, 0, 0);
+        return layout;
     }
 
-    void checkProperty(QObject *object, const QMetaProperty &declared,
-                       const NibProperty &property) const
+    static bool isBar(const QWidget *widget)
     {
-        if (property.values.isEmpty())
-            return;
-        const QString &text = property.values.constFirst().text;
-        const QString &kind = property.kind;
-        bool isTaken = declared.isWritable();
-        if (kind == "enum"_L1 || kind == "set"_L1) {
-            if (declared.isEnumType())
-                isTaken = isTaken && writeKeys(object, declared, text);
-        } else if (kind == "number"_L1 || kind == "double"_L1 || kind == "bool"_L1
-                   || kind == "string"_L1 || kind == "cstring"_L1) {
-            QVariant value = text;
-            if (kind == "number"_L1)
-                value = text.toLongLong();
-            else if (kind == "double"_L1)
-                value = text.toDouble();
-            else if (kind == "bool"_L1)
-                value = text == "true"_L1;
-            isTaken = isTaken
-                      && (declared.isEnumType() || declared.typeId() == QMetaType::QVariant
-                          || value.convert(declared.metaType()));
-        }
-        if (!isTaken)
-            fail(NibError::unknownProperty, property.name, object->objectName(), property.name.text,
-                 u"the property \"%1\" of %2 cannot be \"%3\""_s.arg(
-                         property.name.text, QString::fromUtf8(object->metaObject()->className()),
-                         text));
+        return qobject_cast<const QToolBar *>(widget) || qobject_cast<const QStatusBar *>(widget)
+               || qobject_cast<const QDockWidget *>(widget);
     }
 
-    // "Qt::AlignRight|Qt::AlignTop". The scopes are left to the property, since that of a class in
-    // a namespace is spelt in several ways.
-    static bool writeKeys(QObject *object, const QMetaProperty &property, const QString &text)
+    static bool hasProperty(const NibElement &element, const QString &name)
     {
-        QStringList keys = text.split(u'|', Qt::SkipEmptyParts);
-        for (QString &key : keys)
-            key = key.section(u"::"_s, -1).trimmed();
-        bool isValid = true;
-        const int value =
-                property.enumerator().keysToValue(keys.join(u'|').toUtf8().constData(), &isValid);
-        if (!isValid && !keys.isEmpty())
-            return false;
-        return property.read(object).toInt() == value || property.write(object, value);
-    }
-
-    void checkNames() const
-    {
-        for (const NibText &name : m_file.tabStops) {
-            if (!m_loader.objects.contains(name.text))
-                fail(NibError::unknownObject, name, {}, name.text,
-                     u"there is no object \"%1\" to be a tab stop"_s.arg(name.text));
-        }
-        // The loader has connected these by now, those that it could.
-        for (const detail::NibConnection &connection : m_file.connections) {
-            for (const NibText &name : { connection.sender, connection.receiver }) {
-                if (!m_loader.objects.contains(name.text))
-                    fail(NibError::unknownObject, name, {}, name.text,
-                         u"there is no object \"%1\" to connect"_s.arg(name.text));
-            }
-            try {
-                detail::signalAndSlot(
-                        m_loader.objects.value(connection.sender.text), connection.signal.text,
-                        m_loader.objects.value(connection.receiver.text), connection.slot.text);
-            } catch (const detail::NibFault &fault) {
-                fail(fault.reason, connection.signal, connection.sender.text, fault.name,
-                     fault.message);
-            }
-        }
+        return std::any_of(element.properties.cbegin(), element.properties.cend(),
+                           [&](const NibProperty &property) { return property.name.text == name; });
     }
 
     // Hands the children of custom containers to the method that the file names for that. The
@@ -430,6 +362,16 @@ const QString &Nib::fileName() const
 QWidget *Nib::instantiate(QObject *owner, QWidget *parent) const
 {
     return Loading(*m_file, owner).run(parent);
+}
+
+void Nib::check(const QMetaObject *ownerClass) const
+{
+    checkedTree(ownerClass);
+}
+
+std::unique_ptr<QWidget> Nib::checkedTree(const QMetaObject *ownerClass) const
+{
+    return Loading(*m_file, nullptr).check(ownerClass);
 }
 
 QString Nib::path(const QString &name)

@@ -11,6 +11,7 @@
 QT_FORWARD_DECLARE_CLASS(QByteArray)
 QT_FORWARD_DECLARE_CLASS(QObject)
 QT_FORWARD_DECLARE_CLASS(QWidget)
+QT_FORWARD_DECLARE_STRUCT(QMetaObject)
 
 namespace Pellarvine::detail {
 class NibFile;
@@ -59,6 +60,11 @@ public:
     /// awakeFromNib() throws is passed on likewise.
     QWidget *instantiate(QObject *owner = nullptr, QWidget *parent = nullptr) const;
 
+    /// Checks the file without an owner: makes the objects, as instantiate() does, and deletes them.
+    /// Entries that begin at the owner are compared with `ownerClass`, as far as its own properties
+    /// and methods go; not at all if that is null. Nothing is awakened. Throws NibError.
+    void check(const QMetaObject *ownerClass = nullptr) const;
+
     /// The file of that name, with or without ".ui" and perhaps a folder: in the resources at ":/",
     /// then in any folder of the resources, then beside the executable, and last the library's own.
     /// So a host's file stands in for the library's of the same name. An absolute path is taken as
@@ -71,6 +77,11 @@ public:
     static void awaken(QWidget *root, QObject *owner = nullptr);
 
 private:
+    friend class Storyboard;
+
+    // The objects of check().
+    std::unique_ptr<QWidget> checkedTree(const QMetaObject *ownerClass) const;
+
     std::shared_ptr<const detail::NibFile> m_file;
 };
 

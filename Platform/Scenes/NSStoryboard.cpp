@@ -7,8 +7,10 @@
 #include "KeyValue/KeyValueCoding.h"
 #include "Layout/NSLayoutAnchor.h"
 #include "Layout/NSLayoutConstraint.h"
+#include "Scenes/NSNib.h"
 #include "Scenes/NSStoryboardSegue.h"
 #include "Scenes/NSViewControllerPrivate.h"
+#include "Scenes/NibOwnerCheck.h"
 #include "Scenes/StoryboardFile.h"
 #include "View/NSView.h"
 
@@ -16,6 +18,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMetaMethod>
+#include <QMetaProperty>
 #include <QPointer>
 #include <QScopeGuard>
 #include <QWidget>
@@ -60,35 +63,51 @@ struct Storyboard::Embedded
     std::unique_ptr<ViewController> controller;
 };
 
-/// Waits in a view for the signal that a segue begins at.
+/// Waits in a view for the signal that a segue begins at; until its controller ends or has another
+/// view.
 class SegueTrigger : public QObject
 {
     Q_OBJECT
 
 public:
     SegueTrigger(ViewController *source, const SegueElement &segue)
-        : QObject(source->view())
+        : QObject(source)
         , m_source(source)
         , m_segue(segue)
-    { }
+    {
+        connect(source, &ViewController::viewChanged, this, &SegueTrigger::end);
+    }
 
 public Q_SLOTS:
     void fire()
     {
+        if (m_hasEnded)
+            return;
+        // What the program does in between may delete the source, and this with it.
+        const QPointer<ViewController> source = m_source;
+        const QPointer<QObject> from = sender();
+        const std::shared_ptr<Storyboard> storyboard = source->storyboard();
+        const SegueElement &segue = m_segue;
         // Called by Qt's events, which no exception may cross.
-        QObject *const from = sender();
-        const std::shared_ptr<Storyboard> storyboard = m_source->storyboard();
         try {
-            if (m_source->shouldPerformSegue(m_segue.identifier, from))
-                storyboard->perform(m_segue, m_source, from);
+            if (source->shouldPerformSegue(segue.identifier, from) && source)
+                storyboard->perform(segue, source, from);
         } catch (const std::exception &error) {
             detail::printWarning(error);
         }
     }
 
 private:
+    // Not deleted at once: it may be what fires.
+    void end()
+    {
+        m_hasEnded = true;
+        deleteLater();
+    }
+
     ViewController *m_source;
     const SegueElement &m_segue; // the source keeps the storyboard
+    bool m_hasEnded = false;
 };
 
 Storyboard::Storyboard(const QString &path)
@@ -119,6 +138,49 @@ const QString &Storyboard::fileName() const
 QStringList Storyboard::identifiers() const
 {
     return m_file->identifiers();
+}
+
+void Storyboard::check() const
+{
+    for (const SceneElement &scene : m_file->scenes)
+        checkScene(scene);
+}
+
+void Storyboard::checkScene(const SceneElement &scene) const
+{
+    const QMetaObject *const type = registeredClass(scene.className)->metaObject;
+    const std::unique_ptr<QWidget> view =
+            scene.interface.isEmpty() ? nullptr : Nib(scene.interface).checkedTree(type);
+    const auto find = [&](const QString &name, const detail::XmlPlace &place) {
+        QObject *const object = view ? objectNamed(view.get(), name) : nullptr;
+        if (view && !object)
+            throw m_file->error(place, u"the scene has no object \"%1\""_s.arg(name));
+        return object;
+    };
+    for (const OutletElement &outlet : scene.outlets) {
+        const QObject *const object = find(outlet.object, outlet.place);
+        const int index = type->indexOfProperty(outlet.property.toUtf8().constData());
+        const QMetaProperty property = type->property(index);
+        const bool fits = object ? detail::canBeOutlet(property, object) : property.isWritable();
+        if (!fits)
+            throw m_file->error(outlet.place,
+                                u"%1 has no property \"%2\" that can be \"%3\""_s.arg(
+                                        scene.className, outlet.property, outlet.object));
+    }
+    for (const SegueElement *const segue : m_file->seguesFrom(scene.identifier)) {
+        const QObject *const object =
+                segue->object.isEmpty() ? nullptr : find(segue->object, segue->place);
+        if (segue->isEmbedded && object && !object->isWidgetType())
+            throw m_file->error(segue->place,
+                                u"the scene has no widget \"%1\""_s.arg(segue->object));
+        const bool isKnown = object || segue->object.isEmpty();
+        const QMetaObject *const sender = object ? object->metaObject() : type;
+        if (isKnown && !segue->signal.isEmpty()
+            && detail::signalsMatching(sender, segue->signal).isEmpty())
+            throw m_file->error(segue->place,
+                                u"%1 has no signal \"%2\""_s.arg(
+                                        QString::fromUtf8(sender->className()), segue->signal));
+    }
 }
 
 QObject *Storyboard::instantiateInitialController()
@@ -158,8 +220,10 @@ void Storyboard::viewDidLoad(ViewController *controller, const QString &identifi
             throw m_file->error(outlet.place, QString::fromUtf8(error.what()));
         }
     }
-    for (const SegueElement &segue : m_file->segues) {
-        if (segue.source != identifier || segue.signal.isEmpty())
+    const std::vector<const SegueElement *> segues = m_file->seguesFrom(identifier);
+    for (const SegueElement *const begun : segues) {
+        const SegueElement &segue = *begun;
+        if (segue.signal.isEmpty())
             continue;
         QObject *const object =
                 segue.object.isEmpty() ? controller : objectNamed(view, segue.object);
@@ -179,9 +243,9 @@ void Storyboard::viewDidLoad(ViewController *controller, const QString &identifi
     // Last, so that the names of embedded scenes are not taken for this one's; and all of them are
     // there before the first is placed.
     std::vector<Embedded> all;
-    for (const SegueElement &segue : m_file->segues) {
-        if (segue.source == identifier && segue.isEmbedded)
-            all.push_back(embedded(segue, controller));
+    for (const SegueElement *const segue : segues) {
+        if (segue->isEmbedded)
+            all.push_back(embedded(*segue, controller));
     }
     for (auto &[container, embedded] : all) {
         QWidget *const inner = embedded->view();
@@ -194,12 +258,12 @@ void Storyboard::performSegue(ViewController *source, const QString &scene,
                               const QString &identifier, QObject *sender)
 {
     QStringList known;
-    for (const SegueElement &segue : m_file->segues) {
-        if (segue.source != scene || segue.identifier.isEmpty() || segue.isEmbedded)
+    for (const SegueElement *const segue : m_file->seguesFrom(scene)) {
+        if (segue->identifier.isEmpty() || segue->isEmbedded)
             continue;
-        if (segue.identifier == identifier)
-            return perform(segue, source, sender);
-        known.append(segue.identifier);
+        if (segue->identifier == identifier)
+            return perform(*segue, source, sender);
+        known.append(segue->identifier);
     }
     throw UnknownIdentifierError(u"segue"_s, identifier,
                                  u"the scene \"%1\" of %2"_s.arg(scene, m_file->fileName), known);
@@ -207,9 +271,17 @@ void Storyboard::performSegue(ViewController *source, const QString &scene,
 
 void Storyboard::perform(const SegueElement &segue, ViewController *source, QObject *sender)
 {
-    const QPointer<QObject> destination = instantiateControllerWithIdentifier(segue.destination);
+    const StoryboardSegue::Finder find = StoryboardSegue::finder(segue.className);
+    const QPointer<QObject> destination =
+            find ? find(source, segue.destination)
+                 : instantiateControllerWithIdentifier(segue.destination);
+    if (!destination) {
+        throw UnknownIdentifierError(
+                u"scene to go back to"_s, segue.destination,
+                u"the scene \"%1\" of %2"_s.arg(segue.source, m_file->fileName), {});
+    }
     const auto end = qScopeGuard([&] {
-        if (destination && !destination->parent())
+        if (!find && destination && !destination->parent())
             destination->deleteLater(); // nobody has taken it
     });
     const auto made =

@@ -13,6 +13,7 @@ QT_FORWARD_DECLARE_CLASS(QObject)
 
 namespace Pellarvine::detail {
 class StoryboardFile;
+struct SceneElement;
 struct SegueElement;
 } // namespace Pellarvine::detail
 
@@ -51,6 +52,12 @@ public:
     /// Of the scenes, in the order of the file.
     QStringList identifiers() const;
 
+    /// Checks what is otherwise checked when a scene's view is loaded, without making a controller:
+    /// interface files, with the scene's class for their owner, outlets, triggers and containers.
+    /// Objects of a view that its controller makes by itself are not known. Throws `NibError` and
+    /// `StoryboardError`.
+    void check() const;
+
     /// Makes the controller of the initial scene; null if the file names none. The controller
     /// belongs to the caller. Its view is loaded when it is first asked for, together with the
     /// scene's outlets, triggers and embedded scenes, and that throws `StoryboardError` for
@@ -66,6 +73,7 @@ private:
 
     explicit Storyboard(const QString &path);
 
+    void checkScene(const detail::SceneElement &scene) const;
     void viewDidLoad(ViewController *controller, const QString &scene);
     void performSegue(ViewController *source, const QString &scene, const QString &identifier,
                       QObject *sender);

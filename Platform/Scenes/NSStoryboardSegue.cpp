@@ -20,6 +20,7 @@ struct SegueClass
 {
     QString name;
     StoryboardSegue::Factory make;
+    StoryboardSegue::Finder find;
 };
 
 // In the order of registration. Filled while libraries are loaded, before any static variable of
@@ -30,8 +31,30 @@ std::vector<SegueClass> &classes()
     return all;
 }
 
+// By the full name or, of those registered, the last that ends in it. Null if there is none.
+const SegueClass *segueClass(const QString &name)
+{
+    const QString ending = u"::"_s + name;
+    const SegueClass *found = nullptr;
+    for (const SegueClass &known : classes()) {
+        if (known.name == name)
+            return &known;
+        if (!name.isEmpty() && known.name.endsWith(ending))
+            found = &known;
+    }
+    return found;
+}
+
 [[maybe_unused]] const bool isRegistered =
         (StoryboardSegue::registerClass<StoryboardSegue>(), true);
+
+// Of a window that has chosen its frame, its own hints; else the desktop's for a dialog.
+Qt::WindowFlags dialogFlags(const QWidget *view)
+{
+    const Qt::WindowFlags flags = view->windowFlags();
+    const bool hasChosen = flags & (Qt::FramelessWindowHint | Qt::CustomizeWindowHint);
+    return hasChosen ? (flags & ~Qt::WindowType_Mask) | Qt::Dialog : Qt::Dialog;
+}
 
 // Ends a controller with the window that its view was shown in.
 class ClosingWatch : public QObject
@@ -87,29 +110,34 @@ void StoryboardSegue::perform()
     QWidget *const view = destination->view();
     auto *const source = qobject_cast<ViewController *>(m_source);
     QWidget *const window = source ? source->view()->window() : nullptr;
-    view->setParent(window, Qt::Dialog);
-    view->setWindowTitle(destination->title());
+    view->setParent(window, dialogFlags(view));
+    if (!destination->title().isEmpty())
+        view->setWindowTitle(destination->title());
     new ClosingWatch(destination);
     view->show();
 }
 
 void StoryboardSegue::registerFactory(const QString &name, Factory factory)
 {
+    registerFactory(name, std::move(factory), {});
+}
+
+void StoryboardSegue::registerFactory(const QString &name, Factory factory, Finder finder)
+{
     std::erase_if(classes(), [&](const SegueClass &known) { return known.name == name; });
-    classes().push_back({ name, std::move(factory) });
+    classes().push_back({ name, std::move(factory), std::move(finder) });
 }
 
 StoryboardSegue::Factory StoryboardSegue::factory(const QString &name)
 {
-    const QString ending = u"::"_s + name;
-    Factory found;
-    for (const SegueClass &known : classes()) {
-        if (known.name == name)
-            return known.make;
-        if (!name.isEmpty() && known.name.endsWith(ending))
-            found = known.make;
-    }
-    return found;
+    const SegueClass *const known = segueClass(name);
+    return known ? known->make : Factory();
+}
+
+StoryboardSegue::Finder StoryboardSegue::finder(const QString &name)
+{
+    const SegueClass *const known = segueClass(name);
+    return known ? known->find : Finder();
 }
 
 QStringList StoryboardSegue::registeredClasses()

@@ -258,7 +258,12 @@ QList<ViewController *> ViewController::childViewControllers() const
 
 void ViewController::addChildViewController(ViewController *child)
 {
+    // Whoever is told of the removal may delete either, or add the child elsewhere.
+    const QPointer<ViewController> self = this;
+    const QPointer<ViewController> added = child;
     child->removeFromParentViewController();
+    if (!self || !added || added->d->parent)
+        return;
     child->setParent(this);
     child->d->parent = this;
     d->children.append(child);
@@ -280,6 +285,11 @@ std::shared_ptr<Storyboard> ViewController::storyboard() const
     return d->storyboard;
 }
 
+QString ViewController::sceneIdentifier() const
+{
+    return d->scene;
+}
+
 void ViewController::performSegue(const QString &identifier, QObject *sender)
 {
     if (!d->storyboard)
@@ -294,6 +304,13 @@ bool ViewController::shouldPerformSegue(const QString &, QObject *)
 }
 
 void ViewController::prepareForSegue(StoryboardSegue *, QObject *) { }
+
+bool ViewController::canUnwind(StoryboardSegue *)
+{
+    return true;
+}
+
+void ViewController::prepareForUnwind(StoryboardSegue *) { }
 
 void ViewController::loadView()
 {

@@ -91,6 +91,8 @@ public:
 
     /// The one that this controller comes from; null if it comes from none.
     std::shared_ptr<Storyboard> storyboard() const;
+    /// Of the scene in the storyboard that this controller was made from; empty if it was not.
+    QString sceneIdentifier() const;
     /// Walks the segue of that name that begins at this controller. Throws
     /// `UnknownIdentifierError` if there is none, and what loading the destination throws; nothing
     /// has changed then.
@@ -100,6 +102,12 @@ public:
     virtual bool shouldPerformSegue(const QString &identifier, QObject *sender);
     /// The destination is made, its view not loaded: the moment to hand over what it shows.
     virtual void prepareForSegue(StoryboardSegue *segue, QObject *sender);
+    /// Whether this controller may be taken away by a segue that goes back to one below it: true
+    /// unless overridden, for example because something is not saved.
+    virtual bool canUnwind(StoryboardSegue *segue);
+    /// The segue goes back to this controller, and nothing has been taken away yet: the moment to
+    /// ask its source for results.
+    virtual void prepareForUnwind(StoryboardSegue *segue);
 
 Q_SIGNALS:
     void titleChanged(const QString &title);

@@ -5,6 +5,7 @@
 #include "KeyValue/KeyValueAccess.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/NSKeyValueBinding.h"
+#include "Scenes/NibOwnerCheck.h"
 
 #include <QMetaObject>
 #include <QWidget>
@@ -17,11 +18,6 @@ using namespace Qt::StringLiterals;
 namespace Pellarvine::detail {
 
 namespace {
-
-QString className(const QObject *object)
-{
-    return QString::fromUtf8(object->metaObject()->className());
-}
 
 NibFault unknownKeyPath(const QString &keyPath, const NS::KeyValueException &error)
 {
@@ -54,9 +50,19 @@ void NibConnector::add(QObject *object, const QString &property, const NibText &
     for (const NibText &text : texts) {
         const Entry entry { object, text };
         run(entry, [&] {
-            std::visit([&](const auto &said) { take(entry, said); }, nibEntry(property, text.text));
+            const NibEntry parsed = nibEntry(property, text.text);
+            if (m_checksOwnerEntries && beginsAtOwner(parsed))
+                checkOwnerEntry(object, parsed, m_ownerClass);
+            else
+                std::visit([&](const auto &said) { take(entry, said); }, parsed);
         });
     }
+}
+
+void NibConnector::checkOwnerEntries(const QMetaObject *ownerClass)
+{
+    m_checksOwnerEntries = true;
+    m_ownerClass = ownerClass;
 }
 
 void NibConnector::take(const Entry &entry, const NibOutlet &outlet)
@@ -84,7 +90,8 @@ void NibConnector::take(const Entry &entry, const NibAction &action)
                              u"there is no object at \"%1.%2\""_s.arg(action.receiver.root,
                                                                       way.keyPath) };
     }
-    const auto [signal, slot] = signalAndSlot(entry.object, action.signal, receiver, action.slot);
+    const auto [signal, slot] = signalAndSlot(entry.object->metaObject(), action.signal,
+                                              receiver->metaObject(), action.slot);
     m_actions.append({ entry, signal, receiver, slot });
 }
 
@@ -194,17 +201,19 @@ void NibConnector::undo()
         m_undo.takeLast()();
 }
 
-std::pair<QMetaMethod, QMetaMethod> signalAndSlot(const QObject *sender, const QString &signal,
-                                                  const QObject *receiver, const QString &slot)
+std::pair<QMetaMethod, QMetaMethod> signalAndSlot(const QMetaObject *sender, const QString &signal,
+                                                  const QMetaObject *receiver, const QString &slot)
 {
     const QList<QMetaMethod> signalsFound = signalsMatching(sender, signal);
     if (signalsFound.isEmpty())
         throw NibFault { NS::NibError::unknownMethod, signal,
-                         u"%1 has no signal \"%2\""_s.arg(className(sender), signal) };
+                         u"%1 has no signal \"%2\""_s.arg(QString::fromUtf8(sender->className()),
+                                                          signal) };
     const QList<QMetaMethod> slotsFound = methodsMatching(receiver, slot);
     if (slotsFound.isEmpty())
         throw NibFault { NS::NibError::unknownMethod, slot,
-                         u"%1 has no slot \"%2\""_s.arg(className(receiver), slot) };
+                         u"%1 has no slot \"%2\""_s.arg(QString::fromUtf8(receiver->className()),
+                                                        slot) };
 
     std::pair<QMetaMethod, QMetaMethod> best;
     int most = -1;
@@ -230,11 +239,12 @@ std::pair<QMetaMethod, QMetaMethod> signalAndSlot(const QObject *sender, const Q
     if (most < 0)
         throw NibFault { NS::NibError::unknownMethod, slot,
                          u"%1's slot \"%2\" takes other arguments than the signal \"%3\" has"_s.arg(
-                                 className(receiver), slot, signal) };
+                                 QString::fromUtf8(receiver->className()), slot, signal) };
     if (isAmbiguous)
         throw NibFault { NS::NibError::unknownMethod, slot,
                          u"%1 has several slots \"%2\" for the signal \"%3\": add their "
-                         "arguments in parentheses"_s.arg(className(receiver), slot, signal) };
+                         "arguments in parentheses"_s.arg(QString::fromUtf8(receiver->className()),
+                                                          slot, signal) };
     return best;
 }
 

@@ -27,6 +27,10 @@ public:
     /// Takes the entries in one value of that property. Throws NibError.
     void add(QObject *object, const QString &property, const NibText &value);
 
+    /// From now on takes entries that begin at an owner that is not there: they are compared with
+    /// its class, unless that is null, and not connected.
+    void checkOwnerEntries(const QMetaObject *ownerClass);
+
     /// Connects. Throws NibError, with every outlet and binding that was made undone.
     void connect();
 
@@ -75,6 +79,8 @@ private:
     void run(const Entry &entry, Step step) const;
 
     QObject *m_owner;
+    bool m_checksOwnerEntries = false;
+    const QMetaObject *m_ownerClass = nullptr;
     QHash<QString, QObject *> m_objects;
     QString m_fileName;
     QList<Outlet> m_outlets;
@@ -86,7 +92,7 @@ private:
 
 /// The signal and the slot of those names, with the arguments that go together: in parentheses, or
 /// else the most that they share. Throws NibFault.
-std::pair<QMetaMethod, QMetaMethod> signalAndSlot(const QObject *sender, const QString &signal,
-                                                  const QObject *receiver, const QString &slot);
+std::pair<QMetaMethod, QMetaMethod> signalAndSlot(const QMetaObject *sender, const QString &signal,
+                                                  const QMetaObject *receiver, const QString &slot);
 
 } // namespace Pellarvine::detail

@@ -128,6 +128,9 @@ NibEntry constraint(const QString &text)
     if (!isNumber)
         throw malformed(text, u"a constraint has the form \"leading = superview.leading + 8\" or "
                               "\"width >= 120\""_s);
+    if (priority < 1.0 || priority > NS::LayoutPriority::required)
+        throw NibFault { NS::NibError::malformed, text,
+                         u"the priority in \"%1\" is not from 1 to 1000"_s.arg(text) };
     const Attribute first = attribute(match.captured(1), text);
     const Attribute second =
             item.isEmpty() ? Attribute { {}, NS::LayoutAttribute::notAnAttribute, Axis::dimension }

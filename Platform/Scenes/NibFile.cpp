@@ -27,7 +27,54 @@ std::optional<NibElement::Kind> elementKind(QStringView tag)
         return NibElement::actionGroup;
     if (tag == "buttongroup"_L1)
         return NibElement::buttonGroup;
+    if (tag == "spacer"_L1)
+        return NibElement::spacer;
+    if (tag == "column"_L1 || tag == "row"_L1)
+        return NibElement::item;
     return std::nullopt;
+}
+
+// Elements that have elements in them, and no text.
+bool isStructure(QStringView tag)
+{
+    static const QSet<QStringView> tags { u"ui",          u"widget",      u"layout",
+                                          u"item",        u"spacer",      u"action",
+                                          u"actiongroup", u"buttongroup", u"buttongroups",
+                                          u"column",      u"row",         u"customwidgets",
+                                          u"connections", u"tabstops",    u"resources" };
+    return tags.contains(tag);
+}
+
+// Why the text in an element of that name is no value of it; empty if it is one.
+QString problem(const QString &tag, const QString &kind, const QString &text)
+{
+    static const QSet<QString> wholes {
+        u"number"_s, u"x"_s,    u"y"_s,         u"width"_s,  u"height"_s,     u"red"_s,
+        u"green"_s,  u"blue"_s, u"hour"_s,      u"minute"_s, u"second"_s,     u"year"_s,
+        u"month"_s,  u"day"_s,  u"pointsize"_s, u"weight"_s, u"horstretch"_s, u"verstretch"_s,
+    };
+    static const QSet<QString> booleans { u"bool"_s,        u"bold"_s,      u"italic"_s,
+                                          u"underline"_s,   u"strikeout"_s, u"kerning"_s,
+                                          u"antialiasing"_s };
+    static const QSet<QString> reals { u"pointf"_s, u"rectf"_s, u"sizef"_s };
+    bool isValid = true;
+    if (tag == "double"_L1 || tag == "float"_L1 || reals.contains(kind)) {
+        text.toDouble(&isValid);
+        return isValid ? QString() : u"\"%1\" is no number"_s.arg(text);
+    }
+    if (wholes.contains(tag))
+        text.toInt(&isValid);
+    else if (tag == "uint"_L1)
+        text.toUInt(&isValid);
+    else if (tag == "longlong"_L1)
+        text.toLongLong(&isValid);
+    else if (tag == "ulonglong"_L1)
+        text.toULongLong(&isValid);
+    if (!isValid)
+        return u"\"%1\" is no whole number, or out of range"_s.arg(text);
+    if (booleans.contains(tag) && text != "true"_L1 && text != "false"_L1)
+        return u"\"%1\" is neither true nor false"_s.arg(text);
+    return {};
 }
 
 } // namespace
@@ -62,8 +109,10 @@ private:
     {
         while (!m_xml.atEnd()) {
             m_xml.readNext();
+            if (!m_path.isEmpty() && m_path.constLast().isStructure)
+                m_xml.refuseText();
             if (m_xml.isEndElement()) {
-                if (m_path.takeLast() >= 0)
+                if (m_path.takeLast().element >= 0)
                     m_open.removeLast();
             } else if (m_xml.isStartElement()) {
                 m_xml.noteTag();
@@ -87,27 +136,78 @@ private:
             m_file.tabStops.append(text());
             return;
         }
-        if (tag == "attribute"_L1) {
-            m_xml.skipCurrentElement();
+        if (tag == "attribute"_L1)
+            return readProperty(&NibElement::attributes);
+        if (tag == "zorder"_L1) {
+            m_file.zOrder.append({ text(), enclosing() });
             return;
         }
         if (m_path.size() == deepest)
             fail(u"its elements are nested too deeply"_s);
-        const auto kind = elementKind(tag);
-        m_path.append(kind ? int(m_file.elements.size()) : -1);
-        if (!kind)
-            return;
+        if (tag == "addaction"_L1)
+            m_file.actions.append({ here(attribute("name"_L1)), enclosing() });
+        auto kind = elementKind(tag);
+        if (tag == "item"_L1) {
+            if (enclosing() >= 0 && m_file.elements[enclosing()].kind == NibElement::layout)
+                checkLayoutItem();
+            else
+                kind = NibElement::item;
+        }
+        m_path.append({ kind ? int(m_file.elements.size()) : -1, isStructure(tag) });
+        if (kind)
+            addElement(*kind);
+    }
+
+    // The element that the current one stands directly in; -1 if that is no model element.
+    int enclosing() const { return m_path.isEmpty() ? -1 : m_path.constLast().element; }
+
+    void addElement(NibElement::Kind kind)
+    {
         NibElement element;
-        element.kind = *kind;
+        element.kind = kind;
         element.className = attribute("class"_L1);
         element.name = here(attribute("name"_L1));
         element.parent = m_open.isEmpty() ? -1 : m_open.constLast();
-        if (element.name.text.isEmpty() && element.kind != NibElement::layout)
-            fail(u"this <%1> has no name"_s.arg(tag));
+        const bool isOutermost = kind == NibElement::widget && element.parent < 0;
+        if (isOutermost && std::exchange(m_hasWidget, true))
+            fail(u"there is a second outermost widget"_s, element.name.text);
+        const bool mayLackName = kind == NibElement::layout || kind == NibElement::spacer
+                                 || kind == NibElement::item;
+        if (element.name.text.isEmpty() && !mayLackName)
+            fail(u"this <%1> has no name"_s.arg(m_xml.name()));
         if (!element.name.text.isEmpty() && !add(element.name.text))
             fail(u"there are two objects of this name"_s, element.name.text);
+        if (kind == NibElement::layout)
+            checkLayout(element.name.text);
         m_open.append(int(m_file.elements.size()));
         m_file.elements.append(std::move(element));
+    }
+
+    // <item row="1" column="0" colspan="2" alignment="Qt::AlignRight">
+    void checkLayoutItem()
+    {
+        for (const auto name : { "row"_L1, "column"_L1, "rowspan"_L1, "colspan"_L1 })
+            checkWholes({}, name, { attribute(name) });
+        m_file.alignments.append(here(attribute("alignment"_L1)));
+    }
+
+    // <layout class="QHBoxLayout" name="row" stretch="0,1">
+    void checkLayout(const QString &object)
+    {
+        for (const auto name : { "stretch"_L1, "rowstretch"_L1, "columnstretch"_L1,
+                                 "rowminimumheight"_L1, "columnminimumwidth"_L1 })
+            checkWholes(object, name, attribute(name).split(u','));
+    }
+
+    void checkWholes(const QString &object, QLatin1StringView name, const QStringList &texts) const
+    {
+        for (const QString &text : texts) {
+            const bool isAbsent = text.isEmpty() && texts.size() == 1;
+            const QString wrong = isAbsent ? QString() : problem(u"number"_s, {}, text);
+            if (!wrong.isEmpty())
+                throw m_file.error(NS::NibError::unknownProperty, m_xml.place(), object, name,
+                                   u"%1 (attribute \"%2\")"_s.arg(wrong, name));
+        }
     }
 
     bool add(const QString &name)
@@ -118,34 +218,77 @@ private:
     }
 
     // <property name="..." stdset="0"><kind>value</kind></property>
-    void readProperty()
+    void readProperty(QList<NibProperty> NibElement::*list = &NibElement::properties)
     {
+        const int element = enclosing();
         NibProperty property;
         property.name = here(attribute("name"_L1));
         property.isDynamic = attribute("stdset"_L1) == "0"_L1;
-        // Those of list entries and columns belong to no object.
-        const bool belongsToObject = !m_path.isEmpty() && m_path.constLast() >= 0;
-        if (m_xml.readNextStartElement()) {
-            property.kind = m_xml.name().toString();
-            if (property.kind == "stringlist"_L1) {
-                while (nextChild()) {
-                    if (m_xml.name() == "string"_L1)
-                        property.values.append(text());
-                    else
-                        m_xml.skipCurrentElement();
-                }
-            } else if (property.kind == "iconset"_L1) {
-                readIcon();
-            } else {
-                property.values.append(text());
-                if (property.kind == "pixmap"_L1)
-                    m_file.images.append(property.values);
-            }
-            while (m_xml.readNextStartElement())
+        if (nextChild()) {
+            readValue(property);
+            while (nextChild())
                 m_xml.skipCurrentElement();
         }
-        if (belongsToObject)
-            m_file.elements[m_path.constLast()].properties.append(std::move(property));
+        if (element >= 0)
+            (m_file.elements[element].*list).append(std::move(property));
+    }
+
+    void readValue(NibProperty &property)
+    {
+        property.kind = m_xml.name().toString();
+        if (property.kind == "iconset"_L1)
+            return readIcon();
+        if (property.kind == "stringlist"_L1) {
+            while (nextChild()) {
+                if (m_xml.name() == "string"_L1)
+                    property.values.append(text());
+                else
+                    m_xml.skipCurrentElement();
+            }
+            return;
+        }
+        static const QSet<QString> compounds { u"rect"_s,       u"rectf"_s,   u"point"_s,
+                                               u"pointf"_s,     u"size"_s,    u"sizef"_s,
+                                               u"sizepolicy"_s, u"font"_s,    u"color"_s,
+                                               u"palette"_s,    u"brush"_s,   u"date"_s,
+                                               u"time"_s,       u"datetime"_s };
+        if (compounds.contains(property.kind)) {
+            property.values.append(here(u"<%1>"_s.arg(property.kind)));
+            const QStringList policies { attribute("hsizetype"_L1), attribute("vsizetype"_L1) };
+            for (const QString &policy : policies) {
+                if (!policy.isEmpty())
+                    property.values.append(here(policy));
+            }
+            return readParts(property, property.kind, 0);
+        }
+        property.values.append(text());
+        property.problem = problem(property.kind, property.kind, property.values.constLast().text);
+        if (property.kind == "pixmap"_L1)
+            m_file.images.append(property.values);
+    }
+
+    // Each part that has no parts itself is a number, a Boolean, or a text that is not looked at.
+    void readParts(NibProperty &property, const QString &tag, int depth)
+    {
+        if (depth == deepest)
+            fail(u"its elements are nested too deeply"_s);
+        QString text;
+        bool hasParts = false;
+        while (!m_xml.atEnd()) {
+            m_xml.readNext();
+            if (m_xml.isEndElement())
+                break;
+            if (m_xml.isCharacters())
+                text += m_xml.text();
+            if (m_xml.isStartElement()) {
+                hasParts = true;
+                readParts(property, m_xml.name().toString(), depth + 1);
+            }
+        }
+        if (m_xml.hasError())
+            fail(m_xml.errorString());
+        if (property.problem.isEmpty() && !hasParts)
+            property.problem = problem(tag, property.kind, text);
     }
 
     // Pictures stand in the element itself or, one for each state, in elements of their own.
@@ -176,7 +319,7 @@ private:
     {
         QString className;
         QString method;
-        while (m_xml.readNextStartElement()) {
+        while (nextChild()) {
             if (m_xml.name() == "class"_L1)
                 className = text().text;
             else if (m_xml.name() == "addpagemethod"_L1)
@@ -209,10 +352,10 @@ private:
     // To the next element in the current one.
     bool nextChild()
     {
-        if (!m_xml.readNextStartElement())
-            return false;
-        m_xml.noteTag();
-        return true;
+        const bool isThere = m_xml.readChild();
+        if (m_xml.hasError())
+            fail(m_xml.errorString());
+        return isThere;
     }
 
     // The text in the current element, which starts behind its tag.
@@ -237,9 +380,17 @@ private:
 
     NibFile &m_file;
     XmlReader m_xml;
-    QList<int> m_path; // for each open XML element: the element that it is, or -1
+    // An XML element that is open.
+    struct Step
+    {
+        int element; // that it is, or -1
+        bool isStructure;
+    };
+
+    QList<Step> m_path;
     QList<int> m_open; // of those, the elements
     QSet<QString> m_names;
+    bool m_hasWidget = false;
 };
 
 NibFile::NibFile(QByteArray fileContents, QString path)

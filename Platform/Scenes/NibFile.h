@@ -33,6 +33,7 @@ struct NibProperty
     QString kind; ///< the element that holds the value: "string", "set"
     QList<NibText> values; ///< one, but for a list of strings
     bool isDynamic = false;
+    QString problem; ///< of a value that is none of its kind: "\"abc\" is no whole number"
 };
 
 struct NibElement
@@ -43,13 +44,23 @@ struct NibElement
         action,
         actionGroup,
         buttonGroup,
+        spacer,
+        item, ///< of a list, a tree or a table, or the head of a column or row
     };
 
     Kind kind = widget;
     QString className;
-    NibText name;
+    NibText name; ///< empty for an item, and perhaps for a layout or a spacer
     int parent = -1; ///< the index of the element that it stands in
     QList<NibProperty> properties;
+    QList<NibProperty> attributes; ///< what it is to the element that it stands in
+};
+
+/// An object's name that stands in an element.
+struct NibReference
+{
+    NibText name;
+    int element = -1;
 };
 
 struct NibConnection
@@ -71,6 +82,9 @@ public:
     QList<NibElement> elements; ///< in the order of the file, parents before children
     QList<NibConnection> connections;
     QList<NibText> tabStops;
+    QList<NibReference> actions; ///< that are added to a widget
+    QList<NibReference> zOrder;
+    QList<NibText> alignments; ///< in layouts
     QList<NibText> images;
     QHash<QString, QString> addPageMethods; ///< of the custom classes that have one
 

@@ -9,14 +9,21 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 
-#include <algorithm>
 #include <cstddef>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace Pellarvine::detail {
+
+namespace {
+
+// Far more than a window shows. All of them are made when the outermost view is loaded.
+constexpr int mostEmbedded = 1000;
+
+} // namespace
 
 class StoryboardFile::Reader
 {
@@ -134,7 +141,8 @@ private:
                     { attribute("property"_L1), attribute("object"_L1), m_xml.place() });
             expectEnd();
         }
-        m_file.scenes.push_back(scene);
+        m_file.m_scenesByIdentifier.insert(scene.identifier, m_file.scenes.size());
+        m_file.scenes.push_back(std::move(scene));
     }
 
     void readSegue()
@@ -175,19 +183,19 @@ private:
 
     void add(const SegueElement &added)
     {
-        for (const SegueElement &segue : m_file.segues) {
-            if (!added.identifier.isEmpty() && segue.source == added.source
-                && segue.identifier == added.identifier) {
-                failAt(added.place, u"the scene \"%1\" has a segue \"%2\" already"_s.arg(
-                                            added.source, added.identifier));
-            }
+        const auto name = std::make_pair(added.source, added.identifier);
+        if (!added.identifier.isEmpty() && m_segueNames.contains(name)) {
+            failAt(added.place, u"the scene \"%1\" has a segue \"%2\" already"_s.arg(
+                                        added.source, added.identifier));
         }
+        m_segueNames.insert(name);
+        m_file.m_seguesBySource[added.source].push_back(m_file.segues.size());
         m_file.segues.push_back(added);
         expectEnd();
     }
 
     // What can be told only with the whole file read.
-    void check() const
+    void check()
     {
         if (!m_file.initialScene.isEmpty())
             checkScene(m_file.initialScene, m_root);
@@ -195,11 +203,11 @@ private:
             checkScene(segue.source, segue.place);
             checkScene(segue.destination, segue.place);
             checkIsViewController(segue.source, segue.place);
-            if (segue.isEmbedded) {
+            if (segue.isEmbedded)
                 checkIsViewController(segue.destination, segue.place);
-                checkEndsSomewhere(segue, segue.source);
-            }
         }
+        for (const SceneElement &scene : m_file.scenes)
+            checkEmbedded(scene);
     }
 
     void checkScene(const QString &identifier, XmlPlace where) const
@@ -220,19 +228,50 @@ private:
         }
     }
 
-    // A scene within itself would be loaded for ever.
-    void checkEndsSomewhere(const SegueElement &embedded, const QString &outermost) const
+    // A scene within itself would be loaded for ever, and scenes that each embed the next one twice
+    // nearly so. Each scene is visited once, depth first and without recursion.
+    void checkEmbedded(const SceneElement &outermost)
     {
-        std::vector<const SegueElement *> within { &embedded };
-        for (std::size_t i = 0; i < within.size(); ++i) {
-            const SegueElement &outer = *within[i];
-            if (outer.destination == outermost)
-                failAt(outer.place, u"the scene \"%1\" lies within itself"_s.arg(outermost));
-            for (const SegueElement &inner : m_file.segues) {
-                // Each once: there may be another circle, which is found from where it begins.
-                const bool isNext = inner.isEmbedded && inner.source == outer.destination;
-                if (isNext && std::find(within.begin(), within.end(), &inner) == within.end())
-                    within.push_back(&inner);
+        struct Visit
+        {
+            const SceneElement *scene;
+            std::vector<const SegueElement *> segues;
+            std::size_t next = 0;
+            int count = 0; // of the scenes in it
+        };
+        const auto visit = [this](const SceneElement *scene) {
+            m_isOpen.insert(scene);
+            return Visit { scene, m_file.seguesFrom(scene->identifier) };
+        };
+        if (m_embeddedCounts.contains(&outermost))
+            return;
+        std::vector<Visit> open { visit(&outermost) };
+        while (!open.empty()) {
+            Visit &current = open.back();
+            if (current.next == current.segues.size()) {
+                m_embeddedCounts.insert(current.scene, current.count);
+                m_isOpen.remove(current.scene);
+                open.pop_back();
+                continue;
+            }
+            const SegueElement &segue = *current.segues[current.next];
+            const SceneElement *const inner = m_file.scene(segue.destination);
+            const auto count = m_embeddedCounts.constFind(inner);
+            if (!segue.isEmbedded) {
+                ++current.next;
+            } else if (m_isOpen.contains(inner)) {
+                failAt(segue.place,
+                       u"the scene \"%1\" lies within itself"_s.arg(inner->identifier));
+            } else if (count == m_embeddedCounts.cend()) {
+                open.push_back(visit(inner));
+            } else {
+                ++current.next;
+                current.count += 1 + *count;
+                if (current.count > mostEmbedded) {
+                    failAt(current.scene->place,
+                           u"more than %1 scenes lie within the scene \"%2\""_s.arg(mostEmbedded)
+                                   .arg(current.scene->identifier));
+                }
             }
         }
     }
@@ -246,6 +285,9 @@ private:
     StoryboardFile &m_file;
     XmlReader m_xml;
     XmlPlace m_root; // where the outermost element begins
+    QSet<std::pair<QString, QString>> m_segueNames; // each with its source
+    QSet<const SceneElement *> m_isOpen; // being visited by checkEmbedded()
+    QHash<const SceneElement *, int> m_embeddedCounts; // of the scenes that have been visited
 };
 
 StoryboardFile::StoryboardFile(QString path)
@@ -259,10 +301,16 @@ StoryboardFile::StoryboardFile(QString path)
 
 const SceneElement *StoryboardFile::scene(const QString &identifier) const
 {
-    const auto found = std::find_if(scenes.begin(), scenes.end(), [&](const SceneElement &scene) {
-        return scene.identifier == identifier;
-    });
-    return found == scenes.end() ? nullptr : &*found;
+    const auto found = m_scenesByIdentifier.constFind(identifier);
+    return found == m_scenesByIdentifier.cend() ? nullptr : &scenes[*found];
+}
+
+std::vector<const SegueElement *> StoryboardFile::seguesFrom(const QString &scene) const
+{
+    std::vector<const SegueElement *> result;
+    for (const std::size_t index : m_seguesBySource.value(scene))
+        result.push_back(&segues[index]);
+    return result;
 }
 
 QStringList StoryboardFile::identifiers() const

@@ -5,9 +5,11 @@
 #include "Base/XmlReader.h"
 #include "Scenes/StoryboardError.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
+#include <cstddef>
 #include <vector>
 
 namespace Pellarvine::detail {
@@ -56,12 +58,17 @@ public:
 
     /// Null if there is none.
     const SceneElement *scene(const QString &identifier) const;
+    /// Those that begin at the scene, in the order of the file.
+    std::vector<const SegueElement *> seguesFrom(const QString &scene) const;
     QStringList identifiers() const;
 
     NS::StoryboardError error(XmlPlace place, const QString &problem) const;
 
 private:
     class Reader;
+
+    QHash<QString, std::size_t> m_scenesByIdentifier;
+    QHash<QString, std::vector<std::size_t>> m_seguesBySource;
 };
 
 } // namespace Pellarvine::detail

@@ -66,6 +66,12 @@ void ListController::prepareForSegue(NS::StoryboardSegue *segue, QObject *sender
         next->note = current;
 }
 
+// The note that was open may have another title by now.
+void ListController::prepareForUnwind(NS::StoryboardSegue *)
+{
+    fill();
+}
+
 void ListController::fill()
 {
     const Pellarvine::MarkupParser parser;

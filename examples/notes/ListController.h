@@ -26,8 +26,9 @@ public:
     void viewWillAppear() override;
     bool shouldPerformSegue(const QString &identifier, QObject *sender) override;
     void prepareForSegue(NS::StoryboardSegue *segue, QObject *sender) override;
+    void prepareForUnwind(NS::StoryboardSegue *segue) override;
 
-    Note *current = nullptr; ///< the note that is selected at first
+    Note *current = nullptr; ///< the note that is selected
 
 Q_SIGNALS:
     void searchChanged();

@@ -54,6 +54,7 @@ void NotesController::quit()
 void NotesController::viewDidLoad()
 {
     NavigationController::viewDidLoad();
+    setBackInputEnabled(true);
     view()->installEventFilter(this);
     if (auto *const application = qobject_cast<Pellarvine::Application *>(qApp)) {
         QAction *const quit = m_menuButton->actions().constLast();

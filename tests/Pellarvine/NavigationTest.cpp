@@ -5,15 +5,19 @@
 #include <pellarvine/Pellarvine/NavigationItemViewController.h>
 #include <pellarvine/Pellarvine/PushSegue.h>
 #include <pellarvine/Pellarvine/ReplaceSegue.h>
+#include <pellarvine/Pellarvine/UnwindSegue.h>
+#include <pellarvine/Pellarvine/Window.h>
 #include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSStoryboard.h>
 #include <pellarvine/Platform/NSView.h>
 #include <pellarvine/Shared/Observer.h>
 
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -26,6 +30,7 @@ using Pellarvine::ModalSegue;
 using Pellarvine::NavigationController;
 using Pellarvine::PushSegue;
 using Pellarvine::ReplaceSegue;
+using Pellarvine::UnwindSegue;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -87,7 +92,13 @@ public:
             prepared->setParent(this);
     }
 
+    void prepareForUnwind(NS::StoryboardSegue *segue) override
+    {
+        unwoundFrom = segue->sourceController();
+    }
+
     bool mayGo = true;
+    QObject *unwoundFrom = nullptr;
     bool keeps = false;
     QObject *asked = nullptr;
     QPointer<QObject> prepared;
@@ -103,7 +114,10 @@ public:
     explicit LetterController(QObject *parent = nullptr)
         : Counted(parent)
     { }
+    bool canUnwind(NS::StoryboardSegue *) override { return isSaved; }
+
     QLineEdit *subject = nullptr;
+    bool isSaved = true;
 
 Q_SIGNALS:
     void subjectChanged();
@@ -407,6 +421,26 @@ TEST_F(MailStoryboard, a_plain_segue_opens_a_window_that_ends_its_controller)
     EXPECT_FALSE(settings);
 }
 
+TEST(PlainSegue, a_window_of_its_own_keeps_its_frame_and_its_title)
+{
+    class WindowController : public ViewController
+    {
+    public:
+        void loadView() override
+        {
+            auto *const window = new Pellarvine::Window;
+            window->setWindowTitle(u"Inspector"_s);
+            setView(window);
+        }
+    };
+    ViewController source;
+    auto *const destination = new WindowController;
+    NS::StoryboardSegue({}, &source, destination).perform();
+    EXPECT_TRUE(destination->view()->windowFlags() & Qt::FramelessWindowHint);
+    EXPECT_EQ(destination->view()->windowType(), Qt::Dialog);
+    EXPECT_EQ(destination->view()->windowTitle(), u"Inspector"_s);
+}
+
 TEST_F(MailStoryboard, a_scene_can_be_pinned_into_any_view_and_is_nobodys_child)
 {
     QWidget box;
@@ -520,6 +554,307 @@ TEST_F(MailStoryboard, what_is_pushed_has_its_title_as_its_name_for_screen_reade
     named->view()->setAccessibleName(u"Draft of a letter"_s);
     PushSegue({}, top(), named).perform();
     EXPECT_EQ(name(named), u"Draft of a letter"_s);
+}
+
+namespace {
+
+// Pushes when it first appears, as a list does that needs a login first.
+class Pushing : public ViewController
+{
+public:
+    explicit Pushing(ViewController *pushed)
+        : m_pushed(pushed)
+    { }
+    void viewWillAppear() override
+    {
+        if (ViewController *const pushed = std::exchange(m_pushed, nullptr))
+            PushSegue({}, this, pushed).perform();
+    }
+
+private:
+    ViewController *m_pushed;
+};
+
+// A field in a view, to have the focus.
+ViewController *screenWithField()
+{
+    auto *const screen = new ViewController;
+    (new QLineEdit(screen->view()))->setObjectName(u"field"_s);
+    return screen;
+}
+
+QWidget *field(ViewController *screen)
+{
+    return screen->view()->findChild<QLineEdit *>();
+}
+
+} // namespace
+
+TEST_F(MailStoryboard, the_uppermost_view_is_enabled_and_all_below_it_are_covered)
+{
+    ViewController *const list = top();
+    auto *const login = screenWithField();
+    PushSegue({}, list, new Pushing(login)).perform();
+    ViewController *const pushing = top(); // in the stack, which grew from the inside out
+    EXPECT_TRUE(login->view()->isEnabled());
+    EXPECT_FALSE(pushing->view()->isEnabled());
+    EXPECT_FALSE(list->view()->isEnabled());
+    EXPECT_EQ(QApplication::focusWidget(), field(login));
+
+    // One that is there already is raised.
+    PushSegue({}, login, list).perform();
+    EXPECT_EQ(subviews(mail->contentView()).constLast(), list->view());
+    EXPECT_TRUE(list->view()->isEnabled());
+    EXPECT_FALSE(login->view()->isEnabled());
+    EXPECT_FALSE(pushing->view()->isEnabled());
+
+    // Pushed views stay when the stack is reset.
+    login->view()->raise();
+    mail->view()->hide();
+    mail->view()->show();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(login->view()->isEnabled());
+    EXPECT_FALSE(list->view()->isEnabled());
+
+    login->view()->hide();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(list->view()->isEnabled());
+    login->view()->show();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(login->view()->isEnabled());
+    EXPECT_FALSE(list->view()->isEnabled());
+    auto *const replacing = new ViewController;
+    ReplaceSegue({}, list, replacing).perform();
+    EXPECT_TRUE(replacing->view()->isEnabled());
+    EXPECT_FALSE(login->view()->isEnabled());
+}
+
+TEST_F(MailStoryboard, the_focus_follows_the_uppermost_view_however_it_became_that)
+{
+    NavigationController fresh;
+    fresh.view()->show();
+    fresh.view()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(fresh.view()));
+    auto *const first = screenWithField();
+    first->setTitle(u"First"_s);
+    PushSegue({}, &fresh, first).perform();
+    EXPECT_EQ(QApplication::focusWidget(), field(first));
+    EXPECT_EQ(first->view()->accessibleName(), u"First"_s);
+
+    auto *const second = new QLineEdit(first->view());
+    second->show();
+    second->setFocus();
+    const auto push = [&] {
+        auto *const pushed = screenWithField();
+        PushSegue({}, first, pushed).perform();
+        EXPECT_EQ(QApplication::focusWidget(), field(pushed));
+        return pushed;
+    };
+    delete push();
+    EXPECT_EQ(QApplication::focusWidget(), second);
+
+    ViewController *pushed = push();
+    const std::unique_ptr<ViewController> takenFirst(pushed);
+    pushed->removeFromParentViewController();
+    pushed->view()->setParent(nullptr);
+    fresh.setNavigationStack({ first });
+    EXPECT_EQ(QApplication::focusWidget(), second);
+
+    pushed = push();
+    const std::unique_ptr<ViewController> takenLast(pushed);
+    fresh.setNavigationStack({ first });
+    pushed->removeFromParentViewController();
+    pushed->view()->setParent(nullptr);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(QApplication::focusWidget(), second);
+    EXPECT_TRUE(first->view()->isEnabled());
+}
+
+TEST(Navigation, segues_survive_whatever_the_program_deletes_meanwhile)
+{
+    for (const bool isReplace : { false, true }) {
+        // Each is deleted as soon as the children change.
+        for (int victim = 0; victim < 4; ++victim) {
+            auto *const navigation = new Navigation;
+            const QPointer<ViewController> first = new ViewController;
+            PushSegue({}, navigation, first).perform();
+            const QPointer<ViewController> second = new ViewController;
+            PushSegue({}, navigation, second).perform();
+            const QPointer<ViewController> third = new ViewController;
+            const QPointer<QObject> victims[] = { first.data(), second.data(), third.data(),
+                                                  navigation };
+            QObject::connect(navigation, &ViewController::childViewControllersChanged,
+                             [taken = victims[victim]]() mutable {
+                                 delete std::exchange(taken, nullptr).data();
+                             });
+            if (isReplace)
+                ReplaceSegue({}, navigation, third).perform();
+            else
+                PushSegue({}, navigation, third).perform();
+            EXPECT_FALSE(victims[victim]);
+            if (victims[3]) {
+                EXPECT_FALSE(navigation->navigationStack().contains(nullptr));
+                EXPECT_EQ(navigation->navigationStack().contains(third), !!third);
+            }
+            for (const QPointer<QObject> &rest : { victims[3], victims[2], victims[1], victims[0] })
+                delete rest.data();
+        }
+    }
+}
+
+TEST(Navigation, a_controller_that_would_contain_itself_is_refused)
+{
+    ViewController outer;
+    auto *const navigation = new Navigation;
+    outer.addChildViewController(navigation);
+    ViewController around;
+    navigation->view()->setParent(around.view());
+    auto *const first = new ViewController;
+    PushSegue({}, navigation, first).perform();
+    for (ViewController *const refused :
+         { static_cast<ViewController *>(navigation), &outer, &around }) {
+        ::testing::internal::CaptureStdout();
+        PushSegue({}, navigation, refused).perform();
+        ReplaceSegue({}, first, refused).perform();
+        EXPECT_THAT(::testing::internal::GetCapturedStdout(), HasSubstr("cannot show itself"));
+    }
+    EXPECT_THAT(navigation->navigationStack(), ElementsAre(first));
+    EXPECT_THAT(navigation->childViewControllers(), ElementsAre(first));
+}
+
+TEST_F(MailStoryboard, an_unwind_returns_to_the_screen_that_is_there_unless_one_above_it_refuses)
+{
+    auto *const list = static_cast<ListController *>(top());
+    auto *const open = list->view()->findChild<QPushButton *>(u"openButton"_s);
+    open->setFocus();
+    click(u"openButton"_s);
+    auto *const letter = static_cast<LetterController *>(top());
+    letter->performSegue(u"deeper"_s);
+    auto *const deeper = static_cast<LetterController *>(top());
+    letter->isSaved = false;
+    deeper->performSegue(u"back"_s);
+    EXPECT_THAT(mail->navigationStack(), ElementsAre(list, letter, deeper));
+    EXPECT_FALSE(list->unwoundFrom);
+    EXPECT_THROW(deeper->performSegue(u"lost"_s), NS::UnknownIdentifierError);
+
+    letter->isSaved = true;
+    deeper->performSegue(u"back"_s);
+    EXPECT_THAT(mail->navigationStack(), ElementsAre(list));
+    EXPECT_EQ(list->unwoundFrom, deeper);
+    EXPECT_THAT(subviews(mail->contentView()), ElementsAre(list->view()));
+    EXPECT_TRUE(list->view()->isEnabled());
+    EXPECT_EQ(QApplication::focusWidget(), open);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(liveControllers, 1);
+    UnwindSegue({}, list, list).perform(); // there already
+    ViewController other;
+    UnwindSegue({}, list, &other).perform(); // not there
+    EXPECT_THAT(mail->navigationStack(), ElementsAre(list));
+}
+
+TEST_F(MailStoryboard, top_depth_and_the_way_back_can_be_observed)
+{
+    ViewController *const list = top();
+    QList<int> depths;
+    QList<bool> ways;
+    const Pellarvine::Observer depth(mail.get(), u"depth"_s, true,
+                                     [&](const QVariant &value) { depths.append(value.toInt()); });
+    const Pellarvine::Observer way(mail.get(), u"canGoBack"_s, true,
+                                   [&](const QVariant &value) { ways.append(value.toBool()); });
+    QList<ViewController *> covered;
+    QList<ViewController *> uncovered;
+    QObject::connect(mail.get(), &NavigationController::viewCovered, mail.get(),
+                     [&](ViewController *controller) { covered.append(controller); });
+    QObject::connect(mail.get(), &NavigationController::viewUncovered, mail.get(),
+                     [&](ViewController *controller) { uncovered.append(controller); });
+    QAction *const back = mail->backAction();
+    EXPECT_FALSE(back->isEnabled());
+    EXPECT_FALSE(mail->goBack());
+    EXPECT_EQ(mail->topViewController(), list);
+    click(u"openButton"_s);
+    EXPECT_TRUE(back->isEnabled());
+    EXPECT_NE(mail->topViewController(), list);
+    EXPECT_THAT(covered, ElementsAre(list));
+    EXPECT_THAT(uncovered, IsEmpty());
+    back->trigger();
+    EXPECT_FALSE(back->isEnabled());
+    EXPECT_EQ(mail->topViewController(), list);
+    EXPECT_THAT(depths, ElementsAre(1, 2, 1));
+    EXPECT_THAT(ways, ElementsAre(false, true, false));
+    EXPECT_THAT(uncovered, ElementsAre(list));
+    EXPECT_EQ(NavigationController().topViewController(), nullptr);
+
+    // What was pushed before the stack was reset still lies there, and so does the way back.
+    click(u"openButton"_s);
+    mail->view()->hide();
+    mail->view()->show();
+    EXPECT_EQ(mail->depth(), 1);
+    EXPECT_TRUE(mail->canGoBack());
+    EXPECT_TRUE(mail->goBack());
+    EXPECT_THAT(subviews(mail->contentView()), ElementsAre(list->view()));
+}
+
+TEST_F(MailStoryboard, keyboard_and_mouse_go_back_where_that_is_switched_on)
+{
+    const auto press = [&](int way) {
+        auto *const items = top()->view()->findChild<QListWidget *>();
+        items->setFocus();
+        if (way == 0)
+            QTest::keyClick(items, Qt::Key_Left, Qt::AltModifier); // which a list takes for itself
+        else if (way == 1)
+            QTest::keyClick(items, Qt::Key_Escape);
+        else
+            QTest::mouseClick(items->viewport(), Qt::BackButton);
+        return mail->depth();
+    };
+    const auto push = [&] {
+        auto *const pushed = new ViewController;
+        auto *const items = new QListWidget(pushed->view());
+        auto *const item = new QListWidgetItem(u"Item"_s, items);
+        item->setFlags(item->flags() | Qt::ItemIsEditable);
+        PushSegue({}, mail.get(), pushed).perform();
+        return items;
+    };
+    push();
+    for (const int way : { 0, 1, 2 })
+        EXPECT_EQ(press(way), 2);
+    mail->setBackInputEnabled(true);
+    for (const int way : { 0, 1, 2 }) {
+        EXPECT_EQ(press(way), 1) << way;
+        push();
+    }
+    // What is being edited has Esc first.
+    auto *const items = top()->view()->findChild<QListWidget *>();
+    items->setFocus();
+    items->editItem(items->item(0));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    EXPECT_EQ(mail->depth(), 2);
+    QTest::keyClick(items, Qt::Key_Escape);
+    EXPECT_EQ(mail->depth(), 1);
+
+    // A shortcut of the window around it comes after it.
+    QAction outer;
+    outer.setShortcut(QKeySequence::Back);
+    mail->view()->addAction(&outer);
+    const QSignalSpy outerBacks(&outer, &QAction::triggered);
+    push();
+    EXPECT_EQ(press(0), 1);
+    EXPECT_THAT(outerBacks, IsEmpty());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(outerBacks.size(), 1);
+
+    // Of two that lie in each other the inner one goes back, for as long as it can.
+    auto *const inner = new NavigationController;
+    inner->setBackInputEnabled(true);
+    PushSegue({}, mail.get(), inner).perform();
+    PushSegue({}, inner, screenWithField()).perform();
+    auto *const deeper = screenWithField();
+    PushSegue({}, inner, deeper).perform();
+    QTest::keyClick(field(deeper), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(inner->depth(), 1);
+    EXPECT_EQ(mail->depth(), 2);
+    QTest::keyClick(field(inner->topViewController()), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(mail->depth(), 1);
 }
 
 TEST(Navigation, a_thousand_pushes_and_replaces_leave_as_much_as_one)

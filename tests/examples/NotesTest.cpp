@@ -175,6 +175,23 @@ TEST_F(Notes, are_searched_and_deleted_when_the_user_confirms)
     press(Qt::Key_Return); // to the list
     press(Qt::Key_Down);
 
+    // What is searched for and what is selected are there again after each way back.
+    for (const int way : { 0, 1, 2 }) {
+        press(Qt::Key_Return);
+        auto *const editor = find<QPlainTextEdit>(u"editor"_s);
+        if (way == 0)
+            press(Qt::Key_Escape);
+        else if (way == 1)
+            press(Qt::Key_Left, Qt::AltModifier);
+        else
+            QTest::mouseClick(editor->viewport(), Qt::BackButton);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(find<QLineEdit>(u"searchField"_s)->text(), u"BUTTER"_s);
+        EXPECT_EQ(listed(), QStringList({ u"Milk"_s, u"Butter"_s }));
+        EXPECT_EQ(window->focusWidget(), find<QListWidget>(u"list"_s));
+        EXPECT_EQ(find<QListWidget>(u"list"_s)->currentItem()->text(), u"Butter"_s);
+    }
+
     answer(QMessageBox::No);
     press(Qt::Key_Delete);
     EXPECT_EQ(notebook.notes().size(), 3);

@@ -60,6 +60,14 @@ QByteArray CommandLine::value(const QCommandLineOption &option) const
     return QCommandLineParser::value(option).toLatin1();
 }
 
+QByteArrayList CommandLine::values(const QCommandLineOption &option) const
+{
+    QByteArrayList values;
+    for (const QString &value : QCommandLineParser::values(option))
+        values.append(value.toLatin1());
+    return values;
+}
+
 QByteArrayList CommandLine::operands() const
 {
     QByteArrayList files;

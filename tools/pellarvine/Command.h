@@ -50,6 +50,8 @@ public:
     void parse(const QByteArrayList &arguments);
 
     QByteArray value(const QCommandLineOption &option) const;
+    /// Of an option that may be given several times.
+    QByteArrayList values(const QCommandLineOption &option) const;
     QByteArrayList operands() const;
 
     /// The sub-command's name.

@@ -12,3 +12,6 @@ void runDigest(const QByteArrayList &arguments);
 // Those of the program for text.
 void runColor(const QByteArrayList &arguments);
 void runMarkup(const QByteArrayList &arguments);
+
+// That of the program for forms.
+void runCheck(const QByteArrayList &arguments);

@@ -21,15 +21,17 @@ struct Command
 {
     const char *name;
     const char *summary;
-    void (*run)(const QByteArrayList &arguments); // null: the program for text runs it
+    void (*run)(const QByteArrayList &arguments); // null: another program runs it
+    const char *program = nullptr; // that does
 };
 
 constexpr Command commands[] = {
     { "seal", "encrypt a file under a passphrase", &runSeal },
     { "open", "decrypt a sealed file", &runOpen },
     { "digest", "print checksums of files", &runDigest },
-    { "color", "show colors given in hexadecimal", nullptr },
-    { "markup", "turn markup into styled text", nullptr },
+    { "color", "show colors given in hexadecimal", nullptr, "pellarvine-text" },
+    { "markup", "turn markup into styled text", nullptr, "pellarvine-text" },
+    { "check", "check interface files and storyboards", nullptr, "pellarvine-check" },
 };
 
 void printHelp(std::FILE *stream)
@@ -43,16 +45,16 @@ void printHelp(std::FILE *stream)
                stream);
 }
 
-// Becomes the program for text, which loads what draws and lays out fonts. It is found from this
-// program's own place, so that the two may be moved together.
-[[noreturn]] void becomeTextProgram(char **arguments)
+// Becomes a program that loads what draws, lays out fonts or makes widgets. It is found from this
+// program's own place, so that they may be moved together.
+[[noreturn]] void become(const char *name, char **arguments)
 {
     std::error_code error;
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
     if (error)
         throwSystemError("/proc/self/exe", error.value());
     const std::filesystem::path program =
-            (self.parent_path() / PELLARVINE_TEXT_PROGRAM).lexically_normal();
+            (self.parent_path() / PELLARVINE_HELPERS / name).lexically_normal();
     execv(program.c_str(), arguments);
     throwSystemError(program.c_str(), errno);
 }
@@ -80,7 +82,7 @@ void run(int argc, char **argv)
                            "no command '" + QByteArray(argv[1]) + "'; see pellarvine --help");
     }
     if (!command->run)
-        becomeTextProgram(argv);
+        become(command->program, argv);
     QByteArrayList arguments;
     for (int index = 2; index < argc; ++index)
         arguments.append(argv[index]);

@@ -335,7 +335,8 @@ QVariant titles(const QVariant &stack)
 NavigationPage::NavigationPage(QWidget *parent)
     : Page(::tr("Navigation"),
            ::tr("A reader of letters whose screens are Qt Designer files, and whose ways are a "
-                "storyboard. Open a letter, go to the next, archive it: the stack follows."),
+                "storyboard. Open a letter, go to the next, go back, archive it: the stack "
+                "follows."),
            parent)
 {
     NS::registerClass<MailController>();
@@ -344,6 +345,7 @@ NavigationPage::NavigationPage(QWidget *parent)
     NS::registerClass<SettingsController>();
     const auto storyboard = NS::Storyboard::storyboardWithName(u"mail/Mail"_s);
     m_mail.reset(static_cast<MailController *>(storyboard->instantiateInitialController()));
+    m_mail->setBackInputEnabled(true);
 
     QFrame *const stack = makeCard(::tr("The stack, by a binding"));
     stack->layout()->addWidget(m_stack);

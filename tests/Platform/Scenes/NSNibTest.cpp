@@ -12,7 +12,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLayout>
+#include <QMenuBar>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
 #include <QTest>
 #include <QTranslator>
 #include <gmock/gmock.h>
@@ -308,6 +312,183 @@ TEST_F(Nib, what_a_file_names_and_nobody_has_is_an_error_with_its_place_object_a
             ::testing::StartsWith("Form.ui:3:3: field: Owner has no key \"x\""));
     EXPECT_EQ(errorOf([&] { form(entry(u"outlets"_s, u"owner.view"_s)).instantiate(); }).reason(),
               Error::unknownObject);
+}
+
+TEST_F(Nib, no_misspelling_is_left_out_in_silence)
+{
+    using Error = NS::NibError;
+    const QString value = u"<widget class=\"QSpinBox\" name=\"box\"><property name=\"%1\">%2"
+                          "</property></widget>"_s;
+    const QString page = u"<widget class=\"QTabWidget\" name=\"tabs\"><widget class=\"QWidget\" "
+                         "name=\"page\"><attribute name=\"%1\">%2</attribute></widget></widget>"_s;
+    const QString item = u"<widget class=\"QListWidget\" name=\"list\"><item><property "
+                         "name=\"%1\"%3>%2</property></item></widget>"_s;
+    const QString layout = u"<layout class=\"QFormLayout\"><property name=\"%1\"%3>%2</property>"
+                           "</layout>"_s;
+    const QString spacer = u"<layout class=\"QVBoxLayout\"><item><spacer name=\"gap\"><property "
+                           "name=\"%1\"%3>%2</property></spacer></item></layout>"_s;
+    const QString dynamic = u" stdset=\"0\""_s;
+    const QString entry = u"<string>owner.view</string>"_s;
+    const QString button = u"<widget class=\"QPushButton\" name=\"button\">%1</widget>"_s;
+    const QString laidOut = u"<layout class=\"QGridLayout\" %1><item %2><widget class=\"QLabel\" "
+                            "name=\"label\"/></item></layout>"_s;
+    const struct
+    {
+        QString inside;
+        Error::Reason reason;
+        const char *object;
+        const char *name;
+        const char *message;
+    } rows[] = {
+        { u"<addaction name=\"nosuch\"/>"_s, Error::unknownObject, "Form", "nosuch",
+          "no action or menu \"nosuch\"" },
+        { u"<widget class=\"QLabel\" name=\"label\"/><addaction name=\"label\"/>"_s,
+          Error::unknownObject, "Form", "label", "no action or menu" },
+        { u"<zorder>nosuch</zorder>"_s, Error::unknownObject, "Form", "nosuch", "no widget" },
+        { button.arg(u"<attribute name=\"buttonGroup\"><string>nosuch</string></attribute>"_s),
+          Error::unknownObject, "button", "nosuch", "no button group" },
+        { button.arg(u"<attribute name=\"buttonGruop\"><string>a</string></attribute>"_s),
+          Error::unknownProperty, "button", "buttonGruop", "no attribute \"buttonGruop\"" },
+        { page.arg(u"titel"_s, u"<string>a</string>"_s), Error::unknownProperty, "page", "titel",
+          "no attribute" },
+        { page.arg(u"title"_s, u"<number>1</number>"_s), Error::unknownProperty, "page", "title",
+          "cannot be \"1\"" },
+        { page.arg(u"icon"_s, u"<iconset>no.png</iconset>"_s), Error::unknownImage, "", "no.png",
+          "no picture" },
+        { item.arg(u"txet"_s, u"<string>a</string>"_s, QString()), Error::unknownProperty, "",
+          "txet", "an item has no property \"txet\"" },
+        { item.arg(u"checkState"_s, u"<enum>Qt::Chequed</enum>"_s, QString()),
+          Error::unknownProperty, "", "checkState", "Qt::Chequed" },
+        { item.arg(u"outlets"_s, entry, dynamic), Error::unknownObject, "", "outlets", "an item" },
+        { layout.arg(u"outlets"_s, entry, dynamic), Error::unknownObject, "", "outlets",
+          "QFormLayout has no object" },
+        { layout.arg(u"topMragin"_s, u"<number>1</number>"_s, QString()), Error::unknownProperty,
+          "", "topMragin", "QFormLayout has no property" },
+        { layout.arg(u"rowWrapPolicy"_s, u"<enum>QFormLayout::WrapNone</enum>"_s, QString()),
+          Error::unknownProperty, "", "rowWrapPolicy", "WrapNone" },
+        { spacer.arg(u"outlets"_s, entry, dynamic), Error::unknownObject, "gap", "outlets",
+          "a spacer" },
+        { spacer.arg(u"sizeTyp"_s, u"<enum>Fixed</enum>"_s, QString()), Error::unknownProperty,
+          "gap", "sizeTyp", "a spacer has no property" },
+        { spacer.arg(u"orientation"_s, u"<enum>Qt::Vertikal</enum>"_s, QString()),
+          Error::unknownProperty, "gap", "orientation", "Qt::Vertikal" },
+        { laidOut.arg(QString(), u"row=\"x\""_s), Error::unknownProperty, "", "row",
+          "no whole number" },
+        { laidOut.arg(QString(), u"row=\"0\" column=\"0\" alignment=\"Qt::AlignLeff\""_s),
+          Error::unknownProperty, "", "Qt::AlignLeff", "alignment" },
+        { laidOut.arg(u"columnstretch=\"0,x\""_s, u"row=\"0\" column=\"0\""_s),
+          Error::unknownProperty, "", "columnstretch", "\"x\"" },
+        { value.arg(u"maximum"_s, u"<number>abc</number>"_s), Error::unknownProperty, "box",
+          "maximum", "\"abc\" is no whole number" },
+        { value.arg(u"maximum"_s, u"<number>99999999999</number>"_s), Error::unknownProperty, "box",
+          "maximum", "out of range" },
+        { value.arg(u"enabled"_s, u"<bool>maybe</bool>"_s), Error::unknownProperty, "box",
+          "enabled", "\"maybe\" is neither true nor false" },
+        { value.arg(u"suffix"_s,
+                    u"<rect><x>0</x><y>0</y><width>1</width><height>1</height></rect>"_s),
+          Error::unknownProperty, "box", "suffix", "cannot be \"<rect>\"" },
+        { value.arg(u"geometry"_s, u"<rect><x>0</x><y>O</y></rect>"_s), Error::unknownProperty,
+          "box", "geometry", "\"O\" is no whole number" },
+        { value.arg(u"sizePolicy"_s, u"<sizepolicy hsizetype=\"Fxied\" vsizetype=\"Fixed\"/>"_s),
+          Error::unknownProperty, "box", "sizePolicy", "cannot be" },
+        { value.arg(u"cursor"_s, u"<cursorShape>Arow</cursorShape>"_s), Error::unknownProperty,
+          "box", "cursor", "Arow" },
+        { value.arg(u"maximum"_s, u"<enum>Qt::AlignLeft</enum>"_s), Error::unknownProperty, "box",
+          "maximum", "Qt::AlignLeft" },
+        { button.arg(property(u"constraints"_s, u"width = 4 @ 0"_s)), Error::malformed, "button",
+          "width = 4 @ 0", "not from 1 to 1000" },
+        { button.arg(property(u"constraints"_s, u"width = 4 @ 5000"_s)), Error::malformed, "button",
+          "width = 4 @ 5000", "not from 1 to 1000" },
+        { u"<layout class=\"QVBoxLayout\">stray</layout>"_s, Error::malformed, "", "",
+          "text between the elements" },
+        { u"<property name=\"enabled\">stray<bool>true</bool></property>"_s, Error::malformed, "",
+          "", "text between the elements" },
+    };
+    for (const auto &row : rows) {
+        const Error error = errorOf([&] { form(row.inside).instantiate(&owner); });
+        EXPECT_EQ(error.reason(), row.reason) << qPrintable(row.inside) << error.what();
+        EXPECT_EQ(error.object(), QString::fromUtf8(row.object)) << error.what();
+        EXPECT_EQ(error.name(), QString::fromUtf8(row.name)) << error.what();
+        EXPECT_THAT(error.what(), ::testing::HasSubstr(row.message)) << qPrintable(row.inside);
+        EXPECT_EQ(error.line(), 2) << error.what();
+    }
+    const Error second =
+            errorOf([&] { form({}, u"\n<widget class=\"QWidget\" name=\"other\"/>"_s); });
+    EXPECT_STREQ(second.what(), "Form.ui:3:1: other: there is a second outermost widget");
+}
+
+TEST_F(Nib, what_designer_writes_beside_properties_is_taken)
+{
+    const std::unique_ptr<QWidget> root(
+            form(u"<layout class=\"QGridLayout\" columnstretch=\"0,1\"><property "
+                 u"name=\"leftMargin\">"
+                 "<number>3</number></property><property name=\"sizeConstraint\"><enum>QLayout::"
+                 "SetMinimumSize</enum></property>"
+                 "<item row=\"0\" column=\"0\" colspan=\"2\" alignment=\"Qt::AlignRight|"
+                 "Qt::AlignTop\"><widget class=\"QTabWidget\" name=\"tabs\"><widget "
+                 "class=\"QWidget\" "
+                 "name=\"page\"><attribute "
+                 "name=\"title\"><string>First</string></attribute></widget>"
+                 "</widget></item><item row=\"1\" column=\"0\"><spacer name=\"gap\"><property "
+                 "name=\"orientation\"><enum>Qt::Orientation::Vertical</enum></property><property "
+                 "name=\"sizeHint\" stdset=\"0\"><size><width>20</width><height>4</height></size>"
+                 "</property></spacer></item><item row=\"2\" column=\"0\"><widget "
+                 "class=\"QTreeWidget\" name=\"tree\"><attribute name=\"headerVisible\"><bool>false"
+                 "</bool></attribute><column><property "
+                 "name=\"text\"><string>Name</string></property>"
+                 "</column><item><property name=\"text\"><string>a</string></property><property "
+                 "name=\"flags\"><set>ItemIsEnabled|ItemIsUserCheckable</set></property><item>"
+                 "<property "
+                 "name=\"text\"><string>b</string></property></item></item></widget></item>"
+                 "<item row=\"2\" column=\"1\"><widget class=\"QRadioButton\" name=\"radio\">"
+                 "<attribute "
+                 "name=\"buttonGroup\"><string>group</string></attribute></widget></item>"
+                 "</layout><action name=\"go\"/><addaction name=\"separator\"/><addaction "
+                 "name=\"go\"/><zorder>tabs</zorder>"_s,
+                 u"<buttongroups><buttongroup name=\"group\"/></buttongroups>"_s)
+                    .instantiate(&owner));
+    EXPECT_EQ(root->findChild<QTabWidget *>()->tabText(0), u"First"_s);
+    EXPECT_EQ(root->actions().size(), 2);
+    EXPECT_TRUE(root->findChild<QRadioButton *>()->group());
+}
+
+TEST_F(Nib, a_menu_bar_becomes_that_of_the_window_and_other_bars_need_a_place)
+{
+    const auto window = [](const QString &inside, const QString &className = u"NS::Window"_s) {
+        return NS::Nib(
+                u"<ui version=\"4.0\"><widget class=\"%1\" name=\"Form\">\n%2</widget></ui>"_s
+                        .arg(className, inside)
+                        .toUtf8(),
+                u"Form.ui"_s);
+    };
+    const QString menuBar =
+            u"<widget class=\"QMenuBar\" name=\"bar\"><widget class=\"QMenu\" "
+            "name=\"menu\"><property name=\"title\"><string>File</string></property>"
+            "</widget><addaction name=\"menu\"/></widget>"_s;
+    for (const QString &layout :
+         { QString(), u"<layout class=\"QVBoxLayout\" name=\"column\"/>"_s }) {
+        const std::unique_ptr<QWidget> root(window(layout + menuBar).instantiate());
+        root->resize(300, 200);
+        root->show();
+        QCoreApplication::processEvents();
+        const auto *const bar = root->findChild<QMenuBar *>();
+        EXPECT_EQ(root->layout()->menuBar(), bar);
+        EXPECT_EQ(bar->geometry().topLeft(), root->contentsRect().topLeft()); // below the title bar
+        EXPECT_GT(root->contentsRect().top(), 0);
+        EXPECT_EQ(bar->width(), root->contentsRect().width());
+    }
+    for (const QString &name : { u"QToolBar"_s, u"QStatusBar"_s, u"QDockWidget"_s }) {
+        const QString bar = u"<widget class=\"%1\" name=\"bar\"/>"_s.arg(name);
+        const NS::NibError error = errorOf([&] { window(bar).instantiate(); });
+        EXPECT_EQ(error.what(),
+                  "Form.ui:2:1: bar: a " + name.toStdString()
+                          + " has no place in a NS::Window: put it into a layout, or use a "
+                            "QMainWindow");
+        const std::unique_ptr<QWidget> laidOut(
+                window(u"<layout class=\"QVBoxLayout\"><item>%1</item></layout>"_s.arg(bar))
+                        .instantiate());
+        const std::unique_ptr<QWidget> main(window(bar, u"QMainWindow"_s).instantiate());
+    }
 }
 
 TEST_F(Nib, what_the_files_own_sections_name_is_checked_too)

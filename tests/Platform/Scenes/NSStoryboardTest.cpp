@@ -41,6 +41,13 @@ public:
     ~Form() override { --count; }
 
     void viewDidLoad() override { hadField = field; }
+    bool shouldPerformSegue(const QString &, QObject *) override
+    {
+        ++timesAsked;
+        if (endsWhenAsked)
+            delete this;
+        return true;
+    }
     void prepareForSegue(NS::StoryboardSegue *segue, QObject *) override
     {
         prepared.append(segue->identifier());
@@ -49,7 +56,9 @@ public:
     inline static int count = 0;
     QLineEdit *field = nullptr;
     bool hadField = false;
+    bool endsWhenAsked = false;
     QStringList prepared;
+    inline static int timesAsked = 0;
 
 Q_SIGNALS:
     void fieldChanged();
@@ -118,7 +127,9 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
     const Row rows[] = {
         { "<scene", ":3:2: ", false },
         { "\xff", ":1:1: It is not text in UTF-8.", false },
-        { " text", ":1:13: there is text between the elements", false },
+        { " text", ":2:2: there is text between the elements", false },
+        { "<scene identifier='a' class='Form'/>\r\n\r\n  text",
+          ":4:3: there is text between the elements", false },
         { "  <scenery/>", ":2:3: <scenery> does not belong in <storyboard>", false },
         { "<scene identifier='a' class='Form'><segue/></scene>",
           ":2:36: <segue> does not belong in <scene>", false },
@@ -191,6 +202,34 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
     EXPECT_THROW(NS::Storyboard::storyboardWithName(u"Absent"_s), NS::StoryboardError);
 }
 
+TEST_F(NSStoryboard, a_file_that_would_grow_as_it_is_read_or_shown_is_refused)
+{
+    const auto read = [&](const QByteArray &contents) {
+        return problem([&] {
+            NS::Storyboard::storyboardWithContentsOfFile(write(u"Test.storyboard"_s, contents));
+        });
+    };
+    const QByteArray long_(4000, 'a');
+    EXPECT_THAT(read("\n <!DOCTYPE storyboard [<!ENTITY e '" + long_ + "'>]>\n<storyboard>"
+                     + QByteArray("&e;").repeated(1000) + "</storyboard>"),
+                StartsWith(":2:2: a document type declaration with contents is not allowed"));
+    EXPECT_THAT(read("<!DOCTYPE storyboard [<!ENTITY e SYSTEM 'file:///etc/hostname'>]>"
+                     "<storyboard/>"),
+                StartsWith(":1:1: a document type declaration with contents"));
+    EXPECT_EQ(read("<!DOCTYPE storyboard SYSTEM 'storyboard.dtd'><storyboard/>"), "");
+
+    QByteArray scenes;
+    for (int i = 0; i < 26; ++i) {
+        const QByteArray name = 's' + QByteArray::number(i);
+        scenes += "<scene identifier='" + name + "' class='Form' interface='Form.ui'/>\n";
+        for (int twice = 0; i > 0 && twice < 2; ++twice)
+            scenes += "<embed source='s" + QByteArray::number(i - 1) + "' destination='" + name
+                      + "' container='box'/>";
+    }
+    EXPECT_THAT(problem([&] { NS::Storyboard::storyboardWithContentsOfFile(storyboard(scenes)); }),
+                HasSubstr("more than 1000 scenes lie within the scene \"s"));
+}
+
 TEST_F(NSStoryboard, outlets_triggers_and_containers_are_checked_when_the_view_is_loaded)
 {
     const QByteArray segue = "<segue class='StoryboardSegue' source='a' destination='a' ";
@@ -258,6 +297,44 @@ TEST_F(NSStoryboard, outlets_and_embedded_scenes_are_there_when_the_view_has_bee
     EXPECT_EQ(controller->prepared, QStringList(u"inner"_s));
     ASSERT_EQ(controller->childViewControllers().size(), 1);
     EXPECT_EQ(controller->childViewControllers()[0]->view()->parentWidget(), box);
+}
+
+TEST_F(NSStoryboard, a_trigger_ends_with_its_controller_and_with_its_controllers_view)
+{
+    const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(
+            storyboard("<scene identifier='a' class='Form' interface='Form.ui'>"
+                       "<outlet property='field' object='field'/></scene>"
+                       "<segue class='StoryboardSegue' source='a' destination='a' object='field' "
+                       "signal='returnPressed'/>",
+                       " initialScene='a'"));
+    const auto make = [&] {
+        return static_cast<Form *>(loaded->instantiateInitialController());
+    };
+    QWidget keeper;
+    const std::unique_ptr<Form> other(make());
+    other->view()->setParent(&keeper);
+    Form::timesAsked = 0;
+    Q_EMIT other->field->returnPressed();
+    EXPECT_EQ(Form::timesAsked, 1);
+    other->setView(new QWidget);
+    Q_EMIT other->field->returnPressed();
+
+    auto *const ended = make();
+    QLineEdit *field = (static_cast<void>(ended->view()), ended->field);
+    ended->view()->setParent(&keeper);
+    ended->setView(nullptr); // so that the view outlives its controller
+    delete ended;
+    Q_EMIT field->returnPressed();
+    EXPECT_EQ(Form::timesAsked, 1);
+
+    auto *const ending = make();
+    field = (static_cast<void>(ending->view()), ending->field);
+    ending->endsWhenAsked = true;
+    ending->view()->setParent(&keeper);
+    // The view ends with the controller, which is deleted in the midst of its own signal.
+    QMetaObject::invokeMethod(field, &QLineEdit::returnPressed, Qt::DirectConnection);
+    EXPECT_EQ(Form::timesAsked, 2);
+    EXPECT_EQ(Form::count, 2); // the first, and what its own click has made
 }
 
 TEST_F(NSStoryboard, an_unknown_identifier_is_thrown_with_those_that_are_known)

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # fish completion for pellarvine
-set -l commands seal open digest color markup
+set -l commands seal open digest color markup check
 
 complete -c pellarvine -n "not __fish_seen_subcommand_from $commands" -f
 complete -c pellarvine -n __fish_use_subcommand -a seal -d 'Encrypt a file under a passphrase'
@@ -8,6 +8,7 @@ complete -c pellarvine -n __fish_use_subcommand -a open -d 'Decrypt a sealed fil
 complete -c pellarvine -n __fish_use_subcommand -a digest -d 'Print checksums of files'
 complete -c pellarvine -n __fish_use_subcommand -a color -d 'Show colors given in hexadecimal'
 complete -c pellarvine -n __fish_use_subcommand -a markup -d 'Turn markup into styled text'
+complete -c pellarvine -n __fish_use_subcommand -a check -d 'Check interface files and storyboards'
 complete -c pellarvine -s h -l help -d 'Show help'
 complete -c pellarvine -n __fish_use_subcommand -s v -l version -d 'Show the version'
 
@@ -27,4 +28,6 @@ complete -c pellarvine -n '__fish_seen_subcommand_from digest' -s a -l algorithm
 complete -c pellarvine -n '__fish_seen_subcommand_from markup' -l lines -d 'Each line is a text of its own'
 complete -c pellarvine -n '__fish_seen_subcommand_from markup' -l html -d 'Print HTML'
 complete -c pellarvine -n '__fish_seen_subcommand_from markup' -l ansi -d 'Print for a terminal'
+complete -c pellarvine -n '__fish_seen_subcommand_from check' -l plugin -rF \
+    -d 'Load a library that registers classes'
 complete -c pellarvine -n '__fish_seen_subcommand_from color' -f

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "Pellarvine/UnwindSegue.h"
+
+#include "Pellarvine/NavigationController.h"
+#include "Pellarvine/NavigationPlacement.h"
+
+#include <QPointer>
+#include <QString>
+
+#include <algorithm>
+
+namespace Pellarvine {
+
+namespace {
+
+[[maybe_unused]] const bool isRegistered =
+        (NS::StoryboardSegue::registerClass<UnwindSegue>(), true);
+
+// The nearest around the controller, or that itself; null at the end.
+NavigationController *navigationAround(NS::ViewController *controller)
+{
+    while (controller && !qobject_cast<NavigationController *>(controller))
+        controller = controller->parentViewController();
+    return static_cast<NavigationController *>(controller);
+}
+
+// What lies above the controller, the uppermost first; empty if it is not in there.
+QList<QPointer<NS::ViewController>> above(NS::ViewController *controller,
+                                          const NavigationController *navigation)
+{
+    QList<QPointer<NS::ViewController>> found;
+    for (const QList<NS::ViewController *> &all :
+         { detail::screens(navigation), navigation->navigationStack() }) {
+        for (qsizetype i = all.size() - 1;
+             i > all.lastIndexOf(controller) && all.contains(controller); --i) {
+            if (!found.contains(all[i]))
+                found.append(all[i]);
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+UnwindSegue::~UnwindSegue() = default;
+
+void UnwindSegue::perform()
+{
+    const QPointer<NS::ViewController> destination =
+            qobject_cast<NS::ViewController *>(destinationController());
+    QPointer<NavigationController> navigation = findNavigationController();
+    QList<QPointer<NS::ViewController>> leaving;
+    while (destination && navigation && leaving.isEmpty()) {
+        leaving = above(destination, navigation);
+        if (leaving.isEmpty())
+            navigation = navigationAround(navigation->parentViewController());
+    }
+    for (const QPointer<NS::ViewController> &controller : std::as_const(leaving)) {
+        if (controller && !controller->canUnwind(this))
+            return;
+    }
+    if (leaving.isEmpty() || !destination || !navigation)
+        return;
+    destination->prepareForUnwind(this);
+    const QList<QPointer<NS::ViewController>> removed = detail::takeAway(leaving);
+    if (navigation) {
+        QList<NS::ViewController *> stack = navigation->navigationStack();
+        stack.removeIf([&](NS::ViewController *controller) {
+            return leaving.contains(controller) && controller != destination;
+        });
+        navigation->setNavigationStack(stack);
+    }
+    detail::deleteUnowned(removed);
+}
+
+QObject *UnwindSegue::existingDestination(NS::ViewController *source, const QString &scene)
+{
+    const NS::ViewController *inside = source;
+    for (NavigationController *navigation = navigationAround(source); navigation;
+         navigation = navigationAround(navigation->parentViewController())) {
+        const QList<NS::ViewController *> all = detail::screens(navigation);
+        // The screen that the source is or lies in.
+        while (inside != navigation && inside->parentViewController()
+               && inside->parentViewController() != navigation)
+            inside = inside->parentViewController();
+        auto place = std::find(all.crbegin(), all.crend(), inside);
+        place = place == all.crend() ? all.crbegin() : place + 1;
+        const auto found = std::find_if(place, all.crend(), [&](const NS::ViewController *one) {
+            return one->storyboard() == source->storyboard() && one->sceneIdentifier() == scene;
+        });
+        if (found != all.crend())
+            return *found;
+        inside = navigation;
+    }
+    return nullptr;
+}
+
+} // namespace Pellarvine

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include "Program.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using ::testing::HasSubstr;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class CheckCommand : public ::testing::Test
+{
+protected:
+    // Copies the forms into a folder, with `before` in one of them replaced.
+    void change(const QString &name, const QByteArray &before, const QByteArray &after)
+    {
+        for (const QString &each : { u"Form.ui"_s, u"Form.storyboard"_s }) {
+            QFile original(u"" CHECKED_FORMS "/"_s + each);
+            ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+            QByteArray contents = original.readAll();
+            if (each == name) {
+                ASSERT_TRUE(contents.contains(before)) << before.constData();
+                contents.replace(before, after);
+            }
+            QFile copy(path(each));
+            ASSERT_TRUE(copy.open(QIODevice::WriteOnly));
+            copy.write(contents);
+        }
+    }
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+    Outcome run(const QString &name, bool hasPlugin = true) const
+    {
+        QStringList arguments { u"check"_s, path(name) };
+        if (hasPlugin)
+            arguments << u"--plugin"_s << u"" CHECK_PLUGIN ""_s;
+        return runProgram(u"pellarvine"_s, arguments);
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+} // namespace
+
+TEST_F(CheckCommand, says_where_each_mistake_is)
+{
+    const struct
+    {
+        QString file; // that is changed
+        QByteArray before;
+        QByteArray after;
+        QString checked;
+        QByteArray problem; // after the folder; empty if there is none
+    } rows[] = {
+        { u"Form.ui"_s, "form", "form", u"Form.ui"_s, "" },
+        { u"Form.ui"_s, "form", "form", u"Form.storyboard"_s, "" },
+        { u"Form.ui"_s, "\"number\"", "\"numbr\"", u"Form.ui"_s,
+          "/Form.ui:14:40: error: badge: Badge has no property \"numbr\"" },
+        { u"Form.ui"_s, "returnPressed", "returnPresed", u"Form.ui"_s,
+          "/Form.ui:10:50: error: nameField: QLineEdit has no signal \"returnPresed\"" },
+        // Only a storyboard says of which class the owner is.
+        { u"Form.ui"_s, "owner.name", "owner.nmae", u"Form.ui"_s, "" },
+        { u"Form.ui"_s, "owner.name", "owner.nmae", u"Form.storyboard"_s,
+          "/Form.ui:9:51: error: nameField: FormController has no key \"nmae\"" },
+        { u"Form.ui"_s, "owner.save", "owner.sav", u"Form.storyboard"_s,
+          "/Form.ui:10:50: error: nameField: FormController has no slot \"sav\"" },
+        { u"Form.ui"_s, "owner.field", "owner.name", u"Form.storyboard"_s,
+          "/Form.ui:8:50: error: nameField: the property \"name\" of FormController cannot take a "
+          "QLineEdit" },
+        { u"Form.storyboard"_s, "object=\"nameField\"/>", "object=\"nameFeld\"/>",
+          u"Form.storyboard"_s,
+          "/Form.storyboard:4:5: error: the scene has no object \"nameFeld\"" },
+        { u"Form.storyboard"_s, "property=\"field\"", "property=\"feld\"", u"Form.storyboard"_s,
+          "/Form.storyboard:4:5: error: FormController has no property \"feld\"" },
+        { u"Form.storyboard"_s, "returnPressed", "clicked", u"Form.storyboard"_s,
+          "/Form.storyboard:6:3: error: QLineEdit has no signal \"clicked\"" },
+        { u"Form.storyboard"_s, "destination=\"form\"", "destination=\"from\"",
+          u"Form.storyboard"_s, "/Form.storyboard:6:3: error: there is no scene \"from\" (form)" },
+    };
+    for (const auto &row : rows) {
+        change(row.file, row.before, row.after);
+        const Outcome result = run(row.checked);
+        EXPECT_EQ(result.status, row.problem.isEmpty() ? 0 : 3) << row.after.constData();
+        EXPECT_THAT(result.errors.toStdString(), HasSubstr(row.problem.toStdString()));
+        EXPECT_EQ(result.errors.count('\n'), row.problem.isEmpty() ? 0 : 2)
+                << result.errors.constData();
+    }
+}
+
+TEST_F(CheckCommand, knows_the_classes_of_plugins_alone)
+{
+    change(u"Form.ui"_s, "form", "form");
+    const Outcome result = run(u"Form.ui"_s, false);
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.errors.toStdString(),
+                HasSubstr("Form.ui:14:5: error: badge: there is no class \"Badge\""));
+    EXPECT_EQ(runProgram(u"pellarvine"_s, { u"check"_s }).status, 2);
+    EXPECT_EQ(run(u"Absent.ui"_s).status, 3);
+    EXPECT_EQ(runProgram(u"pellarvine"_s,
+                         { u"check"_s, u"--plugin"_s, u"/absent.so"_s, path(u"Form.ui"_s) })
+                      .status,
+              6);
+}
