@@ -5,12 +5,19 @@
 #include "KeyValue/KeyValueEquality.h"
 #include "KeyValue/KeyValuePath.h"
 
+#include <QMetaProperty>
 #include <QObject>
+#include <QPointer>
+#include <QProperty>
+#include <QScopeGuard>
 
+#include <exception>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace Pellarvine::detail {
 
@@ -75,12 +82,38 @@ Q_NEVER_INLINE void passOfAnyType(const PlainProperty &source, const PlainProper
         target.write(value.data());
 }
 
-std::string name(const WatchedPath &path)
+#ifndef QT_NO_DEBUG
+// Warns if what it watches ends a QProperty's own binding. Programs rarely mean that.
+class PropertyBindingWatch
 {
-    const QObject *const object = path.root();
-    const std::string className = object ? object->metaObject()->className() : "nullptr";
-    return className + '.' + path.keyPath().toStdString();
-}
+public:
+    explicit PropertyBindingWatch(const WatchedPath *path)
+    {
+        const PlainProperty target = path ? path->plainTarget() : PlainProperty();
+        if (!target.object)
+            return;
+        const QMetaProperty property = target.object->metaObject()->property(target.index);
+        if (!property.isBindable() || !property.bindable(target.object).hasBinding())
+            return;
+        m_object = target.object;
+        m_property = property;
+        m_name = path->name();
+    }
+    PropertyBindingWatch(const PropertyBindingWatch &) = delete;
+    PropertyBindingWatch &operator=(const PropertyBindingWatch &) = delete;
+    ~PropertyBindingWatch()
+    {
+        if (m_object && !m_property.bindable(m_object).hasBinding())
+            printWarning("Warning: a binding has written " + m_name
+                         + ", which ended the QProperty binding of that property");
+    }
+
+private:
+    QPointer<QObject> m_object;
+    QMetaProperty m_property;
+    std::string m_name;
+};
+#endif
 
 // What a value can be asked to be equal to: anything but a type without an ==.
 bool canBeCompared(const QVariant &value)
@@ -88,10 +121,23 @@ bool canBeCompared(const QVariant &value)
     return value.metaType().isEqualityComparable() || object(value);
 }
 
+Direction opposite(Direction direction)
+{
+    return direction == Direction::forward ? Direction::reverse : Direction::forward;
+}
+
 } // namespace
 
 struct BindingPrivate
 {
+    // What may keep a pass from being made.
+    enum Obstacle : quint8 {
+        none = 0,
+        stopped = 1,
+        givesToFirst = 2,
+        givesToSecond = 4,
+    };
+
     struct Replacements
     {
         std::optional<NS::ObjectReference> objects[2];
@@ -107,9 +153,11 @@ struct BindingPrivate
     bool transformsForward = false;
     bool transformsReverse = false;
     bool hasOneKeyPath = false;
-    bool isStopped = false;
+    quint8 obstacles = none;
     bool isGone = false; // the binding is destroyed, but a pass still runs
     bool hasWarned = false;
+    // What is being written to each side, while that side holds it as another type or cannot hold it.
+    const QVariant *given[2] = {};
 
     Registration *path(int side) const { return side == 0 ? firstPath : firstPath->next(); }
 
@@ -162,22 +210,49 @@ struct BindingPrivate
     }
 
     // Whether another pass may start.
-    bool mayPass()
+    bool mayPass(Direction direction)
     {
-        if (Q_LIKELY(depth < BindingBase::deepestExchange))
-            return !isStopped;
-        stop();
-        return false;
+        return Q_LIKELY(depth < BindingBase::deepestExchange && obstacles == none)
+               || mayPassInDoubt(direction);
+    }
+
+    Q_NEVER_INLINE bool mayPassInDoubt(Direction direction)
+    {
+        if (depth == BindingBase::deepestExchange)
+            stop();
+        return !(obstacles & stopped) && !reportsWhatItWasGiven(direction);
+    }
+
+    // Whether the source tells of nothing but what this binding is writing to it: the emptiness of a
+    // type that cannot hold null, or the value as its own type. Carried back, that would put "" or
+    // "5" where null or 5 is.
+    bool reportsWhatItWasGiven(Direction direction)
+    {
+        const int side = direction == Direction::forward ? 0 : 1;
+        WatchedPath *const source = given[side] ? target(opposite(direction)) : nullptr;
+        if (!source)
+            return false;
+        const QVariant held = source->value();
+        if (!given[side]->isValid())
+            return held.isValid();
+        QVariant converted = *given[side];
+        return !transforms(direction) && converted.convert(held.metaType())
+               && NS::isEqual(converted, held);
     }
 
     // The functions that are kept out of line are what a change does not need as a rule.
     Q_NEVER_INLINE void stop()
     {
-        if (std::exchange(isStopped, true))
+        if (obstacles & stopped)
             return;
-        printWarning("Warning: the binding of " + name(*path(0)) + " and " + name(*path(1))
-                     + " does not settle; stopped after "
+        obstacles |= stopped;
+        printWarning("Warning: " + name() + " does not settle; stopped after "
                      + std::to_string(BindingBase::deepestExchange) + " exchanges");
+    }
+
+    std::string name() const
+    {
+        return "the binding of " + path(0)->name() + " and " + path(1)->name();
     }
 
     bool transforms(Direction direction) const
@@ -190,6 +265,7 @@ struct BindingPrivate
         if (!replacements)
             replacements = std::make_unique<Replacements>();
         replacements->objects[side] = std::move(object);
+        path(side)->releaseRoot();
         replacements->paths[side].reset();
     }
 
@@ -245,13 +321,28 @@ struct BindingPrivate
                 return;
         } else if (!canBeCompared(current)) {
             if (!std::exchange(hasWarned, true))
-                printWarning("Warning: " + name(*path) + " is not written: its type "
+                printWarning("Warning: " + path->name() + " is not written: its type "
                              + current.typeName() + " has no operator ==");
             return;
         } else if (NS::isEqual(current, value)) {
             return;
         }
+        if (value.metaType() == current.metaType()) {
+            path->setValue(value);
+            return;
+        }
+        const int side = direction == Direction::forward ? 1 : 0;
+        const auto leave =
+                qScopeGuard([this, side, outer = given[side]] { setGiven(side, outer); });
+        setGiven(side, &value);
         path->setValue(value);
+    }
+
+    void setGiven(int side, const QVariant *value)
+    {
+        const quint8 obstacle = side == 0 ? givesToFirst : givesToSecond;
+        given[side] = value;
+        obstacles = value ? obstacles | obstacle : obstacles & ~obstacle;
     }
 };
 
@@ -272,7 +363,7 @@ public:
     {
         if (--d->depth > 0)
             return;
-        d->isStopped = false;
+        d->obstacles &= ~BindingPrivate::stopped;
         if (d->isGone)
             delete d;
     }
@@ -280,6 +371,19 @@ public:
 private:
     BindingPrivate *d;
 };
+
+// Most who meet this exception wanted one direction only.
+void observeEditedSide(Registration *path)
+{
+    try {
+        path->observe();
+    } catch (const NS::KeyValueException &error) {
+        if (error.reason() != NS::KeyValueException::notObservable)
+            throw;
+        throw NS::KeyValueException(error.reason(), error.className(), error.keyPath(), error.key(),
+                                    u"to bind one way, pass twoWayBinding = false"_s);
+    }
+}
 
 } // namespace
 
@@ -341,9 +445,13 @@ BindingBase::BindingBase(NS::ObjectReference object, const QString &with, NS::Ob
     Registration *const secondPath = Registration::addTarget(std::move(to), this, toWith);
     d->firstPath = Registration::add(std::move(object), this, with,
                                      NS::KeyValueObservingOptions::newValue);
-    BindingBase::pathChanged(*d->firstPath);
+    try {
+        BindingBase::pathChanged(*d->firstPath);
+    } catch (const ObserverFailure &failure) {
+        std::rethrow_exception(failure.cause);
+    }
     if (twoWayBinding)
-        secondPath->observe();
+        observeEditedSide(secondPath);
     static_cast<void>(owned.release());
 }
 
@@ -403,11 +511,23 @@ void BindingBase::pathChanged(Registration &path)
             return;
         direction = *found;
     }
-    if (!d->mayPass())
+    if (!d->mayPass(direction))
         return;
-    const Pass pass(d);
-    if (!d->passPlain(path, direction))
-        d->passBoxed(direction, path);
+    BindingPrivate *const passing = d; // the binding may end in the pass
+    const Pass pass(passing);
+    try {
+#ifndef QT_NO_DEBUG
+        const PropertyBindingWatch watch(passing->target(direction));
+#endif
+        if (!passing->passPlain(path, direction))
+            passing->passBoxed(direction, path);
+    } catch (const NS::KeyValueException &) {
+        throw; // names its class and key path already
+    } catch (...) {
+        throw ObserverFailure { std::current_exception(), passing->isGone
+                                                                  ? "a binding that has ended since"
+                                                                  : passing->name() };
+    }
 }
 
 void BindingBase::observeValue(const QString &keyPath, QObject *object,
@@ -418,7 +538,7 @@ void BindingBase::observeValue(const QString &keyPath, QObject *object,
         return;
     if (!change)
         fatalError("Error: a binding was notified without a change");
-    if (!d->mayPass())
+    if (!d->mayPass(*direction))
         return;
     const Pass pass(d);
     d->passBoxed(*direction, change->newValue);

@@ -103,3 +103,12 @@ private:
 };
 
 } // namespace Pellarvine::detail
+
+namespace Pellarvine {
+
+/// What `Binding` and `TransformableBinding` both are, so that one container can hold them:
+///
+///     std::vector<std::unique_ptr<Pellarvine::AnyBinding>> m_bindings;
+using AnyBinding = detail::BindingBase;
+
+} // namespace Pellarvine

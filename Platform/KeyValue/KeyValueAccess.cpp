@@ -5,6 +5,7 @@
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/KeyValueEquality.h"
 #include "KeyValue/PlainProperty.h"
+#include "KeyValue/WidgetAccess.h"
 
 #include <QMetaMethod>
 #include <QMetaProperty>
@@ -50,6 +51,28 @@ bool isPlain(QMetaType type)
            && !isPointer(type) && !holdsObject(type) && type.isEqualityComparable()
            && type.sizeOf() <= longestPlain
            && type.alignOf() <= qsizetype(alignof(std::max_align_t));
+}
+
+// A class that declares a `visible` of its own is taken at its word.
+bool isExplicitState(const QObject *object, const QMetaProperty &property)
+{
+    const QByteArrayView name = property.name();
+    return object->isWidgetType() && (name == "visible" || name == "enabled")
+           && qstrcmp(property.enclosingMetaObject()->className(), "QWidget") == 0;
+}
+
+QVariant explicitState(const QObject *widget, const Access &access, const QString &key)
+{
+    const bool isEnabled = key == "enabled"_L1;
+    if (const WidgetAccess *const installed = widgetAccess())
+        return isEnabled ? installed->enabled(widget) : installed->visible(widget);
+    // Without the widgets library it is known of some widgets only.
+    if (widget->metaObject()->property(access.index).read(widget).toBool())
+        return true;
+    const QObject *const parent = widget->parent();
+    if (isEnabled && (!parent || parent->property("enabled").toBool()))
+        return false;
+    return {};
 }
 
 bool isFloating(QMetaType type)
@@ -212,9 +235,12 @@ bool replaceInside(QVariant &container, const Keys &keys, qsizetype index, const
 
 } // namespace
 
-Keys keys(const KeyPath &path)
+Keys keys(const QObject *root, const KeyPath &path)
 {
-    return path.split(u'.');
+    Keys keys = path.split(u'.');
+    if (keys.contains(QString()))
+        fail(NS::KeyValueException::undefinedKey, className(root), {}, path);
+    return keys;
 }
 
 Access findProperty(QObject *object, const QString &key, const KeyPath &path)
@@ -236,7 +262,9 @@ Access findProperty(QObject *object, const QString &key, const KeyPath &path)
     access.type = property.metaType();
     access.isWritable = property.isWritable();
     // A D-Bus interface answers in a variant of its own.
-    access.isPlain = isPlain(access.type) && !object->inherits("QDBusAbstractInterface");
+    access.isExplicitState = isExplicitState(object, property);
+    access.isPlain = isPlain(access.type) && !access.isExplicitState
+                     && !object->inherits("QDBusAbstractInterface");
     return access;
 }
 
@@ -244,6 +272,8 @@ QVariant readProperty(QObject *object, const Access &access, const QString &key)
 {
     if (access.index < 0)
         return object->property(key.toUtf8().constData());
+    if (access.isExplicitState)
+        return explicitState(object, access, key);
     if (!access.isPlain)
         return object->metaObject()->property(access.index).read(object);
     QVariant value(access.type);

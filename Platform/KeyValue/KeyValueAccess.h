@@ -19,8 +19,8 @@ namespace Pellarvine::detail {
 using KeyPath = QString;
 using Keys = QStringList;
 
-/// The keys of a path; an empty path is one empty key, which nothing has.
-Keys keys(const KeyPath &path);
+/// The keys of a path from `root`. Throws if one of them is empty.
+Keys keys(const QObject *root, const KeyPath &path);
 
 /// In bytes. The alignment is at most std::max_align_t's.
 inline constexpr qsizetype longestPlain = 64;
@@ -34,6 +34,9 @@ struct Access
     /// or null, has an ==, and is no longer than longestPlain.
     bool isPlain = false;
     bool isWritable = true;
+    /// A widget's own `visible` or `enabled`: read as they were set, where Qt's getters tell what
+    /// the ancestors make of them. No value where that is unknown.
+    bool isExplicitState = false;
 };
 
 /// The key's access. Throws if the object has no such key or cannot read it.

@@ -381,7 +381,7 @@ TEST_F(Nib, after_an_error_no_object_is_left_and_no_outlet_set)
     const QString field = u"<widget class=\"QLineEdit\" name=\"field\">%1</widget>"_s;
     QWidget parent;
     EXPECT_THROW(
-            form(field.arg(outlets + property(u"bindings"_s, u"maxLength = owner.person.name"_s)))
+            form(field.arg(outlets + property(u"bindings"_s, u"maxLength = owner.person.surname"_s)))
                     .instantiate(&owner, &parent),
             NS::NibError);
     EXPECT_TRUE(parent.children().isEmpty());
