@@ -4,8 +4,10 @@
 #include "KeyValue/KeyValueAccess.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/KeyValueEquality.h"
+#include "KeyValue/NSKeyValueBinding.h"
 
 #include <QCoreApplication>
+#include <QMetaProperty>
 
 #include <algorithm>
 #include <cmath>
@@ -39,6 +41,22 @@ bool isWritable(QObject *root, const QString &keyPath)
         holder = *held;
     }
     return findProperty(holder, keyPath.sliced(dot + 1), keyPath).isWritable;
+}
+
+QString boundProperty(const QObject *object, const QString &binding)
+{
+    const QMetaObject *const metaObject = object->metaObject();
+    if (binding != NS::NSValueBinding || metaObject->indexOfProperty("value") >= 0
+        || object->property("value").isValid())
+        return binding;
+    const QMetaProperty user = metaObject->userProperty();
+    return user.isValid() ? QString::fromUtf8(user.name()) : binding;
+}
+
+QVariant remembered(const QVariant &value)
+{
+    const auto held = object(value);
+    return held ? QVariant::fromValue(quintptr(*held)) : value;
 }
 
 bool holdsAlready(const QVariant &current, const QVariant &value)

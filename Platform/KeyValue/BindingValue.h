@@ -23,6 +23,14 @@ WayToValue wayToValue(QObject *root, const QString &keyPath);
 /// since the way to it leads through null.
 bool isWritable(QObject *root, const QString &keyPath);
 
+/// The property that a binding of this name is of: "value", in a class without one, is the USER
+/// property.
+QString boundProperty(const QObject *object, const QString &binding);
+
+/// What can be kept to compare it with later: an object's address in place of a pointer to it, since
+/// the object may be gone by then.
+QVariant remembered(const QVariant &value);
+
 /// Whether `current` is `value`, also as another type that loses nothing of it.
 bool holdsAlready(const QVariant &current, const QVariant &value);
 

@@ -88,8 +88,13 @@ void ControlBindings::show(const ControlBinding *binding, const std::function<vo
         const auto leave = qScopeGuard([&showing] { --*showing; });
         write();
     }
-    if (!guard || *showing > 0)
+    if (!guard || *showing > 0 || m_isRefreshing)
         return;
+    m_isRefreshing = true;
+    const auto leave = qScopeGuard([&guard] {
+        if (guard)
+            guard->m_isRefreshing = false;
+    });
     const auto others = m_byName;
     for (const auto &[name, other] : others) {
         if (other.get() != binding)

@@ -43,7 +43,7 @@ public:
 };
 
 /// A child of the control.
-class ControlBindings : public QObject
+class PELLARVINE_PRIVATE_EXPORT ControlBindings : public QObject
 {
 public:
     /// Null if the control has no bindings.
@@ -78,6 +78,7 @@ private:
 
     std::map<QString, std::shared_ptr<ControlBinding>> m_byName;
     std::shared_ptr<int> m_showing = std::make_shared<int>(0); // calls of show() that run
+    bool m_isRefreshing = false; // the bindings that have room now, which make room for no other
     QVariant m_enabled; // what the control gets back; no value while nothing lacks a selection
 };
 

@@ -145,6 +145,22 @@ QString description(const QVariant &value, QMetaType type)
                                   QString::fromUtf8(type.name()));
 }
 
+void writeDynamic(QObject *object, const QString &key, const QVariant &value, const KeyPath &path)
+{
+    const QByteArray name = key.toUtf8();
+    // An invalid value would remove the property, and with it the key.
+    QVariant written = value.isValid() ? value : NS::nullObject();
+    if (object->property("keepsPropertyTypes").toBool()) {
+        const QMetaType type = object->property(name.constData()).metaType();
+        const auto fitting = converted(value, type);
+        if (!fitting)
+            fail(NS::KeyValueException::notConvertible, className(object), key, path,
+                 description(value, type));
+        written = *fitting;
+    }
+    object->setProperty(name.constData(), written);
+}
+
 bool isEmpty(const QVariant &value)
 {
     return !value.isValid() || NS::isNullObject(value);
@@ -285,8 +301,7 @@ void writeProperty(QObject *object, const Access &access, const QString &key, co
                    const KeyPath &path)
 {
     if (access.index < 0) {
-        // An invalid value would remove the property, and with it the key.
-        object->setProperty(key.toUtf8().constData(), value.isValid() ? value : NS::nullObject());
+        writeDynamic(object, key, value, path);
         return;
     }
     if (!access.isWritable)

@@ -52,7 +52,8 @@ void writeProperty(QObject *object, const Access &access, const QString &key, co
 
 /// What the gadget or map `container` holds under `key`. Throws if it is neither, or has no such
 /// key; a map may lack it.
-QVariant valueInside(const QVariant &container, const QString &key, const KeyPath &path);
+PELLARVINE_PRIVATE_EXPORT QVariant valueInside(const QVariant &container, const QString &key,
+                                               const KeyPath &path);
 
 /// Writes to the end of keys[first...], starting at an object.
 void setValue(QObject *object, const Keys &keys, qsizetype first, const QVariant &value,
@@ -66,7 +67,7 @@ bool isNumber(QMetaType type);
 PELLARVINE_PRIVATE_EXPORT std::optional<QObject *> object(const QVariant &value);
 
 /// Nothing for a null pointer and the null object, else the value.
-QVariant withoutNull(const QVariant &value);
+PELLARVINE_PRIVATE_EXPORT QVariant withoutNull(const QVariant &value);
 
 /// The index of the object's own isEqual(QObject *), or -1; and the answer of that method.
 int isEqualMethod(const QObject *object);

@@ -1,30 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "KeyValue/NSKeyValueBinding.h"
 
+#include "KeyValue/BindingValue.h"
 #include "KeyValue/ControlBindings.h"
 #include "KeyValue/ValueBinding.h"
 
-#include <QMetaProperty>
 #include <QObject>
 #include <QPointer>
 
 #include <memory>
 
 namespace NS {
-
-namespace {
-
-QString propertyName(const QObject *object, const QString &binding)
-{
-    const QMetaObject *const metaObject = object->metaObject();
-    if (binding != NSValueBinding || metaObject->indexOfProperty("value") >= 0
-        || object->property("value").isValid())
-        return binding;
-    const QMetaProperty user = metaObject->userProperty();
-    return user.isValid() ? QString::fromUtf8(user.name()) : binding;
-}
-
-} // namespace
 
 void bind(QObject *object, const QString &binding, const ObjectReference &observed,
           const QString &keyPath)
@@ -36,8 +22,9 @@ void bind(QObject *object, const QString &binding, const ObjectReference &observ
           const QString &keyPath, const BindingOptions &options)
 {
     detail::ControlBindings::made(object).add(
-            binding, std::make_shared<detail::ValueBinding>(object, propertyName(object, binding),
-                                                            observed, keyPath, options));
+            binding,
+            std::make_shared<detail::ValueBinding>(object, detail::boundProperty(object, binding),
+                                                   observed, keyPath, options));
 }
 
 void unbind(QObject *object, const QString &binding)

@@ -179,7 +179,8 @@ QVariantMap ValueBinding::info() const
 
 void ValueBinding::siblingShown()
 {
-    if (isOver() || m_isPending || holdsAlready(NS::valueForKeyPath(m_control, m_key), m_display))
+    if (isOver() || m_isPending
+        || holdsAlready(remembered(NS::valueForKeyPath(m_control, m_key)), m_display))
         return;
     m_isEdited = false;
     show();
@@ -197,7 +198,7 @@ void ValueBinding::show()
     const WayToValue way = wayToValue(model, m_keyPath);
     if (keepsEdit(value, way.lastObject))
         return;
-    m_value = value;
+    m_value = remembered(value);
     m_holder = way.lastObject;
     m_isEdited = false;
     m_isPending = false;
@@ -221,10 +222,10 @@ bool ValueBinding::keepsEdit(const QVariant &value, const QObject *holder)
     if (!m_isEdited || holder != m_holder)
         return false;
     if (m_carried && isAs(*m_carried, value)) {
-        m_value = value;
+        m_value = remembered(value);
         return true;
     }
-    return NS::isEqual(value, m_value);
+    return NS::isEqual(remembered(value), m_value);
 }
 
 void ValueBinding::setLacksSelection(bool isLacking)
@@ -275,15 +276,16 @@ void ValueBinding::put(const QVariant &value)
         && m_control->inherits("QComboBox"))
         m_control->setProperty("currentIndex", -1);
     if (!isOver())
-        m_held = NS::valueForKeyPath(m_control, m_key);
+        m_held = remembered(NS::valueForKeyPath(m_control, m_key));
 }
 
 // Notes what the control is to show, and whether it does.
 bool ValueBinding::takesAlready(const QVariant &display)
 {
-    m_display = display;
-    m_held = NS::valueForKeyPath(m_control, m_key);
-    return holdsAlready(m_held, display);
+    const QVariant held = NS::valueForKeyPath(m_control, m_key);
+    m_display = remembered(display);
+    m_held = remembered(held);
+    return holdsAlready(held, display);
 }
 
 void ValueBinding::edited()
@@ -291,7 +293,7 @@ void ValueBinding::edited()
     if (isOver() || siblings().isShowing())
         return;
     // A spin box reports the value that it has when Return is pressed.
-    const QVariant held = NS::valueForKeyPath(m_control, m_key);
+    const QVariant held = remembered(NS::valueForKeyPath(m_control, m_key));
     if (NS::isEqual(held, m_held))
         return;
     m_held = m_display = held;
@@ -378,7 +380,7 @@ bool ValueBinding::carry()
     if (isOver())
         return true;
     m_isPending = false;
-    m_value = NS::valueForKeyPath(m_model.get(), m_keyPath);
+    m_value = remembered(NS::valueForKeyPath(m_model.get(), m_keyPath));
     setMessage({});
     return true;
 }
