@@ -52,6 +52,7 @@ private:
     {
         QString key;
         Path path;
+        NibBindingOptions options;
     };
     struct Action : Entry
     {
@@ -69,6 +70,7 @@ private:
     QWidget *item(const Entry &entry, const QString &name) const;
     void setOutlet(const Outlet &outlet);
     void bindValue(const ValueBinding &binding);
+    static void offerChoices(const ValueBinding &binding);
 
     // Makes a NibError of a NibFault in `step`.
     template <typename Step>
