@@ -4,6 +4,8 @@
 #include <pellarvine/Shared/BindingBase.h>
 
 #include <functional>
+#include <type_traits>
+#include <utility>
 
 namespace Pellarvine {
 
@@ -47,6 +49,19 @@ public:
     [[nodiscard]] Binding(NS::ObjectReference object, const QString &with, NS::ObjectReference to,
                           const QString &toWith, bool twoWayBinding = true,
                           Transformer forwardTransformer = {}, Transformer reverseTransformer = {});
+
+    /// Does not compile, and says what to use instead.
+    template <typename Function, typename... Others>
+    requires(!std::is_convertible_v<Function, Transformer>)
+            Binding(NS::ObjectReference object, const QString &with, NS::ObjectReference to,
+                    const QString &toWith, bool twoWayBinding, Function, Others...)
+        : Binding(std::move(object), with, std::move(to), toWith, twoWayBinding)
+    {
+        static_assert(
+                std::is_convertible_v<Function, Transformer>,
+                "The transformers of a Binding take a const QVariant & and return a QVariant: "
+                "for functions of other types, use TransformableBinding<A, B>");
+    }
 
     /// Replaces an object, which is no longer kept alive, and nothing else: nothing is copied, and the binding goes on listening
     /// to the object it was made with. A change is carried if it comes from what is now `first` or

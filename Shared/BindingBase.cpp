@@ -4,14 +4,14 @@
 #include "Base/Failure.h"
 #include "KeyValue/KeyValueEquality.h"
 #include "KeyValue/KeyValuePath.h"
+#include "Shared/PlainPass.h"
+#include "Shared/PropertyBindingWatch.h"
 
-#include <QMetaProperty>
 #include <QObject>
-#include <QPointer>
-#include <QProperty>
 #include <QScopeGuard>
 
 #include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,94 +26,6 @@ using detail::Registration;
 using detail::WatchedPath;
 
 namespace {
-
-// A value of any plain type, without the heap.
-class PlainValue
-{
-public:
-    explicit PlainValue(QMetaType type)
-        : m_type(type)
-    {
-        type.construct(data());
-    }
-    PlainValue(const PlainValue &) = delete;
-    PlainValue &operator=(const PlainValue &) = delete;
-    ~PlainValue() { m_type.destruct(data()); }
-
-    void *data() { return m_bytes; }
-
-private:
-    QMetaType m_type;
-    alignas(std::max_align_t) std::byte m_bytes[longestPlain];
-};
-
-// Reads both properties and writes the second if they differ.
-template <typename T>
-void pass(const PlainProperty &source, const PlainProperty &target)
-{
-    T value {};
-    T current {};
-    source.read(&value);
-    target.read(&current);
-    if (!isSame(current, value))
-        target.write(&value);
-}
-
-// The same for properties of one type that is known at run time only, the usual ones first.
-Q_NEVER_INLINE void passOfAnyType(const PlainProperty &source, const PlainProperty &target)
-{
-    switch (source.type.id()) {
-    case QMetaType::Bool:
-        return pass<bool>(source, target);
-    case QMetaType::Double:
-        return pass<double>(source, target);
-    case QMetaType::Float:
-        return pass<float>(source, target);
-    case QMetaType::QString:
-        return pass<QString>(source, target);
-    default:
-        break;
-    }
-    PlainValue value(source.type);
-    PlainValue current(source.type);
-    source.read(value.data());
-    target.read(current.data());
-    if (!source.type.equals(current.data(), value.data()))
-        target.write(value.data());
-}
-
-#ifndef QT_NO_DEBUG
-// Warns if what it watches ends a QProperty's own binding. Programs rarely mean that.
-class PropertyBindingWatch
-{
-public:
-    explicit PropertyBindingWatch(const WatchedPath *path)
-    {
-        const PlainProperty target = path ? path->plainTarget() : PlainProperty();
-        if (!target.object)
-            return;
-        const QMetaProperty property = target.object->metaObject()->property(target.index);
-        if (!property.isBindable() || !property.bindable(target.object).hasBinding())
-            return;
-        m_object = target.object;
-        m_property = property;
-        m_name = path->name();
-    }
-    PropertyBindingWatch(const PropertyBindingWatch &) = delete;
-    PropertyBindingWatch &operator=(const PropertyBindingWatch &) = delete;
-    ~PropertyBindingWatch()
-    {
-        if (m_object && !m_property.bindable(m_object).hasBinding())
-            printWarning("Warning: a binding has written " + m_name
-                         + ", which ended the QProperty binding of that property");
-    }
-
-private:
-    QPointer<QObject> m_object;
-    QMetaProperty m_property;
-    std::string m_name;
-};
-#endif
 
 // What a value can be asked to be equal to: anything but a type without an ==.
 bool canBeCompared(const QVariant &value)
@@ -156,6 +68,10 @@ struct BindingPrivate
     quint8 obstacles = none;
     bool isGone = false; // the binding is destroyed, but a pass still runs
     bool hasWarned = false;
+    std::function<void(const BindingError &)> errorHandler;
+    QVariant refused; // what could not be written last
+    bool hasError = false; // and the error handler knows
+
     // What is being written to each side, while that side holds it as another type or cannot hold it.
     const QVariant *given[2] = {};
 
@@ -255,6 +171,24 @@ struct BindingPrivate
         return "the binding of " + path(0)->name() + " and " + path(1)->name();
     }
 
+    // The exception that is being handled, with the binding's name.
+    ObserverFailure failure() const
+    {
+        return { std::current_exception(), isGone ? "a binding that has ended since" : name() };
+    }
+
+    // Tells the program of an exception, or of none. False if it does not want to know.
+    Q_NEVER_INLINE bool report(Direction direction, const QString &message)
+    {
+        if (!errorHandler || isGone)
+            return false;
+        const int side = direction == Direction::forward ? 1 : 0;
+        hasError = !message.isEmpty();
+        const auto handler = errorHandler; // it may be replaced in the call
+        handler({ object(side), keyPath(side), std::exchange(refused, {}), message });
+        return true;
+    }
+
     bool transforms(Direction direction) const
     {
         return direction == Direction::forward ? transformsForward : transformsReverse;
@@ -301,8 +235,11 @@ struct BindingPrivate
     {
         if (NS::isNullObject(value))
             value = {};
-        if (transforms(direction))
+        if (transforms(direction)) {
+            if (errorHandler)
+                refused = value;
             value = transformers->transformed(direction, value);
+        }
         if (!isGone)
             write(direction, std::move(value));
     }
@@ -327,6 +264,8 @@ struct BindingPrivate
         } else if (NS::isEqual(current, value)) {
             return;
         }
+        if (errorHandler)
+            refused = value;
         if (value.metaType() == current.metaType()) {
             path->setValue(value);
             return;
@@ -482,6 +421,11 @@ const QString &BindingBase::secondKeyPath() const
     return d->keyPath(1);
 }
 
+void BindingBase::setErrorHandler(std::function<void(const BindingError &)> handler)
+{
+    d->errorHandler = std::move(handler);
+}
+
 bool BindingBase::twoWayBinding() const
 {
     return d->isTwoWay;
@@ -519,14 +463,18 @@ void BindingBase::pathChanged(Registration &path)
 #ifndef QT_NO_DEBUG
         const PropertyBindingWatch watch(passing->target(direction));
 #endif
-        if (!passing->passPlain(path, direction))
+        if (passing->errorHandler || !passing->passPlain(path, direction))
             passing->passBoxed(direction, path);
-    } catch (const NS::KeyValueException &) {
-        throw; // names its class and key path already
+        if (Q_UNLIKELY(passing->hasError))
+            passing->report(direction, {});
+    } catch (const NS::KeyValueException &error) {
+        if (!passing->report(direction, QString::fromUtf8(error.what())))
+            throw; // names its class and key path already
+    } catch (const std::exception &error) {
+        if (!passing->report(direction, QString::fromUtf8(error.what())))
+            throw passing->failure();
     } catch (...) {
-        throw ObserverFailure { std::current_exception(), passing->isGone
-                                                                  ? "a binding that has ended since"
-                                                                  : passing->name() };
+        throw passing->failure();
     }
 }
 

@@ -472,6 +472,45 @@ TEST(Binding, a_warning_for_what_a_transformer_throws_names_both_sides)
               "Warning: no rate (the binding of Person.age and Person.level)\n");
 }
 
+TEST(Binding, an_error_handler_is_told_what_does_not_fit_and_when_it_is_over)
+{
+    Person first;
+    Person second;
+    Binding binding(&first, u"height"_s, &second, u"age"_s, true, {}, [](const QVariant &age) {
+        if (age.toInt() > 120)
+            throw std::runtime_error("nobody is that old");
+        return age;
+    });
+    std::vector<BindingError> errors;
+    binding.setErrorHandler([&](const BindingError &error) { errors.push_back(error); });
+    EXPECT_EQ(output([&] {
+                  set(first, u"height"_s, 3.5);
+                  set(first, u"height"_s, 4);
+                  set(first, u"height"_s, 5);
+                  second.setAge(130);
+                  second.setAge(30);
+              }),
+              "");
+    ASSERT_EQ(errors.size(), 4);
+    EXPECT_EQ(errors[0].object, &second);
+    EXPECT_EQ(errors[0].keyPath, u"age"_s);
+    EXPECT_EQ(errors[0].value, 3.5);
+    EXPECT_NE(errors[0].message.indexOf(u"double 3.5 is no int"_s), -1);
+    EXPECT_TRUE(errors[1].message.isEmpty());
+    EXPECT_EQ(errors[2].object, &first);
+    EXPECT_EQ(errors[2].value, 130);
+    EXPECT_EQ(errors[2].message, u"nobody is that old"_s);
+    EXPECT_TRUE(errors[3].message.isEmpty());
+    EXPECT_EQ(first.height, 30);
+
+    first.name = u"1"_s;
+    auto ending = std::make_unique<Binding>(&first, u"name"_s, &second, u"level"_s, false);
+    ending->setErrorHandler([&](const BindingError &) { ending.reset(); });
+    set(first, u"name"_s, u"one"_s);
+    EXPECT_FALSE(ending);
+    EXPECT_EQ(second.level(), 1);
+}
+
 TEST(Binding, one_way_is_suggested_where_the_second_side_does_not_report_its_changes)
 {
     Person person;
