@@ -23,9 +23,9 @@ namespace Pellarvine {
 /// one whose type has no `==`. Null is carried as no value, an invalid QVariant.
 ///
 /// Two things are not carried back: what a type that cannot hold null reports after null has been
-/// written to it ("" of a QString), and the text "5" of a side that holds 5 as its text. Every other
-/// report is, also of a control that limits what it is given, such as a slider: `NS::bind` is for
-/// controls, it never changes a model that is only shown.
+/// written to it ("" of a QString), and the text "5" of a side that holds 5 as its text. Every
+/// other report is, also of a control that limits what it is given, such as a slider: `NS::bind` is
+/// for controls, it never changes a model that is only shown.
 ///
 /// Two transformers that do not undo each other make the sides write to each other again and again.
 /// After `deepestExchange` passes within passes the binding stops, prints one warning that names
@@ -63,9 +63,9 @@ public:
                 "for functions of other types, use TransformableBinding<A, B>");
     }
 
-    /// Replaces an object, which is no longer kept alive, and nothing else: nothing is copied, and the binding goes on listening
-    /// to the object it was made with. A change is carried if it comes from what is now `first` or
-    /// `second`, and written to what is now the other.
+    /// Replaces an object, which is no longer kept alive, and nothing else: nothing is copied, and
+    /// the binding goes on listening to the object it was made with. A change is carried if it
+    /// comes from what is now `first` or `second`, and written to what is now the other.
     using BindingBase::setFirst;
     using BindingBase::setSecond;
 

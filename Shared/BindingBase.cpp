@@ -56,6 +56,17 @@ struct BindingPrivate
         std::unique_ptr<WatchedPath> paths[2]; // to the objects, made when first needed
     };
 
+    // What few bindings need. Programs may have thousands.
+    struct Extras
+    {
+        std::function<void(const BindingError &)> errorHandler;
+        QVariant refused; // what could not be written last
+        bool hasError = false; // and the error handler knows
+        // What is being written to each side, while that holds it as another type or cannot hold
+        // it.
+        const QVariant *given[2] = {};
+    };
+
     std::unique_ptr<Transformers> transformers;
     Registration *firstPath = nullptr; // the second's is the one before; the base class owns both
     std::unique_ptr<Replacements> replacements; // of objects that were set later
@@ -66,14 +77,10 @@ struct BindingPrivate
     bool transformsReverse = false;
     bool hasOneKeyPath = false;
     quint8 obstacles = none;
+    bool isDirect = true; // neither gone nor with replaced objects
     bool isGone = false; // the binding is destroyed, but a pass still runs
     bool hasWarned = false;
-    std::function<void(const BindingError &)> errorHandler;
-    QVariant refused; // what could not be written last
-    bool hasError = false; // and the error handler knows
-
-    // What is being written to each side, while that side holds it as another type or cannot hold it.
-    const QVariant *given[2] = {};
+    std::unique_ptr<Extras> extras;
 
     Registration *path(int side) const { return side == 0 ? firstPath : firstPath->next(); }
 
@@ -83,6 +90,15 @@ struct BindingPrivate
             return replacements->objects[side]->get();
         return path(side)->root();
     }
+
+    Extras &extra()
+    {
+        if (!extras)
+            extras = std::make_unique<Extras>();
+        return *extras;
+    }
+
+    bool tellsOfErrors() const { return extras && extras->errorHandler; }
 
     const QString &keyPath(int side) const { return path(side)->keyPath(); }
 
@@ -139,19 +155,19 @@ struct BindingPrivate
         return !(obstacles & stopped) && !reportsWhatItWasGiven(direction);
     }
 
-    // Whether the source tells of nothing but what this binding is writing to it: the emptiness of a
-    // type that cannot hold null, or the value as its own type. Carried back, that would put "" or
-    // "5" where null or 5 is.
+    // Whether the source tells of nothing but what this binding is writing to it: the emptiness of
+    // a type that cannot hold null, or the value as its own type. Carried back, that would put ""
+    // or "5" where null or 5 is.
     bool reportsWhatItWasGiven(Direction direction)
     {
         const int side = direction == Direction::forward ? 0 : 1;
-        WatchedPath *const source = given[side] ? target(opposite(direction)) : nullptr;
+        WatchedPath *const source = extra().given[side] ? target(opposite(direction)) : nullptr;
         if (!source)
             return false;
         const QVariant held = source->value();
-        if (!given[side]->isValid())
+        if (!extra().given[side]->isValid())
             return held.isValid();
-        QVariant converted = *given[side];
+        QVariant converted = *extra().given[side];
         return !transforms(direction) && converted.convert(held.metaType())
                && NS::isEqual(converted, held);
     }
@@ -180,12 +196,12 @@ struct BindingPrivate
     // Tells the program of an exception, or of none. False if it does not want to know.
     Q_NEVER_INLINE bool report(Direction direction, const QString &message)
     {
-        if (!errorHandler || isGone)
+        if (isGone || !extras || !extras->errorHandler)
             return false;
         const int side = direction == Direction::forward ? 1 : 0;
-        hasError = !message.isEmpty();
-        const auto handler = errorHandler; // it may be replaced in the call
-        handler({ object(side), keyPath(side), std::exchange(refused, {}), message });
+        extras->hasError = !message.isEmpty();
+        const auto handler = extras->errorHandler; // it may be replaced in the call
+        handler({ object(side), keyPath(side), std::exchange(extras->refused, {}), message });
         return true;
     }
 
@@ -198,6 +214,7 @@ struct BindingPrivate
     {
         if (!replacements)
             replacements = std::make_unique<Replacements>();
+        isDirect = false;
         replacements->objects[side] = std::move(object);
         path(side)->releaseRoot();
         replacements->paths[side].reset();
@@ -214,7 +231,7 @@ struct BindingPrivate
         if (!from.object || !onto.object)
             return false;
         if (transforms(direction))
-            return transformers->pass({ this, direction, from, onto });
+            return transformers->pass({ this, direction, from, onto, &isDirect, to->directRoot() });
         if (from.type != onto.type)
             return false;
         if (Q_LIKELY(from.type == QMetaType::fromType<int>()))
@@ -236,8 +253,8 @@ struct BindingPrivate
         if (NS::isNullObject(value))
             value = {};
         if (transforms(direction)) {
-            if (errorHandler)
-                refused = value;
+            if (extras)
+                extras->refused = value;
             value = transformers->transformed(direction, value);
         }
         if (!isGone)
@@ -264,15 +281,15 @@ struct BindingPrivate
         } else if (NS::isEqual(current, value)) {
             return;
         }
-        if (errorHandler)
-            refused = value;
+        if (extras)
+            extras->refused = value;
         if (value.metaType() == current.metaType()) {
             path->setValue(value);
             return;
         }
         const int side = direction == Direction::forward ? 1 : 0;
         const auto leave =
-                qScopeGuard([this, side, outer = given[side]] { setGiven(side, outer); });
+                qScopeGuard([this, side, outer = extra().given[side]] { setGiven(side, outer); });
         setGiven(side, &value);
         path->setValue(value);
     }
@@ -280,7 +297,7 @@ struct BindingPrivate
     void setGiven(int side, const QVariant *value)
     {
         const quint8 obstacle = side == 0 ? givesToFirst : givesToSecond;
-        given[side] = value;
+        extra().given[side] = value;
         obstacles = value ? obstacles | obstacle : obstacles & ~obstacle;
     }
 };
@@ -397,6 +414,7 @@ BindingBase::BindingBase(NS::ObjectReference object, const QString &with, NS::Ob
 BindingBase::~BindingBase()
 {
     d->isGone = true;
+    d->isDirect = false;
     if (d->depth == 0)
         delete d;
 }
@@ -423,7 +441,7 @@ const QString &BindingBase::secondKeyPath() const
 
 void BindingBase::setErrorHandler(std::function<void(const BindingError &)> handler)
 {
-    d->errorHandler = std::move(handler);
+    d->extra().errorHandler = std::move(handler);
 }
 
 bool BindingBase::twoWayBinding() const
@@ -463,9 +481,10 @@ void BindingBase::pathChanged(Registration &path)
 #ifndef QT_NO_DEBUG
         const PropertyBindingWatch watch(passing->target(direction));
 #endif
-        if (passing->errorHandler || !passing->passPlain(path, direction))
+        const bool isPlain = !passing->tellsOfErrors() && passing->passPlain(path, direction);
+        if (!isPlain)
             passing->passBoxed(direction, path);
-        if (Q_UNLIKELY(passing->hasError))
+        if (Q_UNLIKELY(passing->extras && passing->extras->hasError))
             passing->report(direction, {});
     } catch (const NS::KeyValueException &error) {
         if (!passing->report(direction, QString::fromUtf8(error.what())))

@@ -36,6 +36,14 @@ struct PELLARVINE_EXPORT Passage
     Direction direction;
     PlainProperty source;
     PlainProperty target;
+    const bool *isDirect; ///< while true, `root` is whole, and the target is its property
+    const NS::ObjectReference *root; ///< null if the target is found another way
+
+    /// hasItsTarget() at a fraction of its cost.
+    bool stillHasItsTarget() const
+    {
+        return root && *isDirect ? root->get() == target.object : hasItsTarget();
+    }
 
     /// Whether `target` is still what it was. To be asked after a function of the program has run.
     bool hasItsTarget() const;
@@ -69,7 +77,7 @@ struct BindingError
     QObject *object; ///< that was to be written; null if it is gone
     QString keyPath; ///< of that object
     QVariant value; ///< what it could not take; a value that a transformer refused, as it came
-    QString message; ///< what() of the exception, in UTF-8; empty once a value has been carried again
+    QString message; ///< of the exception, in UTF-8; empty once a value was carried again
 };
 
 /// What `Binding` and `TransformableBinding` have in common; not made by itself.
@@ -92,9 +100,9 @@ public:
     bool twoWayBinding() const; ///< changes of the second side are carried too
 
     /// Calls a function, instead of printing a warning, for a value that the side to be written
-    /// cannot take, and for whatever is derived from std::exception and thrown by a transformer: that
-    /// is how a transformer refuses a value. The function is called again, with an empty message,
-    /// when a value has been carried after an error. It may destroy the binding.
+    /// cannot take, and for whatever is derived from std::exception and thrown by a transformer:
+    /// that is how a transformer refuses a value. The function is called again, with an empty
+    /// message, when a value has been carried after an error. It may destroy the binding.
     ///
     ///     binding.setErrorHandler([label](const Pellarvine::BindingError &error) {
     ///         label->setText(error.message);

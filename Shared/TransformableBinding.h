@@ -69,7 +69,7 @@ private:
             From value {};
             passage.source.read(&value);
             To result = transformer(std::move(value));
-            if (!passage.hasItsTarget()) {
+            if (!passage.stillHasItsTarget()) {
                 passage.write(QVariant::fromValue(std::move(result)));
                 return true;
             }
@@ -99,8 +99,8 @@ private:
 ///             [](double celsius) { return qRound(celsius * 2); },
 ///             [](int halves) { return halves / 2.0; });
 ///
-/// A field that a number is typed into is rewritten at every key by such a pair ("2" becomes "2.0"):
-/// `NS::bind` with the option `commit` waits until the number has been entered.
+/// A field that a number is typed into is rewritten at every key by such a pair ("2" becomes
+/// "2.0"): `NS::bind` with the option `commit` waits until the number has been entered.
 ///
 /// It works as `Binding` does, with two differences. No value is carried on without asking the
 /// transformer, and so is a value that is no `A` (going back, no `B`); the property at the other

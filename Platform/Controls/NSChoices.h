@@ -24,8 +24,8 @@ struct ChoiceKeys
 ///     NS::bindChoices(countryBox, shop, u"countries"_s, { .title = u"name"_s, .tag = u"code"_s });
 ///     NS::bind(countryBox, u"selectedTag"_s, customer, u"address.countryCode"_s);
 ///
-/// `keyPath` leads to a list of QObjects, gadgets, maps or plain values that reports its changes, or
-/// is constant; the keys of gadgets and maps lead one step. The control follows the list and, of
+/// `keyPath` leads to a list of QObjects, gadgets, maps or plain values that reports its changes,
+/// or is constant; the keys of gadgets and maps lead one step. The control follows the list and, of
 /// QObjects, the title. The selection stays with its item while others come and go; a selection
 /// that is not in the list is shown as none, and changes only when the user makes another.
 ///

@@ -27,8 +27,8 @@ bool isWritable(QObject *root, const QString &keyPath);
 /// property.
 QString boundProperty(const QObject *object, const QString &binding);
 
-/// What can be kept to compare it with later: an object's address in place of a pointer to it, since
-/// the object may be gone by then.
+/// What can be kept to compare it with later: an object's address in place of a pointer to it,
+/// since the object may be gone by then.
 QVariant remembered(const QVariant &value);
 
 /// Whether `current` is `value`, also as another type that loses nothing of it.

@@ -74,15 +74,15 @@ private:
 /// `object` itself is destroyed: neither is kept alive.
 ///
 /// Changes are learnt from NOTIFY signals, the signals of registerChangeSignal(), bindable
-/// properties, and the events of dynamic ones. Throws `KeyValueException` for a key that is not there, and for one that can change
-/// without saying so; nothing is registered then. If an object that comes in later lacks a key, the
-/// path ends at nothing and a warning is printed.
+/// properties, and the events of dynamic ones. Throws `KeyValueException` for a key that is not
+/// there, and for one that can change without saying so; nothing is registered then. If an object
+/// that comes in later lacks a key, the path ends at nothing and a warning is printed.
 PELLARVINE_EXPORT void addObserver(QObject *object, KeyValueObserver *observer,
                                    const QString &keyPath, KeyValueObservingOptions options);
 
 /// Names the signal that tells of the changes of a property that has no NOTIFY signal, for this
-/// class and those derived from it. The editors of Qt Widgets are known already, the plain text of a
-/// QTextEdit say:
+/// class and those derived from it. The editors of Qt Widgets are known already, the plain text of
+/// a QTextEdit say:
 ///
 ///     NS::registerChangeSignal(Dial::staticMetaObject, "angle", "moved(double)");
 ///

@@ -58,6 +58,9 @@ public:
     /// The same; without an object if it is read-only.
     PlainProperty plainTarget() const { return m_access.isWritable ? plain() : PlainProperty(); }
 
+    /// What the property is directly of; null for a path of several keys.
+    const NS::ObjectReference *directRoot() const { return m_walk ? nullptr : &m_root; }
+
     /// Whether plainTarget() would still be `property`.
     bool stillEndsAt(const PlainProperty &property) const
     {

@@ -26,8 +26,8 @@ class Listener
 {
 public:
     /// `slot` tells which. The listener may be destroyed in this call. What it throws is caught and
-    /// printed as a warning, with the name that an ObserverFailure has: an exception must not travel
-    /// through the signal that brought the word.
+    /// printed as a warning, with the name that an ObserverFailure has: an exception must not
+    /// travel through the signal that brought the word.
     virtual void fired(const Slot *slot) = 0;
 
 protected:

@@ -87,15 +87,15 @@ namespace NS {
 ///              [](const QString &first, const QString &last) { return first + u' ' + last; });
 ///
 /// The function is called at once, and again before the setter of any source returns. It takes as
-/// many arguments as there are sources, or the program does not compile. A value is converted to the
-/// type of its argument as QVariant::value() does it; where there is none, since the property or an
-/// object on the way to it is null, the argument is its type's default: take a std::optional or a
-/// QVariant to see the difference. What the function returns is written as `NS::bind` writes a
+/// many arguments as there are sources, or the program does not compile. A value is converted to
+/// the type of its argument as QVariant::value() does it; where there is none, since the property
+/// or an object on the way to it is null, the argument is its type's default: take a std::optional
+/// or a QVariant to see the difference. What the function returns is written as `NS::bind` writes a
 /// model's value. What it throws later is printed as a warning.
 ///
-/// Replaces the binding of that name; `NS::unbind` ends it. Once the object of a source is gone, the
-/// source has no value. Throws `KeyValueException`, with nothing bound, as `NS::bind` does, and what
-/// the function throws in its first call.
+/// Replaces the binding of that name; `NS::unbind` ends it. Once the object of a source is gone,
+/// the source has no value. Throws `KeyValueException`, with nothing bound, as `NS::bind` does, and
+/// what the function throws in its first call.
 template <std::size_t count, detail::HasArguments Function>
 void bind(QObject *object, const QString &binding, const BindingSource (&sources)[count],
           Function function)

@@ -13,9 +13,9 @@ namespace Pellarvine::detail {
 /// Functions that the widgets library provides when it is loaded. They take widgets only.
 struct WidgetAccess
 {
-    /// What the program has set `visible` to, also while an ancestor is hidden. Yes for a widget that
-    /// will appear with its parent. No value for another that has never been shown or hidden, since
-    /// a layout may show it later.
+    /// What the program has set `visible` to, also while an ancestor is hidden. Yes for a widget
+    /// that will appear with its parent. No value for another that has never been shown or hidden,
+    /// since a layout may show it later.
     QVariant (*visible)(const QObject *widget);
 
     /// What the program has set `enabled` to, also while an ancestor is disabled.

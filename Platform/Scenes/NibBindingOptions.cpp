@@ -55,9 +55,9 @@ NibBindingOptions nibBindingOptions(const QString &text, const QString &entry)
                 match.hasCaptured(2) ? std::optional(match.captured(2)) : std::nullopt;
         if (!match.hasMatch() || !take(match.captured(1), argument, &options))
             fail(text.sliced(end).trimmed(),
-                 u"the options of a binding are commit, required, oneWay, format(\"%.1f\"), "
-                 "placeholder(\"None\"), title(\"name\") and tag(\"code\"); \"%1\" is none of them"_s
-                         .arg(text.sliced(end).trimmed()),
+                 u"\"%1\" is none of the options of a binding: commit, required, oneWay, "
+                 "format(\"%.1f\"), placeholder(\"None\"), title(\"name\"), tag(\"code\")"_s.arg(
+                         text.sliced(end).trimmed()),
                  entry);
         end = match.capturedEnd();
     }

@@ -158,6 +158,8 @@ public:
     void showExample() override
     {
         m_server.setProperty("host", u"boiler.example.org"_s);
+        m_port->setText(u"70000"_s);
+        NS::commitEditing(m_port);
         m_log->clear();
         m_fahrenheit->setValue(72.5);
         m_house.showNextRoom();
@@ -222,7 +224,7 @@ private:
     {
         QFrame *const card = makeCard(tr("Thermostat server"));
         auto *const host = new QLineEdit;
-        auto *const port = new QLineEdit;
+        m_port = new QLineEdit;
         auto *const address = new QLabel;
         auto *const message = new QLabel;
         message->setWordWrap(true);
@@ -245,7 +247,7 @@ private:
                            ? QString()
                            : tr("The port is a number from 1 to 65535.");
         };
-        NS::bind(port, u"text"_s, &m_server, u"port"_s, number);
+        NS::bind(m_port, u"text"_s, &m_server, u"port"_s, number);
         NS::bind(address, u"text"_s, { { &m_server, u"host"_s }, { &m_server, u"port"_s } },
                  [](const QString &server, int entered) {
                      return u"https://%1:%2/"_s.arg(server).arg(entered);
@@ -256,7 +258,7 @@ private:
         form->setVerticalSpacing(Theme::unit);
         form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
         form->addRow(tr("&Host"), host);
-        form->addRow(tr("&Port"), port);
+        form->addRow(tr("&Port"), m_port);
         form->addRow(tr("Address"), address);
         form->addRow(QString(), message);
         auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Apply | QDialogButtonBox::Reset
@@ -358,6 +360,7 @@ private:
     EntryField *m_name;
     QLabel *m_advice;
     QPlainTextEdit *m_log;
+    QLineEdit *m_port = nullptr;
     QCheckBox *m_bound;
 
     std::deque<Observer> m_observers;

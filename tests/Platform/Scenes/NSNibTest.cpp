@@ -428,15 +428,13 @@ TEST_F(Nib, a_combo_box_offers_choices)
                             "selectedTag = owner.person.age"_s;
     const QString widget = u"<widget class=\"%1\" name=\"box\">%2</widget>"_s;
     const std::unique_ptr<QWidget> root(
-            form(widget.arg(u"QComboBox"_s, property(u"bindings"_s, entries)))
-                    .instantiate(&owner));
+            form(widget.arg(u"QComboBox"_s, property(u"bindings"_s, entries))).instantiate(&owner));
     auto *const box = root->findChild<QComboBox *>();
     EXPECT_EQ(box->currentText(), u"Two"_s);
     box->setCurrentIndex(0);
     EXPECT_EQ(owner.person()->age(), 1);
     const NS::NibError error = errorOf([&] {
-        form(widget.arg(u"QLabel"_s, property(u"bindings"_s, entries)))
-                .instantiate(&owner);
+        form(widget.arg(u"QLabel"_s, property(u"bindings"_s, entries))).instantiate(&owner);
     });
     EXPECT_EQ(error.reason(), NS::NibError::unknownKeyPath);
     EXPECT_THAT(error.what(), ::testing::HasSubstr("offered by a QComboBox"));
