@@ -4,6 +4,7 @@
 #include <pellarvine/Platform/NSComputedBinding.h>
 #include <pellarvine/Platform/NSKeyValueBinding.h>
 #include <pellarvine/Shared/Binding.h>
+#include <pellarvine/Shared/MemberBinding.h>
 #include <pellarvine/Shared/Observer.h>
 #include <pellarvine/Shared/TransformableBinding.h>
 
@@ -120,6 +121,24 @@ void signalToSlot(benchmark::State &state)
     Model source;
     Model target;
     QObject::connect(&source, &Model::valueChanged, &target, &Model::setValue);
+    change(state, source, target);
+}
+
+void signalToSlotPair(benchmark::State &state)
+{
+    Model source;
+    Model target;
+    QObject::connect(&source, &Model::valueChanged, &target, &Model::setValue);
+    QObject::connect(&target, &Model::valueChanged, &source, &Model::setValue);
+    change(state, source, target);
+}
+
+void members(benchmark::State &state)
+{
+    Model source;
+    Model target;
+    const auto value = property(&Model::value, &Model::setValue, &Model::valueChanged);
+    const MemberBinding binding(&source, value, &target, value);
     change(state, source, target);
 }
 
@@ -286,6 +305,8 @@ void memory(benchmark::State &state)
 }
 
 BENCHMARK(signalToSlot)->Name("binding/signalToSlot");
+BENCHMARK(signalToSlotPair)->Name("binding/signalToSlotPair");
+BENCHMARK(members)->Name("binding/members");
 BENCHMARK(byNameRelay)->Name("binding/byNameRelay");
 BENCHMARK(transformingByNameRelay)->Name("binding/transformingByNameRelay");
 BENCHMARK(twoWayByNameRelay)->Name("binding/twoWayByNameRelay");
@@ -314,6 +335,8 @@ int main(int argc, char **argv)
                       Goal::timeAtMost, 0.6 },
                     { "binding/typedTransformedOverRelay", "binding/typedTransformed",
                       "binding/byNameRelay", Goal::timeAtMost, 0.6 },
+                    { "binding/membersOverSignalToSlotPair", "binding/members",
+                      "binding/signalToSlotPair", Goal::timeAtMost, 1.3 },
                     { "binding/computedIsLinear", "binding/computed/10000", "binding/computed/1000",
                       Goal::timeAtMost, 20.0 },
                     { "binding/twoWayOverRelay", "binding/twoWay", "binding/byNameRelay",
