@@ -4,13 +4,20 @@
 #include "Base/Failure.h"
 #include "KeyValue/KeyValueEquality.h"
 #include "KeyValue/KeyValuePath.h"
+#include "Shared/PlainPass.h"
+#include "Shared/PropertyBindingWatch.h"
 
 #include <QObject>
+#include <QScopeGuard>
 
+#include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace Pellarvine::detail {
 
@@ -20,82 +27,44 @@ using detail::WatchedPath;
 
 namespace {
 
-// A value of any plain type, without the heap.
-class PlainValue
-{
-public:
-    explicit PlainValue(QMetaType type)
-        : m_type(type)
-    {
-        type.construct(data());
-    }
-    PlainValue(const PlainValue &) = delete;
-    PlainValue &operator=(const PlainValue &) = delete;
-    ~PlainValue() { m_type.destruct(data()); }
-
-    void *data() { return m_bytes; }
-
-private:
-    QMetaType m_type;
-    alignas(std::max_align_t) std::byte m_bytes[longestPlain];
-};
-
-// Reads both properties and writes the second if they differ.
-template <typename T>
-void pass(const PlainProperty &source, const PlainProperty &target)
-{
-    T value {};
-    T current {};
-    source.read(&value);
-    target.read(&current);
-    if (!isSame(current, value))
-        target.write(&value);
-}
-
-// The same for properties of one type that is known at run time only, the usual ones first.
-Q_NEVER_INLINE void passOfAnyType(const PlainProperty &source, const PlainProperty &target)
-{
-    switch (source.type.id()) {
-    case QMetaType::Bool:
-        return pass<bool>(source, target);
-    case QMetaType::Double:
-        return pass<double>(source, target);
-    case QMetaType::Float:
-        return pass<float>(source, target);
-    case QMetaType::QString:
-        return pass<QString>(source, target);
-    default:
-        break;
-    }
-    PlainValue value(source.type);
-    PlainValue current(source.type);
-    source.read(value.data());
-    target.read(current.data());
-    if (!source.type.equals(current.data(), value.data()))
-        target.write(value.data());
-}
-
-std::string name(const WatchedPath &path)
-{
-    const QObject *const object = path.root();
-    const std::string className = object ? object->metaObject()->className() : "nullptr";
-    return className + '.' + path.keyPath().toStdString();
-}
-
 // What a value can be asked to be equal to: anything but a type without an ==.
 bool canBeCompared(const QVariant &value)
 {
     return value.metaType().isEqualityComparable() || object(value);
 }
 
+Direction opposite(Direction direction)
+{
+    return direction == Direction::forward ? Direction::reverse : Direction::forward;
+}
+
 } // namespace
 
 struct BindingPrivate
 {
+    // What may keep a pass from being made.
+    enum Obstacle : quint8 {
+        none = 0,
+        stopped = 1,
+        givesToFirst = 2,
+        givesToSecond = 4,
+    };
+
     struct Replacements
     {
         std::optional<NS::ObjectReference> objects[2];
         std::unique_ptr<WatchedPath> paths[2]; // to the objects, made when first needed
+    };
+
+    // What few bindings need. Programs may have thousands.
+    struct Extras
+    {
+        std::function<void(const BindingError &)> errorHandler;
+        QVariant refused; // what could not be written last
+        bool hasError = false; // and the error handler knows
+        // What is being written to each side, while that holds it as another type or cannot hold
+        // it.
+        const QVariant *given[2] = {};
     };
 
     std::unique_ptr<Transformers> transformers;
@@ -107,9 +76,11 @@ struct BindingPrivate
     bool transformsForward = false;
     bool transformsReverse = false;
     bool hasOneKeyPath = false;
-    bool isStopped = false;
+    quint8 obstacles = none;
+    bool isDirect = true; // neither gone nor with replaced objects
     bool isGone = false; // the binding is destroyed, but a pass still runs
     bool hasWarned = false;
+    std::unique_ptr<Extras> extras;
 
     Registration *path(int side) const { return side == 0 ? firstPath : firstPath->next(); }
 
@@ -119,6 +90,15 @@ struct BindingPrivate
             return replacements->objects[side]->get();
         return path(side)->root();
     }
+
+    Extras &extra()
+    {
+        if (!extras)
+            extras = std::make_unique<Extras>();
+        return *extras;
+    }
+
+    bool tellsOfErrors() const { return extras && extras->errorHandler; }
 
     const QString &keyPath(int side) const { return path(side)->keyPath(); }
 
@@ -162,22 +142,67 @@ struct BindingPrivate
     }
 
     // Whether another pass may start.
-    bool mayPass()
+    bool mayPass(Direction direction)
     {
-        if (Q_LIKELY(depth < BindingBase::deepestExchange))
-            return !isStopped;
-        stop();
-        return false;
+        return Q_LIKELY(depth < BindingBase::deepestExchange && obstacles == none)
+               || mayPassInDoubt(direction);
+    }
+
+    Q_NEVER_INLINE bool mayPassInDoubt(Direction direction)
+    {
+        if (depth == BindingBase::deepestExchange)
+            stop();
+        return !(obstacles & stopped) && !reportsWhatItWasGiven(direction);
+    }
+
+    // Whether the source tells of nothing but what this binding is writing to it: the emptiness of
+    // a type that cannot hold null, or the value as its own type. Carried back, that would put ""
+    // or "5" where null or 5 is.
+    bool reportsWhatItWasGiven(Direction direction)
+    {
+        const int side = direction == Direction::forward ? 0 : 1;
+        WatchedPath *const source = extra().given[side] ? target(opposite(direction)) : nullptr;
+        if (!source)
+            return false;
+        const QVariant held = source->value();
+        if (!extra().given[side]->isValid())
+            return held.isValid();
+        QVariant converted = *extra().given[side];
+        return !transforms(direction) && converted.convert(held.metaType())
+               && NS::isEqual(converted, held);
     }
 
     // The functions that are kept out of line are what a change does not need as a rule.
     Q_NEVER_INLINE void stop()
     {
-        if (std::exchange(isStopped, true))
+        if (obstacles & stopped)
             return;
-        printWarning("Warning: the binding of " + name(*path(0)) + " and " + name(*path(1))
-                     + " does not settle; stopped after "
+        obstacles |= stopped;
+        printWarning("Warning: " + name() + " does not settle; stopped after "
                      + std::to_string(BindingBase::deepestExchange) + " exchanges");
+    }
+
+    std::string name() const
+    {
+        return "the binding of " + path(0)->name() + " and " + path(1)->name();
+    }
+
+    // The exception that is being handled, with the binding's name.
+    ObserverFailure failure() const
+    {
+        return { std::current_exception(), isGone ? "a binding that has ended since" : name() };
+    }
+
+    // Tells the program of an exception, or of none. False if it does not want to know.
+    Q_NEVER_INLINE bool report(Direction direction, const QString &message)
+    {
+        if (isGone || !extras || !extras->errorHandler)
+            return false;
+        const int side = direction == Direction::forward ? 1 : 0;
+        extras->hasError = !message.isEmpty();
+        const auto handler = extras->errorHandler; // it may be replaced in the call
+        handler({ object(side), keyPath(side), std::exchange(extras->refused, {}), message });
+        return true;
     }
 
     bool transforms(Direction direction) const
@@ -189,7 +214,9 @@ struct BindingPrivate
     {
         if (!replacements)
             replacements = std::make_unique<Replacements>();
+        isDirect = false;
         replacements->objects[side] = std::move(object);
+        path(side)->releaseRoot();
         replacements->paths[side].reset();
     }
 
@@ -204,7 +231,7 @@ struct BindingPrivate
         if (!from.object || !onto.object)
             return false;
         if (transforms(direction))
-            return transformers->pass({ this, direction, from, onto });
+            return transformers->pass({ this, direction, from, onto, &isDirect, to->directRoot() });
         if (from.type != onto.type)
             return false;
         if (Q_LIKELY(from.type == QMetaType::fromType<int>()))
@@ -225,8 +252,11 @@ struct BindingPrivate
     {
         if (NS::isNullObject(value))
             value = {};
-        if (transforms(direction))
+        if (transforms(direction)) {
+            if (extras)
+                extras->refused = value;
             value = transformers->transformed(direction, value);
+        }
         if (!isGone)
             write(direction, std::move(value));
     }
@@ -245,13 +275,30 @@ struct BindingPrivate
                 return;
         } else if (!canBeCompared(current)) {
             if (!std::exchange(hasWarned, true))
-                printWarning("Warning: " + name(*path) + " is not written: its type "
+                printWarning("Warning: " + path->name() + " is not written: its type "
                              + current.typeName() + " has no operator ==");
             return;
         } else if (NS::isEqual(current, value)) {
             return;
         }
+        if (extras)
+            extras->refused = value;
+        if (value.metaType() == current.metaType()) {
+            path->setValue(value);
+            return;
+        }
+        const int side = direction == Direction::forward ? 1 : 0;
+        const auto leave =
+                qScopeGuard([this, side, outer = extra().given[side]] { setGiven(side, outer); });
+        setGiven(side, &value);
         path->setValue(value);
+    }
+
+    void setGiven(int side, const QVariant *value)
+    {
+        const quint8 obstacle = side == 0 ? givesToFirst : givesToSecond;
+        extra().given[side] = value;
+        obstacles = value ? obstacles | obstacle : obstacles & ~obstacle;
     }
 };
 
@@ -272,7 +319,7 @@ public:
     {
         if (--d->depth > 0)
             return;
-        d->isStopped = false;
+        d->obstacles &= ~BindingPrivate::stopped;
         if (d->isGone)
             delete d;
     }
@@ -280,6 +327,19 @@ public:
 private:
     BindingPrivate *d;
 };
+
+// Most who meet this exception wanted one direction only.
+void observeEditedSide(Registration *path)
+{
+    try {
+        path->observe();
+    } catch (const NS::KeyValueException &error) {
+        if (error.reason() != NS::KeyValueException::notObservable)
+            throw;
+        throw NS::KeyValueException(error.reason(), error.className(), error.keyPath(), error.key(),
+                                    u"to bind one way, pass twoWayBinding = false"_s);
+    }
+}
 
 } // namespace
 
@@ -341,15 +401,20 @@ BindingBase::BindingBase(NS::ObjectReference object, const QString &with, NS::Ob
     Registration *const secondPath = Registration::addTarget(std::move(to), this, toWith);
     d->firstPath = Registration::add(std::move(object), this, with,
                                      NS::KeyValueObservingOptions::newValue);
-    BindingBase::pathChanged(*d->firstPath);
+    try {
+        BindingBase::pathChanged(*d->firstPath);
+    } catch (const ObserverFailure &failure) {
+        std::rethrow_exception(failure.cause);
+    }
     if (twoWayBinding)
-        secondPath->observe();
+        observeEditedSide(secondPath);
     static_cast<void>(owned.release());
 }
 
 BindingBase::~BindingBase()
 {
     d->isGone = true;
+    d->isDirect = false;
     if (d->depth == 0)
         delete d;
 }
@@ -372,6 +437,11 @@ QObject *BindingBase::second() const
 const QString &BindingBase::secondKeyPath() const
 {
     return d->keyPath(1);
+}
+
+void BindingBase::setErrorHandler(std::function<void(const BindingError &)> handler)
+{
+    d->extra().errorHandler = std::move(handler);
 }
 
 bool BindingBase::twoWayBinding() const
@@ -403,11 +473,28 @@ void BindingBase::pathChanged(Registration &path)
             return;
         direction = *found;
     }
-    if (!d->mayPass())
+    if (!d->mayPass(direction))
         return;
-    const Pass pass(d);
-    if (!d->passPlain(path, direction))
-        d->passBoxed(direction, path);
+    BindingPrivate *const passing = d; // the binding may end in the pass
+    const Pass pass(passing);
+    try {
+#ifndef QT_NO_DEBUG
+        const PropertyBindingWatch watch(passing->target(direction));
+#endif
+        const bool isPlain = !passing->tellsOfErrors() && passing->passPlain(path, direction);
+        if (!isPlain)
+            passing->passBoxed(direction, path);
+        if (Q_UNLIKELY(passing->extras && passing->extras->hasError))
+            passing->report(direction, {});
+    } catch (const NS::KeyValueException &error) {
+        if (!passing->report(direction, QString::fromUtf8(error.what())))
+            throw; // names its class and key path already
+    } catch (const std::exception &error) {
+        if (!passing->report(direction, QString::fromUtf8(error.what())))
+            throw passing->failure();
+    } catch (...) {
+        throw passing->failure();
+    }
 }
 
 void BindingBase::observeValue(const QString &keyPath, QObject *object,
@@ -418,7 +505,7 @@ void BindingBase::observeValue(const QString &keyPath, QObject *object,
         return;
     if (!change)
         fatalError("Error: a binding was notified without a change");
-    if (!d->mayPass())
+    if (!d->mayPass(*direction))
         return;
     const Pass pass(d);
     d->passBoxed(*direction, change->newValue);

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 
 // Not API: what Binding and TransformableBinding share. Their users read the public part of
@@ -35,6 +36,14 @@ struct PELLARVINE_EXPORT Passage
     Direction direction;
     PlainProperty source;
     PlainProperty target;
+    const bool *isDirect; ///< while true, `root` is whole, and the target is its property
+    const NS::ObjectReference *root; ///< null if the target is found another way
+
+    /// hasItsTarget() at a fraction of its cost.
+    bool stillHasItsTarget() const
+    {
+        return root && *isDirect ? root->get() == target.object : hasItsTarget();
+    }
 
     /// Whether `target` is still what it was. To be asked after a function of the program has run.
     bool hasItsTarget() const;
@@ -62,6 +71,15 @@ public:
 
 /// @endcond
 
+/// A value that a binding could not carry.
+struct BindingError
+{
+    QObject *object; ///< that was to be written; null if it is gone
+    QString keyPath; ///< of that object
+    QVariant value; ///< what it could not take; a value that a transformer refused, as it came
+    QString message; ///< of the exception, in UTF-8; empty once a value was carried again
+};
+
 /// What `Binding` and `TransformableBinding` have in common; not made by itself.
 class PELLARVINE_EXPORT BindingBase : private NS::KeyValueObserver
 {
@@ -80,6 +98,16 @@ public:
     const QString &firstKeyPath() const; ///< as it was given
     const QString &secondKeyPath() const; ///< as it was given
     bool twoWayBinding() const; ///< changes of the second side are carried too
+
+    /// Calls a function, instead of printing a warning, for a value that the side to be written
+    /// cannot take, and for whatever is derived from std::exception and thrown by a transformer:
+    /// that is how a transformer refuses a value. The function is called again, with an empty
+    /// message, when a value has been carried after an error. It may destroy the binding.
+    ///
+    ///     binding.setErrorHandler([label](const Pellarvine::BindingError &error) {
+    ///         label->setText(error.message);
+    ///     });
+    void setErrorHandler(std::function<void(const BindingError &)> handler);
 
     /// Called by the key-value layer. Carries the change's new value to the other side; ignores
     /// objects and key paths that are neither side's. No change at all stops the process.
@@ -103,3 +131,14 @@ private:
 };
 
 } // namespace Pellarvine::detail
+
+namespace Pellarvine {
+
+/// What `Binding` and `TransformableBinding` both are, so that one container can hold them:
+///
+///     std::vector<std::unique_ptr<Pellarvine::AnyBinding>> m_bindings;
+using AnyBinding = detail::BindingBase;
+
+using detail::BindingError;
+
+} // namespace Pellarvine

@@ -5,6 +5,7 @@
 #include "KeyValue/KeyValuePath.h"
 
 #include <memory>
+#include <stdexcept>
 #include <utility>
 
 namespace Pellarvine {
@@ -44,8 +45,11 @@ Observer::Observer(NS::ObjectReference object, const QString &keyPath, bool fire
     owned->callback = std::move(callback);
     d = owned.get();
     detail::Registration::add(std::move(object), this, keyPath,
-                              fireInitial ? NS::KeyValueObservingOptions::newValueAndInitial
-                                          : NS::KeyValueObservingOptions::newValue);
+                              fireInitial && owned->callback
+                                      ? NS::KeyValueObservingOptions::newValueAndInitial
+                                      : NS::KeyValueObservingOptions::newValue);
+    if (!owned->callback)
+        throw std::invalid_argument("an observer needs a callback");
     static_cast<void>(owned.release());
 }
 

@@ -33,13 +33,13 @@ public:
 
     /// With `fireInitial`, the callback is called once with the current value before the
     /// constructor returns. Throws `NS::KeyValueException` for a key path that the object lacks or
-    /// does not report on, and what the callback throws in that first call. What it throws later is
-    /// printed as a warning.
-    Observer(NS::ObjectReference object, const QString &keyPath, bool fireInitial,
-             Callback callback);
+    /// does not report on, `std::invalid_argument` for an empty callback, and what the callback
+    /// throws in that first call. What it throws later is printed as a warning.
+    [[nodiscard]] Observer(NS::ObjectReference object, const QString &keyPath, bool fireInitial,
+                           Callback callback);
 
     /// The same with `fireInitial` true.
-    Observer(NS::ObjectReference object, const QString &keyPath, Callback callback);
+    [[nodiscard]] Observer(NS::ObjectReference object, const QString &keyPath, Callback callback);
 
     ~Observer() override;
 

@@ -69,7 +69,7 @@ private:
             From value {};
             passage.source.read(&value);
             To result = transformer(std::move(value));
-            if (!passage.hasItsTarget()) {
+            if (!passage.stillHasItsTarget()) {
                 passage.write(QVariant::fromValue(std::move(result)));
                 return true;
             }
@@ -93,10 +93,14 @@ private:
 /// `Binding` with transformers that have types: `A` is what the first side holds, `B` what the
 /// second holds.
 ///
-///     const Pellarvine::TransformableBinding<double, QString> shown(
-///             thermometer, u"celsius"_s, field, u"text"_s, true,
-///             [](double celsius) { return QLocale().toString(celsius, 'f', 1); },
-///             [](const QString &text) { return QLocale().toDouble(text); });
+///     // A slider that goes by halves of a degree.
+///     const Pellarvine::TransformableBinding<double, int> shown(
+///             thermometer, u"celsius"_s, slider, u"value"_s, true,
+///             [](double celsius) { return qRound(celsius * 2); },
+///             [](int halves) { return halves / 2.0; });
+///
+/// A field that a number is typed into is rewritten at every key by such a pair ("2" becomes
+/// "2.0"): `NS::bind` with the option `commit` waits until the number has been entered.
 ///
 /// It works as `Binding` does, with two differences. No value is carried on without asking the
 /// transformer, and so is a value that is no `A` (going back, no `B`); the property at the other
@@ -114,10 +118,11 @@ class TransformableBinding final : public detail::BindingBase
 
 public:
     /// Throws what the constructor of `Binding` throws.
-    TransformableBinding(NS::ObjectReference object, const QString &with, NS::ObjectReference to,
-                         const QString &toWith, bool twoWayBinding = true,
-                         std::function<B(A)> forwardTransformer = {},
-                         std::function<A(B)> reverseTransformer = {})
+    [[nodiscard]] TransformableBinding(NS::ObjectReference object, const QString &with,
+                                       NS::ObjectReference to, const QString &toWith,
+                                       bool twoWayBinding = true,
+                                       std::function<B(A)> forwardTransformer = {},
+                                       std::function<A(B)> reverseTransformer = {})
         : BindingBase(std::move(object), with, std::move(to), toWith, twoWayBinding,
                       forwardTransformer || reverseTransformer
                               ? std::make_unique<detail::TypedTransformers<A, B>>(

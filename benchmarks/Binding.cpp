@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Goals.h"
 
+#include <pellarvine/Platform/NSComputedBinding.h>
+#include <pellarvine/Platform/NSKeyValueBinding.h>
 #include <pellarvine/Shared/Binding.h>
+#include <pellarvine/Shared/MemberBinding.h>
 #include <pellarvine/Shared/Observer.h>
 #include <pellarvine/Shared/TransformableBinding.h>
 
@@ -118,6 +121,24 @@ void signalToSlot(benchmark::State &state)
     Model source;
     Model target;
     QObject::connect(&source, &Model::valueChanged, &target, &Model::setValue);
+    change(state, source, target);
+}
+
+void signalToSlotPair(benchmark::State &state)
+{
+    Model source;
+    Model target;
+    QObject::connect(&source, &Model::valueChanged, &target, &Model::setValue);
+    QObject::connect(&target, &Model::valueChanged, &source, &Model::setValue);
+    change(state, source, target);
+}
+
+void members(benchmark::State &state)
+{
+    Model source;
+    Model target;
+    const auto value = property(&Model::value, &Model::setValue, &Model::valueChanged);
+    const MemberBinding binding(&source, value, &target, value);
     change(state, source, target);
 }
 
@@ -245,6 +266,26 @@ void notification(benchmark::State &state)
         state.SkipWithError("not every observer was told");
 }
 
+// Makes state.range(0) computed bindings, changes their common source once, and destroys them.
+void computed(benchmark::State &state)
+{
+    const auto count = std::size_t(state.range(0));
+    Model first;
+    Model second;
+    std::vector<Model> targets(count);
+    int value = 0;
+    for (auto _ : state) {
+        for (Model &target : targets)
+            NS::bind(&target, u"value"_s, { { &first, u"value"_s }, { &second, u"value"_s } },
+                     [](int one, int other) { return one + other; });
+        first.setValue(++value);
+        for (Model &target : targets)
+            NS::unbind(&target, u"value"_s);
+    }
+    if (targets.back().value() != value)
+        state.SkipWithError("the last target has not followed");
+}
+
 // The bytes of the heap that a binding between two objects takes, the connections in Qt included:
 // by the allocator's own account, with its headers and its rounding. The bindings stay, so that
 // none of them lives in what an earlier one has left.
@@ -264,6 +305,8 @@ void memory(benchmark::State &state)
 }
 
 BENCHMARK(signalToSlot)->Name("binding/signalToSlot");
+BENCHMARK(signalToSlotPair)->Name("binding/signalToSlotPair");
+BENCHMARK(members)->Name("binding/members");
 BENCHMARK(byNameRelay)->Name("binding/byNameRelay");
 BENCHMARK(transformingByNameRelay)->Name("binding/transformingByNameRelay");
 BENCHMARK(twoWayByNameRelay)->Name("binding/twoWayByNameRelay");
@@ -276,6 +319,7 @@ BENCHMARK(typedTransformedTwoWay)->Name("binding/typedTransformedTwoWay");
 BENCHMARK(dotted)->Name("binding/dotted")->Arg(1)->Arg(2)->Arg(8);
 BENCHMARK(construction)->Name("binding/construction")->Arg(1000)->Arg(10000);
 BENCHMARK(notification)->Name("binding/notification")->Arg(1000)->Arg(10000);
+BENCHMARK(computed)->Name("binding/computed")->Arg(1000)->Arg(10000);
 BENCHMARK(memory)->Name("binding/memory")->Arg(1)->Arg(2)->Iterations(1);
 
 } // namespace
@@ -289,6 +333,12 @@ int main(int argc, char **argv)
                       Goal::timeAtMost, 1.0 },
                     { "binding/typedOverRelay", "binding/typed", "binding/byNameRelay",
                       Goal::timeAtMost, 0.6 },
+                    { "binding/typedTransformedOverRelay", "binding/typedTransformed",
+                      "binding/byNameRelay", Goal::timeAtMost, 0.6 },
+                    { "binding/membersOverSignalToSlotPair", "binding/members",
+                      "binding/signalToSlotPair", Goal::timeAtMost, 1.3 },
+                    { "binding/computedIsLinear", "binding/computed/10000", "binding/computed/1000",
+                      Goal::timeAtMost, 20.0 },
                     { "binding/twoWayOverRelay", "binding/twoWay", "binding/byNameRelay",
                       Goal::timeAtMost, 1.1 },
                     { "binding/depthCostsNothing", "binding/dotted/8", "binding/dotted/2",

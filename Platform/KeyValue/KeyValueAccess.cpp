@@ -5,6 +5,7 @@
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/KeyValueEquality.h"
 #include "KeyValue/PlainProperty.h"
+#include "KeyValue/WidgetAccess.h"
 
 #include <QMetaMethod>
 #include <QMetaProperty>
@@ -50,6 +51,28 @@ bool isPlain(QMetaType type)
            && !isPointer(type) && !holdsObject(type) && type.isEqualityComparable()
            && type.sizeOf() <= longestPlain
            && type.alignOf() <= qsizetype(alignof(std::max_align_t));
+}
+
+// A class that declares a `visible` of its own is taken at its word.
+bool isExplicitState(const QObject *object, const QMetaProperty &property)
+{
+    const QByteArrayView name = property.name();
+    return object->isWidgetType() && (name == "visible" || name == "enabled")
+           && qstrcmp(property.enclosingMetaObject()->className(), "QWidget") == 0;
+}
+
+QVariant explicitState(const QObject *widget, const Access &access, const QString &key)
+{
+    const bool isEnabled = key == "enabled"_L1;
+    if (const WidgetAccess *const installed = widgetAccess())
+        return isEnabled ? installed->enabled(widget) : installed->visible(widget);
+    // Without the widgets library it is known of some widgets only.
+    if (widget->metaObject()->property(access.index).read(widget).toBool())
+        return true;
+    const QObject *const parent = widget->parent();
+    if (isEnabled && (!parent || parent->property("enabled").toBool()))
+        return false;
+    return {};
 }
 
 bool isFloating(QMetaType type)
@@ -120,6 +143,22 @@ QString description(const QVariant &value, QMetaType type)
     return u"%1%2 is no %3"_s.arg(QString::fromUtf8(value.typeName()),
                                   text.isEmpty() ? text : u" "_s + text,
                                   QString::fromUtf8(type.name()));
+}
+
+void writeDynamic(QObject *object, const QString &key, const QVariant &value, const KeyPath &path)
+{
+    const QByteArray name = key.toUtf8();
+    // An invalid value would remove the property, and with it the key.
+    QVariant written = value.isValid() ? value : NS::nullObject();
+    if (object->property("keepsPropertyTypes").toBool()) {
+        const QMetaType type = object->property(name.constData()).metaType();
+        const auto fitting = converted(value, type);
+        if (!fitting)
+            fail(NS::KeyValueException::notConvertible, className(object), key, path,
+                 description(value, type));
+        written = *fitting;
+    }
+    object->setProperty(name.constData(), written);
 }
 
 bool isEmpty(const QVariant &value)
@@ -212,9 +251,12 @@ bool replaceInside(QVariant &container, const Keys &keys, qsizetype index, const
 
 } // namespace
 
-Keys keys(const KeyPath &path)
+Keys keys(const QObject *root, const KeyPath &path)
 {
-    return path.split(u'.');
+    Keys keys = path.split(u'.');
+    if (keys.contains(QString()))
+        fail(NS::KeyValueException::undefinedKey, className(root), {}, path);
+    return keys;
 }
 
 Access findProperty(QObject *object, const QString &key, const KeyPath &path)
@@ -236,7 +278,9 @@ Access findProperty(QObject *object, const QString &key, const KeyPath &path)
     access.type = property.metaType();
     access.isWritable = property.isWritable();
     // A D-Bus interface answers in a variant of its own.
-    access.isPlain = isPlain(access.type) && !object->inherits("QDBusAbstractInterface");
+    access.isExplicitState = isExplicitState(object, property);
+    access.isPlain = isPlain(access.type) && !access.isExplicitState
+                     && !object->inherits("QDBusAbstractInterface");
     return access;
 }
 
@@ -244,6 +288,8 @@ QVariant readProperty(QObject *object, const Access &access, const QString &key)
 {
     if (access.index < 0)
         return object->property(key.toUtf8().constData());
+    if (access.isExplicitState)
+        return explicitState(object, access, key);
     if (!access.isPlain)
         return object->metaObject()->property(access.index).read(object);
     QVariant value(access.type);
@@ -255,8 +301,7 @@ void writeProperty(QObject *object, const Access &access, const QString &key, co
                    const KeyPath &path)
 {
     if (access.index < 0) {
-        // An invalid value would remove the property, and with it the key.
-        object->setProperty(key.toUtf8().constData(), value.isValid() ? value : NS::nullObject());
+        writeDynamic(object, key, value, path);
         return;
     }
     if (!access.isWritable)

@@ -19,8 +19,8 @@ namespace Pellarvine::detail {
 using KeyPath = QString;
 using Keys = QStringList;
 
-/// The keys of a path; an empty path is one empty key, which nothing has.
-Keys keys(const KeyPath &path);
+/// The keys of a path from `root`. Throws if one of them is empty.
+Keys keys(const QObject *root, const KeyPath &path);
 
 /// In bytes. The alignment is at most std::max_align_t's.
 inline constexpr qsizetype longestPlain = 64;
@@ -34,6 +34,9 @@ struct Access
     /// or null, has an ==, and is no longer than longestPlain.
     bool isPlain = false;
     bool isWritable = true;
+    /// A widget's own `visible` or `enabled`: read as they were set, where Qt's getters tell what
+    /// the ancestors make of them. No value where that is unknown.
+    bool isExplicitState = false;
 };
 
 /// The key's access. Throws if the object has no such key or cannot read it.
@@ -49,7 +52,8 @@ void writeProperty(QObject *object, const Access &access, const QString &key, co
 
 /// What the gadget or map `container` holds under `key`. Throws if it is neither, or has no such
 /// key; a map may lack it.
-QVariant valueInside(const QVariant &container, const QString &key, const KeyPath &path);
+PELLARVINE_PRIVATE_EXPORT QVariant valueInside(const QVariant &container, const QString &key,
+                                               const KeyPath &path);
 
 /// Writes to the end of keys[first...], starting at an object.
 void setValue(QObject *object, const Keys &keys, qsizetype first, const QVariant &value,
@@ -63,7 +67,7 @@ bool isNumber(QMetaType type);
 PELLARVINE_PRIVATE_EXPORT std::optional<QObject *> object(const QVariant &value);
 
 /// Nothing for a null pointer and the null object, else the value.
-QVariant withoutNull(const QVariant &value);
+PELLARVINE_PRIVATE_EXPORT QVariant withoutNull(const QVariant &value);
 
 /// The index of the object's own isEqual(QObject *), or -1; and the answer of that method.
 int isEqualMethod(const QObject *object);

@@ -7,7 +7,7 @@ namespace NS {
 
 QVariant valueForKeyPath(QObject *object, const QString &keyPath)
 {
-    const detail::Keys keys = detail::keys(keyPath);
+    const detail::Keys keys = detail::keys(object, keyPath);
     QVariant value = QVariant::fromValue(object);
     for (const QString &key : keys) {
         if (const auto holder = detail::object(value)) {
@@ -27,7 +27,7 @@ QVariant valueForKeyPath(QObject *object, const QString &keyPath)
 
 void setValueForKeyPath(QObject *object, const QString &keyPath, const QVariant &value)
 {
-    detail::setValue(object, detail::keys(keyPath), 0, value, keyPath);
+    detail::setValue(object, detail::keys(object, keyPath), 0, value, keyPath);
 }
 
 } // namespace NS

@@ -37,6 +37,9 @@ PELLARVINE_EXPORT QVariant valueForKeyPath(QObject *object, const QString &keyPa
 /// type's default; a dynamic property then holds the null object, and a map loses the key. With a
 /// null object on the way there is nothing to write to, and nothing happens.
 ///
+/// A dynamic property takes a value of any type, unless its object has a property
+/// `keepsPropertyTypes` that is true: then it keeps its type as a declared one does.
+///
 /// Throws `KeyValueException` for a key that is not there (none is ever added to an object), for
 /// one that cannot be written, and for a value that does not fit: 3.7 or "abc" into an int.
 PELLARVINE_EXPORT void setValueForKeyPath(QObject *object, const QString &keyPath,

@@ -6,6 +6,8 @@
 
 #include <QObject>
 
+#include <exception>
+#include <string>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -32,9 +34,18 @@ void KeyValueObserver::pathChanged(detail::Registration &path)
     KeyValueChange change { path.value() };
     if (!change.newValue.isValid())
         change.newValue = nullObject();
-    // A copy, since the registration may end in the call.
+    // Copies, since the registration may end in the call.
     const QString keyPath = path.keyPath();
-    observeValue(keyPath, path.root(), &change);
+    const char *const className = path.root() ? path.root()->metaObject()->className() : "nullptr";
+    try {
+        observeValue(keyPath, path.root(), &change);
+    } catch (const KeyValueException &) {
+        throw; // names its class and key path already
+    } catch (...) {
+        throw detail::ObserverFailure { std::current_exception(), std::string("the observer of ")
+                                                                          + className + '.'
+                                                                          + keyPath.toStdString() };
+    }
 }
 
 void addObserver(QObject *object, KeyValueObserver *observer, const QString &keyPath,

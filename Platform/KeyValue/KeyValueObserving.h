@@ -4,10 +4,12 @@
 #include <pellarvine/Platform/Global.h>
 #include <pellarvine/Platform/KeyValueException.h>
 
+#include <QByteArray>
 #include <QString>
 #include <QVariant>
 
 QT_FORWARD_DECLARE_CLASS(QObject)
+QT_FORWARD_DECLARE_STRUCT(QMetaObject)
 
 namespace Pellarvine::detail {
 class Registration;
@@ -71,12 +73,23 @@ private:
 /// object on the way is replaced or destroyed, which counts as a change, and falls silent when
 /// `object` itself is destroyed: neither is kept alive.
 ///
-/// Changes are learnt from NOTIFY signals, from bindable properties, and from the events of dynamic
-/// ones. Throws `KeyValueException` for a key that is not there, and for one that can change
-/// without saying so; nothing is registered then. If an object that comes in later lacks a key, the
-/// path ends at nothing and a warning is printed.
+/// Changes are learnt from NOTIFY signals, the signals of registerChangeSignal(), bindable
+/// properties, and the events of dynamic ones. Throws `KeyValueException` for a key that is not
+/// there, and for one that can change without saying so; nothing is registered then. If an object
+/// that comes in later lacks a key, the path ends at nothing and a warning is printed.
 PELLARVINE_EXPORT void addObserver(QObject *object, KeyValueObserver *observer,
                                    const QString &keyPath, KeyValueObservingOptions options);
+
+/// Names the signal that tells of the changes of a property that has no NOTIFY signal, for this
+/// class and those derived from it. The editors of Qt Widgets are known already, the plain text of
+/// a QTextEdit say:
+///
+///     NS::registerChangeSignal(Dial::staticMetaObject, "angle", "moved(double)");
+///
+/// Throws `KeyValueException` if the class lacks the property or the signal. To be called once,
+/// before the property is observed; thread-safe.
+PELLARVINE_EXPORT void registerChangeSignal(const QMetaObject &metaObject,
+                                            const QByteArray &property, const QByteArray &signal);
 
 /// Ends the latest registration of `observer` for that object and key path. Throws
 /// `KeyValueException` (undefinedKey) if there is none.

@@ -64,7 +64,7 @@ WatchedPath::WatchedPath(NS::ObjectReference root, QString keyPath, Purpose purp
     if (object && m_keyPath.contains(u'.')) {
         m_walk = std::make_unique<Walk>();
         m_walk->isObserving = purpose == observing;
-        m_walk->keys = keys(m_keyPath);
+        m_walk->keys = keys(object, m_keyPath);
         build(object, 0);
         return;
     }
@@ -88,6 +88,18 @@ void WatchedPath::observe()
     } else {
         m_changes = Subscription::toChanges(object, m_access, m_keyPath, m_keyPath, this);
     }
+}
+
+void WatchedPath::releaseRoot()
+{
+    m_root = NS::ObjectReference(m_root.get());
+}
+
+std::string WatchedPath::name() const
+{
+    const QObject *const object = root();
+    const std::string className = object ? object->metaObject()->className() : "nullptr";
+    return className + '.' + m_keyPath.toStdString();
 }
 
 QVariant WatchedPath::value()
@@ -253,6 +265,9 @@ Registration *Registration::add(NS::ObjectReference object, NS::KeyValueObserver
     if (options == NS::KeyValueObservingOptions::newValueAndInitial) {
         try {
             observer->pathChanged(*registration);
+        } catch (const ObserverFailure &failure) {
+            observer->remove(registration);
+            std::rethrow_exception(failure.cause);
         } catch (...) {
             observer->remove(registration);
             throw;

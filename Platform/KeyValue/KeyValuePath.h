@@ -10,6 +10,7 @@
 #include "KeyValue/PlainProperty.h"
 
 #include <memory>
+#include <string>
 
 namespace Pellarvine::detail {
 
@@ -31,6 +32,11 @@ public:
     /// Null once it is destroyed.
     QObject *root() const { return m_root.get(); }
     const QString &keyPath() const { return m_keyPath; }
+    /// "Person.address.city", for messages.
+    std::string name() const;
+
+    /// Goes on watching the root, but no longer keeps it alive.
+    void releaseRoot();
 
     /// No value for null, and where the path ends early.
     QVariant value();
@@ -51,6 +57,9 @@ public:
     }
     /// The same; without an object if it is read-only.
     PlainProperty plainTarget() const { return m_access.isWritable ? plain() : PlainProperty(); }
+
+    /// What the property is directly of; null for a path of several keys.
+    const NS::ObjectReference *directRoot() const { return m_walk ? nullptr : &m_root; }
 
     /// Whether plainTarget() would still be `property`.
     bool stillEndsAt(const PlainProperty &property) const

@@ -2,6 +2,7 @@
 #include "KeyValue/KeyValueSubscription.h"
 
 #include "Base/Failure.h"
+#include "KeyValue/ChangeSignal.h"
 #include "KeyValue/KeyValueException.h"
 
 #include <QDynamicPropertyChangeEvent>
@@ -38,14 +39,25 @@ struct Slot
 
 namespace {
 
+std::string text(const std::exception_ptr &thrown)
+{
+    try {
+        std::rethrow_exception(thrown);
+    } catch (const std::exception &error) {
+        return error.what();
+    } catch (...) {
+        return "an observer threw something that is no exception";
+    }
+}
+
 inline void fire(const Slot *slot) noexcept
 {
     try {
         slot->listener->fired(slot);
-    } catch (const std::exception &error) {
-        printWarning(error);
+    } catch (const ObserverFailure &failure) {
+        printWarning("Warning: " + text(failure.cause) + " (" + failure.observation + ')');
     } catch (...) {
-        printWarning("Warning: an observer threw something that is no exception");
+        printWarning("Warning: " + text(std::current_exception()));
     }
 }
 
@@ -221,8 +233,9 @@ Subscription Subscription::toChanges(QObject *object, const Access &access, cons
     if (access.index < 0)
         return Subscription(new DynamicSlot(listener, object, key));
     const QMetaProperty property = object->metaObject()->property(access.index);
-    if (property.hasNotifySignal())
-        return Subscription(connected(object, property.notifySignalIndex(), listener));
+    const int signal = changeSignal(object->metaObject(), property);
+    if (signal >= 0)
+        return Subscription(connected(object, signal, listener));
     if (property.isConstant())
         return {};
     QUntypedBindable bindable =
@@ -231,6 +244,11 @@ Subscription Subscription::toChanges(QObject *object, const Access &access, cons
         throw NS::KeyValueException(NS::KeyValueException::notObservable,
                                     object->metaObject()->className(), path, key);
     return Subscription(new BindableSlot(listener, bindable));
+}
+
+Subscription Subscription::toSignal(QObject *object, int signal, Listener *listener)
+{
+    return Subscription(connected(object, signal, listener));
 }
 
 Subscription Subscription::toDestruction(QObject *object, Listener *listener)

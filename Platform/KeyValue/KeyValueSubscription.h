@@ -4,6 +4,8 @@
 
 #include "KeyValue/KeyValueAccess.h"
 
+#include <exception>
+#include <string>
 #include <utility>
 
 QT_FORWARD_DECLARE_CLASS(QObject)
@@ -12,12 +14,20 @@ namespace Pellarvine::detail {
 
 struct Slot;
 
+/// What an observer threw, and the name of the observation.
+struct ObserverFailure
+{
+    std::exception_ptr cause;
+    std::string observation;
+};
+
 /// Who is told when something happens to one of its subscriptions.
 class Listener
 {
 public:
     /// `slot` tells which. The listener may be destroyed in this call. What it throws is caught and
-    /// printed as a warning: an exception must not travel through the signal that brought the word.
+    /// printed as a warning, with the name that an ObserverFailure has: an exception must not
+    /// travel through the signal that brought the word.
     virtual void fired(const Slot *slot) = 0;
 
 protected:
@@ -47,6 +57,8 @@ public:
     /// saying so; a CONSTANT one gives an empty subscription.
     static Subscription toChanges(QObject *object, const Access &access, const QString &key,
                                   const KeyPath &path, Listener *listener);
+    /// To a signal, by its index.
+    static Subscription toSignal(QObject *object, int signal, Listener *listener);
     static Subscription toDestruction(QObject *object, Listener *listener);
 
     /// What fired() is told; null for an empty subscription.

@@ -27,7 +27,8 @@ namespace NS {
 /// Dynamic properties in the file say how (docs/interface-files.md has the whole syntax):
 ///
 ///     outlets      owner.nameField                the owner's property nameField is this object
-///     bindings     text = owner.account.name      a value binding, as NS::bind
+///     bindings     text = owner.account.name      a value binding, as NS::bind; options follow,
+///                                                 `text = owner.port | commit | required`
 ///     actions      clicked -> owner.save          a signal to a slot
 ///     constraints  leading = superview.leading + 8
 ///

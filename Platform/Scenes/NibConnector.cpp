@@ -2,6 +2,7 @@
 #include "Scenes/NibConnector.h"
 
 #include "Base/MethodLookup.h"
+#include "Controls/NSChoices.h"
 #include "KeyValue/KeyValueAccess.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/NSKeyValueBinding.h"
@@ -10,6 +11,7 @@
 #include <QMetaObject>
 #include <QWidget>
 
+#include <stdexcept>
 #include <utility>
 #include <variant>
 
@@ -72,7 +74,7 @@ void NibConnector::take(const Entry &entry, const NibOutlet &outlet)
 
 void NibConnector::take(const Entry &entry, const NibBinding &binding)
 {
-    m_bindings.append({ entry, binding.key, path(entry, binding.path) });
+    m_bindings.append({ entry, binding.key, path(entry, binding.path), binding.options });
 }
 
 void NibConnector::take(const Entry &entry, const NibAction &action)
@@ -177,10 +179,25 @@ void NibConnector::setOutlet(const Outlet &outlet)
     });
 }
 
+void NibConnector::offerChoices(const ValueBinding &binding)
+{
+    try {
+        NS::bindChoices(qobject_cast<QWidget *>(binding.object), binding.path.root,
+                        binding.path.keyPath, { binding.options.title, binding.options.tag });
+    } catch (const std::invalid_argument &error) {
+        throw NibFault { NS::NibError::unknownKeyPath, binding.key,
+                         u"%1 (binding \"%2\")"_s.arg(QString::fromUtf8(error.what()),
+                                                      binding.text.text) };
+    }
+}
+
 void NibConnector::bindValue(const ValueBinding &binding)
 {
     try {
-        NS::bind(binding.object, binding.key, binding.path.root, binding.path.keyPath);
+        if (binding.key == "choices"_L1)
+            return offerChoices(binding);
+        NS::bind(binding.object, binding.key, binding.path.root, binding.path.keyPath,
+                 bindingOptions(binding.options));
     } catch (const NS::KeyValueException &error) {
         const bool isObserved = error.keyPath() == binding.path.keyPath;
         NibFault fault = unknownKeyPath(isObserved ? binding.path.keyPath : binding.key, error);

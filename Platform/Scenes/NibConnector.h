@@ -56,6 +56,7 @@ private:
     {
         QString key;
         Path path;
+        NibBindingOptions options;
     };
     struct Action : Entry
     {
@@ -73,6 +74,7 @@ private:
     QWidget *item(const Entry &entry, const QString &name) const;
     void setOutlet(const Outlet &outlet);
     void bindValue(const ValueBinding &binding);
+    static void offerChoices(const ValueBinding &binding);
 
     // Makes a NibError of a NibFault in `step`.
     template <typename Step>

@@ -41,11 +41,14 @@ NibEntry outlet(const QString &text)
 
 NibEntry binding(const QString &text)
 {
-    static const QRegularExpression sentence = pattern(uR"((\w+)\s*=\s*(\w+(?:\.\w+)+))"_s);
+    static const QRegularExpression sentence =
+            pattern(uR"((\w+)\s*=\s*(!\s*)?(\w+(?:\.\w+)+)\s*(\|.*)?)"_s);
     const auto match = sentence.match(text);
     if (!match.hasMatch())
         throw malformed(text, u"a binding has the form \"text = owner.name\""_s);
-    return NibBinding { match.captured(1), path(match.captured(2)) };
+    NibBindingOptions options = nibBindingOptions(match.captured(4), text);
+    options.negates = match.hasCaptured(2);
+    return NibBinding { match.captured(1), path(match.captured(3)), options };
 }
 
 NibEntry action(const QString &text)

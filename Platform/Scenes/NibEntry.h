@@ -4,6 +4,7 @@
 
 #include "Base/Global.h"
 #include "Layout/NSLayoutConstraint.h"
+#include "Scenes/NibBindingOptions.h"
 #include "Scenes/NibFile.h"
 
 #include <QList>
@@ -30,11 +31,12 @@ struct NibOutlet
     bool operator==(const NibOutlet &) const = default;
 };
 
-/// text = owner.account.name
+/// text = owner.account.name | commit
 struct NibBinding
 {
     QString key;
     NibPath path;
+    NibBindingOptions options = {};
 
     bool operator==(const NibBinding &) const = default;
 };

@@ -4,6 +4,7 @@
 #include <pellarvine/Platform/KeyValueCoding.h>
 #include <pellarvine/Platform/KeyValueEquality.h>
 #include <pellarvine/Shared/Binding.h>
+#include <pellarvine/Shared/TransformableBinding.h>
 
 #include <QAction>
 #include <QLabel>
@@ -456,7 +457,177 @@ TEST(Binding, what_does_not_fit_is_thrown_while_it_is_made_and_printed_later)
     EXPECT_EQ(first.height, 3.7);
 }
 
+TEST(Binding, a_warning_for_what_a_transformer_throws_names_both_sides)
+{
+    Person first;
+    Person second;
+    bool throws = false;
+    const Binding binding(&first, u"age"_s, &second, u"level"_s, false, [&](const QVariant &value) {
+        if (throws)
+            throw std::runtime_error("no rate");
+        return value;
+    });
+    throws = true;
+    EXPECT_EQ(output([&] { first.setAge(1); }),
+              "Warning: no rate (the binding of Person.age and Person.level)\n");
+}
+
+TEST(Binding, an_error_handler_is_told_what_does_not_fit_and_when_it_is_over)
+{
+    Person first;
+    Person second;
+    Binding binding(&first, u"height"_s, &second, u"age"_s, true, {}, [](const QVariant &age) {
+        if (age.toInt() > 120)
+            throw std::runtime_error("nobody is that old");
+        return age;
+    });
+    std::vector<BindingError> errors;
+    binding.setErrorHandler([&](const BindingError &error) { errors.push_back(error); });
+    EXPECT_EQ(output([&] {
+                  set(first, u"height"_s, 3.5);
+                  set(first, u"height"_s, 4);
+                  set(first, u"height"_s, 5);
+                  second.setAge(130);
+                  second.setAge(30);
+              }),
+              "");
+    ASSERT_EQ(errors.size(), 4);
+    EXPECT_EQ(errors[0].object, &second);
+    EXPECT_EQ(errors[0].keyPath, u"age"_s);
+    EXPECT_EQ(errors[0].value, 3.5);
+    EXPECT_NE(errors[0].message.indexOf(u"double 3.5 is no int"_s), -1);
+    EXPECT_TRUE(errors[1].message.isEmpty());
+    EXPECT_EQ(errors[2].object, &first);
+    EXPECT_EQ(errors[2].value, 130);
+    EXPECT_EQ(errors[2].message, u"nobody is that old"_s);
+    EXPECT_TRUE(errors[3].message.isEmpty());
+    EXPECT_EQ(first.height, 30);
+
+    first.name = u"1"_s;
+    auto ending = std::make_unique<Binding>(&first, u"name"_s, &second, u"level"_s, false);
+    ending->setErrorHandler([&](const BindingError &) { ending.reset(); });
+    set(first, u"name"_s, u"one"_s);
+    EXPECT_FALSE(ending);
+    EXPECT_EQ(second.level(), 1);
+}
+
+TEST(Binding, one_way_is_suggested_where_the_second_side_does_not_report_its_changes)
+{
+    Person person;
+    QLabel label;
+    try {
+        Binding(&person, u"name"_s, &label, u"text"_s).first();
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const NS::KeyValueException &error) {
+        EXPECT_NE(std::string(error.what()).find("twoWayBinding = false"), std::string::npos);
+    }
+}
+
+TEST(Binding, null_is_not_made_a_value_by_a_side_that_cannot_hold_it)
+{
+    for (const QString &path : { u"note"_s, u"hobby"_s }) {
+        for (const QString &other : { u"name"_s, u"age"_s }) {
+            Person first;
+            Person second(u"Ada"_s);
+            first.setProperty("hobby", 7);
+            first.note = 7;
+            second.setAge(36);
+            int reversed = 0;
+            const Binding binding(&first, path, &second, other);
+            const TransformableBinding<int, QString> typed(
+                    &first, path, &second, u"nickname"_s, true,
+                    [](int value) { return QString::number(value); },
+                    [&](const QString &text) {
+                        ++reversed;
+                        return text.toInt();
+                    });
+            EXPECT_EQ(get(first, path), 7);
+            reversed = 0;
+            set(first, path, {});
+            EXPECT_FALSE(get(first, path).isValid()) << qPrintable(path + u' ' + other);
+            EXPECT_EQ(reversed, 0);
+            EXPECT_TRUE(second.name == u"Ada"_s || second.name.isEmpty());
+            // And a value keeps its type.
+            set(first, path, 5);
+            EXPECT_EQ(get(first, path), QVariant(5)) << qPrintable(path + u' ' + other);
+            EXPECT_EQ(get(second, other), other == u"age"_s ? QVariant(5) : QVariant(u"5"_s));
+            set(second, other, 6);
+            EXPECT_EQ(get(first, path).toInt(), 6);
+        }
+    }
+}
+
+TEST(Binding, carries_back_what_a_slider_makes_of_a_value)
+{
+    Person person;
+    QSlider slider;
+    person.setProperty("note", 200.0);
+    const Binding binding(&person, u"note"_s, &slider, u"value"_s);
+    EXPECT_EQ(slider.value(), 99);
+    set(person, u"note"_s, 5);
+    set(person, u"note"_s, 500);
+    EXPECT_EQ(person.note, 99);
+}
+
+TEST(Binding, a_replaced_object_is_not_kept)
+{
+    auto first = std::make_shared<Person>();
+    const std::weak_ptr<Person> replaced = first;
+    Person second;
+    Binding binding(std::move(first), u"age"_s, &second, u"level"_s);
+    binding.setFirst(std::make_shared<Person>());
+    EXPECT_TRUE(replaced.expired());
+    second.setLevel(3);
+    EXPECT_EQ(get(*binding.first(), u"age"_s), 3);
+}
+
+TEST(Binding, a_widgets_own_state_counts_and_not_that_of_its_ancestors)
+{
+    for (const bool asText : { false, true }) {
+        Person person;
+        QWidget window;
+        QWidget panel(&window);
+        auto *const label = new QLabel(&panel);
+        const auto bind = [&](const QString &property) -> std::unique_ptr<AnyBinding> {
+            if (!asText)
+                return std::make_unique<Binding>(&person, u"isMember"_s, label, property, false);
+            return std::make_unique<TransformableBinding<bool, bool>>(
+                    &person, u"isMember"_s, label, property, false, [](bool is) { return is; });
+        };
+        // Before anything is on the screen, and while an ancestor is disabled.
+        panel.setEnabled(false);
+        const auto visible = bind(u"visible"_s);
+        const auto enabled = bind(u"enabled"_s);
+        window.show();
+        panel.setEnabled(true);
+        EXPECT_FALSE(label->isVisible());
+        EXPECT_FALSE(label->isEnabled());
+        // While they are again.
+        panel.hide();
+        panel.setEnabled(false);
+        set(person, u"isMember"_s, true);
+        panel.show();
+        panel.setEnabled(true);
+        EXPECT_TRUE(label->isVisible());
+        EXPECT_TRUE(label->isEnabled());
+    }
+}
+
 #ifndef QT_NO_DEBUG
+TEST(Binding, writing_to_a_property_with_a_binding_of_its_own_is_a_warning)
+{
+    Person first;
+    Person second;
+    QProperty<int> source(1);
+    second.bindableLevel().setBinding([&] { return source.value(); });
+    std::optional<Binding> binding;
+    EXPECT_NE(output([&] {
+                  binding.emplace(&first, u"age"_s, &second, u"level"_s);
+              }).find("Person.level, which ended the QProperty binding"),
+              std::string::npos);
+    EXPECT_EQ(output([&] { first.setAge(4); }), "");
+}
+
 TEST(Binding, objects_of_two_threads_are_refused)
 {
     Person first;

@@ -125,6 +125,19 @@ TEST(Observer, lets_out_what_its_first_call_throws_and_is_not_made)
     person.setAge(1);
     EXPECT_EQ(calls, 1);
     EXPECT_THROW(Observer(&person, u"aeg"_s, {}), NS::KeyValueException);
+    EXPECT_THROW(Observer(&person, u"age"_s, {}), std::invalid_argument);
+    person.setAge(2);
+}
+
+TEST(Observer, a_warning_for_what_its_callback_throws_names_the_class_and_the_key_path)
+{
+    Person person;
+    const Observer observer(&person, u"address.city"_s, false,
+                            [](const QVariant &) { throw std::runtime_error("no map"); });
+    ::testing::internal::CaptureStdout();
+    NS::setValueForKeyPath(&person, u"address.city"_s, u"Oslo"_s);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(),
+              "Warning: no map (the observer of Person.address.city)\n");
 }
 
 } // namespace Pellarvine

@@ -2,12 +2,16 @@
 #include "../Page.h"
 #include "../Theme.h"
 
+#include <pellarvine/Pellarvine/SettingsButtons.h>
 #include <pellarvine/Platform/KeyValueEquality.h>
+#include <pellarvine/Platform/NSComputedBinding.h>
+#include <pellarvine/Platform/NSKeyValueBinding.h>
 #include <pellarvine/Shared/Binding.h>
 #include <pellarvine/Shared/Observer.h>
 #include <pellarvine/Shared/TransformableBinding.h>
 
 #include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QFrame>
@@ -17,11 +21,14 @@
 #include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSettings>
 #include <QSlider>
+#include <QTemporaryDir>
 #include <QVBoxLayout>
 
 #include <array>
 #include <deque>
+#include <memory>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -131,8 +138,12 @@ public:
     {
         auto *const row = new QHBoxLayout;
         row->setSpacing(2 * Theme::unit);
+        auto *const column = new QVBoxLayout;
+        column->setSpacing(2 * Theme::unit);
+        column->addWidget(makeSettings());
+        column->addWidget(makeLog(), 1);
         row->addWidget(makePanel(), 1);
-        row->addWidget(makeLog(), 1);
+        row->addLayout(column, 1);
         content()->addLayout(row, 1);
 
         observe(u"house.room.name"_s, &m_house, u"room.name"_s);
@@ -146,6 +157,9 @@ public:
 
     void showExample() override
     {
+        m_server.setProperty("host", u"boiler.example.org"_s);
+        m_port->setText(u"70000"_s);
+        NS::commitEditing(m_port);
         m_log->clear();
         m_fahrenheit->setValue(72.5);
         m_house.showNextRoom();
@@ -202,6 +216,57 @@ private:
         hint->setWordWrap(true);
         hint->setForegroundRole(QPalette::PlaceholderText);
         layout->addWidget(hint);
+        return card;
+    }
+
+    // A settings group, an edit that is checked, and an address that is computed from two settings.
+    QWidget *makeSettings()
+    {
+        QFrame *const card = makeCard(tr("Thermostat server"));
+        auto *const host = new QLineEdit;
+        m_port = new QLineEdit;
+        auto *const address = new QLabel;
+        auto *const message = new QLabel;
+        message->setWordWrap(true);
+        message->setForegroundRole(QPalette::LinkVisited);
+        message->setMinimumHeight(message->fontMetrics().lineSpacing());
+        address->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+        NS::BindingOptions name;
+        name.required = true;
+        name.onInvalid = [message](const QString &text) {
+            message->setText(text);
+        };
+        NS::bind(host, u"text"_s, &m_server, u"host"_s, name);
+        NS::BindingOptions number = name;
+        number.commit = NS::BindingOptions::whenEditingFinishes;
+        number.validate = [](const QVariant &value) {
+            bool isNumber = false;
+            const int entered = value.toString().toInt(&isNumber);
+            return isNumber && entered > 0 && entered < 65536
+                           ? QString()
+                           : tr("The port is a number from 1 to 65535.");
+        };
+        NS::bind(m_port, u"text"_s, &m_server, u"port"_s, number);
+        NS::bind(address, u"text"_s, { { &m_server, u"host"_s }, { &m_server, u"port"_s } },
+                 [](const QString &server, int entered) {
+                     return u"https://%1:%2/"_s.arg(server).arg(entered);
+                 });
+
+        auto *const form = new QFormLayout;
+        form->setHorizontalSpacing(2 * Theme::unit);
+        form->setVerticalSpacing(Theme::unit);
+        form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+        form->addRow(tr("&Host"), host);
+        form->addRow(tr("&Port"), m_port);
+        form->addRow(tr("Address"), address);
+        form->addRow(QString(), message);
+        auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Apply | QDialogButtonBox::Reset
+                                                   | QDialogButtonBox::RestoreDefaults);
+        Pellarvine::connectButtons(&m_server, buttons);
+        auto *const layout = qobject_cast<QVBoxLayout *>(card->layout());
+        layout->addLayout(form);
+        layout->addWidget(buttons);
         return card;
     }
 
@@ -283,6 +348,11 @@ private:
     }
 
     House m_house;
+    QTemporaryDir m_folder; // the gallery leaves no settings behind
+    Pellarvine::Settings m_server { std::make_unique<QSettings>(m_folder.filePath(u"gallery.ini"_s),
+                                                                QSettings::IniFormat),
+                                    u"server"_s,
+                                    { { u"host"_s, u"heating.local"_s }, { u"port"_s, 8443 } } };
     QWidget *m_controls;
     QSlider *m_slider;
     QDoubleSpinBox *m_fahrenheit;
@@ -290,6 +360,7 @@ private:
     EntryField *m_name;
     QLabel *m_advice;
     QPlainTextEdit *m_log;
+    QLineEdit *m_port = nullptr;
     QCheckBox *m_bound;
 
     std::deque<Observer> m_observers;

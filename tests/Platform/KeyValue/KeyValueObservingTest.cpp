@@ -284,7 +284,8 @@ TEST(KeyValueObserving, an_exception_leaves_the_initial_call_but_never_a_signal)
     addObserver(&person, &recorder, u"age"_s, newValue);
     ::testing::internal::CaptureStdout();
     EXPECT_NO_THROW(person.setAge(2));
-    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "Warning: too much\n");
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(),
+              "Warning: too much (the observer of Person.age)\n");
 }
 
 TEST(KeyValueObserving, the_thread_that_changes_a_property_is_told)

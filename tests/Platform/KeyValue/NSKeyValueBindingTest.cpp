@@ -155,6 +155,7 @@ TEST(KeyValueBinding, sides_that_never_agree_are_stopped_with_a_warning)
     Restless second;
     ::testing::internal::CaptureStdout();
     NS::bind(&first, u"age"_s, &second, u"age"_s);
+    NS::bind(&second, u"age"_s, &first, u"age"_s);
     second.setAge(5);
     EXPECT_THAT(::testing::internal::GetCapturedStdout(),
                 ::testing::HasSubstr("Restless.age to age does not settle"));
@@ -227,7 +228,6 @@ TEST(KeyValueBinding, what_cannot_be_bound_is_an_error_and_leaves_nothing_bound)
         { u"text"_s, u"name.length"_s, Error::undefinedKey },
         { u"text"_s, u"secret"_s, Error::notObservable },
         { u"acceptableInput"_s, u"isMember"_s, Error::readOnly },
-        { u"maxLength"_s, u"name"_s, Error::notConvertible },
     };
     for (const auto &row : rows) {
         EXPECT_EQ(reasonOf([&] { NS::bind(&field, row.binding, &person, row.keyPath); }),

@@ -8,14 +8,17 @@
 #include <pellarvine/Platform/NSNib.h>
 #include <pellarvine/Platform/NSView.h>
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QLayout>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSlider>
 #include <QTabWidget>
 #include <QTest>
 #include <QTranslator>
@@ -561,10 +564,10 @@ TEST_F(Nib, after_an_error_no_object_is_left_and_no_outlet_set)
     const QString outlets = property(u"outlets"_s, u"owner.view\nowner.nameField"_s);
     const QString field = u"<widget class=\"QLineEdit\" name=\"field\">%1</widget>"_s;
     QWidget parent;
-    EXPECT_THROW(
-            form(field.arg(outlets + property(u"bindings"_s, u"maxLength = owner.person.name"_s)))
-                    .instantiate(&owner, &parent),
-            NS::NibError);
+    EXPECT_THROW(form(field.arg(outlets
+                                + property(u"bindings"_s, u"maxLength = owner.person.surname"_s)))
+                         .instantiate(&owner, &parent),
+                 NS::NibError);
     EXPECT_TRUE(parent.children().isEmpty());
     EXPECT_FALSE(owner.view);
 
@@ -572,6 +575,50 @@ TEST_F(Nib, after_an_error_no_object_is_left_and_no_outlet_set)
     EXPECT_THROW(form(field.arg(outlets)).instantiate(&owner, &parent), std::runtime_error);
     EXPECT_TRUE(parent.children().isEmpty());
     EXPECT_FALSE(owner.nameField);
+}
+
+TEST_F(Nib, a_form_opens_whatever_the_data_and_its_bindings_have_options)
+{
+    owner.person()->height = 12.5;
+    const std::unique_ptr<QWidget> root(
+            form(u"<widget class=\"QSlider\" name=\"slider\">%1</widget>"
+                 "<widget class=\"QLineEdit\" name=\"field\">%2</widget>"_s.arg(
+                         property(u"bindings"_s, u"value = owner.person.height"_s),
+                         property(u"bindings"_s, u"text = owner.person.name | commit\n"
+                                                 "enabled = !owner.person.isMember"_s)))
+                    .instantiate(&owner));
+    EXPECT_EQ(root->findChild<QSlider *>()->value(), 13);
+    EXPECT_EQ(owner.person()->height, 12.5);
+    auto *const field = root->findChild<QLineEdit *>(u"field"_s);
+    const QString name = owner.person()->name;
+    field->setText(u"Emmy"_s);
+    EXPECT_EQ(owner.person()->name, name);
+    Q_EMIT field->editingFinished();
+    EXPECT_EQ(owner.person()->name, u"Emmy"_s);
+    EXPECT_TRUE(field->isEnabled());
+    owner.person()->setProperty("isMember", true);
+    EXPECT_FALSE(field->isEnabled());
+}
+
+TEST_F(Nib, a_combo_box_offers_choices)
+{
+    owner.person()->setAge(2);
+    owner.person()->note = QVariantList { QVariantMap { { u"name"_s, u"One"_s }, { u"id"_s, 1 } },
+                                          QVariantMap { { u"name"_s, u"Two"_s }, { u"id"_s, 2 } } };
+    const QString entries = u"choices = owner.person.note | title(\"name\") | tag(\"id\")\n"
+                            "selectedTag = owner.person.age"_s;
+    const QString widget = u"<widget class=\"%1\" name=\"box\">%2</widget>"_s;
+    const std::unique_ptr<QWidget> root(
+            form(widget.arg(u"QComboBox"_s, property(u"bindings"_s, entries))).instantiate(&owner));
+    auto *const box = root->findChild<QComboBox *>();
+    EXPECT_EQ(box->currentText(), u"Two"_s);
+    box->setCurrentIndex(0);
+    EXPECT_EQ(owner.person()->age(), 1);
+    const NS::NibError error = errorOf([&] {
+        form(widget.arg(u"QLabel"_s, property(u"bindings"_s, entries))).instantiate(&owner);
+    });
+    EXPECT_EQ(error.reason(), NS::NibError::unknownKeyPath);
+    EXPECT_THAT(error.what(), ::testing::HasSubstr("offered by a QComboBox"));
 }
 
 TEST_F(Nib, an_action_between_overloads_asks_for_their_arguments)

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// Not API: the signals that tell of the changes of properties without NOTIFY.
+#pragma once
+
+#include <QMetaProperty>
+
+QT_FORWARD_DECLARE_STRUCT(QMetaObject)
+
+namespace Pellarvine::detail {
+
+/// The index of the signal that tells when `property` of an object of this class changes: its
+/// NOTIFY signal, else the registered one; -1 if there is neither.
+int changeSignal(const QMetaObject *metaObject, const QMetaProperty &property);
+
+} // namespace Pellarvine::detail

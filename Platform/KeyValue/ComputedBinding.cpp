@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "KeyValue/BindingValue.h"
+#include "KeyValue/ControlBindings.h"
+#include "KeyValue/KeyValueAccess.h"
+#include "KeyValue/KeyValueCoding.h"
+#include "KeyValue/KeyValueObserving.h"
+#include "KeyValue/NSComputedBinding.h"
+#include "KeyValue/NSKeyValueBinding.h"
+
+#include <QPointer>
+
+#include <memory>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine::detail {
+
+namespace {
+
+class ComputedBinding final : public ControlBinding,
+                              public std::enable_shared_from_this<ComputedBinding>,
+                              private NS::KeyValueObserver
+{
+public:
+    ComputedBinding(QObject *control, QString key, std::span<const NS::BindingSource> sources,
+                    std::function<QVariant(const QVariantList &)> function)
+        : m_control(control)
+        , m_key(std::move(key))
+        , m_sources(sources.begin(), sources.end())
+        , m_function(std::move(function))
+    { }
+
+    void start() override
+    {
+        if (!findProperty(m_control, m_key, m_key).isWritable)
+            throw NS::KeyValueException(NS::KeyValueException::readOnly,
+                                        m_control->metaObject()->className(), m_key, m_key);
+        for (const NS::BindingSource &source : m_sources)
+            NS::addObserver(source.object.get(), this, source.keyPath,
+                            NS::KeyValueObservingOptions::newValue);
+        show();
+    }
+
+    void end() override { m_hasEnded = true; }
+    void siblingShown() override
+    {
+        if (!m_hasEnded && m_control)
+            put();
+    }
+
+    QVariantMap info() const override
+    {
+        return { { NS::NSObservedObjectKey, QVariant::fromValue(m_sources.front().object.get()) },
+                 { NS::NSObservedKeyPathKey, m_sources.front().keyPath } };
+    }
+
+private:
+    void observeValue(const QString &, QObject *, const NS::KeyValueChange *) override { show(); }
+
+    void show()
+    {
+        const auto self = shared_from_this();
+        if (m_hasEnded || !m_control)
+            return;
+        QVariantList values;
+        for (const NS::BindingSource &source : m_sources) {
+            QObject *const object = source.object.get();
+            values.append(object ? NS::valueForKeyPath(object, source.keyPath) : QVariant());
+        }
+        const QVariant value = m_function(values);
+        if (m_hasEnded || !m_control)
+            return;
+        m_value = value;
+        put();
+    }
+
+    void put()
+    {
+        ControlBindings &siblings = ControlBindings::made(m_control);
+        if ((m_key == "enabled"_L1 && siblings.keepEnabled(m_value))
+            || holdsAlready(NS::valueForKeyPath(m_control, m_key), m_value))
+            return;
+        siblings.show(this, [this] { NS::setValueForKeyPath(m_control, m_key, m_value); });
+    }
+
+    QPointer<QObject> m_control;
+    QString m_key;
+    std::vector<NS::BindingSource> m_sources;
+    std::function<QVariant(const QVariantList &)> m_function;
+    QVariant m_value; // what the function has returned last
+    bool m_hasEnded = false;
+};
+
+} // namespace
+
+void bindComputed(QObject *object, const QString &binding,
+                  std::span<const NS::BindingSource> sources,
+                  std::function<QVariant(const QVariantList &)> function)
+{
+    ControlBindings::made(object).add(
+            binding, std::make_shared<ComputedBinding>(object, boundProperty(object, binding),
+                                                       sources, std::move(function)));
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,433 @@
+// SPDX-License-Identifier: MIT
+#include "KeyValue/ValueBinding.h"
+
+#include "Base/Failure.h"
+#include "KeyValue/BindingValue.h"
+#include "KeyValue/ChangeSignal.h"
+#include "KeyValue/KeyValueAccess.h"
+#include "KeyValue/KeyValueCoding.h"
+#include "KeyValue/KeyValueEquality.h"
+#include "KeyValue/NSKeyValueBinding.h"
+#include "KeyValue/WidgetAccess.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QMetaProperty>
+#include <QScopeGuard>
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace Pellarvine::detail {
+
+namespace {
+
+// Two sides that change what they are given answer each other for ever; this is where it stops.
+constexpr int deepestExchange = 16;
+
+QMetaProperty property(const QObject *object, const QString &key)
+{
+    const QMetaObject *const metaObject = object->metaObject();
+    return metaObject->property(metaObject->indexOfProperty(key.toUtf8().constData()));
+}
+
+bool hasFocus(const QObject *control)
+{
+    return control->property("focus").toBool();
+}
+
+// The name of the control's property that shows a placeholder; null if there is none.
+const char *placeholderProperty(const QObject *control)
+{
+    for (const char *const name : { "placeholderText", "placeholderString" }) {
+        if (control->metaObject()->indexOfProperty(name) >= 0)
+            return name;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+// Learns when the control gets and loses the keyboard focus.
+class ValueBinding::FocusFilter : public QObject
+{
+public:
+    explicit FocusFilter(ValueBinding *binding)
+        : m_binding(binding)
+    {
+        binding->m_control->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        try {
+            if (event->type() == QEvent::FocusIn)
+                m_binding->focusEntered();
+            else if (event->type() == QEvent::FocusOut)
+                m_binding->finishEditing();
+        } catch (const std::exception &error) {
+            printWarning(error);
+        }
+        return false;
+    }
+
+private:
+    ValueBinding *m_binding;
+};
+
+// Counts a pass and keeps the binding until it is over.
+class ValueBinding::Pass
+{
+public:
+    explicit Pass(ValueBinding *binding)
+        : m_binding(binding->shared_from_this())
+        , m_isPossible(binding->m_depth < deepestExchange)
+    {
+        if (m_binding->m_depth++ == deepestExchange)
+            printWarning("Warning: the binding of "
+                         + std::string(m_binding->m_control->metaObject()->className()) + '.'
+                         + m_binding->m_key.toStdString() + " to "
+                         + m_binding->m_keyPath.toStdString() + " does not settle");
+    }
+    Pass(const Pass &) = delete;
+    Pass &operator=(const Pass &) = delete;
+    ~Pass() { --m_binding->m_depth; }
+
+    bool isPossible() const { return m_isPossible; }
+
+private:
+    const std::shared_ptr<ValueBinding> m_binding;
+    const bool m_isPossible;
+};
+
+ValueBinding::ValueBinding(QObject *control, QString key, NS::ObjectReference model,
+                           QString keyPath, NS::BindingOptions options)
+    : m_control(control)
+    , m_key(std::move(key))
+    , m_model(std::move(model))
+    , m_keyPath(std::move(keyPath))
+    , m_options(std::move(options))
+    , m_modelObserver([this] { show(); })
+    , m_controlObserver([this] { edited(); })
+{ }
+
+ValueBinding::~ValueBinding() = default;
+
+void ValueBinding::start()
+{
+    const Access access = findProperty(m_control, m_key, m_key);
+    if (!access.isWritable)
+        throw NS::KeyValueException(NS::KeyValueException::readOnly,
+                                    m_control->metaObject()->className(), m_key, m_key);
+    if (!m_options.format.isEmpty()) {
+        m_format = BindingFormat::parsed(m_options.format);
+        if (!m_format)
+            throw std::invalid_argument("\"" + m_options.format.toStdString()
+                                        + "\" is no format with one conversion");
+    }
+    QObject *const model = m_model.get();
+    NS::addObserver(model, &m_modelObserver, m_keyPath, NS::KeyValueObservingOptions::newValue);
+    m_isTwoWay = m_options.direction != NS::BindingOptions::toControl
+                 && isWritable(model, m_keyPath) && observesControl();
+    // A window with a title to show is more than its title.
+    m_disables =
+            m_isTwoWay && m_control->isWidgetType() && access.index >= 0
+            && qstrcmp(property(m_control, m_key).enclosingMetaObject()->className(), "QWidget")
+                       != 0;
+    if (m_isTwoWay)
+        observeEditing();
+    show();
+}
+
+// False if the control does not tell of its changes, and need not.
+bool ValueBinding::observesControl()
+{
+    try {
+        NS::addObserver(m_control, &m_controlObserver, m_key,
+                        NS::KeyValueObservingOptions::newValue);
+        return true;
+    } catch (const NS::KeyValueException &error) {
+        if (error.reason() != NS::KeyValueException::notObservable
+            || m_options.direction == NS::BindingOptions::bothWays)
+            throw;
+        // The property is what the control is there to edit.
+        if (property(m_control, m_key).isUser())
+            printWarning(std::string("Warning: ") + error.what()
+                         + ": it is bound one way; see NS::registerChangeSignal");
+        return false;
+    }
+}
+
+void ValueBinding::observeEditing()
+{
+    const int finished = m_control->metaObject()->indexOfSignal("editingFinished()");
+    const bool waits = m_options.commit == NS::BindingOptions::whenEditingFinishes;
+    if (waits && finished >= 0)
+        m_editingFinished = Subscription::toSignal(m_control, finished, this);
+    if (m_format || (waits && finished < 0))
+        m_focusFilter = std::make_unique<FocusFilter>(this);
+}
+
+QVariantMap ValueBinding::info() const
+{
+    return { { NS::NSObservedObjectKey, QVariant::fromValue(m_model.get()) },
+             { NS::NSObservedKeyPathKey, m_keyPath } };
+}
+
+void ValueBinding::siblingShown()
+{
+    if (isOver() || m_isPending
+        || holdsAlready(remembered(NS::valueForKeyPath(m_control, m_key)), m_display))
+        return;
+    m_isEdited = false;
+    show();
+}
+
+void ValueBinding::show()
+{
+    if (isOver())
+        return;
+    const Pass pass(this);
+    if (!pass.isPossible())
+        return;
+    QObject *const model = m_model.get();
+    const QVariant value = NS::valueForKeyPath(model, m_keyPath);
+    const WayToValue way = wayToValue(model, m_keyPath);
+    if (keepsEdit(value, way.lastObject))
+        return;
+    m_value = remembered(value);
+    m_holder = way.lastObject;
+    m_isEdited = false;
+    m_isPending = false;
+    setMessage({});
+    if (isOver())
+        return;
+    setLacksSelection(way.isBroken);
+    if (isOver())
+        return;
+    const QVariant display = shown(value);
+    if (isOver() || (m_key == "enabled"_L1 && siblings().keepEnabled(display))
+        || takesAlready(display))
+        return;
+    siblings().show(this, [this, &display] { put(display); });
+}
+
+// Whether the control already has the value, in the words of its user, or an edit that is not
+// finished of a value that has not changed.
+bool ValueBinding::keepsEdit(const QVariant &value, const QObject *holder)
+{
+    if (!m_isEdited || holder != m_holder)
+        return false;
+    if (m_carried && isAs(*m_carried, value)) {
+        m_value = remembered(value);
+        return true;
+    }
+    return NS::isEqual(remembered(value), m_value);
+}
+
+void ValueBinding::setLacksSelection(bool isLacking)
+{
+    if (std::exchange(m_lacksSelection, isLacking) == isLacking)
+        return;
+    const char *const placeholder = placeholderProperty(m_control);
+    if (m_isTwoWay && placeholder && !m_options.noSelectionPlaceholder.isEmpty()) {
+        if (isLacking)
+            m_placeholder = m_control->property(placeholder).toString();
+        m_control->setProperty(placeholder,
+                               isLacking ? m_options.noSelectionPlaceholder : m_placeholder);
+    }
+    if (!isOver())
+        siblings().selectionChanged();
+}
+
+// The model's value as the control shows it.
+QVariant ValueBinding::shown(QVariant value) const
+{
+    if (m_lacksSelection && !m_isTwoWay && !m_options.noSelectionPlaceholder.isEmpty())
+        return m_options.noSelectionPlaceholder;
+    if (m_options.negate && value.isValid())
+        value = !value.toBool();
+    if (m_options.transformer)
+        value = m_options.transformer(value);
+    if (m_format && !hasFocus(m_control))
+        value = m_format->apply(value);
+    return value;
+}
+
+void ValueBinding::put(const QVariant &value)
+{
+    // A list without a selection is at -1, not at its first item.
+    const QVariant written = !value.isValid() && isSelection(m_key) ? QVariant(-1) : value;
+    try {
+        NS::setValueForKeyPath(m_control, m_key, written);
+    } catch (const NS::KeyValueException &error) {
+        if (error.reason() != NS::KeyValueException::notConvertible)
+            throw;
+        printWarning("Warning: " + std::string(error.what()) + ", shown for \""
+                     + m_keyPath.toStdString() + '"');
+        NS::setValueForKeyPath(m_control, m_key,
+                               nearest(written, property(m_control, m_key).metaType()));
+    }
+    // A combo box that lacks this text stays where it is.
+    if (!isOver() && !takesAlready(written) && m_key == "currentText"_L1
+        && m_control->inherits("QComboBox"))
+        m_control->setProperty("currentIndex", -1);
+    if (!isOver())
+        m_held = remembered(NS::valueForKeyPath(m_control, m_key));
+}
+
+// Notes what the control is to show, and whether it does.
+bool ValueBinding::takesAlready(const QVariant &display)
+{
+    const QVariant held = NS::valueForKeyPath(m_control, m_key);
+    m_display = remembered(display);
+    m_held = remembered(held);
+    return holdsAlready(held, display);
+}
+
+void ValueBinding::edited()
+{
+    if (isOver() || siblings().isShowing())
+        return;
+    // A spin box reports the value that it has when Return is pressed.
+    const QVariant held = remembered(NS::valueForKeyPath(m_control, m_key));
+    if (NS::isEqual(held, m_held))
+        return;
+    m_held = m_display = held;
+    m_isEdited = true;
+    m_isPending = true;
+    if (m_options.commit == NS::BindingOptions::onEachChange)
+        carry();
+}
+
+void ValueBinding::focusEntered()
+{
+    if (isOver() || m_isPending || !m_format)
+        return;
+    m_isEdited = false;
+    show();
+}
+
+void ValueBinding::finishEditing()
+{
+    if (isOver())
+        return;
+    const Pass pass(this);
+    if (m_isPending && !carry())
+        return;
+    if (isOver())
+        return;
+    // In the words of the model: "1." becomes "1".
+    if (m_isEdited || m_format) {
+        m_isEdited = false;
+        show();
+    }
+}
+
+bool ValueBinding::commit()
+{
+    if (isOver() || !m_isTwoWay || m_lacksSelection)
+        return true;
+    const Pass pass(this);
+    if (!m_isPending) {
+        const QString message = fault(NS::valueForKeyPath(m_model.get(), m_keyPath));
+        return message.isEmpty() || refuse(message);
+    }
+    if (!carry())
+        return false;
+    finishEditing();
+    return true;
+}
+
+// Writes the edit to the model. False if it was refused; then the control keeps it.
+bool ValueBinding::carry()
+{
+    const Pass pass(this);
+    if (!pass.isPossible() || m_lacksSelection)
+        return true;
+    QVariant value = NS::valueForKeyPath(m_control, m_key);
+    try {
+        if (m_options.reverseTransformer)
+            value = m_options.reverseTransformer(value);
+    } catch (const std::exception &error) {
+        return refuse(QString::fromUtf8(error.what()));
+    }
+    if (m_options.negate && value.isValid())
+        value = !value.toBool();
+    const QString message = fault(value);
+    if (!message.isEmpty())
+        return refuse(message);
+    if (isOver())
+        return true;
+    QObject *const model = m_model.get();
+    const QVariant current = NS::valueForKeyPath(model, m_keyPath);
+    if (!holdsAlready(current, value)) {
+        const QVariant *const outer = std::exchange(m_carried, &value);
+        const auto leave = qScopeGuard([this, outer] { m_carried = outer; });
+        try {
+            NS::setValueForKeyPath(model, m_keyPath, value);
+        } catch (const NS::KeyValueException &error) {
+            if (error.reason() != NS::KeyValueException::notConvertible)
+                throw;
+            if (!m_options.onInvalid)
+                printWarning(error);
+            return refuse(misfit(current.metaType()));
+        }
+    }
+    if (isOver())
+        return true;
+    m_isPending = false;
+    m_value = remembered(NS::valueForKeyPath(m_model.get(), m_keyPath));
+    setMessage({});
+    return true;
+}
+
+// What is wrong with a value for the model; empty if it is fine.
+QString ValueBinding::fault(const QVariant &value) const
+{
+    if (m_options.required && isBlank(value))
+        return QCoreApplication::translate("NS::Binding", "Enter a value.");
+    if (!m_options.validate)
+        return {};
+    try {
+        return m_options.validate(value);
+    } catch (const std::exception &error) {
+        return QString::fromUtf8(error.what());
+    }
+}
+
+bool ValueBinding::refuse(const QString &message)
+{
+    if (!isOver())
+        setMessage(message);
+    return false;
+}
+
+// Marks the control while there is a message.
+void ValueBinding::setMessage(const QString &message)
+{
+    if (message == m_message)
+        return;
+    const bool wasValid = m_message.isEmpty();
+    m_message = message;
+    const bool isValid = message.isEmpty();
+    QObject *const control = m_control;
+    const QPointer<QObject> guard(control);
+    if (control->isWidgetType()) {
+        if (wasValid)
+            m_description = control->property("accessibleDescription").toString();
+        control->setProperty("accessibleDescription", isValid ? m_description : message);
+        if (guard && isValid != wasValid) {
+            control->setProperty("invalid", isValid ? QVariant() : QVariant(true));
+            if (guard && widgetAccess())
+                widgetAccess()->restyle(control);
+        }
+    }
+    if (guard && m_options.onInvalid)
+        m_options.onInvalid(message);
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+// Not API: a control's property that shows, and edits, a property of a model.
+#pragma once
+
+#include "KeyValue/BindingFormat.h"
+#include "KeyValue/ControlBindings.h"
+#include "KeyValue/KeyValueObserving.h"
+#include "KeyValue/KeyValueSubscription.h"
+#include "KeyValue/NSBindingOptions.h"
+#include "KeyValue/ObjectReference.h"
+
+#include <QPointer>
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace Pellarvine::detail {
+
+/// Looking at a model never changes it: what the control reports while the model's value is written
+/// to it is not carried back. What it reports at any other time is an edit.
+class ValueBinding final : public ControlBinding,
+                           public std::enable_shared_from_this<ValueBinding>,
+                           private Listener
+{
+public:
+    ValueBinding(QObject *control, QString key, NS::ObjectReference model, QString keyPath,
+                 NS::BindingOptions options);
+    ~ValueBinding() override;
+
+    void start() override;
+    void end() override { m_hasEnded = true; }
+    QVariantMap info() const override;
+    void siblingShown() override;
+    bool lacksSelection() const override { return m_lacksSelection && m_disables; }
+    bool commit() override;
+
+private:
+    class Observer : public NS::KeyValueObserver
+    {
+    public:
+        explicit Observer(std::function<void()> changed)
+            : m_changed(std::move(changed))
+        { }
+        void observeValue(const QString &, QObject *, const NS::KeyValueChange *) override
+        {
+            m_changed();
+        }
+
+    private:
+        const std::function<void()> m_changed;
+    };
+    class FocusFilter;
+    class Pass;
+
+    bool observesControl();
+    void observeEditing();
+    bool isOver() const { return m_hasEnded || !m_control || !m_model.get(); }
+    ControlBindings &siblings() const { return ControlBindings::made(m_control); }
+
+    // From the model to the control.
+    void show();
+    bool keepsEdit(const QVariant &value, const QObject *holder);
+    void setLacksSelection(bool isLacking);
+    QVariant shown(QVariant value) const;
+    void put(const QVariant &value);
+    bool takesAlready(const QVariant &display);
+
+    // From the control to the model.
+    void edited();
+    void fired(const Slot *) override { finishEditing(); }
+    void focusEntered();
+    void finishEditing();
+    bool carry();
+    QString fault(const QVariant &value) const;
+    bool refuse(const QString &message);
+    void setMessage(const QString &message);
+
+    QPointer<QObject> m_control;
+    QString m_key;
+    NS::ObjectReference m_model;
+    QString m_keyPath;
+    NS::BindingOptions m_options;
+    std::optional<BindingFormat> m_format;
+
+    bool m_hasEnded = false;
+    bool m_isTwoWay = false;
+    bool m_disables = false; // the control, while it lacks a selection
+    int m_depth = 0; // of passes within passes
+
+    QPointer<QObject> m_holder; // the last object on the way, when its value was shown
+    QVariant m_value; // of the model, as it was shown or carried last
+    const QVariant *m_carried = nullptr; // what is being written to the model
+    bool m_isEdited = false; // the control holds what its user made of it, at least as its spelling
+    bool m_isPending = false; // and that is not in the model
+    QVariant m_display; // what the control was to show last
+    QVariant m_held; // what it has made of that
+    bool m_lacksSelection = false;
+    QString m_placeholder; // the control's own, while it shows another
+    QString m_message; // what is wrong with the edit
+    QString m_description; // the control's own, while it has the message's
+
+    Observer m_modelObserver;
+    Observer m_controlObserver;
+    Subscription m_editingFinished;
+    std::unique_ptr<FocusFilter> m_focusFilter;
+};
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// Not API: what follows the key path of a binding in an interface file.
+#pragma once
+
+#include "Base/Global.h"
+#include "KeyValue/NSBindingOptions.h"
+
+#include <QString>
+
+namespace Pellarvine::detail {
+
+/// text = owner.port | commit | format("%d") | required | placeholder("No server") | oneWay
+struct NibBindingOptions
+{
+    bool negates = false; ///< enabled = !owner.busy
+    bool commits = false;
+    bool isRequired = false;
+    bool isOneWay = false;
+    QString format = {};
+    QString placeholder = {};
+    QString title = {}; ///< choices = owner.countries | title("name") | tag("code")
+    QString tag = {};
+
+    bool operator==(const NibBindingOptions &) const = default;
+};
+
+/// `text` is the part from the first "|" on, or empty; `entry` is for the fault. Throws NibFault.
+NibBindingOptions nibBindingOptions(const QString &text, const QString &entry);
+
+/// What they mean to NS::bind.
+NS::BindingOptions bindingOptions(const NibBindingOptions &options);
+
+} // namespace Pellarvine::detail

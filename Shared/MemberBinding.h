@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+#include <pellarvine/Platform/PlainProperty.h>
+
+#include <QObject>
+#include <QScopeGuard>
+
+#include <functional>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace Pellarvine {
+
+/// The member functions of one property. See property().
+template <typename Get, typename Set, typename Signal>
+struct MemberProperty
+{
+    Get get;
+    Set set;
+    Signal notify;
+
+    template <typename Object>
+    using Value = std::decay_t<std::invoke_result_t<Get, Object *>>;
+};
+
+/// A property for `MemberBinding`: its getter, its setter and the signal that tells of its changes.
+template <typename Get, typename Set, typename Signal>
+MemberProperty<Get, Set, Signal> property(Get get, Set set, Signal notify)
+{
+    return { get, set, notify };
+}
+
+/// @cond internal
+namespace detail {
+
+/// Whether a `From` becomes a `To` that holds all of it.
+template <typename From, typename To>
+concept FitsInto = requires(From from)
+{
+    To { from };
+};
+
+} // namespace detail
+/// @endcond
+
+/// A `Binding` between two objects whose classes are known: the compiler checks it, and it costs
+/// about what a hand-written connection costs.
+///
+///     const MemberBinding volume(
+///             slider, property(&QSlider::value, &QSlider::setValue, &QSlider::valueChanged),
+///             player, property(&Player::volume, &Player::setVolume, &Player::volumeChanged));
+///
+/// The first side is copied to the second at once; from then on each change of the first is and, in
+/// a two-way binding, each change of the second is copied back. A side that equals the value is not
+/// written. A pair of types where the value does not fit without loss does not compile.
+///
+/// Neither object is kept alive; the binding is silent once one of them is gone, and may be
+/// destroyed by what it writes. Two sides that never agree are stopped as those of a `Binding` are.
+/// What a setter throws is not caught. Both objects live in one thread.
+class PELLARVINE_EXPORT MemberBinding
+{
+public:
+    MemberBinding() = delete; ///< there is nothing to bind
+
+    /// Neither object may be null.
+    template <typename A, typename PropertyA, typename B, typename PropertyB>
+    [[nodiscard]] MemberBinding(A *first, PropertyA firstProperty, B *second,
+                                PropertyB secondProperty, bool twoWayBinding = true)
+    {
+        using ValueA = typename PropertyA::template Value<A>;
+        using ValueB = typename PropertyB::template Value<B>;
+        static_assert(detail::FitsInto<ValueA, ValueB>,
+                      "The second property cannot hold every value of the first");
+        static_assert(detail::FitsInto<ValueB, ValueA>,
+                      "The first property cannot hold every value of the second");
+        const auto depth = std::make_shared<int>(0);
+        pass<ValueB>(first, firstProperty, second, secondProperty, *depth);
+        m_forward = QObject::connect(first, firstProperty.notify, second, [=] {
+            pass<ValueB>(first, firstProperty, second, secondProperty, *depth);
+        });
+        if (twoWayBinding)
+            m_reverse = QObject::connect(second, secondProperty.notify, first, [=] {
+                pass<ValueA>(second, secondProperty, first, firstProperty, *depth);
+            });
+    }
+    MemberBinding(const MemberBinding &) = delete;
+    MemberBinding &operator=(const MemberBinding &) = delete;
+    ~MemberBinding();
+
+private:
+    static constexpr int deepestExchange = 16;
+
+    template <typename Value, typename Source, typename From, typename Target, typename To>
+    static void pass(Source *source, const From &from, Target *target, const To &to, int &depth)
+    {
+        const Value value { std::invoke(from.get, source) };
+        if (detail::isSame<Value>(std::invoke(to.get, target), value))
+            return;
+        if (depth == deepestExchange)
+            return doesNotSettle(source, target);
+        ++depth;
+        // The connection that is running keeps `depth` alive.
+        const auto leave = qScopeGuard([&depth] { --depth; });
+        std::invoke(to.set, target, value);
+    }
+
+    static void doesNotSettle(const QObject *source, const QObject *target);
+
+    QMetaObject::Connection m_forward;
+    QMetaObject::Connection m_reverse;
+};
+
+} // namespace Pellarvine

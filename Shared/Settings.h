@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QObject>
+#include <QSettings>
+#include <QVariantMap>
+
+#include <memory>
+
+namespace Pellarvine {
+
+/// The settings of a group of a QSettings, as an object that controls can be bound to:
+///
+///     m_settings = new Settings(u"network"_s, { { u"host"_s, u"localhost"_s }, { u"port"_s, 80 }
+/// },
+///                               this);
+///     NS::bind(m_port, u"value"_s, m_settings, u"port"_s);
+///     connectButtons(m_settings, m_buttonBox); // Apply, Reset, Restore Defaults, OK, Cancel
+///     m_settings->property("port").toInt();
+///
+/// Each default makes a dynamic property of its name, which always has the default's type: a value
+/// that does not convert to it is refused by key-value coding, and of the storage it is a warning
+/// and the default. The properties hold what is being edited. apply() stores them, unless that
+/// happens at once (`appliesAtOnce`). A value that equals its default is not stored, so that it
+/// follows a default of a later version.
+///
+/// Changes of the file by another program are followed; a property that is being edited keeps its
+/// edit. Main thread only.
+class PELLARVINE_EXPORT Settings : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool modified READ isModified NOTIFY modifiedChanged)
+    Q_PROPERTY(bool allDefault READ isAllDefault NOTIFY allDefaultChanged)
+    Q_PROPERTY(bool appliesAtOnce READ appliesAtOnce WRITE setAppliesAtOnce NOTIFY
+                       appliesAtOnceChanged)
+    Q_PROPERTY(bool keepsPropertyTypes READ keepsPropertyTypes CONSTANT)
+
+public:
+    /// In the application's own QSettings.
+    explicit Settings(const QString &group, const QVariantMap &defaults, QObject *parent = nullptr);
+
+    /// In `storage`, which is not null.
+    Settings(std::unique_ptr<QSettings> storage, const QString &group, const QVariantMap &defaults,
+             QObject *parent = nullptr);
+
+    ~Settings() override;
+
+    bool isModified() const; ///< a property differs from what is stored
+    bool isAllDefault() const; ///< each property has its default
+
+    /// Whether each change is stored at once: for what a program remembers by itself, such as the
+    /// place of its window. Default: false.
+    bool appliesAtOnce() const;
+    void setAppliesAtOnce(bool appliesAtOnce); ///< applies what is modified, too
+
+    bool keepsPropertyTypes() const { return true; } ///< for key-value coding
+
+    /// Binds each descendant of `root` that has a dynamic property `setting`, the name of one of
+    /// these properties, by its USER property: `NS::bind(child, u"value"_s, this, setting)`. Throws
+    /// what that throws.
+    void bindChildren(QObject *root);
+
+    bool event(QEvent *event) override; ///< learns of changes of the properties
+
+public Q_SLOTS:
+    /// Stores the properties. False, with a warning, if the file cannot be written; they are still
+    /// modified then.
+    bool apply();
+
+    void reset(); ///< back to what is stored
+    void restoreDefaults(); ///< sets the defaults, and stores nothing yet
+
+Q_SIGNALS:
+    void modifiedChanged(bool isModified);
+    void allDefaultChanged(bool isAllDefault);
+    void appliesAtOnceChanged(bool appliesAtOnce);
+    void applied(); ///< the properties have been stored
+
+private:
+    struct Private;
+    const std::unique_ptr<Private> d;
+};
+
+} // namespace Pellarvine

@@ -1,0 +1,811 @@
+// SPDX-License-Identifier: MIT
+// NS::bind with the controls of Qt Widgets.
+#include "Person.h"
+
+#include <pellarvine/Platform/KeyValueCoding.h>
+#include <pellarvine/Platform/KeyValueObserving.h>
+#include <pellarvine/Platform/NSKeyValueBinding.h>
+#include <pellarvine/Platform/NSSegmentedControl.h>
+
+#include <QAction>
+#include <QCalendarWidget>
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QDial>
+#include <QDockWidget>
+#include <QDoubleSpinBox>
+#include <QFontComboBox>
+#include <QGroupBox>
+#include <QKeySequenceEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMainWindow>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTest>
+#include <QTextBrowser>
+#include <QToolBox>
+#include <QToolButton>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Holds any value; counts what is written to it.
+class Cell : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QVariant value READ value WRITE setValue NOTIFY valueChanged)
+
+public:
+    explicit Cell(QVariant value = {})
+        : m_value(std::move(value))
+    { }
+
+    QVariant value() const { return m_value; }
+    void setValue(const QVariant &value)
+    {
+        ++writes;
+        m_value = value;
+        Q_EMIT valueChanged();
+    }
+
+    int writes = 0;
+
+Q_SIGNALS:
+    void valueChanged();
+
+private:
+    QVariant m_value;
+};
+
+// What a form of an address book is about; each field's setter would show what looking does to it.
+class Customer : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString number MEMBER number NOTIFY changed)
+    Q_PROPERTY(QString notes MEMBER notes NOTIFY changed)
+    Q_PROPERTY(QString country MEMBER country NOTIFY changed)
+    Q_PROPERTY(int vat MEMBER vat NOTIFY changed)
+    Q_PROPERTY(int rank MEMBER rank NOTIFY changed)
+    Q_PROPERTY(double discount MEMBER discount NOTIFY changed)
+    Q_PROPERTY(double weight MEMBER weight NOTIFY changed)
+    Q_PROPERTY(QDate since MEMBER since NOTIFY changed)
+    Q_PROPERTY(QTime opens MEMBER opens NOTIFY changed)
+    Q_PROPERTY(bool isActive MEMBER isActive NOTIFY changed)
+    Q_PROPERTY(QString story MEMBER story NOTIFY changed)
+    Q_PROPERTY(QDate met MEMBER met NOTIFY changed)
+    Q_PROPERTY(int kind MEMBER kind NOTIFY changed)
+
+public:
+    QString number, notes, country, story;
+    int vat = 0, rank = 0, kind = 0;
+    double discount = 0, weight = 0;
+    QDate since, met;
+    QTime opens;
+    bool isActive = false;
+
+    QVariantList all() const
+    {
+        QVariantList values;
+        for (int i = staticMetaObject.propertyOffset(); i < staticMetaObject.propertyCount(); ++i)
+            values.append(staticMetaObject.property(i).read(this));
+        return values;
+    }
+
+Q_SIGNALS:
+    void changed();
+};
+
+class Book : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(Customer *customer MEMBER customer NOTIFY customerChanged)
+
+public:
+    void select(Customer *selected)
+    {
+        customer = selected;
+        Q_EMIT customerChanged();
+    }
+
+    Customer *customer = nullptr;
+
+Q_SIGNALS:
+    void customerChanged();
+};
+
+// A dial whose author forgot NOTIFY.
+class Knob : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(double angle READ angle WRITE setAngle USER true)
+
+public:
+    double angle() const { return m_angle; }
+    void setAngle(double angle)
+    {
+        m_angle = angle;
+        Q_EMIT turned(angle);
+    }
+
+Q_SIGNALS:
+    void turned(double angle);
+
+private:
+    double m_angle = 0;
+};
+
+std::string output(const std::function<void()> &action)
+{
+    ::testing::internal::CaptureStdout();
+    try {
+        action();
+    } catch (const std::exception &error) {
+        ADD_FAILURE() << error.what();
+    }
+    return ::testing::internal::GetCapturedStdout();
+}
+
+// Thirteen fields, most of which cannot hold what the customers have.
+struct CustomerForm
+{
+    explicit CustomerForm(Book *book)
+    {
+        number.setMaxLength(5);
+        vat.setRange(0, 99);
+        rank.setRange(0, 10);
+        discount.setDecimals(2);
+        weight.setRange(0, 50);
+        country.addItems({ u"France"_s, u"Norway"_s });
+        kind.setSegmentCount(3);
+        bind(book, &number, u"text"_s, u"number"_s);
+        bind(book, &notes, u"text"_s, u"notes"_s);
+        bind(book, &country, u"currentText"_s, u"country"_s);
+        bind(book, &vat, u"value"_s, u"vat"_s);
+        bind(book, &rank, u"value"_s, u"rank"_s);
+        bind(book, &discount, u"value"_s, u"discount"_s);
+        bind(book, &weight, u"value"_s, u"weight"_s);
+        bind(book, &since, u"date"_s, u"since"_s);
+        bind(book, &opens, u"time"_s, u"opens"_s);
+        bind(book, &active, u"checked"_s, u"isActive"_s);
+        bind(book, &story, u"plainText"_s, u"story"_s);
+        bind(book, &met, u"selectedDate"_s, u"met"_s);
+        bind(book, &kind, u"selectedSegment"_s, u"kind"_s);
+    }
+
+    static void bind(Book *book, QObject *control, const QString &property, const QString &key)
+    {
+        NS::bind(control, property, book, u"customer."_s + key);
+    }
+
+    QLineEdit number;
+    QLineEdit notes;
+    QComboBox country;
+    QSpinBox vat;
+    QSlider rank;
+    QDoubleSpinBox discount;
+    QDoubleSpinBox weight;
+    QDateEdit since;
+    QTimeEdit opens;
+    QCheckBox active;
+    QTextEdit story;
+    QCalendarWidget met;
+    NS::SegmentedControl kind;
+};
+
+} // namespace
+
+TEST(ControlBinding, looking_at_an_object_does_not_change_it)
+{
+    Customer first;
+    first.number = u"ABCDEFGH"_s;
+    first.notes = u"a\r\nb"_s;
+    first.country = u"Atlantis"_s;
+    first.vat = 150;
+    first.rank = 4000;
+    first.discount = 99.999;
+    first.weight = 1e9;
+    first.since = QDate(1600, 2, 29);
+    first.opens = QTime(8, 30, 15, 250);
+    first.story = u"one\r\ntwo\r"_s;
+    first.kind = 7;
+    Customer second;
+    second.country = u"Norway"_s;
+    second.vat = 7;
+    second.met = QDate(2020, 1, 2);
+    const QVariantList firstValues = first.all();
+    const QVariantList secondValues = second.all();
+
+    Book book;
+    CustomerForm form(&book);
+    for (Customer *const customer :
+         { &first, &second, &first, static_cast<Customer *>(nullptr), &second, &first })
+        book.select(customer);
+    EXPECT_EQ(first.all(), firstValues);
+    EXPECT_EQ(second.all(), secondValues);
+    EXPECT_EQ(form.number.text(), u"ABCDE"_s);
+    EXPECT_EQ(form.vat.value(), 99);
+    EXPECT_EQ(form.country.currentIndex(), -1);
+
+    // Leaving a field is no edit; typing into it is one, of that field alone.
+    QTest::keyClick(&form.vat, Qt::Key_Return);
+    Q_EMIT form.number.editingFinished();
+    EXPECT_EQ(first.all(), firstValues);
+    QTest::keyClick(&form.number, Qt::Key_Backspace);
+    form.vat.setValue(20);
+    form.met.setSelectedDate(QDate(2021, 3, 4));
+    form.story.setPlainText(u"three"_s);
+    Customer expected;
+    for (int i = Customer::staticMetaObject.propertyOffset();
+         i < Customer::staticMetaObject.propertyCount(); ++i) {
+        const QMetaProperty property = Customer::staticMetaObject.property(i);
+        property.write(&expected, firstValues[i - Customer::staticMetaObject.propertyOffset()]);
+    }
+    expected.number = u"ABCD"_s;
+    expected.vat = 20;
+    expected.met = QDate(2021, 3, 4);
+    expected.story = u"three"_s;
+    EXPECT_EQ(first.all(), expected.all());
+    EXPECT_EQ(second.all(), secondValues);
+}
+
+TEST(ControlBinding, a_value_that_its_range_cuts_off_is_shown_once_the_range_follows)
+{
+    Cell value(70);
+    Cell maximum(50);
+    QSpinBox box;
+    NS::bind(&box, u"value"_s, &value, u"value"_s);
+    NS::bind(&box, u"maximum"_s, &maximum, u"value"_s);
+    EXPECT_EQ(box.value(), 50);
+    EXPECT_EQ(value.value(), 70);
+    maximum.setValue(100);
+    EXPECT_EQ(box.value(), 70);
+    maximum.setValue(60);
+    EXPECT_EQ(value.value(), 70);
+    box.setValue(10);
+    maximum.setValue(90);
+    EXPECT_EQ(box.value(), 10);
+    EXPECT_EQ(value.value(), 10);
+}
+
+TEST(ControlBinding, every_editor_of_qt_widgets_is_bound_both_ways)
+{
+    const struct
+    {
+        const char *name;
+        std::function<QObject *()> make;
+        QString property;
+        QVariant value;
+        QVariant edit;
+    } rows[] = {
+        { "QLineEdit", [] { return new QLineEdit; }, u"text"_s, u"a"_s, u"b"_s },
+        { "QPlainTextEdit", [] { return new QPlainTextEdit; }, u"plainText"_s, u"a"_s, u"b"_s },
+        { "QTextEdit", [] { return new QTextEdit; }, u"plainText"_s, u"a"_s, u"b"_s },
+        { "QTextEdit", [] { return new QTextEdit; }, u"markdown"_s, u"a\n\n"_s, u"b\n\n"_s },
+        { "QTextBrowser", [] { return new QTextBrowser; }, u"plainText"_s, u"a"_s, u"b"_s },
+        { "QSpinBox", [] { return new QSpinBox; }, u"value"_s, 3, 4 },
+        { "QDoubleSpinBox", [] { return new QDoubleSpinBox; }, u"value"_s, 1.5, 2.5 },
+        { "QSlider", [] { return new QSlider; }, u"value"_s, 3, 4 },
+        { "QDial", [] { return new QDial; }, u"value"_s, 3, 4 },
+        { "QScrollBar", [] { return new QScrollBar; }, u"value"_s, 3, 4 },
+        { "QSlider", [] { return new QSlider; }, u"maximum"_s, 3, 4 },
+        { "QProgressBar", [] { return new QProgressBar; }, u"value"_s, 3, 4 },
+        { "QCheckBox", [] { return new QCheckBox; }, u"checked"_s, true, false },
+        { "QRadioButton",
+          [] {
+              auto *const button = new QRadioButton;
+              button->setAutoExclusive(false);
+              return button;
+          },
+          u"checked"_s, false, true },
+        { "QPushButton",
+          [] {
+              auto *const button = new QPushButton;
+              button->setCheckable(true);
+              return button;
+          },
+          u"checked"_s, true, false },
+        { "QToolButton",
+          [] {
+              auto *const button = new QToolButton;
+              button->setCheckable(true);
+              return button;
+          },
+          u"checked"_s, true, false },
+        { "QGroupBox",
+          [] {
+              auto *const box = new QGroupBox;
+              box->setCheckable(true);
+              return box;
+          },
+          u"checked"_s, false, true },
+        { "QAction",
+          [] {
+              auto *const action = new QAction;
+              action->setCheckable(true);
+              return action;
+          },
+          u"checked"_s, true, false },
+        { "QDateEdit", [] { return new QDateEdit; }, u"date"_s, QDate(2020, 1, 2),
+          QDate(2021, 3, 4) },
+        { "QTimeEdit", [] { return new QTimeEdit; }, u"time"_s, QTime(1, 2), QTime(3, 4) },
+        { "QDateTimeEdit", [] { return new QDateTimeEdit; }, u"dateTime"_s,
+          QDateTime({ 2020, 1, 2 }, { 3, 4 }), QDateTime({ 2021, 2, 3 }, { 4, 5 }) },
+        { "QDateTimeEdit", [] { return new QDateTimeEdit; }, u"date"_s, QDate(2020, 1, 2),
+          QDate(2021, 3, 4) },
+        { "QCalendarWidget", [] { return new QCalendarWidget; }, u"selectedDate"_s,
+          QDate(2020, 1, 2), QDate(2021, 3, 4) },
+        { "QComboBox",
+          [] {
+              auto *const box = new QComboBox;
+              box->addItems({ u"a"_s, u"b"_s });
+              return box;
+          },
+          u"currentText"_s, u"b"_s, u"a"_s },
+        { "QComboBox",
+          [] {
+              auto *const box = new QComboBox;
+              box->addItems({ u"a"_s, u"b"_s });
+              return box;
+          },
+          u"currentIndex"_s, 1, 0 },
+        { "QComboBox",
+          [] {
+              auto *const box = new QComboBox;
+              box->setEditable(true);
+              return box;
+          },
+          u"currentText"_s, u"a"_s, u"b"_s },
+        { "QFontComboBox", [] { return new QFontComboBox; }, u"currentFont"_s, QFont(u"Inter"_s),
+          QFont(u"DejaVu Sans"_s) },
+        { "QKeySequenceEdit", [] { return new QKeySequenceEdit; }, u"keySequence"_s,
+          QKeySequence(u"Ctrl+A"_s), QKeySequence(u"Ctrl+B"_s) },
+        { "QListWidget",
+          [] {
+              auto *const list = new QListWidget;
+              list->addItems({ u"a"_s, u"b"_s });
+              return list;
+          },
+          u"currentRow"_s, 1, 0 },
+        { "QTabWidget",
+          [] {
+              auto *const tabs = new QTabWidget;
+              tabs->addTab(new QWidget, u"a"_s);
+              tabs->addTab(new QWidget, u"b"_s);
+              return tabs;
+          },
+          u"currentIndex"_s, 1, 0 },
+        { "QTabBar",
+          [] {
+              auto *const tabs = new QTabBar;
+              tabs->addTab(u"a"_s);
+              tabs->addTab(u"b"_s);
+              return tabs;
+          },
+          u"currentIndex"_s, 1, 0 },
+        { "QToolBox",
+          [] {
+              auto *const tabs = new QToolBox;
+              tabs->addItem(new QWidget, u"a"_s);
+              tabs->addItem(new QWidget, u"b"_s);
+              return tabs;
+          },
+          u"currentIndex"_s, 1, 0 },
+        { "QDockWidget", [] { return new QDockWidget; }, u"floating"_s, true, false },
+        { "QColorDialog", [] { return new QColorDialog; }, u"currentColor"_s, QColor(Qt::red),
+          QColor(Qt::blue) },
+        { "NS::SegmentedControl",
+          [] {
+              auto *const control = new NS::SegmentedControl;
+              control->setSegmentCount(2);
+              return control;
+          },
+          u"selectedSegment"_s, 1, 0 },
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.name + (' ' + row.property.toStdString()));
+        Cell cell(row.value);
+        QMainWindow window; // a dock widget floats over one
+        const std::unique_ptr<QObject> control(row.make());
+        if (auto *const dock = qobject_cast<QDockWidget *>(control.get()))
+            window.addDockWidget(Qt::LeftDockWidgetArea, dock);
+        EXPECT_EQ(output([&] { NS::bind(control.get(), row.property, &cell, u"value"_s); }), "");
+        EXPECT_EQ(NS::valueForKeyPath(control.get(), row.property), row.value);
+        EXPECT_EQ(cell.writes, 0);
+        NS::setValueForKeyPath(control.get(), row.property, row.edit);
+        EXPECT_EQ(cell.value(), row.edit);
+        EXPECT_GT(cell.writes, 0);
+        cell.setValue(row.value);
+        EXPECT_EQ(NS::valueForKeyPath(control.get(), row.property), row.value);
+    }
+}
+
+TEST(ControlBinding,
+     a_class_without_notify_is_bound_one_way_with_a_warning_until_its_signal_is_known)
+{
+    Cell cell(30.0);
+    Knob knob;
+    EXPECT_THAT(output([&] { NS::bind(&knob, u"angle"_s, &cell, u"value"_s); }),
+                ::testing::HasSubstr("registerChangeSignal"));
+    knob.setAngle(40);
+    EXPECT_EQ(cell.value(), 30.0);
+    EXPECT_THROW(NS::bind(&knob, u"angle"_s, &cell, u"value"_s,
+                          { .direction = NS::BindingOptions::bothWays }),
+                 NS::KeyValueException);
+    EXPECT_EQ(output([&] {
+                  NS::bind(&knob, u"angle"_s, &cell, u"value"_s,
+                           { .direction = NS::BindingOptions::toControl });
+              }),
+              "");
+    EXPECT_THROW(NS::registerChangeSignal(Knob::staticMetaObject, "angel", "turned(double)"),
+                 NS::KeyValueException);
+    EXPECT_THROW(NS::registerChangeSignal(Knob::staticMetaObject, "angle", "turned(int)"),
+                 NS::KeyValueException);
+    NS::registerChangeSignal(Knob::staticMetaObject, "angle", "turned( double )");
+    NS::bind(&knob, u"angle"_s, &cell, u"value"_s);
+    knob.setAngle(50);
+    EXPECT_EQ(cell.value(), 50.0);
+}
+
+TEST(ControlBinding, visible_and_enabled_are_read_as_they_were_set)
+{
+    QWidget window;
+    QWidget panel(&window);
+    QLabel label(&panel);
+    EXPECT_EQ(NS::valueForKeyPath(&label, u"visible"_s), true);
+    window.show();
+    QLabel late(&panel);
+    EXPECT_FALSE(NS::valueForKeyPath(&late, u"visible"_s).isValid());
+    EXPECT_FALSE(NS::valueForKeyPath(std::make_unique<QLabel>().get(), u"visible"_s).isValid());
+    EXPECT_EQ(NS::valueForKeyPath(&label, u"visible"_s), true);
+    panel.hide();
+    panel.setEnabled(false);
+    EXPECT_EQ(NS::valueForKeyPath(&label, u"visible"_s), true);
+    EXPECT_EQ(NS::valueForKeyPath(&label, u"enabled"_s), true);
+    EXPECT_EQ(NS::valueForKeyPath(&window, u"visible"_s), true);
+    EXPECT_EQ(NS::valueForKeyPath(&panel, u"visible"_s), false);
+    label.hide();
+    label.setEnabled(false);
+    EXPECT_EQ(NS::valueForKeyPath(&label, u"visible"_s), false);
+    EXPECT_EQ(NS::valueForKeyPath(&label, u"enabled"_s), false);
+}
+
+TEST(ControlBinding, a_widget_that_joins_a_layout_later_keeps_what_its_binding_says)
+{
+    Cell cell(false);
+    QWidget window;
+    window.show();
+    auto *const hidden = new QLabel;
+    NS::bind(hidden, u"visible"_s, &cell, u"value"_s);
+    hidden->setParent(&window);
+    EXPECT_TRUE(hidden->isHidden());
+    cell.setValue(true);
+    EXPECT_TRUE(hidden->isVisible());
+    window.setEnabled(false);
+    cell.setValue(false);
+    NS::bind(hidden, u"enabled"_s, &cell, u"value"_s);
+    window.setEnabled(true);
+    EXPECT_FALSE(hidden->isEnabled());
+}
+
+TEST(ControlBinding, a_value_that_does_not_fit_is_shown_as_well_as_can_be_with_a_warning)
+{
+    const struct
+    {
+        QVariant value;
+        int shown;
+    } rows[] = { { 12.5, 13 }, { 1e300, 99 }, { u"abc"_s, 0 }, { std::nan(""), 0 } };
+    for (const auto &row : rows) {
+        Cell cell(row.value);
+        QSlider slider;
+        slider.setValue(50);
+        EXPECT_THAT(output([&] { NS::bind(&slider, u"value"_s, &cell, u"value"_s); }),
+                    ::testing::HasSubstr("QSlider cannot take this value"));
+        EXPECT_EQ(slider.value(), row.shown);
+        slider.setValue(7);
+        EXPECT_EQ(cell.value(), 7);
+        EXPECT_EQ(cell.writes, 1);
+    }
+}
+
+TEST(ControlBinding, nothing_is_selected_or_edited_while_there_is_no_object)
+{
+    Book book;
+    Customer customer;
+    customer.kind = 2;
+    customer.number = u"17"_s;
+    NS::SegmentedControl segments;
+    segments.setSegmentCount(3);
+    QLineEdit field;
+    QLabel label;
+    QWidget window;
+    Cell mayEdit(true);
+    field.setPlaceholderText(u"Number"_s);
+    const NS::BindingOptions options { .noSelectionPlaceholder = u"No customer"_s };
+    NS::bind(&segments, u"selectedSegment"_s, &book, u"customer.kind"_s);
+    NS::bind(&field, u"text"_s, &book, u"customer.number"_s, options);
+    NS::bind(&label, u"text"_s, &book, u"customer.number"_s, options);
+    NS::bind(&window, u"windowTitle"_s, &book, u"customer.number"_s);
+    NS::bind(&field, u"enabled"_s, &mayEdit, u"value"_s);
+    for (int turn = 0; turn < 2; ++turn) {
+        EXPECT_EQ(segments.selectedSegment(), -1);
+        EXPECT_FALSE(segments.isEnabled());
+        EXPECT_EQ(field.text(), QString());
+        EXPECT_FALSE(field.isEnabled());
+        EXPECT_EQ(field.placeholderText(), u"No customer"_s);
+        EXPECT_EQ(label.text(), u"No customer"_s);
+        EXPECT_TRUE(label.isEnabled());
+        EXPECT_TRUE(window.isEnabled());
+
+        mayEdit.setValue(turn == 1);
+        EXPECT_FALSE(field.isEnabled());
+        book.select(&customer);
+        EXPECT_EQ(segments.selectedSegment(), 2);
+        EXPECT_TRUE(segments.isEnabled());
+        EXPECT_EQ(field.text(), u"17"_s);
+        EXPECT_EQ(field.isEnabled(), turn == 1);
+        EXPECT_EQ(field.placeholderText(), u"Number"_s);
+        EXPECT_EQ(label.text(), u"17"_s);
+        book.select(nullptr);
+    }
+    NS::unbind(&field, u"text"_s);
+    EXPECT_TRUE(field.isEnabled());
+    EXPECT_EQ(customer.kind, 2);
+}
+
+TEST(ControlBinding, an_edit_that_waits_reaches_the_model_once_it_is_finished)
+{
+    QWidget window;
+    QLineEdit field(&window);
+    QPlainTextEdit text(&window);
+    Cell port(80);
+    Cell note(u"a"_s);
+    const NS::BindingOptions options { .commit = NS::BindingOptions::whenEditingFinishes };
+    NS::bind(&field, u"text"_s, &port, u"value"_s, options);
+    NS::bind(&text, u"plainText"_s, &note, u"value"_s, options);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    field.setFocus();
+    field.selectAll();
+    QTest::keyClicks(&field, u"7000"_s);
+    EXPECT_EQ(port.writes, 0);
+    Q_EMIT port.valueChanged(); // of another property, as far as it goes: the edit stays
+    EXPECT_EQ(field.text(), u"7000"_s);
+    QTest::keyClick(&field, Qt::Key_Return);
+    EXPECT_EQ(port.value().toInt(), 7000);
+    EXPECT_EQ(port.writes, 1);
+    QTest::keyClick(&field, Qt::Key_Return);
+    EXPECT_EQ(port.writes, 1);
+    // A control without editingFinished() commits as the focus leaves it.
+    text.setFocus();
+    QTest::keyClicks(&text, u"b"_s);
+    EXPECT_EQ(note.writes, 0);
+    field.setFocus();
+    EXPECT_EQ(note.value(), u"ba"_s);
+    EXPECT_EQ(note.writes, 1);
+    // And a button's shortcut commits by hand.
+    QTest::keyClicks(&field, u"1"_s);
+    EXPECT_EQ(port.writes, 1);
+    EXPECT_TRUE(NS::commitEditing(&window));
+    EXPECT_EQ(port.writes, 2);
+    // A change of the model wins over an edit that is not finished.
+    QTest::keyClicks(&field, u"2"_s);
+    port.setValue(22);
+    EXPECT_EQ(field.text(), u"22"_s);
+    EXPECT_TRUE(NS::commitEditing(&window));
+    EXPECT_EQ(port.value(), 22);
+}
+
+TEST(ControlBinding, an_edit_of_one_object_never_reaches_the_next)
+{
+    Customer first;
+    Customer second;
+    first.number = second.number = u"1"_s;
+    Book book;
+    book.customer = &first;
+    QLineEdit field;
+    NS::bind(&field, u"text"_s, &book, u"customer.number"_s,
+             { .commit = NS::BindingOptions::whenEditingFinishes });
+    field.setText(u"99"_s);
+    book.select(&second);
+    EXPECT_EQ(field.text(), u"1"_s);
+    EXPECT_TRUE(NS::commitEditing(&field));
+    EXPECT_EQ(second.number, u"1"_s);
+    EXPECT_EQ(first.number, u"1"_s);
+}
+
+TEST(ControlBinding, a_number_can_be_typed_key_by_key)
+{
+    Person person;
+    QLineEdit field;
+    NS::bind(&field, u"text"_s, &person, u"height"_s);
+    field.clear();
+    ::testing::internal::CaptureStdout(); // "" and "-" are no numbers
+    QTest::keyClicks(&field, u"-1.50"_s);
+    ::testing::internal::GetCapturedStdout();
+    EXPECT_EQ(field.text(), u"-1.50"_s);
+    EXPECT_EQ(person.height, -1.5);
+    Q_EMIT person.changed(); // of something else
+    EXPECT_EQ(field.text(), u"-1.50"_s);
+    Q_EMIT field.editingFinished();
+    person.setProperty("height", 2.0);
+    EXPECT_EQ(field.text(), u"2"_s);
+}
+
+TEST(ControlBinding, a_refused_edit_stays_in_its_marked_control)
+{
+    Cell port(80);
+    QLineEdit field;
+    field.setAccessibleDescription(u"The server's port"_s);
+    QStringList messages;
+    NS::BindingOptions options;
+    options.required = true;
+    options.reverseTransformer = [](const QVariant &text) {
+        bool isNumber = false;
+        const int value = text.toInt(&isNumber);
+        if (!isNumber && !text.toString().isEmpty())
+            throw std::runtime_error("Digits only.");
+        return isNumber ? QVariant(value) : QVariant();
+    };
+    options.validate = [](const QVariant &value) {
+        return value.toInt() > 65535 ? u"At most 65535."_s : QString();
+    };
+    options.onInvalid = [&](const QString &message) {
+        messages.append(message);
+    };
+    NS::bind(&field, u"text"_s, &port, u"value"_s, options);
+    const struct
+    {
+        QString text;
+        QString message;
+    } rows[] = { { u"70000"_s, u"At most 65535."_s },
+                 { u"x"_s, u"Digits only."_s },
+                 { u" "_s, u"Digits only."_s },
+                 { u""_s, u"Enter a value."_s },
+                 { u"443"_s, u""_s } };
+    for (const auto &row : rows) {
+        field.setText(row.text);
+        EXPECT_EQ(field.text(), row.text);
+        EXPECT_EQ(field.property("invalid").toBool(), !row.message.isEmpty());
+        EXPECT_EQ(field.accessibleDescription(),
+                  row.message.isEmpty() ? u"The server's port"_s : row.message);
+        EXPECT_EQ(port.value(), row.message.isEmpty() ? 443 : 80) << qPrintable(row.text);
+        EXPECT_EQ(NS::commitEditing(&field), row.message.isEmpty());
+    }
+    EXPECT_EQ(messages, QStringList({ u"At most 65535."_s, u"Digits only."_s, u"Enter a value."_s,
+                                      QString() }));
+    // What another value is shown for is no longer wrong.
+    field.setText(u"x"_s);
+    port.setValue(22);
+    EXPECT_FALSE(field.property("invalid").isValid());
+    EXPECT_EQ(field.text(), u"22"_s);
+}
+
+TEST(ControlBinding, what_is_required_and_missing_is_told_on_committing)
+{
+    Person person;
+    QWidget window;
+    auto *const field = new QLineEdit(&window);
+    NS::bind(field, u"text"_s, &person, u"name"_s, { .required = true });
+    EXPECT_FALSE(field->property("invalid").isValid());
+    EXPECT_FALSE(NS::commitEditing(&window));
+    EXPECT_TRUE(field->property("invalid").toBool());
+    field->setText(u"Ada"_s);
+    EXPECT_TRUE(NS::commitEditing(&window));
+}
+
+TEST(ControlBinding, values_are_negated_and_transformed_on_both_ways)
+{
+    Cell busy(true);
+    QCheckBox box;
+    QPushButton button;
+    NS::bind(&box, u"checked"_s, &busy, u"value"_s, { .negate = true });
+    NS::bind(&button, u"enabled"_s, &busy, u"value"_s, { .negate = true });
+    EXPECT_FALSE(box.isChecked());
+    EXPECT_FALSE(button.isEnabled());
+    box.setChecked(true);
+    EXPECT_EQ(busy.value(), false);
+    EXPECT_TRUE(button.isEnabled());
+
+    Cell celsius(21.5);
+    QSlider slider;
+    NS::BindingOptions halves;
+    halves.transformer = [](const QVariant &value) {
+        return qRound(value.toDouble() * 2);
+    };
+    halves.reverseTransformer = [](const QVariant &value) {
+        return value.toInt() / 2.0;
+    };
+    NS::bind(&slider, u"value"_s, &celsius, u"value"_s, halves);
+    EXPECT_EQ(slider.value(), 43);
+    celsius.setValue(20.1);
+    EXPECT_EQ(slider.value(), 40);
+    EXPECT_EQ(celsius.value(), 20.1);
+    slider.setValue(41);
+    EXPECT_EQ(celsius.value(), 20.5);
+}
+
+TEST(ControlBinding, a_format_is_shown_while_the_control_has_no_focus)
+{
+    const struct
+    {
+        QString format;
+        QVariant value;
+        QString shown;
+    } rows[] = {
+        { u"%.1f °C"_s, 21.25, u"21.3 °C"_s }, { u"100%% of %05d"_s, 42, u"100% of 00042"_s },
+        { u"<%s>"_s, u"ü%n"_s, u"<ü%n>"_s },   { u"%x"_s, 255, u"ff"_s },
+        { u"%.1f"_s, u"n/a"_s, u"n/a"_s },     { u"%.1f"_s, QVariant(), QString() },
+    };
+    for (const auto &row : rows) {
+        Cell cell(row.value);
+        QLabel label;
+        NS::bind(&label, u"text"_s, &cell, u"value"_s, { .format = row.format });
+        EXPECT_EQ(label.text(), row.shown);
+    }
+    Cell cell(1);
+    QLabel label;
+    for (const QString &format : { u"%n"_s, u"%d %d"_s, u"none"_s, u"%*d"_s, u"%999d"_s, u"%"_s })
+        EXPECT_THROW(NS::bind(&label, u"text"_s, &cell, u"value"_s, { .format = format }),
+                     std::invalid_argument)
+                << qPrintable(format);
+
+    Cell celsius(21.25);
+    QWidget window;
+    QLineEdit field(&window);
+    QLineEdit other(&window);
+    NS::bind(&field, u"text"_s, &celsius, u"value"_s,
+             { .commit = NS::BindingOptions::whenEditingFinishes, .format = u"%.1f °C"_s });
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    other.setFocus();
+    EXPECT_EQ(field.text(), u"21.3 °C"_s);
+    field.setFocus();
+    EXPECT_EQ(field.text(), u"21.25"_s);
+    field.selectAll();
+    QTest::keyClicks(&field, u"18.04"_s);
+    other.setFocus();
+    EXPECT_EQ(field.text(), u"18.0 °C"_s);
+    EXPECT_EQ(celsius.value().toDouble(), 18.04);
+    EXPECT_EQ(celsius.writes, 1);
+    field.setFocus();
+    other.setFocus();
+    EXPECT_EQ(celsius.writes, 1);
+}
+
+TEST(ControlBinding, a_control_may_be_destroyed_while_it_is_marked_or_committed)
+{
+    Cell cell(1);
+    auto *field = new QLineEdit;
+    NS::BindingOptions options;
+    options.validate = [](const QVariant &) {
+        return u"never"_s;
+    };
+    options.onInvalid = [&](const QString &) {
+        delete std::exchange(field, nullptr);
+    };
+    NS::bind(field, u"text"_s, &cell, u"value"_s, options);
+    EXPECT_FALSE(NS::commitEditing(field));
+    EXPECT_FALSE(field);
+    EXPECT_EQ(cell.writes, 0);
+}
+
+#include "ControlBindingTest.moc"
