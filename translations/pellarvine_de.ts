@@ -24,6 +24,25 @@
     </message>
 </context>
 <context>
+    <name>NS::Binding</name>
+    <message>
+        <source>Enter a number.</source>
+        <translation>Geben Sie eine Zahl ein.</translation>
+    </message>
+    <message>
+        <source>Enter a whole number.</source>
+        <translation>Geben Sie eine ganze Zahl ein.</translation>
+    </message>
+    <message>
+        <source>This value does not fit here.</source>
+        <translation>Dieser Wert passt hier nicht.</translation>
+    </message>
+    <message>
+        <source>Enter a value.</source>
+        <translation>Geben Sie einen Wert ein.</translation>
+    </message>
+</context>
+<context>
     <name>NS::ColorPanel</name>
     <message>
         <source>Colours</source>
@@ -99,6 +118,13 @@
     </message>
 </context>
 <context>
+    <name>Pellarvine::CodebaseTicket</name>
+    <message>
+        <source>The program does not know the address of its issue tracker.</source>
+        <translation>Das Programm kennt die Adresse seiner Fehlerverwaltung nicht.</translation>
+    </message>
+</context>
+<context>
     <name>Pellarvine::ColorPickerButton</name>
     <message>
         <source>Colour</source>
@@ -126,6 +152,72 @@
     <message>
         <source>The container ends within its header.</source>
         <translation>Der Container endet innerhalb seines Kopfes.</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::NavigationController</name>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::PassphraseDialog</name>
+    <message>
+        <source>&amp;Show the passphrase</source>
+        <translation>&amp;Passphrase anzeigen</translation>
+    </message>
+    <message>
+        <source>The two passphrases differ.</source>
+        <translation>Die beiden Passphrasen sind verschieden.</translation>
+    </message>
+    <message>
+        <source>Weak</source>
+        <translation>Schwach</translation>
+    </message>
+    <message>
+        <source>Fair</source>
+        <translation>Mittel</translation>
+    </message>
+    <message>
+        <source>Strong</source>
+        <translation>Stark</translation>
+    </message>
+    <message>
+        <source>New Passphrase</source>
+        <translation>Neue Passphrase</translation>
+    </message>
+    <message>
+        <source>Passphrase</source>
+        <translation>Passphrase</translation>
+    </message>
+    <message>
+        <source>&amp;Passphrase:</source>
+        <translation>&amp;Passphrase:</translation>
+    </message>
+    <message>
+        <source>Estimated strength</source>
+        <translation>Geschätzte Stärke</translation>
+    </message>
+    <message>
+        <source>Strength:</source>
+        <translation>Stärke:</translation>
+    </message>
+    <message>
+        <source>Once &amp;more:</source>
+        <translation>Noch &amp;einmal:</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Die Feststelltaste ist aktiv.</translation>
+    </message>
+    <message>
+        <source>M&amp;ake One Up</source>
+        <translation>Aus&amp;denken</translation>
+    </message>
+    <message>
+        <source>Six random words</source>
+        <translation>Sechs zufällige Wörter</translation>
     </message>
 </context>
 <context>

@@ -24,6 +24,25 @@
     </message>
 </context>
 <context>
+    <name>NS::Binding</name>
+    <message>
+        <source>Enter a number.</source>
+        <translation>Saisissez un nombre.</translation>
+    </message>
+    <message>
+        <source>Enter a whole number.</source>
+        <translation>Saisissez un nombre entier.</translation>
+    </message>
+    <message>
+        <source>This value does not fit here.</source>
+        <translation>Cette valeur ne convient pas ici.</translation>
+    </message>
+    <message>
+        <source>Enter a value.</source>
+        <translation>Saisissez une valeur.</translation>
+    </message>
+</context>
+<context>
     <name>NS::ColorPanel</name>
     <message>
         <source>Colours</source>
@@ -99,6 +118,13 @@
     </message>
 </context>
 <context>
+    <name>Pellarvine::CodebaseTicket</name>
+    <message>
+        <source>The program does not know the address of its issue tracker.</source>
+        <translation>Le programme ne connaît pas l’adresse de son gestionnaire de tickets.</translation>
+    </message>
+</context>
+<context>
     <name>Pellarvine::ColorPickerButton</name>
     <message>
         <source>Colour</source>
@@ -126,6 +152,72 @@
     <message>
         <source>The container ends within its header.</source>
         <translation>Le conteneur se termine au milieu de son en-tête.</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::NavigationController</name>
+    <message>
+        <source>Back</source>
+        <translation>Retour</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::PassphraseDialog</name>
+    <message>
+        <source>&amp;Show the passphrase</source>
+        <translation>&amp;Afficher la phrase secrète</translation>
+    </message>
+    <message>
+        <source>The two passphrases differ.</source>
+        <translation>Les deux phrases secrètes diffèrent.</translation>
+    </message>
+    <message>
+        <source>Weak</source>
+        <translation>Faible</translation>
+    </message>
+    <message>
+        <source>Fair</source>
+        <translation>Moyenne</translation>
+    </message>
+    <message>
+        <source>Strong</source>
+        <translation>Forte</translation>
+    </message>
+    <message>
+        <source>New Passphrase</source>
+        <translation>Nouvelle phrase secrète</translation>
+    </message>
+    <message>
+        <source>Passphrase</source>
+        <translation>Phrase secrète</translation>
+    </message>
+    <message>
+        <source>&amp;Passphrase:</source>
+        <translation>&amp;Phrase secrète :</translation>
+    </message>
+    <message>
+        <source>Estimated strength</source>
+        <translation>Robustesse estimée</translation>
+    </message>
+    <message>
+        <source>Strength:</source>
+        <translation>Robustesse :</translation>
+    </message>
+    <message>
+        <source>Once &amp;more:</source>
+        <translation>Encore &amp;une fois :</translation>
+    </message>
+    <message>
+        <source>Caps Lock is on.</source>
+        <translation>Le verrouillage des majuscules est actif.</translation>
+    </message>
+    <message>
+        <source>M&amp;ake One Up</source>
+        <translation>&amp;Inventer</translation>
+    </message>
+    <message>
+        <source>Six random words</source>
+        <translation>Six mots au hasard</translation>
     </message>
 </context>
 <context>
