@@ -27,16 +27,18 @@ class PELLARVINE_EXPORT PassphraseDialog : public QDialog
     Q_PROPERTY(QString error READ error WRITE setError NOTIFY errorChanged)
 
 public:
+    /// What the passphrase is for.
     enum class Purpose {
         create, ///< typed twice, with an estimate of its strength and the offer to make one up
         unlock, ///< typed once
     };
     Q_ENUM(Purpose)
 
+    /// The purpose does not change.
     explicit PassphraseDialog(Purpose purpose, QWidget *parent = nullptr);
     ~PassphraseDialog() override;
 
-    Purpose purpose() const;
+    Purpose purpose() const; ///< as it was made
 
     /// Plain text above the fields. Default: empty, which takes no space.
     QString explanation() const;

@@ -18,10 +18,11 @@ namespace Pellarvine {
 template <typename Get, typename Set, typename Signal>
 struct MemberProperty
 {
-    Get get;
-    Set set;
-    Signal notify;
+    Get get; ///< `&QSlider::value`
+    Set set; ///< `&QSlider::setValue`
+    Signal notify; ///< `&QSlider::valueChanged`
 
+    /// The type of the property of an `Object`.
     template <typename Object>
     using Value = std::decay_t<std::invoke_result_t<Get, Object *>>;
 };

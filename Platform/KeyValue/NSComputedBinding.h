@@ -22,7 +22,7 @@ namespace NS {
 struct BindingSource
 {
     ObjectReference object; ///< kept alive if it is given by a shared pointer
-    QString keyPath;
+    QString keyPath; ///< from `object` to the property
 };
 
 } // namespace NS
