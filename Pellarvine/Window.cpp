@@ -10,6 +10,8 @@
 #include <QAbstractButton>
 #include <QPointer>
 
+#include <algorithm>
+#include <cmath>
 #include <optional>
 
 using NS::LayoutAttribute;
@@ -20,6 +22,11 @@ using NS::WindowButton;
 namespace Pellarvine {
 
 namespace {
+
+double finiteOr0(double number)
+{
+    return std::isfinite(number) ? number : 0.0;
+}
 
 // The parent is the only one who would delete it.
 void deleteIfUnowned(QWidget *view)
@@ -108,6 +115,7 @@ double Window::trafficLightHorizontalMargin() const
 
 void Window::setTrafficLightHorizontalMargin(double margin)
 {
+    margin = finiteOr0(margin);
     if (!detail::assign(d->trafficLightHorizontalMargin, margin))
         return;
     setNeedsLayout();
@@ -121,6 +129,7 @@ double Window::trafficLightVerticalMargin() const
 
 void Window::setTrafficLightVerticalMargin(double margin)
 {
+    margin = finiteOr0(margin);
     if (!detail::assign(d->trafficLightVerticalMargin, margin))
         return;
     setNeedsLayout();
@@ -134,6 +143,7 @@ double Window::trafficLightGap() const
 
 void Window::setTrafficLightGap(double gap)
 {
+    gap = finiteOr0(gap);
     if (!detail::assign(d->trafficLightGap, gap))
         return;
     setNeedsLayout();
@@ -192,7 +202,7 @@ void Window::setTitleBarHeight(double height)
 {
     const double old = d->titleBarHeight;
     const double standard = d->standardHeight();
-    const double h = height <= standard ? standard : height;
+    const double h = std::clamp(finiteOr0(height), standard, double(QWIDGETSIZE_MAX));
     d->titleBarHeight = h;
 
     if (TitlebarAccessoryViewController *const previous = d->dummyTitleBarAccessoryViewController) {
@@ -213,10 +223,13 @@ void Window::setTitleBarHeight(double height)
     const double difference = old - h;
     const QRectF before = frame();
     const bool hasPlace = testAttribute(Qt::WA_Moved);
+    const bool hasSize = testAttribute(Qt::WA_Resized);
     NS::Window::setFrame(QRectF(before.x(), before.y() - difference, before.width(),
                                 before.height() + difference),
                          false);
-    setAttribute(Qt::WA_Moved, hasPlace); // its upper edge stays, or is for the desktop to choose
+    // Its upper edge stays, or is for the desktop to choose, as its size is for the content.
+    setAttribute(Qt::WA_Moved, hasPlace);
+    setAttribute(Qt::WA_Resized, hasSize);
     if (h != old)
         Q_EMIT titleBarHeightChanged(h);
 }

@@ -17,8 +17,8 @@ namespace Pellarvine {
 ///     window->show();
 ///
 /// The margins, the gap and the centring take effect at the next layout pass, the views and the
-/// margins' standard values in awakeFromNib(). Lengths are in units of the screen. Main thread
-/// only.
+/// margins' standard values in awakeFromNib(). Lengths are in device-independent pixels; one that is
+/// not a finite number counts as 0. Main thread only.
 class PELLARVINE_EXPORT Window : public NS::Window
 {
     Q_OBJECT

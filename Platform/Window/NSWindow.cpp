@@ -8,10 +8,12 @@
 #include "Window/StandardWindowButton.h"
 #include "Window/TitleBarView.h"
 #include "Window/WindowBorder.h"
+#include "Window/WindowContent.h"
 #include "Window/WindowDrag.h"
 #include "Window/WindowEdges.h"
 #include "Window/WindowManager.h"
 #include "Window/WindowMenu.h"
+#include "Window/WindowState.h"
 
 #include <QApplication>
 #include <QChildEvent>
@@ -64,12 +66,15 @@ struct Window::Private
         , edges(new detail::WindowEdges(window))
         , titleBar(new detail::TitleBarView(window, drag))
         , border(new detail::WindowBorder(window))
+        , content(new detail::WindowContent(window))
     { }
 
     bool isNormal() const { return !q->isMaximized() && !q->isFullScreen(); }
     int barHeight() const;
     void arrange();
+    void rearrange();
     void barHeightChanged();
+    void enterFocus();
     void applyFlags();
     void updateBorder();
     void watchNativeWindow();
@@ -79,9 +84,9 @@ struct Window::Private
     detail::WindowEdges *edges;
     detail::TitleBarView *titleBar;
     detail::WindowBorder *border;
+    detail::WindowContent *content;
     StyleMask styleMask = standardStyle;
     TitleVisibility titleVisibility = titleVisible;
-    QPointer<QWidget> content;
     QUrl representedURL;
     QPointer<QVariantAnimation> animation;
     int fullBarHeight =
@@ -110,13 +115,40 @@ void Window::Private::arrange()
     border->arrange();
 }
 
+// Outside the layout pass: a subclass moves items of the bar in the next one.
+void Window::Private::rearrange()
+{
+    arrange();
+    NS::setNeedsLayout(q);
+}
+
 void Window::Private::barHeightChanged()
 {
     const int grown = titleBar->fullHeight() - std::exchange(fullBarHeight, titleBar->fullHeight());
-    if (grown != 0 && isNormal() && styleMask & titled)
+    if (grown != 0 && isNormal() && styleMask & titled) {
+        const bool hasSize = q->testAttribute(Qt::WA_Resized);
         q->resize(q->width(), q->height() + grown);
-    arrange();
-    NS::setNeedsLayout(q);
+        // Without a size of its own, the window still gets the one that its content asks for.
+        q->setAttribute(Qt::WA_Resized, hasSize);
+    }
+    rearrange();
+}
+
+// Qt would give the focus to the first widget that can have it: with full keyboard access that is
+// the close button.
+void Window::Private::enterFocus()
+{
+    const QWidget *const current = q->focusWidget();
+    if (!hasFullKeyboardAccess || (current && current->isVisible()))
+        return;
+    QWidget *first = q;
+    do {
+        first = first->nextInFocusChain();
+    } while (first != q
+             && (!(first->focusPolicy() & Qt::TabFocus) || !first->isVisibleTo(q)
+                 || !first->isEnabledTo(q) || first->window() != q
+                 || qobject_cast<detail::StandardWindowButton *>(first)));
+    first->setFocus(Qt::ActiveWindowFocusReason);
 }
 
 void Window::Private::applyFlags()
@@ -258,23 +290,21 @@ void Window::setStyleMask(StyleMask styleMask)
     d->titleBar->setStyleMask(styleMask);
     d->titleBar->setDrawsBackground(!(styleMask & fullSizeContentView));
     d->applyFlags();
-    d->arrange();
+    d->rearrange();
     d->updateBorder();
-    NS::setNeedsLayout(this);
     Q_EMIT styleMaskChanged(styleMask);
 }
 
 QWidget *Window::contentView() const
 {
-    return d->content;
+    return d->content->view();
 }
 
 void Window::setContentView(QWidget *view)
 {
-    if (view == d->content)
+    if (view == contentView())
         return;
-    delete d->content;
-    d->content = view;
+    delete contentView();
     if (view) {
         if (!layout()) {
             auto *const layout = new QVBoxLayout(this);
@@ -287,6 +317,7 @@ void Window::setContentView(QWidget *view)
         d->titleBar->raise();
         d->border->raise();
     }
+    d->content->setView(view);
     Q_EMIT contentViewChanged(view);
 }
 
@@ -326,6 +357,13 @@ QAbstractButton *Window::standardWindowButton(WindowButton kind) const
 
 void Window::addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller)
 {
+    if (auto *const owner = qobject_cast<Window *>(controller->parent())) {
+        const auto index = int(owner->titlebarAccessoryViewControllers().indexOf(controller));
+        if (index >= 0 && owner == this)
+            return;
+        if (index >= 0)
+            owner->removeTitlebarAccessoryViewControllerAtIndex(index);
+    }
     controller->setParent(this);
     d->titleBar->insertAccessory(controller);
 }
@@ -379,9 +417,8 @@ void Window::setNativeDecorations(bool areNative)
         return;
     d->titleBar->setBare(areNative);
     d->applyFlags();
-    d->arrange();
+    d->rearrange();
     d->updateBorder();
-    NS::setNeedsLayout(this);
     Q_EMIT nativeDecorationsChanged(areNative);
 }
 
@@ -392,7 +429,7 @@ QByteArray Window::saveState() const
 
 bool Window::restoreState(const QByteArray &state)
 {
-    return restoreGeometry(state);
+    return detail::isWholeWindowState(state) && restoreGeometry(state);
 }
 
 void Window::awakeFromNib() { }
@@ -458,6 +495,19 @@ bool Window::event(QEvent *event)
     case QEvent::WinIdChange:
         d->watchNativeWindow();
         break;
+    case QEvent::WindowActivate:
+        d->enterFocus();
+        break;
+    case QEvent::Close: {
+        if (!d->content->agreesToClose()) {
+            event->ignore();
+            return true;
+        }
+        const bool isDone = QWidget::event(event);
+        if (event->isAccepted())
+            d->content->windowHasClosed();
+        return isDone;
+    }
     case QEvent::ChildAdded: {
         const QObject *const child = static_cast<QChildEvent *>(event)->child();
         if (d && child->isWidgetType() && child != d->titleBar && child != d->border) {
@@ -484,6 +534,7 @@ void Window::changeEvent(QEvent *event)
     case QEvent::WindowStateChange:
         d->arrange();
         d->updateBorder();
+        d->content->takeWindowState();
         [[fallthrough]];
     case QEvent::ActivationChange:
     case QEvent::ModifiedChange:
@@ -518,9 +569,10 @@ void Window::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     d->watchNativeWindow();
-    d->arrange();
+    d->rearrange();
     d->updateBorder();
     d->titleBar->refresh();
+    d->enterFocus();
 }
 
 void Window::paintEvent(QPaintEvent *)
@@ -543,7 +595,20 @@ void Window::mousePressEvent(QMouseEvent *event)
 void Window::connectNotify(const QMetaMethod &signal)
 {
     if (signal == QMetaMethod::fromSignal(&Window::documentVersionsRequested))
-        d->titleBar->setOffersVersions(isSignalConnected(signal));
+        d->titleBar->setOffersVersions(true);
+}
+
+// It is called before the receiver is off the list, without a signal for all at once, and from the
+// thread of the receiver.
+void Window::disconnectNotify(const QMetaMethod &)
+{
+    QMetaObject::invokeMethod(
+            this,
+            [this] {
+                d->titleBar->setOffersVersions(isSignalConnected(
+                        QMetaMethod::fromSignal(&Window::documentVersionsRequested)));
+            },
+            Qt::QueuedConnection);
 }
 
 } // namespace NS

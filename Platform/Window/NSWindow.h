@@ -104,6 +104,11 @@ public:
 
     /// Null unless set. The window owns it, lays it out below the title bar and deletes the one
     /// before it. A layout that is set on the window instead has the same room.
+    ///
+    /// A QMainWindow goes on as a window: its closeEvent() is asked before this window closes, and
+    /// closing it closes this window; its title, modified mark and icon become this window's, its
+    /// file path the document, its state (full screen) this window's state and the reverse. A title,
+    /// icon or document that this window has already stays until the content sets its own.
     QWidget *contentView() const;
     void setContentView(QWidget *view);
 
@@ -123,7 +128,8 @@ public:
     /// Stacked below the standard title bar in order. Adding or removing one keeps the window's top
     /// edge and the size of its content: the window grows and shrinks at the bottom, unless it is
     /// maximised or full screen. The window owns the controllers that it has; afterwards nobody
-    /// does. An index out of range is a fatal error.
+    /// does. A controller that another window has moves; one that this window has stays where it is.
+    /// An index out of range is a fatal error.
     void addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller);
     void removeTitlebarAccessoryViewControllerAtIndex(int index);
     /// @}
@@ -191,6 +197,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void connectNotify(const QMetaMethod &signal) override;
+    void disconnectNotify(const QMetaMethod &signal) override;
 
 private:
     struct Private;

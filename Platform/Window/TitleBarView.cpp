@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Window/TitleBarView.h"
 
+#include "Base/Assign.h"
 #include "Controls/NSTextField.h"
 #include "View/NSView.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
@@ -134,6 +135,7 @@ void TitleBarView::updateButtons()
     if (m_title)
         m_title->setVisible(!m_isBare && m_isTitleVisible);
     arrangeTitle();
+    NS::setNeedsLayout(m_window); // which may have another place for them
 }
 
 // The accessories' views end with the bar's children, when the bar itself no longer listens.
@@ -157,8 +159,8 @@ void TitleBarView::setHasDocument(bool hasDocument)
 
 void TitleBarView::setOffersVersions(bool offers)
 {
-    m_offersVersions = offers;
-    updateButtons();
+    if (assign(m_offersVersions, offers))
+        updateButtons();
 }
 
 void TitleBarView::setTitleVisible(bool isVisible)

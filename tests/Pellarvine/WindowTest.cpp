@@ -9,6 +9,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 using NS::WindowButton;
 using Pellarvine::Window;
 
@@ -131,6 +134,40 @@ TEST(Window, a_height_does_not_choose_a_place_on_the_screen)
     EXPECT_TRUE(placed.window.testAttribute(Qt::WA_Moved));
 }
 
+TEST(Window, a_height_before_the_window_shows_leaves_it_the_size_that_its_content_asks_for)
+{
+    class Content : public QWidget
+    {
+        QSize sizeHint() const override { return { 320, 240 }; }
+    };
+    Window window;
+    window.setContentView(new Content);
+    window.setTitleBarHeight(52);
+    window.show();
+    EXPECT_EQ(window.size(), QSize(320, 240 + 52));
+}
+
+TEST(Window, numbers_that_are_none_count_as_0)
+{
+    Opened opened(52);
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const double number : { std::nan(""), infinity, -infinity }) {
+        opened.window.setTitleBarHeight(52);
+        opened.window.setTitleBarHeight(number);
+        EXPECT_EQ(opened.window.titleBarHeight(), 22);
+        EXPECT_EQ(opened.window.titleBarView()->height(), 22);
+        opened.window.setTrafficLightHorizontalMargin(number);
+        opened.window.setTrafficLightVerticalMargin(number);
+        opened.window.setTrafficLightGap(number);
+        EXPECT_EQ(opened.window.trafficLightHorizontalMargin(), 0);
+        EXPECT_EQ(opened.window.trafficLightVerticalMargin(), 0);
+        EXPECT_EQ(opened.window.trafficLightGap(), 0);
+        NS::TitlebarAccessoryViewController accessory;
+        accessory.setFullScreenMinHeight(number);
+        EXPECT_EQ(accessory.fullScreenMinHeight(), 0);
+    }
+}
+
 TEST(Window, the_accessory_at_index_0_is_taken_for_its_own)
 {
     Opened opened;
@@ -227,6 +264,38 @@ TEST(Window, a_pass_comes_by_itself_before_painting)
     const QRectF title = NS::frame(opened.window.titleBarTextField());
     EXPECT_NEAR(title.center().x(), 250, 1);
     EXPECT_NEAR(title.center().y(), 26, 0.5);
+}
+
+TEST(Window, title_and_document_icon_keep_their_place)
+{
+    Opened opened(52);
+    opened.window.setWindowTitle(QStringLiteral("Letters"));
+    opened.window.setRepresentedURL(QUrl(QStringLiteral("file:///home/ada/letters.txt")));
+    opened.window.awakeFromNib();
+    opened.window.show();
+    const auto expectInMiddle = [&](const char *when) {
+        opened.window.grab();
+        EXPECT_NEAR(NS::frame(opened.window.titleBarTextField()).center().y(), 26, 0.5) << when;
+        EXPECT_EQ(opened.button(WindowButton::documentIcon).center().y(), 26) << when;
+    };
+    expectInMiddle("at first");
+    {
+        const QSignalSpy versions(&opened.window, &NS::Window::documentVersionsRequested);
+        expectInMiddle("with a receiver for versions");
+        EXPECT_EQ(opened.button(WindowButton::documentVersions).center().y(), 26);
+    }
+    QCoreApplication::processEvents();
+    expectInMiddle("without the receiver");
+    opened.window.hide();
+    opened.window.show();
+    expectInMiddle("after it was hidden");
+    opened.window.toggleFullScreen();
+    expectInMiddle("in full screen");
+    opened.window.toggleFullScreen();
+    opened.window.setFullKeyboardAccess(true);
+    opened.window.setNativeDecorations(true);
+    opened.window.setNativeDecorations(false);
+    expectInMiddle("after native decorations");
 }
 
 // The title

@@ -196,6 +196,28 @@ TEST(NSWindow, full_screen_keeps_as_much_of_the_title_bar_as_the_accessories_ask
     EXPECT_EQ(shown.window.frame(), frame);
 }
 
+TEST(NSWindow, an_accessory_is_in_one_title_bar_once)
+{
+    NS::TitlebarAccessoryViewController accessory;
+    accessory.setView(new QWidget);
+    accessory.view()->resize(10, 30);
+    Shown shown;
+    {
+        Shown other;
+        other.window.addTitlebarAccessoryViewController(&accessory);
+        EXPECT_EQ(other.titleBar()->height(), 52);
+        shown.window.addTitlebarAccessoryViewController(&accessory);
+        EXPECT_TRUE(other.window.titlebarAccessoryViewControllers().isEmpty());
+        EXPECT_EQ(other.titleBar()->height(), 22);
+    }
+    ASSERT_EQ(shown.titleBar()->height(), 52);
+    shown.window.addTitlebarAccessoryViewController(&accessory);
+    EXPECT_EQ(shown.window.titlebarAccessoryViewControllers().size(), 1);
+    EXPECT_EQ(shown.titleBar()->height(), 52);
+    accessory.view()->resize(10, 40);
+    EXPECT_EQ(shown.titleBar()->height(), 62);
+}
+
 // Buttons
 
 TEST(NSWindow, has_the_buttons_of_its_style_and_document)
@@ -210,10 +232,13 @@ TEST(NSWindow, has_the_buttons_of_its_style_and_document)
     shown.window.setRepresentedURL(QUrl(u"file:///home/ada/letters.txt"_s));
     EXPECT_TRUE(has(WindowButton::documentIcon));
     EXPECT_FALSE(has(WindowButton::documentVersions)) << "nobody shows versions";
-    QSignalSpy versions(&shown.window, &Window::documentVersionsRequested);
+    auto versions = std::make_unique<QSignalSpy>(&shown.window, &Window::documentVersionsRequested);
     EXPECT_TRUE(has(WindowButton::documentVersions));
     shown.window.standardWindowButton(WindowButton::documentVersions)->click();
-    EXPECT_EQ(versions.size(), 1);
+    EXPECT_EQ(versions->size(), 1);
+    versions.reset();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(has(WindowButton::documentVersions)) << "nobody shows them any more";
     shown.window.setStyleMask(Window::titled | Window::closable);
     EXPECT_FALSE(has(WindowButton::miniaturize));
     EXPECT_FALSE(has(WindowButton::zoom));
@@ -273,6 +298,36 @@ TEST(NSWindow, tab_reaches_the_buttons_with_full_keyboard_access_alone)
     QTest::keyClick(close, Qt::Key_Tab);
     QTest::keyClick(shown.window.focusWidget(), Qt::Key_Return);
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown.window.isMinimized(); }));
+}
+
+TEST(NSWindow, opens_with_the_focus_in_its_content)
+{
+    for (const bool hasField : { true, false }) {
+        Window window;
+        window.setFullKeyboardAccess(true);
+        auto *const content = new QWidget;
+        QLineEdit *const field = hasField ? new QLineEdit(content) : nullptr;
+        window.setContentView(content);
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_FALSE(qobject_cast<QAbstractButton *>(QApplication::focusWidget()));
+        EXPECT_TRUE(!hasField || QApplication::focusWidget() == field);
+        QTest::keyClick(window.windowHandle(), Qt::Key_Space);
+        QTest::qWait(150); // longer than a button that is clicked by a key stays down
+        EXPECT_TRUE(window.isVisible());
+
+        // So it does when it comes back without a focus.
+        if (field)
+            field->clearFocus();
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_FALSE(qobject_cast<QAbstractButton *>(QApplication::focusWidget()));
+    }
 }
 
 TEST(NSWindow, buttons_are_coloured_while_it_is_active_and_lose_it_otherwise)
