@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/NSPopover.h>
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QTest>
+#include <QWindow>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using NS::Popover;
+
+// A Wayland compositor may take the keyboard from the program when a key closes a list.
+TEST(PopoverInput, a_key_that_closes_a_list_in_a_popover_does_not_close_that_too)
+{
+    QWidget window;
+    window.setGeometry(100, 100, 400, 400);
+    window.show();
+    auto *const choice = new QComboBox;
+    choice->addItems({ u"Everything"_s, u"Something"_s });
+    auto *const controller = new NS::ViewController;
+    controller->setView(choice);
+    Popover popover;
+    popover.setContentViewController(controller);
+    popover.setBehavior(Popover::Behavior::transient);
+    for (const Qt::Key key : { Qt::Key_Escape, Qt::Key_Return }) {
+        popover.showRelativeToRect({}, &window, NS::RectEdge::maxY);
+        QTest::qWait(0);
+        choice->showPopup();
+        QTest::keyClick(window.windowHandle(), Qt::Key_Down);
+        QTest::keyClick(window.windowHandle(), key);
+        EXPECT_FALSE(choice->view()->isVisible());
+        EXPECT_TRUE(popover.isShown());
+        QTest::qWait(0);
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+        EXPECT_TRUE(popover.isShown());
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+        Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+        EXPECT_FALSE(popover.isShown()) << "the user has left";
+    }
+}
