@@ -6,6 +6,7 @@
 #include "Layout/NSLayoutAnchor.h"
 #include "View/NSView.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
+#include "Window/TitleBarView.h"
 
 #include <QAbstractButton>
 #include <QPointer>
@@ -46,6 +47,8 @@ struct Window::Private
     double trafficLightGap = 6.0;
     QPointer<QWidget> innerTitleBarView;
     QPointer<QWidget> toolbarView;
+    bool keepsTitleBarViewClear = false;
+    bool isAwake = false;
     double titleBarHeight = 0.0;
 
     double trafficLightSpan = 0.0;
@@ -178,6 +181,17 @@ void Window::setToolbarView(QWidget *view)
     Q_EMIT toolbarViewChanged(view);
 }
 
+bool Window::keepsTitleBarViewClear() const
+{
+    return d->keepsTitleBarViewClear;
+}
+
+void Window::setKeepsTitleBarViewClear(bool keeps)
+{
+    if (detail::assign(d->keepsTitleBarViewClear, keeps))
+        Q_EMIT keepsTitleBarViewClearChanged(keeps);
+}
+
 QWidget *Window::titleBarView() const
 {
     const QAbstractButton *const closeButton = standardWindowButton(WindowButton::close);
@@ -239,6 +253,7 @@ void Window::setTitleBarHeight(double height)
 void Window::awakeFromNib()
 {
     NS::Window::awakeFromNib();
+    d->isAwake = true;
     const QAbstractButton *closeButton = standardWindowButton(WindowButton::close);
     if (!closeButton)
         return detail::printWarning("Warning: Window can't resolve close button!");
@@ -271,12 +286,23 @@ void Window::awakeFromNib()
     };
     if (QWidget *const inner = d->innerTitleBarView) {
         adopt(inner);
+        if (d->keepsTitleBarViewClear) {
+            // The buttons stand on the left whichever way text runs.
+            LayoutConstraint::activateConstraints({
+                    NS::leftAnchor(inner).constraintEqualToAnchor(NS::leftAnchor(titleBar),
+                                                                  hm + d->trafficLightSpan + hm),
+                    NS::rightAnchor(inner).constraintEqualToAnchor(NS::rightAnchor(titleBar), -hm),
+            });
+        } else {
+            LayoutConstraint::activateConstraints({
+                    NS::leadingAnchor(inner).constraintEqualToAnchor(NS::leadingAnchor(titleBar),
+                                                                     2.0 * hm),
+                    // Not negated: it reaches beyond the title bar by as much as it starts inside.
+                    NS::trailingAnchor(inner).constraintEqualToAnchor(NS::trailingAnchor(titleBar),
+                                                                      2.0 * hm),
+            });
+        }
         LayoutConstraint::activateConstraints({
-                NS::leadingAnchor(inner).constraintEqualToAnchor(NS::leadingAnchor(titleBar),
-                                                                 2.0 * hm),
-                // Not negated: it reaches beyond the title bar by as much as it starts inside.
-                NS::trailingAnchor(inner).constraintEqualToAnchor(NS::trailingAnchor(titleBar),
-                                                                  2.0 * hm),
                 NS::topAnchor(inner).constraintEqualToAnchor(NS::topAnchor(titleBar), vm),
         });
         const bool isCentered = d->centerTrafficLightButtons;
@@ -342,6 +368,18 @@ void Window::setNeedsLayout()
 }
 
 void Window::windowDidResize(QResizeEvent *) { }
+
+void Window::showEvent(QShowEvent *event)
+{
+    if (!d->isAwake) {
+        constexpr QPoint standard = detail::TitleBarView::standardButtonPlace;
+        if (d->trafficLightHorizontalMargin == 0.0)
+            setTrafficLightHorizontalMargin(standard.x());
+        if (d->trafficLightVerticalMargin == 0.0)
+            setTrafficLightVerticalMargin(standard.y());
+    }
+    NS::Window::showEvent(event);
+}
 
 // Overridden for subclasses to find
 

@@ -4,6 +4,7 @@
 #include "Base/Assign.h"
 #include "Base/Failure.h"
 #include "View/NSView.h"
+#include "Window/AccessibleWindow.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
 #include "Window/StandardWindowButton.h"
 #include "Window/TitleBarView.h"
@@ -28,6 +29,7 @@
 #include <QVariantAnimation>
 #include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace NS {
@@ -74,9 +76,11 @@ struct Window::Private
     void arrange();
     void rearrange();
     void barHeightChanged();
+    void boundWidth();
     void enterFocus();
     void applyFlags();
     void updateBorder();
+    void tellResizable();
     void watchNativeWindow();
 
     Window *q;
@@ -94,6 +98,8 @@ struct Window::Private
     bool isMovableByBackground = false;
     bool hasFullKeyboardAccess = false;
     bool isNative = false;
+    bool wasFixed = false; // as the window manager was told
+    int boundedWidth = 0; // the least width that boundWidth() has set
 };
 
 int Window::Private::barHeight() const
@@ -113,6 +119,7 @@ void Window::Private::arrange()
     q->setContentsMargins(0, styleMask & fullSizeContentView ? 0 : height, 0, 0);
     titleBar->arrange();
     border->arrange();
+    boundWidth();
 }
 
 // Outside the layout pass: a subclass moves items of the bar in the next one.
@@ -132,6 +139,20 @@ void Window::Private::barHeightChanged()
         q->setAttribute(Qt::WA_Resized, hasSize);
     }
     rearrange();
+}
+
+// The window is at least as wide as its title bar needs, and as its layout and its program say. Once
+// it has a least width of its own, the layout no longer sets it.
+void Window::Private::boundWidth()
+{
+    const int set = q->minimumWidth();
+    int least = titleBar->isHidden() ? 0 : titleBar->leastWidth();
+    if (const QLayout *const layout = q->layout())
+        least = std::max(least, layout->totalMinimumSize().width());
+    if (set == boundedWidth ? least == set : least <= set)
+        return;
+    boundedWidth = least;
+    q->setMinimumWidth(least);
 }
 
 // Qt would give the focus to the first widget that can have it: with full keyboard access that is
@@ -171,12 +192,23 @@ void Window::Private::updateBorder()
     border->setRound(q->testAttribute(Qt::WA_TranslucentBackground)
                      && detail::WindowManager::hasCompositor());
     edges->setEnabled(!isNative && isNormal() && styleMask & resizable);
+    tellResizable();
+}
+
+void Window::Private::tellResizable()
+{
+    const bool isFixed = !(styleMask & resizable) && isNormal();
+    if (!q->windowHandle() || (!isFixed && !wasFixed))
+        return;
+    detail::WindowManager::setResizable(q->windowHandle(), !isFixed);
+    wasFixed = isFixed;
 }
 
 void Window::Private::watchNativeWindow()
 {
     if (QWindow *const window = q->windowHandle()) {
         // The one installed last is asked first.
+        window->installEventFilter(titleBar);
         window->installEventFilter(drag);
         window->installEventFilter(edges);
     }
@@ -185,12 +217,16 @@ void Window::Private::watchNativeWindow()
 Window::Window(QWidget *parent)
     : QWidget(parent, flagsFor(standardStyle, false))
 {
+    detail::makeAccessible<Window, detail::AccessibleWindow>();
+    detail::WindowManager::setApplicationId();
     d = std::make_unique<Private>(this); // whose widgets are announced by events that look for it
     // Only before the native window is made; without a compositor transparent is black.
     setAttribute(Qt::WA_TranslucentBackground, detail::WindowManager::hasCompositor());
     d->titleBar->setStyleMask(d->styleMask);
     connect(d->titleBar, &detail::TitleBarView::fullHeightChanged, this,
             [this] { d->barHeightChanged(); });
+    connect(d->titleBar, &detail::TitleBarView::leastWidthChanged, this,
+            [this] { d->boundWidth(); });
     connect(d->titleBar, &detail::TitleBarView::menuRequested, this,
             [this](QPoint position) { detail::showWindowMenu(this, position); });
     connect(d->titleBar, &detail::TitleBarView::doubleClicked, this, [this] {
@@ -288,7 +324,7 @@ void Window::setStyleMask(StyleMask styleMask)
     if (!detail::assign(d->styleMask, styleMask))
         return;
     d->titleBar->setStyleMask(styleMask);
-    d->titleBar->setDrawsBackground(!(styleMask & fullSizeContentView));
+    d->titleBar->setLetsClicksThrough(styleMask & fullSizeContentView);
     d->applyFlags();
     d->rearrange();
     d->updateBorder();
@@ -498,6 +534,9 @@ bool Window::event(QEvent *event)
     case QEvent::WindowActivate:
         d->enterFocus();
         break;
+    case QEvent::LayoutRequest:
+        d->boundWidth();
+        break;
     case QEvent::Close: {
         if (!d->content->agreesToClose()) {
             event->ignore();
@@ -586,6 +625,11 @@ void Window::paintEvent(QPaintEvent *)
 
 void Window::mousePressEvent(QMouseEvent *event)
 {
+    // What the content leaves of a title bar that it reaches up behind is still the title bar.
+    if (d->styleMask & fullSizeContentView && event->position().y() < d->barHeight()) {
+        QCoreApplication::sendEvent(d->titleBar, event);
+        return;
+    }
     if (!d->isMovableByBackground || event->button() != Qt::LeftButton)
         return event->ignore();
     d->drag->prepare(event->globalPosition().toPoint());

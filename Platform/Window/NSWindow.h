@@ -32,8 +32,14 @@ enum class WindowButton {
 ///     window.show();
 ///
 /// The title bar is 22 units high and more with accessories. It is a view like others: a child of
-/// it that takes a press keeps it, and everything else of the bar moves the window. Title, icon,
-/// sizes, state and closing are QWidget's. Main thread only.
+/// it that takes a press keeps it, and everything else of the bar moves the window, the empty parts
+/// of a QMenuBar and a QTabBar too. Other views say it with a property `mouseDownCanMoveWindow`
+/// (bool), or, for some parts, with a method `Q_INVOKABLE bool mouseDownCanMoveWindow(QPoint)`. The
+/// window cannot get narrower than the views in its title bar. Title, icon, sizes, state and closing
+/// are QWidget's. Main thread only.
+///
+/// The first window makes the bundle's identifier the application id (the name of the program's
+/// .desktop file) unless QGuiApplication::setDesktopFileName() has.
 ///
 /// Frames are in units with y upwards from the lower left corner of the primary screen, in one
 /// space for all screens. On Wayland nobody but the compositor places windows: there the origin
@@ -63,7 +69,8 @@ public:
         closable = 1 << 1, ///< by the close button; the program can close it in any case
         miniaturizable = 1 << 2, ///< by the button and by miniaturize()
         resizable = 1 << 3, ///< by edges, zoom and full screen
-        fullSizeContentView = 1 << 15, ///< the content reaches up behind the title bar
+        fullSizeContentView = 1 << 15, ///< the content reaches up behind the title bar, and has the
+                ///< clicks beside the bar's own controls
     };
     /// Any number of them; those for buttons count only together with `titled`.
     Q_DECLARE_FLAGS(StyleMask, StyleMaskFlag)

@@ -49,6 +49,8 @@ void StandardWindowButton::updateName()
     case NS::WindowButton::miniaturize:
         return setAccessibleName(tr("Minimise"));
     case NS::WindowButton::zoom:
+        if (window()->isFullScreen())
+            return setAccessibleName(tr("Leave full screen"));
         return setAccessibleName(window()->isMaximized() ? tr("Restore") : tr("Maximise"));
     case NS::WindowButton::documentIcon:
         return setAccessibleName(tr("Folders of the document"));

@@ -57,6 +57,9 @@ bool WindowContent::closeWindow()
 
 void WindowContent::passOn(Occasion occasion)
 {
+    if (m_isPassingOn)
+        return; // a window tells its children of its icon
+    const QScopedValueRollback<bool> guard(m_isPassingOn, true);
     const auto isMine = [&](bool windowHasOne, bool &wasMine) {
         wasMine = wasMine || occasion == change || !windowHasOne;
         return wasMine;
@@ -80,7 +83,9 @@ void WindowContent::takeWindowState()
     if (!m_view || m_isPassingState)
         return;
     const QScopedValueRollback<bool> guard(m_isPassingState, true);
-    m_view->setWindowState(m_window->windowState() & ~Qt::WindowActive);
+    const Qt::WindowStates state = m_window->windowState() & ~Qt::WindowActive;
+    if (m_view->windowState() != state)
+        m_view->setWindowState(state);
 }
 
 void WindowContent::passOnState()
@@ -117,6 +122,10 @@ bool WindowContent::eventFilter(QObject *watched, QEvent *event)
         return false;
     case QEvent::WindowStateChange:
         passOnState();
+        return false;
+    case QEvent::Move:
+    case QEvent::Resize: // with which a widget leaves full screen, where it is not a window
+        takeWindowState();
         return false;
     case QEvent::ParentChange:
         if (m_view->parentWidget() != m_window)

@@ -47,6 +47,7 @@ private:
     NS::Window *m_window;
     QPointer<QWidget> m_view;
     bool m_isAsking = false;
+    bool m_isPassingOn = false;
     bool m_isPassingState = false;
     bool m_hasTitle = false; // the view gave the window its title once
     bool m_hasDocument = false;

@@ -22,6 +22,13 @@ inline constexpr int unansweredDragDistance = 48;
 /// Whether a program can place its windows. Not on Wayland.
 bool canPlaceWindows();
 
+/// Tells the window manager whether the user may resize and maximise the window.
+void setResizable(QWindow *window, bool isResizable);
+
+/// Makes the bundle's identifier the application id, by which task bars find the program's icon and
+/// name, unless the program has set one.
+void setApplicationId();
+
 /// Asks the window manager to show its own menu for the window. False if it has none to show.
 bool showWindowMenu(QWindow *window, QPoint globalPosition);
 

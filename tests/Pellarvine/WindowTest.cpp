@@ -241,6 +241,16 @@ TEST(Window, margins_of_0_are_measured_once_and_others_kept)
     EXPECT_EQ(own.window.trafficLightVerticalMargin(), 5.0);
 }
 
+TEST(Window, shown_without_waking_it_has_its_buttons_at_their_standard_places)
+{
+    Opened opened(52);
+    opened.window.layoutIfNeeded(); // before anything is known of the places
+    opened.window.show();
+    opened.window.grab();
+    EXPECT_THAT(opened.buttonLefts(), testing::ElementsAre(7, 27, 47));
+    EXPECT_EQ(opened.window.trafficLightVerticalMargin(), 3.0);
+}
+
 TEST(Window, a_missing_button_leaves_a_hole)
 {
     Opened opened(0, wholeStyle & ~NS::Window::miniaturizable);
@@ -380,6 +390,27 @@ TEST(Window, adopted_views_are_mirrored_from_right_to_left_and_buttons_are_not)
     EXPECT_EQ(NS::frame(inner).left(), -40);
     EXPECT_EQ(NS::frame(inner).right(), 360);
     EXPECT_THAT(opened.buttonLefts(), testing::ElementsAre(20, 40, 60));
+}
+
+TEST(Window, an_inner_view_can_be_kept_clear_of_buttons_and_edges)
+{
+    for (const Qt::LayoutDirection direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+        Opened opened(60);
+        auto *const inner = new QWidget;
+        inner->setMinimumWidth(250);
+        opened.window.setTrafficLightHorizontalMargin(20);
+        opened.window.setKeepsTitleBarViewClear(true);
+        opened.window.setInnerTitleBarView(inner);
+        opened.window.setLayoutDirection(direction);
+        opened.window.awakeFromNib();
+        opened.window.show();
+        NS::layoutSubtreeIfNeeded(&opened.window);
+        const double end = opened.button(WindowButton::zoom).right() + 20;
+        EXPECT_EQ(NS::frame(inner).left(), end);
+        EXPECT_EQ(NS::frame(inner).right(), 400 - 20);
+        opened.window.resize(10, 300);
+        EXPECT_EQ(opened.window.width(), end + 250 + 20) << "it cannot get narrower";
+    }
 }
 
 TEST(Window, buttons_lie_above_the_adopted_views)

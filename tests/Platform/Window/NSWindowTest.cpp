@@ -198,23 +198,21 @@ TEST(NSWindow, full_screen_keeps_as_much_of_the_title_bar_as_the_accessories_ask
 
 TEST(NSWindow, an_accessory_is_in_one_title_bar_once)
 {
-    NS::TitlebarAccessoryViewController accessory;
-    accessory.setView(new QWidget);
-    accessory.view()->resize(10, 30);
     Shown shown;
+    NS::TitlebarAccessoryViewController *const accessory = makeAccessory(30);
     {
         Shown other;
-        other.window.addTitlebarAccessoryViewController(&accessory);
+        other.window.addTitlebarAccessoryViewController(accessory);
         EXPECT_EQ(other.titleBar()->height(), 52);
-        shown.window.addTitlebarAccessoryViewController(&accessory);
+        shown.window.addTitlebarAccessoryViewController(accessory);
         EXPECT_TRUE(other.window.titlebarAccessoryViewControllers().isEmpty());
         EXPECT_EQ(other.titleBar()->height(), 22);
     }
     ASSERT_EQ(shown.titleBar()->height(), 52);
-    shown.window.addTitlebarAccessoryViewController(&accessory);
+    shown.window.addTitlebarAccessoryViewController(accessory);
     EXPECT_EQ(shown.window.titlebarAccessoryViewControllers().size(), 1);
     EXPECT_EQ(shown.titleBar()->height(), 52);
-    accessory.view()->resize(10, 40);
+    accessory->view()->resize(10, 40);
     EXPECT_EQ(shown.titleBar()->height(), 62);
 }
 
@@ -256,6 +254,9 @@ TEST(NSWindow, buttons_do_what_they_are_for_and_say_so)
     zoom->click();
     EXPECT_TRUE(shown.window.isMaximized());
     EXPECT_EQ(zoom->accessibleName(), u"Restore"_s);
+    shown.window.toggleFullScreen();
+    EXPECT_EQ(zoom->accessibleName(), u"Leave full screen"_s);
+    shown.window.toggleFullScreen();
     EXPECT_EQ(QAccessible::queryAccessibleInterface(zoom)->role(), QAccessible::Button);
     zoom->click();
     EXPECT_FALSE(shown.window.isMaximized());

@@ -156,7 +156,7 @@ TEST(WindowContent, enters_and_leaves_full_screen_through_the_window)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&opened.window));
     QTest::keyClick(opened.window.windowHandle(), Qt::Key_F11);
     EXPECT_TRUE(opened.window.isFullScreen());
-    EXPECT_TRUE(opened.editor->isFullScreen());
+    EXPECT_TRUE(opened.editor->isFullScreen()) << opened.editor->windowState();
     opened.window.toggleFullScreen();
     EXPECT_FALSE(opened.editor->isFullScreen());
     opened.editor->showMaximized();
@@ -176,14 +176,16 @@ TEST(WindowContent, is_asked_after_the_window_controller)
         bool windowShouldClose() override { return mayClose; }
         bool mayClose = false;
     };
-    Opened opened;
-    Controller controller(&opened.window);
+    auto *const window = new Window;
+    auto *const editor = new Editor;
+    window->setContentView(editor);
+    window->show();
+    Controller controller(window); // owns it
     controller.close();
-    EXPECT_TRUE(opened.window.isVisible());
-    EXPECT_EQ(opened.editor->asked, 0);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(editor->asked, 0);
     controller.mayClose = true;
-    opened.window.performClose();
-    EXPECT_FALSE(opened.window.isVisible());
-    EXPECT_EQ(opened.editor->asked, 1);
-    controller.setWindow(nullptr);
+    window->performClose();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(editor->asked, 1);
 }
