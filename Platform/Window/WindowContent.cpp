@@ -93,8 +93,10 @@ void WindowContent::passOnState()
     if (m_isPassingState)
         return;
     const QScopedValueRollback<bool> guard(m_isPassingState, true);
-    const auto active = m_window->windowState() & Qt::WindowActive;
-    m_window->setWindowState((m_view->windowState() & ~Qt::WindowActive) | active);
+    const Qt::WindowStates state = m_view->windowState() & ~Qt::WindowActive;
+    m_window->setWindowState(state | (m_window->windowState() & Qt::WindowActive));
+    if (m_view && m_view->windowState() != state)
+        m_view->setWindowState(state); // which it has lost by becoming as large as the screen
 }
 
 bool WindowContent::eventFilter(QObject *watched, QEvent *event)
