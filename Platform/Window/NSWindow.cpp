@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Base/Failure.h"
+#include "View/DesktopSettings.h"
 #include "View/NSView.h"
 #include "Window/AccessibleWindow.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
@@ -25,6 +26,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QStyleOption>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QVariantAnimation>
 #include <QWindow>
@@ -227,20 +229,21 @@ Window::Window(QWidget *parent)
             [this] { d->barHeightChanged(); });
     connect(d->titleBar, &detail::TitleBarView::leastWidthChanged, this,
             [this] { d->boundWidth(); });
-    connect(d->titleBar, &detail::TitleBarView::menuRequested, this,
-            [this](QPoint position) { detail::showWindowMenu(this, position); });
-    connect(d->titleBar, &detail::TitleBarView::doubleClicked, this, [this] {
-        switch (detail::WindowManager::doubleClickAction()) {
-        case detail::WindowManager::TitleBarAction::zoom:
-            return zoom();
-        case detail::WindowManager::TitleBarAction::miniaturize:
-            return miniaturize();
-        case detail::WindowManager::TitleBarAction::windowMenu:
-            return detail::showWindowMenu(this, QCursor::pos());
-        case detail::WindowManager::TitleBarAction::none:
-            return;
-        }
-    });
+    connect(d->titleBar, &detail::TitleBarView::clicked, this,
+            [this](detail::TitleBarClick click, QPoint position) {
+                switch (detail::titleBarAction(click)) {
+                case detail::TitleBarAction::zoom:
+                    return zoom();
+                case detail::TitleBarAction::miniaturize:
+                    return miniaturize();
+                case detail::TitleBarAction::lower:
+                    return lower();
+                case detail::TitleBarAction::windowMenu:
+                    return detail::showWindowMenu(this, position);
+                case detail::TitleBarAction::none:
+                    return;
+                }
+            });
     connect(new QShortcut(QKeyCombination(Qt::ALT, Qt::Key_Space), this), &QShortcut::activated,
             this, [this] {
                 if (!d->isNative)
@@ -612,6 +615,9 @@ void Window::showEvent(QShowEvent *event)
     d->updateBorder();
     d->titleBar->refresh();
     d->enterFocus();
+    // The window's first picture does not wait for the bus.
+    QTimer::singleShot(0, &detail::DesktopSettings::instance(),
+                       [] { detail::DesktopSettings::instance().start(); });
 }
 
 void Window::paintEvent(QPaintEvent *)

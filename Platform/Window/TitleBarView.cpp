@@ -444,24 +444,32 @@ void TitleBarView::paintEvent(QPaintEvent *)
 
 void TitleBarView::mousePressEvent(QMouseEvent *event)
 {
-    if (m_isBare || event->button() != Qt::LeftButton)
+    if (m_isBare || (event->button() != Qt::LeftButton && event->button() != Qt::MiddleButton))
         return event->ignore();
-    m_drag->prepare(event->globalPosition().toPoint());
+    if (event->button() == Qt::LeftButton)
+        m_drag->prepare(event->globalPosition().toPoint());
     event->accept();
+}
+
+void TitleBarView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (m_isBare || event->button() != Qt::MiddleButton || !rect().contains(event->pos()))
+        return event->ignore();
+    Q_EMIT clicked(TitleBarClick::middle, event->globalPosition().toPoint());
 }
 
 void TitleBarView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     if (m_isBare || event->button() != Qt::LeftButton)
         return event->ignore();
-    Q_EMIT doubleClicked();
+    Q_EMIT clicked(TitleBarClick::doubleClick, event->globalPosition().toPoint());
 }
 
 void TitleBarView::contextMenuEvent(QContextMenuEvent *event)
 {
     if (m_isBare)
         return event->ignore();
-    Q_EMIT menuRequested(event->globalPos());
+    Q_EMIT clicked(TitleBarClick::right, event->globalPos());
 }
 
 } // namespace Pellarvine::detail

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Window/NSWindow.h"
+#include "Window/TitleBarAction.h"
 
 #include <QPointer>
 
@@ -71,8 +72,7 @@ Q_SIGNALS:
     /// The accessories' heights became others.
     void fullHeightChanged();
     void leastWidthChanged();
-    void menuRequested(QPoint globalPosition);
-    void doubleClicked();
+    void clicked(Pellarvine::detail::TitleBarClick click, QPoint globalPosition);
 
 protected:
     bool event(QEvent *event) override;
@@ -81,6 +81,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:

@@ -4,11 +4,7 @@
 #include "Base/NSBundle.h"
 
 #include <QGuiApplication>
-#include <QHash>
-#include <QProcess>
 #include <QScreen>
-#include <QSettings>
-#include <QStandardPaths>
 #include <QWidget>
 #include <QWindow>
 
@@ -65,11 +61,6 @@ bool isSupported(xcb_atom_t feature)
             static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()));
     const auto count = size_t(xcb_get_property_value_length(reply.get())) / sizeof(xcb_atom_t);
     return std::find(features, features + count, feature) != features + count;
-}
-
-bool desktopIs(const QString &name)
-{
-    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(name);
 }
 
 } // namespace
@@ -154,33 +145,6 @@ bool showWindowMenu(QWindow *window, QPoint globalPosition)
                    reinterpret_cast<const char *>(&event));
     xcb_flush(connection());
     return true;
-}
-
-TitleBarAction doubleClickAction()
-{
-    QString setting;
-    if (desktopIs(u"KDE"_s)) {
-        const QString file =
-                QStandardPaths::locate(QStandardPaths::GenericConfigLocation, u"kwinrc"_s);
-        setting = QSettings(file, QSettings::IniFormat)
-                          .value(u"Windows/TitlebarDoubleClickCommand"_s)
-                          .toString();
-    } else if (desktopIs(u"GNOME"_s)) {
-        constexpr int longestWait = 500; // milliseconds
-        QProcess reader;
-        reader.start(u"gsettings"_s, { u"get"_s, u"org.gnome.desktop.wm.preferences"_s,
-                                       u"action-double-click-titlebar"_s });
-        if (reader.waitForFinished(longestWait))
-            setting = QString::fromUtf8(reader.readAllStandardOutput()).trimmed().remove(u'\'');
-    }
-    static const QHash<QString, TitleBarAction> actions {
-        { u"minimize"_s, TitleBarAction::miniaturize },
-        { u"menu"_s, TitleBarAction::windowMenu },
-        { u"none"_s, TitleBarAction::none },
-        { u"nothing"_s, TitleBarAction::none },
-        { u"operations menu"_s, TitleBarAction::windowMenu },
-    };
-    return actions.value(setting.toLower(), TitleBarAction::zoom);
 }
 
 bool isSnapped(const QRect &frame, const QRect &available)

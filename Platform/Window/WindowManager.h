@@ -32,16 +32,6 @@ void setApplicationId();
 /// Asks the window manager to show its own menu for the window. False if it has none to show.
 bool showWindowMenu(QWindow *window, QPoint globalPosition);
 
-enum class TitleBarAction {
-    zoom,
-    miniaturize,
-    windowMenu,
-    none
-};
-
-/// What the user has set for a double click on title bars: zoom where no setting can be read.
-PELLARVINE_INTERNAL_EXPORT TitleBarAction doubleClickAction();
-
 /// Whether a window of that frame fills a half of the screen, as desktops do with windows that are
 /// dragged to its edge: it touches three edges of the space that there is for windows.
 PELLARVINE_INTERNAL_EXPORT bool isSnapped(const QRect &frame, const QRect &available);

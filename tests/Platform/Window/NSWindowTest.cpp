@@ -11,15 +11,12 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFile>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -538,61 +535,6 @@ TEST(NSWindow, arrow_keys_move_and_size_it_from_the_menu)
     EXPECT_EQ(shown.window.geometry(), before.adjusted(0, 0, 0, 8));
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
-
-// The desktop's setting for a double click
-
-struct Setting
-{
-    const char *name;
-    const char *desktop;
-    const char *value;
-    Pellarvine::detail::WindowManager::TitleBarAction action;
-};
-
-class DoubleClickSetting : public testing::TestWithParam<Setting>
-{ };
-
-TEST_P(DoubleClickSetting, is_read)
-{
-    const QTemporaryDir folder;
-    const QByteArray path = qgetenv("PATH");
-    const auto restore = qScopeGuard([&] {
-        qputenv("PATH", path);
-        qunsetenv("XDG_CURRENT_DESKTOP");
-        qunsetenv("XDG_CONFIG_HOME");
-    });
-    qputenv("PATH", folder.path().toUtf8() + ':' + path);
-    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
-    qputenv("XDG_CURRENT_DESKTOP", GetParam().desktop);
-    QFile command(folder.filePath(u"gsettings"_s));
-    ASSERT_TRUE(command.open(QIODevice::WriteOnly));
-    command.write(QByteArray("#!/bin/sh\necho \"'") + GetParam().value + "'\"\n");
-    command.close();
-    command.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    QFile file(folder.filePath(u"kwinrc"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray("[Windows]\nTitlebarDoubleClickCommand=") + GetParam().value + '\n');
-    file.close();
-    EXPECT_EQ(Pellarvine::detail::WindowManager::doubleClickAction(), GetParam().action);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-        , DoubleClickSetting,
-        testing::Values(Setting { "zoom", "ubuntu:GNOME", "toggle-maximize",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::zoom },
-                        Setting { "minimise", "GNOME", "minimize",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::miniaturize },
-                        Setting { "menu", "GNOME", "menu",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::windowMenu },
-                        Setting { "nothing", "GNOME", "none",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::none },
-                        Setting { "minimise_elsewhere", "KDE", "Minimize",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::miniaturize },
-                        Setting { "nothing_elsewhere", "KDE", "Nothing",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::none },
-                        Setting { "no_setting", "Other", "none",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::zoom }),
-        [](const auto &test) { return test.param.name; });
 
 TEST(NSWindow, native_decorations_leave_title_and_buttons_to_the_desktop)
 {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Platform/NSPopover.h>
+#include <pellarvine/Platform/NSWindow.h>
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
@@ -39,4 +41,30 @@ TEST(PopoverInput, a_key_that_closes_a_list_in_a_popover_does_not_close_that_too
         Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
         EXPECT_FALSE(popover.isShown()) << "the user has left";
     }
+}
+
+TEST(PopoverInput, the_window_of_a_popover_with_the_keyboard_still_looks_active)
+{
+    NS::Window window;
+    window.setContentView(new QWidget);
+    window.resize(400, 300);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto closeButtonIsColored = [&] {
+        QWidget *const button = window.standardWindowButton(NS::WindowButton::close);
+        return button->grab().toImage().pixelColor(4, 8).saturation() > 100;
+    };
+    auto *const controller = new NS::ViewController;
+    controller->setView(new QComboBox);
+    Popover popover;
+    popover.setContentViewController(controller);
+    popover.showRelativeToRect({}, window.contentView(), NS::RectEdge::minY);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(controller->view()->window()));
+    EXPECT_TRUE(closeButtonIsColored());
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_FALSE(closeButtonIsColored());
 }
