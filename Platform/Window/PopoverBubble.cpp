@@ -227,8 +227,7 @@ void PopoverBubble::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         updatePalette();
-    // The window that it points into counts as active together with it, but hears of it only when
-    // it is itself activated: X11 has no active window for a moment.
+    // The window that it points into looks active together with it.
     if (event->type() == QEvent::ActivationChange && isWindow() && parentWidget()) {
         QEvent change(QEvent::ActivationChange);
         QCoreApplication::sendEvent(parentWidget(), &change);
