@@ -17,9 +17,9 @@ namespace Pellarvine {
 ///     window->show();
 ///
 /// A window that is shown without awakeFromNib() has its buttons at their standard places, and does
-/// not adopt the views. The margins, the gap and the centring take effect at the next layout pass, the views and the
-/// margins' standard values in awakeFromNib(). Lengths are in device-independent pixels; one that is
-/// not a finite number counts as 0. Main thread only.
+/// not adopt the views. The margins, the gap and the centring take effect at the next layout pass,
+/// the views and the margins' standard values in awakeFromNib(). Lengths are in device-independent
+/// pixels; one that is not a finite number counts as 0. Main thread only.
 class PELLARVINE_EXPORT Window : public NS::Window
 {
     Q_OBJECT
@@ -77,8 +77,8 @@ public:
     QWidget *innerTitleBarView() const;
     void setInnerTitleBarView(QWidget *view);
 
-    /// Whether the inner view is kept clear of the buttons and of the window's edges instead: it goes
-    /// from a margin beside the buttons to a margin from the opposite edge. Takes effect in
+    /// Whether the inner view is kept clear of the buttons and of the window's edges instead: it
+    /// goes from a margin beside the buttons to a margin from the opposite edge. Takes effect in
     /// awakeFromNib(). Default: false.
     bool keepsTitleBarViewClear() const;
     void setKeepsTitleBarViewClear(bool keeps);

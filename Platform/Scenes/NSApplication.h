@@ -34,8 +34,8 @@ public:
     /// The running one; null if there is none, or if it is another kind of application.
     static Application *sharedApplication();
 
-    /// Whether the palette is dark or light, and has the accent colour, that the user has set for the
-    /// desktop, also when that changes. For programs that set no palette of their own, where no
+    /// Whether the palette is dark or light, and has the accent colour, that the user has set for
+    /// the desktop, also when that changes. For programs that set no palette of their own, where no
     /// platform theme does it. Default: false.
     bool followsColorScheme() const;
     void setFollowsColorScheme(bool follows);

@@ -60,8 +60,8 @@ public:
     /// Closes the window, if it is loaded. It can be shown again.
     Q_INVOKABLE void close();
 
-    /// Asked whenever the window is about to close, by whomever; before the window's own closeEvent()
-    /// and its content's. Returns true unless overridden.
+    /// Asked whenever the window is about to close, by whomever; before the window's own
+    /// closeEvent() and its content's. Returns true unless overridden.
     virtual bool windowShouldClose();
 
     /// Called once, after loadWindow(): the window is there, its outlets are set.

@@ -80,8 +80,8 @@ void DesktopSettings::start(QDBusConnection bus)
     if (!bus.isConnected() || std::exchange(m_hasStarted, true))
         return;
     qDBusRegisterMetaType<Groups>();
-    // As a message: with the arguments as parameters, Qt 6.4 drops signals until the program has sent
-    // such a variant itself.
+    // As a message: with the arguments as parameters, Qt 6.4 drops signals until the program has
+    // sent such a variant itself.
     bus.connect(service, path, settings, u"SettingChanged"_s, this,
                 SLOT(settingChanged(QDBusMessage)));
     QDBusMessage call = QDBusMessage::createMethodCall(service, path, settings, u"ReadAll"_s);

@@ -13,9 +13,9 @@ QT_FORWARD_DECLARE_CLASS(QDBusMessage)
 
 namespace Pellarvine::detail {
 
-/// What the user has set for the desktop, as the settings portal tells it: it works in sandboxes too,
-/// and tells of changes. Nothing waits for its answer; until that is there, and where there is no
-/// portal, no value is known.
+/// What the user has set for the desktop, as the settings portal tells it: it works in sandboxes
+/// too, and tells of changes. Nothing waits for its answer; until that is there, and where there is
+/// no portal, no value is known.
 class PELLARVINE_INTERNAL_EXPORT DesktopSettings : public QObject
 {
     Q_OBJECT
@@ -28,7 +28,8 @@ public:
     /// The same on another bus.
     void start(QDBusConnection bus);
 
-    /// Invalid if none is known; colours are QColors. Groups are names such as "org.gnome.desktop.wm.preferences".
+    /// Invalid if none is known; colours are QColors. Groups are names such as
+    /// "org.gnome.desktop.wm.preferences".
     QVariant value(const QString &group, const QString &key) const;
 
 Q_SIGNALS:

@@ -6,8 +6,8 @@
 
 namespace Pellarvine::detail {
 
-/// A window for screen readers: with the role of one, and without the border, which is nothing but a
-/// drawing.
+/// A window for screen readers: with the role of one, and without the border, which is nothing but
+/// a drawing.
 class AccessibleWindow : public AccessibleControl
 {
 public:

@@ -35,8 +35,8 @@ enum class WindowButton {
 /// it that takes a press keeps it, and everything else of the bar moves the window, the empty parts
 /// of a QMenuBar and a QTabBar too. Other views say it with a property `mouseDownCanMoveWindow`
 /// (bool), or, for some parts, with a method `Q_INVOKABLE bool mouseDownCanMoveWindow(QPoint)`. The
-/// window cannot get narrower than the views in its title bar. Title, icon, sizes, state and closing
-/// are QWidget's. Main thread only.
+/// window cannot get narrower than the views in its title bar. Title, icon, sizes, state and
+/// closing are QWidget's. Main thread only.
 ///
 /// The first window makes the bundle's identifier the application id (the name of the program's
 /// .desktop file) unless QGuiApplication::setDesktopFileName() has.
@@ -114,8 +114,8 @@ public:
     ///
     /// A QMainWindow goes on as a window: its closeEvent() is asked before this window closes, and
     /// closing it closes this window; its title, modified mark and icon become this window's, its
-    /// file path the document, its state (full screen) this window's state and the reverse. A title,
-    /// icon or document that this window has already stays until the content sets its own.
+    /// file path the document, its state (full screen) this window's state and the reverse. A
+    /// title, icon or document that this window has already stays until the content sets its own.
     QWidget *contentView() const;
     void setContentView(QWidget *view);
 
@@ -131,12 +131,11 @@ public:
     /// Null where the style mask lacks it, or where there is no document.
     virtual QAbstractButton *standardWindowButton(WindowButton kind) const;
 
-    /// @{
-    /// Stacked below the standard title bar in order. Adding or removing one keeps the window's top
-    /// edge and the size of its content: the window grows and shrinks at the bottom, unless it is
-    /// maximised or full screen. The window owns the controllers that it has; afterwards nobody
-    /// does. A controller that another window has moves; one that this window has stays where it is.
-    /// An index out of range is a fatal error.
+    /// @{ Stacked below the standard title bar in order. Adding or removing one keeps the window's
+    /// top edge and the size of its content: the window grows and shrinks at the bottom, unless it
+    /// is maximised or full screen. The window owns the controllers that it has; afterwards nobody
+    /// does. A controller that another window has moves; one that this window has stays where it
+    /// is. An index out of range is a fatal error.
     void addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller);
     void removeTitlebarAccessoryViewControllerAtIndex(int index);
     /// @}

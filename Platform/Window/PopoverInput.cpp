@@ -209,9 +209,10 @@ void PopoverInput::clickBehind(QPoint globalPosition)
     }
 }
 
-// One key closes one thing. A list or a menu may close before the key press itself is sent, which then
-// goes to what lies behind it. And a Wayland compositor then takes the keyboard from the program, for a
-// moment or until the next key, which is not the user's leaving. Returns whether the key is used up.
+// One key closes one thing. A list or a menu may close before the key press itself is sent, which
+// then goes to what lies behind it. And a Wayland compositor then takes the keyboard from the
+// program, for a moment or until the next key, which is not the user's leaving. Returns whether the
+// key is used up.
 bool PopoverInput::watchPopups(QObject *watched, const QEvent *event)
 {
     switch (event->type()) {

@@ -58,8 +58,8 @@ public:
     /// The least that buttons and views need.
     int leastWidth() const;
 
-    /// Whether the bar of a window whose content reaches up behind it, and which draws nothing, leaves
-    /// the content the clicks beside its own controls.
+    /// Whether the bar of a window whose content reaches up behind it, and which draws nothing,
+    /// leaves the content the clicks beside its own controls.
     void setLetsClicksThrough(bool lets);
 
     /// Places title, document buttons and accessories. The standard buttons are put in their places

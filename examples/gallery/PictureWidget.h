@@ -3,8 +3,8 @@
 
 #include <QWidget>
 
-/// A widget that draws something to look at, and is a graphic to screen readers. Give it a name with
-/// setAccessibleName().
+/// A widget that draws something to look at, and is a graphic to screen readers. Give it a name
+/// with setAccessibleName().
 class PictureWidget : public QWidget
 {
     Q_OBJECT

@@ -128,6 +128,17 @@ class WindowManners:
         self.session.click(*self.at(*EMPTY_PLACE), times=2)
         self.expect_frame(before, 'restored')
 
+    def test_a_drag_of_the_maximised_window_keeps_its_normal_size(self):
+        before = self.open().frame
+        self.session.click(*self.at(*EMPTY_PLACE), times=2)
+        if not self.is_filling(self.settled()):
+            self.skipTest('this desktop does not maximise floating windows')
+        self.session.drag(self.at(700, 14), (40, 200))
+        if self.is_filling(self.settled()):  # the desktop does not move it
+            self.session.click(*self.at(*EMPTY_PLACE), times=2)
+        frame = self.settled().frame
+        self.assertTrue(near(frame[2:], before[2:]), '%s instead of %s' % (frame, before))
+
     def is_filling(self, window):
         return window.maximized or window.width > 0.95 * self.session.size[0]
 
