@@ -131,9 +131,10 @@ public:
     /// Null where the style mask lacks it, or where there is no document.
     virtual QAbstractButton *standardWindowButton(WindowButton kind) const;
 
-    /// @{ Stacked below the standard title bar in order. Adding or removing one keeps the window's
-    /// top edge and the size of its content: the window grows and shrinks at the bottom, unless it
-    /// is maximised or full screen. The window owns the controllers that it has; afterwards nobody
+    /// @{
+    /// Stacked below the standard title bar in order. Adding or removing one keeps the window's top
+    /// edge and the size of its content: the window grows and shrinks at the bottom, unless it is
+    /// maximised or full screen. The window owns the controllers that it has; afterwards nobody
     /// does. A controller that another window has moves; one that this window has stays where it
     /// is. An index out of range is a fatal error.
     void addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller);
