@@ -83,7 +83,7 @@ PopoverInput::PopoverInput(NS::Popover *popover)
 {
     connect(qApp, &QGuiApplication::applicationStateChanged, this,
             [this](Qt::ApplicationState state) {
-                const bool isPopupsDoing = std::exchange(m_hasKeyClosedPopup, false);
+                const bool isPopupsDoing = !m_keyboardMayGo.hasExpired();
                 if (state != Qt::ApplicationActive && !isPopupsDoing
                     && m_popover->behavior() == NS::Popover::Behavior::transient)
                     m_popover->performClose();
@@ -233,11 +233,15 @@ bool PopoverInput::watchPopups(QObject *watched, const QEvent *event)
     }
     case QEvent::MouseButtonPress:
         m_hasKeyClosedPopup = false;
+        m_keyboardMayGo = {};
         return false;
     case QEvent::Hide:
         if (m_isInKey && watched->isWidgetType()
-            && static_cast<QWidget *>(watched)->windowType() == Qt::Popup)
+            && static_cast<QWidget *>(watched)->windowType() == Qt::Popup) {
+            constexpr int longestTrip = 400; // milliseconds, in which the keyboard comes and goes
             m_hasKeyClosedPopup = true;
+            m_keyboardMayGo.setRemainingTime(longestTrip);
+        }
         return false;
     default:
         return false;

@@ -4,6 +4,7 @@
 
 #include "Window/PopoverBubble.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointer>
 
@@ -50,6 +51,7 @@ private:
     bool m_isInKey = false; // a key is being delivered
     bool m_isPressed = false; // as the key press, which follows the override of shortcuts
     int m_key = 0; // the last one
+    QDeadlineTimer m_keyboardMayGo; // without meaning that the user has left
     bool m_hasKeyClosedPopup = false; // a menu or a list, with the last input that there was
 };
 
