@@ -15,7 +15,9 @@ struct ColorPickerViewController::Private
 ColorPickerViewController::ColorPickerViewController(QObject *parent)
     : ViewController(parent)
     , d(std::make_unique<Private>())
-{ }
+{
+    setTitle(tr("Colours"));
+}
 
 // The view is the panel's: it must not go with the controller, or with what last contained it.
 ColorPickerViewController::~ColorPickerViewController()

@@ -6,10 +6,13 @@
 #include "Layout/NSLayoutAnchor.h"
 #include "View/NSView.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
+#include "Window/TitleBarView.h"
 
 #include <QAbstractButton>
 #include <QPointer>
 
+#include <algorithm>
+#include <cmath>
 #include <optional>
 
 using NS::LayoutAttribute;
@@ -20,6 +23,11 @@ using NS::WindowButton;
 namespace Pellarvine {
 
 namespace {
+
+double finiteOr0(double number)
+{
+    return std::isfinite(number) ? number : 0.0;
+}
 
 // The parent is the only one who would delete it.
 void deleteIfUnowned(QWidget *view)
@@ -39,6 +47,8 @@ struct Window::Private
     double trafficLightGap = 6.0;
     QPointer<QWidget> innerTitleBarView;
     QPointer<QWidget> toolbarView;
+    bool keepsTitleBarViewClear = false;
+    bool isAwake = false;
     double titleBarHeight = 0.0;
 
     double trafficLightSpan = 0.0;
@@ -108,6 +118,7 @@ double Window::trafficLightHorizontalMargin() const
 
 void Window::setTrafficLightHorizontalMargin(double margin)
 {
+    margin = finiteOr0(margin);
     if (!detail::assign(d->trafficLightHorizontalMargin, margin))
         return;
     setNeedsLayout();
@@ -121,6 +132,7 @@ double Window::trafficLightVerticalMargin() const
 
 void Window::setTrafficLightVerticalMargin(double margin)
 {
+    margin = finiteOr0(margin);
     if (!detail::assign(d->trafficLightVerticalMargin, margin))
         return;
     setNeedsLayout();
@@ -134,6 +146,7 @@ double Window::trafficLightGap() const
 
 void Window::setTrafficLightGap(double gap)
 {
+    gap = finiteOr0(gap);
     if (!detail::assign(d->trafficLightGap, gap))
         return;
     setNeedsLayout();
@@ -168,6 +181,17 @@ void Window::setToolbarView(QWidget *view)
     Q_EMIT toolbarViewChanged(view);
 }
 
+bool Window::keepsTitleBarViewClear() const
+{
+    return d->keepsTitleBarViewClear;
+}
+
+void Window::setKeepsTitleBarViewClear(bool keeps)
+{
+    if (detail::assign(d->keepsTitleBarViewClear, keeps))
+        Q_EMIT keepsTitleBarViewClearChanged(keeps);
+}
+
 QWidget *Window::titleBarView() const
 {
     const QAbstractButton *const closeButton = standardWindowButton(WindowButton::close);
@@ -192,7 +216,7 @@ void Window::setTitleBarHeight(double height)
 {
     const double old = d->titleBarHeight;
     const double standard = d->standardHeight();
-    const double h = height <= standard ? standard : height;
+    const double h = std::clamp(finiteOr0(height), standard, double(QWIDGETSIZE_MAX));
     d->titleBarHeight = h;
 
     if (TitlebarAccessoryViewController *const previous = d->dummyTitleBarAccessoryViewController) {
@@ -213,10 +237,13 @@ void Window::setTitleBarHeight(double height)
     const double difference = old - h;
     const QRectF before = frame();
     const bool hasPlace = testAttribute(Qt::WA_Moved);
+    const bool hasSize = testAttribute(Qt::WA_Resized);
     NS::Window::setFrame(QRectF(before.x(), before.y() - difference, before.width(),
                                 before.height() + difference),
                          false);
-    setAttribute(Qt::WA_Moved, hasPlace); // its upper edge stays, or is for the desktop to choose
+    // Its upper edge stays, or is for the desktop to choose, as its size is for the content.
+    setAttribute(Qt::WA_Moved, hasPlace);
+    setAttribute(Qt::WA_Resized, hasSize);
     if (h != old)
         Q_EMIT titleBarHeightChanged(h);
 }
@@ -226,6 +253,7 @@ void Window::setTitleBarHeight(double height)
 void Window::awakeFromNib()
 {
     NS::Window::awakeFromNib();
+    d->isAwake = true;
     const QAbstractButton *closeButton = standardWindowButton(WindowButton::close);
     if (!closeButton)
         return detail::printWarning("Warning: Window can't resolve close button!");
@@ -258,12 +286,23 @@ void Window::awakeFromNib()
     };
     if (QWidget *const inner = d->innerTitleBarView) {
         adopt(inner);
+        if (d->keepsTitleBarViewClear) {
+            // The buttons stand on the left whichever way text runs.
+            LayoutConstraint::activateConstraints({
+                    NS::leftAnchor(inner).constraintEqualToAnchor(NS::leftAnchor(titleBar),
+                                                                  hm + d->trafficLightSpan + hm),
+                    NS::rightAnchor(inner).constraintEqualToAnchor(NS::rightAnchor(titleBar), -hm),
+            });
+        } else {
+            LayoutConstraint::activateConstraints({
+                    NS::leadingAnchor(inner).constraintEqualToAnchor(NS::leadingAnchor(titleBar),
+                                                                     2.0 * hm),
+                    // Not negated: it reaches beyond the title bar by as much as it starts inside.
+                    NS::trailingAnchor(inner).constraintEqualToAnchor(NS::trailingAnchor(titleBar),
+                                                                      2.0 * hm),
+            });
+        }
         LayoutConstraint::activateConstraints({
-                NS::leadingAnchor(inner).constraintEqualToAnchor(NS::leadingAnchor(titleBar),
-                                                                 2.0 * hm),
-                // Not negated: it reaches beyond the title bar by as much as it starts inside.
-                NS::trailingAnchor(inner).constraintEqualToAnchor(NS::trailingAnchor(titleBar),
-                                                                  2.0 * hm),
                 NS::topAnchor(inner).constraintEqualToAnchor(NS::topAnchor(titleBar), vm),
         });
         const bool isCentered = d->centerTrafficLightButtons;
@@ -329,6 +368,18 @@ void Window::setNeedsLayout()
 }
 
 void Window::windowDidResize(QResizeEvent *) { }
+
+void Window::showEvent(QShowEvent *event)
+{
+    if (!d->isAwake) {
+        constexpr QPoint standard = detail::TitleBarView::standardButtonPlace;
+        if (d->trafficLightHorizontalMargin == 0.0)
+            setTrafficLightHorizontalMargin(standard.x());
+        if (d->trafficLightVerticalMargin == 0.0)
+            setTrafficLightVerticalMargin(standard.y());
+    }
+    NS::Window::showEvent(event);
+}
 
 // Overridden for subclasses to find
 

@@ -16,9 +16,10 @@ namespace Pellarvine {
 ///     window->awakeFromNib(); // adopts the views; a window from an interface file does it itself
 ///     window->show();
 ///
-/// The margins, the gap and the centring take effect at the next layout pass, the views and the
-/// margins' standard values in awakeFromNib(). Lengths are in units of the screen. Main thread
-/// only.
+/// A window that is shown without awakeFromNib() has its buttons at their standard places, and does
+/// not adopt the views. The margins, the gap and the centring take effect at the next layout pass,
+/// the views and the margins' standard values in awakeFromNib(). Lengths are in device-independent
+/// pixels; one that is not a finite number counts as 0. Main thread only.
 class PELLARVINE_EXPORT Window : public NS::Window
 {
     Q_OBJECT
@@ -34,6 +35,8 @@ class PELLARVINE_EXPORT Window : public NS::Window
     Q_PROPERTY(QWidget *innerTitleBarView READ innerTitleBarView WRITE setInnerTitleBarView NOTIFY
                        innerTitleBarViewChanged)
     Q_PROPERTY(QWidget *toolbarView READ toolbarView WRITE setToolbarView NOTIFY toolbarViewChanged)
+    Q_PROPERTY(bool keepsTitleBarViewClear READ keepsTitleBarViewClear WRITE
+                       setKeepsTitleBarViewClear NOTIFY keepsTitleBarViewClearChanged)
     Q_PROPERTY(double titleBarHeight READ titleBarHeight WRITE setTitleBarHeight NOTIFY
                        titleBarHeightChanged)
     Q_PROPERTY(QWidget *titleBarView READ titleBarView STORED false)
@@ -74,6 +77,12 @@ public:
     QWidget *innerTitleBarView() const;
     void setInnerTitleBarView(QWidget *view);
 
+    /// Whether the inner view is kept clear of the buttons and of the window's edges instead: it
+    /// goes from a margin beside the buttons to a margin from the opposite edge. Takes effect in
+    /// awakeFromNib(). Default: false.
+    bool keepsTitleBarViewClear() const;
+    void setKeepsTitleBarViewClear(bool keeps);
+
     /// A view between the margins, below the band of the buttons.
     QWidget *toolbarView() const;
     void setToolbarView(QWidget *view);
@@ -107,10 +116,12 @@ Q_SIGNALS:
     void trafficLightGapChanged(double gap);
     void innerTitleBarViewChanged(QWidget *view);
     void toolbarViewChanged(QWidget *view);
+    void keepsTitleBarViewClearChanged(bool keeps);
     void titleBarHeightChanged(double height);
 
 protected:
     void windowDidResize(QResizeEvent *notification) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void setNeedsLayout();

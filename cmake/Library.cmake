@@ -61,7 +61,7 @@ pellarvine_component(Gui
 pellarvine_component(Widgets
   DESCRIPTION "Views, layout, windows, popovers, controllers and forms"
   LIBRARIES Pellarvine::Gui Qt6::Widgets
-  PRIVATE_LIBRARIES Qt6::UiTools PkgConfig::xcb
+  PRIVATE_LIBRARIES Qt6::DBus Qt6::UiTools PkgConfig::xcb
   PRECOMPILE <QAccessibleWidget> <QApplication> <QPainter> <QWidget> <functional> <map> <memory>)
 pellarvine_component(Network
   DESCRIPTION "Tickets filed with an issue tracker"

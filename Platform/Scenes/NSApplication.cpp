@@ -2,6 +2,7 @@
 #include "Scenes/NSApplication.h"
 
 #include "Base/NSBundle.h"
+#include "View/ColorSchemeFollower.h"
 
 #include <QMessageBox>
 
@@ -9,8 +10,14 @@ using namespace Qt::StringLiterals;
 
 namespace NS {
 
+struct Application::Private
+{
+    std::unique_ptr<detail::ColorSchemeFollower> follower;
+};
+
 Application::Application(int &argc, char **argv)
     : QApplication(argc, argv)
+    , d(std::make_unique<Private>())
 { }
 
 Application::~Application() = default;
@@ -18,6 +25,19 @@ Application::~Application() = default;
 Application *Application::sharedApplication()
 {
     return qobject_cast<Application *>(QCoreApplication::instance());
+}
+
+bool Application::followsColorScheme() const
+{
+    return bool(d->follower);
+}
+
+void Application::setFollowsColorScheme(bool follows)
+{
+    if (follows == followsColorScheme())
+        return;
+    d->follower = follows ? std::make_unique<detail::ColorSchemeFollower>() : nullptr;
+    Q_EMIT followsColorSchemeChanged(follows);
 }
 
 void Application::orderFrontStandardAboutPanel(const QVariant &)

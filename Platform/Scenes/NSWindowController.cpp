@@ -5,6 +5,7 @@
 #include "Scenes/NSNib.h"
 #include "Scenes/NSResponder.h"
 
+#include <QEvent>
 #include <QPointer>
 #include <QWidget>
 
@@ -22,8 +23,10 @@ struct WindowController::Private
     void take(QWidget *taken, WindowController *controller)
     {
         window = taken;
-        if (window)
-            setWindowController(window, controller);
+        if (!window)
+            return;
+        setWindowController(window, controller);
+        window->installEventFilter(controller);
     }
     void deleteUnlessLent()
     {
@@ -72,8 +75,10 @@ void WindowController::setWindow(QWidget *window)
     if (window == d->window)
         return;
     d->deleteUnlessLent();
-    if (d->window)
+    if (d->window) {
         setWindowController(d->window, nullptr);
+        d->window->removeEventFilter(this);
+    }
     d->take(window, this);
     d->hasLoaded = d->hasLoaded || window;
     Q_EMIT windowChanged(window);
@@ -112,6 +117,19 @@ void WindowController::loadWindow()
         setWindow(Nib(d->nibName).instantiate(this));
 }
 
+bool WindowController::windowShouldClose()
+{
+    return true;
+}
+
 void WindowController::windowDidLoad() { }
+
+bool WindowController::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != d->window || event->type() != QEvent::Close || windowShouldClose())
+        return false;
+    event->ignore();
+    return true;
+}
 
 } // namespace NS

@@ -60,6 +60,10 @@ public:
     /// Closes the window, if it is loaded. It can be shown again.
     Q_INVOKABLE void close();
 
+    /// Asked whenever the window is about to close, by whomever; before the window's own
+    /// closeEvent() and its content's. Returns true unless overridden.
+    virtual bool windowShouldClose();
+
     /// Called once, after loadWindow(): the window is there, its outlets are set.
     virtual void windowDidLoad();
 
@@ -70,6 +74,8 @@ protected:
     /// Loads the interface file and hands its outermost widget to setWindow(). Throws NS::NibError;
     /// window() catches that.
     virtual void loadWindow();
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     struct Private;

@@ -4,6 +4,7 @@
 #include "Base/Assign.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace NS {
 
@@ -26,7 +27,7 @@ double TitlebarAccessoryViewController::fullScreenMinHeight() const
 
 void TitlebarAccessoryViewController::setFullScreenMinHeight(double height)
 {
-    height = std::max(0.0, height);
+    height = std::isfinite(height) ? std::max(0.0, height) : 0.0;
     if (detail::assign(d->fullScreenMinHeight, height))
         Q_EMIT fullScreenMinHeightChanged(height);
 }

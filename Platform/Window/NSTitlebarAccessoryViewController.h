@@ -23,7 +23,8 @@ public:
     ~TitlebarAccessoryViewController() override;
 
     /// In full screen the title bar is at least that high, in units of the screen. Where nobody
-    /// asks for more, it shows the standard bar alone. 0 unless set; below 0 counts as 0.
+    /// asks for more, it shows the standard bar alone. 0 unless set; below 0 and
+    /// no finite number count as 0.
     double fullScreenMinHeight() const;
     void setFullScreenMinHeight(double height);
 

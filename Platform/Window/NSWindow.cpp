@@ -3,50 +3,32 @@
 
 #include "Base/Assign.h"
 #include "Base/Failure.h"
+#include "View/DesktopSettings.h"
 #include "View/NSView.h"
+#include "Window/AccessibleWindow.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
+#include "Window/NSWindowPrivate.h"
 #include "Window/StandardWindowButton.h"
-#include "Window/TitleBarView.h"
-#include "Window/WindowBorder.h"
-#include "Window/WindowDrag.h"
-#include "Window/WindowEdges.h"
 #include "Window/WindowManager.h"
 #include "Window/WindowMenu.h"
+#include "Window/WindowState.h"
 
 #include <QApplication>
 #include <QChildEvent>
 #include <QMetaMethod>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPointer>
 #include <QScreen>
 #include <QShortcut>
 #include <QStyleOption>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QVariantAnimation>
 #include <QWindow>
 
-#include <utility>
-
 namespace NS {
 
 namespace {
-
-constexpr Window::StyleMask standardStyle = Window::StyleMask(
-        Window::titled | Window::closable | Window::miniaturizable | Window::resizable);
-
-// Hints for single buttons would bring the desktop's frame back on X11.
-Qt::WindowFlags flagsFor(Window::StyleMask styleMask, bool isNative)
-{
-    if (!isNative || !(styleMask & Window::titled))
-        return Qt::Window | Qt::FramelessWindowHint;
-    Qt::WindowFlags flags =
-            Qt::Window | Qt::CustomizeWindowHint | Qt::WindowSystemMenuHint | Qt::WindowTitleHint;
-    flags.setFlag(Qt::WindowCloseButtonHint, styleMask & Window::closable);
-    flags.setFlag(Qt::WindowMinimizeButtonHint, styleMask & Window::miniaturizable);
-    flags.setFlag(Qt::WindowMaximizeButtonHint, styleMask & Window::resizable);
-    return flags;
-}
 
 double titleBarHeight(Window::StyleMask styleMask)
 {
@@ -56,123 +38,34 @@ double titleBarHeight(Window::StyleMask styleMask)
 
 } // namespace
 
-struct Window::Private
-{
-    explicit Private(Window *window)
-        : q(window)
-        , drag(new detail::WindowDrag(window))
-        , edges(new detail::WindowEdges(window))
-        , titleBar(new detail::TitleBarView(window, drag))
-        , border(new detail::WindowBorder(window))
-    { }
-
-    bool isNormal() const { return !q->isMaximized() && !q->isFullScreen(); }
-    int barHeight() const;
-    void arrange();
-    void barHeightChanged();
-    void applyFlags();
-    void updateBorder();
-    void watchNativeWindow();
-
-    Window *q;
-    detail::WindowDrag *drag;
-    detail::WindowEdges *edges;
-    detail::TitleBarView *titleBar;
-    detail::WindowBorder *border;
-    StyleMask styleMask = standardStyle;
-    TitleVisibility titleVisibility = titleVisible;
-    QPointer<QWidget> content;
-    QUrl representedURL;
-    QPointer<QVariantAnimation> animation;
-    int fullBarHeight =
-            detail::TitleBarView::standardHeight; // that the window's height counts with
-    bool isMovableByBackground = false;
-    bool hasFullKeyboardAccess = false;
-    bool isNative = false;
-};
-
-int Window::Private::barHeight() const
-{
-    if (!(styleMask & titled))
-        return 0;
-    if (isNative && titleBar->accessories().isEmpty())
-        return 0;
-    return q->isFullScreen() ? titleBar->fullScreenHeight() : titleBar->fullHeight();
-}
-
-void Window::Private::arrange()
-{
-    const int height = barHeight();
-    titleBar->setVisible(height > 0);
-    titleBar->setGeometry(0, 0, q->width(), height);
-    q->setContentsMargins(0, styleMask & fullSizeContentView ? 0 : height, 0, 0);
-    titleBar->arrange();
-    border->arrange();
-}
-
-void Window::Private::barHeightChanged()
-{
-    const int grown = titleBar->fullHeight() - std::exchange(fullBarHeight, titleBar->fullHeight());
-    if (grown != 0 && isNormal() && styleMask & titled)
-        q->resize(q->width(), q->height() + grown);
-    arrange();
-    NS::setNeedsLayout(q);
-}
-
-void Window::Private::applyFlags()
-{
-    const Qt::WindowFlags flags = flagsFor(styleMask, isNative);
-    if (flags == q->windowFlags())
-        return;
-    const bool wasVisible = q->isVisible();
-    q->setWindowFlags(flags);
-    if (wasVisible)
-        q->show();
-}
-
-void Window::Private::updateBorder()
-{
-    const bool isSnapped =
-            detail::WindowManager::canPlaceWindows()
-            && detail::WindowManager::isSnapped(q->geometry(), q->screen()->availableGeometry());
-    border->setVisible(!isNative && isNormal() && !isSnapped);
-    border->setRound(q->testAttribute(Qt::WA_TranslucentBackground)
-                     && detail::WindowManager::hasCompositor());
-    edges->setEnabled(!isNative && isNormal() && styleMask & resizable);
-}
-
-void Window::Private::watchNativeWindow()
-{
-    if (QWindow *const window = q->windowHandle()) {
-        // The one installed last is asked first.
-        window->installEventFilter(drag);
-        window->installEventFilter(edges);
-    }
-}
-
 Window::Window(QWidget *parent)
-    : QWidget(parent, flagsFor(standardStyle, false))
+    : QWidget(parent, Private::flagsFor(Private::standardStyle, false))
 {
+    detail::makeAccessible<Window, detail::AccessibleWindow>();
+    detail::WindowManager::setApplicationId();
     d = std::make_unique<Private>(this); // whose widgets are announced by events that look for it
     // Only before the native window is made; without a compositor transparent is black.
     setAttribute(Qt::WA_TranslucentBackground, detail::WindowManager::hasCompositor());
     d->titleBar->setStyleMask(d->styleMask);
     connect(d->titleBar, &detail::TitleBarView::fullHeightChanged, this,
             [this] { d->barHeightChanged(); });
-    connect(d->titleBar, &detail::TitleBarView::menuRequested, this,
-            [this](QPoint position) { detail::showWindowMenu(this, position); });
-    connect(d->titleBar, &detail::TitleBarView::doubleClicked, this, [this] {
-        switch (detail::WindowManager::doubleClickAction()) {
-        case detail::WindowManager::TitleBarAction::zoom:
-            return zoom();
-        case detail::WindowManager::TitleBarAction::miniaturize:
-            return miniaturize();
-        case detail::WindowManager::TitleBarAction::windowMenu:
-            return detail::showWindowMenu(this, QCursor::pos());
-        case detail::WindowManager::TitleBarAction::none:
-            return;
-        }
-    });
+    connect(d->titleBar, &detail::TitleBarView::leastWidthChanged, this,
+            [this] { d->boundWidth(); });
+    connect(d->titleBar, &detail::TitleBarView::clicked, this,
+            [this](detail::TitleBarClick click, QPoint position) {
+                switch (detail::titleBarAction(click)) {
+                case detail::TitleBarAction::zoom:
+                    return zoom();
+                case detail::TitleBarAction::miniaturize:
+                    return miniaturize();
+                case detail::TitleBarAction::lower:
+                    return lower();
+                case detail::TitleBarAction::windowMenu:
+                    return detail::showWindowMenu(this, position);
+                case detail::TitleBarAction::none:
+                    return;
+                }
+            });
     connect(new QShortcut(QKeyCombination(Qt::ALT, Qt::Key_Space), this), &QShortcut::activated,
             this, [this] {
                 if (!d->isNative)
@@ -256,25 +149,23 @@ void Window::setStyleMask(StyleMask styleMask)
     if (!detail::assign(d->styleMask, styleMask))
         return;
     d->titleBar->setStyleMask(styleMask);
-    d->titleBar->setDrawsBackground(!(styleMask & fullSizeContentView));
+    d->titleBar->setLetsClicksThrough(styleMask & fullSizeContentView);
     d->applyFlags();
-    d->arrange();
+    d->rearrange();
     d->updateBorder();
-    NS::setNeedsLayout(this);
     Q_EMIT styleMaskChanged(styleMask);
 }
 
 QWidget *Window::contentView() const
 {
-    return d->content;
+    return d->content->view();
 }
 
 void Window::setContentView(QWidget *view)
 {
-    if (view == d->content)
+    if (view == contentView())
         return;
-    delete d->content;
-    d->content = view;
+    delete contentView();
     if (view) {
         if (!layout()) {
             auto *const layout = new QVBoxLayout(this);
@@ -287,6 +178,7 @@ void Window::setContentView(QWidget *view)
         d->titleBar->raise();
         d->border->raise();
     }
+    d->content->setView(view);
     Q_EMIT contentViewChanged(view);
 }
 
@@ -326,6 +218,13 @@ QAbstractButton *Window::standardWindowButton(WindowButton kind) const
 
 void Window::addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller)
 {
+    if (auto *const owner = qobject_cast<Window *>(controller->parent())) {
+        const auto index = int(owner->titlebarAccessoryViewControllers().indexOf(controller));
+        if (index >= 0 && owner == this)
+            return;
+        if (index >= 0)
+            owner->removeTitlebarAccessoryViewControllerAtIndex(index);
+    }
     controller->setParent(this);
     d->titleBar->insertAccessory(controller);
 }
@@ -379,9 +278,8 @@ void Window::setNativeDecorations(bool areNative)
         return;
     d->titleBar->setBare(areNative);
     d->applyFlags();
-    d->arrange();
+    d->rearrange();
     d->updateBorder();
-    NS::setNeedsLayout(this);
     Q_EMIT nativeDecorationsChanged(areNative);
 }
 
@@ -392,7 +290,7 @@ QByteArray Window::saveState() const
 
 bool Window::restoreState(const QByteArray &state)
 {
-    return restoreGeometry(state);
+    return detail::isWholeWindowState(state) && restoreGeometry(state);
 }
 
 void Window::awakeFromNib() { }
@@ -458,6 +356,22 @@ bool Window::event(QEvent *event)
     case QEvent::WinIdChange:
         d->watchNativeWindow();
         break;
+    case QEvent::WindowActivate:
+        d->enterFocus();
+        break;
+    case QEvent::LayoutRequest:
+        d->boundWidth();
+        break;
+    case QEvent::Close: {
+        if (!d->content->agreesToClose()) {
+            event->ignore();
+            return true;
+        }
+        const bool isDone = QWidget::event(event);
+        if (event->isAccepted())
+            d->content->windowHasClosed();
+        return isDone;
+    }
     case QEvent::ChildAdded: {
         const QObject *const child = static_cast<QChildEvent *>(event)->child();
         if (d && child->isWidgetType() && child != d->titleBar && child != d->border) {
@@ -484,6 +398,7 @@ void Window::changeEvent(QEvent *event)
     case QEvent::WindowStateChange:
         d->arrange();
         d->updateBorder();
+        d->content->takeWindowState();
         [[fallthrough]];
     case QEvent::ActivationChange:
     case QEvent::ModifiedChange:
@@ -518,9 +433,13 @@ void Window::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     d->watchNativeWindow();
-    d->arrange();
+    d->rearrange();
     d->updateBorder();
     d->titleBar->refresh();
+    d->enterFocus();
+    // The window's first picture does not wait for the bus.
+    QTimer::singleShot(0, &detail::DesktopSettings::instance(),
+                       [] { detail::DesktopSettings::instance().start(); });
 }
 
 void Window::paintEvent(QPaintEvent *)
@@ -534,6 +453,11 @@ void Window::paintEvent(QPaintEvent *)
 
 void Window::mousePressEvent(QMouseEvent *event)
 {
+    // What the content leaves of a title bar that it reaches up behind is still the title bar.
+    if (d->styleMask & fullSizeContentView && event->position().y() < d->barHeight()) {
+        QCoreApplication::sendEvent(d->titleBar, event);
+        return;
+    }
     if (!d->isMovableByBackground || event->button() != Qt::LeftButton)
         return event->ignore();
     d->drag->prepare(event->globalPosition().toPoint());
@@ -543,7 +467,20 @@ void Window::mousePressEvent(QMouseEvent *event)
 void Window::connectNotify(const QMetaMethod &signal)
 {
     if (signal == QMetaMethod::fromSignal(&Window::documentVersionsRequested))
-        d->titleBar->setOffersVersions(isSignalConnected(signal));
+        d->titleBar->setOffersVersions(true);
+}
+
+// It is called before the receiver is off the list, without a signal for all at once, and from the
+// thread of the receiver.
+void Window::disconnectNotify(const QMetaMethod &)
+{
+    QMetaObject::invokeMethod(
+            this,
+            [this] {
+                d->titleBar->setOffersVersions(isSignalConnected(
+                        QMetaMethod::fromSignal(&Window::documentVersionsRequested)));
+            },
+            Qt::QueuedConnection);
 }
 
 } // namespace NS

@@ -32,8 +32,14 @@ enum class WindowButton {
 ///     window.show();
 ///
 /// The title bar is 22 units high and more with accessories. It is a view like others: a child of
-/// it that takes a press keeps it, and everything else of the bar moves the window. Title, icon,
-/// sizes, state and closing are QWidget's. Main thread only.
+/// it that takes a press keeps it, and everything else of the bar moves the window, the empty parts
+/// of a QMenuBar and a QTabBar too. Other views say it with a property `mouseDownCanMoveWindow`
+/// (bool), or, for some parts, with a method `Q_INVOKABLE bool mouseDownCanMoveWindow(QPoint)`. The
+/// window cannot get narrower than the views in its title bar. Title, icon, sizes, state and
+/// closing are QWidget's. Main thread only.
+///
+/// The first window makes the bundle's identifier the application id (the name of the program's
+/// .desktop file) unless QGuiApplication::setDesktopFileName() has.
 ///
 /// Frames are in units with y upwards from the lower left corner of the primary screen, in one
 /// space for all screens. On Wayland nobody but the compositor places windows: there the origin
@@ -63,7 +69,8 @@ public:
         closable = 1 << 1, ///< by the close button; the program can close it in any case
         miniaturizable = 1 << 2, ///< by the button and by miniaturize()
         resizable = 1 << 3, ///< by edges, zoom and full screen
-        fullSizeContentView = 1 << 15, ///< the content reaches up behind the title bar
+        fullSizeContentView = 1 << 15, ///< the content reaches up behind the title bar, and has the
+                ///< clicks beside the bar's own controls
     };
     /// Any number of them; those for buttons count only together with `titled`.
     Q_DECLARE_FLAGS(StyleMask, StyleMaskFlag)
@@ -104,6 +111,11 @@ public:
 
     /// Null unless set. The window owns it, lays it out below the title bar and deletes the one
     /// before it. A layout that is set on the window instead has the same room.
+    ///
+    /// A QMainWindow goes on as a window: its closeEvent() is asked before this window closes, and
+    /// closing it closes this window; its title, modified mark and icon become this window's, its
+    /// file path the document, its state (full screen) this window's state and the reverse. A
+    /// title, icon or document that this window has already stays until the content sets its own.
     QWidget *contentView() const;
     void setContentView(QWidget *view);
 
@@ -123,7 +135,8 @@ public:
     /// Stacked below the standard title bar in order. Adding or removing one keeps the window's top
     /// edge and the size of its content: the window grows and shrinks at the bottom, unless it is
     /// maximised or full screen. The window owns the controllers that it has; afterwards nobody
-    /// does. An index out of range is a fatal error.
+    /// does. A controller that another window has moves; one that this window has stays where it
+    /// is. An index out of range is a fatal error.
     void addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller);
     void removeTitlebarAccessoryViewControllerAtIndex(int index);
     /// @}
@@ -191,6 +204,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void connectNotify(const QMetaMethod &signal) override;
+    void disconnectNotify(const QMetaMethod &signal) override;
 
 private:
     struct Private;

@@ -227,6 +227,11 @@ void PopoverBubble::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         updatePalette();
+    // The window that it points into looks active together with it.
+    if (event->type() == QEvent::ActivationChange && isWindow() && parentWidget()) {
+        QEvent change(QEvent::ActivationChange);
+        QCoreApplication::sendEvent(parentWidget(), &change);
+    }
 }
 
 void PopoverBubble::keyPressEvent(QKeyEvent *event)

@@ -8,6 +8,8 @@
 #include <QPointerEvent>
 #include <QTimer>
 
+#include <utility>
+
 namespace Pellarvine::detail {
 
 namespace {
@@ -81,7 +83,8 @@ PopoverInput::PopoverInput(NS::Popover *popover)
 {
     connect(qApp, &QGuiApplication::applicationStateChanged, this,
             [this](Qt::ApplicationState state) {
-                if (state != Qt::ApplicationActive
+                const bool isPopupsDoing = !m_keyboardMayGo.hasExpired();
+                if (state != Qt::ApplicationActive && !isPopupsDoing
                     && m_popover->behavior() == NS::Popover::Behavior::transient)
                     m_popover->performClose();
             });
@@ -206,10 +209,51 @@ void PopoverInput::clickBehind(QPoint globalPosition)
     }
 }
 
+// One key closes one thing. A list or a menu may close before the key press itself is sent, which
+// then goes to what lies behind it. And a Wayland compositor then takes the keyboard from the
+// program, for a moment or until the next key, which is not the user's leaving. Returns whether the
+// key is used up.
+bool PopoverInput::watchPopups(QObject *watched, const QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::ShortcutOverride:
+    case QEvent::KeyPress: {
+        const int key = static_cast<const QKeyEvent *>(event)->key();
+        if (m_hasKeyClosedPopup && key == m_key && !m_isPressed) {
+            // The same key goes on: from the list to its parents, then as the press.
+            m_isPressed = event->type() == QEvent::KeyPress;
+            return m_isPressed;
+        }
+        if (!std::exchange(m_isInKey, true))
+            QTimer::singleShot(0, this, [this] { m_isInKey = false; });
+        m_key = key;
+        m_isPressed = event->type() == QEvent::KeyPress;
+        m_hasKeyClosedPopup = false;
+        return false;
+    }
+    case QEvent::MouseButtonPress:
+        m_hasKeyClosedPopup = false;
+        m_keyboardMayGo = {};
+        return false;
+    case QEvent::Hide:
+        if (m_isInKey && watched->isWidgetType()
+            && static_cast<QWidget *>(watched)->windowType() == Qt::Popup) {
+            constexpr int longestTrip = 400; // milliseconds, in which the keyboard comes and goes
+            m_hasKeyClosedPopup = true;
+            m_keyboardMayGo.setRemainingTime(longestTrip);
+        }
+        return false;
+    default:
+        return false;
+    }
+}
+
 bool PopoverInput::eventFilter(QObject *watched, QEvent *event)
 {
     if (!m_seesInput)
         return false;
+    if (watchPopups(watched, event))
+        return true;
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:

@@ -4,6 +4,7 @@
 
 #include "Window/PopoverBubble.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointer>
 
@@ -40,12 +41,18 @@ private:
     bool contains(const QWidget *widget) const;
     bool isElsewhere(const QWidget *widget) const;
     bool closesFor(const QWidget *widget) const;
+    bool watchPopups(QObject *watched, const QEvent *event);
     void press(QObject *watched, QPointerEvent *event);
     bool key(QObject *watched, QKeyEvent *event);
 
     NS::Popover *m_popover;
     QPointer<PopoverBubble> m_bubble;
     bool m_seesInput = false;
+    bool m_isInKey = false; // a key is being delivered
+    bool m_isPressed = false; // as the key press, which follows the override of shortcuts
+    int m_key = 0; // the last one
+    QDeadlineTimer m_keyboardMayGo; // without meaning that the user has left
+    bool m_hasKeyClosedPopup = false; // a menu or a list, with the last input that there was
 };
 
 } // namespace Pellarvine::detail

@@ -4,7 +4,9 @@
 #include "Base/Assign.h"
 #include "Drawing/Shades.h"
 #include "View/FocusRing.h"
+#include "Window/PopoverBubble.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -22,7 +24,15 @@ constexpr QRgb activeColors[] = { 0xffef6156, 0xfff2b63c, 0xff56bf53 };
 
 bool looksActive(const QWidget *widget)
 {
-    return widget->isActiveWindow() || !widget->window()->isVisible();
+    const QWidget *const window = widget->window();
+    if (!window->isVisible() || widget->isActiveWindow())
+        return true;
+    // A popover belongs to the window that it points into, even where it is a window itself. Not
+    // every style counts that window as active then.
+    const QWidget *active = QApplication::activeWindow();
+    while (const auto *const bubble = qobject_cast<const PopoverBubble *>(active))
+        active = bubble->parentWidget();
+    return active == window;
 }
 
 StandardWindowButton::StandardWindowButton(NS::WindowButton kind, QWidget *parent)
@@ -49,6 +59,8 @@ void StandardWindowButton::updateName()
     case NS::WindowButton::miniaturize:
         return setAccessibleName(tr("Minimise"));
     case NS::WindowButton::zoom:
+        if (window()->isFullScreen())
+            return setAccessibleName(tr("Leave full screen"));
         return setAccessibleName(window()->isMaximized() ? tr("Restore") : tr("Maximise"));
     case NS::WindowButton::documentIcon:
         return setAccessibleName(tr("Folders of the document"));

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Window/TitleBarView.h"
 
+#include "Base/Assign.h"
 #include "Controls/NSTextField.h"
+#include "View/AccessibleControl.h"
 #include "View/NSView.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
 #include "Window/StandardWindowButton.h"
+#include "Window/TitleBarHandles.h"
 #include "Window/WindowDrag.h"
 
 #include <QChildEvent>
@@ -13,6 +16,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QFontMetrics>
+#include <QLayout>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
@@ -26,16 +30,21 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Of the standard buttons in the standard bar, from its upper left corner.
-constexpr int firstButtonX = 7;
-constexpr int buttonDistance = 20;
-constexpr int buttonY = 3;
+constexpr int buttonDistance = 20; // in the standard bar
 
 constexpr int titleMargin = 8;
 constexpr int documentGap = 4;
 
 constexpr NS::WindowButton controls[] = { NS::WindowButton::close, NS::WindowButton::miniaturize,
                                           NS::WindowButton::zoom };
+
+class AccessibleTitleBar : public AccessibleControl
+{
+public:
+    explicit AccessibleTitleBar(TitleBarView *bar)
+        : AccessibleControl(bar, QAccessible::TitleBar, TitleBarView::tr("Title bar"))
+    { }
+};
 
 int heightOf(NS::TitlebarAccessoryViewController *controller)
 {
@@ -50,6 +59,7 @@ TitleBarView::TitleBarView(NS::Window *window, WindowDrag *drag)
     , m_window(window)
     , m_drag(drag)
 {
+    makeAccessible<TitleBarView, AccessibleTitleBar>();
     m_title = new NS::TextField(this);
     m_title->setWraps(false);
     m_title->setElideMode(Qt::ElideMiddle);
@@ -61,8 +71,8 @@ TitleBarView::TitleBarView(NS::Window *window, WindowDrag *drag)
     m_title->resize(0, standardHeight); // else showing it asks it for a size
     for (const NS::WindowButton kind : controls) {
         StandardWindowButton *const button = makeButton(kind);
-        button->setGeometry(firstButtonX + buttonDistance * int(kind), buttonY,
-                            button->sizeHint().width(), button->sizeHint().height());
+        button->setGeometry(QRect(standardButtonPlace + QPoint(buttonDistance * int(kind), 0),
+                                  button->sizeHint()));
         connect(button, &StandardWindowButton::hovered, this, &TitleBarView::showGlyphs);
     }
     connect(m_buttons[int(NS::WindowButton::close)], &QAbstractButton::clicked, window,
@@ -134,6 +144,7 @@ void TitleBarView::updateButtons()
     if (m_title)
         m_title->setVisible(!m_isBare && m_isTitleVisible);
     arrangeTitle();
+    NS::setNeedsLayout(m_window); // which may have another place for them
 }
 
 // The accessories' views end with the bar's children, when the bar itself no longer listens.
@@ -157,8 +168,8 @@ void TitleBarView::setHasDocument(bool hasDocument)
 
 void TitleBarView::setOffersVersions(bool offers)
 {
-    m_offersVersions = offers;
-    updateButtons();
+    if (assign(m_offersVersions, offers))
+        updateButtons();
 }
 
 void TitleBarView::setTitleVisible(bool isVisible)
@@ -167,9 +178,10 @@ void TitleBarView::setTitleVisible(bool isVisible)
     updateButtons();
 }
 
-void TitleBarView::setDrawsBackground(bool draws)
+void TitleBarView::setLetsClicksThrough(bool lets)
 {
-    m_drawsBackground = draws;
+    m_letsClicksThrough = lets;
+    updateMask();
     update();
 }
 
@@ -195,7 +207,6 @@ void TitleBarView::insertAccessory(NS::TitlebarAccessoryViewController *controll
         if (!view)
             return;
         NS::addSubview(this, view);
-        view->installEventFilter(this);
     };
     adopt();
     connect(controller, &NS::ViewController::viewChanged, this, [this, adopt] {
@@ -216,10 +227,8 @@ void TitleBarView::removeAccessory(int index)
     NS::TitlebarAccessoryViewController *const controller = m_accessories.takeAt(index);
     controller->disconnect(this);
     controller->setParent(nullptr);
-    if (QWidget *const view = controller->view()) {
-        view->removeEventFilter(this);
+    if (QWidget *const view = controller->view())
         view->setParent(nullptr);
-    }
     Q_EMIT fullHeightChanged();
 }
 
@@ -244,6 +253,35 @@ void TitleBarView::arrange()
     const QScopedValueRollback<bool> guard(m_isArranging, true);
     arrangeTitle();
     arrangeAccessories();
+    updateMask();
+}
+
+int TitleBarView::leastWidth() const
+{
+    int width = layout() ? layout()->totalMinimumSize().width() : 0;
+    for (const NS::WindowButton kind : controls) {
+        const StandardWindowButton *const control = button(kind);
+        if (control && !control->isHidden() && control->parentWidget() == this)
+            width = std::max(width, control->x() + control->width() + standardButtonPlace.x());
+    }
+    for (NS::TitlebarAccessoryViewController *const controller : m_accessories) {
+        if (const QWidget *const view = controller->view())
+            width = std::max({ width, view->minimumWidth(), view->minimumSizeHint().width() });
+    }
+    return width;
+}
+
+// A mask leaves the pointer, its cursor and the wheel to what lies below.
+void TitleBarView::updateMask()
+{
+    if (!m_letsClicksThrough)
+        return clearMask();
+    QRegion controls(-1, -1, 1, 1); // an empty region would be no mask
+    for (const QObject *const child : children()) {
+        if (child->isWidgetType() && !static_cast<const QWidget *>(child)->isHidden())
+            controls += static_cast<const QWidget *>(child)->geometry();
+    }
+    setMask(controls);
 }
 
 QString TitleBarView::titleText() const
@@ -333,18 +371,59 @@ void TitleBarView::showGlyphs(bool areShown)
     }
 }
 
+bool TitleBarView::event(QEvent *event)
+{
+    if (event->type() == QEvent::LayoutRequest)
+        Q_EMIT leastWidthChanged();
+    return QWidget::event(event);
+}
+
+// Sees its children, and the window before its widgets do.
 bool TitleBarView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Resize && !m_isArranging && fullHeight() != m_arrangedHeight)
-        Q_EMIT fullHeightChanged();
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        return watched->isWindowType() && takeFromHandle(static_cast<QMouseEvent *>(event));
+    case QEvent::Resize:
+        if (!m_isArranging && fullHeight() != m_arrangedHeight)
+            Q_EMIT fullHeightChanged();
+        [[fallthrough]];
+    case QEvent::Move:
+    case QEvent::ShowToParent:
+    case QEvent::HideToParent:
+        if (!m_isArranging && m_letsClicksThrough && watched->isWidgetType())
+            updateMask();
+        break;
+    default:
+        break;
+    }
     return QWidget::eventFilter(watched, event);
+}
+
+// Takes a press on a part of a view that moves the window, as if the bar itself were there.
+bool TitleBarView::takeFromHandle(QMouseEvent *event)
+{
+    const QPoint place = mapFrom(m_window, event->position().toPoint());
+    QWidget *const target = childAt(place);
+    if (m_isBare || !target || event->button() != Qt::LeftButton
+        || !mouseDownCanMoveWindow(target, target->mapFrom(this, place)))
+        return false;
+    QMouseEvent own(event->type(), place, event->globalPosition(), event->button(),
+                    event->buttons(), event->modifiers());
+    return QCoreApplication::sendEvent(this, &own);
 }
 
 void TitleBarView::childEvent(QChildEvent *event)
 {
     QWidget::childEvent(event);
-    if (event->type() != QEvent::ChildAdded || !event->child()->isWidgetType())
+    if (!event->child()->isWidgetType())
         return;
+    if (event->type() == QEvent::ChildRemoved)
+        event->child()->removeEventFilter(this);
+    if (event->type() != QEvent::ChildAdded)
+        return;
+    event->child()->installEventFilter(this);
     // Views that reach across the buttons leave them to be clicked.
     for (const auto &button : m_buttons) {
         if (button && button != event->child() && button->parentWidget() == this)
@@ -354,7 +433,7 @@ void TitleBarView::childEvent(QChildEvent *event)
 
 void TitleBarView::paintEvent(QPaintEvent *)
 {
-    if (!m_drawsBackground)
+    if (m_letsClicksThrough)
         return;
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Window));
@@ -365,24 +444,32 @@ void TitleBarView::paintEvent(QPaintEvent *)
 
 void TitleBarView::mousePressEvent(QMouseEvent *event)
 {
-    if (m_isBare || event->button() != Qt::LeftButton)
+    if (m_isBare || (event->button() != Qt::LeftButton && event->button() != Qt::MiddleButton))
         return event->ignore();
-    m_drag->prepare(event->globalPosition().toPoint());
+    if (event->button() == Qt::LeftButton)
+        m_drag->prepare(event->globalPosition().toPoint());
     event->accept();
+}
+
+void TitleBarView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (m_isBare || event->button() != Qt::MiddleButton || !rect().contains(event->pos()))
+        return event->ignore();
+    Q_EMIT clicked(TitleBarClick::middle, event->globalPosition().toPoint());
 }
 
 void TitleBarView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     if (m_isBare || event->button() != Qt::LeftButton)
         return event->ignore();
-    Q_EMIT doubleClicked();
+    Q_EMIT clicked(TitleBarClick::doubleClick, event->globalPosition().toPoint());
 }
 
 void TitleBarView::contextMenuEvent(QContextMenuEvent *event)
 {
     if (m_isBare)
         return event->ignore();
-    Q_EMIT menuRequested(event->globalPos());
+    Q_EMIT clicked(TitleBarClick::right, event->globalPos());
 }
 
 } // namespace Pellarvine::detail

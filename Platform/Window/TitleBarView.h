@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Window/NSWindow.h"
+#include "Window/TitleBarAction.h"
 
 #include <QPointer>
 
@@ -25,6 +26,8 @@ class TitleBarView : public QWidget
 
 public:
     static constexpr int standardHeight = 22;
+    /// The upper left corner of the close button in a standard bar.
+    static constexpr QPoint standardButtonPlace = { 7, 3 };
 
     TitleBarView(NS::Window *window, WindowDrag *drag);
     ~TitleBarView() override;
@@ -34,7 +37,6 @@ public:
     void setHasDocument(bool hasDocument);
     void setOffersVersions(bool offers);
     void setTitleVisible(bool isVisible);
-    void setDrawsBackground(bool draws);
     /// Whether the desktop draws title and buttons instead.
     void setBare(bool isBare);
     void setButtonFocusPolicy(Qt::FocusPolicy policy);
@@ -53,6 +55,13 @@ public:
     /// In full screen: what the accessories ask for at the least.
     int fullScreenHeight() const;
 
+    /// The least that buttons and views need.
+    int leastWidth() const;
+
+    /// Whether the bar of a window whose content reaches up behind it, and which draws nothing,
+    /// leaves the content the clicks beside its own controls.
+    void setLetsClicksThrough(bool lets);
+
     /// Places title, document buttons and accessories. The standard buttons are put in their places
     /// when they are made and stay where they are moved to.
     void arrange();
@@ -62,15 +71,17 @@ public:
 Q_SIGNALS:
     /// The accessories' heights became others.
     void fullHeightChanged();
-    void menuRequested(QPoint globalPosition);
-    void doubleClicked();
+    void leastWidthChanged();
+    void clicked(Pellarvine::detail::TitleBarClick click, QPoint globalPosition);
 
 protected:
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void childEvent(QChildEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
@@ -80,6 +91,8 @@ private:
     QString titleText() const;
     void arrangeTitle();
     void arrangeAccessories();
+    void updateMask();
+    bool takeFromHandle(QMouseEvent *event);
 
     NS::Window *m_window;
     WindowDrag *m_drag;
@@ -90,7 +103,7 @@ private:
     bool m_hasDocument = false;
     bool m_offersVersions = false;
     bool m_isTitleVisible = true;
-    bool m_drawsBackground = true;
+    bool m_letsClicksThrough = false;
     bool m_isBare = false;
     bool m_isArranging = false;
     int m_arrangedHeight = standardHeight;

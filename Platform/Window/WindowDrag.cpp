@@ -37,10 +37,10 @@ bool WindowDrag::eventFilter(QObject *, QEvent *event)
             return false;
         }
         if (m_state == pressed && distance >= QApplication::startDragDistance())
-            begin(position);
+            begin();
         else if (m_state == movedByDesktop && distance > WindowManager::unansweredDragDistance
                  && m_window->pos() == m_origin)
-            m_state = movedByHand;
+            takeOver();
         if (m_state == movedByHand)
             moveByHand(position);
         return true;
@@ -55,7 +55,7 @@ bool WindowDrag::eventFilter(QObject *, QEvent *event)
     }
 }
 
-void WindowDrag::begin(QPoint globalPosition)
+void WindowDrag::begin()
 {
     if (m_window->isFullScreen()) {
         m_state = idle;
@@ -63,20 +63,31 @@ void WindowDrag::begin(QPoint globalPosition)
         m_state = movedByDesktop;
         releaseButton();
     } else {
-        m_state = movedByHand;
-        if (m_window->isMaximized()) {
-            // It comes back under the pointer, which keeps its share of the width.
-            const double share = double(m_pressed.x() - m_origin.x()) / m_window->width();
-            m_window->showNormal();
-            m_origin.setX(m_pressed.x() - int(share * m_window->width()));
-        }
-        moveByHand(globalPosition);
+        takeOver();
     }
+}
+
+void WindowDrag::takeOver()
+{
+    if (!WindowManager::canPlaceWindows()) {
+        m_state = idle;
+        return;
+    }
+    m_state = movedByHand;
+    m_size = m_window->size();
+    if (!m_window->isMaximized())
+        return;
+    // It comes back under the pointer, which keeps its share of the width. The desktop may answer
+    // later, so that the normal size is set with each step.
+    m_size = m_window->normalGeometry().size();
+    const double share = double(m_pressed.x() - m_origin.x()) / m_window->width();
+    m_origin.setX(m_pressed.x() - int(share * m_size.width()));
+    m_window->showNormal();
 }
 
 void WindowDrag::moveByHand(QPoint globalPosition)
 {
-    m_window->move(m_origin + globalPosition - m_pressed);
+    m_window->setGeometry(QRect(m_origin + globalPosition - m_pressed, m_size));
 }
 
 // The desktop keeps the release for itself, without which Qt would take what is pressed for

@@ -6,13 +6,15 @@
 
 #include <QObject>
 #include <QPoint>
+#include <QSize>
 
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
 namespace Pellarvine::detail {
 
 /// Moves a window with the pointer once that goes beyond the drag distance: through the desktop,
-/// which then snaps and maximises too, or by hand where the desktop does not. Filters the events of
+/// which then snaps and maximises too, or by hand where the desktop does not and windows can be
+/// placed. Filters the events of
 /// the window's QWindow.
 class WindowDrag : public QObject
 {
@@ -34,7 +36,8 @@ private:
         movedByHand
     };
 
-    void begin(QPoint globalPosition);
+    void begin();
+    void takeOver();
     void moveByHand(QPoint globalPosition);
     void releaseButton();
 
@@ -42,6 +45,7 @@ private:
     State m_state = idle;
     QPoint m_pressed; // of the pointer, global
     QPoint m_origin; // of the window at that time
+    QSize m_size; // that the window has while it is moved by hand
     bool m_isReleasing = false;
 };
 

@@ -140,7 +140,9 @@ bool WindowEdges::eventFilter(QObject *, QEvent *event)
             return false;
         m_pressed = press->globalPosition().toPoint();
         m_geometry = m_window->geometry();
-        m_isByHand = !m_window->windowHandle()->startSystemResize(m_dragged);
+        // By hand, a Wayland compositor would not know of the size.
+        m_canBeByHand = WindowManager::canPlaceWindows();
+        m_isByHand = !m_window->windowHandle()->startSystemResize(m_dragged) && m_canBeByHand;
         return true;
     }
     case QEvent::MouseMove: {
@@ -153,9 +155,10 @@ bool WindowEdges::eventFilter(QObject *, QEvent *event)
             return false;
         }
         const QPoint by = move->globalPosition().toPoint() - m_pressed;
-        m_isByHand = m_isByHand
-                     || (by.manhattanLength() > WindowManager::unansweredDragDistance
-                         && m_window->geometry() == m_geometry);
+        m_isByHand =
+                m_isByHand
+                || (m_canBeByHand && by.manhattanLength() > WindowManager::unansweredDragDistance
+                    && m_window->geometry() == m_geometry);
         if (m_isByHand)
             m_window->setGeometry(resizedByEdges(m_geometry, m_dragged, by, m_window->minimumSize(),
                                                  m_window->maximumSize()));

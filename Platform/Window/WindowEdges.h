@@ -17,8 +17,8 @@ PELLARVINE_INTERNAL_EXPORT QRect resizedByEdges(const QRect &geometry, Qt::Edges
                                                 QSize minimum, QSize maximum);
 
 /// Lets the pointer resize a window by its four edges and four corners: through the desktop, or by
-/// hand where the desktop does not. Filters the events of the window's QWindow, before any widget
-/// has them.
+/// hand where the desktop does not and windows can be placed. Filters the events of the window's
+/// QWindow, before any widget has them.
 class WindowEdges : public QObject
 {
     Q_OBJECT
@@ -40,6 +40,7 @@ private:
     bool m_isEnabled = true;
     bool m_hasCursor = false;
     Qt::Edges m_dragged; // since the button was pressed
+    bool m_canBeByHand = false;
     bool m_isByHand = false;
     QPoint m_pressed; // of the pointer, global
     QRect m_geometry; // of the window at that time

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Window/WindowManager.h"
 
+#include "Base/NSBundle.h"
+
 #include <QGuiApplication>
-#include <QHash>
-#include <QProcess>
 #include <QScreen>
-#include <QSettings>
-#include <QStandardPaths>
+#include <QWidget>
 #include <QWindow>
 
+#include <array>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <xcb/xcb.h>
 
@@ -62,11 +63,6 @@ bool isSupported(xcb_atom_t feature)
     return std::find(features, features + count, feature) != features + count;
 }
 
-bool desktopIs(const QString &name)
-{
-    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(name);
-}
-
 } // namespace
 
 bool hasCompositor()
@@ -85,6 +81,44 @@ bool hasCompositor()
 bool canPlaceWindows()
 {
     return !QGuiApplication::platformName().startsWith("wayland"_L1);
+}
+
+void setResizable(QWindow *window, bool isResizable)
+{
+    if (!canPlaceWindows()) {
+        // A Wayland compositor knows of no other way.
+        window->setMinimumSize(isResizable ? QSize() : window->size());
+        window->setMaximumSize(isResizable ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX)
+                                           : window->size());
+        return;
+    }
+    if (!connection())
+        return;
+    // Fixed limits would refuse the program's own changes too: they reach the window manager later.
+    constexpr uint32_t length = 5; // flags, functions, decorations, input mode, status
+    constexpr uint32_t hasFunctions = 1 << 0;
+    constexpr uint32_t move = 1 << 2;
+    constexpr uint32_t minimize = 1 << 3;
+    constexpr uint32_t close = 1 << 5;
+    const xcb_atom_t name = atom("_MOTIF_WM_HINTS");
+    const auto id = xcb_window_t(window->winId());
+    const auto cookie = xcb_get_property(connection(), 0, id, name, name, 0, length);
+    const ReplyPointer<xcb_get_property_reply_t> reply(
+            xcb_get_property_reply(connection(), cookie, nullptr));
+    std::array<uint32_t, length> hints {};
+    if (reply && xcb_get_property_value_length(reply.get()) == int(sizeof(hints)))
+        std::memcpy(hints.data(), xcb_get_property_value(reply.get()), sizeof(hints));
+    hints[0] = isResizable ? hints[0] & ~hasFunctions : hints[0] | hasFunctions;
+    hints[1] = isResizable ? 0 : move | minimize | close;
+    xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, id, name, name, 32, length,
+                        hints.data());
+}
+
+void setApplicationId()
+{
+    const QString identifier = NS::Bundle::main().bundleIdentifier();
+    if (QGuiApplication::desktopFileName().isEmpty() && !identifier.isEmpty())
+        QGuiApplication::setDesktopFileName(identifier);
 }
 
 bool showWindowMenu(QWindow *window, QPoint globalPosition)
@@ -111,33 +145,6 @@ bool showWindowMenu(QWindow *window, QPoint globalPosition)
                    reinterpret_cast<const char *>(&event));
     xcb_flush(connection());
     return true;
-}
-
-TitleBarAction doubleClickAction()
-{
-    QString setting;
-    if (desktopIs(u"KDE"_s)) {
-        const QString file =
-                QStandardPaths::locate(QStandardPaths::GenericConfigLocation, u"kwinrc"_s);
-        setting = QSettings(file, QSettings::IniFormat)
-                          .value(u"Windows/TitlebarDoubleClickCommand"_s)
-                          .toString();
-    } else if (desktopIs(u"GNOME"_s)) {
-        constexpr int longestWait = 500; // milliseconds
-        QProcess reader;
-        reader.start(u"gsettings"_s, { u"get"_s, u"org.gnome.desktop.wm.preferences"_s,
-                                       u"action-double-click-titlebar"_s });
-        if (reader.waitForFinished(longestWait))
-            setting = QString::fromUtf8(reader.readAllStandardOutput()).trimmed().remove(u'\'');
-    }
-    static const QHash<QString, TitleBarAction> actions {
-        { u"minimize"_s, TitleBarAction::miniaturize },
-        { u"menu"_s, TitleBarAction::windowMenu },
-        { u"none"_s, TitleBarAction::none },
-        { u"nothing"_s, TitleBarAction::none },
-        { u"operations menu"_s, TitleBarAction::windowMenu },
-    };
-    return actions.value(setting.toLower(), TitleBarAction::zoom);
 }
 
 bool isSnapped(const QRect &frame, const QRect &available)

@@ -22,18 +22,15 @@ inline constexpr int unansweredDragDistance = 48;
 /// Whether a program can place its windows. Not on Wayland.
 bool canPlaceWindows();
 
+/// Tells the window manager whether the user may resize and maximise the window.
+void setResizable(QWindow *window, bool isResizable);
+
+/// Makes the bundle's identifier the application id, by which task bars find the program's icon and
+/// name, unless the program has set one.
+void setApplicationId();
+
 /// Asks the window manager to show its own menu for the window. False if it has none to show.
 bool showWindowMenu(QWindow *window, QPoint globalPosition);
-
-enum class TitleBarAction {
-    zoom,
-    miniaturize,
-    windowMenu,
-    none
-};
-
-/// What the user has set for a double click on title bars: zoom where no setting can be read.
-PELLARVINE_INTERNAL_EXPORT TitleBarAction doubleClickAction();
 
 /// Whether a window of that frame fills a half of the screen, as desktops do with windows that are
 /// dragged to its edge: it touches three edges of the space that there is for windows.

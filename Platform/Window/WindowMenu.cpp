@@ -27,7 +27,7 @@ QMenu *makeWindowMenu(NS::Window *window)
     });
     add(NS::Window::tr("&Move"), isNormal && WindowManager::canPlaceWindows(),
         [window] { new WindowKeyboardDrag(window, WindowKeyboardDrag::move); });
-    add(NS::Window::tr("&Size"), isNormal && isResizable,
+    add(NS::Window::tr("&Size"), isNormal && isResizable && WindowManager::canPlaceWindows(),
         [window] { new WindowKeyboardDrag(window, WindowKeyboardDrag::resize); });
     add(NS::Window::tr("Mi&nimise"), mask & NS::Window::miniaturizable,
         [window] { window->miniaturize(); });

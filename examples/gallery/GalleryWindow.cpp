@@ -315,6 +315,7 @@ void GalleryWindow::showItem(QListWidgetItem *item)
         m_made[name] = entry->make(nullptr);
         // Small screens and large fonts scroll the page instead of squeezing it.
         auto *const scroller = new QScrollArea;
+        scroller->setAccessibleName(entry->title);
         scroller->setFrameShape(QFrame::NoFrame);
         scroller->setWidgetResizable(true);
         scroller->setWidget(m_made[name]);

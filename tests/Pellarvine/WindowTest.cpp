@@ -9,6 +9,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 using NS::WindowButton;
 using Pellarvine::Window;
 
@@ -131,6 +134,40 @@ TEST(Window, a_height_does_not_choose_a_place_on_the_screen)
     EXPECT_TRUE(placed.window.testAttribute(Qt::WA_Moved));
 }
 
+TEST(Window, a_height_before_the_window_shows_leaves_it_the_size_that_its_content_asks_for)
+{
+    class Content : public QWidget
+    {
+        QSize sizeHint() const override { return { 320, 240 }; }
+    };
+    Window window;
+    window.setContentView(new Content);
+    window.setTitleBarHeight(52);
+    window.show();
+    EXPECT_EQ(window.size(), QSize(320, 240 + 52));
+}
+
+TEST(Window, numbers_that_are_none_count_as_0)
+{
+    Opened opened(52);
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const double number : { std::nan(""), infinity, -infinity }) {
+        opened.window.setTitleBarHeight(52);
+        opened.window.setTitleBarHeight(number);
+        EXPECT_EQ(opened.window.titleBarHeight(), 22);
+        EXPECT_EQ(opened.window.titleBarView()->height(), 22);
+        opened.window.setTrafficLightHorizontalMargin(number);
+        opened.window.setTrafficLightVerticalMargin(number);
+        opened.window.setTrafficLightGap(number);
+        EXPECT_EQ(opened.window.trafficLightHorizontalMargin(), 0);
+        EXPECT_EQ(opened.window.trafficLightVerticalMargin(), 0);
+        EXPECT_EQ(opened.window.trafficLightGap(), 0);
+        NS::TitlebarAccessoryViewController accessory;
+        accessory.setFullScreenMinHeight(number);
+        EXPECT_EQ(accessory.fullScreenMinHeight(), 0);
+    }
+}
+
 TEST(Window, the_accessory_at_index_0_is_taken_for_its_own)
 {
     Opened opened;
@@ -204,6 +241,16 @@ TEST(Window, margins_of_0_are_measured_once_and_others_kept)
     EXPECT_EQ(own.window.trafficLightVerticalMargin(), 5.0);
 }
 
+TEST(Window, shown_without_waking_it_has_its_buttons_at_their_standard_places)
+{
+    Opened opened(52);
+    opened.window.layoutIfNeeded(); // before anything is known of the places
+    opened.window.show();
+    opened.window.grab();
+    EXPECT_THAT(opened.buttonLefts(), testing::ElementsAre(7, 27, 47));
+    EXPECT_EQ(opened.window.trafficLightVerticalMargin(), 3.0);
+}
+
 TEST(Window, a_missing_button_leaves_a_hole)
 {
     Opened opened(0, wholeStyle & ~NS::Window::miniaturizable);
@@ -227,6 +274,38 @@ TEST(Window, a_pass_comes_by_itself_before_painting)
     const QRectF title = NS::frame(opened.window.titleBarTextField());
     EXPECT_NEAR(title.center().x(), 250, 1);
     EXPECT_NEAR(title.center().y(), 26, 0.5);
+}
+
+TEST(Window, title_and_document_icon_keep_their_place)
+{
+    Opened opened(52);
+    opened.window.setWindowTitle(QStringLiteral("Letters"));
+    opened.window.setRepresentedURL(QUrl(QStringLiteral("file:///home/ada/letters.txt")));
+    opened.window.awakeFromNib();
+    opened.window.show();
+    const auto expectInMiddle = [&](const char *when) {
+        opened.window.grab();
+        EXPECT_NEAR(NS::frame(opened.window.titleBarTextField()).center().y(), 26, 0.5) << when;
+        EXPECT_EQ(opened.button(WindowButton::documentIcon).center().y(), 26) << when;
+    };
+    expectInMiddle("at first");
+    {
+        const QSignalSpy versions(&opened.window, &NS::Window::documentVersionsRequested);
+        expectInMiddle("with a receiver for versions");
+        EXPECT_EQ(opened.button(WindowButton::documentVersions).center().y(), 26);
+    }
+    QCoreApplication::processEvents();
+    expectInMiddle("without the receiver");
+    opened.window.hide();
+    opened.window.show();
+    expectInMiddle("after it was hidden");
+    opened.window.toggleFullScreen();
+    expectInMiddle("in full screen");
+    opened.window.toggleFullScreen();
+    opened.window.setFullKeyboardAccess(true);
+    opened.window.setNativeDecorations(true);
+    opened.window.setNativeDecorations(false);
+    expectInMiddle("after native decorations");
 }
 
 // The title
@@ -311,6 +390,27 @@ TEST(Window, adopted_views_are_mirrored_from_right_to_left_and_buttons_are_not)
     EXPECT_EQ(NS::frame(inner).left(), -40);
     EXPECT_EQ(NS::frame(inner).right(), 360);
     EXPECT_THAT(opened.buttonLefts(), testing::ElementsAre(20, 40, 60));
+}
+
+TEST(Window, an_inner_view_can_be_kept_clear_of_buttons_and_edges)
+{
+    for (const Qt::LayoutDirection direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+        Opened opened(60);
+        auto *const inner = new QWidget;
+        inner->setMinimumWidth(250);
+        opened.window.setTrafficLightHorizontalMargin(20);
+        opened.window.setKeepsTitleBarViewClear(true);
+        opened.window.setInnerTitleBarView(inner);
+        opened.window.setLayoutDirection(direction);
+        opened.window.awakeFromNib();
+        opened.window.show();
+        NS::layoutSubtreeIfNeeded(&opened.window);
+        const double end = opened.button(WindowButton::zoom).right() + 20;
+        EXPECT_EQ(NS::frame(inner).left(), end);
+        EXPECT_EQ(NS::frame(inner).right(), 400 - 20);
+        opened.window.resize(10, 300);
+        EXPECT_EQ(opened.window.width(), end + 250 + 20) << "it cannot get narrower";
+    }
 }
 
 TEST(Window, buttons_lie_above_the_adopted_views)

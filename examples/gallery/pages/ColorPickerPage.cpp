@@ -2,6 +2,7 @@
 // A shop's sign, as its maker would set it out: each part has a button for its colour, and follows
 // it through a binding while the pointer moves in the popover.
 #include "../Page.h"
+#include "../PictureWidget.h"
 #include "../Theme.h"
 
 #include <pellarvine/Pellarvine/ColorPickerButton.h>
@@ -36,7 +37,7 @@ QString hex(const QColor &color)
 }
 
 // The model: it knows nothing of buttons.
-class Sign : public QWidget
+class Sign : public PictureWidget
 {
     Q_OBJECT
     Q_PROPERTY(QColor wall MEMBER m_wall NOTIFY changed)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "../Page.h"
+#include "../PictureWidget.h"
 #include "../Theme.h"
 
 #include <pellarvine/Shared/Contrast.h>
@@ -127,7 +128,7 @@ private:
 };
 
 // The colours between two, and a little beyond both: a quarter of the way at either end.
-class Strip : public QWidget
+class Strip : public PictureWidget
 {
 public:
     Strip()

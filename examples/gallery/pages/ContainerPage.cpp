@@ -221,6 +221,7 @@ ContainerPage::ContainerPage(QWidget *parent)
     row->addLayout(texts, 1);
     row->addWidget(m_choose);
     m_well->setObjectName(u"well"_s);
+    m_well->setAccessibleName(::tr("File"));
     m_well->setMinimumHeight(12 * Theme::unit);
     static_cast<QVBoxLayout *>(m_well->layout())->addLayout(row);
 
@@ -239,7 +240,6 @@ ContainerPage::ContainerPage(QWidget *parent)
     m_outcome->setMinimumHeight(4 * Theme::unit);
     m_outcome->setAlignment(Qt::AlignLeading | Qt::AlignTop);
     m_outcome->setTextFormat(Qt::PlainText);
-    m_outcome->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
     auto *const layout = static_cast<QVBoxLayout *>(content());
     layout->addWidget(m_well);
@@ -360,6 +360,7 @@ void ContainerPage::setSource(const QString &path)
         m_details->setText(isSealed(path) ? ::tr("%1, sealed").arg(size) : size);
     }
     m_outcome->clear();
+    m_outcome->setTextInteractionFlags(Qt::NoTextInteraction);
     m_progress->reset();
     showFields(path);
     updateControls();
@@ -387,6 +388,7 @@ void ContainerPage::start(Direction direction, const QString &passphrase)
     }
     m_target = freePath(wanted);
     m_outcome->clear();
+    m_outcome->setTextInteractionFlags(Qt::NoTextInteraction);
     m_anatomy->hide();
     m_progress->setValue(0);
     m_stop = std::stop_source();
@@ -416,6 +418,7 @@ void ContainerPage::updateControls()
 void ContainerPage::showOutcome(const Outcome &outcome)
 {
     m_outcome->setText(outcome.text);
+    m_outcome->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_outcome->setForegroundRole(outcome.isGood ? QPalette::WindowText : QPalette::BrightText);
     if (outcome.isGood)
         showFields(isSealed(m_target) ? m_target : m_source);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "../Page.h"
+#include "../PictureWidget.h"
 #include "../Theme.h"
 
 #include <pellarvine/Platform/NSBezierPath.h>
@@ -41,7 +42,7 @@ void drawChart(const QSizeF &size)
     }
 }
 
-class ImageView : public QWidget
+class ImageView : public PictureWidget
 {
 public:
     explicit ImageView(const QSizeF &size)
@@ -66,11 +67,12 @@ private:
 };
 
 // A sheet of paper above the page.
-class ShadowView : public QWidget
+class ShadowView : public PictureWidget
 {
 public:
     ShadowView()
     {
+        setAccessibleName(tr("Sheet of paper with a shadow"));
         setMinimumHeight(16 * Theme::unit);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     }
@@ -107,7 +109,7 @@ private:
 
 // A quadratic curve, whose control point can be dragged or moved with the arrow keys, and the
 // cubic curve that a Bezier path makes of it.
-class CurveView : public QWidget
+class CurveView : public PictureWidget
 {
 public:
     CurveView()

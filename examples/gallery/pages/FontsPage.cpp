@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "../Page.h"
+#include "../PictureWidget.h"
 #include "../Theme.h"
 
 #include <pellarvine/Platform/NSFont.h>
@@ -25,11 +26,12 @@ using NS::FontManager;
 constexpr double firstSize = 28; // points
 
 // Every weight that the family has, set in itself; the shown font's stands out.
-class Ladder : public QWidget
+class Ladder : public PictureWidget
 {
 public:
     Ladder()
     {
+        setAccessibleName(tr("The family's weights"));
         setMinimumWidth(30 * Theme::unit);
         setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     }

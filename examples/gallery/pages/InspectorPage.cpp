@@ -2,6 +2,7 @@
 // A small drawing program: a tool bar, a drawing, and an inspector with the properties of the shape
 // that is selected in its table of layers.
 #include "../Page.h"
+#include "../PictureWidget.h"
 #include "../Theme.h"
 
 #include <pellarvine/Pellarvine/BorderView.h>
@@ -52,7 +53,7 @@ struct Shape
     Qt::PenStyle line;
 };
 
-class Drawing : public QWidget
+class Drawing : public PictureWidget
 {
 public:
     Drawing()

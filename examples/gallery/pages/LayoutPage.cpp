@@ -2,6 +2,7 @@
 // A photograph placed in a box by each of the pinning helpers, as a viewer would place it in its
 // window; all boxes are resized together.
 #include "../Page.h"
+#include "../PictureWidget.h"
 #include "../Theme.h"
 
 #include <pellarvine/Pellarvine/NSView+AutoLayout.h>
@@ -36,7 +37,7 @@ QString tr(const char *text)
 }
 
 // An evening in the hills; it is drawn to fill what room it gets.
-class Photo : public QWidget
+class Photo : public PictureWidget
 {
 public:
     Photo() { setAccessibleName(::tr("Photograph: evening in the hills")); }
@@ -70,7 +71,7 @@ protected:
 };
 
 // The corner that a box is resized by: with the mouse, or with the arrow keys.
-class Corner : public QWidget
+class Corner : public PictureWidget
 {
 public:
     explicit Corner(std::function<void(QSize)> grow)

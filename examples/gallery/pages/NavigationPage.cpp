@@ -2,6 +2,7 @@
 // A reader of letters whose scenes and ways are in mail/Mail.storyboard. Beside it, live: the
 // stack, and the place in the file that was walked last.
 #include "../Page.h"
+#include "../PictureWidget.h"
 #include "../Theme.h"
 
 #include <pellarvine/Pellarvine/NavigationController.h>
@@ -242,7 +243,7 @@ private:
 };
 
 // The titles of a stack, the top one uppermost.
-class StackView : public QWidget
+class StackView : public PictureWidget
 {
     Q_OBJECT
     Q_PROPERTY(QStringList titles READ titles WRITE setTitles NOTIFY titlesChanged)

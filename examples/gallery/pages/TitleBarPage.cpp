@@ -2,6 +2,7 @@
 // A letter writer's window, as it looks with every setting of its title bar; the window itself can
 // be opened and follows.
 #include "../Page.h"
+#include "../PictureWidget.h"
 #include "../Theme.h"
 
 #include <pellarvine/Pellarvine/ToolBarView.h>
@@ -33,7 +34,7 @@ QString tr(const char *text)
 }
 
 // Shows the window as it is, without being it: that has no place inside another.
-class Picture : public QWidget
+class Picture : public PictureWidget
 {
 public:
     Picture() { setAccessibleName(::tr("Picture of the window")); }

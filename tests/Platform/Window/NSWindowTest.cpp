@@ -11,15 +11,12 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFile>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -196,6 +193,26 @@ TEST(NSWindow, full_screen_keeps_as_much_of_the_title_bar_as_the_accessories_ask
     EXPECT_EQ(shown.window.frame(), frame);
 }
 
+TEST(NSWindow, an_accessory_is_in_one_title_bar_once)
+{
+    Shown shown;
+    NS::TitlebarAccessoryViewController *const accessory = makeAccessory(30);
+    {
+        Shown other;
+        other.window.addTitlebarAccessoryViewController(accessory);
+        EXPECT_EQ(other.titleBar()->height(), 52);
+        shown.window.addTitlebarAccessoryViewController(accessory);
+        EXPECT_TRUE(other.window.titlebarAccessoryViewControllers().isEmpty());
+        EXPECT_EQ(other.titleBar()->height(), 22);
+    }
+    ASSERT_EQ(shown.titleBar()->height(), 52);
+    shown.window.addTitlebarAccessoryViewController(accessory);
+    EXPECT_EQ(shown.window.titlebarAccessoryViewControllers().size(), 1);
+    EXPECT_EQ(shown.titleBar()->height(), 52);
+    accessory->view()->resize(10, 40);
+    EXPECT_EQ(shown.titleBar()->height(), 62);
+}
+
 // Buttons
 
 TEST(NSWindow, has_the_buttons_of_its_style_and_document)
@@ -210,10 +227,13 @@ TEST(NSWindow, has_the_buttons_of_its_style_and_document)
     shown.window.setRepresentedURL(QUrl(u"file:///home/ada/letters.txt"_s));
     EXPECT_TRUE(has(WindowButton::documentIcon));
     EXPECT_FALSE(has(WindowButton::documentVersions)) << "nobody shows versions";
-    QSignalSpy versions(&shown.window, &Window::documentVersionsRequested);
+    auto versions = std::make_unique<QSignalSpy>(&shown.window, &Window::documentVersionsRequested);
     EXPECT_TRUE(has(WindowButton::documentVersions));
     shown.window.standardWindowButton(WindowButton::documentVersions)->click();
-    EXPECT_EQ(versions.size(), 1);
+    EXPECT_EQ(versions->size(), 1);
+    versions.reset();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(has(WindowButton::documentVersions)) << "nobody shows them any more";
     shown.window.setStyleMask(Window::titled | Window::closable);
     EXPECT_FALSE(has(WindowButton::miniaturize));
     EXPECT_FALSE(has(WindowButton::zoom));
@@ -231,6 +251,9 @@ TEST(NSWindow, buttons_do_what_they_are_for_and_say_so)
     zoom->click();
     EXPECT_TRUE(shown.window.isMaximized());
     EXPECT_EQ(zoom->accessibleName(), u"Restore"_s);
+    shown.window.toggleFullScreen();
+    EXPECT_EQ(zoom->accessibleName(), u"Leave full screen"_s);
+    shown.window.toggleFullScreen();
     EXPECT_EQ(QAccessible::queryAccessibleInterface(zoom)->role(), QAccessible::Button);
     zoom->click();
     EXPECT_FALSE(shown.window.isMaximized());
@@ -273,6 +296,36 @@ TEST(NSWindow, tab_reaches_the_buttons_with_full_keyboard_access_alone)
     QTest::keyClick(close, Qt::Key_Tab);
     QTest::keyClick(shown.window.focusWidget(), Qt::Key_Return);
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown.window.isMinimized(); }));
+}
+
+TEST(NSWindow, opens_with_the_focus_in_its_content)
+{
+    for (const bool hasField : { true, false }) {
+        Window window;
+        window.setFullKeyboardAccess(true);
+        auto *const content = new QWidget;
+        QLineEdit *const field = hasField ? new QLineEdit(content) : nullptr;
+        window.setContentView(content);
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_FALSE(qobject_cast<QAbstractButton *>(QApplication::focusWidget()));
+        EXPECT_TRUE(!hasField || QApplication::focusWidget() == field);
+        QTest::keyClick(window.windowHandle(), Qt::Key_Space);
+        QTest::qWait(150); // longer than a button that is clicked by a key stays down
+        EXPECT_TRUE(window.isVisible());
+
+        // So it does when it comes back without a focus.
+        if (field)
+            field->clearFocus();
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_FALSE(qobject_cast<QAbstractButton *>(QApplication::focusWidget()));
+    }
 }
 
 TEST(NSWindow, buttons_are_coloured_while_it_is_active_and_lose_it_otherwise)
@@ -482,61 +535,6 @@ TEST(NSWindow, arrow_keys_move_and_size_it_from_the_menu)
     EXPECT_EQ(shown.window.geometry(), before.adjusted(0, 0, 0, 8));
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
-
-// The desktop's setting for a double click
-
-struct Setting
-{
-    const char *name;
-    const char *desktop;
-    const char *value;
-    Pellarvine::detail::WindowManager::TitleBarAction action;
-};
-
-class DoubleClickSetting : public testing::TestWithParam<Setting>
-{ };
-
-TEST_P(DoubleClickSetting, is_read)
-{
-    const QTemporaryDir folder;
-    const QByteArray path = qgetenv("PATH");
-    const auto restore = qScopeGuard([&] {
-        qputenv("PATH", path);
-        qunsetenv("XDG_CURRENT_DESKTOP");
-        qunsetenv("XDG_CONFIG_HOME");
-    });
-    qputenv("PATH", folder.path().toUtf8() + ':' + path);
-    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
-    qputenv("XDG_CURRENT_DESKTOP", GetParam().desktop);
-    QFile command(folder.filePath(u"gsettings"_s));
-    ASSERT_TRUE(command.open(QIODevice::WriteOnly));
-    command.write(QByteArray("#!/bin/sh\necho \"'") + GetParam().value + "'\"\n");
-    command.close();
-    command.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    QFile file(folder.filePath(u"kwinrc"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray("[Windows]\nTitlebarDoubleClickCommand=") + GetParam().value + '\n');
-    file.close();
-    EXPECT_EQ(Pellarvine::detail::WindowManager::doubleClickAction(), GetParam().action);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-        , DoubleClickSetting,
-        testing::Values(Setting { "zoom", "ubuntu:GNOME", "toggle-maximize",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::zoom },
-                        Setting { "minimise", "GNOME", "minimize",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::miniaturize },
-                        Setting { "menu", "GNOME", "menu",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::windowMenu },
-                        Setting { "nothing", "GNOME", "none",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::none },
-                        Setting { "minimise_elsewhere", "KDE", "Minimize",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::miniaturize },
-                        Setting { "nothing_elsewhere", "KDE", "Nothing",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::none },
-                        Setting { "no_setting", "Other", "none",
-                                  Pellarvine::detail::WindowManager::TitleBarAction::zoom }),
-        [](const auto &test) { return test.param.name; });
 
 TEST(NSWindow, native_decorations_leave_title_and_buttons_to_the_desktop)
 {

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "View/DesktopSettings.h"
+
+#include <QColor>
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+#include <QFile>
+#include <QMap>
+#include <QPointer>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+using Groups = QMap<QString, QVariantMap>;
+
+namespace Pellarvine::detail {
+
+namespace {
+
+const QString service = u"org.freedesktop.portal.Desktop"_s;
+const QString path = u"/org/freedesktop/portal/desktop"_s;
+const QString settings = u"org.freedesktop.portal.Settings"_s;
+
+const QStringList groups { u"org.freedesktop.appearance"_s, u"org.gnome.desktop.wm.preferences"_s };
+
+// A colour is three numbers from 0 to 1; others mean that there is none.
+QVariant plainValue(const QVariant &value)
+{
+    if (value.userType() != qMetaTypeId<QDBusArgument>())
+        return value;
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != "(ddd)"_L1)
+        return {};
+    double red = -1.0;
+    double green = -1.0;
+    double blue = -1.0;
+    argument.beginStructure();
+    argument >> red >> green >> blue;
+    argument.endStructure();
+    const auto isShare = [](double number) {
+        return number >= 0.0 && number <= 1.0;
+    };
+    if (!isShare(red) || !isShare(green) || !isShare(blue))
+        return {};
+    return QColor::fromRgbF(float(red), float(green), float(blue));
+}
+
+} // namespace
+
+DesktopSettings::DesktopSettings()
+    : QObject(qApp)
+{ }
+
+DesktopSettings &DesktopSettings::instance()
+{
+    static QPointer<DesktopSettings> settings; // a program may have one application after another
+    if (!settings)
+        settings = new DesktopSettings;
+    return *settings;
+}
+
+void DesktopSettings::start()
+{
+    // Without either, looking for a bus would try to start one.
+    const bool hasBus = qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")
+                        || QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus"_L1);
+    if (hasBus && !m_hasStarted)
+        start(QDBusConnection::sessionBus());
+}
+
+void DesktopSettings::start(QDBusConnection bus)
+{
+    if (!bus.isConnected() || std::exchange(m_hasStarted, true))
+        return;
+    qDBusRegisterMetaType<Groups>();
+    // As a message: with the arguments as parameters, Qt 6.4 drops signals until the program has
+    // sent such a variant itself.
+    bus.connect(service, path, settings, u"SettingChanged"_s, this,
+                SLOT(settingChanged(QDBusMessage)));
+    QDBusMessage call = QDBusMessage::createMethodCall(service, path, settings, u"ReadAll"_s);
+    call.setArguments({ groups });
+    auto *const watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const QDBusPendingReply<Groups> reply = *watcher;
+        if (reply.isError())
+            return; // a desktop without a portal
+        const Groups answer = reply.value();
+        for (auto group = answer.begin(); group != answer.end(); ++group) {
+            for (auto entry = group->begin(); entry != group->end(); ++entry)
+                take(group.key(), entry.key(), entry.value());
+        }
+    });
+}
+
+QVariant DesktopSettings::value(const QString &group, const QString &key) const
+{
+    return m_values.value(group + u' ' + key);
+}
+
+void DesktopSettings::settingChanged(const QDBusMessage &message)
+{
+    if (message.signature() != "ssv"_L1)
+        return;
+    const QList<QVariant> arguments = message.arguments();
+    const QString group = arguments[0].toString();
+    if (groups.contains(group))
+        take(group, arguments[1].toString(), arguments[2].value<QDBusVariant>().variant());
+}
+
+void DesktopSettings::take(const QString &group, const QString &key, const QVariant &told)
+{
+    const QVariant value = plainValue(told);
+    QVariant &known = m_values[group + u' ' + key];
+    if (known == value)
+        return;
+    known = value;
+    Q_EMIT changed(group, key, value);
+}
+
+} // namespace Pellarvine::detail

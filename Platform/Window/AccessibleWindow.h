@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "View/AccessibleControl.h"
+
+namespace Pellarvine::detail {
+
+/// A window for screen readers: with the role of one, and without the border, which is nothing but
+/// a drawing.
+class AccessibleWindow : public AccessibleControl
+{
+public:
+    explicit AccessibleWindow(QWidget *window)
+        : AccessibleControl(window, QAccessible::Window)
+    { }
+
+    int childCount() const override;
+    QAccessibleInterface *child(int index) const override;
+    int indexOfChild(const QAccessibleInterface *child) const override;
+
+private:
+    int borderIndex() const;
+};
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Window/NSWindow.h"
+
+#include <QObject>
+#include <QPointer>
+
+QT_FORWARD_DECLARE_CLASS(QCloseEvent)
+
+namespace Pellarvine::detail {
+
+/// Keeps a window's content view in step with the window, so that a main window works as content:
+/// the content is asked before the window closes and closes the window when it closes itself; its
+/// title, modified mark, icon and document are the window's, and so is its state (full screen).
+class WindowContent : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit WindowContent(NS::Window *window);
+
+    QWidget *view() const { return m_view; }
+    /// Null ends it. What the window has of its own stays until the view changes its own.
+    void setView(QWidget *view);
+
+    /// Whether the view agrees to be closed.
+    bool agreesToClose();
+    /// The window has closed: deletes a view that wants to be deleted then.
+    void windowHasClosed();
+    /// Passes the window's state on to the view.
+    void takeWindowState();
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    enum Occasion {
+        adoption, ///< the window's own values go first
+        change
+    };
+
+    bool closeWindow();
+    void passOn(Occasion occasion);
+    void passOnState();
+
+    NS::Window *m_window;
+    QPointer<QWidget> m_view;
+    bool m_isAsking = false;
+    bool m_isPassingOn = false;
+    bool m_isPassingState = false;
+    bool m_hasTitle = false; // the view gave the window its title once
+    bool m_hasDocument = false;
+};
+
+} // namespace Pellarvine::detail

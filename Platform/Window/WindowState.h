@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Base/Global.h"
+
+#include <QByteArray>
+
+namespace Pellarvine::detail {
+
+/// Whether `state` is one that QWidget::saveGeometry() has written, from the first byte to the
+/// last, with sizes that a window can have. QWidget::restoreGeometry() takes what a truncated one
+/// lacks for 0.
+bool isWholeWindowState(const QByteArray &state);
+
+} // namespace Pellarvine::detail

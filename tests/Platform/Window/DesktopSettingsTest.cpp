@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: MIT
+// What the user has set for the desktop, told by a portal on a bus of the test's own, or in a file.
+#include "View/DesktopSettings.h"
+
+#include "Drawing/Shades.h"
+#include "View/ColorSchemeFollower.h"
+#include "Window/TitleBarAction.h"
+
+#include <pellarvine/Platform/NSWindow.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMetaType>
+#include <QDBusVariant>
+#include <QFile>
+#include <QProcess>
+#include <QScopeGuard>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWindow>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using Pellarvine::detail::ColorSchemeFollower;
+using Pellarvine::detail::DesktopSettings;
+using Pellarvine::detail::isDark;
+using Pellarvine::detail::TitleBarAction;
+using Pellarvine::detail::titleBarAction;
+using Pellarvine::detail::TitleBarClick;
+using Groups = QMap<QString, QVariantMap>;
+
+namespace {
+
+const QString preferences = u"org.gnome.desktop.wm.preferences"_s;
+const QString appearance = u"org.freedesktop.appearance"_s;
+
+struct Accent
+{
+    double red;
+    double green;
+    double blue;
+};
+
+[[maybe_unused]] QDBusArgument &operator<<(QDBusArgument &argument, const Accent &accent)
+{
+    argument.beginStructure();
+    argument << accent.red << accent.green << accent.blue;
+    argument.endStructure();
+    return argument;
+}
+
+[[maybe_unused]] const QDBusArgument &operator>>(const QDBusArgument &argument, Accent &accent)
+{
+    argument.beginStructure();
+    argument >> accent.red >> accent.green >> accent.blue;
+    argument.endStructure();
+    return argument;
+}
+
+class Portal : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+
+public:
+    Groups settings;
+
+public Q_SLOTS:
+    QMap<QString, QVariantMap> ReadAll(const QStringList &groups) // NOLINT: its name on the bus
+    {
+        Groups asked;
+        for (const QString &group : groups) {
+            if (settings.contains(group))
+                asked.insert(group, settings.value(group));
+        }
+        return asked;
+    }
+
+Q_SIGNALS:
+    void SettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+};
+
+} // namespace
+
+// A session bus with a portal, and the program's connection to it.
+class DesktopSettingsTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (QStandardPaths::findExecutable(u"dbus-daemon"_s).isEmpty())
+            GTEST_SKIP() << "dbus-daemon is not installed";
+        m_daemon.start(u"dbus-daemon"_s, { u"--session"_s, u"--nofork"_s, u"--print-address=1"_s });
+        QByteArray address;
+        ASSERT_TRUE(QTest::qWaitFor(
+                [&] {
+                    address += m_daemon.readAllStandardOutput();
+                    return address.endsWith('\n');
+                },
+                30'000));
+        m_address = QString::fromLatin1(address.trimmed());
+        qDBusRegisterMetaType<Groups>();
+        qDBusRegisterMetaType<Accent>();
+        QDBusConnection desktop = QDBusConnection::connectToBus(m_address, u"portal"_s);
+        ASSERT_TRUE(desktop.registerService(u"org.freedesktop.portal.Desktop"_s));
+        ASSERT_TRUE(desktop.registerObject(u"/org/freedesktop/portal/desktop"_s, &portal,
+                                           QDBusConnection::ExportAllSlots
+                                                   | QDBusConnection::ExportAllSignals));
+    }
+    void TearDown() override
+    {
+        delete &DesktopSettings::instance(); // the next one starts anew
+        QDBusConnection::disconnectFromBus(u"portal"_s);
+        QDBusConnection::disconnectFromBus(u"program"_s);
+        m_daemon.terminate();
+        m_daemon.waitForFinished();
+    }
+    void start()
+    {
+        DesktopSettings::instance().start(QDBusConnection::connectToBus(m_address, u"program"_s));
+    }
+    void change(const QString &group, const QString &key, const QVariant &value)
+    {
+        Q_EMIT portal.SettingChanged(group, key, QDBusVariant(value));
+    }
+
+    Portal portal;
+
+private:
+    QProcess m_daemon;
+    QString m_address;
+};
+
+TEST_F(DesktopSettingsTest, clicks_on_title_bars_do_what_the_user_has_set)
+{
+    portal.settings[preferences][u"action-double-click-titlebar"_s] = u"minimize"_s;
+    portal.settings[preferences][u"action-right-click-titlebar"_s] = u"lower"_s;
+    EXPECT_EQ(titleBarAction(TitleBarClick::doubleClick), TitleBarAction::zoom);
+    EXPECT_EQ(titleBarAction(TitleBarClick::middle), TitleBarAction::none);
+    EXPECT_EQ(titleBarAction(TitleBarClick::right), TitleBarAction::windowMenu);
+    start();
+    EXPECT_TRUE(QTest::qWaitFor([] {
+        return titleBarAction(TitleBarClick::doubleClick) == TitleBarAction::miniaturize
+               && titleBarAction(TitleBarClick::right) == TitleBarAction::lower;
+    }));
+    change(preferences, u"action-middle-click-titlebar"_s, u"toggle-maximize"_s);
+    EXPECT_TRUE(QTest::qWaitFor(
+            [] { return titleBarAction(TitleBarClick::middle) == TitleBarAction::zoom; }));
+    NS::Window window;
+    window.show();
+    QTest::mouseClick(window.windowHandle(), Qt::MiddleButton, {}, { 300, 11 });
+    EXPECT_TRUE(window.isMaximized());
+}
+
+TEST_F(DesktopSettingsTest, the_palette_follows_scheme_and_accent_while_it_is_asked_to)
+{
+    const QPalette before = QApplication::palette();
+    ASSERT_FALSE(isDark(before));
+    const auto restore = qScopeGuard([&] { QApplication::setPalette(before); });
+    portal.settings[appearance][u"color-scheme"_s] = 1U;
+    start();
+    {
+        const ColorSchemeFollower follower;
+        EXPECT_TRUE(QTest::qWaitFor([] { return isDark(QApplication::palette()); }));
+        change(appearance, u"accent-color"_s, QVariant::fromValue(Accent { 1.0, 0.5, 0.0 }));
+        const QColor orange = QColor::fromRgbF(1.0F, 0.5F, 0.0F);
+        EXPECT_TRUE(QTest::qWaitFor(
+                [&] { return QApplication::palette().color(QPalette::Highlight) == orange; }));
+        // Numbers that are no colour.
+        change(appearance, u"accent-color"_s, QVariant::fromValue(Accent { -1.0, 0.5, 7.0 }));
+        EXPECT_TRUE(QTest::qWaitFor(
+                [&] { return QApplication::palette().color(QPalette::Highlight) != orange; }));
+        EXPECT_TRUE(isDark(QApplication::palette()));
+        change(appearance, u"color-scheme"_s, 0U);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::palette() == before; }));
+        change(appearance, u"color-scheme"_s, 1U);
+        EXPECT_TRUE(QTest::qWaitFor([] { return isDark(QApplication::palette()); }));
+    }
+    EXPECT_EQ(QApplication::palette(), before);
+}
+
+struct KwinSetting
+{
+    const char *name;
+    const char *group;
+    const char *entry;
+    TitleBarClick click;
+    TitleBarAction action;
+};
+
+class KwinSettings : public testing::TestWithParam<KwinSetting>
+{ };
+
+TEST_P(KwinSettings, are_read_from_its_file)
+{
+    const QTemporaryDir folder;
+    const auto restore = qScopeGuard([] {
+        qunsetenv("XDG_CURRENT_DESKTOP");
+        qunsetenv("XDG_CONFIG_HOME");
+    });
+    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+    qputenv("XDG_CURRENT_DESKTOP", "KDE");
+    QFile file(folder.filePath(u"kwinrc"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray("[") + GetParam().group + "]\n" + GetParam().entry + '\n');
+    file.close();
+    EXPECT_EQ(titleBarAction(GetParam().click), GetParam().action);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+        , KwinSettings,
+        testing::Values(KwinSetting { "double_click", "Windows",
+                                      "TitlebarDoubleClickCommand=Minimize",
+                                      TitleBarClick::doubleClick, TitleBarAction::miniaturize },
+                        KwinSetting { "double_click_for_nothing", "Windows",
+                                      "TitlebarDoubleClickCommand=Nothing",
+                                      TitleBarClick::doubleClick, TitleBarAction::none },
+                        KwinSetting { "middle", "MouseBindings", "CommandActiveTitlebar2=Lower",
+                                      TitleBarClick::middle, TitleBarAction::lower },
+                        KwinSetting { "right", "MouseBindings", "CommandActiveTitlebar3=Maximize",
+                                      TitleBarClick::right, TitleBarAction::zoom },
+                        KwinSetting { "unknown", "MouseBindings", "CommandActiveTitlebar3=Shade",
+                                      TitleBarClick::right, TitleBarAction::windowMenu }),
+        [](const auto &test) { return test.param.name; });
+
+#include "DesktopSettingsTest.moc"

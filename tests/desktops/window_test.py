@@ -1,0 +1,250 @@
+# SPDX-License-Identifier: MIT
+"""The gallery's window on real desktops, operated with pointer and keys. script/test-desktops runs
+this; with PICTURES set to a folder, it leaves pictures there."""
+import os
+import shutil
+import sys
+import tempfile
+import time
+import unittest
+
+try:
+    import gi  # noqa: F401, pylint: disable=unused-import
+    import dbus  # noqa: F401, pylint: disable=unused-import
+except ImportError as error:
+    sys.exit('script/test-desktops needs python3-dbus and python3-gi: %s' % error)
+
+import gnome
+import kwin
+import screenreader
+import sway
+import x11
+
+GALLERY = os.path.abspath(os.environ.get('GALLERY', 'build/dev/bin/gallery'))
+PICTURES = os.environ.get('PICTURES')
+TITLE = 'Pellarvine Gallery'
+EMPTY_PLACE = (450, 14)  # of the title bar
+PAGES = ('container', 'bindings', 'colours', 'fonts', 'markup', 'drawing', 'layout', 'borders',
+         'inspector', 'segments', 'labels', 'popovers', 'images', 'colour-picker', 'titlebar',
+         'navigation', 'about', 'tickets')
+EDGE = 2  # how far inside the visible window a drag of an edge begins
+
+
+def near(one, other, distance=14):
+    return all(abs(a - b) <= distance for a, b in zip(one, other))
+
+
+class WindowOnDesktop:
+    """A session of a desktop for each class of cases, and the gallery on it."""
+    desktop = None
+
+    @classmethod
+    def setUpClass(cls):
+        missing = cls.desktop.missing()
+        if missing:
+            raise unittest.SkipTest('%s: %s is not installed' % (cls.desktop.NAME, missing))
+        cls.folder = tempfile.mkdtemp(prefix='desktop-')
+        cls.session = cls.desktop(os.path.join(cls.folder, 'session'))
+        try:
+            cls.session.__enter__()
+        except BaseException:
+            shutil.rmtree(cls.folder, ignore_errors=True)
+            raise
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.session.__exit__()
+        shutil.rmtree(cls.folder, ignore_errors=True)
+
+    def setUp(self):
+        self.session.move(self.session.size[0] - 20, self.session.size[1] - 20)
+
+    def open(self, *arguments):
+        process = self.session.launch([GALLERY, *arguments])
+
+        def end():
+            process.terminate()
+            process.wait(10)
+        self.addCleanup(end)
+        self.session.shown_window(TITLE)
+        time.sleep(1)
+        self.program = screenreader.program(self.session, 'gallery')
+        return self.settled()
+
+    def settled(self):
+        return self.session.settled_window(TITLE)
+
+    def at(self, x, y):
+        """A place in the window; negative numbers count from the right and the lower edge."""
+        left, top, width, height = self.session.window(TITLE).frame
+        return (left + x + (width if x < 0 else 0), top + y + (height if y < 0 else 0))
+
+    def click_on(self, role, name):
+        self.session.click(*self.program.find(role, name).center(TITLE))
+
+    def picture(self, name):
+        if PICTURES:
+            self.session.picture(os.path.join(PICTURES, '%s-%s.png'
+                                              % (self.desktop.__name__.lower(), name)))
+
+    def expect_frame(self, wanted, what):
+        frame = self.settled().frame
+        self.assertTrue(near(frame, wanted), '%s: %s instead of %s' % (what, frame, wanted))
+
+
+class WindowManners:
+    """What every window does on every desktop."""
+
+    def test_moves_by_its_title_bar(self):
+        x, y, width, height = self.open().frame
+        self.picture('window')
+        self.session.drag(self.at(*EMPTY_PLACE), (60, 40))
+        self.expect_frame((x + 60, y + 40, width, height), 'moved')
+
+    def test_resizes_by_eight_edges(self):
+        self.open()
+        middle = (400, 300)
+        for name, place, by, change in (
+                ('right', (-EDGE, middle[1]), (50, 0), (0, 0, 50, 0)),
+                ('left', (EDGE, middle[1]), (30, 0), (30, 0, -30, 0)),
+                ('top', (middle[0], EDGE), (0, 30), (0, 30, 0, -30)),
+                ('bottom', (middle[0], -EDGE), (0, -40), (0, 0, 0, -40)),
+                ('top left', (EDGE, EDGE), (-20, -20), (-20, -20, 20, 20)),
+                ('top right', (-EDGE, EDGE), (-30, 20), (0, 20, -30, -20)),
+                ('bottom left', (EDGE, -EDGE), (-20, 20), (-20, 0, 20, 20)),
+                ('bottom right', (-EDGE, -EDGE), (30, 20), (0, 0, 30, 20))):
+            with self.subTest(name):
+                before = self.settled().frame
+                self.session.drag(self.at(*place), by)
+                self.expect_frame([a + b for a, b in zip(before, change)], name)
+
+    def test_maximises_by_a_double_click_and_comes_back(self):
+        before = self.open().frame
+        self.session.click(*self.at(*EMPTY_PLACE), times=2)
+        window = self.settled()
+        self.picture('maximised')
+        if not self.is_filling(window):
+            self.skipTest('this desktop does not maximise floating windows')
+        self.session.click(*self.at(*EMPTY_PLACE), times=2)
+        self.expect_frame(before, 'restored')
+
+    def test_a_drag_of_the_maximised_window_keeps_its_normal_size(self):
+        before = self.open().frame
+        self.session.click(*self.at(*EMPTY_PLACE), times=2)
+        if not self.is_filling(self.settled()):
+            self.skipTest('this desktop does not maximise floating windows')
+        self.session.drag(self.at(700, 14), (40, 200))
+        if self.is_filling(self.settled()):  # the desktop does not move it
+            self.session.click(*self.at(*EMPTY_PLACE), times=2)
+        frame = self.settled().frame
+        self.assertTrue(near(frame[2:], before[2:]), '%s instead of %s' % (frame, before))
+
+    def is_filling(self, window):
+        return window.maximized or window.width > 0.95 * self.session.size[0]
+
+    def test_fills_the_screen_and_comes_back(self):
+        before = self.open().frame
+        self.session.press('F11')
+        window = self.settled()
+        self.assertTrue(window.full_screen)
+        self.assertEqual((window.width, window.height), self.session.size)
+        self.picture('full-screen')
+        self.session.press('F11')
+        self.expect_frame(before, 'restored')
+        self.assertFalse(self.settled().full_screen)
+
+    def test_is_tiled_by_keys_and_a_drag_off_brings_its_size_back(self):
+        if not self.desktop.CAN_TILE:
+            self.skipTest('this desktop does not tile floating windows')
+        before = self.open().frame
+        self.session.press('Super+Left')
+        window = self.settled()
+        self.picture('tiled')
+        self.assertAlmostEqual(window.width, self.session.size[0] / 2, delta=3)
+        self.session.drag(self.at(300, 14), (200, 150))
+        self.assertTrue(near(self.settled().frame[2:], before[2:]))
+
+    def test_is_minimised_by_its_button(self):
+        if not self.desktop.CAN_MINIMIZE:
+            self.skipTest('this desktop does not minimise')
+        self.open()
+        self.click_on('push button', 'Minimise')
+        time.sleep(0.5)
+        self.assertTrue(self.settled().minimized)
+
+    def test_shows_a_window_menu_that_esc_closes(self):
+        before = self.open().frame
+        for opening in (lambda: self.session.click(*self.at(*EMPTY_PLACE), button='right'),
+                        lambda: self.session.press('Alt+Space')):
+            opening()
+            time.sleep(0.4)
+            self.picture('menu')
+            self.session.press('Esc')
+            self.expect_frame(before, 'after the menu')
+
+    def test_closes_by_its_button(self):
+        self.open()
+        self.click_on('push button', 'Close')
+        time.sleep(1)
+        self.assertIsNone(self.session.window(TITLE))
+
+    def test_one_key_closes_one_thing(self):
+        self.open('--page', 'popovers')
+        self.click_on('push button', 'Filter')
+        time.sleep(0.4)
+        self.picture('popover')
+        for key in ('Esc', 'Return'):
+            with self.subTest(key):
+                self.click_on('combo box', 'Everything')
+                time.sleep(0.6)
+                self.session.press(key)
+                time.sleep(0.4)
+                self.assertTrue(self.program.find_all('dialog'), 'the popover closed too')
+        # Where the list's end takes the keyboard away, the next key brings it back.
+        self.session.press('Shift', 'Esc')
+        time.sleep(0.4)
+        self.assertFalse(self.program.find_all('dialog'))
+
+
+class TiledWindow:
+    """A window that the desktop has tiled, where the program has no say in its size."""
+
+    def test_an_edge_does_not_resize_it_by_hand(self):
+        before = self.open().frame
+        self.assertEqual(before[2:], self.session.size)
+        self.session.drag(self.at(-EDGE, 300), (-120, 0))
+        self.assertEqual(self.settled().frame, before)
+        x, y, width, _ = self.program.children()[0].extents()
+        self.assertEqual(width, before[2], 'the program resized its window')
+
+
+class NamedWidgets:
+    """What screen readers find, which is the same on every desktop."""
+
+    def test_the_window_and_everything_that_takes_the_focus_have_names_on_every_page(self):
+        for page in PAGES:
+            with self.subTest(page):
+                try:
+                    self.open('--page', page)
+                    nameless = ['%s at %s' % (item, item.extents()) for item in self.program.all()
+                                if item.is_focusable and item.is_showing and not item.name]
+                    self.assertEqual(nameless, [])
+                    window = self.program.children()[0]
+                    self.assertIn(window.role, ('window', 'frame'))
+                    self.assertEqual(window.name, TITLE)
+                finally:
+                    self.doCleanups()  # one program at a time
+
+
+def _case(desktop, cases=WindowManners):
+    bases = (cases, WindowOnDesktop, unittest.TestCase)
+    return type(desktop.__name__ + cases.__name__, bases, {'desktop': desktop})
+
+
+CASES = [_case(desktop) for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway,
+                                        x11.Openbox)]
+CASES += [_case(sway.TilingSway, TiledWindow), _case(x11.Openbox, NamedWidgets)]
+globals().update({case.__name__: case for case in CASES})
+
+if __name__ == '__main__':
+    unittest.main(warnings='ignore')
