@@ -140,6 +140,13 @@
     </message>
 </context>
 <context>
+    <name>Pellarvine::ColorPickerViewController</name>
+    <message>
+        <source>Colours</source>
+        <translation type="unfinished">Farben</translation>
+    </message>
+</context>
+<context>
     <name>Pellarvine::CryptorError</name>
     <message>
         <source>This is not an encrypted container.</source>
@@ -374,6 +381,17 @@
     <message>
         <source>Versions of the document</source>
         <translation>Versionen des Dokuments</translation>
+    </message>
+    <message>
+        <source>Leave full screen</source>
+        <translation>Vollbild verlassen</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::detail::TitleBarView</name>
+    <message>
+        <source>Title bar</source>
+        <translation>Titelleiste</translation>
     </message>
 </context>
 <context>

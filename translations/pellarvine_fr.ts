@@ -140,6 +140,13 @@
     </message>
 </context>
 <context>
+    <name>Pellarvine::ColorPickerViewController</name>
+    <message>
+        <source>Colours</source>
+        <translation type="unfinished">Couleurs</translation>
+    </message>
+</context>
+<context>
     <name>Pellarvine::CryptorError</name>
     <message>
         <source>This is not an encrypted container.</source>
@@ -374,6 +381,17 @@
     <message>
         <source>Versions of the document</source>
         <translation>Versions du document</translation>
+    </message>
+    <message>
+        <source>Leave full screen</source>
+        <translation>Quitter le plein écran</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::detail::TitleBarView</name>
+    <message>
+        <source>Title bar</source>
+        <translation>Barre de titre</translation>
     </message>
 </context>
 <context>
