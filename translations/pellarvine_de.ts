@@ -143,7 +143,7 @@
     <name>Pellarvine::ColorPickerViewController</name>
     <message>
         <source>Colours</source>
-        <translation type="unfinished">Farben</translation>
+        <translation>Farben</translation>
     </message>
 </context>
 <context>

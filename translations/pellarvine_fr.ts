@@ -143,7 +143,7 @@
     <name>Pellarvine::ColorPickerViewController</name>
     <message>
         <source>Colours</source>
-        <translation type="unfinished">Couleurs</translation>
+        <translation>Couleurs</translation>
     </message>
 </context>
 <context>
