@@ -73,7 +73,8 @@ public:
     /// call.
     QAction *backAction();
     /// Whether Alt+Left, the mouse's Back button and Esc go back while the focus, or the pointer,
-    /// is inside this controller's view. Esc does so only if no widget has taken it. Default: false.
+    /// is inside this controller's view. Esc does so only if no widget has taken it. Default:
+    /// false.
     bool isBackInputEnabled() const;
     void setBackInputEnabled(bool isEnabled);
 

@@ -22,8 +22,8 @@ namespace Pellarvine {
 
 namespace {
 
-// Estimates below `weakBelow` bits fall to one machine in days, since the container's key derivation
-// costs an attacker 14 bits more; six words of the list have 77.
+// Estimates below `weakBelow` bits fall to one machine in days, since the container's key
+// derivation costs an attacker 14 bits more; six words of the list have 77.
 constexpr int weakBelow = 50;
 constexpr int strongFrom = 70;
 

@@ -17,9 +17,9 @@ namespace Pellarvine {
 ///         notebook->seal(dialog.takePassphrase());
 ///
 /// If an existing passphrase was wrong, call setError() and exec() again. Return accepts once the
-/// passphrase is complete, Esc rejects. The dialog stores the passphrase nowhere. When it closes, it
-/// overwrites the memory of its fields and empties them; copies in Qt's undo history and in the input
-/// method are out of its reach. Main thread only.
+/// passphrase is complete, Esc rejects. The dialog stores the passphrase nowhere. When it closes,
+/// it overwrites the memory of its fields and empties them; copies in Qt's undo history and in the
+/// input method are out of its reach. Main thread only.
 class PELLARVINE_EXPORT PassphraseDialog : public QDialog
 {
     Q_OBJECT
@@ -49,8 +49,8 @@ public:
     QString error() const;
     void setError(const QString &error);
 
-    /// The passphrase of an accepted dialog, else an empty text. The dialog keeps no copy; the caller
-    /// wipes the text after use.
+    /// The passphrase of an accepted dialog, else an empty text. The dialog keeps no copy; the
+    /// caller wipes the text after use.
     QString takePassphrase();
 
     void done(int result) override;

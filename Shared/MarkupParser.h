@@ -73,8 +73,8 @@ public:
     /// and an argument that cannot be read has a fallback: black, no kerning, the base font.
     NS::AttributedString parse(const QString &string) const;
 
-    /// Parses `format` and puts the arguments in the places of `%1` to `%99`, as they are: plain text
-    /// in the style of its place, whatever markup it may contain.
+    /// Parses `format` and puts the arguments in the places of `%1` to `%99`, as they are: plain
+    /// text in the style of its place, whatever markup it may contain.
     ///
     ///     parser.styled(tr("**%1** could not be moved to `%2`"), { fileName, folder });
     ///

@@ -15,8 +15,8 @@ using detail::PatternMatch;
 namespace {
 
 /// Asks a rule for the attributes of one match after another, but none of the nine twice in a row
-/// for the same captures: those depend on the captures alone. Keeps the memory of the captured texts
-/// from match to match.
+/// for the same captures: those depend on the captures alone. Keeps the memory of the captured
+/// texts from match to match.
 class AttributeProvider
 {
 public:

@@ -66,8 +66,8 @@ constexpr double commonBits = 7; // one of about 100
 constexpr QStringView keyRows[] = { u"1234567890", u"qwertyuiop", u"qwertzuiop", u"azertyuiop",
                                     u"asdfghjkl",  u"zxcvbnm",    u"yxcvbnm" };
 
-// Whether `second` is guessed once `first` is known: the same, its neighbour on the keyboard, or its
-// neighbour in the alphabet.
+// Whether `second` is guessed once `first` is known: the same, its neighbour on the keyboard, or
+// its neighbour in the alphabet.
 bool isExpectedAfter(QChar first, QChar second)
 {
     if (std::abs(int(first.unicode()) - int(second.unicode())) <= 1)

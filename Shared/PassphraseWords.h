@@ -16,8 +16,8 @@
 /// The functions may be called from any thread.
 namespace Pellarvine {
 
-/// `words` random words, at least 1, joined by hyphens. Each is one of 7776 English words of four to
-/// eight letters and adds 12.9 bits of entropy. The choice comes from secureRandomData().
+/// `words` random words, at least 1, joined by hyphens. Each is one of 7776 English words of four
+/// to eight letters and adds 12.9 bits of entropy. The choice comes from secureRandomData().
 PELLARVINE_EXPORT QString generatedPassphrase(int words = 6);
 
 /// An estimate of the entropy in bits: the base-2 logarithm of the guesses that an attacker needs

@@ -25,7 +25,8 @@ class PELLARVINE_PRIVATE_EXPORT XmlReader : public QXmlStreamReader
 public:
     explicit XmlReader(const QByteArray &contents);
 
-    /// As QXmlStreamReader::readNext(), with an error for a document type declaration with contents.
+    /// As QXmlStreamReader::readNext(), with an error for a document type declaration with
+    /// contents.
     TokenType readNext();
 
     /// To be called once readNext() has been. Raises an error for text that is not white space.

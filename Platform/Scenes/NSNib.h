@@ -61,9 +61,9 @@ public:
     /// awakeFromNib() throws is passed on likewise.
     QWidget *instantiate(QObject *owner = nullptr, QWidget *parent = nullptr) const;
 
-    /// Checks the file without an owner: makes the objects, as instantiate() does, and deletes them.
-    /// Entries that begin at the owner are compared with `ownerClass`, as far as its own properties
-    /// and methods go; not at all if that is null. Nothing is awakened. Throws NibError.
+    /// Checks the file without an owner: makes the objects, as instantiate() does, and deletes
+    /// them. Entries that begin at the owner are compared with `ownerClass`, as far as its own
+    /// properties and methods go; not at all if that is null. Nothing is awakened. Throws NibError.
     void check(const QMetaObject *ownerClass = nullptr) const;
 
     /// The file of that name, with or without ".ui" and perhaps a folder: in the resources at ":/",

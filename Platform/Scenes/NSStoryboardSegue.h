@@ -51,9 +51,9 @@ public:
     /// @}
 
     /// Shows a view controller's view in a window of its own, which lies above the source's window.
-    /// It has the controller's title, unless that is empty, and keeps a frame of its own. Source and
-    /// destination end with each other: the destination becomes a QObject child of the source, and
-    /// is deleted when the window is closed. Does nothing for a destination of another kind.
+    /// It has the controller's title, unless that is empty, and keeps a frame of its own. Source
+    /// and destination end with each other: the destination becomes a QObject child of the source,
+    /// and is deleted when the window is closed. Does nothing for a destination of another kind.
     virtual void perform();
 
     // The classes that storyboards can name
