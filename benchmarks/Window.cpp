@@ -66,5 +66,5 @@ int main(int argc, char **argv)
                              .subject = "window/gallery",
                              .baseline = "window/empty",
                              .kind = Goal::timeAtMost,
-                             .limit = 1.3 } });
+                             .limit = 1.15 } });
 }
