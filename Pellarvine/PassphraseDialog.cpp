@@ -169,7 +169,7 @@ PassphraseDialog::PassphraseDialog(Purpose purpose, QWidget *parent)
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     if (d->creates()) {
-        auto *const suggest = buttons->addButton(tr("M&ake One Up"), QDialogButtonBox::ActionRole);
+        auto *const suggest = buttons->addButton(tr("Ma&ke One Up"), QDialogButtonBox::ActionRole);
         suggest->setToolTip(tr("Six random words"));
         suggest->setAutoDefault(false);
         connect(suggest, &QPushButton::clicked, this, [this] {

@@ -219,7 +219,7 @@
         <translation>Die Feststelltaste ist aktiv.</translation>
     </message>
     <message>
-        <source>M&amp;ake One Up</source>
+        <source>Ma&amp;ke One Up</source>
         <translation>Aus&amp;denken</translation>
     </message>
     <message>

@@ -219,7 +219,7 @@
         <translation>Le verrouillage des majuscules est actif.</translation>
     </message>
     <message>
-        <source>M&amp;ake One Up</source>
+        <source>Ma&amp;ke One Up</source>
         <translation>&amp;Inventer</translation>
     </message>
     <message>

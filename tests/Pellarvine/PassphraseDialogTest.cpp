@@ -82,7 +82,7 @@ TEST_F(PassphraseDialogTest, a_suggestion_is_shown_and_strong)
     EXPECT_EQ(strength->accessibleDescription(), u"Weak"_s);
     const auto buttons = dialog->findChildren<QPushButton *>();
     const auto suggest = std::find_if(buttons.begin(), buttons.end(), [](QPushButton *button) {
-        return button->text() == u"M&ake One Up"_s;
+        return button->text() == u"Ma&ke One Up"_s;
     });
     ASSERT_NE(suggest, buttons.end());
     QTest::mouseClick(*suggest, Qt::LeftButton);
