@@ -56,7 +56,7 @@ bool place(NS::ViewController *controller, NavigationController *navigation)
 {
     const QPointer<NS::ViewController> placed = controller;
     const QPointer<NavigationController> container = navigation;
-    container->addChildViewController(placed);
+    navigation->addChildViewController(controller);
     if (!placed || !container)
         return false;
     QWidget *const contentView = container->contentView();

@@ -19,7 +19,8 @@ ReplaceSegue::~ReplaceSegue() = default;
 
 void ReplaceSegue::perform()
 {
-    const QPointer<NavigationController> navigation = findNavigationController();
+    NavigationController *const found = findNavigationController();
+    const QPointer<NavigationController> navigation = found;
     const QPointer<NS::ViewController> destination =
             qobject_cast<NS::ViewController *>(destinationController());
     if (!destination)
@@ -28,7 +29,7 @@ void ReplaceSegue::perform()
     if (!detail::canBePlaced(destination, navigation))
         return;
     QList<QPointer<NS::ViewController>> stack;
-    for (NS::ViewController *const controller : navigation->navigationStack())
+    for (NS::ViewController *const controller : found->navigationStack())
         stack.append(controller);
     QList<QPointer<NS::ViewController>> removed = detail::takeAway(stack);
     if (navigation && destination && detail::place(destination, navigation))

@@ -86,11 +86,11 @@ public Q_SLOTS:
         // What the program does in between may delete the source, and this with it.
         const QPointer<ViewController> source = m_source;
         const QPointer<QObject> from = sender();
-        const std::shared_ptr<Storyboard> storyboard = source->storyboard();
+        const std::shared_ptr<Storyboard> storyboard = m_source->storyboard();
         const SegueElement &segue = m_segue;
         // Called by Qt's events, which no exception may cross.
         try {
-            if (source->shouldPerformSegue(segue.identifier, from) && source)
+            if (m_source->shouldPerformSegue(segue.identifier, from) && source)
                 storyboard->perform(segue, source, from);
         } catch (const std::exception &error) {
             detail::printWarning(error);

@@ -59,17 +59,17 @@ QString problem(const QString &tag, const QString &kind, const QString &text)
     static const QSet<QString> reals { u"pointf"_s, u"rectf"_s, u"sizef"_s };
     bool isValid = true;
     if (tag == "double"_L1 || tag == "float"_L1 || reals.contains(kind)) {
-        text.toDouble(&isValid);
+        static_cast<void>(text.toDouble(&isValid));
         return isValid ? QString() : u"\"%1\" is no number"_s.arg(text);
     }
     if (wholes.contains(tag))
-        text.toInt(&isValid);
+        static_cast<void>(text.toInt(&isValid));
     else if (tag == "uint"_L1)
-        text.toUInt(&isValid);
+        static_cast<void>(text.toUInt(&isValid));
     else if (tag == "longlong"_L1)
-        text.toLongLong(&isValid);
+        static_cast<void>(text.toLongLong(&isValid));
     else if (tag == "ulonglong"_L1)
-        text.toULongLong(&isValid);
+        static_cast<void>(text.toULongLong(&isValid));
     if (!isValid)
         return u"\"%1\" is no whole number, or out of range"_s.arg(text);
     if (booleans.contains(tag) && text != "true"_L1 && text != "false"_L1)

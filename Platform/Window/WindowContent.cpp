@@ -90,7 +90,7 @@ void WindowContent::takeWindowState()
 
 void WindowContent::passOnState()
 {
-    if (m_isPassingState)
+    if (!m_view || m_isPassingState)
         return;
     const QScopedValueRollback<bool> guard(m_isPassingState, true);
     const Qt::WindowStates state = m_view->windowState() & ~Qt::WindowActive;
