@@ -109,7 +109,7 @@ QString App::deviceModel()
 std::optional<QUrl> App::applicationSupportSubdirectory()
 {
     QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    // The XDG Base Directory Specification has a relative path ignored, which Qt follows.
+    // The XDG base directory rules ignore a relative path, which Qt follows.
     if (QDir::isRelativePath(base))
         base = QDir::homePath() + "/.local/share"_L1;
     QString identifier = NS::Bundle::main().bundleIdentifier();
