@@ -46,15 +46,15 @@ public:
     /// Shows the shared controller's window, or brings it to the front.
     static void show();
 
-    /// App::name(), unless set.
+    /// Default: App::name().
     QString applicationName() const;
     void setApplicationName(const QString &name);
 
-    /// "Version " and App::version(), unless set.
+    /// Default: "Version " and App::version().
     QString applicationVersion() const;
     void setApplicationVersion(const QString &version);
 
-    /// App::copyright(), unless set.
+    /// Default: App::copyright().
     QString applicationCopyright() const;
     void setApplicationCopyright(const QString &copyright);
 

@@ -50,16 +50,16 @@ public:
     CA::Layer *bottomLayer() const;
     /// @}
 
-    /// White unless set.
+    /// Default: white.
     QColor backgroundColor() const;
     void setBackgroundColor(const QColor &color);
 
-    /// Of all four lines, also of those not shown. Black at 25 % opacity unless set.
+    /// Of all four lines, also of those not shown. Default: black at 25 % opacity.
     QColor borderColor() const;
     void setBorderColor(const QColor &color);
 
     /// @{
-    /// All false unless set. A line comes and goes at once; its neighbours take the new room at the
+    /// Default: all false. A line comes and goes at once; its neighbours take the new room at the
     /// next layout pass. Setting again what is set brings back a layer that was moved elsewhere.
     bool hasLeftBorder() const;
     void setHasLeftBorder(bool hasBorder);
@@ -72,7 +72,7 @@ public:
     /// @}
 
     /// Shows the palette's base in place of `backgroundColor`, and its text at 25 % opacity in
-    /// place of `borderColor`, which keep their values. False unless set.
+    /// place of `borderColor`, which keep their values. Default: false.
     bool usesPaletteColors() const;
     void setUsesPaletteColors(bool usesPaletteColors);
 

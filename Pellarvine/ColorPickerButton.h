@@ -33,7 +33,7 @@ public:
     explicit ColorPickerButton(const QRectF &frame, QWidget *parent = nullptr) = delete;
     ~ColorPickerButton() override;
 
-    /// Green unless set. An invalid colour is taken for an opaque black.
+    /// Default: green. An invalid colour is taken for an opaque black.
     QColor color() const;
 
     /// What the popovers show. The button owns it.

@@ -25,7 +25,7 @@ public:
     explicit InspectorSectionTableCellView(QWidget *parent = nullptr);
     ~InspectorSectionTableCellView() override;
 
-    /// Draws in the palette's colours, as `StyleKit` does with a palette. False unless set.
+    /// Draws in the palette's colours, as `StyleKit` does with a palette. Default: false.
     bool usesPaletteColors() const;
     void setUsesPaletteColors(bool usesPaletteColors);
 

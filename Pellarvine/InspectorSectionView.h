@@ -22,7 +22,7 @@ public:
     explicit InspectorSectionView(QWidget *parent = nullptr);
     ~InspectorSectionView() override;
 
-    /// Draws in the palette's colours, as `StyleKit` does with a palette. False unless set.
+    /// Draws in the palette's colours, as `StyleKit` does with a palette. Default: false.
     bool usesPaletteColors() const;
     void setUsesPaletteColors(bool usesPaletteColors);
 

@@ -23,7 +23,7 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 /// calls the matching `pin…` on the receiver. A class that declares that one Q_INVOKABLE, under the
 /// same name and with the same arguments, is asked instead of the function here.
 ///
-/// Lengths are in units of the screen. No widget may be null. Main thread only.
+/// Lengths are in device-independent pixels. No widget may be null. Main thread only.
 namespace NS {
 
 /// The receiver's edges are the view's: leading, trailing, top and bottom.

@@ -31,12 +31,12 @@ public:
     explicit SolidView(QWidget *parent = nullptr);
     ~SolidView() override;
 
-    /// White unless set.
+    /// Default: white.
     QColor backgroundColor() const;
     void setBackgroundColor(const QColor &color);
 
-    /// Of the corners, in units of the screen; 0 unless set. A corner is never more than a quarter
-    /// of a circle within half the shorter side.
+    /// Of the corners, in device-independent pixels; default: 0. A corner is never more than a
+    /// quarter of a circle within half the shorter side.
     double radius() const;
     void setRadius(double radius);
 

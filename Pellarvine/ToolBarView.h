@@ -29,12 +29,12 @@ public:
     explicit ToolBarView(QWidget *parent = nullptr);
     ~ToolBarView() override;
 
-    /// Whether the strip is white, or only the line is drawn and what lies behind shows. True
-    /// unless set.
+    /// Whether the strip is white, or only the line is drawn over what lies behind.
+    /// Default: true.
     bool opaqueBackground() const;
     void setOpaqueBackground(bool isOpaque);
 
-    /// Draws in the palette's colours, as `StyleKit` does with a palette. False unless set.
+    /// Draws in the palette's colours, as `StyleKit` does with a palette. Default: false.
     bool usesPaletteColors() const;
     void setUsesPaletteColors(bool usesPaletteColors);
 

@@ -50,11 +50,11 @@ public:
     ~Window() override;
 
     /// Whether buttons and title stand in the vertical middle of the title bar, or
-    /// `trafficLightVerticalMargin` below its top edge. True unless set.
+    /// `trafficLightVerticalMargin` below its top edge. Default: true.
     bool centerTrafficLightButtons() const;
     void setCenterTrafficLightButtons(bool areCentered);
 
-    /// Hides the title at once. False unless set.
+    /// Hides the title at once. Default: false.
     bool hidesTitle() const;
     void setHidesTitle(bool hidesTitle);
 
@@ -67,13 +67,13 @@ public:
     double trafficLightVerticalMargin() const;
     void setTrafficLightVerticalMargin(double margin);
 
-    /// Between two buttons. 6 unless set.
+    /// Between two buttons. Default: 6.
     double trafficLightGap() const;
     void setTrafficLightGap(double gap);
 
     /// A view across the band of the buttons: from twice the horizontal margin on, to as far beyond
     /// the trailing edge. It lies below the buttons but is not kept clear of them. The window owns
-    /// it, as the next one, and shows it once awakeFromNib() has run. Null unless set.
+    /// it, as the next one, and shows it once awakeFromNib() has run. Default: null.
     QWidget *innerTitleBarView() const;
     void setInnerTitleBarView(QWidget *view);
 

@@ -104,8 +104,8 @@ public:
                                      const MarkupParser &parser) const override;
 };
 
-/// `{font:Name,Size|text}`: the parser's font if there is none of that name, its size if there is
-/// no size.
+/// `{font:Name,Size|text}`: the parser's font if no font has that name, its size if none is
+/// given.
 class PELLARVINE_INTERNAL_EXPORT FontParser final : public BraceParser
 {
 public:

@@ -47,10 +47,10 @@ public:
     /// What the whole text is set in before the rules run.
     const QFont &font() const;
     void setFont(const QFont &font);
-    /// Of the text; black unless set.
+    /// Of the text; default: black.
     const NS::Color &color() const;
     void setColor(const NS::Color &color);
-    /// Of every paragraph; the default style unless set.
+    /// Of every paragraph; default: the default style.
     const NS::ParagraphStyle &paragraphStyle() const;
     void setParagraphStyle(const NS::ParagraphStyle &paragraphStyle);
 

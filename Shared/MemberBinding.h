@@ -27,7 +27,7 @@ struct MemberProperty
     using Value = std::decay_t<std::invoke_result_t<Get, Object *>>;
 };
 
-/// A property for `MemberBinding`: its getter, its setter and the signal that tells of its changes.
+/// A property for `MemberBinding`: its getter, its setter and its NOTIFY signal.
 template <typename Get, typename Set, typename Signal>
 MemberProperty<Get, Set, Signal> property(Get get, Set set, Signal notify)
 {

@@ -33,7 +33,7 @@ public:
     /// The running program's.
     static Bundle main();
 
-    /// The value, or no value (an invalid QVariant) if there is none of that key. With a file that
+    /// The value, or an invalid QVariant if there is no such key. With a file that
     /// cannot be read, what Qt knows; a warning then names the place, once for each such fault.
     QVariant objectForInfoDictionaryKey(const QString &key) const;
 

@@ -20,9 +20,10 @@ namespace NS {
 ///     portrait->setPlaceholderText(tr("Drop a picture here"));
 ///     connect(portrait, &NS::ImageView::imageEdited, form, &Form::markChanged);
 ///
-/// Its frame is QFrame's: none unless `frameStyle` is set. Lengths are in units of the screen; a
-/// bitmap of more pixels than its size in points uses them where the screen has them. Of animated
-/// formats the first frame is shown. Screen readers see a graphic, named by `accessibleName`.
+/// Its frame is QFrame's: none unless `frameStyle` is set. Lengths are in device-independent
+/// pixels; a bitmap of more pixels than its size in points uses them where the screen has them. Of
+/// animated formats the first frame is shown. Screen readers see a graphic, named by
+/// `accessibleName`.
 class PELLARVINE_EXPORT ImageView : public QFrame
 {
     Q_OBJECT
@@ -48,24 +49,24 @@ public:
     explicit ImageView(QWidget *parent = nullptr);
     ~ImageView() override;
 
-    /// Empty unless set.
+    /// Default: empty.
     const Image &image() const;
 
-    /// scaleProportionallyDown unless set.
+    /// Default: scaleProportionallyDown.
     ImageScaling imageScaling() const;
     void setImageScaling(ImageScaling scaling);
 
-    /// Where an image lies that does not fill the view: Qt::AlignCenter unless set. Left and right
+    /// Where an image lies that does not fill the view. Default: Qt::AlignCenter. Left and right
     /// change places in a right-to-left program, unless Qt::AlignAbsolute is set.
     Qt::Alignment imageAlignment() const;
     void setImageAlignment(Qt::Alignment alignment);
 
     /// Whether the user may drop an image file or image data onto the view, and focus it to cut,
-    /// copy, paste and delete. False unless set. Setting it chooses the focus policy.
+    /// copy, paste and delete. Default: false. Setting it chooses the focus policy.
     bool isEditable() const;
     void setEditable(bool isEditable);
 
-    /// Shown in an empty view. Empty unless set.
+    /// Shown in an empty view. Default: empty.
     QString placeholderText() const;
     void setPlaceholderText(const QString &text);
 

@@ -47,11 +47,11 @@ public:
     explicit SegmentedControl(QWidget *parent = nullptr);
     ~SegmentedControl() override;
 
-    /// `selectOne` unless set. A selection that the mode cannot have is given up.
+    /// Default: `selectOne`. A selection that the mode cannot have is given up.
     SwitchTracking trackingMode() const;
     void setTrackingMode(SwitchTracking mode);
 
-    /// 0 unless set. New segments come at the trailing end, enabled, without label or icon.
+    /// Default: 0. New segments come at the trailing end, enabled, without label or icon.
     int segmentCount() const;
     void setSegmentCount(int count);
 
@@ -59,11 +59,11 @@ public:
     QStringList labels() const;
     void setLabels(const QStringList &labels);
 
-    QString labelForSegment(int segment) const; ///< empty unless set
+    QString labelForSegment(int segment) const; ///< default: empty
     /// What there is no room for is elided, and a tool tip shows the label if there is no other
     /// one.
     void setLabel(const QString &label, int segment);
-    QIcon imageForSegment(int segment) const; ///< null unless set
+    QIcon imageForSegment(int segment) const; ///< default: null
     /// In the style's size of small icons, beside the label if there is one.
     void setImage(const QIcon &image, int segment);
     /// A segment with an image alone needs one: it is what a screen reader says.
@@ -71,16 +71,16 @@ public:
     /// Empty for the tool tip of the whole control.
     void setToolTip(const QString &toolTip, int segment);
     using QWidget::setToolTip;
-    /// Any number that the program knows the segment by; 0 unless set.
+    /// Any number that the program knows the segment by; default: 0.
     int tagForSegment(int segment) const;
     void setTag(int tag, int segment); ///< of segments with one tag the first is found
-    /// True unless set, also while the control as a whole is disabled.
+    /// Default: true, also while the control as a whole is disabled.
     bool isEnabledForSegment(int segment) const;
     void setEnabled(bool isEnabled, int segment); ///< leaves the selection as it is
     using QWidget::setEnabled;
 
-    /// In units of the screen, without the lines of one unit that surround the control and divide
-    /// its segments; 0, which it is unless set, fits the segment to what it shows.
+    /// In device-independent pixels, without the one-pixel lines around the control and between its
+    /// segments. 0 fits the segment to its label and icon. Default: 0.
     virtual double widthForSegment(int segment) const;
     void setWidth(double width, int segment); ///< sets what widthForSegment() gives
 

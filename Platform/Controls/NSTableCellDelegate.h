@@ -27,7 +27,7 @@ public:
     /// The delegate's own. It shows what was last drawn or measured.
     TableCellView *cell() const;
 
-    /// Which data of the item becomes the cell's `objectValue`. `Qt::DisplayRole` unless set.
+    /// Which data of the item becomes the cell's `objectValue`. Default: `Qt::DisplayRole`.
     int role() const;
     void setRole(int role);
 

@@ -47,7 +47,7 @@ public:
     explicit TableCellView(QWidget *parent = nullptr);
     ~TableCellView() override;
 
-    /// What the cell stands for; invalid unless set. Text and numbers are written to the text
+    /// What the cell stands for; default: invalid. Text and numbers are written to the text
     /// field's property `text`, pictures (QIcon, QPixmap, QImage) to the image view's `pixmap` or
     /// `image`. For anything else connect to `objectValueChanged` or bind to the value.
     QVariant objectValue() const;
@@ -64,7 +64,7 @@ public:
 
     /// On an emphasized background the text field and all QLabels in the cell are drawn in the
     /// palette's highlighted text colour, also those dimmed by `QPalette::PlaceholderText`. Follows
-    /// the selection wherever a view has placed the cell; elsewhere `normal` unless set.
+    /// the selection wherever a view has placed the cell. Default elsewhere: `normal`.
     BackgroundStyle backgroundStyle() const;
     void setBackgroundStyle(BackgroundStyle style);
 

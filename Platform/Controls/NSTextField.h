@@ -70,11 +70,11 @@ public:
     QColor textColor() const;
     void setTextColor(const QColor &color);
     /// Left and right change sides in a layout that runs from right to left, unless AlignAbsolute
-    /// is set. AlignLeft | AlignVCenter unless set. A paragraph style has its own.
+    /// is set. Default: AlignLeft | AlignVCenter. A paragraph style has its own.
     Qt::Alignment alignment() const;
     void setAlignment(Qt::Alignment alignment);
 
-    /// Whether lines end at the width, and editing takes line ends. True unless set.
+    /// Whether lines end at the width, and editing takes line ends. Default: true.
     bool wraps() const;
     void setWraps(bool wraps);
     /// The width at which a text that wraps asks for more height rather than more width, in units
@@ -85,20 +85,20 @@ public:
     int maximumNumberOfLines() const;
     void setMaximumNumberOfLines(int count);
     /// How a text that has no room is cut; a tool tip shows it whole. Text to select or edit
-    /// scrolls instead. ElideRight unless set.
+    /// scrolls instead. Default: ElideRight.
     Qt::TextElideMode elideMode() const;
     void setElideMode(Qt::TextElideMode mode);
 
     bool isSelectable() const; ///< true if it is editable
     void setSelectable(bool selectable);
-    bool isEditable() const; ///< by the user; false unless set
+    bool isEditable() const; ///< by the user; default: false
     void setEditable(bool editable);
 
-    /// Whether it has the frame of the style's line edits, with their room around the text. False
-    /// unless set.
+    /// Whether it has the frame of the style's line edits, with their room around the text.
+    /// Default: false.
     bool isBezeled() const;
     void setBezeled(bool bezeled);
-    /// Whether `backgroundColor` fills it, inside the bezel if it has one. False unless set.
+    /// Whether `backgroundColor` fills it, inside the bezel if it has one. Default: false.
     bool drawsBackground() const;
     void setDrawsBackground(bool draws);
     QColor backgroundColor() const; ///< invalid, as made, for the palette's
@@ -106,11 +106,11 @@ public:
     /// Shown while there is no text.
     QString placeholderString() const;
     void setPlaceholderString(const QString &string);
-    /// Whether a link opens in the desktop's program for it. True unless set.
+    /// Whether a link opens in the desktop's program for it. Default: true.
     bool opensLinks() const;
     void setOpensLinks(bool opens);
 
-    /// From the upper edge to the baseline of the first line, in units of the screen. For
+    /// From the upper edge to the baseline of the first line, in device-independent pixels. For
     /// constraints, at the size that it asks for.
     double firstBaselineOffsetFromTop() const;
     /// The same from the baseline of the last line to the lower edge.

@@ -119,7 +119,7 @@ public:
         return make(LayoutRelation::greaterThanOrEqual, anchor, multiplier, constant);
     }
 
-    /// This = `constant`, in units of the screen, without another widget.
+    /// This = `constant`, in device-independent pixels, without another widget.
     std::shared_ptr<LayoutConstraint> constraintEqualToConstant(double constant) const
     {
         return make(LayoutRelation::equal, none(), 0.0, constant);
@@ -242,12 +242,12 @@ inline LayoutYAxisAnchor lastBaselineAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::lastBaseline };
 }
-/// From left to right, in units of the screen.
+/// From left to right, in device-independent pixels.
 inline LayoutDimension widthAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::width };
 }
-/// From top to bottom, in units of the screen.
+/// From top to bottom, in device-independent pixels.
 inline LayoutDimension heightAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::height };

@@ -27,8 +27,8 @@ enum class LayoutAttribute {
     bottom, ///< the lower edge
     leading, ///< the left edge where text runs from left to right, else the right one
     trailing, ///< the edge opposite the leading one
-    width, ///< in units of the screen
-    height, ///< in units of the screen
+    width, ///< in device-independent pixels
+    height, ///< in device-independent pixels
     centerX, ///< midway between left and right
     centerY, ///< midway between top and bottom
     firstBaseline, ///< of the first line of text, see `firstBaselineAnchor`
@@ -111,8 +111,8 @@ public:
     /// Sets the priority and returns this constraint, to be used where one is made.
     std::shared_ptr<LayoutConstraint> withPriority(double priority);
 
-    /// False unless set, and again if the layout drops the constraint. Setting it activates or
-    /// deactivates this constraint alone, as the functions below do.
+    /// Default: false. Becomes false again if the layout drops the constraint. Setting it activates
+    /// or deactivates this constraint alone, as the functions below do.
     bool isActive() const;
     void setActive(bool isActive);
 

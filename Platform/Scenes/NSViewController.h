@@ -42,7 +42,7 @@ public:
     explicit ViewController(const QString &nibName, QObject *parent = nullptr);
     ~ViewController() override;
 
-    /// Empty unless set.
+    /// Default: empty.
     QString title() const;
     void setTitle(const QString &title);
     /// Empty if the view is from no interface file.
@@ -61,10 +61,10 @@ public:
     /// Called once, after loadView().
     virtual void viewDidLoad();
 
-    // What becomes of the view. However it is shown and hidden (by itself, with what it lies in, by
-    // being added or removed) these come in this order and in pairs, containers before what lies in
-    // them. Minimising a window hides nothing. A view that is destroyed while it can be seen is
-    // gone without a word. An exception that a callback lets out is printed as a warning.
+    // Called when the view is shown and hidden: by itself, with a parent, by being added or
+    // removed. They come in this order and in pairs, for containers before their children.
+    // Minimising a window hides nothing. For a view that is destroyed while it is visible, none is
+    // called. An exception that a callback lets out is printed as a warning.
 
     /// It is about to be seen.
     virtual void viewWillAppear();

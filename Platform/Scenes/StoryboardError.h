@@ -46,7 +46,7 @@ private:
     QByteArray m_text;
 };
 
-/// A scene or segue was asked for by a name that there is none of.
+/// A program asked for a scene or segue by a name that the storyboard does not have.
 class PELLARVINE_EXPORT UnknownIdentifierError : public std::exception
 {
 public:
@@ -55,9 +55,9 @@ public:
                            const QStringList &knownIdentifiers);
     ~UnknownIdentifierError() override;
 
-    /// The name that there is none of.
+    /// The unknown name.
     const QString &identifier() const noexcept { return m_identifier; }
-    /// Those that there are, in the order of the file.
+    /// The names that the storyboard has, in the order of the file.
     const QStringList &knownIdentifiers() const noexcept { return m_knownIdentifiers; }
 
     /// All of it in one line, for logs.

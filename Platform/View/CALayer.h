@@ -22,9 +22,9 @@ namespace CA {
 ///     line->setFrame(QRectF(0, 0, 100, 1)); // along the lower edge
 ///     NS::layer(panel)->addSublayer(line);
 ///
-/// Frames are in units of the screen, in the layer above, with y growing upwards. A layer that is
-/// invisible for having no colour still shows its sublayers. Nothing animates: changes show at the
-/// next paint. To be held by std::shared_ptr; a layer keeps its sublayers. Main thread only.
+/// Frames are in device-independent pixels, in the layer above, with y growing upwards. A layer
+/// that is invisible for having no colour still shows its sublayers. Nothing animates: changes show
+/// at the next paint. To be held by std::shared_ptr; a layer keeps its sublayers. Main thread only.
 class PELLARVINE_EXPORT Layer : public QObject, public std::enable_shared_from_this<Layer>
 {
     Q_OBJECT
@@ -38,15 +38,15 @@ public:
     Layer(); ///< of no size, at the origin, without a colour
     ~Layer() override; ///< its sublayers are detached
 
-    /// In units of the screen, with y upwards, in the layer above or the widget.
+    /// In device-independent pixels, with y upwards, in the layer above or the widget.
     QRectF frame() const;
     void setFrame(const QRectF &frame);
 
-    /// Invalid, which draws nothing, unless set.
+    /// Default: invalid, which draws nothing.
     QColor backgroundColor() const;
     void setBackgroundColor(const QColor &color);
 
-    /// 0 unless set. Round corners cut off what the sublayers draw there. Values below 0 count as
+    /// Default: 0. Round corners cut off what the sublayers draw there. Values below 0 count as
     /// 0, and ones above half a side as that.
     double cornerRadius() const;
     void setCornerRadius(double radius);

@@ -18,7 +18,7 @@ namespace NS {
 /// A layer-backed widget has a layer of the size of its bounds, which is drawn with its sublayers
 /// before the widget's own drawing and its children. Turning it off discards that layer.
 PELLARVINE_EXPORT void setWantsLayer(QWidget *widget, bool wantsLayer);
-/// False unless set.
+/// Default: false.
 PELLARVINE_EXPORT bool wantsLayer(const QWidget *widget);
 
 /// The widget's layer, whose frame the widget keeps at its bounds; null if it has none.

@@ -18,7 +18,7 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 ///     NS::setNeedsLayout(panel); // panel's performLayout() runs before it is next painted
 ///     NS::layoutSubtreeIfNeeded(panel); // or now
 ///
-/// Rectangles and points are in units of the screen (device-independent pixels) with the origin at
+/// Rectangles and points are in device-independent pixels with the origin at
 /// the lower left and y growing upwards. No widget may be null. Main thread only.
 namespace NS {
 
@@ -50,8 +50,8 @@ PELLARVINE_EXPORT void addSubview(QWidget *parent, QWidget *subview);
 // Constraints
 
 /// Whether the widget's frame is taken as it is, whatever the constraints would make of it: they
-/// can then place others by it. False unless set, and true in effect for widgets that a Qt layout
-/// of another kind places.
+/// can then place others by it. Default: false. Widgets that a Qt layout of another kind places are
+/// treated as if it were true.
 PELLARVINE_EXPORT bool translatesAutoresizingMaskIntoConstraints(const QWidget *widget);
 PELLARVINE_EXPORT void setTranslatesAutoresizingMaskIntoConstraints(QWidget *widget,
                                                                     bool translates);

@@ -69,7 +69,7 @@ public:
     ViewController *contentViewController() const;
     void setContentViewController(ViewController *controller);
 
-    /// `applicationDefined` unless set.
+    /// Default: `applicationDefined`.
     Behavior behavior() const;
     void setBehavior(Behavior behavior);
 
@@ -89,13 +89,13 @@ public:
     QWidget *opener() const;
     void setOpener(QWidget *opener);
 
-    /// Whether it deletes itself once it has closed, for one that nobody holds. False unless set.
+    /// Whether it deletes itself once it has closed, for one that nobody holds. Default: false.
     bool deletesOnClose() const;
     void setDeletesOnClose(bool deletes);
 
     /// Whether the window of its view contains it, instead of a window of its own. Under Wayland,
     /// where windows cannot be placed, it does anyway; only a message that has no room there gets
-    /// one, without an arrow. From the next show on; false unless set.
+    /// one, without an arrow. From the next show on; default: false.
     bool staysInWindow() const;
     void setStaysInWindow(bool stays);
 

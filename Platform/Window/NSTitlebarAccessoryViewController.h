@@ -22,9 +22,9 @@ public:
     explicit TitlebarAccessoryViewController(QObject *parent = nullptr);
     ~TitlebarAccessoryViewController() override;
 
-    /// In full screen the title bar is at least that high, in units of the screen. Where nobody
-    /// asks for more, it shows the standard bar alone. 0 unless set; below 0 and
-    /// no finite number count as 0.
+    /// In full screen the title bar is at least that high, in device-independent pixels. Where
+    /// nobody asks for more, it shows the standard bar alone. Default: 0; below 0 and no finite
+    /// number count as 0.
     double fullScreenMinHeight() const;
     void setFullScreenMinHeight(double height);
 

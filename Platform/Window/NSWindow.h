@@ -109,7 +109,7 @@ public:
     StyleMask styleMask() const;
     void setStyleMask(StyleMask styleMask);
 
-    /// Null unless set. The window owns it, lays it out below the title bar and deletes the one
+    /// Default: null. The window owns it, lays it out below the title bar and deletes the one
     /// before it. A layout that is set on the window instead has the same room.
     ///
     /// A QMainWindow goes on as a window: its closeEvent() is asked before this window closes, and
@@ -119,12 +119,12 @@ public:
     QWidget *contentView() const;
     void setContentView(QWidget *view);
 
-    /// `titleVisible` unless set. Has no effect on a frame that the desktop draws.
+    /// Default: `titleVisible`. Has no effect on a frame that the desktop draws.
     TitleVisibility titleVisibility() const;
     virtual void setTitleVisibility(TitleVisibility visibility);
 
     /// The document that the window shows: its icon stands beside the title, with a menu of the
-    /// folders that it is in. Empty unless set.
+    /// folders that it is in. Default: empty.
     QUrl representedURL() const;
     void setRepresentedURL(const QUrl &url);
 
@@ -148,12 +148,12 @@ public:
     bool isMovableByWindowBackground() const;
     void setMovableByWindowBackground(bool isMovable);
 
-    /// Whether Tab reaches the standard buttons. False unless set.
+    /// Whether Tab reaches the standard buttons. Default: false.
     bool hasFullKeyboardAccess() const;
     void setFullKeyboardAccess(bool hasAccess);
 
     /// Leaves title, buttons, moving and resizing to the desktop's own frame; accessories and other
-    /// views in the title bar stay below it. False unless set. Hides a visible window for a moment.
+    /// views in the title bar stay below it. Default: false. Hides a visible window for a moment.
     bool hasNativeDecorations() const;
     void setNativeDecorations(bool areNative);
 

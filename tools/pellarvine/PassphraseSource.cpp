@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A terminal hands over no longer lines, and drops what was typed behind that without a word.
+// A terminal hands over no longer lines, and silently drops what is typed after that.
 constexpr std::size_t longestTypedLine = 4095;
 constexpr std::size_t longestPassphrase = 64 * 1024;
 

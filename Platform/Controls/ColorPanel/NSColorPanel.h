@@ -49,10 +49,10 @@ public:
     /// there is no opacity slider, also if what is set is not. An invalid colour is not set.
     QColor color() const;
 
-    /// Whether there is an opacity slider. False unless set; clearing it makes the colour opaque.
+    /// Whether there is an opacity slider. Default: false; clearing it makes the colour opaque.
     bool showsAlpha() const;
 
-    /// The page that is shown. wheelMode unless set.
+    /// The page that is shown. Default: wheelMode.
     Mode mode() const;
 
     /// Stands on top of the content and moves with it. Its actions are its items, one a page, the

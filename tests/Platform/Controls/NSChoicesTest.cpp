@@ -127,7 +127,7 @@ TEST_F(Choices, an_item_may_be_destroyed_while_it_is_selected)
     NS::bind(&box, u"selectedObject"_s, &club, u"chair"_s);
     box.setCurrentIndex(2);
     EXPECT_EQ(club.chair, emmy.get());
-    club.chair = nullptr; // without a word
+    club.chair = nullptr; // without a signal
     emmy.reset();
     EXPECT_EQ(titles(box), QStringList({ u"Ada"_s, u"Grace"_s }));
     EXPECT_EQ(box.currentIndex(), -1);
