@@ -8,6 +8,7 @@
 #include "Shared/PropertyBindingWatch.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QScopeGuard>
 
 #include <exception>
@@ -48,6 +49,7 @@ struct BindingPrivate
         stopped = 1,
         givesToFirst = 2,
         givesToSecond = 4,
+        grouped = 8,
     };
 
     struct Replacements
@@ -62,6 +64,8 @@ struct BindingPrivate
         std::function<void(const BindingError &)> errorHandler;
         QVariant refused; // what could not be written last
         bool hasError = false; // and the error handler knows
+        QPointer<BindingGroup> group;
+        std::function<void(Direction)> carry; // for the group
         // What is being written to each side, while that holds it as another type or cannot hold
         // it.
         const QVariant *given[2] = {};
@@ -152,7 +156,15 @@ struct BindingPrivate
     {
         if (depth == BindingBase::deepestExchange)
             stop();
-        return !(obstacles & stopped) && !reportsWhatItWasGiven(direction);
+        return !(obstacles & stopped) && !reportsWhatItWasGiven(direction)
+               && !isDeferred(direction);
+    }
+
+    bool isDeferred(Direction direction)
+    {
+        return obstacles & grouped && depth == 0 && extras->group
+               && extras->group->defer(this,
+                                       [carry = extras->carry, direction] { carry(direction); });
     }
 
     // Whether the source tells of nothing but what this binding is writing to it: the emptiness of
@@ -413,6 +425,8 @@ BindingBase::BindingBase(NS::ObjectReference object, const QString &with, NS::Ob
 
 BindingBase::~BindingBase()
 {
+    if (d->extras && d->extras->group)
+        d->extras->group->forget(d);
     d->isGone = true;
     d->isDirect = false;
     if (d->depth == 0)
@@ -442,6 +456,23 @@ const QString &BindingBase::secondKeyPath() const
 void BindingBase::setErrorHandler(std::function<void(const BindingError &)> handler)
 {
     d->extra().errorHandler = std::move(handler);
+}
+
+void BindingBase::setGroup(BindingGroup *group)
+{
+    BindingPrivate::Extras &extra = d->extra();
+    if (extra.group == group)
+        return;
+    if (extra.group)
+        extra.group->forget(d);
+    extra.group = group;
+    extra.carry = [this](Direction direction) {
+        const int side = direction == Direction::forward ? 0 : 1;
+        if (d->object(side))
+            pathChanged(*d->path(side));
+    };
+    d->obstacles = group ? d->obstacles | BindingPrivate::grouped
+                         : d->obstacles & ~BindingPrivate::grouped;
 }
 
 bool BindingBase::twoWayBinding() const

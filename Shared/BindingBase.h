@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <pellarvine/Platform/BindingGroup.h>
 #include <pellarvine/Platform/KeyValueObserving.h>
 #include <pellarvine/Platform/ObjectReference.h>
 #include <pellarvine/Platform/PlainProperty.h>
@@ -108,6 +109,10 @@ public:
     ///         label->setText(error.message);
     ///     });
     void setErrorHandler(std::function<void(const BindingError &)> handler);
+
+    /// Leaves it to a group when changes are carried; null, the default, carries each at once. The
+    /// group is not owned. If both sides change in between, the later change is carried.
+    void setGroup(BindingGroup *group);
 
     /// Called by the key-value layer. Carries the change's new value to the other side; ignores
     /// objects and key paths that are neither side's. No change at all stops the process.

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "KeyValue/BindingGroup.h"
 #include "KeyValue/BindingValue.h"
 #include "KeyValue/ControlBindings.h"
 #include "KeyValue/KeyValueAccess.h"
@@ -24,11 +25,13 @@ class ComputedBinding final : public ControlBinding,
 {
 public:
     ComputedBinding(QObject *control, QString key, std::span<const NS::BindingSource> sources,
-                    std::function<QVariant(const QVariantList &)> function)
+                    std::function<QVariant(const QVariantList &)> function,
+                    Pellarvine::BindingGroup *group)
         : m_control(control)
         , m_key(std::move(key))
         , m_sources(sources.begin(), sources.end())
         , m_function(std::move(function))
+        , m_group(group)
     { }
 
     void start() override
@@ -42,7 +45,12 @@ public:
         show();
     }
 
-    void end() override { m_hasEnded = true; }
+    void end() override
+    {
+        m_hasEnded = true;
+        if (m_group)
+            m_group->forget(this);
+    }
     void siblingShown() override
     {
         if (!m_hasEnded && m_control)
@@ -56,7 +64,15 @@ public:
     }
 
 private:
-    void observeValue(const QString &, QObject *, const NS::KeyValueChange *) override { show(); }
+    void observeValue(const QString &, QObject *, const NS::KeyValueChange *) override
+    {
+        const auto later = [self = weak_from_this()] {
+            if (const auto binding = self.lock())
+                binding->show();
+        };
+        if (!m_group || !m_group->defer(this, later))
+            show();
+    }
 
     void show()
     {
@@ -88,6 +104,7 @@ private:
     QString m_key;
     std::vector<NS::BindingSource> m_sources;
     std::function<QVariant(const QVariantList &)> m_function;
+    QPointer<Pellarvine::BindingGroup> m_group;
     QVariant m_value; // what the function has returned last
     bool m_hasEnded = false;
 };
@@ -96,11 +113,11 @@ private:
 
 void bindComputed(QObject *object, const QString &binding,
                   std::span<const NS::BindingSource> sources,
-                  std::function<QVariant(const QVariantList &)> function)
+                  std::function<QVariant(const QVariantList &)> function, BindingGroup *group)
 {
     ControlBindings::made(object).add(
             binding, std::make_shared<ComputedBinding>(object, boundProperty(object, binding),
-                                                       sources, std::move(function)));
+                                                       sources, std::move(function), group));
 }
 
 } // namespace Pellarvine::detail

@@ -50,15 +50,21 @@ std::string text(const std::exception_ptr &thrown)
     }
 }
 
-inline void fire(const Slot *slot) noexcept
+template <typename Function>
+void callAndWarn(Function function) noexcept
 {
     try {
-        slot->listener->fired(slot);
+        function();
     } catch (const ObserverFailure &failure) {
         printWarning("Warning: " + text(failure.cause) + " (" + failure.observation + ')');
     } catch (...) {
         printWarning("Warning: " + text(std::current_exception()));
     }
+}
+
+inline void fire(const Slot *slot) noexcept
+{
+    callAndWarn([slot] { slot->listener->fired(slot); });
 }
 
 // Receives the signals of many subscriptions. A QObject to each would cost it 176 bytes; this way
@@ -255,6 +261,11 @@ Subscription Subscription::toDestruction(QObject *object, Listener *listener)
 {
     static const int signal = QObject::staticMetaObject.indexOfSignal("destroyed(QObject*)");
     return Subscription(connected(object, signal, listener));
+}
+
+void warnOfExceptions(const std::function<void()> &function)
+{
+    callAndWarn(function);
 }
 
 } // namespace Pellarvine::detail

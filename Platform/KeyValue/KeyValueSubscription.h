@@ -5,6 +5,7 @@
 #include "KeyValue/KeyValueAccess.h"
 
 #include <exception>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -20,6 +21,9 @@ struct ObserverFailure
     std::exception_ptr cause;
     std::string observation;
 };
+
+/// Calls the function, and prints what it throws as a warning, as for a Listener.
+PELLARVINE_PRIVATE_EXPORT void warnOfExceptions(const std::function<void()> &function);
 
 /// Who is told when something happens to one of its subscriptions.
 class Listener

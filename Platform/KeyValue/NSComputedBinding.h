@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <pellarvine/Platform/BindingGroup.h>
 #include <pellarvine/Platform/Global.h>
 #include <pellarvine/Platform/ObjectReference.h>
 
@@ -74,7 +75,8 @@ struct ArgumentFrom<std::optional<T>>
 
 PELLARVINE_EXPORT void bindComputed(QObject *object, const QString &binding,
                                     std::span<const NS::BindingSource> sources,
-                                    std::function<QVariant(const QVariantList &)> function);
+                                    std::function<QVariant(const QVariantList &)> function,
+                                    Pellarvine::BindingGroup *group);
 
 } // namespace Pellarvine::detail
 /// @endcond
@@ -93,12 +95,15 @@ namespace NS {
 /// or a QVariant to see the difference. What the function returns is written as `NS::bind` writes a
 /// model's value. What it throws later is printed as a warning.
 ///
+/// With a group, changes of the sources are carried by the group's next flush, with one call for all
+/// of them. The group is not owned.
+///
 /// Replaces the binding of that name; `NS::unbind` ends it. Once the object of a source is gone,
 /// the source has no value. Throws `KeyValueException`, with nothing bound, as `NS::bind` does, and
 /// what the function throws in its first call.
 template <std::size_t count, detail::HasArguments Function>
 void bind(QObject *object, const QString &binding, const BindingSource (&sources)[count],
-          Function function)
+          Function function, Pellarvine::BindingGroup *group = nullptr)
 {
     using Types = typename detail::FunctionArguments<Function>::Types;
     static_assert(std::tuple_size_v<Types> == count,
@@ -114,7 +119,8 @@ void bind(QObject *object, const QString &binding, const BindingSource (&sources
                                         values[qsizetype(i)])...));
                     }
                     (std::make_index_sequence<count>());
-                });
+                },
+                group);
     }
 }
 

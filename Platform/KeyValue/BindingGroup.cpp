@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "KeyValue/BindingGroup.h"
+
+#include "Base/Failure.h"
+#include "KeyValue/KeyValueSubscription.h"
+
+#include <QHash>
+#include <QPointer>
+#include <QScopeGuard>
+
+#include <utility>
+#include <vector>
+
+namespace Pellarvine {
+
+struct BindingGroup::Private
+{
+    std::vector<std::function<void()>> pending; // empty ones have been forgotten
+    QHash<const void *, std::size_t> places; // of the keys in it
+    bool isFlushing = false;
+};
+
+BindingGroup::BindingGroup(QObject *parent)
+    : QObject(parent)
+    , d(std::make_unique<Private>())
+{ }
+
+BindingGroup::~BindingGroup()
+{
+    flush();
+}
+
+bool BindingGroup::isPending() const
+{
+    return !d->places.isEmpty();
+}
+
+bool BindingGroup::defer(const void *key, std::function<void()> carry)
+{
+    if (d->isFlushing)
+        return false;
+    const auto place = d->places.constFind(key);
+    if (place != d->places.cend()) {
+        d->pending[*place] = std::move(carry);
+        return true;
+    }
+    if (d->pending.empty())
+        QMetaObject::invokeMethod(this, &BindingGroup::flush, Qt::QueuedConnection);
+    d->places.insert(key, d->pending.size());
+    d->pending.push_back(std::move(carry));
+    return true;
+}
+
+void BindingGroup::forget(const void *key)
+{
+    const auto place = d->places.constFind(key);
+    if (place == d->places.cend())
+        return;
+    d->pending[*place] = nullptr;
+    d->places.erase(place);
+}
+
+void BindingGroup::flush()
+{
+    if (d->isFlushing)
+        return;
+    d->isFlushing = true;
+    const QPointer<BindingGroup> self = this;
+    // A carried change may end bindings that wait for their turn, and delete the group.
+    for (std::size_t index = 0; self && index < d->pending.size(); ++index) {
+        if (const auto carry = std::exchange(d->pending[index], nullptr))
+            detail::warnOfExceptions(carry);
+    }
+    if (!self)
+        return;
+    d->pending.clear();
+    d->places.clear();
+    d->isFlushing = false;
+}
+
+} // namespace Pellarvine
