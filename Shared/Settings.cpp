@@ -58,7 +58,7 @@ struct Settings::Private
     // The default for what is missing or of another type.
     QVariant read(const QString &key)
     {
-        const QVariant byDefault = defaults.value(key);
+        QVariant byDefault = defaults.value(key);
         if (!storage->contains(path(key)))
             return byDefault;
         const QVariant value = storage->value(path(key));

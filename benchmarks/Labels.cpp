@@ -215,9 +215,12 @@ int main(int argc, char **argv)
     std::vector<Goal> goals;
     for (const std::string kind : { "plain", "rich" }) {
         for (const std::string work : { "make", "show", "resize", "paint", "change" }) {
-            goals.push_back({ .name = "labels/" + kind + '-' + work,
-                              .subject = "labels/" + kind + '-' + work,
-                              .baseline = "labels/" + kind + "-qt-" + work,
+            const auto named = [&](std::string name) {
+                return (name += kind) += '-';
+            };
+            goals.push_back({ .name = named("labels/") += work,
+                              .subject = named("labels/") += work,
+                              .baseline = (named("labels/") += "qt-") += work,
                               .limit = 1.0 });
         }
     }

@@ -262,7 +262,8 @@ void bindChoices(QWidget *control, const ObjectReference &observed, const QStrin
             break;
         }
     }
-    std::make_unique<detail::Choices>(control, observed, keyPath, keys).release();
+    static_cast<void>(
+            std::make_unique<detail::Choices>(control, observed, keyPath, keys).release());
 }
 
 } // namespace NS

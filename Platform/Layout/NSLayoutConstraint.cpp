@@ -58,7 +58,7 @@ QString nameOf(const QWidget *widget)
 {
     if (!widget->objectName().isEmpty())
         return widget->objectName();
-    const QString name = QString::fromLatin1(widget->metaObject()->className());
+    QString name = QString::fromLatin1(widget->metaObject()->className());
     const QWidget *const parent = widget->parentWidget();
     if (widget->isWindow() || !parent)
         return name;
@@ -319,6 +319,7 @@ void LayoutConstraint::setEngine(detail::LayoutEngine *engine)
 void LayoutConstraint::activateConstraints(
         const QList<std::shared_ptr<LayoutConstraint>> &constraints)
 {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the list may change meanwhile
     const QList<std::shared_ptr<LayoutConstraint>> all = constraints;
     for (const auto &constraint : all) {
         if (constraint->isActive() || constraint->d->isRefused || constraint->d->host())
@@ -337,6 +338,7 @@ void LayoutConstraint::activateConstraints(
 void LayoutConstraint::deactivateConstraints(
         const QList<std::shared_ptr<LayoutConstraint>> &constraints)
 {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the list may change meanwhile
     const QList<std::shared_ptr<LayoutConstraint>> all = constraints;
     for (const auto &constraint : all) {
         if (constraint->d->engine)

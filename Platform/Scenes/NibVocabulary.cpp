@@ -129,7 +129,7 @@ std::optional<NibValueKinds> attributeOf(const QObject *object, const QObject *p
     const auto behind = [&](QLatin1StringView prefix) {
         return name.startsWith(prefix) ? headerAttribute(name.sliced(prefix.size())) : std::nullopt;
     };
-    if (const auto found = pageAttribute(parent, name))
+    if (auto found = pageAttribute(parent, name))
         return found;
     if (name == "buttonGroup"_L1 && qobject_cast<const QAbstractButton *>(object))
         return of(u"string"_s);

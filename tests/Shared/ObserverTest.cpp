@@ -116,16 +116,16 @@ TEST(Observer, lets_out_what_its_first_call_throws_and_is_not_made)
 {
     Person person;
     int calls = 0;
-    EXPECT_THROW(Observer(&person, u"age"_s,
-                          [&](const QVariant &) {
-                              ++calls;
-                              throw std::runtime_error("no");
-                          }),
+    EXPECT_THROW(static_cast<void>(Observer(&person, u"age"_s,
+                                            [&](const QVariant &) {
+                                                ++calls;
+                                                throw std::runtime_error("no");
+                                            })),
                  std::runtime_error);
     person.setAge(1);
     EXPECT_EQ(calls, 1);
-    EXPECT_THROW(Observer(&person, u"aeg"_s, {}), NS::KeyValueException);
-    EXPECT_THROW(Observer(&person, u"age"_s, {}), std::invalid_argument);
+    EXPECT_THROW(static_cast<void>(Observer(&person, u"aeg"_s, {})), NS::KeyValueException);
+    EXPECT_THROW(static_cast<void>(Observer(&person, u"age"_s, {})), std::invalid_argument);
     person.setAge(2);
 }
 

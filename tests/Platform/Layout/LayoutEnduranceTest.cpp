@@ -91,7 +91,7 @@ public:
 
     std::shared_ptr<LayoutConstraint> make(const Candidate &candidate)
     {
-        const auto made = LayoutConstraint::make(widget(candidate.first), candidate.firstAttribute,
+        auto made = LayoutConstraint::make(widget(candidate.first), candidate.firstAttribute,
                                                  candidate.relation, widget(candidate.second),
                                                  candidate.secondAttribute, candidate.multiplier,
                                                  candidate.constant);

@@ -2,6 +2,7 @@
 #include <pellarvine/Platform/NSWindow.h>
 
 #include <QDataStream>
+#include <QIODevice>
 #include <gtest/gtest.h>
 
 using NS::Window;
