@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Ostrevane/App.h"
+#include "Ostrevane/SystemDetails.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -11,7 +12,6 @@
 #include <QPointer>
 #include <QScreen>
 #include <QStringList>
-#include <QSysInfo>
 #include <QThread>
 #include <QWidget>
 
@@ -175,13 +175,8 @@ QPixmap AboutWindowController::applicationIcon() const
 
 QString AboutWindowController::details() const
 {
-    const QStringList lines {
-        u"%1, %2"_s.arg(d->name, d->version),
-        u"Qt %1, %2"_s.arg(QString::fromLatin1(qVersion()), QGuiApplication::platformName()),
-        QSysInfo::prettyProductName(),
-        u"%1 %2, %3"_s.arg(QSysInfo::kernelType(), QSysInfo::kernelVersion(), App::deviceModel()),
-    };
-    return lines.join(u'\n');
+    return (QStringList(u"%1, %2"_s.arg(d->name, d->version)) + detail::systemDetails())
+            .join(u'\n');
 }
 
 void AboutWindowController::copyDetails() const

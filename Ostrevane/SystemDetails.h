@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+// Not API: the machine, as a bug report describes it.
+#pragma once
+
+#include <QStringList>
+
+namespace Pellarvine::detail {
+
+/// Qt, the operating system, and the kernel with the machine, a line each. In English, for the
+/// people who read reports.
+QStringList systemDetails();
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+#include "LoopbackServer.h"
+
+#include <pellarvine/Ostrevane/TicketDialog.h>
+
+#include <QAccessible>
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QNetworkProxy>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QSignalSpy>
+#include <QSslConfiguration>
+#include <QTest>
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using ::testing::HasSubstr;
+
+namespace Pellarvine {
+
+namespace {
+
+const NS::URLError refused { NS::URLError::cannotConnectToHost, u"Connection refused."_s };
+
+// Keeps what is sent; a test decides what becomes of it.
+struct Outbox
+{
+    QStringList sent;
+    CodebaseTicket::Callback callback;
+
+    TicketDialog::Sender sender()
+    {
+        return [this](const QString &summary, const QString &description,
+                      CodebaseTicket::Callback whenDone) {
+            sent.append(summary + "\n\n"_L1 + description);
+            callback = std::move(whenDone);
+        };
+    }
+    // As the network does: from a thread of its own.
+    void answer(const std::optional<NS::URLError> &error = std::nullopt)
+    {
+        std::thread(std::exchange(callback, {}), error).join();
+        QCoreApplication::processEvents();
+    }
+};
+
+class TicketDialogTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        dialog->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+    }
+
+    template <typename Field>
+    static Field *named(const QWidget *dialog, const QString &name)
+    {
+        const auto fields = dialog->findChildren<Field *>();
+        for (Field *const field : fields) {
+            const QAccessibleInterface *const reader = QAccessible::queryAccessibleInterface(field);
+            if (field->isVisible() && reader && reader->text(QAccessible::Name) == name)
+                return field;
+        }
+        return nullptr;
+    }
+    template <typename Field>
+    Field *named(const QString &name) const
+    {
+        return named<Field>(dialog.get(), name);
+    }
+    QString preview() const { return named<QPlainTextEdit>(u"What is sent:"_s)->toPlainText(); }
+    bool isShown(const QString &text) const { return named<QLabel>(text) != nullptr; }
+
+    Outbox outbox;
+    std::unique_ptr<TicketDialog> dialog = std::make_unique<TicketDialog>(outbox.sender());
+};
+
+} // namespace
+
+TEST_F(TicketDialogTest, the_preview_is_what_is_sent_with_or_without_the_facts)
+{
+    const QString facts = TicketDialog::facts();
+    EXPECT_THAT(facts.toStdString(), HasSubstr(std::string("Qt ") + qVersion()));
+    EXPECT_EQ(preview(), facts);
+
+    const struct
+    {
+        QString description;
+        bool includesFacts;
+        QString sent;
+    } rows[] = {
+        { u"1. Open <draft> & save"_s, true,
+          u"It crashes\n\n1. Open <draft> & save\n\n"_s + facts },
+        { u"1. Open <draft> & save"_s, false, u"It crashes\n\n1. Open <draft> & save"_s },
+        { QString(), true, u"It crashes\n\n"_s + facts },
+        { QString(), false, u"It crashes\n\n"_s },
+    };
+    for (const auto &row : rows) {
+        dialog->setSummary(u"It crashes"_s);
+        dialog->setDescription(row.description);
+        QCheckBox *const box =
+                named<QCheckBox>(u"Include facts about the program and this computer"_s);
+        box->setChecked(row.includesFacts);
+        EXPECT_EQ(isShown(u"The program’s name and version are sent in any case."_s),
+                  !row.includesFacts);
+        EXPECT_EQ(preview(), row.sent);
+        dialog->send();
+        EXPECT_EQ(outbox.sent.constLast(), row.sent);
+        outbox.answer();
+    }
+}
+
+TEST_F(TicketDialogTest, a_report_that_was_not_sent_stays_and_is_sent_again)
+{
+    auto *const summary = named<QLineEdit>(u"Summary:"_s);
+    auto *const description = named<QPlainTextEdit>(u"Description:"_s);
+    QPushButton *const send = named<QPushButton>(u"Send"_s);
+    const QSignalSpy sent(dialog.get(), &TicketDialog::sent);
+    const QSignalSpy failed(dialog.get(), &TicketDialog::failed);
+    QTest::keyClicks(summary, u"It crashes"_s);
+    QTest::keyClicks(description, u"On opening"_s);
+    QTest::mouseClick(send, Qt::LeftButton);
+    EXPECT_TRUE(dialog->isSending());
+    EXPECT_TRUE(isShown(u"Sending…"_s));
+    EXPECT_TRUE(named<QProgressBar>(u"Sending"_s));
+    // Nothing is sent twice or changed meanwhile.
+    dialog->send();
+    QTest::keyClicks(summary, u"?"_s);
+    EXPECT_EQ(outbox.sent.size(), 1);
+
+    outbox.answer(refused);
+    EXPECT_TRUE(isShown(u"The report was not sent. Connection refused."_s));
+    EXPECT_FALSE(named<QProgressBar>(u"Sending"_s));
+    EXPECT_EQ(failed.size(), 1);
+    EXPECT_EQ(dialog->summary(), u"It crashes"_s);
+    EXPECT_EQ(dialog->description(), u"On opening"_s);
+    EXPECT_EQ(QApplication::focusWidget(), named<QPushButton>(u"Send Again"_s));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    ASSERT_EQ(outbox.sent.size(), 2);
+    EXPECT_EQ(outbox.sent[0], outbox.sent[1]);
+
+    outbox.answer({ { NS::URLError::networkConnectionLost, u"The connection was lost."_s } });
+    EXPECT_TRUE(isShown(u"The report may not have arrived. The connection was lost. If you send it "
+                        "again, the report may arrive twice."_s));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    outbox.answer();
+    EXPECT_TRUE(isShown(u"The report was sent. Thank you."_s));
+    EXPECT_EQ(sent.size(), 1);
+    EXPECT_EQ(dialog->summary() + dialog->description(), QString());
+    EXPECT_FALSE(named<QPushButton>(u"Send"_s)->isEnabled());
+}
+
+TEST_F(TicketDialogTest, the_keyboard_does_everything)
+{
+    auto *const summary = named<QLineEdit>(u"Summary:"_s);
+    EXPECT_TRUE(summary->hasFocus());
+    QTest::keyClick(summary, Qt::Key_Return, Qt::ControlModifier);
+    QTest::keyClicks(summary, u"  "_s);
+    QTest::keyClick(summary, Qt::Key_Return);
+    EXPECT_TRUE(outbox.sent.isEmpty()) << "a report needs a summary";
+    QTest::keyClicks(summary, u"It crashes"_s);
+
+    QList<QWidget *> stops;
+    for (QWidget *stop = summary; !stops.contains(stop) && stops.size() < 9;
+         stop = QApplication::focusWidget()) {
+        stops.append(stop);
+        QTest::keyClick(stop, Qt::Key_Tab);
+    }
+    QStringList names;
+    for (QWidget *const stop : std::as_const(stops))
+        names.append(QAccessible::queryAccessibleInterface(stop)->text(QAccessible::Name));
+    EXPECT_EQ(names, QStringList({ u"Summary:"_s, u"Description:"_s,
+                                   u"Include facts about the program and this computer"_s,
+                                   u"What is sent:"_s, u"Send"_s, u"Close"_s }));
+
+    auto *const description = named<QPlainTextEdit>(u"Description:"_s);
+    QTest::keyClicks(description, u"a"_s);
+    QTest::keyClick(description, Qt::Key_Return);
+    QTest::keyClicks(description, u"b"_s);
+    QTest::keyClick(description, Qt::Key_Return, Qt::ControlModifier);
+    ASSERT_EQ(outbox.sent.size(), 1);
+    EXPECT_THAT(outbox.sent[0].toStdString(), ::testing::StartsWith("  It crashes\n\na\nb\n\n"));
+    QTest::keyClick(dialog.get(), Qt::Key_Escape);
+    EXPECT_FALSE(dialog->isVisible());
+    outbox.answer(refused);
+    dialog->show();
+    EXPECT_TRUE(isShown(u"The report was not sent. Connection refused."_s));
+}
+
+TEST_F(TicketDialogTest, an_answer_may_come_when_the_dialog_has_gone)
+{
+    dialog->setSummary(u"It crashes"_s);
+    dialog->send();
+    dialog.reset();
+    outbox.answer();
+}
+
+TEST_F(TicketDialogTest, the_action_opens_one_dialog_that_keeps_its_text)
+{
+    QWidget window;
+    window.show();
+    QAction *const action = TicketDialog::makeAction(&window, outbox.sender());
+    EXPECT_EQ(action->parent(), &window);
+    action->trigger();
+    auto *const first = window.findChild<TicketDialog *>();
+    ASSERT_TRUE(first && first->isVisible());
+    first->setSummary(u"It crashes"_s);
+    first->reject();
+    action->trigger();
+    EXPECT_EQ(window.findChildren<TicketDialog *>(), QList { first });
+    EXPECT_TRUE(first->isVisible());
+    EXPECT_EQ(first->summary(), u"It crashes"_s);
+}
+
+TEST_F(TicketDialogTest, properties_tell_their_changes_once)
+{
+    const QSignalSpy summary(dialog.get(), &TicketDialog::summaryChanged);
+    const QSignalSpy description(dialog.get(), &TicketDialog::descriptionChanged);
+    const QSignalSpy facts(dialog.get(), &TicketDialog::includesFactsChanged);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(dialog->setProperty("summary", u"It crashes"_s));
+        EXPECT_TRUE(dialog->setProperty("description", u"On opening"_s));
+        EXPECT_TRUE(dialog->setProperty("includesFacts", false));
+    }
+    EXPECT_EQ(summary.size(), 1);
+    EXPECT_EQ(description.size(), 1);
+    EXPECT_EQ(facts.size(), 1);
+}
+
+TEST(TicketDialog, a_ticket_goes_to_the_programs_tracker)
+{
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+    const LoopbackServer server;
+    const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
+    QSslConfiguration configuration = before;
+    configuration.setCaCertificates({ server.certificate() });
+    QSslConfiguration::setDefaultConfiguration(configuration);
+    CodebaseTicket::setTracker(server.baseUrl(), u"letters"_s);
+    const auto restore = qScopeGuard([&] {
+        CodebaseTicket::setTracker({}, {});
+        QSslConfiguration::setDefaultConfiguration(before);
+    });
+
+    TicketDialog dialog(nullptr);
+    QSignalSpy sent(&dialog, &TicketDialog::sent);
+    dialog.setSummary(u"It <crashes>"_s);
+    dialog.setIncludesFacts(false);
+    dialog.setDescription(u"On opening"_s);
+    dialog.send();
+    ASSERT_TRUE(sent.wait(30000));
+    ASSERT_EQ(server.requests().size(), 1);
+    EXPECT_THAT(server.requests().constFirst().toStdString(),
+                ::testing::AllOf(::testing::StartsWith("POST /letters/tickets "),
+                                 HasSubstr("<summary>It &lt;crashes&gt;</summary><description>On "
+                                           "opening</description>")));
+}
+
+} // namespace Pellarvine
