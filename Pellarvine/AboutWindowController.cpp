@@ -2,17 +2,26 @@
 #include "Pellarvine/AboutWindowController.h"
 
 #include "Base/Assign.h"
+#include "Base/NSBundle.h"
 #include "Ostrevane/App.h"
 #include "Ostrevane/SystemDetails.h"
+#include "Pellarvine/AboutTexts.h"
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDesktopServices>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QIcon>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QScreen>
+#include <QShortcut>
 #include <QStringList>
 #include <QThread>
+#include <QUrl>
+#include <QVBoxLayout>
 #include <QWidget>
 
 #include <algorithm>
@@ -27,6 +36,8 @@ struct AboutWindowController::Private
     QString name = App::name();
     QString version = tr("Version %1").arg(App::version());
     QString copyright = App::copyright();
+    NS::Metainfo metainfo = NS::Bundle::main().metainfo();
+    QList<detail::AboutDocument> documents = detail::aboutDocuments(metainfo);
 };
 
 namespace {
@@ -84,6 +95,27 @@ void center(QWidget *window)
     place.moveLeft(std::max(place.left(), screen.left()));
     place.moveTop(std::max(place.top(), screen.top()));
     window->move(place.topLeft());
+}
+
+void showText(const QString &title, const QString &text, QWidget *parent)
+{
+    auto *const dialog = new QDialog(parent);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(title);
+    auto *const view = new QPlainTextEdit(text);
+    view->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    view->setTabChangesFocus(true);
+    view->setAccessibleName(title);
+    auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    QObject::connect(new QShortcut(Qt::CTRL | Qt::Key_W, dialog), &QShortcut::activated, dialog,
+                     &QDialog::reject);
+    auto *const layout = new QVBoxLayout(dialog);
+    layout->addWidget(view);
+    layout->addWidget(buttons);
+    const QFontMetrics metrics = view->fontMetrics();
+    dialog->resize(metrics.averageCharWidth() * 80, metrics.lineSpacing() * 24);
+    dialog->open();
 }
 
 } // namespace
@@ -164,6 +196,32 @@ void AboutWindowController::setApplicationCopyright(const QString &copyright)
 {
     if (detail::assign(d->copyright, copyright))
         Q_EMIT applicationCopyrightChanged(copyright);
+}
+
+QString AboutWindowController::applicationAuthors() const
+{
+    return detail::aboutAuthors(d->metainfo);
+}
+
+QString AboutWindowController::applicationLinks() const
+{
+    return detail::aboutLinks(d->metainfo);
+}
+
+QString AboutWindowController::applicationDocuments() const
+{
+    return detail::documentLinks(d->documents);
+}
+
+void AboutWindowController::openLink(const QString &link)
+{
+    const auto document =
+            std::find_if(d->documents.cbegin(), d->documents.cend(),
+                         [&](const detail::AboutDocument &each) { return each.link == link; });
+    if (document != d->documents.cend())
+        showText(document->title, document->text, window());
+    else
+        QDesktopServices::openUrl(QUrl(link));
 }
 
 QPixmap AboutWindowController::applicationIcon() const

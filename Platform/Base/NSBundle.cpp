@@ -2,6 +2,7 @@
 #include "Base/NSBundle.h"
 
 #include "Base/Failure.h"
+#include "Base/MetainfoReader.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -57,6 +58,24 @@ void warnOnce(const std::string &fault)
         detail::printWarning("Warning: " + fault);
 }
 
+// The first of the files that exists; else empty.
+QString existing(std::initializer_list<QString> paths)
+{
+    const auto *const found = std::find_if(paths.begin(), paths.end(), [](const QString &path) {
+        return QFileInfo::exists(path);
+    });
+    return found == paths.end() ? QString() : *found;
+}
+
+// Throws PropertyListError, as its callers do for a file of wrong contents.
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw PropertyListError(path, 1, 1, file.errorString());
+    return file.readAll();
+}
+
 } // namespace
 
 Bundle Bundle::main()
@@ -85,10 +104,7 @@ QVariantMap Bundle::infoDictionary() const
     const QString path = infoDictionaryPath();
     if (path.isEmpty())
         return factsOfQt();
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw PropertyListError(path, 1, 1, file.errorString());
-    const QVariant list = propertyListFromXML(file.readAll(), path);
+    const QVariant list = propertyListFromXML(contents(path), path);
     if (list.typeId() != QMetaType::QVariantMap)
         throw PropertyListError(path, 1, 1, u"it holds no dictionary"_s);
     return list.toMap();
@@ -96,13 +112,32 @@ QVariantMap Bundle::infoDictionary() const
 
 QString Bundle::infoDictionaryPath() const
 {
-    const QString paths[] = { u":/Info.plist"_s,
-                              QCoreApplication::applicationDirPath() + u"/Info.plist"_s };
-    for (const QString &path : paths) {
-        if (QFileInfo::exists(path))
-            return path;
+    return existing(
+            { u":/Info.plist"_s, QCoreApplication::applicationDirPath() + "/Info.plist"_L1 });
+}
+
+Metainfo Bundle::metainfo() const
+{
+    const QString path = metainfoPath();
+    if (path.isEmpty())
+        return {};
+    try {
+        return detail::metainfoFromXML(contents(path), path);
+    } catch (const PropertyListError &error) {
+        warnOnce(error.what());
+        return {};
     }
-    return {};
+}
+
+QString Bundle::metainfoPath() const
+{
+    const QString identifier = bundleIdentifier();
+    if (identifier.isEmpty() || identifier.contains(u'/'))
+        return {};
+    const QString name = identifier + ".metainfo.xml"_L1;
+    const QString programs = QCoreApplication::applicationDirPath();
+    return existing(
+            { ":/"_L1 + name, programs + u'/' + name, programs + "/../share/metainfo/"_L1 + name });
 }
 
 } // namespace NS

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <pellarvine/Platform/Global.h>
+#include <pellarvine/Platform/NSMetainfo.h>
 #include <pellarvine/Platform/NSPropertyList.h>
 
 #include <QString>
@@ -46,6 +47,15 @@ public:
 
     /// Where infoDictionary() would read; empty if there is no such file.
     QString infoDictionaryPath() const;
+
+    /// What the AppStream metainfo file says. An empty one if there is no file; also if the file
+    /// cannot be read, and then a warning names the place, once for each such fault.
+    Metainfo metainfo() const;
+
+    /// Where metainfo() reads: bundleIdentifier() and ".metainfo.xml" in the program's resources
+    /// (":/"), else beside the executable, else in ../share/metainfo from there. Empty if there is
+    /// no such file.
+    QString metainfoPath() const;
 
 private:
     Bundle() = default;

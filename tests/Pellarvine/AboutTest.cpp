@@ -7,11 +7,13 @@
 #include <pellarvine/Platform/KeyValueCoding.h>
 #include <pellarvine/Platform/NSNib.h>
 #include <pellarvine/Platform/NSWindow.h>
+#include <pellarvine/Platform/Version.h>
 
 #include <QAction>
 #include <QClipboard>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
@@ -103,6 +105,146 @@ TEST_F(About, the_labels_of_the_window_follow_the_controllers_texts)
     }
     EXPECT_EQ(window->findChild<QLabel *>(u"iconLabel"_s)->pixmap().deviceIndependentSize(),
               QSizeF(64, 64));
+}
+
+TEST_F(About, a_row_is_shown_only_if_there_is_something_in_it)
+{
+    const QByteArray identified = "<plist><dict><key>CFBundleDisplayName</key>"
+                                  "<string>Letters</string><key>CFBundleIdentifier</key>"
+                                  "<string>org.example.letters</string></dict></plist>";
+    const ResourceFile plist(u":/Info.plist"_s, identified);
+    const QString metainfo = u":/org.example.letters.metainfo.xml"_s;
+    const struct
+    {
+        QByteArray metainfo;
+        QString authors;
+        QString links;
+        QString documents; // without the libraries, which there always are
+    } rows[] = {
+        { "", {}, {}, {} },
+        { "<developer><name>Ada &amp; Co.</name></developer>", u"By Ada & Co."_s, {}, {} },
+        { "<developer_name>Co.</developer_name>"
+          "<custom><value key='Pellarvine::Authors'>Ada\n Bo\n</value></custom>",
+          u"By "_s + QLocale().createSeparatedList({ u"Ada"_s, u"Bo"_s }),
+          {},
+          {} },
+        { "<url type='homepage'>https://a.example/?a=1&amp;b=2</url>"
+          "<url type='bugtracker'>javascript:alert(1)</url>",
+          {},
+          u"<a href=\"https://a.example/?a=1&amp;b=2\">Website</a>"_s,
+          {} },
+        { "<project_license>LicenseRef-None</project_license><releases><release version='1'/>"
+          "</releases>",
+          {},
+          {},
+          u"<a href=\"about:license\">License: LicenseRef-None</a>"
+          " · %1 · <a href=\"about:releases\">Release Notes</a>"_s },
+        { "<custom><value key='Pellarvine::Credits'>Cy</value></custom>",
+          {},
+          {},
+          u"<a href=\"about:credits\">Credits</a> · %1"_s },
+    };
+    for (const auto &row : rows) {
+        const ResourceFile file(metainfo, "<component>" + row.metainfo + "</component>");
+        AboutWindowController controller;
+        controller.showWindow();
+        QWidget *const window = controller.window();
+        ASSERT_TRUE(window);
+        const QString libraries = u"<a href=\"about:libraries\">Libraries</a>"_s;
+        const QString documents =
+                row.documents.isEmpty() ? libraries : row.documents.arg(libraries);
+        for (const auto &[name, expected] :
+             { std::pair(u"authorsLabel"_s, row.authors), std::pair(u"linksLabel"_s, row.links),
+               std::pair(u"documentsLabel"_s, documents),
+               std::pair(u"copyrightLabel"_s, QString()) }) {
+            EXPECT_EQ(text(window, name), expected) << row.metainfo.constData();
+            EXPECT_EQ(window->findChild<QLabel *>(name)->isVisible(), !expected.isEmpty());
+        }
+    }
+}
+
+TEST_F(About, a_link_shows_its_document_until_escape_or_Ctrl_W)
+{
+    const ResourceFile plist(u":/Info.plist"_s,
+                             "<plist><dict><key>CFBundleIdentifier</key>"
+                             "<string>org.example.letters</string></dict></plist>");
+    const ResourceFile license(u":/LICENSES/MIT.txt"_s, "Permission is granted.\n");
+    const ResourceFile other(u":/LICENSES/GPL-3.0-or-later.txt"_s, "Copyleft.\n");
+    const ResourceFile metainfo(
+            u":/org.example.letters.metainfo.xml"_s,
+            "<component><project_license>(MIT OR GPL-3.0-or-later)</project_license><releases>"
+            "<release version='2.1' date='2026-11-02'><description><p>Letters can be\nsent.</p>"
+            "<ul><li>Quickly</li></ul></description></release><release version='2.0'/></releases>"
+            "<custom><value key='Pellarvine::Libraries'>SQLite 3.40, blessing</value></custom>"
+            "</component>");
+    AboutWindowController controller;
+    controller.showWindow();
+    auto *const links = controller.window()->findChild<QLabel *>(u"documentsLabel"_s);
+    const QString day = QLocale().toString(QDate(2026, 11, 2), QLocale::LongFormat);
+    const struct
+    {
+        QString link;
+        QString text;
+        QKeySequence closing;
+    } rows[] = {
+        { u"about:license"_s, u"Permission is granted.\n\n\nCopyleft."_s, Qt::Key_Escape },
+        { u"about:releases"_s, u"2.1, "_s + day + u"\n\nLetters can be sent.\n• Quickly\n\n\n2.0"_s,
+          Qt::CTRL | Qt::Key_W },
+        { u"about:libraries"_s,
+          u"Qt %1, LGPL-3.0-only\nPellarvine %2, MIT\nSQLite 3.40, blessing"_s.arg(
+                  QString::fromLatin1(qVersion()),
+                  QString::fromLatin1(reinterpret_cast<const char *>(PellarvineVersionString))),
+          Qt::Key_Escape },
+    };
+    for (const auto &row : rows) {
+        Q_EMIT links->linkActivated(row.link);
+        const QPointer<QWidget> dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog) << row.link.toStdString();
+        EXPECT_EQ(dialog->findChild<QPlainTextEdit *>()->toPlainText(), row.text);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+        QTest::keySequence(dialog->windowHandle(), row.closing);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_FALSE(dialog);
+    }
+}
+
+TEST_F(About, a_long_name_wraps)
+{
+    AboutWindowController controller;
+    controller.showWindow();
+    QWidget *const window = controller.window();
+    const int height = window->height();
+    controller.setApplicationName(
+            u"The Complete Correspondence of the Letters Company "_s.repeated(4));
+    QCoreApplication::sendPostedEvents();
+    QTest::qWait(0);
+    EXPECT_LE(window->width(), 420);
+    EXPECT_GT(window->height(), height + 40);
+    const auto *const name = window->findChild<QLabel *>(u"nameLabel"_s);
+    EXPECT_GE(name->height(), name->heightForWidth(name->width()));
+}
+
+TEST_F(About, Tab_reaches_the_texts_and_Ctrl_W_closes)
+{
+    const ResourceFile file(u":/Info.plist"_s, "<plist><dict><key>CFBundleName</key>"
+                                               "<string>Letters</string></dict></plist>");
+    AboutWindowController controller;
+    controller.showWindow();
+    QWidget *const window = controller.window();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    std::set<QString> stops;
+    for (int i = 0; i < 8; ++i) {
+        QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
+        stops.insert(QApplication::focusWidget() ? QApplication::focusWidget()->objectName()
+                                                 : QString());
+    }
+    EXPECT_EQ(stops,
+              std::set({ u"copyButton"_s, u"documentsLabel"_s, u"nameLabel"_s, u"versionLabel"_s }))
+            << "an empty copyright is no stop";
+    const auto *const icon = window->findChild<QLabel *>(u"iconLabel"_s);
+    EXPECT_EQ(icon->accessibleName(), u"Application icon"_s);
+    QTest::keySequence(window->windowHandle(), Qt::CTRL | Qt::Key_W);
+    EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(About, its_window_moves_by_its_background_and_closes_by_escape)

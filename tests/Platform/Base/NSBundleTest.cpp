@@ -86,3 +86,69 @@ TEST(Bundle, a_property_list_that_is_no_dictionary_is_an_error)
     const ResourceFile file(plist, "<plist><array/></plist>");
     EXPECT_THROW(NS::Bundle::main().infoDictionary(), NS::PropertyListError);
 }
+
+TEST(Bundle, metainfo_is_read_in_the_users_language_and_faults_are_named)
+{
+    const ResourceFile list(plist, "<plist><dict><key>CFBundleIdentifier</key>"
+                                   "<string>org.example.mail</string></dict></plist>");
+    const QString path = u":/org.example.mail.metainfo.xml"_s;
+    EXPECT_EQ(NS::Bundle::main().metainfo(), NS::Metainfo());
+    EXPECT_EQ(NS::Bundle::main().metainfoPath(), QString());
+    const auto restore = qScopeGuard([] { QLocale::setDefault(QLocale::system()); });
+    const ResourceFile file(path, R"(<?xml version="1.0"?><!-- notes --><component type="x">
+<id>org.example.mail</id><project_license> MIT </project_license><future><new/></future>
+<developer_name xml:lang="fr">Ada et Cie</developer_name><developer_name>Ada</developer_name>
+<url type="homepage">https://mail.example/</url>
+<releases><release version="2" timestamp="1793577600"><description>
+<p>Faster, <em>much</em>
+  faster</p><p xml:lang="de">Schneller</p><p xml:lang="de_AT">Flotter</p>
+<ul><li>One</li><li xml:lang="de">Eins</li></ul></description><issues/></release>
+<release version="1" date="2026-01-31T10:00:00Z"/></releases>
+<custom><value key="a">1
+2</value></custom></component>)");
+    const struct
+    {
+        QString locale;
+        QString developer;
+        QString description;
+    } rows[] = {
+        { u"C"_s, u"Ada"_s, u"Faster, much faster\n• One"_s },
+        { u"de_DE"_s, u"Ada"_s, u"Schneller\n• Eins"_s },
+        { u"de_AT"_s, u"Ada"_s, u"Flotter\n• Eins"_s },
+        { u"fr_FR"_s, u"Ada et Cie"_s, u"Faster, much faster\n• One"_s },
+    };
+    for (const auto &row : rows) {
+        QLocale::setDefault(QLocale(row.locale));
+        const NS::Metainfo metainfo = NS::Bundle::main().metainfo();
+        const NS::Metainfo expected { u"MIT"_s,
+                                      row.developer,
+                                      { { u"homepage"_s, QUrl(u"https://mail.example/"_s) } },
+                                      { { u"2"_s, QDate(2026, 11, 2), row.description },
+                                        { u"1"_s, QDate(2026, 1, 31), {} } },
+                                      { { u"a"_s, u"1\n2"_s } } };
+        EXPECT_EQ(metainfo.releases.value(0).description.toStdString(),
+                  row.description.toStdString());
+        EXPECT_EQ(metainfo, expected) << row.locale.toStdString();
+        EXPECT_EQ(NS::Bundle::main().metainfoPath(), path);
+    }
+}
+
+TEST(Bundle, a_metainfo_file_with_a_fault_is_warned_about_once)
+{
+    const ResourceFile list(plist, "<plist><dict><key>CFBundleIdentifier</key>"
+                                   "<string>org.example.mail</string></dict></plist>");
+    const std::pair<QByteArray, std::string> rows[] = {
+        { "<component><id></component>", "Warning: org.example.mail.metainfo.xml:1:28: " },
+        { "<components/>", "this is no metainfo file" },
+        { "", "metainfo.xml:1:1: " },
+    };
+    for (const auto &[xml, warning] : rows) {
+        const ResourceFile file(u":/org.example.mail.metainfo.xml"_s, xml);
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(NS::Bundle::main().metainfo(), NS::Metainfo());
+        EXPECT_THAT(testing::internal::GetCapturedStdout(), testing::HasSubstr(warning));
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(NS::Bundle::main().metainfo(), NS::Metainfo());
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    }
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+#include <QDate>
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QUrl>
+
+namespace NS {
+
+/// What a program's AppStream metainfo file says, as `Bundle::metainfo()` reads it. What the file
+/// does not say is empty. Texts are those in the first language of `QLocale().uiLanguages()` that
+/// the file has, else the untranslated ones.
+struct Metainfo
+{
+    /// A version of the program and what it brought.
+    struct Release
+    {
+        QString version;
+        QDate date; ///< invalid if the file names none
+        /// Paragraphs and list items, a line each; items begin with "• ".
+        QString description;
+
+        bool operator==(const Release &) const = default;
+    };
+
+    QString projectLicense; ///< an SPDX expression: "GPL-3.0-or-later"
+    QString developer; ///< the name in `<developer>`, or `<developer_name>`
+    QMap<QString, QUrl> urls; ///< by type: "homepage", "bugtracker", "vcs-browser"
+    QList<Release> releases; ///< in the order of the file
+    QMap<QString, QString> custom; ///< the values in `<custom>`, by key
+
+    bool operator==(const Metainfo &) const = default;
+};
+
+} // namespace NS
