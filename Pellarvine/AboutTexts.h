@@ -6,7 +6,8 @@
 
 namespace Pellarvine::detail {
 
-/// "By Ada and Grace": the key Pellarvine::Authors of `<custom>`, a name a line, else the developer.
+/// "By Ada and Grace": the key Pellarvine::Authors of `<custom>`, a name a line, else the
+/// developer.
 QString aboutAuthors(const NS::Metainfo &metainfo);
 
 /// Links to the website, the bug tracker and the source code, as rich text.

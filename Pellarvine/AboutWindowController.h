@@ -15,7 +15,8 @@ namespace Pellarvine {
 ///     Pellarvine::AboutWindowController::show();
 ///
 /// Of the metainfo file it shows the project's license, with its text on demand, the links
-/// "homepage", "bugtracker" and "vcs-browser", the release notes, and in `<custom>`, an entry a line:
+/// "homepage", "bugtracker" and "vcs-browser", the release notes, and in `<custom>`, an entry a
+/// line:
 ///
 ///     <value key="Pellarvine::Authors">      names; without them, the developer's is shown
 ///     <value key="Pellarvine::Credits">      other people and works
@@ -92,8 +93,8 @@ public:
     bool hasApplicationLinks() const { return !applicationLinks().isEmpty(); }
     /// @}
 
-    /// Shows the document that a link of applicationDocuments() refers to above the window, or opens
-    /// an address with the user's program for it.
+    /// Shows the document that a link of applicationDocuments() refers to, above the window, or
+    /// opens an address with the user's program for it.
     Q_INVOKABLE void openLink(const QString &link);
 
     /// The application's window icon, 64 units wide; a tile with the initial of its name if it has
