@@ -46,6 +46,22 @@ cmake -S "$scratch/notes" -B "$scratch/notes/build" -G Ninja -DCMAKE_PREFIX_PATH
 cmake --build "$scratch/notes/build" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
 "$scratch/notes/build/notes" --help | grep -q '\[file\]' || fail "the notes do not start"
 
+# A program that the command writes builds, starts and passes its test.
+(cd "$scratch" && "$prefix/bin/pellarvine" new letters >/dev/null)
+cmake -S "$scratch/letters" -B "$scratch/letters/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
+    >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
+cmake --build "$scratch/letters/build" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
+(cd "$scratch/letters/build" && ctest --output-on-failure) >"$scratch/log" 2>&1 \
+    || { cat "$scratch/log"; exit 1; }
+"$scratch/letters/build/letters" --help | grep -q Usage || fail "the written program does not start"
+DESTDIR='' cmake --install "$scratch/letters/build" --prefix "$scratch/letters/installed" >/dev/null
+for file in applications/org.example.letters.desktop metainfo/org.example.letters.metainfo.xml; do
+    [ -e "$scratch/letters/installed/share/$file" ] || fail "the written program has no $file"
+done
+if grep -rE '@[A-Z]+@' "$scratch/letters" --exclude-dir=build; then
+    fail "the written program holds placeholders"
+fi
+
 export PKG_CONFIG_PATH=$library/pkgconfig
 for package in pellarvine-core pellarvine; do
     source=$here/consumers/pkg-config/main.cpp

@@ -21,11 +21,12 @@ expect() {
     done
 }
 
-expect 'pellarvine ' seal open digest color markup check --help --version
+expect 'pellarvine ' seal open digest color markup check new --help --version
 expect 'pellarvine se' seal
 expect 'pellarvine seal --' --passphrase-file --passphrase-fd --askpass --generate --allow-empty-passphrase
 expect 'pellarvine open --f' --force
 expect 'pellarvine markup --' --lines --html --ansi
 expect 'pellarvine check --' --plugin
+expect 'pellarvine new --' --identifier
 expect 'pellarvine digest --algorithm ' md5 sha512
 expect 'pellarvine digest --algorithm = sha' sha1 sha512

@@ -8,6 +8,7 @@
 void runSeal(const QByteArrayList &arguments);
 void runOpen(const QByteArrayList &arguments);
 void runDigest(const QByteArrayList &arguments);
+void runNew(const QByteArrayList &arguments);
 
 // Those of the program for text.
 void runColor(const QByteArrayList &arguments);

@@ -29,6 +29,7 @@ constexpr Command commands[] = {
     { "seal", "encrypt a file under a passphrase", &runSeal },
     { "open", "decrypt a sealed file", &runOpen },
     { "digest", "print checksums of files", &runDigest },
+    { "new", "write a small program to begin with", &runNew },
     { "color", "show colors given in hexadecimal", nullptr, "pellarvine-text" },
     { "markup", "turn markup into styled text", nullptr, "pellarvine-text" },
     { "check", "check interface files and storyboards", nullptr, "pellarvine-check" },

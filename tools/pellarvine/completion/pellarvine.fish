@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # fish completion for pellarvine
-set -l commands seal open digest color markup check
+set -l commands seal open digest color markup check new
 
 complete -c pellarvine -n "not __fish_seen_subcommand_from $commands" -f
 complete -c pellarvine -n __fish_use_subcommand -a seal -d 'Encrypt a file under a passphrase'
@@ -9,6 +9,7 @@ complete -c pellarvine -n __fish_use_subcommand -a digest -d 'Print checksums of
 complete -c pellarvine -n __fish_use_subcommand -a color -d 'Show colors given in hexadecimal'
 complete -c pellarvine -n __fish_use_subcommand -a markup -d 'Turn markup into styled text'
 complete -c pellarvine -n __fish_use_subcommand -a check -d 'Check interface files and storyboards'
+complete -c pellarvine -n __fish_use_subcommand -a new -d 'Write a small program to begin with'
 complete -c pellarvine -s h -l help -d 'Show help'
 complete -c pellarvine -n __fish_use_subcommand -s v -l version -d 'Show the version'
 
@@ -31,3 +32,6 @@ complete -c pellarvine -n '__fish_seen_subcommand_from markup' -l ansi -d 'Print
 complete -c pellarvine -n '__fish_seen_subcommand_from check' -l plugin -rF \
     -d 'Load a library that registers classes'
 complete -c pellarvine -n '__fish_seen_subcommand_from color' -f
+complete -c pellarvine -n '__fish_seen_subcommand_from new' -f
+complete -c pellarvine -n '__fish_seen_subcommand_from new' -s i -l identifier -x \
+    -d 'The identifier'
