@@ -234,10 +234,12 @@ QString TicketDialog::facts()
 
 QString TicketDialog::sentDescription() const
 {
-    const QString typed = description();
+    QString text = description();
     if (!includesFacts())
-        return typed;
-    return typed.isEmpty() ? facts() : typed + "\n\n"_L1 + facts();
+        return text;
+    if (!text.isEmpty())
+        text += "\n\n"_L1;
+    return text + facts();
 }
 
 void TicketDialog::send()

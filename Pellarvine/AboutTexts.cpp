@@ -62,12 +62,12 @@ std::optional<QString> textOfLicense(const QString &identifier)
     const QString programs = QCoreApplication::applicationDirPath();
     for (const QString &folder : { u":/LICENSES/"_s, programs + "/LICENSES/"_L1 }) {
         for (const QString &name : { identifier, license }) {
-            if (const auto text = contents(folder + name + ".txt"_L1))
+            if (auto text = contents(folder + name + ".txt"_L1))
                 return text;
         }
     }
     for (const QString &name : { license, QString(license).remove(zero) }) {
-        if (const auto text = contents("/usr/share/common-licenses/"_L1 + name))
+        if (auto text = contents("/usr/share/common-licenses/"_L1 + name))
             return text;
     }
     return std::nullopt;

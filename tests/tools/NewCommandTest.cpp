@@ -19,7 +19,7 @@ QString contents(const QString &path)
 
 class NewCommand : public testing::Test
 {
-protected:
+public:
     NewCommand() { QDir::setCurrent(m_folder.path()); }
     ~NewCommand() override { QDir::setCurrent(m_before); }
 
