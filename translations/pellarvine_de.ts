@@ -15,6 +15,10 @@
         <source>Close</source>
         <translation>Schließen</translation>
     </message>
+    <message>
+        <source>Application icon</source>
+        <translation>Programmsymbol</translation>
+    </message>
 </context>
 <context>
     <name>NS::Application</name>
@@ -108,6 +112,38 @@
     <message>
         <source>About %1</source>
         <translation>Über %1</translation>
+    </message>
+    <message>
+        <source>By %1</source>
+        <translation>Von %1</translation>
+    </message>
+    <message>
+        <source>Website</source>
+        <translation>Website</translation>
+    </message>
+    <message>
+        <source>Report a Bug</source>
+        <translation>Fehler melden</translation>
+    </message>
+    <message>
+        <source>Source Code</source>
+        <translation>Quelltext</translation>
+    </message>
+    <message>
+        <source>License: %1</source>
+        <translation>Lizenz: %1</translation>
+    </message>
+    <message>
+        <source>Credits</source>
+        <translation>Mitwirkende</translation>
+    </message>
+    <message>
+        <source>Libraries</source>
+        <translation>Bibliotheken</translation>
+    </message>
+    <message>
+        <source>Release Notes</source>
+        <translation>Versionshinweise</translation>
     </message>
 </context>
 <context>
@@ -244,6 +280,73 @@
     <message>
         <source>Choose</source>
         <translation>Wählen</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::TicketDialog</name>
+    <message>
+        <source>&amp;Include facts about the program and this computer</source>
+        <translation>&amp;Angaben zu Programm und Rechner beifügen</translation>
+    </message>
+    <message>
+        <source>S&amp;ummary:</source>
+        <translation>&amp;Zusammenfassung:</translation>
+    </message>
+    <message>
+        <source>&amp;Description:</source>
+        <translation>&amp;Beschreibung:</translation>
+    </message>
+    <message>
+        <source>&amp;What is sent:</source>
+        <translation>&amp;Was gesendet wird:</translation>
+    </message>
+    <message>
+        <source>&amp;Send</source>
+        <translation>&amp;Senden</translation>
+    </message>
+    <message>
+        <source>Report a Problem</source>
+        <translation>Problem melden</translation>
+    </message>
+    <message>
+        <source>What went wrong, in one line</source>
+        <translation>Was schiefging, in einer Zeile</translation>
+    </message>
+    <message>
+        <source>What you did, what you expected and what you saw</source>
+        <translation>Was Sie getan, erwartet und gesehen haben</translation>
+    </message>
+    <message>
+        <source>The program’s name and version are sent in any case.</source>
+        <translation>Name und Version des Programms werden in jedem Fall gesendet.</translation>
+    </message>
+    <message>
+        <source>Sending</source>
+        <translation>Wird gesendet</translation>
+    </message>
+    <message>
+        <source>&amp;Report a Problem…</source>
+        <translation>Problem &amp;melden…</translation>
+    </message>
+    <message>
+        <source>Sending…</source>
+        <translation>Wird gesendet…</translation>
+    </message>
+    <message>
+        <source>The report may not have arrived. %1 If you send it again, the report may arrive twice.</source>
+        <translation>Der Bericht ist vielleicht nicht angekommen. %1 Wenn Sie ihn erneut senden, kommt er vielleicht doppelt an.</translation>
+    </message>
+    <message>
+        <source>The report was not sent. %1</source>
+        <translation>Der Bericht wurde nicht gesendet. %1</translation>
+    </message>
+    <message>
+        <source>&amp;Send Again</source>
+        <translation>Erneut &amp;senden</translation>
+    </message>
+    <message>
+        <source>The report was sent. Thank you.</source>
+        <translation>Der Bericht wurde gesendet. Danke.</translation>
     </message>
 </context>
 <context>

@@ -15,6 +15,10 @@
         <source>Close</source>
         <translation>Fermer</translation>
     </message>
+    <message>
+        <source>Application icon</source>
+        <translation>Icône de l’application</translation>
+    </message>
 </context>
 <context>
     <name>NS::Application</name>
@@ -108,6 +112,38 @@
     <message>
         <source>About %1</source>
         <translation>À propos de %1</translation>
+    </message>
+    <message>
+        <source>By %1</source>
+        <translation>Par %1</translation>
+    </message>
+    <message>
+        <source>Website</source>
+        <translation>Site web</translation>
+    </message>
+    <message>
+        <source>Report a Bug</source>
+        <translation>Signaler un bogue</translation>
+    </message>
+    <message>
+        <source>Source Code</source>
+        <translation>Code source</translation>
+    </message>
+    <message>
+        <source>License: %1</source>
+        <translation>Licence : %1</translation>
+    </message>
+    <message>
+        <source>Credits</source>
+        <translation>Remerciements</translation>
+    </message>
+    <message>
+        <source>Libraries</source>
+        <translation>Bibliothèques</translation>
+    </message>
+    <message>
+        <source>Release Notes</source>
+        <translation>Notes de version</translation>
     </message>
 </context>
 <context>
@@ -244,6 +280,73 @@
     <message>
         <source>Choose</source>
         <translation>Choisir</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::TicketDialog</name>
+    <message>
+        <source>&amp;Include facts about the program and this computer</source>
+        <translation>&amp;Joindre des informations sur le programme et cet ordinateur</translation>
+    </message>
+    <message>
+        <source>S&amp;ummary:</source>
+        <translation>&amp;Résumé :</translation>
+    </message>
+    <message>
+        <source>&amp;Description:</source>
+        <translation>&amp;Description :</translation>
+    </message>
+    <message>
+        <source>&amp;What is sent:</source>
+        <translation>Ce &amp;qui est envoyé :</translation>
+    </message>
+    <message>
+        <source>&amp;Send</source>
+        <translation>&amp;Envoyer</translation>
+    </message>
+    <message>
+        <source>Report a Problem</source>
+        <translation>Signaler un problème</translation>
+    </message>
+    <message>
+        <source>What went wrong, in one line</source>
+        <translation>Ce qui s’est mal passé, en une ligne</translation>
+    </message>
+    <message>
+        <source>What you did, what you expected and what you saw</source>
+        <translation>Ce que vous avez fait, attendu et vu</translation>
+    </message>
+    <message>
+        <source>The program’s name and version are sent in any case.</source>
+        <translation>Le nom et la version du programme sont envoyés dans tous les cas.</translation>
+    </message>
+    <message>
+        <source>Sending</source>
+        <translation>Envoi</translation>
+    </message>
+    <message>
+        <source>&amp;Report a Problem…</source>
+        <translation>Signaler un p&amp;roblème…</translation>
+    </message>
+    <message>
+        <source>Sending…</source>
+        <translation>Envoi…</translation>
+    </message>
+    <message>
+        <source>The report may not have arrived. %1 If you send it again, the report may arrive twice.</source>
+        <translation>Le rapport n’est peut-être pas arrivé. %1 Si vous le renvoyez, il peut arriver deux fois.</translation>
+    </message>
+    <message>
+        <source>The report was not sent. %1</source>
+        <translation>Le rapport n’a pas été envoyé. %1</translation>
+    </message>
+    <message>
+        <source>&amp;Send Again</source>
+        <translation>&amp;Renvoyer</translation>
+    </message>
+    <message>
+        <source>The report was sent. Thank you.</source>
+        <translation>Le rapport a été envoyé. Merci.</translation>
     </message>
 </context>
 <context>

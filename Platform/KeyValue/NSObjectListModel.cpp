@@ -28,9 +28,9 @@ struct ObjectListModel::Private : KeyValueObserver
             , object(observed)
         { }
         ~Row() override { QObject::disconnect(death); }
-        void observeValue(const QString &keyPath, QObject *, const KeyValueChange *) override
+        void observeValue(const QString &changedKeyPath, QObject *, const KeyValueChange *) override
         {
-            d->changed(object, keyPath);
+            d->changed(object, changedKeyPath);
         }
 
         Private *d;
