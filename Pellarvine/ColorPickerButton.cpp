@@ -20,6 +20,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -65,6 +66,9 @@ public:
 private:
     ColorPickerButton *button() const { return static_cast<ColorPickerButton *>(widget()); }
 };
+
+// The popover of any button that shows the panel's content.
+QPointer<NS::Popover> shownPopover;
 
 // The panel that the view controller has found.
 NS::ColorPanel *panelOf(const ColorPickerViewController *controller)
@@ -129,6 +133,9 @@ void ColorPickerButton::buttonPressed()
 {
     d->viewController->view(); // which loads it
     NS::ColorPanel *const panel = panelOf(d->viewController);
+    // The panel's colour is one button's at a time.
+    if (shownPopover)
+        shownPopover->close();
     panel->setColor(d->color);
     NS::addObserver(panel, this, u"color"_s, NS::KeyValueObservingOptions::newValue);
     if (!parentWidget())
@@ -144,8 +151,9 @@ void ColorPickerButton::buttonPressed()
     // The click that has just closed one opens none, and there will be no close to end this.
     if (!popover->isShown()) {
         delete popover;
-        popoverDidClose();
+        return popoverDidClose();
     }
+    shownPopover = popover;
 }
 
 void ColorPickerButton::popoverDidClose()

@@ -18,7 +18,8 @@ namespace Pellarvine::detail {
 
 /// "#RRGGBBAA" or "#RRGGBB", by the conversion that is registered between NS::Color and text.
 PELLARVINE_PRIVATE_EXPORT QString hexText(const QColor &color, bool withAlpha);
-/// What that conversion reads, white space around it aside; nothing if it reads none.
+/// A colour of 3, 4, 6 or 8 hexadecimal digits, with or without a "#", white space around it aside;
+/// nothing for any other text.
 PELLARVINE_PRIVATE_EXPORT std::optional<QColor> colorFromHex(const QString &text);
 
 /// The colour for a clipboard or a drag: as a colour, and as hex text for programs that take no

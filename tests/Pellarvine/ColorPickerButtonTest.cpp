@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QLineEdit>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QSlider>
@@ -340,6 +341,45 @@ TEST_F(ColorPickerButtonTest, colours_are_copied_pasted_and_dropped)
     EXPECT_EQ(button->color(), QColor(Qt::yellow));
     EXPECT_TRUE(drop(*button, data)); // no change
     EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(ColorPickerButtonTest, a_press_without_a_click_closes_another_buttons_popover_first)
+{
+    auto *const other = new Button(&window);
+    other->setGeometry(20, 300, 48, 32);
+    other->setColor(Qt::blue);
+    other->show();
+    button->click(); // as a screen reader does it: no click elsewhere has closed the popover
+    ASSERT_TRUE(popover());
+    other->click();
+    EXPECT_FALSE(popover());
+    EXPECT_EQ(button->color(), QColor(Qt::green));
+    EXPECT_EQ(other->color(), QColor(Qt::blue));
+    clickWheel({ 500, 0 });
+    EXPECT_EQ(button->color(), QColor(Qt::green));
+    EXPECT_EQ(other->color().name(), u"#ff0000"_s);
+    other->click(); // its own is opened anew
+    other->observations = 0;
+    clickWheel({ -500, 0 });
+    EXPECT_EQ(other->observations, 1);
+    clickElsewhere();
+    panel()->setColor(Qt::black);
+    EXPECT_EQ(other->color().name(), u"#00ffff"_s);
+    delete other;
+}
+
+TEST_F(ColorPickerButtonTest, escape_in_the_hex_field_keeps_the_colour)
+{
+    press();
+    auto *const hex = named<QLineEdit>(panel()->contentView(), u"Hexadecimal colour"_s);
+    hex->setFocus();
+    hex->selectAll();
+    QTest::keyClicks(hex, u"ff0"_s);
+    QTest::keyClick(hex, Qt::Key_Escape);
+    ASSERT_TRUE(popover()); // the first takes back the text
+    QTest::keyClicks(hex, u"ff"_s);
+    popover()->close();
+    EXPECT_EQ(button->color(), QColor(Qt::green));
 }
 
 TEST_F(ColorPickerButtonTest, keys_and_screen_readers_press_it)
