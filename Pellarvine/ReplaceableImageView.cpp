@@ -88,6 +88,7 @@ struct ReplaceableImageView::Private
 {
     QPointer<QObject> delegate;
     QPointer<QFileDialog> panel;
+    bool isTold = false; // of the file that is being dropped
 };
 
 ReplaceableImageView::ReplaceableImageView(QWidget *parent)
@@ -155,19 +156,30 @@ void ReplaceableImageView::loadImage(const QUrl &url)
     });
     if (!guard || !bytes || image.isNull())
         return;
-    showHonouringBinding(NS::Image(image), this);
+    const NS::Image chosen(image);
+    showHonouringBinding(chosen, this);
     if (guard)
         tell(d->delegate, this, *bytes);
+    if (guard)
+        Q_EMIT imageEdited(chosen, *bytes);
+}
+
+void ReplaceableImageView::didTakeFile(const QByteArray &contents)
+{
+    d->isTold = true;
+    tell(d->delegate, this, contents);
 }
 
 bool ReplaceableImageView::performDragOperation(QDropEvent *event)
 {
     const QList<QUrl> urls = event->mimeData()->urls();
     const QPointer<ReplaceableImageView> guard(this);
+    d->isTold = false;
     if (!ImageView::performDragOperation(event))
         return false;
-    if (!guard || !operation(d->delegate).isValid())
+    if (!guard || d->isTold || !operation(d->delegate).isValid())
         return true;
+    // An image beside a file that is none, or that cannot be read.
     std::optional<Data> bytes;
     detail::runWithBusyCursor([&] { bytes = detail::contentsOfFile(urls.value(0)); });
     if (!bytes)

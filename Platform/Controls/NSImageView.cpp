@@ -10,6 +10,7 @@
 #include "View/FocusRing.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
@@ -48,18 +49,36 @@ bool holdsImage(const QMimeData *data)
     return data && (isImageFile(data->urls().value(0)) || data->hasImage());
 }
 
-QImage imageIn(const QMimeData *data)
+QByteArray pngFile(const QImage &image)
 {
-    const QUrl url = data->urls().value(0);
-    const QImage attached = data->hasImage() ? data->imageData().value<QImage>() : QImage();
-    QImage image;
-    if (isImageFile(url)) {
-        detail::runWithBusyCursor([&] {
-            if (const auto bytes = detail::contentsOfFile(url))
-                image = detail::decodedImage(*bytes);
-        });
-    }
-    return image.isNull() ? attached : image;
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+struct Taken
+{
+    QImage image; // null if there is none
+    QByteArray data;
+    bool isFile = false;
+};
+
+// Reads the file once, for the image and for who stores it.
+Taken takenFrom(const QMimeData *source)
+{
+    const QUrl url = source->urls().value(0);
+    const QImage attached = source->hasImage() ? source->imageData().value<QImage>() : QImage();
+    const bool isFile = isImageFile(url);
+    Taken taken;
+    detail::runWithBusyCursor([&] {
+        if (const auto bytes = isFile ? detail::contentsOfFile(url) : std::nullopt)
+            taken = { detail::decodedImage(*bytes), *bytes, true };
+        if (taken.image.isNull())
+            taken = { attached, pngFile(attached), false };
+    });
+    return taken;
 }
 
 // The keys that belong to the view while it has the focus, before any menu of the program.
@@ -273,7 +292,7 @@ void ImageView::cut()
     if (!d->isEditable || d->image.isEmpty())
         return;
     copy();
-    edit({});
+    edit({}, {});
 }
 
 void ImageView::paste()
@@ -281,28 +300,34 @@ void ImageView::paste()
     const QMimeData *const pasted = QApplication::clipboard()->mimeData();
     if (!d->isEditable || !holdsImage(pasted))
         return;
-    const QPointer<ImageView> guard(this);
-    const QImage image = imageIn(pasted);
-    if (guard && !image.isNull())
-        edit(Image(image));
+    take(pasted);
 }
 
 bool ImageView::performDragOperation(QDropEvent *event)
 {
-    if (!d->isEditable || !holdsImage(event->mimeData()))
-        return false;
+    return d->isEditable && holdsImage(event->mimeData()) && take(event->mimeData());
+}
+
+void ImageView::didTakeFile(const QByteArray &) { }
+
+bool ImageView::take(const QMimeData *source)
+{
     const QPointer<ImageView> guard(this);
-    const QImage image = imageIn(event->mimeData());
-    if (!guard || image.isNull())
+    const Taken taken = takenFrom(source);
+    if (!guard || taken.image.isNull())
         return false;
-    edit(Image(image));
+    edit(Image(taken.image), taken.data);
+    if (guard && taken.isFile)
+        didTakeFile(taken.data);
     return true;
 }
 
-void ImageView::edit(const Image &image)
+void ImageView::edit(const Image &image, const QByteArray &file)
 {
+    const QPointer<ImageView> guard(this);
     setImage(image);
-    Q_EMIT imageEdited(image);
+    if (guard)
+        Q_EMIT imageEdited(image, file);
 }
 
 QMenu *ImageView::createStandardContextMenu()
@@ -321,7 +346,7 @@ QMenu *ImageView::createStandardContextMenu()
     add(tr("&Copy"), "edit-copy", QKeySequence::Copy, isFilled, &ImageView::copy);
     add(tr("&Paste"), "edit-paste", QKeySequence::Paste, canPaste, &ImageView::paste);
     add(tr("Delete"), "edit-delete", QKeySequence::Delete, d->isEditable && isFilled,
-        [this] { edit({}); });
+        [this] { edit({}, {}); });
     return menu;
 }
 
@@ -399,7 +424,7 @@ void ImageView::keyPressEvent(QKeyEvent *event)
         return paste();
     case Edit::remove:
         if (!d->image.isEmpty())
-            edit({});
+            edit({}, {});
         return;
     case Edit::none:
         return QFrame::keyPressEvent(event);

@@ -9,6 +9,7 @@
 
 QT_FORWARD_DECLARE_CLASS(QDropEvent)
 QT_FORWARD_DECLARE_CLASS(QMenu)
+QT_FORWARD_DECLARE_CLASS(QMimeData)
 
 namespace NS {
 
@@ -18,7 +19,7 @@ namespace NS {
 ///     portrait->setAccessibleName(tr("Portrait"));
 ///     portrait->setEditable(true); // takes drops, paste, delete
 ///     portrait->setPlaceholderText(tr("Drop a picture here"));
-///     connect(portrait, &NS::ImageView::imageEdited, form, &Form::markChanged);
+///     connect(portrait, &NS::ImageView::imageEdited, form, &Form::storePortrait);
 ///
 /// Its frame is QFrame's: none unless `frameStyle` is set. Lengths are in device-independent
 /// pixels; a bitmap of more pixels than its size in points uses them where the screen has them. Of
@@ -94,8 +95,10 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void imageChanged(const NS::Image &image);
-    /// After imageChanged(), if it was the user who dropped, pasted, cut or deleted.
-    void imageEdited(const NS::Image &image);
+    /// After imageChanged(), if it was the user who dropped, pasted, cut or deleted. `data` is what
+    /// to store: the contents of the file that was dropped or pasted, byte for byte; a PNG file of
+    /// an image that came without one; empty when the image was removed.
+    void imageEdited(const NS::Image &image, const QByteArray &data);
     void imageScalingChanged(NS::ImageView::ImageScaling scaling);
     void imageAlignmentChanged(Qt::Alignment alignment);
     void editableChanged(bool isEditable);
@@ -105,6 +108,10 @@ protected:
     /// Shows what was dropped and says whether there was something to show: the first of the files
     /// if it is an image, else image data. Other files, and what is not on this machine, are not.
     virtual bool performDragOperation(QDropEvent *event);
+
+    /// Called after imageEdited() if the image came from a file that was dropped or pasted, with
+    /// the contents of that file. Does nothing here.
+    virtual void didTakeFile(const QByteArray &contents);
 
     bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -118,7 +125,8 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void edit(const Image &image);
+    void edit(const Image &image, const QByteArray &file);
+    bool take(const QMimeData *source);
 
     struct Private;
     std::unique_ptr<Private> d;

@@ -6,7 +6,9 @@
 #include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSKeyValueBinding.h>
 
+#include <QApplication>
 #include <QBuffer>
+#include <QClipboard>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -249,6 +251,49 @@ TEST_F(ReplaceableImageViewTest, the_delegate_gets_the_first_of_several_dropped_
     EXPECT_TRUE(drop(view, *files));
     EXPECT_EQ(record.received, QList<Data> { first });
     EXPECT_EQ(shown(), QColor(Qt::red));
+}
+
+TEST_F(ReplaceableImageViewTest, a_pasted_file_reaches_the_delegate_as_a_dropped_one_does)
+{
+    const QByteArray bytes = picture(Qt::red, 321);
+    QApplication::clipboard()->setMimeData(
+            filesToDrop({ folder.file(u"1.png"_s, bytes), folder.file(u"2.png"_s, "2") })
+                    .release());
+    QTest::keySequence(&view, QKeySequence::Paste);
+    EXPECT_EQ(shown(), QColor(Qt::red));
+    EXPECT_EQ(record.received, QList<Data> { bytes });
+    EXPECT_EQ(record.shownThen, view.image());
+    QImage image(4, 4, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    QApplication::clipboard()->setImage(image); // which is no file
+    testing::internal::CaptureStdout();
+    QTest::keySequence(&view, QKeySequence::Paste);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(shown(), QColor(Qt::blue));
+    EXPECT_EQ(record.received.size(), 1);
+}
+
+TEST_F(ReplaceableImageViewTest, a_host_that_stores_what_edits_carry_loses_nothing)
+{
+    QSignalSpy edits(&view, &ReplaceableImageView::imageEdited);
+    const auto stored = [&edits] {
+        return edits.isEmpty() ? QByteArray("none") : edits.takeLast().value(1).toByteArray();
+    };
+    const QByteArray red = picture(Qt::red, 300);
+    const QString path = folder.file(u"red.png"_s, red);
+    choose(path);
+    EXPECT_EQ(stored(), red);
+    EXPECT_TRUE(drop(view, *filesToDrop({ path })));
+    EXPECT_EQ(stored(), red);
+    QApplication::clipboard()->setMimeData(filesToDrop({ path }).release());
+    view.paste();
+    EXPECT_EQ(stored(), red);
+    view.cut();
+    EXPECT_EQ(stored(), QByteArray());
+    view.paste(); // the image alone
+    EXPECT_EQ(QImage::fromData(stored(), "PNG").pixelColor(1, 1), QColor(Qt::red));
+    QTest::keyClick(&view, Qt::Key_Delete);
+    EXPECT_EQ(stored(), QByteArray());
 }
 
 TEST_F(ReplaceableImageViewTest, a_drop_without_a_readable_file_is_shown_and_warned_of)
