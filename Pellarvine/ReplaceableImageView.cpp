@@ -146,22 +146,22 @@ void ReplaceableImageView::selectImage()
 
 void ReplaceableImageView::loadImage(const QUrl &url)
 {
-    std::optional<Data> bytes;
-    QImage image;
+    detail::ImageFile file;
     const QPointer<ReplaceableImageView> guard(this);
-    detail::runWithBusyCursor([&] {
-        bytes = detail::contentsOfFile(url);
-        if (bytes)
-            image = detail::decodedImage(*bytes);
-    });
-    if (!guard || !bytes || image.isNull())
+    detail::runWithBusyCursor([&] { file = detail::readImageFile(url); });
+    if (!guard)
         return;
-    const NS::Image chosen(image);
+    if (file.image.fault == detail::ImageFault::tooLarge)
+        return refuseImage(detail::explanation(file.image.fault));
+    if (file.image.fault != detail::ImageFault::none)
+        return;
+    const Data bytes = *file.contents;
+    const NS::Image chosen(file.image.bitmap, file.image.size);
     showHonouringBinding(chosen, this);
     if (guard)
-        tell(d->delegate, this, *bytes);
+        tell(d->delegate, this, bytes);
     if (guard)
-        Q_EMIT imageEdited(chosen, *bytes);
+        Q_EMIT imageEdited(chosen, bytes);
 }
 
 void ReplaceableImageView::didTakeFile(const QByteArray &contents)

@@ -32,6 +32,7 @@ namespace NS {
 namespace {
 
 constexpr int emptySide = 64;
+constexpr float refusalOpacity = 0.9F;
 
 // A look at the file's first bytes, quick enough for a pointer that is passing by.
 bool isImageFile(const QUrl &url)
@@ -60,9 +61,10 @@ QByteArray pngFile(const QImage &image)
 
 struct Taken
 {
-    QImage image; // null if there is none
+    Image image; // empty if there is none
     QByteArray data;
     bool isFile = false;
+    detail::ImageFault fault = detail::ImageFault::none;
 };
 
 // Reads the file once, for the image and for who stores it.
@@ -73,10 +75,13 @@ Taken takenFrom(const QMimeData *source)
     const bool isFile = isImageFile(url);
     Taken taken;
     detail::runWithBusyCursor([&] {
-        if (const auto bytes = isFile ? detail::contentsOfFile(url) : std::nullopt)
-            taken = { detail::decodedImage(*bytes), *bytes, true };
-        if (taken.image.isNull())
-            taken = { attached, pngFile(attached), false };
+        const detail::ImageFile file = isFile ? detail::readImageFile(url) : detail::ImageFile();
+        if (!file.image.bitmap.isNull())
+            taken = { Image(file.image.bitmap, file.image.size), *file.contents, true, {} };
+        else if (!attached.isNull())
+            taken = { Image(attached), pngFile(attached), false, {} };
+        else
+            taken.fault = file.image.fault;
     });
     return taken;
 }
@@ -119,10 +124,12 @@ public:
     QString text(QAccessible::Text text) const override
     {
         const QString given = AccessibleControl::text(text);
+        if (text != QAccessible::Description)
+            return given;
+        if (const QString refusal = view()->refusal(); !refusal.isEmpty())
+            return refusal;
         const bool isEmpty = view()->image().isEmpty();
-        return text == QAccessible::Description && given.isEmpty() && isEmpty
-                       ? view()->placeholderText()
-                       : given;
+        return given.isEmpty() && isEmpty ? view()->placeholderText() : given;
     }
     QString imageDescription() const override { return text(QAccessible::Name); }
     QSize imageSize() const override { return view()->imageRect().size().toSize(); }
@@ -145,6 +152,7 @@ struct ImageView::Private
     bool isEditable = false;
     bool isDropTarget = false;
     QString placeholderText;
+    QString refusal; // why the last picture is not shown
     QImage scaled; // the bitmap in the pixels that it was last drawn with
 };
 
@@ -164,6 +172,7 @@ const Image &ImageView::image() const
 
 void ImageView::setImage(const Image &image)
 {
+    setRefusal({});
     if (image == d->image)
         return;
     const bool isResized = image.size() != d->image.size();
@@ -232,6 +241,11 @@ void ImageView::setPlaceholderText(const QString &text)
         return;
     update();
     Q_EMIT placeholderTextChanged(text);
+}
+
+QString ImageView::refusal() const
+{
+    return d->refusal;
 }
 
 QRectF ImageView::imageRect() const
@@ -314,12 +328,30 @@ bool ImageView::take(const QMimeData *source)
 {
     const QPointer<ImageView> guard(this);
     const Taken taken = takenFrom(source);
-    if (!guard || taken.image.isNull())
+    if (!guard)
         return false;
-    edit(Image(taken.image), taken.data);
+    if (taken.image.isEmpty()) {
+        refuseImage(detail::explanation(taken.fault));
+        return false;
+    }
+    edit(taken.image, taken.data);
     if (guard && taken.isFile)
         didTakeFile(taken.data);
     return true;
+}
+
+void ImageView::refuseImage(const QString &reason)
+{
+    setRefusal(reason);
+    QAccessibleEvent event(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
+    Q_EMIT imageRefused(reason);
+}
+
+void ImageView::setRefusal(const QString &reason)
+{
+    if (detail::assign(d->refusal, reason))
+        update();
 }
 
 void ImageView::edit(const Image &image, const QByteArray &file)
@@ -352,6 +384,16 @@ QMenu *ImageView::createStandardContextMenu()
 
 bool ImageView::event(QEvent *event)
 {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::KeyPress:
+    case QEvent::ContextMenu:
+    case QEvent::DragEnter:
+        setRefusal({});
+        break;
+    default:
+        break;
+    }
     if (event->type() == QEvent::ShortcutOverride && d->isEditable
         && editFor(static_cast<QKeyEvent *>(event)) != Edit::none)
         event->accept();
@@ -437,6 +479,8 @@ void ImageView::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     painter.setClipRect(contentsRect());
     const QRectF target = imageRect();
+    constexpr int margin = 8;
+    const QRect textRect = contentsRect().adjusted(margin, margin, -margin, -margin);
     if (!isEnabled())
         painter.setOpacity(0.5);
     if (!target.isEmpty()) {
@@ -449,11 +493,17 @@ void ImageView::paintEvent(QPaintEvent *event)
         const QImage &shown = isReduced && !d->scaled.isNull() ? d->scaled : bitmap;
         painter.setRenderHint(QPainter::SmoothPixmapTransform, shown.size() != pixels);
         painter.drawImage(target, shown);
-    } else if (!d->placeholderText.isEmpty()) {
+    } else if (!d->placeholderText.isEmpty() && d->refusal.isEmpty()) {
         painter.setPen(palette().color(QPalette::PlaceholderText));
-        constexpr int margin = 8;
-        painter.drawText(contentsRect().adjusted(margin, margin, -margin, -margin),
-                         Qt::AlignCenter | Qt::TextWordWrap, d->placeholderText);
+        painter.drawText(textRect, Qt::AlignCenter | Qt::TextWordWrap, d->placeholderText);
+    }
+    if (!d->refusal.isEmpty()) {
+        QColor veil = palette().color(QPalette::Base);
+        veil.setAlphaF(refusalOpacity);
+        painter.setOpacity(1);
+        painter.fillRect(contentsRect(), veil);
+        painter.setPen(palette().color(QPalette::Text));
+        painter.drawText(textRect, Qt::AlignCenter | Qt::TextWordWrap, d->refusal);
     }
     if (d->isDropTarget || (hasFocus() && d->isEditable)) {
         painter.setClipping(false);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DragAndDrop.h"
+#include "HugePicture.h"
 #include "TemporaryFolder.h"
 
 #include <pellarvine/Pellarvine/ReplaceableImageView.h>
@@ -219,6 +220,17 @@ TEST_F(ReplaceableImageViewTest,
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_TRUE(view.image().isEmpty());
     EXPECT_TRUE(record.received.isEmpty());
+}
+
+TEST_F(ReplaceableImageViewTest, a_chosen_picture_that_is_too_large_is_explained)
+{
+    QSignalSpy refusals(&view, SIGNAL(imageRefused(QString)));
+    choose(folder.file(u"huge.jpg"_s, hugePicture()));
+    EXPECT_EQ(refusals.count(), 1);
+    EXPECT_TRUE(view.image().isEmpty());
+    EXPECT_TRUE(record.received.isEmpty());
+    choose(folder.file(u"text.png"_s, "not a picture")); // which is none to explain
+    EXPECT_EQ(refusals.count(), 1);
 }
 
 TEST_F(ReplaceableImageViewTest, a_bound_view_leaves_the_picture_to_its_model)
