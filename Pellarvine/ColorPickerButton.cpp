@@ -15,12 +15,14 @@
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QDragEnterEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -41,8 +43,14 @@ public:
     QString text(QAccessible::Text text) const override
     {
         const QColor color = button()->color();
-        return text == QAccessible::Value ? detail::hexText(color, color.alpha() < 255)
-                                          : AccessibleControl::text(text);
+        if (text == QAccessible::Value)
+            return detail::hexText(color, color.alpha() < 255);
+        QString given = AccessibleControl::text(text);
+        if (text != QAccessible::Description)
+            return given;
+        // Text values do not reach screen readers on every platform, descriptions do.
+        const QString described = detail::colorDescription(color);
+        return given.isEmpty() ? described : given + u", "_s + described;
     }
     QAccessible::State state() const override
     {
@@ -118,7 +126,7 @@ void ColorPickerButton::setColor(const QColor &color)
         return;
     update();
     if (QAccessible::isActive()) {
-        QAccessibleValueChangeEvent event(this, detail::hexText(d->color, true));
+        QAccessibleEvent event(this, QAccessible::DescriptionChanged);
         QAccessible::updateAccessibility(&event);
     }
     Q_EMIT colorChanged(d->color);
@@ -196,6 +204,11 @@ bool ColorPickerButton::event(QEvent *event)
         const auto *const key = static_cast<QKeyEvent *>(event);
         if (key->matches(QKeySequence::Copy) || key->matches(QKeySequence::Paste))
             event->accept();
+    }
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                           detail::colorDescription(d->color), this);
+        return true;
     }
     return Button::event(event);
 }

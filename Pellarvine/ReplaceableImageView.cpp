@@ -5,6 +5,7 @@
 #include "Base/Failure.h"
 #include "Base/FileContents.h"
 #include "Base/MethodLookup.h"
+#include "Controls/AccessibleImageView.h"
 #include "Drawing/ImageDecoding.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/NSKeyValueBinding.h"
@@ -82,6 +83,24 @@ void showHonouringBinding(const NS::Image &image, ReplaceableImageView *view)
     }
 }
 
+class AccessibleReplaceableImageView : public detail::AccessibleImageView
+{
+public:
+    using AccessibleImageView::AccessibleImageView;
+
+    QStringList actionNames() const override
+    {
+        return QStringList(pressAction()) + AccessibleImageView::actionNames();
+    }
+    void doAction(const QString &name) override
+    {
+        if (name == pressAction())
+            static_cast<ReplaceableImageView *>(widget())->selectImage();
+        else
+            AccessibleImageView::doAction(name);
+    }
+};
+
 } // namespace
 
 struct ReplaceableImageView::Private
@@ -95,6 +114,7 @@ ReplaceableImageView::ReplaceableImageView(QWidget *parent)
     : ImageView(parent)
     , d(std::make_unique<Private>())
 {
+    detail::makeAccessible<ReplaceableImageView, AccessibleReplaceableImageView>();
     setEditable(true);
 }
 

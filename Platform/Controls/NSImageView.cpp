@@ -3,9 +3,9 @@
 
 #include "Base/Assign.h"
 #include "Base/FileContents.h"
+#include "Controls/AccessibleImageView.h"
 #include "Drawing/ImageDecoding.h"
 #include "Drawing/NSGraphicsContext.h"
-#include "View/AccessibleControl.h"
 #include "View/BusyCursor.h"
 #include "View/FocusRing.h"
 
@@ -108,40 +108,6 @@ Edit editFor(const QKeyEvent *event)
     return Edit::none;
 }
 
-class AccessibleImageView : public detail::AccessibleControl, public QAccessibleImageInterface
-{
-public:
-    explicit AccessibleImageView(ImageView *view)
-        : AccessibleControl(view, QAccessible::Graphic, ImageView::tr("Image"))
-    { }
-
-    void *interface_cast(QAccessible::InterfaceType type) override
-    {
-        if (type == QAccessible::ImageInterface)
-            return static_cast<QAccessibleImageInterface *>(this);
-        return AccessibleControl::interface_cast(type);
-    }
-    QString text(QAccessible::Text text) const override
-    {
-        const QString given = AccessibleControl::text(text);
-        if (text != QAccessible::Description)
-            return given;
-        if (const QString refusal = view()->refusal(); !refusal.isEmpty())
-            return refusal;
-        const bool isEmpty = view()->image().isEmpty();
-        return given.isEmpty() && isEmpty ? view()->placeholderText() : given;
-    }
-    QString imageDescription() const override { return text(QAccessible::Name); }
-    QSize imageSize() const override { return view()->imageRect().size().toSize(); }
-    QPoint imagePosition() const override
-    {
-        return view()->mapToGlobal(view()->imageRect().topLeft().toPoint());
-    }
-
-private:
-    ImageView *view() const { return static_cast<ImageView *>(widget()); }
-};
-
 } // namespace
 
 struct ImageView::Private
@@ -160,7 +126,7 @@ ImageView::ImageView(QWidget *parent)
     : QFrame(parent)
     , d(std::make_unique<Private>())
 {
-    detail::makeAccessible<ImageView, AccessibleImageView>();
+    detail::makeAccessible<ImageView, detail::AccessibleImageView>();
 }
 
 ImageView::~ImageView() = default;

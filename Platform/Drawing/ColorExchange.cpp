@@ -2,6 +2,7 @@
 #include "Drawing/ColorExchange.h"
 
 #include "Drawing/NSColor.h"
+#include "Drawing/NSColorList.h"
 
 #include <QMimeData>
 #include <QPainter>
@@ -46,6 +47,18 @@ std::optional<QColor> colorFromHex(const QString &text)
                             QMetaType::fromType<NS::Color>(), &color))
         return std::nullopt;
     return color.toQColor();
+}
+
+QString colorDescription(const QColor &color)
+{
+    const QString digits = hexText(color, color.alpha() < 255);
+    for (const NS::ColorList &list : NS::ColorList::availableColorLists()) {
+        for (const auto &[name, listed] : list.entries) {
+            if (hexText(listed.toQColor(), true) == hexText(color, true))
+                return name + u", "_s + digits;
+        }
+    }
+    return digits;
 }
 
 QMimeData *mimeDataForColor(const QColor &color)

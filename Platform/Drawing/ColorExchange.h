@@ -22,6 +22,9 @@ PELLARVINE_PRIVATE_EXPORT QString hexText(const QColor &color, bool withAlpha);
 /// nothing for any other text.
 PELLARVINE_PRIVATE_EXPORT std::optional<QColor> colorFromHex(const QString &text);
 
+/// What people are told of a colour: its name, if a colour list has one for it, and its digits.
+PELLARVINE_PRIVATE_EXPORT QString colorDescription(const QColor &color);
+
 /// The colour for a clipboard or a drag: as a colour, and as hex text for programs that take no
 /// other. The caller owns it.
 PELLARVINE_PRIVATE_EXPORT QMimeData *mimeDataForColor(const QColor &color);

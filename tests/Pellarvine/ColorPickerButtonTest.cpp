@@ -12,11 +12,13 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTest>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 #include <set>
@@ -393,6 +395,37 @@ TEST_F(ColorPickerButtonTest, keys_and_screen_readers_press_it)
     popover()->close();
     QTest::keyClick(button, Qt::Key_Space);
     EXPECT_TRUE(popover());
+}
+
+TEST_F(ColorPickerButtonTest, screen_readers_and_tool_tips_tell_the_colour)
+{
+    static QStringList announced;
+    announced.clear();
+    const auto former = QAccessible::installUpdateHandler([](QAccessibleEvent *event) {
+        if (event->type() == QAccessible::DescriptionChanged)
+            announced += event->accessibleInterface()->text(QAccessible::Description);
+    });
+    QAccessible::setActive(true);
+    QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(button);
+    const auto toolTip = [this] {
+        QHelpEvent event(QEvent::ToolTip, { 4, 4 }, button->mapToGlobal(QPoint(4, 4)));
+        QApplication::sendEvent(button, &event);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(interface->text(QAccessible::Description), u"#00FF00"_s);
+    button->setColor(QColor(0x2e, 0xcc, 0x71));
+    EXPECT_EQ(interface->text(QAccessible::Description), u"Emerald, #2ECC71"_s);
+    EXPECT_EQ(toolTip(), u"Emerald, #2ECC71"_s);
+    button->setAccessibleDescription(u"Of the shape"_s);
+    button->setToolTip(u"Choose a colour"_s);
+    announced.clear();
+    button->setColor(QColor(1, 2, 3, 4));
+    EXPECT_EQ(interface->text(QAccessible::Description), u"Of the shape, #01020304"_s);
+    EXPECT_EQ(announced, QStringList { u"Of the shape, #01020304"_s });
+    EXPECT_EQ(toolTip(), u"Choose a colour"_s); // the program's own
+    QAccessible::setActive(false);
+    QAccessible::installUpdateHandler(former);
+    QToolTip::hideText();
 }
 
 TEST_F(ColorPickerButtonTest, what_needs_a_panel_before_there_is_one_stops_the_program)

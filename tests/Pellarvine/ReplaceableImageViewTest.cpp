@@ -7,6 +7,7 @@
 #include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSKeyValueBinding.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QBuffer>
 #include <QClipboard>
@@ -164,7 +165,7 @@ TEST_F(ReplaceableImageViewTest, a_double_click_opens_a_sheet_and_a_single_one_d
     EXPECT_EQ(view.findChildren<QFileDialog *>().size(), 1);
 }
 
-TEST_F(ReplaceableImageViewTest, keys_and_the_context_menu_open_the_sheet_too)
+TEST_F(ReplaceableImageViewTest, keys_the_context_menu_and_screen_readers_open_the_sheet_too)
 {
     for (const int key : { Qt::Key_Return, Qt::Key_Space }) {
         QTest::keyClick(&view, Qt::Key(key));
@@ -173,6 +174,15 @@ TEST_F(ReplaceableImageViewTest, keys_and_the_context_menu_open_the_sheet_too)
     }
     const std::unique_ptr<QMenu> menu(view.createStandardContextMenu());
     menu->actions().constFirst()->trigger();
+    ASSERT_TRUE(panel());
+    delete panel();
+    QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(&view);
+    EXPECT_EQ(interface->role(), QAccessible::Graphic);
+    EXPECT_EQ(interface->text(QAccessible::Name), u"Image"_s);
+    ASSERT_TRUE(interface->actionInterface());
+    const QString press = QAccessibleActionInterface::pressAction();
+    EXPECT_TRUE(interface->actionInterface()->actionNames().contains(press));
+    interface->actionInterface()->doAction(press);
     EXPECT_TRUE(panel());
 }
 

@@ -213,7 +213,8 @@ void ColorPanelContent::addPage(const QIcon &icon, const QString &name, QWidget 
     m_items->addAction(item);
     m_pages->addWidget(page);
     connect(item, &QAction::triggered, this, std::move(choose));
-    QWidget *const button = m_toolbar->widgetForAction(item);
+    auto *const button = static_cast<QToolButton *>(m_toolbar->widgetForAction(item));
+    button->setAutoExclusive(true); // which makes screen readers announce one of several
     button->setFocusPolicy(Qt::TabFocus);
     button->setMinimumSize(5 * unit, 4 * unit);
 }
@@ -275,6 +276,7 @@ QWidget *ColorPanelContent::makeSlidersPage()
                               const QList<ColorComponentRow *> &rows) {
         auto *const button = new QPushButton(name);
         button->setCheckable(true);
+        button->setAutoExclusive(true);
         button->setFocusPolicy(Qt::StrongFocus);
         button->setAutoDefault(false);
         m_modelButtons->addButton(button, mode);

@@ -201,6 +201,13 @@ TEST_F(ColorPanelTest, items_of_the_tool_bar_show_their_pages)
     EXPECT_EQ(panel->mode(), ColorPanel::wheelMode);
     EXPECT_TRUE(wheel()->isVisible());
     EXPECT_EQ(modes.count(), 5);
+    const auto role = [](QWidget *widget) {
+        return QAccessible::queryAccessibleInterface(widget)->role();
+    };
+    for (QAction *const item : items) // one of several
+        EXPECT_EQ(role(panel->toolbar()->widgetForAction(item)), QAccessible::RadioButton);
+    for (const QString &model : { u"RGB"_s, u"HSB"_s })
+        EXPECT_EQ(role(find<QAbstractButton>(model)), QAccessible::RadioButton);
     panel->setMode(ColorPanel::colorListMode);
     EXPECT_TRUE(items.at(2)->isChecked());
 }
