@@ -16,9 +16,9 @@ namespace Pellarvine {
 ///     swatch->setBackgroundColor(QColor(0x2f, 0x6f, 0xde));
 ///     swatch->setRadius(6);
 ///
-/// It draws by its layer. Setting `backgroundColor`, to whatever value, or `usesPaletteColors` fills
-/// that; until then the view is clear, in Qt Designer as in the program. `radius` and the loading
-/// of an interface file turn the layer on without filling it. Main thread only.
+/// It draws by its layer. Setting `backgroundColor`, to whatever value, or `usesPaletteColors`
+/// fills that; until then the view is clear, in Qt Designer as in the program. `radius` and the
+/// loading of an interface file turn the layer on without filling it. Main thread only.
 class PELLARVINE_EXPORT SolidView : public QWidget
 {
     Q_OBJECT

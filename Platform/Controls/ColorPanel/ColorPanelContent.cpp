@@ -213,8 +213,7 @@ void ColorPanelContent::addPage(const QIcon &icon, const QString &name, QWidget 
     m_items->addAction(item);
     m_pages->addWidget(page);
     connect(item, &QAction::triggered, this, std::move(choose));
-    auto *const button = static_cast<QToolButton *>(m_toolbar->widgetForAction(item));
-    button->setAutoExclusive(true); // which makes screen readers announce one of several
+    QWidget *const button = m_toolbar->widgetForAction(item);
     button->setFocusPolicy(Qt::TabFocus);
     button->setMinimumSize(5 * unit, 4 * unit);
 }
@@ -276,7 +275,7 @@ QWidget *ColorPanelContent::makeSlidersPage()
                               const QList<ColorComponentRow *> &rows) {
         auto *const button = new QPushButton(name);
         button->setCheckable(true);
-        button->setAutoExclusive(true);
+        button->setAutoExclusive(true); // which screen readers announce as one of several
         button->setFocusPolicy(Qt::StrongFocus);
         button->setAutoDefault(false);
         m_modelButtons->addButton(button, mode);

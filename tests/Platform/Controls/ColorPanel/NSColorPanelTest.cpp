@@ -204,9 +204,7 @@ TEST_F(ColorPanelTest, items_of_the_tool_bar_show_their_pages)
     const auto role = [](QWidget *widget) {
         return QAccessible::queryAccessibleInterface(widget)->role();
     };
-    for (QAction *const item : items) // one of several
-        EXPECT_EQ(role(panel->toolbar()->widgetForAction(item)), QAccessible::RadioButton);
-    for (const QString &model : { u"RGB"_s, u"HSB"_s })
+    for (const QString &model : { u"RGB"_s, u"HSB"_s }) // one of several
         EXPECT_EQ(role(find<QAbstractButton>(model)), QAccessible::RadioButton);
     panel->setMode(ColorPanel::colorListMode);
     EXPECT_TRUE(items.at(2)->isChecked());
