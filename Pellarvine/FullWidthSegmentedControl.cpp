@@ -75,10 +75,10 @@ void FullWidthSegmentedControl::spreadSegments()
     const double available = NS::frame(this).width() - insets.left() - insets.right() - border;
     const int count = segmentCount();
     const double each = std::floor(available / count);
-    for (int i = 0; i < count; ++i) {
-        const bool isLast = i == count - 1;
-        setWidth(isLast ? available - (count - 1) * (each + divider) : each, i);
-    }
+    QList<double> widths(count, each);
+    if (count > 0)
+        widths.last() = available - (count - 1) * (each + divider);
+    setWidths(widths);
 }
 
 } // namespace Pellarvine
