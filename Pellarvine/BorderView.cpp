@@ -19,7 +19,7 @@ constexpr double inkOpacity = 0.25;
 
 struct Edge
 {
-    std::shared_ptr<CA::Layer> layer = std::make_shared<CA::Layer>();
+    std::shared_ptr<CA::Layer> layer; // null until it is first used: most views show one line
     bool isWanted = false;
 };
 
@@ -33,7 +33,17 @@ struct BorderView::Private
     Edge bottom;
     QColor backgroundColor = Qt::white;
     QColor borderColor = QColor::fromRgbF(0.0F, 0.0F, 0.0F, float(inkOpacity));
+    QColor lineColor = borderColor; // or the palette's
     bool usesPaletteColors = false;
+
+    CA::Layer *layerOf(Edge &edge) const
+    {
+        if (!edge.layer) {
+            edge.layer = std::make_shared<CA::Layer>();
+            edge.layer->setBackgroundColor(lineColor);
+        }
+        return edge.layer.get();
+    }
 
     std::array<Edge *, 4> edges() { return { &left, &right, &top, &bottom }; }
 
@@ -58,22 +68,22 @@ BorderView::~BorderView() = default;
 
 CA::Layer *BorderView::leftLayer() const
 {
-    return d->left.layer.get();
+    return d->layerOf(d->left);
 }
 
 CA::Layer *BorderView::rightLayer() const
 {
-    return d->right.layer.get();
+    return d->layerOf(d->right);
 }
 
 CA::Layer *BorderView::topLayer() const
 {
-    return d->top.layer.get();
+    return d->layerOf(d->top);
 }
 
 CA::Layer *BorderView::bottomLayer() const
 {
-    return d->bottom.layer.get();
+    return d->layerOf(d->bottom);
 }
 
 QColor BorderView::backgroundColor() const
@@ -165,11 +175,10 @@ void BorderView::setUsesPaletteColors(bool usesPaletteColors)
 void BorderView::updateLayerVisibility()
 {
     const auto layer = NS::layer(this);
-    for (const Edge *const edge : d->edges()) {
-        const bool isAttached = edge->layer->superlayer();
-        if (edge->isWanted && !isAttached && layer)
+    for (Edge *const edge : d->edges()) {
+        if (edge->isWanted && layer && !d->layerOf(*edge)->superlayer())
             layer->addSublayer(edge->layer);
-        else if (!edge->isWanted && isAttached)
+        else if (!edge->isWanted && edge->layer)
             edge->layer->removeFromSuperlayer();
     }
 }
@@ -180,15 +189,15 @@ void BorderView::performLayout()
     const double width = bounds.width();
     const double height = bounds.height();
     if (d->left.isWanted)
-        d->left.layer->setFrame({ 0.0, 0.0, thickness, height });
+        d->layerOf(d->left)->setFrame({ 0.0, 0.0, thickness, height });
     if (d->right.isWanted)
-        d->right.layer->setFrame({ width - thickness, 0.0, thickness, height });
+        d->layerOf(d->right)->setFrame({ width - thickness, 0.0, thickness, height });
     const double left = d->left.isWanted ? thickness : 0.0;
     const double right = d->right.isWanted ? thickness : 0.0;
     if (d->top.isWanted)
-        d->top.layer->setFrame({ left, height - thickness, width - left - right, thickness });
+        d->layerOf(d->top)->setFrame({ left, height - thickness, width - left - right, thickness });
     if (d->bottom.isWanted)
-        d->bottom.layer->setFrame({ left, 0.0, width - left - right, thickness });
+        d->layerOf(d->bottom)->setFrame({ left, 0.0, width - left - right, thickness });
 }
 
 void BorderView::changeEvent(QEvent *event)
@@ -219,9 +228,11 @@ void BorderView::applyBackgroundColor()
 
 void BorderView::applyBorderColor()
 {
-    const QColor color = d->usesPaletteColors ? detail::ink(palette(), inkOpacity) : d->borderColor;
-    for (const Edge *const edge : d->edges())
-        edge->layer->setBackgroundColor(color);
+    d->lineColor = d->usesPaletteColors ? detail::ink(palette(), inkOpacity) : d->borderColor;
+    for (const Edge *const edge : d->edges()) {
+        if (edge->layer)
+            edge->layer->setBackgroundColor(d->lineColor);
+    }
 }
 
 } // namespace Pellarvine

@@ -78,7 +78,7 @@ public:
 
     /// Attaches the lines that are to be seen to the view's layer and detaches the others. Setting
     /// a flag does this; call it after `NS::setWantsLayer` has given the view another layer.
-    void updateLayerVisibility();
+    Q_INVOKABLE void updateLayerVisibility();
 
     /// Places the lines that are to be seen along the edges of the view's bounds.
     Q_INVOKABLE virtual void performLayout();

@@ -15,11 +15,14 @@
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QDragEnterEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -40,8 +43,14 @@ public:
     QString text(QAccessible::Text text) const override
     {
         const QColor color = button()->color();
-        return text == QAccessible::Value ? detail::hexText(color, color.alpha() < 255)
-                                          : AccessibleControl::text(text);
+        if (text == QAccessible::Value)
+            return detail::hexText(color, color.alpha() < 255);
+        QString given = AccessibleControl::text(text);
+        if (text != QAccessible::Description)
+            return given;
+        // Text values do not reach screen readers on every platform, descriptions do.
+        const QString described = detail::colorDescription(color);
+        return given.isEmpty() ? described : given + u", "_s + described;
     }
     QAccessible::State state() const override
     {
@@ -65,6 +74,9 @@ public:
 private:
     ColorPickerButton *button() const { return static_cast<ColorPickerButton *>(widget()); }
 };
+
+// The popover of any button that shows the panel's content.
+QPointer<NS::Popover> shownPopover;
 
 // The panel that the view controller has found.
 NS::ColorPanel *panelOf(const ColorPickerViewController *controller)
@@ -114,7 +126,7 @@ void ColorPickerButton::setColor(const QColor &color)
         return;
     update();
     if (QAccessible::isActive()) {
-        QAccessibleValueChangeEvent event(this, detail::hexText(d->color, true));
+        QAccessibleEvent event(this, QAccessible::DescriptionChanged);
         QAccessible::updateAccessibility(&event);
     }
     Q_EMIT colorChanged(d->color);
@@ -129,6 +141,9 @@ void ColorPickerButton::buttonPressed()
 {
     d->viewController->view(); // which loads it
     NS::ColorPanel *const panel = panelOf(d->viewController);
+    // The panel's colour is one button's at a time.
+    if (shownPopover)
+        shownPopover->close();
     panel->setColor(d->color);
     NS::addObserver(panel, this, u"color"_s, NS::KeyValueObservingOptions::newValue);
     if (!parentWidget())
@@ -144,8 +159,9 @@ void ColorPickerButton::buttonPressed()
     // The click that has just closed one opens none, and there will be no close to end this.
     if (!popover->isShown()) {
         delete popover;
-        popoverDidClose();
+        return popoverDidClose();
     }
+    shownPopover = popover;
 }
 
 void ColorPickerButton::popoverDidClose()
@@ -188,6 +204,11 @@ bool ColorPickerButton::event(QEvent *event)
         const auto *const key = static_cast<QKeyEvent *>(event);
         if (key->matches(QKeySequence::Copy) || key->matches(QKeySequence::Paste))
             event->accept();
+    }
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                           detail::colorDescription(d->color), this);
+        return true;
     }
     return Button::event(event);
 }

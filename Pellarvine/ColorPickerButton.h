@@ -20,7 +20,8 @@ namespace Pellarvine {
 ///     const Pellarvine::Binding binding(fill, u"color"_s, shape, u"fill"_s);
 ///
 /// The button takes a colour that is dropped on it or pasted, as a colour or as hex text
-/// ("#1ABC9C"), and gives its own by dragging it out and by copying. Main thread only.
+/// ("#1ABC9C"), and gives its own by dragging it out and by copying. Its tool tip, unless one is
+/// set, and its accessible description tell the colour. Main thread only.
 class PELLARVINE_EXPORT ColorPickerButton : public NS::Button, public NS::KeyValueObserver
 {
     Q_OBJECT

@@ -17,14 +17,14 @@ constexpr double divider = 1.0;
 
 struct FullWidthSegmentedControl::Private
 {
-    int spreadWidth = -1; // the control's when its segments were last spread
+    QSize spreadSize; // the control's when its segments were last spread
 };
 
 FullWidthSegmentedControl::FullWidthSegmentedControl(QWidget *parent)
     : SegmentedControl(parent)
     , d(std::make_unique<Private>())
 {
-    setSizePolicy({ QSizePolicy::MinimumExpanding, QSizePolicy::Fixed, QSizePolicy::PushButton });
+    setSizePolicy({ QSizePolicy::Expanding, QSizePolicy::Fixed, QSizePolicy::PushButton });
     connect(this, &SegmentedControl::segmentCountChanged, this,
             &FullWidthSegmentedControl::spreadSegments);
 }
@@ -40,7 +40,7 @@ void FullWidthSegmentedControl::setFrame(const QRectF &frame)
 double FullWidthSegmentedControl::widthForSegment(int segment) const
 {
     // Qt tells a hidden widget of its size when it is shown.
-    if (d->spreadWidth != width())
+    if (d->spreadSize != size())
         const_cast<FullWidthSegmentedControl *>(this)->spreadSegments();
     return SegmentedControl::widthForSegment(segment);
 }
@@ -64,20 +64,21 @@ QSize FullWidthSegmentedControl::minimumSizeHint() const
 void FullWidthSegmentedControl::resizeEvent(QResizeEvent *event)
 {
     SegmentedControl::resizeEvent(event);
-    spreadSegments();
+    if (d->spreadSize != size()) // which it is if the event was held back until the widget is shown
+        spreadSegments();
 }
 
 void FullWidthSegmentedControl::spreadSegments()
 {
-    d->spreadWidth = width();
+    d->spreadSize = size();
     const QMarginsF insets = NS::alignmentRectInsets(this);
     const double available = NS::frame(this).width() - insets.left() - insets.right() - border;
     const int count = segmentCount();
     const double each = std::floor(available / count);
-    for (int i = 0; i < count; ++i) {
-        const bool isLast = i == count - 1;
-        setWidth(isLast ? available - (count - 1) * (each + divider) : each, i);
-    }
+    QList<double> widths(count, each);
+    if (count > 0)
+        widths.last() = available - (count - 1) * (each + divider);
+    setWidths(widths);
 }
 
 } // namespace Pellarvine

@@ -29,7 +29,8 @@ public:
 
     double widthForSegment(int segment) const override;
 
-    /// Wide enough for the widest label in each segment.
+    /// Wide enough for the widest label in each segment. The control shrinks to
+    /// minimumSizeHint(), eliding the labels.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

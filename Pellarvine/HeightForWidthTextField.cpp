@@ -9,6 +9,12 @@ HeightForWidthTextField::HeightForWidthTextField(QWidget *parent)
     : TextField(parent)
 { }
 
+void HeightForWidthTextField::setFrame(const QRectF &frame)
+{
+    NS::setFrame(this, frame);
+    NS::setNeedsLayout(this);
+}
+
 void HeightForWidthTextField::performLayout()
 {
     setPreferredMaxLayoutWidth(NS::bounds(this).width());

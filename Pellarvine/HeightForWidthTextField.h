@@ -21,6 +21,10 @@ class PELLARVINE_EXPORT HeightForWidthTextField : public NS::TextField
 public:
     explicit HeightForWidthTextField(QWidget *parent = nullptr);
 
+    /// As `NS::setFrame`, which calls it, and asks for a layout pass even where the frame stays the
+    /// same.
+    Q_INVOKABLE virtual void setFrame(const QRectF &frame);
+
     /// Takes over the width, then does what the base class does. A change of the frame asks for it.
     Q_INVOKABLE void performLayout() override;
 

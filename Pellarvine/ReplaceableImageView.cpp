@@ -5,6 +5,7 @@
 #include "Base/Failure.h"
 #include "Base/FileContents.h"
 #include "Base/MethodLookup.h"
+#include "Controls/AccessibleImageView.h"
 #include "Drawing/ImageDecoding.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/NSKeyValueBinding.h"
@@ -82,18 +83,38 @@ void showHonouringBinding(const NS::Image &image, ReplaceableImageView *view)
     }
 }
 
+class AccessibleReplaceableImageView : public detail::AccessibleImageView
+{
+public:
+    using AccessibleImageView::AccessibleImageView;
+
+    QStringList actionNames() const override
+    {
+        return QStringList(pressAction()) + AccessibleImageView::actionNames();
+    }
+    void doAction(const QString &name) override
+    {
+        if (name == pressAction())
+            static_cast<ReplaceableImageView *>(widget())->selectImage();
+        else
+            AccessibleImageView::doAction(name);
+    }
+};
+
 } // namespace
 
 struct ReplaceableImageView::Private
 {
     QPointer<QObject> delegate;
     QPointer<QFileDialog> panel;
+    bool isTold = false; // of the file that is being dropped
 };
 
 ReplaceableImageView::ReplaceableImageView(QWidget *parent)
     : ImageView(parent)
     , d(std::make_unique<Private>())
 {
+    detail::makeAccessible<ReplaceableImageView, AccessibleReplaceableImageView>();
     setEditable(true);
 }
 
@@ -145,29 +166,40 @@ void ReplaceableImageView::selectImage()
 
 void ReplaceableImageView::loadImage(const QUrl &url)
 {
-    std::optional<Data> bytes;
-    QImage image;
+    detail::ImageFile file;
     const QPointer<ReplaceableImageView> guard(this);
-    detail::runWithBusyCursor([&] {
-        bytes = detail::contentsOfFile(url);
-        if (bytes)
-            image = detail::decodedImage(*bytes);
-    });
-    if (!guard || !bytes || image.isNull())
+    detail::runWithBusyCursor([&] { file = detail::readImageFile(url); });
+    if (!guard)
         return;
-    showHonouringBinding(NS::Image(image), this);
+    if (file.image.fault == detail::ImageFault::tooLarge)
+        return refuseImage(detail::explanation(file.image.fault));
+    if (file.image.fault != detail::ImageFault::none)
+        return;
+    const Data bytes = *file.contents;
+    const NS::Image chosen(file.image.bitmap, file.image.size);
+    showHonouringBinding(chosen, this);
     if (guard)
-        tell(d->delegate, this, *bytes);
+        tell(d->delegate, this, bytes);
+    if (guard)
+        Q_EMIT imageEdited(chosen, bytes);
+}
+
+void ReplaceableImageView::didTakeFile(const QByteArray &contents)
+{
+    d->isTold = true;
+    tell(d->delegate, this, contents);
 }
 
 bool ReplaceableImageView::performDragOperation(QDropEvent *event)
 {
     const QList<QUrl> urls = event->mimeData()->urls();
     const QPointer<ReplaceableImageView> guard(this);
+    d->isTold = false;
     if (!ImageView::performDragOperation(event))
         return false;
-    if (!guard || !operation(d->delegate).isValid())
+    if (!guard || d->isTold || !operation(d->delegate).isValid())
         return true;
+    // An image beside a file that is none, or that cannot be read.
     std::optional<Data> bytes;
     detail::runWithBusyCursor([&] { bytes = detail::contentsOfFile(urls.value(0)); });
     if (!bytes)

@@ -85,11 +85,7 @@ void SolidView::changeEvent(QEvent *event)
 
 void SolidView::ensureLayer()
 {
-    if (NS::wantsLayer(this))
-        return;
     NS::setWantsLayer(this, true);
-    NS::layer(this)->setCornerRadius(d->radius);
-    applyBackgroundColor();
 }
 
 void SolidView::applyBackgroundColor()

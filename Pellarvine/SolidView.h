@@ -16,8 +16,9 @@ namespace Pellarvine {
 ///     swatch->setBackgroundColor(QColor(0x2f, 0x6f, 0xde));
 ///     swatch->setRadius(6);
 ///
-/// It draws by its layer, which it gets when it comes from an interface file or when one of its
-/// properties is first set, to whatever value; until then nothing is drawn. Main thread only.
+/// It draws by its layer. Setting `backgroundColor`, to whatever value, or `usesPaletteColors`
+/// fills that; until then the view is clear, in Qt Designer as in the program. `radius` and the
+/// loading of an interface file turn the layer on without filling it. Main thread only.
 class PELLARVINE_EXPORT SolidView : public QWidget
 {
     Q_OBJECT
@@ -31,7 +32,7 @@ public:
     explicit SolidView(QWidget *parent = nullptr);
     ~SolidView() override;
 
-    /// Default: white.
+    /// Default: white, which fills nothing before it is set.
     QColor backgroundColor() const;
     void setBackgroundColor(const QColor &color);
 

@@ -3,6 +3,7 @@
 
 #include "Base/Failure.h"
 #include "Drawing/NSGraphicsContext.h"
+#include "Drawing/PixelAlignment.h"
 #include "Pellarvine/PaletteColors.h"
 
 #include <QPainter>
@@ -23,17 +24,17 @@ QColor fixedGray(double ink)
     return QColor::fromRgbF(white, white, white);
 }
 
-void fill(const QRectF &rect, const QColor &color)
+void fill(const QRectF &rect, const QRectF &frame, const QColor &color)
 {
     if (QPainter *const painter = NS::GraphicsContext::current())
-        painter->fillRect(rect, color);
+        painter->fillRect(detail::alignedToPixels(rect, frame, painter->deviceTransform()), color);
     else
         detail::printWarning("Warning: there is no graphics context to draw into");
 }
 
 void fillLine(const QRectF &frame, const QColor &color)
 {
-    fill({ frame.left(), frame.top(), frame.width(), thickness }, color);
+    fill({ frame.left(), frame.top(), frame.width(), thickness }, frame, color);
 }
 
 void fillToolbar(const QRectF &frame, const QColor &line, const QColor &background)
@@ -41,7 +42,7 @@ void fillToolbar(const QRectF &frame, const QColor &line, const QColor &backgrou
     fillLine(frame, line);
     // A rectangle of negative height would cover the line.
     if (background.isValid() && frame.height() > thickness)
-        fill(frame.adjusted(0, thickness, 0, 0), background);
+        fill(frame.adjusted(0, thickness, 0, 0), frame, background);
 }
 
 } // namespace

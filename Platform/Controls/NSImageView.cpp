@@ -3,13 +3,14 @@
 
 #include "Base/Assign.h"
 #include "Base/FileContents.h"
+#include "Controls/AccessibleImageView.h"
 #include "Drawing/ImageDecoding.h"
 #include "Drawing/NSGraphicsContext.h"
-#include "View/AccessibleControl.h"
 #include "View/BusyCursor.h"
 #include "View/FocusRing.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
@@ -31,6 +32,7 @@ namespace NS {
 namespace {
 
 constexpr int emptySide = 64;
+constexpr float refusalOpacity = 0.9F;
 
 // A look at the file's first bytes, quick enough for a pointer that is passing by.
 bool isImageFile(const QUrl &url)
@@ -48,18 +50,40 @@ bool holdsImage(const QMimeData *data)
     return data && (isImageFile(data->urls().value(0)) || data->hasImage());
 }
 
-QImage imageIn(const QMimeData *data)
+QByteArray pngFile(const QImage &image)
 {
-    const QUrl url = data->urls().value(0);
-    const QImage attached = data->hasImage() ? data->imageData().value<QImage>() : QImage();
-    QImage image;
-    if (isImageFile(url)) {
-        detail::runWithBusyCursor([&] {
-            if (const auto bytes = detail::contentsOfFile(url))
-                image = detail::decodedImage(*bytes);
-        });
-    }
-    return image.isNull() ? attached : image;
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+struct Taken
+{
+    Image image; // empty if there is none
+    QByteArray data;
+    bool isFile = false;
+    detail::ImageFault fault = detail::ImageFault::none;
+};
+
+// Reads the file once, for the image and for who stores it.
+Taken takenFrom(const QMimeData *source)
+{
+    const QUrl url = source->urls().value(0);
+    const QImage attached = source->hasImage() ? source->imageData().value<QImage>() : QImage();
+    const bool isFile = isImageFile(url);
+    Taken taken;
+    detail::runWithBusyCursor([&] {
+        const detail::ImageFile file = isFile ? detail::readImageFile(url) : detail::ImageFile();
+        if (!file.image.bitmap.isNull())
+            taken = { Image(file.image.bitmap, file.image.size), *file.contents, true, {} };
+        else if (!attached.isNull())
+            taken = { Image(attached), pngFile(attached), false, {} };
+        else
+            taken.fault = file.image.fault;
+    });
+    return taken;
 }
 
 // The keys that belong to the view while it has the focus, before any menu of the program.
@@ -84,38 +108,6 @@ Edit editFor(const QKeyEvent *event)
     return Edit::none;
 }
 
-class AccessibleImageView : public detail::AccessibleControl, public QAccessibleImageInterface
-{
-public:
-    explicit AccessibleImageView(ImageView *view)
-        : AccessibleControl(view, QAccessible::Graphic, ImageView::tr("Image"))
-    { }
-
-    void *interface_cast(QAccessible::InterfaceType type) override
-    {
-        if (type == QAccessible::ImageInterface)
-            return static_cast<QAccessibleImageInterface *>(this);
-        return AccessibleControl::interface_cast(type);
-    }
-    QString text(QAccessible::Text text) const override
-    {
-        const QString given = AccessibleControl::text(text);
-        const bool isEmpty = view()->image().isEmpty();
-        return text == QAccessible::Description && given.isEmpty() && isEmpty
-                       ? view()->placeholderText()
-                       : given;
-    }
-    QString imageDescription() const override { return text(QAccessible::Name); }
-    QSize imageSize() const override { return view()->imageRect().size().toSize(); }
-    QPoint imagePosition() const override
-    {
-        return view()->mapToGlobal(view()->imageRect().topLeft().toPoint());
-    }
-
-private:
-    ImageView *view() const { return static_cast<ImageView *>(widget()); }
-};
-
 } // namespace
 
 struct ImageView::Private
@@ -126,6 +118,7 @@ struct ImageView::Private
     bool isEditable = false;
     bool isDropTarget = false;
     QString placeholderText;
+    QString refusal; // why the last picture is not shown
     QImage scaled; // the bitmap in the pixels that it was last drawn with
 };
 
@@ -133,7 +126,7 @@ ImageView::ImageView(QWidget *parent)
     : QFrame(parent)
     , d(std::make_unique<Private>())
 {
-    detail::makeAccessible<ImageView, AccessibleImageView>();
+    detail::makeAccessible<ImageView, detail::AccessibleImageView>();
 }
 
 ImageView::~ImageView() = default;
@@ -145,6 +138,7 @@ const Image &ImageView::image() const
 
 void ImageView::setImage(const Image &image)
 {
+    setRefusal({});
     if (image == d->image)
         return;
     const bool isResized = image.size() != d->image.size();
@@ -215,6 +209,11 @@ void ImageView::setPlaceholderText(const QString &text)
     Q_EMIT placeholderTextChanged(text);
 }
 
+QString ImageView::refusal() const
+{
+    return d->refusal;
+}
+
 QRectF ImageView::imageRect() const
 {
     const QRectF room = contentsRect();
@@ -273,7 +272,7 @@ void ImageView::cut()
     if (!d->isEditable || d->image.isEmpty())
         return;
     copy();
-    edit({});
+    edit({}, {});
 }
 
 void ImageView::paste()
@@ -281,28 +280,52 @@ void ImageView::paste()
     const QMimeData *const pasted = QApplication::clipboard()->mimeData();
     if (!d->isEditable || !holdsImage(pasted))
         return;
-    const QPointer<ImageView> guard(this);
-    const QImage image = imageIn(pasted);
-    if (guard && !image.isNull())
-        edit(Image(image));
+    take(pasted);
 }
 
 bool ImageView::performDragOperation(QDropEvent *event)
 {
-    if (!d->isEditable || !holdsImage(event->mimeData()))
-        return false;
+    return d->isEditable && holdsImage(event->mimeData()) && take(event->mimeData());
+}
+
+void ImageView::didTakeFile(const QByteArray &) { }
+
+bool ImageView::take(const QMimeData *source)
+{
     const QPointer<ImageView> guard(this);
-    const QImage image = imageIn(event->mimeData());
-    if (!guard || image.isNull())
+    const Taken taken = takenFrom(source);
+    if (!guard)
         return false;
-    edit(Image(image));
+    if (taken.image.isEmpty()) {
+        refuseImage(detail::explanation(taken.fault));
+        return false;
+    }
+    edit(taken.image, taken.data);
+    if (guard && taken.isFile)
+        didTakeFile(taken.data);
     return true;
 }
 
-void ImageView::edit(const Image &image)
+void ImageView::refuseImage(const QString &reason)
 {
+    setRefusal(reason);
+    QAccessibleEvent event(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
+    Q_EMIT imageRefused(reason);
+}
+
+void ImageView::setRefusal(const QString &reason)
+{
+    if (detail::assign(d->refusal, reason))
+        update();
+}
+
+void ImageView::edit(const Image &image, const QByteArray &file)
+{
+    const QPointer<ImageView> guard(this);
     setImage(image);
-    Q_EMIT imageEdited(image);
+    if (guard)
+        Q_EMIT imageEdited(image, file);
 }
 
 QMenu *ImageView::createStandardContextMenu()
@@ -321,12 +344,22 @@ QMenu *ImageView::createStandardContextMenu()
     add(tr("&Copy"), "edit-copy", QKeySequence::Copy, isFilled, &ImageView::copy);
     add(tr("&Paste"), "edit-paste", QKeySequence::Paste, canPaste, &ImageView::paste);
     add(tr("Delete"), "edit-delete", QKeySequence::Delete, d->isEditable && isFilled,
-        [this] { edit({}); });
+        [this] { edit({}, {}); });
     return menu;
 }
 
 bool ImageView::event(QEvent *event)
 {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::KeyPress:
+    case QEvent::ContextMenu:
+    case QEvent::DragEnter:
+        setRefusal({});
+        break;
+    default:
+        break;
+    }
     if (event->type() == QEvent::ShortcutOverride && d->isEditable
         && editFor(static_cast<QKeyEvent *>(event)) != Edit::none)
         event->accept();
@@ -399,7 +432,7 @@ void ImageView::keyPressEvent(QKeyEvent *event)
         return paste();
     case Edit::remove:
         if (!d->image.isEmpty())
-            edit({});
+            edit({}, {});
         return;
     case Edit::none:
         return QFrame::keyPressEvent(event);
@@ -412,6 +445,8 @@ void ImageView::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     painter.setClipRect(contentsRect());
     const QRectF target = imageRect();
+    constexpr int margin = 8;
+    const QRect textRect = contentsRect().adjusted(margin, margin, -margin, -margin);
     if (!isEnabled())
         painter.setOpacity(0.5);
     if (!target.isEmpty()) {
@@ -424,11 +459,17 @@ void ImageView::paintEvent(QPaintEvent *event)
         const QImage &shown = isReduced && !d->scaled.isNull() ? d->scaled : bitmap;
         painter.setRenderHint(QPainter::SmoothPixmapTransform, shown.size() != pixels);
         painter.drawImage(target, shown);
-    } else if (!d->placeholderText.isEmpty()) {
+    } else if (!d->placeholderText.isEmpty() && d->refusal.isEmpty()) {
         painter.setPen(palette().color(QPalette::PlaceholderText));
-        constexpr int margin = 8;
-        painter.drawText(contentsRect().adjusted(margin, margin, -margin, -margin),
-                         Qt::AlignCenter | Qt::TextWordWrap, d->placeholderText);
+        painter.drawText(textRect, Qt::AlignCenter | Qt::TextWordWrap, d->placeholderText);
+    }
+    if (!d->refusal.isEmpty()) {
+        QColor veil = palette().color(QPalette::Base);
+        veil.setAlphaF(refusalOpacity);
+        painter.setOpacity(1);
+        painter.fillRect(contentsRect(), veil);
+        painter.setPen(palette().color(QPalette::Text));
+        painter.drawText(textRect, Qt::AlignCenter | Qt::TextWordWrap, d->refusal);
     }
     if (d->isDropTarget || (hasFocus() && d->isEditable)) {
         painter.setClipping(false);

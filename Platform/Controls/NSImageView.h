@@ -9,6 +9,7 @@
 
 QT_FORWARD_DECLARE_CLASS(QDropEvent)
 QT_FORWARD_DECLARE_CLASS(QMenu)
+QT_FORWARD_DECLARE_CLASS(QMimeData)
 
 namespace NS {
 
@@ -18,11 +19,14 @@ namespace NS {
 ///     portrait->setAccessibleName(tr("Portrait"));
 ///     portrait->setEditable(true); // takes drops, paste, delete
 ///     portrait->setPlaceholderText(tr("Drop a picture here"));
-///     connect(portrait, &NS::ImageView::imageEdited, form, &Form::markChanged);
+///     connect(portrait, &NS::ImageView::imageEdited, form, &Form::storePortrait);
 ///
 /// Its frame is QFrame's: none unless `frameStyle` is set. Lengths are in device-independent
 /// pixels; a bitmap of more pixels than its size in points uses them where the screen has them. Of
-/// animated formats the first frame is shown. Screen readers see a graphic, named by
+/// animated formats the first frame is shown. Pictures from files that have more pixels than a
+/// large screen keep their size and are decoded to fewer pixels. Files above 512 MB, and pictures
+/// that would take more memory than that, are refused: the view says so until the user does
+/// something, and imageRefused() tells the program. Screen readers see a graphic, named by
 /// `accessibleName`.
 class PELLARVINE_EXPORT ImageView : public QFrame
 {
@@ -73,6 +77,10 @@ public:
     /// Where the image is drawn; empty if there is none.
     QRectF imageRect() const;
 
+    /// Why the picture that the user last dropped or pasted is not shown; empty from when the user
+    /// or the program does anything else with the view.
+    QString refusal() const;
+
     /// What an editable view offers at a right click, for the caller to show and delete.
     virtual QMenu *createStandardContextMenu();
 
@@ -94,8 +102,13 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void imageChanged(const NS::Image &image);
-    /// After imageChanged(), if it was the user who dropped, pasted, cut or deleted.
-    void imageEdited(const NS::Image &image);
+    /// After imageChanged(), if it was the user who dropped, pasted, cut or deleted. `data` is what
+    /// to store: the contents of the file that was dropped or pasted, byte for byte; a PNG file of
+    /// an image that came without one; empty when the image was removed.
+    void imageEdited(const NS::Image &image, const QByteArray &data);
+    /// A picture that the user has dropped or pasted is not shown, for the translated `reason`: it
+    /// is damaged or too large.
+    void imageRefused(const QString &reason);
     void imageScalingChanged(NS::ImageView::ImageScaling scaling);
     void imageAlignmentChanged(Qt::Alignment alignment);
     void editableChanged(bool isEditable);
@@ -105,6 +118,13 @@ protected:
     /// Shows what was dropped and says whether there was something to show: the first of the files
     /// if it is an image, else image data. Other files, and what is not on this machine, are not.
     virtual bool performDragOperation(QDropEvent *event);
+
+    /// Called after imageEdited() if the image came from a file that was dropped or pasted, with
+    /// the contents of that file. Does nothing here.
+    virtual void didTakeFile(const QByteArray &contents);
+
+    /// Shows the reason in the view and emits imageRefused().
+    void refuseImage(const QString &reason);
 
     bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -118,7 +138,9 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void edit(const Image &image);
+    void setRefusal(const QString &reason);
+    void edit(const Image &image, const QByteArray &file);
+    bool take(const QMimeData *source);
 
     struct Private;
     std::unique_ptr<Private> d;

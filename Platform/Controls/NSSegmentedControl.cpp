@@ -38,6 +38,11 @@ struct Segment
     int tag = 0;
     bool isEnabled = true;
     int shortcut = 0;
+    // As last measured in the control's font and style; -1 if not yet.
+    mutable int contentWidth = -1;
+    mutable int beginningWidth = -1;
+
+    void forgetWidths() const { contentWidth = beginningWidth = -1; }
 };
 
 } // namespace
@@ -71,6 +76,8 @@ struct SegmentedControl::Private
     void grabShortcut(Segment &segment) const;
 
     int contentWidth(const Segment &segment) const;
+    int beginningWidth(const Segment &segment) const;
+    void forgetWidths() const;
     QList<QRect> rects() const;
     QList<detail::SegmentLook> looks() const;
 };
@@ -217,7 +224,23 @@ void SegmentedControl::Private::grabShortcut(Segment &segment) const
 
 int SegmentedControl::Private::contentWidth(const Segment &segment) const
 {
-    return detail::segmentContentWidth(*q, segment.label, segment.image);
+    if (segment.contentWidth < 0)
+        segment.contentWidth = detail::segmentContentWidth(*q, segment.label, segment.image);
+    return segment.contentWidth;
+}
+
+int SegmentedControl::Private::beginningWidth(const Segment &segment) const
+{
+    if (segment.beginningWidth < 0)
+        segment.beginningWidth =
+                detail::segmentContentWidth(*q, segment.label.left(1) + u'…', segment.image);
+    return segment.beginningWidth;
+}
+
+void SegmentedControl::Private::forgetWidths() const
+{
+    for (const Segment &segment : segments)
+        segment.forgetWidths();
 }
 
 QList<QRect> SegmentedControl::Private::rects() const
@@ -336,6 +359,7 @@ void SegmentedControl::setLabel(const QString &label, int segment)
         return;
     d->resizing([&] {
         d->segments[segment].label = label;
+        d->segments[segment].forgetWidths();
         d->grabShortcut(d->segments[segment]);
     });
     detail::tellOfSegment(*this, segment, QAccessible::NameChanged);
@@ -350,7 +374,10 @@ QIcon SegmentedControl::imageForSegment(int segment) const
 void SegmentedControl::setImage(const QIcon &image, int segment)
 {
     if (d->has(segment))
-        d->resizing([&] { d->segments[segment].image = image; });
+        d->resizing([&] {
+            d->segments[segment].image = image;
+            d->segments[segment].forgetWidths();
+        });
 }
 
 QString SegmentedControl::toolTipForSegment(int segment) const
@@ -400,6 +427,20 @@ void SegmentedControl::setWidth(double width, int segment)
 {
     if (d->has(segment) && width != d->segments[segment].width)
         d->resizing([&] { d->segments[segment].width = width; });
+}
+
+void SegmentedControl::setWidths(const QList<double> &widths)
+{
+    const auto hasWidth = [](const Segment &segment, double width) {
+        return segment.width == width;
+    };
+    if (std::equal(d->segments.cbegin(), d->segments.cend(), widths.cbegin(), widths.cend(),
+                   hasWidth))
+        return;
+    d->resizing([&] {
+        for (int i = 0; i < std::min(segmentCount(), int(widths.size())); ++i)
+            d->segments[i].width = widths[i];
+    });
 }
 
 int SegmentedControl::selectedSegment() const
@@ -492,10 +533,9 @@ double SegmentedControl::fittingWidthForSegment(int segment) const
 
 double SegmentedControl::smallestWidthForSegment(int segment) const
 {
-    const Segment &whole = d->segments[segment];
-    Segment cut = whole;
-    cut.label = whole.label.left(1) + u'…';
-    return std::min(d->contentWidth(cut), d->contentWidth(whole)) + SegmentMetrics::leastPadding;
+    const Segment &measured = d->segments[segment];
+    return std::min(d->beginningWidth(measured), d->contentWidth(measured))
+           + SegmentMetrics::leastPadding;
 }
 
 QSize SegmentedControl::sizeForSegmentWidths(const QList<double> &widths) const
@@ -515,6 +555,10 @@ QSize SegmentedControl::sizeForSegmentWidths(const QList<double> &widths) const
 bool SegmentedControl::event(QEvent *event)
 {
     switch (event->type()) {
+    case QEvent::Polish:
+    case QEvent::ScreenChangeInternal:
+        d->forgetWidths();
+        break;
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
         d->setHovered(segmentAt(static_cast<QHoverEvent *>(event)->position().toPoint()));
@@ -569,6 +613,7 @@ void SegmentedControl::changeEvent(QEvent *event)
         break;
     case QEvent::FontChange:
     case QEvent::StyleChange:
+        d->forgetWidths();
         updateGeometry();
         update();
         break;

@@ -120,6 +120,9 @@ Q_SIGNALS:
     void segmentCountChanged(int count);
 
 protected:
+    /// What setWidth() does, for all segments in one step.
+    void setWidths(const QList<double> &widths);
+
     /// What the segment needs for its label and image, whatever width it is given.
     double fittingWidthForSegment(int segment) const;
     /// What it needs to show the beginning of its label.

@@ -2,6 +2,7 @@
 #include "Drawing/ColorExchange.h"
 
 #include "Drawing/NSColor.h"
+#include "Drawing/NSColorList.h"
 
 #include <QMimeData>
 #include <QPainter>
@@ -35,12 +36,29 @@ QString hexText(const QColor &color, bool withAlpha)
 
 std::optional<QColor> colorFromHex(const QString &text)
 {
+    // The conversion also reads text of which a part alone is a number.
+    static const QRegularExpression number(
+            u"\\A#?(?:[0-9A-Fa-f]{3,4}|[0-9A-Fa-f]{6}|[0-9A-Fa-f]{8})\\z"_s);
     const QString trimmed = text.trimmed();
+    if (!number.match(trimmed).hasMatch())
+        return std::nullopt;
     NS::Color color;
     if (!QMetaType::convert(QMetaType::fromType<QString>(), &trimmed,
                             QMetaType::fromType<NS::Color>(), &color))
         return std::nullopt;
     return color.toQColor();
+}
+
+QString colorDescription(const QColor &color)
+{
+    const QString digits = hexText(color, color.alpha() < 255);
+    for (const NS::ColorList &list : NS::ColorList::availableColorLists()) {
+        for (const auto &[name, listed] : list.entries) {
+            if (hexText(listed.toQColor(), true) == hexText(color, true))
+                return name + u", "_s + digits;
+        }
+    }
+    return digits;
 }
 
 QMimeData *mimeDataForColor(const QColor &color)
@@ -60,9 +78,7 @@ std::optional<QColor> colorInMimeData(const QMimeData *data)
         if (color.isValid())
             return color.toRgb();
     }
-    static const QRegularExpression number(u"\\A\\s*#?[0-9A-Fa-f]{3,8}\\s*\\z"_s);
-    const QString text = data->text();
-    return number.match(text).hasMatch() ? colorFromHex(text) : std::nullopt;
+    return colorFromHex(data->text());
 }
 
 QPixmap dragPixmap(const QColor &color, double devicePixelRatio)

@@ -18,8 +18,12 @@ namespace Pellarvine::detail {
 
 /// "#RRGGBBAA" or "#RRGGBB", by the conversion that is registered between NS::Color and text.
 PELLARVINE_PRIVATE_EXPORT QString hexText(const QColor &color, bool withAlpha);
-/// What that conversion reads, white space around it aside; nothing if it reads none.
+/// A colour of 3, 4, 6 or 8 hexadecimal digits, with or without a "#", white space around it aside;
+/// nothing for any other text.
 PELLARVINE_PRIVATE_EXPORT std::optional<QColor> colorFromHex(const QString &text);
+
+/// What people are told of a colour: its name, if a colour list has one for it, and its digits.
+PELLARVINE_PRIVATE_EXPORT QString colorDescription(const QColor &color);
 
 /// The colour for a clipboard or a drag: as a colour, and as hex text for programs that take no
 /// other. The caller owns it.

@@ -2,6 +2,7 @@
 #include "View/CALayer.h"
 
 #include "Base/Assign.h"
+#include "Drawing/PixelAlignment.h"
 #include "View/NSView.h"
 
 #include <QPainter>
@@ -14,6 +15,8 @@ namespace CA {
 
 struct Layer::Private
 {
+    void render(QPainter &painter, const QRectF &rect, const QRectF &space) const;
+
     QRectF frame;
     QColor backgroundColor;
     double cornerRadius = 0.0;
@@ -102,24 +105,32 @@ void Layer::removeFromSuperlayer()
 void Layer::render(QPainter &painter, double spaceHeight) const
 {
     const QRectF rect = NS::flipped(d->frame, spaceHeight);
+    d->render(painter, rect, rect);
+}
+
+// `rect` with y downwards, within the layer above.
+void Layer::Private::render(QPainter &painter, const QRectF &rect, const QRectF &space) const
+{
     if (rect.isEmpty())
         return;
+    const QRectF drawn = detail::alignedToPixels(rect, space, painter.deviceTransform());
     painter.save();
-    if (d->cornerRadius > 0.0) {
-        const double radius = std::min({ d->cornerRadius, rect.width() / 2, rect.height() / 2 });
+    if (cornerRadius > 0.0) {
+        const double radius = std::min({ cornerRadius, drawn.width() / 2, drawn.height() / 2 });
         QPainterPath outline;
-        outline.addRoundedRect(rect, radius, radius);
+        outline.addRoundedRect(drawn, radius, radius);
         painter.setRenderHint(QPainter::Antialiasing);
-        if (d->backgroundColor.isValid())
-            painter.fillPath(outline, d->backgroundColor);
+        if (backgroundColor.isValid())
+            painter.fillPath(outline, backgroundColor);
         painter.setClipPath(outline, Qt::IntersectClip);
-    } else if (d->backgroundColor.isValid()) {
+    } else if (backgroundColor.isValid()) {
         painter.setRenderHint(QPainter::Antialiasing, false);
-        painter.fillRect(rect, d->backgroundColor);
+        painter.fillRect(drawn, backgroundColor);
     }
     painter.translate(rect.topLeft());
-    for (const auto &layer : d->sublayers)
-        layer->render(painter, rect.height());
+    const QRectF inside(QPointF(), rect.size());
+    for (const auto &layer : sublayers)
+        layer->d->render(painter, NS::flipped(layer->d->frame, rect.height()), inside);
     painter.restore();
 }
 

@@ -63,7 +63,8 @@ public:
     void removeFromSuperlayer();
 
     /// Draws the layer and those below it into a space of that height; the painter's y grows
-    /// downwards, as Qt's does. Edges are sharp: they fall on whole pixels of the device.
+    /// downwards, as Qt's does. Edges are sharp: they fall on whole pixels of the device. A line is
+    /// equally thick wherever it lies in the layer above.
     void render(QPainter &painter, double spaceHeight) const;
 
 Q_SIGNALS:

@@ -10,6 +10,7 @@
 #include <QMoveEvent>
 #include <QPointer>
 #include <QResizeEvent>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QWidget>
 
@@ -166,6 +167,16 @@ QRectF frame(const QWidget *widget)
 
 void setFrame(QWidget *widget, const QRectF &frame)
 {
+    // The widget's own setFrame() calls this function for what it does not do itself.
+    static const QWidget *overriding = nullptr;
+    if (widget != overriding) {
+        const QMetaMethod own = detail::methodWithSignature(widget, "setFrame(QRectF)");
+        if (own.isValid()) {
+            const QScopedValueRollback<const QWidget *> rollback(overriding, widget);
+            own.invoke(widget, Qt::DirectConnection, Q_ARG(QRectF, frame));
+            return;
+        }
+    }
     widget->setGeometry(roundedToUnits(flipped(frame, spaceHeight(widget))));
 }
 

@@ -30,7 +30,8 @@ PELLARVINE_EXPORT QRectF frame(const QWidget *widget);
 
 /// Moves and resizes the widget. Qt places widgets on whole units: each edge goes to the nearest
 /// one, so that frames that touch still do. Sizes below 0 count as 0, and the widget's own minimum
-/// and maximum hold as in `QWidget::setGeometry`.
+/// and maximum hold as in `QWidget::setGeometry`. A widget that declares an invokable method
+/// `setFrame(QRectF)` has that called instead, which calls this function for the frame itself.
 PELLARVINE_EXPORT void setFrame(QWidget *widget, const QRectF &frame);
 
 /// The widget's rectangle in its own coordinates: origin (0, 0).

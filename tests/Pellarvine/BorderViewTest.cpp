@@ -65,6 +65,55 @@ TEST(BorderView, four_lines_nowhere_cover_each_other)
     }
 }
 
+TEST(BorderView, lines_are_equally_thick_on_every_side_and_place_of_every_screen)
+{
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        for (int place = 0; place < 12; ++place) {
+            QWidget window;
+            window.resize(80, 80);
+            View view;
+            view.setParent(&window);
+            view.setGeometry(place, place, 40 + place, 40 + place % 5);
+            view.setBorders(true, true, true, true);
+            const QImage image = picture(window, scale);
+            const QPoint middle =
+                    (QPointF(view.geometry().center()) * scale).toPoint(); // white, inside
+            const int thickness = qRound(scale);
+            int width = 0;
+            int height = 0;
+            QString across;
+            QString down;
+            const auto letter = [](const QColor &color) {
+                return color == ground      ? u' '
+                       : color == line      ? u'#'
+                       : color == Qt::white ? u'.'
+                                            : u'?';
+            };
+            qsizetype inked = 0;
+            for (int i = 0; i < image.width(); ++i) {
+                across += letter(image.pixelColor(i, middle.y()));
+                down += letter(image.pixelColor(middle.x(), i));
+                for (int y = 0; y < image.height(); ++y) {
+                    const QChar found = letter(image.pixelColor(i, y));
+                    ASSERT_NE(found, u'?') << "lines cover each other, or blend";
+                    inked += found == u'#';
+                }
+            }
+            width = int(across.trimmed().size());
+            height = int(down.trimmed().size());
+            const QString stroke(thickness, u'#');
+            const auto expected = [&stroke](int length) {
+                return stroke + QString(length - 2 * stroke.size(), u'.') + stroke;
+            };
+            EXPECT_EQ(across.trimmed().toStdString(), expected(width).toStdString())
+                    << scale << " at " << place;
+            EXPECT_EQ(down.trimmed().toStdString(), expected(height).toStdString())
+                    << scale << " at " << place;
+            EXPECT_EQ(inked, 2 * thickness * (width + height - 2 * thickness));
+        }
+    }
+}
+
 TEST(BorderView, each_flag_shows_its_own_edge_across_the_whole_side)
 {
     struct Case
@@ -130,7 +179,7 @@ TEST(BorderView, lines_follow_the_view_to_another_layer)
     view.setBackgroundColor(Qt::yellow);
     EXPECT_EQ(view.leftLayer()->superlayer(), nullptr) << "there is nothing to attach it to";
     NS::setWantsLayer(&view, true);
-    view.updateLayerVisibility();
+    EXPECT_TRUE(QMetaObject::invokeMethod(&view, "updateLayerVisibility"));
     EXPECT_EQ(NS::layer(&view)->sublayers().size(), 2);
     view.leftLayer()->removeFromSuperlayer();
     view.setHasLeftBorder(true);

@@ -12,10 +12,13 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QHelpEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QTest>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 #include <set>
@@ -342,6 +345,45 @@ TEST_F(ColorPickerButtonTest, colours_are_copied_pasted_and_dropped)
     EXPECT_EQ(changes.count(), 2);
 }
 
+TEST_F(ColorPickerButtonTest, a_press_without_a_click_closes_another_buttons_popover_first)
+{
+    auto *const other = new Button(&window);
+    other->setGeometry(20, 300, 48, 32);
+    other->setColor(Qt::blue);
+    other->show();
+    button->click(); // as a screen reader does it: no click elsewhere has closed the popover
+    ASSERT_TRUE(popover());
+    other->click();
+    EXPECT_FALSE(popover());
+    EXPECT_EQ(button->color(), QColor(Qt::green));
+    EXPECT_EQ(other->color(), QColor(Qt::blue));
+    clickWheel({ 500, 0 });
+    EXPECT_EQ(button->color(), QColor(Qt::green));
+    EXPECT_EQ(other->color().name(), u"#ff0000"_s);
+    other->click(); // its own is opened anew
+    other->observations = 0;
+    clickWheel({ -500, 0 });
+    EXPECT_EQ(other->observations, 1);
+    clickElsewhere();
+    panel()->setColor(Qt::black);
+    EXPECT_EQ(other->color().name(), u"#00ffff"_s);
+    delete other;
+}
+
+TEST_F(ColorPickerButtonTest, escape_in_the_hex_field_keeps_the_colour)
+{
+    press();
+    auto *const hex = named<QLineEdit>(panel()->contentView(), u"Hexadecimal colour"_s);
+    hex->setFocus();
+    hex->selectAll();
+    QTest::keyClicks(hex, u"ff0"_s);
+    QTest::keyClick(hex, Qt::Key_Escape);
+    ASSERT_TRUE(popover()); // the first takes back the text
+    QTest::keyClicks(hex, u"ff"_s);
+    popover()->close();
+    EXPECT_EQ(button->color(), QColor(Qt::green));
+}
+
 TEST_F(ColorPickerButtonTest, keys_and_screen_readers_press_it)
 {
     QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(button);
@@ -353,6 +395,26 @@ TEST_F(ColorPickerButtonTest, keys_and_screen_readers_press_it)
     popover()->close();
     QTest::keyClick(button, Qt::Key_Space);
     EXPECT_TRUE(popover());
+}
+
+TEST_F(ColorPickerButtonTest, screen_readers_and_tool_tips_tell_the_colour)
+{
+    QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(button);
+    const auto toolTip = [this] {
+        QHelpEvent event(QEvent::ToolTip, { 4, 4 }, button->mapToGlobal(QPoint(4, 4)));
+        QApplication::sendEvent(button, &event);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(interface->text(QAccessible::Description), u"#00FF00"_s);
+    button->setColor(QColor(0x2e, 0xcc, 0x71));
+    EXPECT_EQ(interface->text(QAccessible::Description), u"Emerald, #2ECC71"_s);
+    EXPECT_EQ(toolTip(), u"Emerald, #2ECC71"_s);
+    button->setAccessibleDescription(u"Of the shape"_s);
+    button->setToolTip(u"Choose a colour"_s);
+    button->setColor(QColor(1, 2, 3, 4));
+    EXPECT_EQ(interface->text(QAccessible::Description), u"Of the shape, #01020304"_s);
+    EXPECT_EQ(toolTip(), u"Choose a colour"_s); // the program's own
+    QToolTip::hideText();
 }
 
 TEST_F(ColorPickerButtonTest, what_needs_a_panel_before_there_is_one_stops_the_program)

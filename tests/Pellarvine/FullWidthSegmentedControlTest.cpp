@@ -97,6 +97,12 @@ TEST(FullWidthSegmentedControl, spreads_anew_when_it_gets_more_segments_or_a_fra
     EXPECT_THAT(control.widths(), ElementsAre(10, 99, 98)) << "until the next frame";
     control.setFrame({ 0, 0, 300, 24 });
     EXPECT_THAT(control.widths(), ElementsAre(99, 99, 98));
+    control.setWidth(10, 0);
+    NS::setFrame(&control, { 0, 0, 300, 24 });
+    EXPECT_THAT(control.widths(), ElementsAre(99, 99, 98)) << "though it is where it was";
+    control.setWidth(10, 0);
+    control.show();
+    EXPECT_THAT(control.widths(), ElementsAre(10, 99, 98)) << "being shown is no frame";
     control.setLabels({ u"A"_s, u"B"_s, u"C"_s, u"D"_s });
     EXPECT_THAT(control.widths(), ElementsAre(74, 74, 74, 73));
 }
@@ -112,4 +118,9 @@ TEST(FullWidthSegmentedControl, asks_for_the_widest_label_in_every_segment)
     control.setFrame({ 0, 0, 2000, 24 });
     EXPECT_EQ(control.sizeHint().width(), asked);
     EXPECT_LT(control.minimumSizeHint().width(), asked);
+    QWidget narrow;
+    auto *const layout = new QVBoxLayout(&narrow);
+    layout->addWidget(&control);
+    EXPECT_LT(layout->minimumSize().width(), asked) << "where there is no room, labels elide";
+    control.setParent(nullptr);
 }

@@ -119,6 +119,9 @@ TEST(HeightForWidthTextField, takes_over_its_width_in_the_next_layout_pass)
     EXPECT_EQ(field.preferredMaxLayoutWidth(), 120);
     EXPECT_GT(field.sizeHint().height(), before);
     EXPECT_EQ(field.sizeHint().height(), field.heightForWidth(120));
+    EXPECT_FALSE(NS::needsLayout(&field));
+    NS::setFrame(&field, QRectF(0, 0, 120, 40));
+    EXPECT_TRUE(NS::needsLayout(&field)) << "though the frame is the same";
 }
 
 TEST(HeightForWidthTextField, on_the_screen_a_new_frame_asks_for_the_pass)

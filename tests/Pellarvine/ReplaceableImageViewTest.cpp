@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "DragAndDrop.h"
+#include "HugePicture.h"
 #include "TemporaryFolder.h"
 
 #include <pellarvine/Pellarvine/ReplaceableImageView.h>
 #include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSKeyValueBinding.h>
 
+#include <QAccessible>
+#include <QApplication>
 #include <QBuffer>
+#include <QClipboard>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -161,7 +165,7 @@ TEST_F(ReplaceableImageViewTest, a_double_click_opens_a_sheet_and_a_single_one_d
     EXPECT_EQ(view.findChildren<QFileDialog *>().size(), 1);
 }
 
-TEST_F(ReplaceableImageViewTest, keys_and_the_context_menu_open_the_sheet_too)
+TEST_F(ReplaceableImageViewTest, keys_the_context_menu_and_screen_readers_open_the_sheet_too)
 {
     for (const int key : { Qt::Key_Return, Qt::Key_Space }) {
         QTest::keyClick(&view, Qt::Key(key));
@@ -170,6 +174,15 @@ TEST_F(ReplaceableImageViewTest, keys_and_the_context_menu_open_the_sheet_too)
     }
     const std::unique_ptr<QMenu> menu(view.createStandardContextMenu());
     menu->actions().constFirst()->trigger();
+    ASSERT_TRUE(panel());
+    delete panel();
+    QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(&view);
+    EXPECT_EQ(interface->role(), QAccessible::Graphic);
+    EXPECT_EQ(interface->text(QAccessible::Name), u"Image"_s);
+    ASSERT_TRUE(interface->actionInterface());
+    const QString press = QAccessibleActionInterface::pressAction();
+    EXPECT_TRUE(interface->actionInterface()->actionNames().contains(press));
+    interface->actionInterface()->doAction(press);
     EXPECT_TRUE(panel());
 }
 
@@ -219,6 +232,17 @@ TEST_F(ReplaceableImageViewTest,
     EXPECT_TRUE(record.received.isEmpty());
 }
 
+TEST_F(ReplaceableImageViewTest, a_chosen_picture_that_is_too_large_is_explained)
+{
+    QSignalSpy refusals(&view, SIGNAL(imageRefused(QString)));
+    choose(folder.file(u"huge.jpg"_s, hugePicture()));
+    EXPECT_EQ(refusals.count(), 1);
+    EXPECT_TRUE(view.image().isEmpty());
+    EXPECT_TRUE(record.received.isEmpty());
+    choose(folder.file(u"text.png"_s, "not a picture")); // which is none to explain
+    EXPECT_EQ(refusals.count(), 1);
+}
+
 TEST_F(ReplaceableImageViewTest, a_bound_view_leaves_the_picture_to_its_model)
 {
     NS::bind(&view, NS::NSValueBinding, &record, u"cover"_s);
@@ -249,6 +273,49 @@ TEST_F(ReplaceableImageViewTest, the_delegate_gets_the_first_of_several_dropped_
     EXPECT_TRUE(drop(view, *files));
     EXPECT_EQ(record.received, QList<Data> { first });
     EXPECT_EQ(shown(), QColor(Qt::red));
+}
+
+TEST_F(ReplaceableImageViewTest, a_pasted_file_reaches_the_delegate_as_a_dropped_one_does)
+{
+    const QByteArray bytes = picture(Qt::red, 321);
+    QApplication::clipboard()->setMimeData(
+            filesToDrop({ folder.file(u"1.png"_s, bytes), folder.file(u"2.png"_s, "2") })
+                    .release());
+    QTest::keySequence(&view, QKeySequence::Paste);
+    EXPECT_EQ(shown(), QColor(Qt::red));
+    EXPECT_EQ(record.received, QList<Data> { bytes });
+    EXPECT_EQ(record.shownThen, view.image());
+    QImage image(4, 4, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    QApplication::clipboard()->setImage(image); // which is no file
+    testing::internal::CaptureStdout();
+    QTest::keySequence(&view, QKeySequence::Paste);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(shown(), QColor(Qt::blue));
+    EXPECT_EQ(record.received.size(), 1);
+}
+
+TEST_F(ReplaceableImageViewTest, a_host_that_stores_what_edits_carry_loses_nothing)
+{
+    QSignalSpy edits(&view, &ReplaceableImageView::imageEdited);
+    const auto stored = [&edits] {
+        return edits.isEmpty() ? QByteArray("none") : edits.takeLast().value(1).toByteArray();
+    };
+    const QByteArray red = picture(Qt::red, 300);
+    const QString path = folder.file(u"red.png"_s, red);
+    choose(path);
+    EXPECT_EQ(stored(), red);
+    EXPECT_TRUE(drop(view, *filesToDrop({ path })));
+    EXPECT_EQ(stored(), red);
+    QApplication::clipboard()->setMimeData(filesToDrop({ path }).release());
+    view.paste();
+    EXPECT_EQ(stored(), red);
+    view.cut();
+    EXPECT_EQ(stored(), QByteArray());
+    view.paste(); // the image alone
+    EXPECT_EQ(QImage::fromData(stored(), "PNG").pixelColor(1, 1), QColor(Qt::red));
+    QTest::keyClick(&view, Qt::Key_Delete);
+    EXPECT_EQ(stored(), QByteArray());
 }
 
 TEST_F(ReplaceableImageViewTest, a_drop_without_a_readable_file_is_shown_and_warned_of)

@@ -19,20 +19,35 @@ TEST(SolidView, draws_nothing_until_it_has_a_layer)
     expectFilled(picture(view, 1), view.rect(), ground);
 }
 
-TEST(SolidView, each_way_of_using_it_gives_it_a_layer_filled_as_its_properties_say)
+TEST(SolidView, each_way_of_using_it_gives_it_a_layer_and_only_a_colour_fills_that)
 {
-    using Use = std::function<void(SolidView &)>;
-    for (const Use &use :
-         { Use([](SolidView &view) { view.setBackgroundColor(Qt::white); }),
-           Use([](SolidView &view) { view.setRadius(0); }),
-           Use([](SolidView &view) { QMetaObject::invokeMethod(&view, "awakeFromNib"); }),
-           Use([](SolidView &view) {
-               QMetaObject::invokeMethod(&view, "prepareForInterfaceBuilder");
-           }) }) {
+    struct Case
+    {
+        const char *name;
+        std::function<void(SolidView &)> use;
+        QColor fill;
+    };
+    const Case cases[] = {
+        { "colour", [](SolidView &view) { view.setBackgroundColor(Qt::white); }, Qt::white },
+        { "palette", [](SolidView &view) { view.setUsesPaletteColors(true); }, Qt::white },
+        { "radius", [](SolidView &view) { view.setRadius(0); }, ground },
+        { "awakeFromNib", [](SolidView &view) { QMetaObject::invokeMethod(&view, "awakeFromNib"); },
+          ground },
+        { "prepareForInterfaceBuilder",
+          [](SolidView &view) { QMetaObject::invokeMethod(&view, "prepareForInterfaceBuilder"); },
+          ground },
+    };
+    for (const auto &[name, use, fill] : cases) {
+        SCOPED_TRACE(name);
         SolidView view;
         view.resize(20, 20);
+        QPalette day;
+        day.setColor(QPalette::Base, Qt::white);
+        view.setPalette(day);
         use(view);
         EXPECT_TRUE(NS::wantsLayer(&view));
+        expectFilled(picture(view, 1), view.rect(), fill);
+        view.setBackgroundColor(Qt::white);
         expectFilled(picture(view, 1), view.rect(), Qt::white);
     }
 }

@@ -56,6 +56,28 @@ TEST(StyleKit, a_tool_bar_is_a_line_at_the_lower_edge_of_its_frame_and_white_abo
     expectFilled(image, { 50, 0, 10, 50 }, ground);
 }
 
+TEST(StyleKit, the_line_of_a_tool_bar_is_equally_thick_wherever_the_bar_lies)
+{
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        for (int height = 20; height < 32; ++height) {
+            QWidget window;
+            window.resize(40, 60);
+            ToolBarView bar;
+            bar.setParent(&window);
+            bar.setGeometry(0, height / 3, 40, height);
+            const QImage image = picture(window, scale);
+            int line = 0;
+            int paper = 0;
+            for (int y = 0; y < image.height(); ++y) {
+                line += image.pixelColor(9, y) == gray;
+                paper += image.pixelColor(9, y) == QColor(Qt::white);
+            }
+            EXPECT_EQ(line, qRound(scale)) << scale << " at " << height;
+            EXPECT_NEAR(line + paper, height * scale, 1) << "no gap between them";
+        }
+    }
+}
+
 TEST(StyleKit, an_inspector_section_is_a_lighter_line_and_nothing_else)
 {
     const QImage image = drawing({ 60, 50 }, [] {

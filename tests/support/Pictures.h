@@ -9,9 +9,9 @@
 inline const QColor ground(Qt::darkCyan);
 
 /// What the widget and its children look like on a screen of that scale, before `ground`.
-inline QImage picture(QWidget &widget, int scale)
+inline QImage picture(QWidget &widget, double scale)
 {
-    QImage image(widget.size() * scale, QImage::Format_ARGB32_Premultiplied);
+    QImage image((QSizeF(widget.size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(scale);
     image.fill(ground);
     widget.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);

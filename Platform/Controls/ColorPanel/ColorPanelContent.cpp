@@ -5,9 +5,9 @@
 #include "Controls/ColorPanel/ColorListView.h"
 #include "Controls/ColorPanel/ColorSwatch.h"
 #include "Controls/ColorPanel/ColorWheel.h"
+#include "Controls/ColorPanel/HexField.h"
 #include "Controls/ColorPanel/NSColorPanel.h"
 #include "Controls/ColorPanel/ScreenColorPicker.h"
-#include "Drawing/ColorExchange.h"
 #include "Drawing/DrawnIcon.h"
 #include "Drawing/NSColor.h"
 #include "Drawing/NSColorList.h"
@@ -16,10 +16,8 @@
 #include <QActionGroup>
 #include <QButtonGroup>
 #include <QComboBox>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPushButton>
@@ -277,6 +275,7 @@ QWidget *ColorPanelContent::makeSlidersPage()
                               const QList<ColorComponentRow *> &rows) {
         auto *const button = new QPushButton(name);
         button->setCheckable(true);
+        button->setAutoExclusive(true); // which screen readers announce as one of several
         button->setFocusPolicy(Qt::StrongFocus);
         button->setAutoDefault(false);
         m_modelButtons->addButton(button, mode);
@@ -342,11 +341,8 @@ QLayout *ColorPanelContent::makeFooter()
 {
     m_swatch = new ColorSwatch;
     connect(m_swatch, &ColorSwatch::dropped, m_panel, &NS::ColorPanel::setColor);
-    m_hex = new QLineEdit;
-    m_hex->setAccessibleName(tr("Hexadecimal colour"));
-    m_hex->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    m_hex->setLayoutDirection(Qt::LeftToRight); // the "#" stays in front
-    connect(m_hex, &QLineEdit::editingFinished, this, &ColorPanelContent::enterHex);
+    m_hex = new HexField;
+    connect(m_hex, &HexField::entered, m_panel, &NS::ColorPanel::setColor);
     auto *const layout = new QHBoxLayout;
     layout->setSpacing(unit);
     layout->addWidget(m_swatch);
@@ -381,27 +377,12 @@ void ColorPanelContent::choose(const HSBA &components)
         showColor(); // the hue of a grey, say, which the panel knows nothing of
 }
 
-void ColorPanelContent::enterHex()
-{
-    if (!m_hex->isModified())
-        return;
-    if (auto color = colorFromHex(m_hex->text()))
-        m_panel->setColor(*color);
-    showHex();
-}
-
 void ColorPanelContent::pickFromScreen()
 {
     ScreenColorPicker::pick(this, [this](QColor color) {
         color.setAlphaF(m_panel->color().alphaF());
         m_panel->setColor(color);
     });
-}
-
-void ColorPanelContent::showHex()
-{
-    m_hex->setText(hexText(m_panel->color(), m_panel->showsAlpha()));
-    m_hex->setModified(false);
 }
 
 void ColorPanelContent::showMode()
@@ -474,7 +455,7 @@ void ColorPanelContent::showColor()
     m_opacity->setVisible(m_panel->showsAlpha());
     m_list->setColor(color);
     m_swatch->setColor(color);
-    showHex();
+    m_hex->setColor(color, m_panel->showsAlpha());
 }
 
 } // namespace Pellarvine::detail

@@ -12,7 +12,6 @@
 QT_FORWARD_DECLARE_CLASS(QActionGroup)
 QT_FORWARD_DECLARE_CLASS(QButtonGroup)
 QT_FORWARD_DECLARE_CLASS(QComboBox)
-QT_FORWARD_DECLARE_CLASS(QLineEdit)
 QT_FORWARD_DECLARE_CLASS(QStackedWidget)
 QT_FORWARD_DECLARE_CLASS(QToolBar)
 
@@ -26,6 +25,7 @@ class ColorComponentRow;
 class ColorListView;
 class ColorSwatch;
 class ColorWheel;
+class HexField;
 
 /// Has no state of its own but the hue and the saturation that a grey or a black does not show: it
 /// follows the panel's properties and sets them.
@@ -49,11 +49,9 @@ private:
                  std::function<void()> choose);
     void changeComponents(double Pellarvine::HSBA::*component, double value);
     void choose(const Pellarvine::HSBA &components);
-    void enterHex();
     void fillLists();
     void pickFromScreen();
     void showColor();
-    void showHex();
     void showMode();
 
     NS::ColorPanel *m_panel;
@@ -77,7 +75,7 @@ private:
     ColorListView *m_list = nullptr;
     ColorComponentRow *m_opacity = nullptr;
     ColorSwatch *m_swatch = nullptr;
-    QLineEdit *m_hex = nullptr;
+    HexField *m_hex = nullptr;
 };
 
 } // namespace Pellarvine::detail

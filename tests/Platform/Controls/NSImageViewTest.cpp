@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "DragAndDrop.h"
+#include "HugePicture.h"
 #include "TemporaryFolder.h"
 #include "View/BusyCursor.h"
 
@@ -9,6 +10,8 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QFile>
+#include <QImageReader>
 #include <QMenu>
 #include <QSemaphore>
 #include <QSignalSpy>
@@ -206,6 +209,60 @@ TEST_F(ImageViewTest, an_animation_shows_its_first_frame)
                                 "02024c01003b");
     ASSERT_TRUE(drop(view, *filesToDrop({ folder.file(u"blink.gif"_s, animation) })));
     EXPECT_EQ(shown(), QColor(Qt::red));
+}
+
+TEST_F(ImageViewTest, a_photograph_of_many_pixels_is_shown_with_as_many_as_a_screen_has)
+{
+    QImage photograph(7000, 5000, QImage::Format_RGB32);
+    photograph.fill(Qt::red);
+    for (const char *const format : { "JPG", "PNG" }) {
+        const QString path = folder.filePath(QString::fromLatin1(format));
+        ASSERT_TRUE(photograph.save(path, format, 90));
+        const int limit = QImageReader::allocationLimit();
+        view.clear();
+        EXPECT_TRUE(drop(view, *filesToDrop({ path }))) << format;
+        EXPECT_EQ(view.image().size(), QSizeF(7000, 5000));
+        EXPECT_NEAR(view.image().bitmap().width(), 7 * view.image().bitmap().height() / 5.0, 2);
+        EXPECT_LE(view.image().bitmap().width(), 5000);
+        EXPECT_NEAR(shown().red(), 255, 2);
+        EXPECT_EQ(QImageReader::allocationLimit(), limit);
+    }
+}
+
+TEST_F(ImageViewTest, a_refused_picture_is_explained_in_the_view_and_to_the_program)
+{
+    QFile sparse(folder.file(u"sparse.png"_s, "\x89PNG\r\n\x1a\n"));
+    ASSERT_TRUE(sparse.resize(qint64(2) << 30));
+    const QByteArray picture = [this] {
+        QFile file(imageFile(u"whole.png"_s, Qt::red));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }();
+    const std::pair<QString, QString> rows[] = {
+        { sparse.fileName(), u"large"_s },
+        { folder.file(u"huge.jpg"_s, hugePicture()), u"large"_s },
+        { folder.file(u"cut.png"_s, picture.first(40)), u"damaged"_s },
+    };
+    view.setImage(NS::Image(filled({ 100, 60 }, Qt::blue)));
+    const QImage before = view.grab().toImage();
+    QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(&view);
+    QSignalSpy refusals(&view, SIGNAL(imageRefused(QString)));
+    QSignalSpy edits(&view, &NS::ImageView::imageEdited);
+    for (const auto &[path, reason] : rows) {
+        EXPECT_FALSE(drop(view, *filesToDrop({ path })));
+        ASSERT_EQ(refusals.count(), 1) << path.toStdString();
+        const QString told = refusals.takeFirst().constFirst().toString();
+        EXPECT_TRUE(told.contains(reason)) << told.toStdString();
+        EXPECT_EQ(interface->text(QAccessible::Description), told);
+        EXPECT_NE(view.grab().toImage(), before);
+        QTest::mouseClick(&view, Qt::LeftButton); // the user has seen it
+        EXPECT_EQ(view.grab().toImage(), before);
+        EXPECT_EQ(interface->text(QAccessible::Description), QString());
+    }
+    EXPECT_EQ(edits.count(), 0);
+    EXPECT_FALSE(drop(view, *filesToDrop({ rows[0].first })));
+    view.clear(); // another picture, or none, takes the place of the reason
+    EXPECT_EQ(interface->text(QAccessible::Description), QString());
 }
 
 TEST_F(ImageViewTest, its_value_binding_shows_the_model_and_carries_edits_back)

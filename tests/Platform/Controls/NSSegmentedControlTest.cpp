@@ -501,3 +501,24 @@ TEST(SegmentedControl, is_toggle_buttons_or_buttons_to_a_screen_reader)
     EXPECT_THAT(group->child(0)->actionInterface()->actionNames(),
                 testing::Contains(QAccessibleActionInterface::pressAction()));
 }
+TEST(SegmentedControl, what_it_asks_for_follows_labels_images_and_font)
+{
+    NS::SegmentedControl control;
+    control.setLabels({ u"Day"_s, u"Week"_s });
+    const QSize hint = control.sizeHint();
+    const QSize least = control.minimumSizeHint();
+    QFont font = control.font();
+    font.setPointSizeF(2 * font.pointSizeF());
+    control.setFont(font);
+    EXPECT_GT(control.sizeHint().width(), hint.width());
+    EXPECT_GT(control.minimumSizeHint().width(), least.width());
+    control.setFont({});
+    EXPECT_EQ(control.sizeHint(), hint);
+    control.setLabel(u"Fortnight"_s, 1);
+    EXPECT_GT(control.sizeHint().width(), hint.width());
+    control.setLabel(u"Week"_s, 1);
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::red);
+    control.setImage(QIcon(pixmap), 0);
+    EXPECT_GT(control.sizeHint().width(), hint.width());
+}

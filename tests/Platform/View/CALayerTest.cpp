@@ -61,6 +61,23 @@ TEST(Layer, frames_count_upwards_and_edges_are_sharp_at_every_scale)
     }
 }
 
+TEST(Layer, a_line_is_equally_thick_wherever_it_lies)
+{
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        for (int y = 0; y < 40; ++y) {
+            QWidget widget;
+            widget.resize(20, 40);
+            NS::setWantsLayer(&widget, true);
+            NS::layer(&widget)->addSublayer(makeLayer(QRectF(0, y, 20, 1), Qt::red));
+            const QImage image = picture(widget, scale);
+            int thickness = 0;
+            for (int i = 0; i < image.height(); ++i)
+                thickness += image.pixelColor(3, i) == QColor(Qt::red);
+            EXPECT_EQ(thickness, qRound(scale)) << scale << " at " << y;
+        }
+    }
+}
+
 TEST(Layer, half_a_unit_is_one_pixel_of_a_2x_screen)
 {
     QWidget widget;

@@ -201,13 +201,18 @@ TEST_F(ColorPanelTest, items_of_the_tool_bar_show_their_pages)
     EXPECT_EQ(panel->mode(), ColorPanel::wheelMode);
     EXPECT_TRUE(wheel()->isVisible());
     EXPECT_EQ(modes.count(), 5);
+    const auto role = [](QWidget *widget) {
+        return QAccessible::queryAccessibleInterface(widget)->role();
+    };
+    for (const QString &model : { u"RGB"_s, u"HSB"_s }) // one of several
+        EXPECT_EQ(role(find<QAbstractButton>(model)), QAccessible::RadioButton);
     panel->setMode(ColorPanel::colorListMode);
     EXPECT_TRUE(items.at(2)->isChecked());
 }
 
 TEST_F(ColorPanelTest, the_hex_field_reads_and_writes_what_the_library_does)
 {
-    for (const auto text : { u"0000ff", u"#1abc9c", u"fff", u" 12zzzz", u"0xff", u"8E44AD80" }) {
+    for (const auto text : { u"0000ff", u"#1abc9c", u"fff", u" 12ABcd ", u"8E44AD80" }) {
         panel->setColor(Qt::gray);
         enterHex(QString::fromUtf16(text));
         const NS::Color read = *Pellarvine::colorWithHex(QString::fromUtf16(text).trimmed());
@@ -216,12 +221,46 @@ TEST_F(ColorPanelTest, the_hex_field_reads_and_writes_what_the_library_does)
         EXPECT_EQ(panel->color(), expected) << QString::fromUtf16(text).toStdString();
         EXPECT_EQ(hex()->text(), Pellarvine::hexStringWithoutAlpha(NS::Color(expected)));
     }
-    enterHex(u"no colour"_s);
-    EXPECT_EQ(hex()->text(), u"#8E44AD"_s);
     panel->setShowsAlpha(true);
     enterHex(u"#f00a"_s);
     EXPECT_EQ(hex()->text(), u"#FF0000AA"_s);
     EXPECT_EQ(panel->color(), QColor(255, 0, 0, 0xaa));
+}
+
+TEST_F(ColorPanelTest, wrong_hex_text_is_marked_and_explained_until_it_is_mended)
+{
+    panel->setColor(Qt::blue);
+    for (const auto text : { u"no colour", u"12zzzz", u"0xff", u"12345", u"#", u"1234567890" }) {
+        enterHex(QString::fromUtf16(text));
+        EXPECT_EQ(panel->color(), QColor(Qt::blue)) << QString::fromUtf16(text).toStdString();
+        EXPECT_EQ(hex()->text(), QString::fromUtf16(text)); // for the user to mend
+        EXPECT_FALSE(hex()->toolTip().isEmpty());
+        QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(hex());
+        EXPECT_EQ(interface->text(QAccessible::Description), hex()->toolTip());
+        enterHex(u"00f"_s);
+        EXPECT_TRUE(hex()->toolTip().isEmpty());
+        EXPECT_EQ(interface->text(QAccessible::Description), QString());
+        EXPECT_EQ(hex()->text(), u"#0000FF"_s);
+    }
+}
+
+TEST_F(ColorPanelTest, escape_takes_back_what_was_typed_before_it_closes_anything)
+{
+    panel->setColor(Qt::blue);
+    hex()->setFocus();
+    hex()->selectAll();
+    QTest::keyClicks(hex(), u"ff0"_s);
+    QTest::keyClick(hex(), Qt::Key_Escape);
+    EXPECT_EQ(hex()->text(), u"#0000FF"_s);
+    EXPECT_TRUE(panel->isVisible());
+    hex()->selectAll();
+    QTest::keyClicks(hex(), u"ff0"_s);
+    panel->orderOut(); // which leaves the field without an end of typing
+    EXPECT_EQ(panel->color(), QColor(Qt::blue));
+    panel->orderFront();
+    EXPECT_EQ(hex()->text(), u"#0000FF"_s);
+    QTest::keyClick(hex(), Qt::Key_Escape);
+    EXPECT_FALSE(panel->isVisible());
 }
 
 TEST_F(ColorPanelTest, the_palette_offers_the_nineteen_colours_and_keeps_the_opacity)

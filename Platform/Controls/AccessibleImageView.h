@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// Not API: what a screen reader is told of a picture.
+#pragma once
+
+#include "Controls/NSImageView.h"
+#include "View/AccessibleControl.h"
+
+namespace Pellarvine::detail {
+
+class AccessibleImageView : public detail::AccessibleControl, public QAccessibleImageInterface
+{
+public:
+    explicit AccessibleImageView(NS::ImageView *view)
+        : AccessibleControl(view, QAccessible::Graphic, NS::ImageView::tr("Image"))
+    { }
+
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ImageInterface)
+            return static_cast<QAccessibleImageInterface *>(this);
+        return AccessibleControl::interface_cast(type);
+    }
+    QString text(QAccessible::Text text) const override
+    {
+        const QString given = AccessibleControl::text(text);
+        if (text != QAccessible::Description)
+            return given;
+        if (const QString refusal = view()->refusal(); !refusal.isEmpty())
+            return refusal;
+        const bool isEmpty = view()->image().isEmpty();
+        return given.isEmpty() && isEmpty ? view()->placeholderText() : given;
+    }
+    QString imageDescription() const override { return text(QAccessible::Name); }
+    QSize imageSize() const override { return view()->imageRect().size().toSize(); }
+    QPoint imagePosition() const override
+    {
+        return view()->mapToGlobal(view()->imageRect().topLeft().toPoint());
+    }
+
+private:
+    NS::ImageView *view() const { return static_cast<NS::ImageView *>(widget()); }
+};
+
+} // namespace Pellarvine::detail

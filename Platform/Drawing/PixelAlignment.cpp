@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "Drawing/PixelAlignment.h"
+
+#include <QTransform>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Pellarvine::detail {
+
+namespace {
+
+constexpr double thickestLine = 8; // pixels
+
+struct Span
+{
+    double start;
+    double end;
+};
+
+Span aligned(const Span &span, const Span &space)
+{
+    const double middle = (space.start + space.end) / 2;
+    const auto at = [&](double place) {
+        return place <= middle ? std::round(space.start) + std::round(place - space.start)
+                               : std::round(space.end) - std::round(space.end - place);
+    };
+    const double thickness = span.end - span.start;
+    if (thickness <= 0 || thickness > thickestLine)
+        return { at(span.start), at(span.end) };
+    const double whole = std::max(1.0, std::round(thickness));
+    if (span.start + span.end <= space.start + space.end)
+        return { at(span.start), at(span.start) + whole };
+    return { at(span.end) - whole, at(span.end) };
+}
+
+} // namespace
+
+QRectF alignedToPixels(const QRectF &rect, const QRectF &space, const QTransform &toDevice)
+{
+    bool isInvertible = false;
+    const QTransform toUser = toDevice.inverted(&isInvertible);
+    if (!isInvertible || toDevice.type() > QTransform::TxScale)
+        return rect;
+    const QRectF pixels = toDevice.mapRect(rect);
+    const QRectF around = toDevice.mapRect(space);
+    const Span across =
+            aligned({ pixels.left(), pixels.right() }, { around.left(), around.right() });
+    const Span down = aligned({ pixels.top(), pixels.bottom() }, { around.top(), around.bottom() });
+    return toUser.mapRect(QRectF(QPointF(across.start, down.start), QPointF(across.end, down.end)));
+}
+
+} // namespace Pellarvine::detail
