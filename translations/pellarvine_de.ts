@@ -75,6 +75,14 @@
         <source>Delete</source>
         <translation>Löschen</translation>
     </message>
+    <message>
+        <source>This picture cannot be read. The file may be damaged.</source>
+        <translation>Dieses Bild kann nicht gelesen werden. Die Datei ist möglicherweise beschädigt.</translation>
+    </message>
+    <message>
+        <source>This picture is too large to be shown.</source>
+        <translation>Dieses Bild ist zu groß, um angezeigt zu werden.</translation>
+    </message>
 </context>
 <context>
     <name>NS::Window</name>
@@ -422,10 +430,6 @@
         <translation>Liste</translation>
     </message>
     <message>
-        <source>Hexadecimal colour</source>
-        <translation>Farbe, hexadezimal</translation>
-    </message>
-    <message>
         <source>Pick a colour from the screen</source>
         <translation>Eine Farbe vom Bildschirm aufnehmen</translation>
     </message>
@@ -450,6 +454,17 @@
     <message>
         <source>Hue %1°, saturation %2 %</source>
         <translation>Farbton %1°, Sättigung %2 %</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::detail::HexField</name>
+    <message>
+        <source>Hexadecimal colour</source>
+        <translation type="unfinished">Farbe, hexadezimal</translation>
+    </message>
+    <message>
+        <source>Enter 3, 4, 6 or 8 digits from 0 to 9 and A to F, such as #1ABC9C.</source>
+        <translation>Geben Sie 3, 4, 6 oder 8 Ziffern von 0 bis 9 und A bis F ein, zum Beispiel #1ABC9C.</translation>
     </message>
 </context>
 <context>

@@ -75,6 +75,14 @@
         <source>Delete</source>
         <translation>Supprimer</translation>
     </message>
+    <message>
+        <source>This picture cannot be read. The file may be damaged.</source>
+        <translation>Cette image ne peut pas être lue. Le fichier est peut-être endommagé.</translation>
+    </message>
+    <message>
+        <source>This picture is too large to be shown.</source>
+        <translation>Cette image est trop grande pour être affichée.</translation>
+    </message>
 </context>
 <context>
     <name>NS::Window</name>
@@ -422,10 +430,6 @@
         <translation>Liste</translation>
     </message>
     <message>
-        <source>Hexadecimal colour</source>
-        <translation>Couleur hexadécimale</translation>
-    </message>
-    <message>
         <source>Pick a colour from the screen</source>
         <translation>Prélever une couleur à l’écran</translation>
     </message>
@@ -450,6 +454,17 @@
     <message>
         <source>Hue %1°, saturation %2 %</source>
         <translation>Teinte %1°, saturation %2 %</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::detail::HexField</name>
+    <message>
+        <source>Hexadecimal colour</source>
+        <translation type="unfinished">Couleur hexadécimale</translation>
+    </message>
+    <message>
+        <source>Enter 3, 4, 6 or 8 digits from 0 to 9 and A to F, such as #1ABC9C.</source>
+        <translation>Saisissez 3, 4, 6 ou 8 chiffres de 0 à 9 et de A à F, par exemple #1ABC9C.</translation>
     </message>
 </context>
 <context>
