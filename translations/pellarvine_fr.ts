@@ -460,7 +460,7 @@
     <name>Pellarvine::detail::HexField</name>
     <message>
         <source>Hexadecimal colour</source>
-        <translation type="unfinished">Couleur hexadécimale</translation>
+        <translation>Couleur hexadécimale</translation>
     </message>
     <message>
         <source>Enter 3, 4, 6 or 8 digits from 0 to 9 and A to F, such as #1ABC9C.</source>
