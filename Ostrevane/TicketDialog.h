@@ -52,6 +52,7 @@ public:
     /// keeps a report that has not been sent.
     static QAction *makeAction(QWidget *window, Sender sender = &TicketDialog::post);
 
+    /// The title, one line. Default: empty.
     QString summary() const;
     void setSummary(const QString &summary);
 
@@ -63,6 +64,7 @@ public:
     bool includesFacts() const;
     void setIncludesFacts(bool includesFacts);
 
+    /// Whether a report is on its way. Default: false.
     bool isSending() const;
 
     /// Name and version of the program, Qt, operating system and machine, a line each.

@@ -19,7 +19,7 @@ struct Metainfo
     /// A version of the program and what it brought.
     struct Release
     {
-        QString version;
+        QString version; ///< "1.4"
         QDate date; ///< invalid if the file names none
         /// Paragraphs and list items, a line each; items begin with "• ".
         QString description;
