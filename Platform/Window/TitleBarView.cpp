@@ -276,12 +276,12 @@ void TitleBarView::updateMask()
 {
     if (!m_letsClicksThrough)
         return clearMask();
-    QRegion controls(-1, -1, 1, 1); // an empty region would be no mask
+    QRegion solid(-1, -1, 1, 1); // an empty region would be no mask
     for (const QObject *const child : children()) {
         if (child->isWidgetType() && !static_cast<const QWidget *>(child)->isHidden())
-            controls += static_cast<const QWidget *>(child)->geometry();
+            solid += static_cast<const QWidget *>(child)->geometry();
     }
-    setMask(controls);
+    setMask(solid);
 }
 
 QString TitleBarView::titleText() const
