@@ -20,8 +20,8 @@ namespace Pellarvine {
 ///
 /// A report that could not be sent stays in the dialog and can be sent again. The facts about the
 /// program and the machine go with it unless the user leaves them out; the request itself names the
-/// program and its version in any case. Esc closes the dialog, a transfer continues, and the outcome
-/// is shown when the dialog is shown again.
+/// program and its version in any case. Esc closes the dialog, a transfer continues, and the
+/// outcome is shown when the dialog is shown again.
 ///
 /// Programs link the components Widgets and Network. Interface files can name the class once the
 /// program has called `NS::registerClass<Pellarvine::TicketDialog>()`. Main thread only.
@@ -48,8 +48,8 @@ public:
     explicit TicketDialog(Sender sender, QWidget *parent = nullptr);
     ~TicketDialog() override;
 
-    /// An action "Report a Problem…", owned by `window`. It opens one dialog above the window, which
-    /// keeps a report that has not been sent.
+    /// An action "Report a Problem…", owned by `window`. It opens one dialog above the window,
+    /// which keeps a report that has not been sent.
     static QAction *makeAction(QWidget *window, Sender sender = &TicketDialog::post);
 
     /// The title, one line. Default: empty.
@@ -88,8 +88,8 @@ Q_SIGNALS:
     void failed(const QString &reason);
 
 private:
-    // Compiled by programs, so that the component Widgets needs no network. For the same reason there
-    // is no default constructor: moc would call it.
+    // Compiled by programs, so that the component Widgets needs no network. For the same reason
+    // there is no default constructor: moc would call it.
     static void post(const QString &summary, const QString &description,
                      CodebaseTicket::Callback callback)
     {

@@ -95,8 +95,8 @@ namespace NS {
 /// or a QVariant to see the difference. What the function returns is written as `NS::bind` writes a
 /// model's value. What it throws later is printed as a warning.
 ///
-/// With a group, changes of the sources are carried by the group's next flush, with one call for all
-/// of them. The group is not owned.
+/// With a group, changes of the sources are carried by the group's next flush, with one call for
+/// all of them. The group is not owned.
 ///
 /// Replaces the binding of that name; `NS::unbind` ends it. Once the object of a source is gone,
 /// the source has no value. Throws `KeyValueException`, with nothing bound, as `NS::bind` does, and

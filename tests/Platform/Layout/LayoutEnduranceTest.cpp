@@ -92,9 +92,9 @@ public:
     std::shared_ptr<LayoutConstraint> make(const Candidate &candidate)
     {
         auto made = LayoutConstraint::make(widget(candidate.first), candidate.firstAttribute,
-                                                 candidate.relation, widget(candidate.second),
-                                                 candidate.secondAttribute, candidate.multiplier,
-                                                 candidate.constant);
+                                           candidate.relation, widget(candidate.second),
+                                           candidate.secondAttribute, candidate.multiplier,
+                                           candidate.constant);
         made->setPriority(candidate.priority);
         return made;
     }
