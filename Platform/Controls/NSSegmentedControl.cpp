@@ -113,7 +113,8 @@ void SegmentedControl::Private::resizing(const Action &action)
 
 void SegmentedControl::Private::select(const QList<int> &wanted)
 {
-    if (wanted == selection)
+    // Not ==, which hands null pointers of empty lists to memcmp().
+    if (std::equal(wanted.begin(), wanted.end(), selection.begin(), selection.end()))
         return;
     const QList<int> before = std::exchange(selection, wanted);
     if (trackingMode == SwitchTracking::selectOne && !selection.isEmpty())

@@ -121,11 +121,13 @@ void Shadow::draw(QPainter &painter, const QPainterPath &path) const
     const double screen = painter.device()->devicePixelRatioF();
     if (radius == 0) {
         painter.fillPath(shape.translated(offset), color);
-    } else if (!region.isEmpty() && std::isfinite(region.width() * region.height())) {
+    } else if (!region.isEmpty()) {
         // The picture must begin where a pixel does.
         const QPointF origin = (region.topLeft() + offset) * screen;
         region.setTopLeft(QPointF(std::floor(origin.x()), std::floor(origin.y())) / screen
                           - offset);
+    }
+    if (radius != 0 && !region.isEmpty() && std::isfinite(region.width() * region.height())) {
         const double scale = pixelsPerPoint(region, radius / 2, screen);
         const QImage shadow = blurred(shape, region, scale, radius / 2, color);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);

@@ -36,8 +36,11 @@ void unbind(QObject *object, const QString &binding)
 bool commitEditing(QObject *object)
 {
     bool isDone = true;
+    const QPointer<QObject> committed = object;
     if (detail::ControlBindings *const bindings = detail::ControlBindings::of(object))
         isDone = bindings->commit();
+    if (!committed)
+        return isDone; // what it has told of an edit has deleted it
     QList<QPointer<QObject>> children;
     for (QObject *const child : object->children())
         children.append(child);
