@@ -22,10 +22,10 @@ public:
     }
     QString text(QAccessible::Text text) const override
     {
-        const QString given = AccessibleControl::text(text);
+        QString given = AccessibleControl::text(text);
         if (text != QAccessible::Description)
             return given;
-        if (const QString refusal = view()->refusal(); !refusal.isEmpty())
+        if (QString refusal = view()->refusal(); !refusal.isEmpty())
             return refusal;
         const bool isEmpty = view()->image().isEmpty();
         return given.isEmpty() && isEmpty ? view()->placeholderText() : given;

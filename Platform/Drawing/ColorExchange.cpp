@@ -51,7 +51,7 @@ std::optional<QColor> colorFromHex(const QString &text)
 
 QString colorDescription(const QColor &color)
 {
-    const QString digits = hexText(color, color.alpha() < 255);
+    QString digits = hexText(color, color.alpha() < 255);
     for (const NS::ColorList &list : NS::ColorList::availableColorLists()) {
         for (const auto &[name, listed] : list.entries) {
             if (hexText(listed.toQColor(), true) == hexText(color, true))

@@ -13,7 +13,6 @@
 #include <cmath>
 
 using namespace Qt::StringLiterals;
-using Pellarvine::detail::LayoutEngine;
 using Pellarvine::detail::printWarning;
 
 namespace NS {
