@@ -24,31 +24,21 @@ QString withoutMnemonics(const QString &label)
 } // namespace
 
 AccessibleSegment::AccessibleSegment(NS::SegmentedControl *control, int segment)
-    : m_control(control)
+    : AccessiblePart(control)
     , m_segment(segment)
 { }
 
 bool AccessibleSegment::isValid() const
 {
-    return m_control && m_segment < m_control->segmentCount();
-}
-
-QWindow *AccessibleSegment::window() const
-{
-    return m_control ? m_control->window()->windowHandle() : nullptr;
-}
-
-QAccessibleInterface *AccessibleSegment::parent() const
-{
-    return QAccessible::queryAccessibleInterface(m_control);
+    return widget() && m_segment < widget()->segmentCount();
 }
 
 QString AccessibleSegment::text(QAccessible::Text kind) const
 {
     if (!isValid())
         return {};
-    const QString label = m_control->labelForSegment(m_segment);
-    const QString toolTip = m_control->toolTipForSegment(m_segment);
+    const QString label = widget()->labelForSegment(m_segment);
+    const QString toolTip = widget()->toolTipForSegment(m_segment);
     switch (kind) {
     case QAccessible::Name:
         return label.isEmpty() ? toolTip : withoutMnemonics(label);
@@ -65,13 +55,13 @@ QRect AccessibleSegment::rect() const
 {
     if (!isValid())
         return {};
-    const QRect rect = m_control->segmentRect(m_segment);
-    return { m_control->mapToGlobal(rect.topLeft()), rect.size() };
+    const QRect rect = widget()->segmentRect(m_segment);
+    return { widget()->mapToGlobal(rect.topLeft()), rect.size() };
 }
 
 QAccessible::Role AccessibleSegment::role() const
 {
-    const bool isTab = m_control && m_control->trackingMode() == Tracking::selectOne;
+    const bool isTab = widget() && widget()->trackingMode() == Tracking::selectOne;
     return isTab ? QAccessible::PageTab : QAccessible::Button;
 }
 
@@ -82,13 +72,13 @@ QAccessible::State AccessibleSegment::state() const
         state.invalid = true;
         return state;
     }
-    const bool isSelected = m_control->isSelectedForSegment(m_segment);
-    const bool isEnabled = m_control->isEnabled() && m_control->isEnabledForSegment(m_segment);
+    const bool isSelected = widget()->isSelectedForSegment(m_segment);
+    const bool isEnabled = widget()->isEnabled() && widget()->isEnabledForSegment(m_segment);
     state.disabled = !isEnabled;
-    state.invisible = !m_control->isVisible();
+    state.invisible = !widget()->isVisible();
     state.focusable = isEnabled;
-    state.focused = m_control->hasFocus() && m_control->focusedSegment() == m_segment;
-    switch (m_control->trackingMode()) {
+    state.focused = widget()->hasFocus() && widget()->focusedSegment() == m_segment;
+    switch (widget()->trackingMode()) {
     case Tracking::selectOne:
         state.selectable = isEnabled;
         state.selected = isSelected;
@@ -103,24 +93,18 @@ QAccessible::State AccessibleSegment::state() const
     return state;
 }
 
-void *AccessibleSegment::interface_cast(QAccessible::InterfaceType type)
-{
-    return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface *>(this)
-                                                : nullptr;
-}
-
 QStringList AccessibleSegment::actionNames() const
 {
     if (!isValid() || state().disabled)
         return {};
-    const bool isToggle = m_control->trackingMode() == Tracking::selectAny;
+    const bool isToggle = widget()->trackingMode() == Tracking::selectAny;
     return { isToggle ? toggleAction() : pressAction() };
 }
 
 void AccessibleSegment::doAction(const QString &name)
 {
     if (actionNames().contains(name))
-        m_control->click(m_segment);
+        widget()->click(m_segment);
 }
 
 QStringList AccessibleSegment::keyBindingsForAction(const QString &) const

@@ -3,33 +3,24 @@
 #pragma once
 
 #include "Controls/NSSegmentedControl.h"
+#include "View/AccessiblePart.h"
 
 #include <QAccessibleWidget>
 #include <QHash>
-#include <QPointer>
 
 namespace Pellarvine::detail {
 
 /// One segment as a screen reader meets it: a tab, a toggle button or a button.
-class AccessibleSegment : public QAccessibleInterface, public QAccessibleActionInterface
+class AccessibleSegment : public AccessiblePart<NS::SegmentedControl>
 {
 public:
     AccessibleSegment(NS::SegmentedControl *control, int segment);
 
     bool isValid() const override;
-    QObject *object() const override { return nullptr; }
-    QWindow *window() const override;
-    QAccessibleInterface *parent() const override;
-    QAccessibleInterface *child(int) const override { return nullptr; }
-    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
     QString text(QAccessible::Text kind) const override;
-    void setText(QAccessible::Text, const QString &) override { }
     QRect rect() const override;
     QAccessible::Role role() const override;
     QAccessible::State state() const override;
-    void *interface_cast(QAccessible::InterfaceType type) override;
 
     QStringList actionNames() const override;
     void doAction(const QString &name) override;
@@ -38,7 +29,6 @@ public:
     int segment() const { return m_segment; }
 
 private:
-    QPointer<NS::SegmentedControl> m_control;
     int m_segment;
 };
 

@@ -53,42 +53,32 @@ bool isFocused(const TextFieldEditor *editor, const Link &link)
 } // namespace
 
 AccessibleLink::AccessibleLink(NS::TextField *field, int index)
-    : m_field(field)
+    : AccessiblePart(field)
     , m_index(index)
 { }
 
 bool AccessibleLink::isValid() const
 {
-    return m_field && m_index < linksOf(m_field).size();
-}
-
-QWindow *AccessibleLink::window() const
-{
-    return m_field ? m_field->window()->windowHandle() : nullptr;
-}
-
-QAccessibleInterface *AccessibleLink::parent() const
-{
-    return QAccessible::queryAccessibleInterface(m_field);
+    return widget() && m_index < linksOf(widget()).size();
 }
 
 QString AccessibleLink::text(QAccessible::Text kind) const
 {
     if (!isValid())
         return {};
-    const Link link = linksOf(m_field).at(m_index);
+    const Link link = linksOf(widget()).at(m_index);
     if (kind == QAccessible::Name)
-        return m_field->stringValue().sliced(link.start, link.end - link.start);
+        return widget()->stringValue().sliced(link.start, link.end - link.start);
     return kind == QAccessible::Value ? link.url.toString() : QString();
 }
 
 // Of a link on several lines, the part on its first line.
 QRect AccessibleLink::rect() const
 {
-    const TextFieldEditor *const editor = isValid() ? editorOf(m_field) : nullptr;
+    const TextFieldEditor *const editor = isValid() ? editorOf(widget()) : nullptr;
     if (!editor)
         return {};
-    const Link link = linksOf(m_field).at(m_index);
+    const Link link = linksOf(widget()).at(m_index);
     QTextCursor cursor(editor->document());
     cursor.setPosition(int(link.start));
     const QRect start = editor->cursorRect(cursor);
@@ -103,35 +93,29 @@ QRect AccessibleLink::rect() const
 QAccessible::State AccessibleLink::state() const
 {
     QAccessible::State state;
-    const TextFieldEditor *const editor = isValid() ? editorOf(m_field) : nullptr;
+    const TextFieldEditor *const editor = isValid() ? editorOf(widget()) : nullptr;
     if (!editor) {
         state.invalid = true;
         return state;
     }
     state.linked = true;
-    state.disabled = !m_field->isEnabled();
-    state.invisible = !m_field->isVisible();
-    state.focusable = m_field->isEnabled();
-    state.focused = isFocused(editor, linksOf(m_field).at(m_index));
+    state.disabled = !widget()->isEnabled();
+    state.invisible = !widget()->isVisible();
+    state.focusable = widget()->isEnabled();
+    state.focused = isFocused(editor, linksOf(widget()).at(m_index));
     return state;
-}
-
-void *AccessibleLink::interface_cast(QAccessible::InterfaceType type)
-{
-    return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface *>(this)
-                                                : nullptr;
 }
 
 QStringList AccessibleLink::actionNames() const
 {
-    return isValid() && m_field->isEnabled() ? QStringList(pressAction()) : QStringList();
+    return isValid() && widget()->isEnabled() ? QStringList(pressAction()) : QStringList();
 }
 
 void AccessibleLink::doAction(const QString &name)
 {
-    TextFieldEditor *const editor = actionNames().contains(name) ? editorOf(m_field) : nullptr;
+    TextFieldEditor *const editor = actionNames().contains(name) ? editorOf(widget()) : nullptr;
     if (editor)
-        Q_EMIT editor->anchorClicked(linksOf(m_field).at(m_index).url);
+        Q_EMIT editor->anchorClicked(linksOf(widget()).at(m_index).url);
 }
 
 AccessibleTextField::AccessibleTextField(NS::TextField *field)

@@ -4,44 +4,33 @@
 
 #include "Controls/NSTextField.h"
 #include "View/AccessibleControl.h"
+#include "View/AccessiblePart.h"
 
 #include <QAccessibleInterface>
 #include <QHash>
-#include <QPointer>
 
 namespace Pellarvine::detail {
 
 class TextFieldEditor;
 
 /// A link in a text field as a screen reader meets it.
-class AccessibleLink : public QAccessibleInterface, public QAccessibleActionInterface
+class AccessibleLink : public AccessiblePart<NS::TextField>
 {
 public:
     AccessibleLink(NS::TextField *field, int index);
 
     bool isValid() const override;
-    QObject *object() const override { return nullptr; }
-    QWindow *window() const override;
-    QAccessibleInterface *parent() const override;
-    QAccessibleInterface *child(int) const override { return nullptr; }
-    QAccessibleInterface *childAt(int, int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
     QString text(QAccessible::Text kind) const override;
-    void setText(QAccessible::Text, const QString &) override { }
     QRect rect() const override;
     QAccessible::Role role() const override { return QAccessible::Link; }
     QAccessible::State state() const override;
-    void *interface_cast(QAccessible::InterfaceType type) override;
 
     QStringList actionNames() const override;
     void doAction(const QString &name) override;
-    QStringList keyBindingsForAction(const QString &) const override { return {}; }
 
     int index() const { return m_index; }
 
 private:
-    QPointer<NS::TextField> m_field;
     int m_index;
 };
 

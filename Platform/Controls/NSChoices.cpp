@@ -3,6 +3,7 @@
 
 #include "Base/Failure.h"
 #include "Controls/NSSegmentedControl.h"
+#include "KeyValue/ChangeObserver.h"
 #include "KeyValue/ControlBindings.h"
 #include "KeyValue/KeyValueAccess.h"
 #include "KeyValue/KeyValueCoding.h"
@@ -121,21 +122,6 @@ public:
     }
 
 private:
-    class Observer : public NS::KeyValueObserver
-    {
-    public:
-        explicit Observer(std::function<void()> changed)
-            : m_changed(std::move(changed))
-        { }
-        void observeValue(const QString &, QObject *, const NS::KeyValueChange *) override
-        {
-            m_changed();
-        }
-
-    private:
-        std::function<void()> m_changed;
-    };
-
     // Until the guard goes, what changes follows from something else.
     auto settled()
     {
@@ -151,7 +137,7 @@ private:
         QObject *const model = m_model.get();
         m_items = model ? NS::valueForKeyPath(model, m_keyPath).toList() : QVariantList();
         m_tags.clear();
-        m_titles = std::make_unique<Observer>([this] { retitle(); });
+        m_titles = std::make_unique<ChangeObserver>([this] { retitle(); });
         m_lives = std::make_unique<QObject>();
         for (const QVariant &item : std::as_const(m_items)) {
             m_tags.append(partOf(item, m_keys.tag));
@@ -241,8 +227,8 @@ private:
     QVariantList m_tags;
     bool m_byTag = false; // which of the two properties was set last
     bool m_isSettled = false; // what changes now follows from something else
-    Observer m_list;
-    std::unique_ptr<Observer> m_titles;
+    ChangeObserver m_list;
+    std::unique_ptr<ChangeObserver> m_titles;
     std::unique_ptr<QObject> m_lives; // the context of the connections to the items
 };
 

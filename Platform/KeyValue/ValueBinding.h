@@ -3,6 +3,7 @@
 #pragma once
 
 #include "KeyValue/BindingFormat.h"
+#include "KeyValue/ChangeObserver.h"
 #include "KeyValue/ControlBindings.h"
 #include "KeyValue/KeyValueObserving.h"
 #include "KeyValue/KeyValueSubscription.h"
@@ -38,20 +39,6 @@ public:
     bool commit() override;
 
 private:
-    class Observer : public NS::KeyValueObserver
-    {
-    public:
-        explicit Observer(std::function<void()> changed)
-            : m_changed(std::move(changed))
-        { }
-        void observeValue(const QString &, QObject *, const NS::KeyValueChange *) override
-        {
-            m_changed();
-        }
-
-    private:
-        const std::function<void()> m_changed;
-    };
     class FocusFilter;
     class Pass;
 
@@ -102,8 +89,8 @@ private:
     QString m_message; // what is wrong with the edit
     QString m_description; // the control's own, while it has the message's
 
-    Observer m_modelObserver;
-    Observer m_controlObserver;
+    ChangeObserver m_modelObserver;
+    ChangeObserver m_controlObserver;
     Subscription m_editingFinished;
     std::unique_ptr<FocusFilter> m_focusFilter;
 };
