@@ -21,8 +21,9 @@
 
 namespace {
 
-constexpr qsizetype chunkLength = 256 * 1024;
-constexpr std::size_t waitingChunks = 8;
+// Long enough that waking the threads costs little of the time for a piece.
+constexpr qsizetype chunkLength = 1024 * 1024;
+constexpr std::size_t waitingChunks = 4;
 constexpr std::chrono::milliseconds progressInterval { 200 };
 
 // Whether a read or a write that failed is to be tried again. A descriptor that does not block, as
