@@ -6,6 +6,7 @@
 
 #include <QLocale>
 #include <QStringList>
+#include <QTimeZone>
 
 #include <limits>
 #include <utility>
@@ -124,7 +125,7 @@ private:
         release.date = QDate::fromString(attribute("date"_L1).left(10), Qt::ISODate);
         if (!release.date.isValid()) {
             if (const qint64 seconds = attribute("timestamp"_L1).toLongLong())
-                release.date = QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC).date();
+                release.date = QDateTime::fromSecsSinceEpoch(seconds, QTimeZone::utc()).date();
         }
         QList<Translation> lines;
         eachChild([&](const QString &tag) {

@@ -7,7 +7,8 @@
 
 namespace Pellarvine {
 
-/// Lets the library speak the locale's language, as far as it knows it: English, French, German.
+/// Lets the library speak the locale's language, as far as it knows it: Arabic, English,
+/// French, German.
 ///
 ///     QApplication application(argc, argv);
 ///     Pellarvine::installTranslations();

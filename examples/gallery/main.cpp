@@ -6,6 +6,7 @@
 #include "Theme.h"
 
 #include <pellarvine/Pellarvine/Application.h>
+#include <pellarvine/Platform/Translations.h>
 #include <pellarvine/Platform/Version.h>
 
 #include <QApplication>
@@ -88,7 +89,9 @@ int main(int argc, char **argv)
     const QCommandLineOption dark(u"dark"_s,
                                   QApplication::translate("main", "Use the dark palette."));
     const QCommandLineOption rightToLeft(
-            u"rtl"_s, QApplication::translate("main", "Lay out from right to left."));
+            u"rtl"_s, QApplication::translate(
+                              "main", "Lay out from right to left; the library's own texts are "
+                                      "Arabic then."));
     QCommandLineOption exitWhenShown(u"exit-when-shown"_s,
                                      QApplication::translate("main", "Exit once it is painted."));
     exitWhenShown.setFlags(QCommandLineOption::HiddenFromHelp);
@@ -106,8 +109,10 @@ int main(int argc, char **argv)
     }
 
     Theme::apply(application, parser.isSet(dark) ? Theme::dark : Theme::preferredScheme());
-    if (parser.isSet(rightToLeft))
+    if (parser.isSet(rightToLeft)) {
         QApplication::setLayoutDirection(Qt::RightToLeft);
+        Pellarvine::installTranslations(QLocale(QLocale::Arabic));
+    }
 
     if (parser.isSet(screenshots)) {
         const QString problem = writeScreenshots(parser.value(screenshots));
