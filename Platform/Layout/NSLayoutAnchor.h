@@ -3,6 +3,14 @@
 
 #include <pellarvine/Platform/NSLayoutConstraint.h>
 
+/// @cond internal
+namespace Pellarvine::detail {
+/// Warns if a constant between two widths or heights looks like a multiplier: it lies between 0
+/// and 1.
+PELLARVINE_EXPORT void warnOfFraction(const NS::LayoutConstraint &constraint);
+} // namespace Pellarvine::detail
+/// @endcond
+
 namespace NS {
 
 /// One edge, centre or dimension of a widget, from which constraints are made:
@@ -36,24 +44,36 @@ public:
     std::shared_ptr<LayoutConstraint> constraintEqualToAnchor(LayoutAnchor anchor,
                                                               double constant = 0.0) const
     {
-        return make(LayoutRelation::equal, anchor, 1.0, constant);
+        return make(LayoutRelation::equal, anchor, constant);
     }
 
     /// This ≤ `anchor` + `constant`.
     std::shared_ptr<LayoutConstraint> constraintLessThanOrEqualToAnchor(LayoutAnchor anchor,
                                                                         double constant = 0.0) const
     {
-        return make(LayoutRelation::lessThanOrEqual, anchor, 1.0, constant);
+        return make(LayoutRelation::lessThanOrEqual, anchor, constant);
     }
 
     /// This ≥ `anchor` + `constant`.
     std::shared_ptr<LayoutConstraint>
     constraintGreaterThanOrEqualToAnchor(LayoutAnchor anchor, double constant = 0.0) const
     {
-        return make(LayoutRelation::greaterThanOrEqual, anchor, 1.0, constant);
+        return make(LayoutRelation::greaterThanOrEqual, anchor, constant);
     }
 
 protected:
+    /// This, `relation`, `anchor` + `constant`.
+    std::shared_ptr<LayoutConstraint> make(LayoutRelation relation, LayoutAnchor anchor,
+                                           double constant) const
+    {
+        std::shared_ptr<LayoutConstraint> made = make(relation, anchor, 1.0, constant);
+#ifndef QT_NO_DEBUG
+        if (m_item != anchor.m_item)
+            detail::warnOfFraction(*made);
+#endif
+        return made;
+    }
+
     /// This, `relation`, `multiplier` × `anchor` + `constant`.
     std::shared_ptr<LayoutConstraint> make(LayoutRelation relation, LayoutAnchor anchor,
                                            double multiplier, double constant) const
@@ -82,7 +102,8 @@ public:
     using LayoutAnchor::constraintLessThanOrEqualToAnchor;
     using LayoutAnchor::LayoutAnchor;
 
-    /// For the second side of a constraint. (A number alone behind an anchor is the constant.)
+    /// For the second side of a constraint. A number alone behind an anchor is the constant: debug
+    /// builds warn of one between 0 and 1. `multipliedBy(1)` says that it is meant.
     LayoutMultiple multipliedBy(double multiplier) const;
 
     /// This = `multiple` + `constant`.

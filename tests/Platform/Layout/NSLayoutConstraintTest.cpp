@@ -153,6 +153,28 @@ TEST(LayoutConstraint, each_anchor_makes_constraints_about_the_line_it_names)
     EXPECT_EQ(least->description(), u"QWidget.height >= 40"_s);
 }
 
+#ifndef QT_NO_DEBUG
+TEST(LayoutConstraint, a_constant_between_sizes_that_looks_like_a_multiplier_is_warned_of)
+{
+    QWidget view;
+    QWidget other;
+    const LayoutDimension width = widthAnchor(&view);
+    const LayoutDimension otherWidth = widthAnchor(&other);
+    EXPECT_EQ(warningsOf([&] { width.constraintEqualToAnchor(otherWidth, 0.5); }),
+              "Warning: the constraint QWidget.width == QWidget.width + 0.5 adds 0.5 units. "
+              "To multiply, write multipliedBy(0.5)\n");
+    EXPECT_EQ(warningsOf([&] {
+                  width.constraintEqualToAnchor(otherWidth.multipliedBy(0.5));
+                  width.constraintEqualToAnchor(otherWidth.multipliedBy(1), 0.5);
+                  width.constraintEqualToAnchor(heightAnchor(&view), 0.5);
+                  width.constraintEqualToAnchor(otherWidth, 1);
+                  width.constraintEqualToAnchor(otherWidth, -0.5);
+                  leftAnchor(&view).constraintEqualToAnchor(leftAnchor(&other), 0.5);
+              }),
+              "");
+}
+#endif
+
 TEST(LayoutConstraint, the_lines_of_one_widget_are_kept_together)
 {
     Window window(200, 100);
