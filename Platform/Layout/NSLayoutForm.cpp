@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "Layout/NSLayoutForm.h"
+
+#include "Layout/NSLayoutAnchor.h"
+#include "Layout/NSLayoutSpacing.h"
+#include "Layout/NSLayoutStack.h"
+#include "View/NSView.h"
+
+#include <QLabel>
+
+#include <algorithm>
+
+namespace NS {
+
+QList<std::shared_ptr<LayoutConstraint>> form(QWidget *container, const QList<FormRow> &rows,
+                                              double border)
+{
+    QList<std::shared_ptr<LayoutConstraint>> constraints;
+    QList<QWidget *> fields;
+    for (const auto &[label, field] : rows) {
+        if (label)
+            addSubview(container, label);
+        addSubview(container, field);
+        fields.append(field);
+        if (auto *const text = qobject_cast<QLabel *>(label); text && !text->buddy())
+            text->setBuddy(field);
+        if (!label)
+            continue;
+        constraints += {
+            leadingAnchor(label).constraintEqualToAnchor(leadingAnchor(container), border),
+            trailingAnchor(label).constraintEqualToAnchor(
+                    leadingAnchor(field), -systemSpacing(label, field, Qt::Horizontal)),
+            firstBaselineAnchor(label).constraintEqualToAnchor(firstBaselineAnchor(field)),
+        };
+    }
+    if (fields.isEmpty())
+        return {};
+    QWidget *const first = fields.first();
+    QWidget *const last = fields.last();
+    // Without a label there is no column of labels.
+    if (constraints.isEmpty())
+        constraints +=
+                leadingAnchor(first).constraintEqualToAnchor(leadingAnchor(container), border);
+    constraints += {
+        trailingAnchor(first).constraintEqualToAnchor(trailingAnchor(container), -border),
+        topAnchor(first).constraintEqualToAnchor(topAnchor(container), border),
+        bottomAnchor(last).constraintLessThanOrEqualToAnchor(bottomAnchor(container), -border),
+        // Draws out fields that expand, and no others.
+        bottomAnchor(last)
+                .constraintEqualToAnchor(bottomAnchor(container), -border)
+                ->withPriority(LayoutPriority::defaultLow - 1.0),
+    };
+    return constraints + stack(fields, Qt::Vertical);
+}
+
+} // namespace NS

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/NSLayoutForm.h>
+#include <pellarvine/Platform/NSView.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSpinBox>
+#include <QTextEdit>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace NS;
+
+namespace {
+
+constexpr int border = 12;
+
+struct Settings
+{
+    explicit Settings(Qt::LayoutDirection direction) { panel.setLayoutDirection(direction); }
+
+    QWidget panel;
+    QLabel *nameLabel = new QLabel(u"&Name:"_s);
+    QLineEdit *name = new QLineEdit;
+    QLabel *portLabel = new QLabel(u"&Port of the server:"_s);
+    QSpinBox *port = new QSpinBox;
+    QLabel *kindLabel = new QLabel(u"&Encryption:"_s);
+    QComboBox *kind = new QComboBox;
+    QCheckBox *remember = new QCheckBox(u"&Remember me"_s);
+
+    void layOut(QSize size)
+    {
+        panel.resize(size);
+        layoutSubtreeIfNeeded(&panel);
+    }
+};
+
+} // namespace
+
+TEST(LayoutForm, fields_stand_where_a_form_layout_puts_them)
+{
+    for (const Qt::LayoutDirection direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+        Settings byAnchors(direction);
+        LayoutConstraint::activateConstraints(form(&byAnchors.panel,
+                                                   { { byAnchors.nameLabel, byAnchors.name },
+                                                     { byAnchors.portLabel, byAnchors.port },
+                                                     { byAnchors.kindLabel, byAnchors.kind },
+                                                     { nullptr, byAnchors.remember } },
+                                                   border));
+
+        Settings byLayout(direction);
+        auto *const layout = new QFormLayout(&byLayout.panel);
+        layout->setContentsMargins(border, border, border, border);
+        layout->addRow(byLayout.nameLabel->text(), byLayout.name);
+        layout->addRow(byLayout.portLabel->text(), byLayout.port);
+        layout->addRow(byLayout.kindLabel->text(), byLayout.kind);
+        layout->addRow(QString(), byLayout.remember);
+
+        const QSize preferred = byLayout.panel.sizeHint();
+        EXPECT_EQ(byAnchors.panel.sizeHint(), preferred);
+        for (const QSize size : { preferred, QSize(400, 300) }) {
+            byAnchors.layOut(size);
+            byLayout.layOut(size);
+            EXPECT_EQ(byAnchors.name->geometry(), byLayout.name->geometry());
+            EXPECT_EQ(byAnchors.port->geometry(), byLayout.port->geometry());
+            EXPECT_EQ(byAnchors.kind->geometry(), byLayout.kind->geometry());
+            EXPECT_EQ(byAnchors.remember->geometry(), byLayout.remember->geometry());
+        }
+        EXPECT_EQ(byAnchors.nameLabel->buddy(), byAnchors.name);
+        EXPECT_EQ(byAnchors.nameLabel->width(), byAnchors.portLabel->width());
+    }
+}
+
+TEST(LayoutForm, a_field_that_asks_for_height_gets_what_is_left)
+{
+    Settings settings(Qt::LeftToRight);
+    auto *const notes = new QTextEdit;
+    LayoutConstraint::activateConstraints(
+            form(&settings.panel, { { settings.nameLabel, settings.name }, { nullptr, notes } }));
+    settings.layOut({ 400, 300 });
+    EXPECT_EQ(notes->geometry().bottom(), 299);
+    EXPECT_EQ(settings.name->height(), settings.name->sizeHint().height());
+}
+
+TEST(LayoutForm, without_labels_fields_take_the_whole_width_and_without_rows_there_is_nothing)
+{
+    Settings settings(Qt::LeftToRight);
+    EXPECT_TRUE(form(&settings.panel, {}).isEmpty());
+    LayoutConstraint::activateConstraints(
+            form(&settings.panel, { { nullptr, settings.name }, { nullptr, settings.port } }));
+    settings.layOut({ 400, 300 });
+    EXPECT_EQ(settings.name->width(), 400);
+    EXPECT_EQ(settings.port->width(), 400);
+}
