@@ -3,11 +3,26 @@
 
 #include <QFontMetricsF>
 #include <QLabel>
+#include <QPlainTextEdit>
+#include <QTextEdit>
 #include <QVariant>
 
 using NS::LayoutAttribute;
 
 namespace Pellarvine::detail {
+
+namespace {
+
+double documentMargin(const QAbstractScrollArea *area)
+{
+    if (const auto *const text = qobject_cast<const QTextEdit *>(area))
+        return text->document()->documentMargin();
+    if (const auto *const text = qobject_cast<const QPlainTextEdit *>(area))
+        return text->document()->documentMargin();
+    return 0.0;
+}
+
+} // namespace
 
 bool isBaseline(LayoutAttribute attribute)
 {
@@ -34,6 +49,11 @@ Baseline baselineOf(const QWidget *widget, LayoutAttribute attribute)
             return { 0.0, above };
         if (label->wordWrap() ? !isFirst : isAtBottom)
             return { 1.0, -below };
+    }
+    if (const auto *const area = qobject_cast<const QAbstractScrollArea *>(widget)) {
+        const double inside = area->frameWidth() + documentMargin(area);
+        return isFirst ? Baseline { 0.0, inside + metrics.ascent() }
+                       : Baseline { 1.0, -inside - metrics.descent() };
     }
     return { 0.5, (metrics.ascent() - metrics.descent()) / 2.0 };
 }

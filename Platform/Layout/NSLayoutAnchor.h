@@ -252,8 +252,8 @@ inline LayoutYAxisAnchor centerYAnchor(QWidget *widget)
     return { widget, LayoutAttribute::centerY };
 }
 /// The baseline of the first line of text. A widget may declare the property
-/// `firstBaselineOffsetFromTop`; for others it is that of one line, centred as in Qt's controls, or
-/// at the top or bottom as a QLabel's alignment says.
+/// `firstBaselineOffsetFromTop`; for others it is that of one line, centred as in Qt's controls, at
+/// the top or bottom as a QLabel's alignment says, or at the top of what scrolls.
 inline LayoutYAxisAnchor firstBaselineAnchor(QWidget *widget)
 {
     return { widget, LayoutAttribute::firstBaseline };

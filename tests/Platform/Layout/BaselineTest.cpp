@@ -3,6 +3,8 @@
 
 #include <QFontMetricsF>
 #include <QLabel>
+#include <QPlainTextEdit>
+#include <QTextEdit>
 #include <gtest/gtest.h>
 
 using NS::LayoutAttribute;
@@ -46,6 +48,28 @@ TEST(Baseline, a_label_has_its_lines_where_its_alignment_puts_them)
     label.setProperty("lastBaselineOffsetFromBottom", 4);
     EXPECT_EQ(baselineOf(&label, LayoutAttribute::firstBaseline), (Baseline { 0.0, 12.0 }));
     EXPECT_EQ(baselineOf(&label, LayoutAttribute::lastBaseline), (Baseline { 1.0, -4.0 }));
+}
+
+template <typename Editor>
+void expectBaselineWhereTheTextIs()
+{
+    Editor editor;
+    editor.document()->setDocumentMargin(7);
+    editor.setPlainText(QStringLiteral("One line"));
+    editor.resize(200, 100);
+    editor.ensurePolished();
+    editor.show();
+    const double top = editor.viewport()->y() + editor.cursorRect().top();
+    const Baseline first = baselineOf(&editor, LayoutAttribute::firstBaseline);
+    EXPECT_EQ(first.fraction, 0.0);
+    EXPECT_NEAR(first.offset, top + QFontMetricsF(editor.font()).ascent(), 1.0);
+    EXPECT_LT(baselineOf(&editor, LayoutAttribute::lastBaseline).offset, -7.0);
+}
+
+TEST(Baseline, a_text_editor_has_its_first_line_where_its_text_begins)
+{
+    expectBaselineWhereTheTextIs<QPlainTextEdit>();
+    expectBaselineWhereTheTextIs<QTextEdit>();
 }
 
 } // namespace Pellarvine::detail
