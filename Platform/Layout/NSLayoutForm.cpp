@@ -41,14 +41,16 @@ QList<std::shared_ptr<LayoutConstraint>> form(QWidget *container, const QList<Fo
     if (constraints.isEmpty())
         constraints +=
                 leadingAnchor(first).constraintEqualToAnchor(leadingAnchor(container), border);
+    const bool isExpanding = std::any_of(fields.begin(), fields.end(), [](const QWidget *field) {
+        return field->sizePolicy().expandingDirections() & Qt::Vertical;
+    });
     constraints += {
         trailingAnchor(first).constraintEqualToAnchor(trailingAnchor(container), -border),
         topAnchor(first).constraintEqualToAnchor(topAnchor(container), border),
-        bottomAnchor(last).constraintLessThanOrEqualToAnchor(bottomAnchor(container), -border),
-        // Draws out fields that expand, and no others.
-        bottomAnchor(last)
-                .constraintEqualToAnchor(bottomAnchor(container), -border)
-                ->withPriority(LayoutPriority::defaultLow - 1.0),
+        LayoutConstraint::make(last, LayoutAttribute::bottom,
+                               isExpanding ? LayoutRelation::equal
+                                           : LayoutRelation::lessThanOrEqual,
+                               container, LayoutAttribute::bottom, 1.0, -border),
     };
     return constraints + stack(fields, Qt::Vertical);
 }

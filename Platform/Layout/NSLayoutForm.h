@@ -23,9 +23,9 @@ struct FormRow
 /// Makes labels and fields children of `container`, which owns them from then on, and returns the
 /// constraints that place them in it, not yet active. In a row, both are on one baseline. Labels
 /// are as wide as the widest one, fields share the rest. Between them lies `systemSpacing`, and
-/// around them `border`, in device-independent pixels. Height that the fields do not ask for stays
-/// free below the last one. Labels are supposed to be no higher than their fields. A QLabel without
-/// a buddy gets the field for one, so that its shortcut works.
+/// around them `border`, in device-independent pixels. Height that is left goes to fields that
+/// expand, or else stays free below the last one. Labels are supposed to be no higher than their
+/// fields. A QLabel without a buddy gets the field for one, so that its shortcut works.
 [[nodiscard]] PELLARVINE_EXPORT QList<std::shared_ptr<LayoutConstraint>>
 form(QWidget *container, const QList<FormRow> &rows, double border = 0.0);
 

@@ -79,9 +79,11 @@ TEST(LayoutForm, a_field_that_asks_for_height_gets_what_is_left)
     Settings settings(Qt::LeftToRight);
     auto *const notes = new QTextEdit;
     LayoutConstraint::activateConstraints(
-            form(&settings.panel, { { settings.nameLabel, settings.name }, { nullptr, notes } }));
+            form(&settings.panel,
+                 { { settings.nameLabel, settings.name }, { settings.portLabel, notes } }));
     settings.layOut({ 400, 300 });
     EXPECT_EQ(notes->geometry().bottom(), 299);
+    EXPECT_LT(settings.portLabel->geometry().bottom(), notes->y() + settings.name->height());
     EXPECT_EQ(settings.name->height(), settings.name->sizeHint().height());
 }
 
