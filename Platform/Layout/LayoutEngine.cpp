@@ -13,6 +13,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -128,6 +129,17 @@ void LayoutEngine::updateStrength(LayoutConstraint *constraint)
         request();
     else
         remove(constraint);
+}
+
+std::vector<std::shared_ptr<LayoutConstraint>> LayoutEngine::constraints() const
+{
+    std::map<int, std::shared_ptr<LayoutConstraint>> byNumber;
+    for (const auto &[key, active] : m_active)
+        byNumber.emplace(active.number, active.constraint);
+    std::vector<std::shared_ptr<LayoutConstraint>> all;
+    for (const auto &[number, constraint] : byNumber)
+        all.push_back(constraint);
+    return all;
 }
 
 void LayoutEngine::takeOut(Active &active)

@@ -37,6 +37,9 @@ public:
     void updateConstant(NS::LayoutConstraint *constraint);
     void updateStrength(NS::LayoutConstraint *constraint);
 
+    /// The active ones, in the order in which they came.
+    std::vector<std::shared_ptr<NS::LayoutConstraint>> constraints() const;
+
     // What the QLayout answers with; sizes are without the host's margins, which Qt adds.
     void invalidate();
     void apply();

@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: MIT
+#include "Layout/LayoutFindings.h"
+
+#include "Layout/AnchorExpression.h"
+#include "Layout/LayoutEngine.h"
+#include "Layout/LayoutHosts.h"
+#include "Layout/LengthWish.h"
+#include "View/NSView.h"
+
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+using namespace Qt::StringLiterals;
+using NS::LayoutAttribute;
+using NS::LayoutConstraint;
+using NS::LayoutRelation;
+
+namespace Pellarvine::detail {
+
+namespace {
+
+// An edge that is rounded to a whole unit is half a unit off at most, a size twice that.
+constexpr double roundingOfSize = 1.0;
+
+QRectF alignedRect(const QWidget *widget, const QWidget *in)
+{
+    const QRectF frame(widget == in ? QPointF() : QPointF(widget->mapTo(in, QPoint())),
+                       QSizeF(widget->size()));
+    return frame.marginsRemoved(NS::alignmentRectInsets(widget));
+}
+
+bool isShownBelow(const QWidget *widget, const QWidget *view)
+{
+    return widget == view || (view->isAncestorOf(widget) && widget->isVisibleTo(view));
+}
+
+// The view whose direction says where leading is.
+const QWidget *ancestorOf(const LayoutConstraint &constraint)
+{
+    const QWidget *const first = constraint.firstItem();
+    const QWidget *const second = constraint.secondItem();
+    if (!second)
+        return first->isWindow() ? first : first->parentWidget();
+    const QWidget *ancestor = first;
+    while (ancestor != second && !ancestor->isAncestorOf(second))
+        ancestor = ancestor->parentWidget();
+    return ancestor;
+}
+
+// An engine above the view may keep constraints of what is in it.
+std::vector<std::shared_ptr<LayoutConstraint>> constraintsShownBelow(const QWidget *view)
+{
+    std::vector<std::shared_ptr<LayoutConstraint>> shown;
+    QList<QWidget *> hosts = view->window()->findChildren<QWidget *>();
+    hosts.prepend(view->window());
+    for (const QWidget *const host : std::as_const(hosts)) {
+        const LayoutEngine *const engine = LayoutHosts::all().ownEngine(host);
+        if (!engine)
+            continue;
+        for (const auto &constraint : engine->constraints()) {
+            const QWidget *const second = constraint->secondItem();
+            if (isShownBelow(constraint->firstItem(), view)
+                && (!second || isShownBelow(second, view)))
+                shown.push_back(constraint);
+        }
+    }
+    return shown;
+}
+
+// The widgets of a constraint as they stand, in place of what a solver makes of them.
+class Measurement
+{
+public:
+    explicit Measurement(const LayoutConstraint &constraint)
+        : m_ancestor(ancestorOf(constraint))
+    {
+        std::optional<AnchorAxis> mirroring;
+        if (m_ancestor->layoutDirection() == Qt::RightToLeft)
+            mirroring = xAxis(QRectF(m_ancestor->rect()));
+        const ConstraintSolver::Expression expression =
+                anchorExpression(anchor(constraint.firstItem(), constraint.firstAttribute()),
+                                 constraint.multiplier(),
+                                 anchor(constraint.secondItem(), constraint.secondAttribute()),
+                                 constraint.constant(), mirroring);
+        m_excess = expression.constant;
+        for (const auto &[variable, coefficient] : expression.terms)
+            m_excess += coefficient * m_values[static_cast<std::size_t>(variable)];
+    }
+
+    /// By how much the first side is larger than the second.
+    double excess() const { return m_excess; }
+    bool isMirrored() const { return m_ancestor->layoutDirection() == Qt::RightToLeft; }
+
+private:
+    ConstraintSolver::Variable variable(double value)
+    {
+        m_values.push_back(value);
+        return static_cast<ConstraintSolver::Variable>(m_values.size() - 1);
+    }
+    AnchorAxis xAxis(const QRectF &rect) { return { variable(rect.x()), variable(rect.width()) }; }
+    AnchorAxis yAxis(const QRectF &rect) { return { variable(rect.y()), variable(rect.height()) }; }
+    Anchor anchor(const QWidget *widget, LayoutAttribute attribute)
+    {
+        Anchor made;
+        if (attribute == LayoutAttribute::notAnAttribute)
+            return made;
+        const QRectF rect = alignedRect(widget, m_ancestor);
+        made.attribute = attribute;
+        made.x = xAxis(rect);
+        made.y = yAxis(rect);
+        if (isBaseline(attribute))
+            made.baseline = baselineOf(widget, attribute);
+        return made;
+    }
+
+    const QWidget *m_ancestor;
+    std::vector<double> m_values;
+    double m_excess = 0.0;
+};
+
+double baselineY(const QWidget *widget, LayoutAttribute attribute, const QRectF &rect)
+{
+    const Baseline baseline = baselineOf(widget, attribute);
+    return rect.y() + baseline.fraction * rect.height() + baseline.offset;
+}
+
+// From the line of the widget that the attribute names to where that is wanted. A size is measured
+// at the right and at the lower edge.
+QLineF lineOf(const QWidget *widget, LayoutAttribute attribute, const QRectF &rect, double excess,
+              bool isMirrored)
+{
+    const auto horizontal = [&](double x, double length) {
+        return QLineF(x, rect.center().y(), x + length, rect.center().y());
+    };
+    const auto vertical = [&](double y) {
+        return QLineF(rect.center().x(), y, rect.center().x(), y - excess);
+    };
+    switch (attribute) {
+    case LayoutAttribute::notAnAttribute:
+        break;
+    case LayoutAttribute::left:
+        return horizontal(rect.left(), -excess);
+    case LayoutAttribute::leading:
+        return isMirrored ? horizontal(rect.right(), excess) : horizontal(rect.left(), -excess);
+    case LayoutAttribute::trailing:
+        return isMirrored ? horizontal(rect.left(), excess) : horizontal(rect.right(), -excess);
+    case LayoutAttribute::right:
+    case LayoutAttribute::width:
+        return horizontal(rect.right(), -excess);
+    case LayoutAttribute::centerX:
+        return horizontal(rect.center().x(), -excess);
+    case LayoutAttribute::top:
+        return vertical(rect.top());
+    case LayoutAttribute::bottom:
+    case LayoutAttribute::height:
+        return vertical(rect.bottom());
+    case LayoutAttribute::centerY:
+        return vertical(rect.center().y());
+    case LayoutAttribute::firstBaseline:
+    case LayoutAttribute::lastBaseline:
+        return vertical(baselineY(widget, attribute, rect));
+    }
+    return {};
+}
+
+QString numberText(double number)
+{
+    return QString::number(std::round(number * 10.0) / 10.0);
+}
+
+void findUnmet(const LayoutConstraint &constraint, const QWidget *view, LayoutFindings &findings)
+{
+    const Measurement measured(constraint);
+    const double excess = measured.excess();
+    const double tolerance = roundingOfSize * (1.0 + std::abs(constraint.multiplier()));
+    const bool isTooLarge =
+            excess > tolerance && constraint.relation() != LayoutRelation::greaterThanOrEqual;
+    const bool isTooSmall =
+            excess < -tolerance && constraint.relation() != LayoutRelation::lessThanOrEqual;
+    if (!isTooLarge && !isTooSmall)
+        return;
+    const QWidget *const first = constraint.firstItem();
+    findings.unmet.push_back(
+            { lineOf(first, constraint.firstAttribute(), alignedRect(first, view), excess,
+                     measured.isMirrored()),
+              u"%1 @ %2: %3 off"_s.arg(constraint.description(), numberText(constraint.priority()),
+                                       numberText(std::abs(excess))) });
+}
+
+// Of its own size. That a widget is larger than it asks for is common; that it may not be is not.
+void findUnmet(const QWidget *widget, Qt::Orientation orientation, const QRectF &rect,
+               LayoutFindings &findings)
+{
+    const bool isHorizontal = orientation == Qt::Horizontal;
+    const QMarginsF insets = NS::alignmentRectInsets(widget);
+    LengthHints hints = lengthHints(widget, orientation);
+    hints.insets = isHorizontal ? insets.left() + insets.right() : insets.top() + insets.bottom();
+    // Lines break before text is cut off.
+    if (widget->hasHeightForWidth())
+        hints.hint = isHorizontal ? hints.minimumHint : widget->heightForWidth(widget->width());
+    const LengthWish wish = lengthWish(hints);
+    const double length = isHorizontal ? rect.width() : rect.height();
+    double wanted = length;
+    if (wish.notAbove >= NS::LayoutPriority::defaultHigh)
+        wanted = std::min(wanted, wish.target);
+    if (wish.notBelow >= NS::LayoutPriority::defaultHigh)
+        wanted = std::max(wanted, wish.target);
+    wanted = std::min(wanted, wish.upper.value_or(wanted));
+    wanted = std::max(wanted, wish.lower.value_or(wanted));
+    if (std::abs(wanted - length) <= roundingOfSize)
+        return;
+    const LayoutAttribute attribute =
+            isHorizontal ? LayoutAttribute::width : LayoutAttribute::height;
+    findings.unmet.push_back(
+            { lineOf(widget, attribute, rect, length - wanted, false),
+              u"%1 %2, asks for %3"_s.arg(isHorizontal ? "width"_L1 : "height"_L1,
+                                          numberText(length), numberText(wanted)) });
+}
+
+} // namespace
+
+LayoutFindings layoutFindings(const QWidget *view)
+{
+    LayoutFindings findings;
+    std::set<std::pair<const QWidget *, LayoutAttribute>> seen;
+    for (const auto &constraint : constraintsShownBelow(view)) {
+        findUnmet(*constraint, view, findings);
+        const std::pair<const QWidget *, LayoutAttribute> items[] = {
+            { constraint->firstItem(), constraint->firstAttribute() },
+            { constraint->secondItem(), constraint->secondAttribute() },
+        };
+        for (const auto &[widget, attribute] : items) {
+            if (!widget)
+                continue;
+            const QRectF rect = alignedRect(widget, view);
+            if (isBaseline(attribute) && seen.emplace(widget, attribute).second) {
+                const double y = baselineY(widget, attribute, rect);
+                findings.baselines.emplace_back(rect.left(), y, rect.right(), y);
+            }
+            if (!seen.emplace(widget, LayoutAttribute::notAnAttribute).second)
+                continue;
+            findings.frames.push_back(rect);
+            // The size of a host follows from what is in it.
+            if (LayoutHosts::all().ownEngine(widget))
+                continue;
+            findUnmet(widget, Qt::Horizontal, rect, findings);
+            findUnmet(widget, Qt::Vertical, rect, findings);
+        }
+    }
+    return findings;
+}
+
+} // namespace Pellarvine::detail

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include "Layout/NSLayoutConstraint.h"
+
+#include <QLineF>
+#include <QRectF>
+
+#include <vector>
+
+QT_FORWARD_DECLARE_CLASS(QWidget)
+
+namespace Pellarvine::detail {
+
+/// What is not as somebody wants it: a line from where it is to where it is wanted, and a text.
+struct UnmetWish
+{
+    QLineF line;
+    QString text;
+};
+
+/// What the constraints below a view have made of it, in the view's coordinates.
+struct LayoutFindings
+{
+    std::vector<QRectF> frames; ///< of the aligned parts of the widgets with constraints
+    std::vector<QLineF> baselines; ///< of those whose constraints are about them
+    std::vector<UnmetWish> unmet; ///< of constraints, and of widgets about their own sizes
+};
+
+/// Reads the places of the widgets as they are now. Differences that rounding to whole units can
+/// explain are none.
+PELLARVINE_INTERNAL_EXPORT LayoutFindings layoutFindings(const QWidget *view);
+
+} // namespace Pellarvine::detail
