@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
 // A photograph placed in a box by each of the pinning helpers, as a viewer would place it in its
-// window; all boxes are resized together.
+// window; all boxes are resized together. Behind that, what else constraints make.
 #include "../Page.h"
 #include "../PictureWidget.h"
 #include "../Theme.h"
+#include "LayoutExamples.h"
 
 #include <pellarvine/Pellarvine/NSView+AutoLayout.h>
 #include <pellarvine/Platform/NSLayoutAnchor.h>
+#include <pellarvine/Platform/NSLayoutOverlay.h>
+#include <pellarvine/Platform/NSSegmentedControl.h>
 #include <pellarvine/Platform/NSView+Layer.h>
 #include <pellarvine/Platform/NSView.h>
 
+#include <QCheckBox>
 #include <QCoreApplication>
 #include <QFrame>
 #include <QGridLayout>
@@ -19,6 +23,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QSlider>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -259,8 +264,11 @@ public:
 private:
     void grow(QSize by);
     void setBorder(int border);
+    QWidget *makePins();
     QFrame *makeControls();
 
+    NS::SegmentedControl *m_section = new NS::SegmentedControl;
+    QCheckBox *m_showsLayout = new QCheckBox(::tr("Show frames, &baselines and unmet wishes"));
     QList<Sample *> m_samples;
     QSize m_size { 160, 112 };
     QSlider *m_border = new QSlider(Qt::Horizontal);
@@ -269,9 +277,29 @@ private:
 
 LayoutPage::LayoutPage(QWidget *parent)
     : Page(::tr("Layout"),
-           ::tr("The same photograph, placed in a box by each pinning helper. Drag a box by its "
-                "corner: all of them follow, and the photograph does what its constraints say."),
+           ::tr("Constraints place widgets by their edges, centres, sizes and baselines. Helpers "
+                "pin a widget in another one, or make rows, columns and forms."),
            parent)
+{
+    auto *const sections = new QStackedWidget;
+    sections->addWidget(makePins());
+    sections->addWidget(makeLayoutExamples());
+    m_section->setLabels({ ::tr("Pinning"), ::tr("Forms and stacks") });
+    m_section->setSelectedSegment(0);
+    m_section->setAccessibleName(::tr("What the page shows"));
+    auto *const knobs = new QHBoxLayout;
+    knobs->addWidget(m_section);
+    knobs->addStretch();
+    knobs->addWidget(m_showsLayout);
+    content()->addLayout(knobs);
+    content()->addWidget(sections, 1);
+    connect(m_section, &NS::SegmentedControl::selectedSegmentChanged, sections,
+            &QStackedWidget::setCurrentIndex);
+    connect(m_showsLayout, &QCheckBox::toggled, this,
+            [this](bool shows) { NS::setShowsLayout(this, shows); });
+}
+
+QWidget *LayoutPage::makePins()
 {
     const auto growAll = [this](QSize by) {
         grow(by);
@@ -300,18 +328,20 @@ LayoutPage::LayoutPage(QWidget *parent)
                 },
                 growAll),
     };
-    auto *const grid = new QGridLayout;
+    auto *const pins = new QWidget;
+    auto *const grid = new QGridLayout(pins);
+    grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(2 * Theme::unit);
     for (int i = 0; i < m_samples.size(); ++i)
         grid->addWidget(m_samples[i], i / 3, i % 3);
     grid->addWidget(makeControls(), 1, 2);
     for (int column = 0; column < 3; ++column)
         grid->setColumnStretch(column, 1);
-    content()->addLayout(grid);
-    content()->addStretch();
+    grid->setRowStretch(2, 1);
     connect(m_border, &QSlider::valueChanged, this, [this](int border) { setBorder(border); });
     grow({ 0, 0 });
     setBorder(m_border->value());
+    return pins;
 }
 
 QFrame *LayoutPage::makeControls()
@@ -322,9 +352,10 @@ QFrame *LayoutPage::makeControls()
     auto *const name = new QLabel(::tr("&Border"));
     name->setBuddy(m_border);
     m_value->setFont(Theme::font(Theme::monospace));
-    auto *const note = new QLabel(
-            ::tr("Filling keeps a border free inside the box. Centring lets the photograph reach "
-                 "that far beyond its edges; below 0, it stays that far inside."));
+    auto *const note =
+            new QLabel(::tr("Drag a box by its corner: all of them follow. Filling keeps a border "
+                            "free inside the box. Centring lets the photograph reach "
+                            "that far beyond its edges; below 0, it stays that far inside."));
     note->setWordWrap(true);
     note->setForegroundRole(QPalette::PlaceholderText);
 
@@ -357,6 +388,8 @@ void LayoutPage::showExample()
     m_size = { 152, 72 }; // lower than the photograph, so that the ways differ
     grow({ 0, 0 });
     m_border->setValue(Theme::unit);
+    m_section->setSelectedSegment(1);
+    m_showsLayout->setChecked(true);
 }
 
 void LayoutPage::grow(QSize by)
