@@ -5,10 +5,11 @@
 #include "Layout/LayoutHosts.h"
 #include "Layout/NSLayoutOverlay.h"
 
+#include <QChildEvent>
 #include <QCoreApplication>
-#include <QEvent>
 #include <QPainter>
-#include <QPainterPath>
+
+#include <algorithm>
 
 namespace Pellarvine::detail {
 
@@ -80,8 +81,9 @@ Q_COREAPP_STARTUP_FUNCTION(startDebugging)
 } // namespace
 
 LayoutOverlay::LayoutOverlay(QWidget *view)
-    : QWidget(view)
 {
+    qApp->installEventFilter(this); // before the view hears of a child
+    setParent(view);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
     setFocusPolicy(Qt::NoFocus);
@@ -89,7 +91,6 @@ LayoutOverlay::LayoutOverlay(QWidget *view)
     QFont small = font();
     small.setPointSizeF(small.pointSizeF() * 0.8);
     setFont(small);
-    qApp->installEventFilter(this);
     show();
 }
 
@@ -100,6 +101,9 @@ LayoutOverlay *LayoutOverlay::of(const QWidget *view)
 
 bool LayoutOverlay::eventFilter(QObject *watched, QEvent *event)
 {
+    // A splitter would take it for a pane.
+    if (event->type() == QEvent::ChildAdded)
+        return static_cast<QChildEvent *>(event)->child() == this;
     if (watched == this || !watched->isWidgetType() || !changesPlaces(event->type()))
         return false;
     const QWidget *const view = parentWidget();
@@ -143,7 +147,7 @@ bool LayoutDebugging::eventFilter(QObject *watched, QEvent *event)
     if (!isOccasion || !watched->isWidgetType())
         return false;
     auto *const widget = static_cast<QWidget *>(watched);
-    if (LayoutHosts::all().ownEngine(widget))
+    if (LayoutHosts::all().ownEngine(widget) && widget->window()->isVisible())
         NS::setShowsLayout(widget->window(), true);
     return false;
 }

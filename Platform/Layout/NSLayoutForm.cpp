@@ -7,10 +7,23 @@
 #include "View/NSView.h"
 
 #include <QLabel>
+#include <QStyle>
 
 #include <algorithm>
 
 namespace NS {
+
+namespace {
+
+// Where the style's forms have the text in the column of labels.
+Qt::Alignment styledAlignment(const QWidget *container)
+{
+    const int hint =
+            container->style()->styleHint(QStyle::SH_FormLayoutLabelAlignment, nullptr, container);
+    return (Qt::Alignment(hint) & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter;
+}
+
+} // namespace
 
 QList<std::shared_ptr<LayoutConstraint>> form(QWidget *container, const QList<FormRow> &rows,
                                               double border)
@@ -22,8 +35,10 @@ QList<std::shared_ptr<LayoutConstraint>> form(QWidget *container, const QList<Fo
             addSubview(container, label);
         addSubview(container, field);
         fields.append(field);
-        if (auto *const text = qobject_cast<QLabel *>(label); text && !text->buddy())
+        if (auto *const text = qobject_cast<QLabel *>(label); text && !text->buddy()) {
             text->setBuddy(field);
+            text->setAlignment(styledAlignment(container));
+        }
         if (!label)
             continue;
         constraints += {

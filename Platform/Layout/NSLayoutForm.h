@@ -25,7 +25,8 @@ struct FormRow
 /// are as wide as the widest one, fields share the rest. Between them lies `systemSpacing`, and
 /// around them `border`, in device-independent pixels. Height that is left goes to fields that
 /// expand, or else stays free below the last one. Labels are supposed to be no higher than their
-/// fields. A QLabel without a buddy gets the field for one, so that its shortcut works.
+/// fields. A QLabel without a buddy gets the field for one, so that its shortcut works, and the
+/// alignment that the style has for labels of forms.
 [[nodiscard]] PELLARVINE_EXPORT QList<std::shared_ptr<LayoutConstraint>>
 form(QWidget *container, const QList<FormRow> &rows, double border = 0.0);
 

@@ -31,7 +31,7 @@ QList<std::shared_ptr<LayoutConstraint>> stack(const QList<QWidget *> &views, Qt
             isHorizontal ? Attributes { top, bottom } : Attributes { leading, trailing };
     if (alignment != notAnAttribute) {
         if (!isAcross(alignment, axis)) {
-            detail::printWarning("Warning: there is no stack whose views are aligned along it");
+            detail::printWarning("Warning: a stack aligns its views across its axis, not along it");
             return {};
         }
         common = { alignment };

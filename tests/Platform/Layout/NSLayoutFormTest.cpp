@@ -7,6 +7,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProxyStyle>
 #include <QSpinBox>
 #include <QTextEdit>
 #include <gtest/gtest.h>
@@ -69,7 +70,6 @@ TEST(LayoutForm, fields_stand_where_a_form_layout_puts_them)
             EXPECT_EQ(byAnchors.kind->geometry(), byLayout.kind->geometry());
             EXPECT_EQ(byAnchors.remember->geometry(), byLayout.remember->geometry());
         }
-        EXPECT_EQ(byAnchors.nameLabel->buddy(), byAnchors.name);
         EXPECT_EQ(byAnchors.nameLabel->width(), byAnchors.portLabel->width());
     }
 }
@@ -85,6 +85,30 @@ TEST(LayoutForm, a_field_that_asks_for_height_gets_what_is_left)
     EXPECT_EQ(notes->geometry().bottom(), 299);
     EXPECT_LT(settings.portLabel->geometry().bottom(), notes->y() + settings.name->height());
     EXPECT_EQ(settings.name->height(), settings.name->sizeHint().height());
+}
+
+TEST(LayoutForm, a_label_without_a_buddy_gets_the_field_and_the_styles_alignment)
+{
+    class RightAligning : public QProxyStyle
+    {
+        int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                      QStyleHintReturn *data) const override
+        {
+            return hint == SH_FormLayoutLabelAlignment
+                           ? int(Qt::AlignRight)
+                           : QProxyStyle::styleHint(hint, option, widget, data);
+        }
+    } style;
+    Settings settings(Qt::LeftToRight);
+    settings.panel.setStyle(&style);
+    settings.portLabel->setBuddy(settings.kind);
+    const auto constraints = form(&settings.panel, { { settings.nameLabel, settings.name },
+                                                     { settings.portLabel, settings.port } });
+    EXPECT_FALSE(constraints.isEmpty());
+    EXPECT_EQ(settings.nameLabel->buddy(), settings.name);
+    EXPECT_EQ(settings.nameLabel->alignment(), Qt::AlignRight | Qt::AlignVCenter);
+    EXPECT_EQ(settings.portLabel->buddy(), settings.kind);
+    EXPECT_EQ(settings.portLabel->alignment(), Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 TEST(LayoutForm, without_labels_fields_take_the_whole_width_and_without_rows_there_is_nothing)

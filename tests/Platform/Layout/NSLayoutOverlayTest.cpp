@@ -8,6 +8,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QSplitter>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -213,6 +214,15 @@ TEST(LayoutOverlay, it_stays_over_its_view_and_takes_no_input)
     EXPECT_NE(with.pixelColor(20, 30), without.pixelColor(20, 30));
     EXPECT_NE(with.pixelColor(79, 30), without.pixelColor(79, 30));
     EXPECT_EQ(with.pixelColor(50, 30), without.pixelColor(50, 30));
+}
+
+TEST(LayoutOverlay, a_splitter_does_not_take_it_for_a_pane)
+{
+    QSplitter splitter;
+    splitter.addWidget(new QWidget);
+    setShowsLayout(&splitter, true);
+    EXPECT_EQ(splitter.count(), 1);
+    EXPECT_TRUE(showsLayout(&splitter));
 }
 
 TEST(LayoutOverlay, while_debugging_each_window_with_constraints_has_one)

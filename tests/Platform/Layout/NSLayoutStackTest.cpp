@@ -132,7 +132,7 @@ TEST(LayoutStack, there_is_none_that_is_aligned_along_its_axis)
     ::testing::internal::CaptureStdout();
     EXPECT_TRUE(stack(views, Qt::Horizontal, 6, LayoutAttribute::centerX).isEmpty());
     EXPECT_TRUE(stack(views, Qt::Vertical, 6, LayoutAttribute::firstBaseline).isEmpty());
-    const std::string line = "Warning: there is no stack whose views are aligned along it\n";
+    const std::string line = "Warning: a stack aligns its views across its axis, not along it\n";
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), line + line);
     EXPECT_TRUE(stack({}, Qt::Vertical).isEmpty());
 }
