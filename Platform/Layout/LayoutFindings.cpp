@@ -86,8 +86,8 @@ public:
                                  anchor(constraint.secondItem(), constraint.secondAttribute()),
                                  constraint.constant(), mirroring);
         m_excess = expression.constant;
-        for (const auto &[variable, coefficient] : expression.terms)
-            m_excess += coefficient * m_values[static_cast<std::size_t>(variable)];
+        for (const ConstraintSolver::Term &term : expression.terms)
+            m_excess += term.coefficient * m_values[static_cast<std::size_t>(term.variable)];
     }
 
     /// By how much the first side is larger than the second.

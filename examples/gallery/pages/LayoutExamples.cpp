@@ -6,7 +6,6 @@
 #include "../Theme.h"
 
 #include <pellarvine/Pellarvine/FullWidthSegmentedControl.h>
-#include <pellarvine/Platform/NSLayoutAnchor.h>
 #include <pellarvine/Platform/NSLayoutForm.h>
 #include <pellarvine/Platform/NSLayoutSpacing.h>
 #include <pellarvine/Platform/NSLayoutStack.h>
@@ -152,13 +151,13 @@ StackCard::StackCard()
     m_views = { new Initial, sender, date };
     for (QWidget *const view : std::as_const(m_views))
         NS::addSubview(m_stage, view);
-    m_stage->setMinimumHeight(12 * Theme::unit);
+    m_stage->setMinimumHeight(15 * Theme::unit);
 
     m_axis->setLabels({ ::tr("Row"), ::tr("Column") });
     m_axis->setSelectedSegment(0);
     m_axis->setAccessibleName(::tr("Direction"));
     m_alignment->setAccessibleName(::tr("Alignment"));
-    m_spacing->setRange(0, 3 * Theme::unit);
+    m_spacing->setRange(0, 2 * Theme::unit);
     m_spacing->setValue(qRound(NS::systemSpacing(sender, date, Qt::Horizontal)));
     auto *const spacingName = new QLabel(::tr("S&pacing"));
     spacingName->setBuddy(m_spacing);
@@ -221,12 +220,16 @@ void StackCard::stackAgain()
     const Way way = ways(axis()).value(m_alignment->selectedSegment());
     const int spacing = m_spacing->value();
     NS::LayoutConstraint::deactivateConstraints(m_constraints);
-    QWidget *const first = m_views.first();
     m_constraints = NS::stack(m_views, axis(), spacing, way.attribute);
-    m_constraints += {
-        NS::leadingAnchor(first).constraintEqualToAnchor(NS::leadingAnchor(m_stage)),
-        NS::topAnchor(first).constraintEqualToAnchor(NS::topAnchor(m_stage)),
-    };
+    // The stack begins at the stage's edge, and lies across it as its views lie across the stack.
+    const bool isRow = axis() == Qt::Horizontal;
+    for (const LayoutAttribute attribute :
+         { isRow ? LayoutAttribute::leading : LayoutAttribute::top,
+           isRow ? LayoutAttribute::centerY : way.attribute }) {
+        m_constraints +=
+                NS::LayoutConstraint::make(m_views.first(), attribute, NS::LayoutRelation::equal,
+                                           m_stage, attribute, 1.0, 0.0);
+    }
     NS::LayoutConstraint::activateConstraints(m_constraints);
     m_call->setText(u"stack(views, Qt::%1, %2, %3)"_s.arg(
             axis() == Qt::Horizontal ? "Horizontal"_L1 : "Vertical"_L1, QString::number(spacing),
