@@ -268,7 +268,7 @@ private:
     QFrame *makeControls();
 
     NS::SegmentedControl *m_section = new NS::SegmentedControl;
-    QCheckBox *m_showsLayout = new QCheckBox(::tr("Show frames, &baselines and unmet wishes"));
+    QCheckBox *m_showsLayout = new QCheckBox(::tr("Show &frames, baselines and unmet wishes"));
     QList<Sample *> m_samples;
     QSize m_size { 160, 112 };
     QSlider *m_border = new QSlider(Qt::Horizontal);
