@@ -68,6 +68,18 @@ TEST_F(SealOutput, the_processs_own_descriptors_have_names)
               content);
 }
 
+TEST_F(SealOutput, a_file_is_not_sealed_into_itself_while_it_is_read)
+{
+    write(u"both"_s, content);
+    for (const QString &redirected :
+         { u"seal $key both - >>both"_s, u"seal $key - /dev/stdout <both 1<>both"_s }) {
+        const Outcome outcome = shell(u"ulimit -f 10000; pellarvine "_s + redirected);
+        EXPECT_EQ(outcome.status, 2) << outcome.errors.constData();
+        EXPECT_TRUE(outcome.errors.contains(" writes into IN")) << outcome.errors.constData();
+        EXPECT_TRUE(read(u"both"_s) == content);
+    }
+}
+
 TEST_F(SealOutput, names_are_bytes)
 {
     const Outcome outcome = shell(uR"(

@@ -58,6 +58,18 @@ Input openInput(const QByteArray &path, const Signals &signals)
     return input;
 }
 
+// Whether what is written to `sink` would change what is read from `source`.
+bool isSameFile(int source, int sink)
+{
+    struct stat read = {};
+    struct stat written = {};
+    if (fstat(source, &read) != 0 || fstat(sink, &written) != 0)
+        return false;
+    if (S_ISREG(read.st_mode))
+        return read.st_dev == written.st_dev && read.st_ino == written.st_ino;
+    return S_ISBLK(read.st_mode) && S_ISBLK(written.st_mode) && read.st_rdev == written.st_rdev;
+}
+
 Transform makeTransform(Direction direction, QStringView passphrase, const QByteArray &name)
 {
     // Shared, since a function object has to be copyable.
@@ -122,6 +134,10 @@ void runTransfer(Direction direction, const QByteArrayList &arguments)
     // Nothing unverified leaves.
     const Release release = isSeal ? Release::atOnce : Release::onceCommitted;
     const auto output = openOutput(files[1], release, line.isSet(force), input.mode, signals);
+    // A file that is replaced is another one until it is done.
+    if (isSameFile(input.stream.descriptor, output->stream().descriptor))
+        throw CommandError(ExitStatus::badUsage,
+                           output->stream().name + " writes into IN, which is still being read");
     const SecretText passphrase = source.read(signals);
     try {
         Progress progress(line.isSet(quiet), input.length);
