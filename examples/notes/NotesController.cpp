@@ -8,9 +8,12 @@
 #include <pellarvine/Pellarvine/Application.h>
 #include <pellarvine/Pellarvine/PassphraseDialog.h>
 #include <pellarvine/Platform/ClassRegistry.h>
+#include <pellarvine/Platform/NSKeyValueBinding.h>
 #include <pellarvine/Platform/NSStoryboard.h>
+#include <pellarvine/Platform/NSWindow.h>
 
-#include <QCloseEvent>
+#include <QEvent>
+#include <QFontDialog>
 #include <QMessageBox>
 
 using namespace Qt::StringLiterals;
@@ -46,6 +49,17 @@ void NotesController::changePassphrase()
         QMessageBox::warning(view(), tr("Notes"), m_notebook->problem());
 }
 
+// The note that is open shows each font that is tried.
+void NotesController::chooseFont()
+{
+    QFontDialog dialog(view());
+    NS::bind(&dialog, u"currentFont"_s, &m_settings, u"font"_s);
+    if (dialog.exec() == QDialog::Accepted)
+        m_settings.apply();
+    else
+        m_settings.reset();
+}
+
 void NotesController::quit()
 {
     QApplication::closeAllWindows();
@@ -56,6 +70,7 @@ void NotesController::viewDidLoad()
     NavigationController::viewDidLoad();
     setBackInputEnabled(true);
     view()->installEventFilter(this);
+    window()->restoreState(m_settings.property("state").toByteArray());
     if (auto *const application = qobject_cast<Pellarvine::Application *>(qApp)) {
         QAction *const quit = m_menuButton->actions().constLast();
         m_menuButton->insertAction(quit, application->aboutAction());
@@ -64,16 +79,28 @@ void NotesController::viewDidLoad()
 
 void NotesController::prepareForSegue(NS::StoryboardSegue *segue, QObject *)
 {
-    qobject_cast<SceneController *>(segue->destinationController())->notebook = m_notebook;
+    auto *const next = qobject_cast<SceneController *>(segue->destinationController());
+    next->notebook = m_notebook;
+    next->settings = &m_settings;
 }
 
-// The window stays until everything is saved.
+// The window stays until everything is saved. Then it is remembered.
 bool NotesController::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::Close || isSaved())
+    if (event->type() != QEvent::Close)
         return NavigationController::eventFilter(watched, event);
-    event->ignore();
-    return true;
+    if (!isSaved()) {
+        event->ignore();
+        return true;
+    }
+    m_settings.setProperty("state", window()->saveState());
+    m_settings.apply();
+    return NavigationController::eventFilter(watched, event);
+}
+
+NS::Window *NotesController::window()
+{
+    return qobject_cast<NS::Window *>(view());
 }
 
 // Or the user gives up what is not.

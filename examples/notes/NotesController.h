@@ -4,8 +4,14 @@
 #include "Notebook.h"
 
 #include <pellarvine/Pellarvine/NavigationController.h>
+#include <pellarvine/Shared/Settings.h>
 
+#include <QFont>
 #include <QToolButton>
+
+namespace NS {
+class Window;
+}
 
 /// The window: its title bar, and the screens in it.
 class NotesController : public Pellarvine::NavigationController
@@ -21,6 +27,7 @@ public:
 
     Q_INVOKABLE void lock();
     Q_INVOKABLE void changePassphrase();
+    Q_INVOKABLE void chooseFont();
     Q_INVOKABLE void quit();
 
     void viewDidLoad() override;
@@ -31,8 +38,12 @@ Q_SIGNALS:
     void locked(); ///< the storyboard goes back to the first screen
 
 private:
+    NS::Window *window();
     bool isSaved();
 
     Notebook *m_notebook = nullptr;
+    Pellarvine::Settings m_settings { QStringLiteral("window"),
+                                      { { QStringLiteral("state"), QByteArray() },
+                                        { QStringLiteral("font"), QFont() } } };
     QToolButton *m_menuButton = nullptr;
 };

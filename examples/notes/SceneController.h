@@ -6,11 +6,12 @@
 #include <pellarvine/Pellarvine/NavigationItemViewController.h>
 #include <pellarvine/Platform/NSStoryboardSegue.h>
 
-/// A screen. It is given the notebook, and gives it to the screen that follows.
+/// A screen. It is given the notebook and the settings, and gives them to the screen that follows.
 class SceneController : public Pellarvine::NavigationItemViewController
 {
     Q_OBJECT
     Q_PROPERTY(Notebook *notebook MEMBER notebook CONSTANT)
+    Q_PROPERTY(QObject *settings MEMBER settings CONSTANT)
 
 public:
     using NavigationItemViewController::NavigationItemViewController;
@@ -19,7 +20,10 @@ public:
     {
         auto *const next = qobject_cast<SceneController *>(segue->destinationController());
         next->notebook = notebook;
+        next->settings = settings;
     }
 
-    Notebook *notebook = nullptr; ///< set before the view is loaded, and not again
+    // Set before the view is loaded, and not again.
+    Notebook *notebook = nullptr;
+    QObject *settings = nullptr;
 };

@@ -13,6 +13,7 @@ using namespace Qt::StringLiterals;
 int main(int argc, char **argv)
 {
     Pellarvine::Application application(argc, argv);
+    QApplication::setOrganizationName(u"org.example"_s); // the folder of the settings
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addPositionalArgument(u"file"_s,

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFontDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -16,6 +17,7 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -56,6 +58,20 @@ void answer(QMessageBox::StandardButton button)
     });
     timer->start(0);
 }
+
+// Where the program's settings go while a test runs.
+class SettingsFolder
+{
+public:
+    SettingsFolder()
+    {
+        QCoreApplication::setOrganizationName(u"org.example"_s);
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
 
 class Notes : public testing::Test
 {
@@ -107,6 +123,7 @@ public:
         return titles;
     }
 
+    SettingsFolder settings;
     QTemporaryDir folder;
     QString path = folder.filePath(u"mine.sealed"_s);
     Notebook notebook { path };
@@ -260,6 +277,41 @@ TEST_F(Notes, are_sealed_under_a_new_passphrase_once_it_is_chosen)
     EXPECT_TRUE(Pellarvine::Decryptor::decrypt(contentsOf(path), u"another one").contains("Bread"));
     EXPECT_THROW(Pellarvine::Decryptor::decrypt(contentsOf(path), passphrase),
                  Pellarvine::CryptorError);
+}
+
+TEST_F(Notes, are_shown_in_the_chosen_font_and_in_the_window_of_the_last_time)
+{
+    createNotebook();
+    press(Qt::Key_N, Qt::ControlModifier);
+    const auto *const editor = find<QPlainTextEdit>(u"editor"_s);
+    const int size = editor->font().pointSize();
+    const auto choose = [&](int pointSize, Qt::Key key) {
+        QTimer::singleShot(0, qApp, [=] {
+            auto *const dialog = qobject_cast<QFontDialog *>(QApplication::activeModalWidget());
+            ASSERT_TRUE(dialog);
+            QFont font = dialog->currentFont();
+            font.setPointSize(pointSize);
+            dialog->setCurrentFont(font);
+            EXPECT_EQ(editor->font().pointSize(), pointSize);
+            QTest::keyClick(dialog, key);
+        });
+        find<QAction>(u"fontAction"_s)->trigger();
+    };
+    choose(size + 10, Qt::Key_Escape);
+    EXPECT_EQ(editor->font().pointSize(), size);
+    choose(size + 7, Qt::Key_Return);
+    EXPECT_EQ(editor->font().pointSize(), size + 7);
+    window->resize(611, 433);
+    controller->lock();
+    EXPECT_TRUE(window->close());
+
+    Notebook sameNotebook(path);
+    ASSERT_TRUE(sameNotebook.open(passphrase));
+    const std::unique_ptr<NotesController> second = NotesController::make(&sameNotebook);
+    second->view()->show();
+    EXPECT_EQ(second->view()->size(), QSize(611, 433));
+    const QSettings stored;
+    EXPECT_EQ(stored.value(u"window/font"_s).value<QFont>().pointSize(), size + 7);
 }
 
 TEST(Notebook, that_cannot_be_opened_says_why_and_leaves_the_file_alone)
