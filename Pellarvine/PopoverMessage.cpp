@@ -2,6 +2,7 @@
 #include "Pellarvine/PopoverMessage.h"
 
 #include "Controls/NSTextField.h"
+#include "KeyValue/WidgetAccess.h"
 #include "Layout/NSLayoutAnchor.h"
 #include "Scenes/NSViewController.h"
 #include "Shared/Contrast.h"
@@ -10,6 +11,7 @@
 #include "Window/NSPopover.h"
 #include "Window/PopoverBubble.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QList>
 #include <QPalette>
@@ -133,6 +135,21 @@ QWidget *scrolling(QWidget *content)
         clear->setAutoFillBackground(false);
     return area;
 }
+
+// What bindings tell of edits. Of a window that commits them all, the first refusal alone.
+void showRefusal(QObject *control, const QString &message)
+{
+    static bool isShown = false;
+    auto *const widget = static_cast<QWidget *>(control);
+    if (!widget->isVisible() || std::exchange(isShown, true))
+        return;
+    QMetaObject::invokeMethod(
+            qApp, [] { isShown = false; }, Qt::QueuedConnection);
+    PopoverMessage::showMessage(message, widget);
+}
+
+// Runs while the library is loaded.
+[[maybe_unused]] const bool isInstalled = (detail::setMessageBubble(&showRefusal), true);
 
 } // namespace
 

@@ -63,9 +63,14 @@ struct BindingOptions
     ///
     /// A refused edit stays in the control and the model keeps its value. A widget gets the dynamic
     /// property `invalid`, for style sheets (`QLineEdit[invalid="true"]`), and the message as its
-    /// accessible description, for as long as it holds that edit. Without this function, and unless
-    /// `validate` or `required` refused the value, a warning is printed too.
+    /// accessible description, for as long as it holds that edit. Without this function and
+    /// `popover`, and unless `validate` or `required` refused the value, a warning is printed too.
     std::function<void(const QString &message)> onInvalid = {};
+
+    /// Shows the message of a refused edit in a bubble above the control too, as
+    /// `Pellarvine::PopoverMessage` does. It is shown again when the user presses Return, and by
+    /// commitEditing(), which shows that of the first control that refuses. Default: false.
+    bool popover = false;
 
     /// How a text shows a value while the control does not have the keyboard focus, as printf()
     /// has it: "%.1f °C". One conversion out of d, i, x, X, o, e, E, f, F, g, G and s, with flags,

@@ -316,8 +316,11 @@ void ValueBinding::finishEditing()
     if (isOver())
         return;
     const Pass pass(this);
-    if (m_isPending && !carry())
+    if (m_isPending && !carry()) {
+        if (!isOver() && hasFocus(m_control)) // Return was pressed
+            showMessage();
         return;
+    }
     if (isOver())
         return;
     // In the words of the model: "1." becomes "1".
@@ -334,12 +337,15 @@ bool ValueBinding::commit()
     const Pass pass(this);
     if (!m_isPending) {
         const QString message = fault(NS::valueForKeyPath(m_model.get(), m_keyPath));
-        return message.isEmpty() || refuse(message);
+        if (message.isEmpty() || refuse(message))
+            return true;
+    } else if (carry()) {
+        finishEditing();
+        return true;
     }
-    if (!carry())
-        return false;
-    finishEditing();
-    return true;
+    if (!isOver())
+        showMessage();
+    return false;
 }
 
 // Writes the edit to the model. False if it was refused; then the control keeps it.
@@ -372,7 +378,7 @@ bool ValueBinding::carry()
         } catch (const NS::KeyValueException &error) {
             if (error.reason() != NS::KeyValueException::notConvertible)
                 throw;
-            if (!m_options.onInvalid)
+            if (!m_options.onInvalid && !m_options.popover)
                 printWarning(error);
             return refuse(misfit(current.metaType()));
         }
@@ -426,8 +432,17 @@ void ValueBinding::setMessage(const QString &message)
                 widgetAccess()->restyle(control);
         }
     }
+    if (guard)
+        showMessage();
     if (guard && m_options.onInvalid)
         m_options.onInvalid(message);
+}
+
+// Once for a message that several places ask for in a row: see where the bubble comes from.
+void ValueBinding::showMessage() const
+{
+    if (m_options.popover && !m_message.isEmpty() && m_control->isWidgetType() && messageBubble())
+        messageBubble()(m_control, m_message);
 }
 
 } // namespace Pellarvine::detail

@@ -64,6 +64,7 @@ private:
     QString fault(const QVariant &value) const;
     bool refuse(const QString &message);
     void setMessage(const QString &message);
+    void showMessage() const;
 
     QPointer<QObject> m_control;
     QString m_key;

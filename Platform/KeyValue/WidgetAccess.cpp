@@ -9,6 +9,7 @@ namespace {
 
 // Written while libraries are loaded, which may be after threads have started.
 std::atomic<const WidgetAccess *> installed = nullptr;
+std::atomic<MessageBubble> installedBubble = nullptr;
 
 } // namespace
 
@@ -20,6 +21,16 @@ void setWidgetAccess(const WidgetAccess *access)
 const WidgetAccess *widgetAccess()
 {
     return installed;
+}
+
+void setMessageBubble(MessageBubble bubble)
+{
+    installedBubble = bubble;
+}
+
+MessageBubble messageBubble()
+{
+    return installedBubble;
 }
 
 } // namespace Pellarvine::detail

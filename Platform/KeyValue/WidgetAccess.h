@@ -4,6 +4,7 @@
 
 #include "Base/Global.h"
 
+#include <QString>
 #include <QVariant>
 
 QT_FORWARD_DECLARE_CLASS(QObject)
@@ -25,9 +26,16 @@ struct WidgetAccess
     void (*restyle)(QObject *widget);
 };
 
+/// Shows a message at a widget.
+using MessageBubble = void (*)(QObject *widget, const QString &message);
+
 PELLARVINE_PRIVATE_EXPORT void setWidgetAccess(const WidgetAccess *access);
 
 /// Null in a program without the widgets library.
 const WidgetAccess *widgetAccess();
+
+/// By a room above that of the functions before.
+PELLARVINE_PRIVATE_EXPORT void setMessageBubble(MessageBubble bubble);
+MessageBubble messageBubble(); ///< likewise
 
 } // namespace Pellarvine::detail

@@ -25,6 +25,7 @@ bool take(const QString &name, const std::optional<QString> &argument, NibBindin
 {
     bool *const flag = name == "commit"_L1     ? &options->commits
                        : name == "required"_L1 ? &options->isRequired
+                       : name == "popover"_L1  ? &options->hasPopover
                        : name == "oneWay"_L1   ? &options->isOneWay
                                                : nullptr;
     QString *const text = name == "format"_L1        ? &options->format
@@ -55,9 +56,9 @@ NibBindingOptions nibBindingOptions(const QString &text, const QString &entry)
                 match.hasCaptured(2) ? std::optional(match.captured(2)) : std::nullopt;
         if (!match.hasMatch() || !take(match.captured(1), argument, &options))
             fail(text.sliced(end).trimmed(),
-                 u"\"%1\" is none of the options of a binding: commit, required, oneWay, "
-                 "format(\"%.1f\"), placeholder(\"None\"), title(\"name\"), tag(\"code\")"_s.arg(
-                         text.sliced(end).trimmed()),
+                 u"\"%1\" is none of the options of a binding: commit, required, popover, "
+                 "oneWay, format(\"%.1f\"), placeholder(\"None\"), title(\"name\"), tag(\"code\")"_s
+                         .arg(text.sliced(end).trimmed()),
                  entry);
         end = match.capturedEnd();
     }
@@ -76,6 +77,7 @@ NS::BindingOptions bindingOptions(const NibBindingOptions &options)
         result.direction = NS::BindingOptions::toControl;
     result.negate = options.negates;
     result.required = options.isRequired;
+    result.popover = options.hasPopover;
     result.format = options.format;
     result.noSelectionPlaceholder = options.placeholder;
     return result;

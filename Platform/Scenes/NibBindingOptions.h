@@ -9,12 +9,13 @@
 
 namespace Pellarvine::detail {
 
-/// text = owner.port | commit | format("%d") | required | placeholder("No server") | oneWay
+/// text = owner.port | commit | format("%d") | required | popover | placeholder("No server")
 struct NibBindingOptions
 {
     bool negates = false; ///< enabled = !owner.busy
     bool commits = false;
     bool isRequired = false;
+    bool hasPopover = false;
     bool isOneWay = false;
     QString format = {};
     QString placeholder = {};

@@ -4,6 +4,7 @@
 #include <pellarvine/Pellarvine/PopoverMessage.h>
 #include <pellarvine/Platform/NSColor.h>
 #include <pellarvine/Platform/NSFont.h>
+#include <pellarvine/Platform/NSKeyValueBinding.h>
 #include <pellarvine/Platform/NSParagraphStyle.h>
 #include <pellarvine/Platform/NSPopover.h>
 #include <pellarvine/Platform/NSView.h>
@@ -393,6 +394,62 @@ TEST(PopoverMessage, wraps_at_250_units_and_keeps_10_free_around)
         EXPECT_EQ(messages().size(), 0);
     }
     EXPECT_EQ(form.name.text(), u"aa"_s);
+}
+
+TEST(PopoverMessage, tells_why_a_binding_refuses_an_edit)
+{
+    Form form;
+    QLineEdit second(&form.window);
+    second.setGeometry(140, 150, 100, 30);
+    second.show();
+    QObject model;
+    model.setProperty("port", 80);
+    model.setProperty("host", u"a"_s);
+    NS::BindingOptions options { .commit = NS::BindingOptions::whenEditingFinishes,
+                                 .required = true,
+                                 .popover = true };
+    NS::BindingOptions digits = options;
+    digits.validate = [](const QVariant &value) {
+        return value.toInt() > 0 ? QString() : u"Digits only."_s;
+    };
+    NS::bind(&form.name, u"text"_s, &model, u"port"_s, digits);
+    NS::bind(&second, u"text"_s, &model, u"host"_s, options);
+    form.name.setFocus();
+    form.name.setText(u"many"_s);
+    for (int attempt = 0; attempt < 2; ++attempt) { // the second time, too
+        QTest::keyClick(&form.name, Qt::Key_Return);
+        settle();
+        EXPECT_EQ(shownTexts(), QStringList { u"Digits only."_s });
+        form.window.activateWindow(); // which the bubble leaves active on a desktop
+        ASSERT_TRUE(QTest::qWaitFor([&form] { return form.name.hasFocus(); }));
+    }
+    QTest::keyClick(&form.name, Qt::Key_Backspace);
+    settle();
+    EXPECT_EQ(shownTexts(), QStringList());
+
+    // Each is marked, and the first has its message shown.
+    second.clear();
+    EXPECT_FALSE(NS::commitEditing(&form.window));
+    EXPECT_EQ(shownTexts(), QStringList { u"Digits only."_s });
+    EXPECT_TRUE(second.property("invalid").toBool());
+    settle();
+    form.click(&form.name);
+    form.name.setText(u"443"_s);
+    EXPECT_FALSE(NS::commitEditing(&form.window));
+    settle();
+    EXPECT_EQ(shownTexts(), QStringList { u"Enter a value."_s });
+    EXPECT_EQ(model.property("port"), 443);
+    form.click(&form.name);
+    EXPECT_EQ(shownTexts(), QStringList());
+
+    // Nobody has asked for a bubble here.
+    options.popover = false;
+    options.onInvalid = [](const QString &) {
+    };
+    NS::bind(&second, u"text"_s, &model, u"host"_s, options);
+    second.clear();
+    EXPECT_FALSE(NS::commitEditing(&second));
+    EXPECT_EQ(shownTexts(), QStringList());
 }
 
 TEST(PopoverMessage, shows_markup_in_the_default_fonts_and_attributed_text_as_it_is)
