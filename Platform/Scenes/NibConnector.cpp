@@ -3,6 +3,7 @@
 
 #include "Base/MethodLookup.h"
 #include "Controls/NSChoices.h"
+#include "Controls/NSListBinding.h"
 #include "KeyValue/KeyValueAccess.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/NSKeyValueBinding.h"
@@ -179,11 +180,16 @@ void NibConnector::setOutlet(const Outlet &outlet)
     });
 }
 
-void NibConnector::offerChoices(const ValueBinding &binding)
+void NibConnector::bindList(const ValueBinding &binding)
 {
+    auto *const widget = qobject_cast<QWidget *>(binding.object);
+    const Path &path = binding.path;
+    const NibBindingOptions &options = binding.options;
     try {
-        NS::bindChoices(qobject_cast<QWidget *>(binding.object), binding.path.root,
-                        binding.path.keyPath, { binding.options.title, binding.options.tag });
+        if (binding.key == "choices"_L1)
+            NS::bindChoices(widget, path.root, path.keyPath, { options.title, options.tag });
+        else
+            NS::bind(widget, path.root, path.keyPath, { { options.title } });
     } catch (const std::invalid_argument &error) {
         throw NibFault { NS::NibError::unknownKeyPath, binding.key,
                          u"%1 (binding \"%2\")"_s.arg(QString::fromUtf8(error.what()),
@@ -194,8 +200,8 @@ void NibConnector::offerChoices(const ValueBinding &binding)
 void NibConnector::bindValue(const ValueBinding &binding)
 {
     try {
-        if (binding.key == "choices"_L1)
-            return offerChoices(binding);
+        if (isListBinding(binding.object, binding.key))
+            return bindList(binding);
         NS::bind(binding.object, binding.key, binding.path.root, binding.path.keyPath,
                  bindingOptions(binding.options));
     } catch (const NS::KeyValueException &error) {

@@ -74,7 +74,7 @@ private:
     QWidget *item(const Entry &entry, const QString &name) const;
     void setOutlet(const Outlet &outlet);
     void bindValue(const ValueBinding &binding);
-    static void offerChoices(const ValueBinding &binding);
+    static void bindList(const ValueBinding &binding);
 
     // Makes a NibError of a NibFault in `step`.
     template <typename Step>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes/NibEntry.h"
 
+#include <QMetaObject>
+#include <QObject>
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -160,6 +162,12 @@ const auto *grammar(const QString &property)
 }
 
 } // namespace
+
+bool isListBinding(const QObject *object, const QString &key)
+{
+    return (key == "choices"_L1 || key == "items"_L1)
+           && object->metaObject()->indexOfProperty(key.toUtf8().constData()) < 0;
+}
 
 bool holdsNibEntries(const QString &property)
 {

@@ -41,6 +41,10 @@ struct NibBinding
     bool operator==(const NibBinding &) const = default;
 };
 
+/// Whether a binding of this name is of a list: "choices", as NS::bindChoices makes them, or
+/// "items", the rows of a view. A class that has a property of the name keeps it.
+bool isListBinding(const QObject *object, const QString &key);
+
 /// clicked -> owner.document.save
 struct NibAction
 {

@@ -39,9 +39,13 @@ public:
 
     void operator()(const NibBinding &binding) const
     {
-        // Besides its properties every object has a value, which is its USER property.
-        const bool isProperty = indexOf(m_object->metaObject(), binding.key) >= 0;
-        if (!isProperty && binding.key != "value"_L1)
+        // Besides its properties every object has a value, which is its USER property; and choices
+        // give their control two more.
+        const QString &key = binding.key;
+        const bool isKnown = indexOf(m_object->metaObject(), key) >= 0
+                             || isListBinding(m_object, key) || key == "value"_L1
+                             || key == "selectedObject"_L1 || key == "selectedTag"_L1;
+        if (!isKnown)
             failKey(m_object->metaObject(), binding.key, binding.key);
         ownerProperty(binding.path);
     }

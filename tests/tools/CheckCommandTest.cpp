@@ -59,7 +59,7 @@ TEST_F(CheckCommand, says_where_each_mistake_is)
         { u"Form.ui"_s, "form", "form", u"Form.ui"_s, "" },
         { u"Form.ui"_s, "form", "form", u"Form.storyboard"_s, "" },
         { u"Form.ui"_s, "\"number\"", "\"numbr\"", u"Form.ui"_s,
-          "/Form.ui:14:40: error: badge: Badge has no property \"numbr\"" },
+          "/Form.ui:22:40: error: badge: Badge has no property \"numbr\"" },
         { u"Form.ui"_s, "returnPressed", "returnPresed", u"Form.ui"_s,
           "/Form.ui:10:50: error: nameField: QLineEdit has no signal \"returnPresed\"" },
         // Only a storyboard says of which class the owner is.
@@ -97,7 +97,7 @@ TEST_F(CheckCommand, knows_the_classes_of_plugins_alone)
     const Outcome result = run(u"Form.ui"_s, false);
     EXPECT_EQ(result.status, 3);
     EXPECT_THAT(result.errors.toStdString(),
-                HasSubstr("Form.ui:14:5: error: badge: there is no class \"Badge\""));
+                HasSubstr("Form.ui:22:5: error: badge: there is no class \"Badge\""));
     EXPECT_EQ(runProgram(u"pellarvine"_s, { u"check"_s }).status, 2);
     EXPECT_EQ(run(u"Absent.ui"_s).status, 3);
     EXPECT_EQ(runProgram(u"pellarvine"_s,

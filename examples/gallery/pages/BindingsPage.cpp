@@ -6,6 +6,7 @@
 #include <pellarvine/Platform/KeyValueEquality.h>
 #include <pellarvine/Platform/NSComputedBinding.h>
 #include <pellarvine/Platform/NSKeyValueBinding.h>
+#include <pellarvine/Platform/NSListBinding.h>
 #include <pellarvine/Shared/Binding.h>
 #include <pellarvine/Shared/Observer.h>
 #include <pellarvine/Shared/TransformableBinding.h>
@@ -16,6 +17,7 @@
 #include <QFormLayout>
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -23,6 +25,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QSlider>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
 
@@ -66,9 +69,18 @@ class House : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(Room *room READ room NOTIFY roomChanged)
+    Q_PROPERTY(QList<Room *> rooms READ rooms CONSTANT)
 
 public:
     Room *room() const { return m_isEmpty ? nullptr : m_rooms[m_index].get(); }
+
+    QList<Room *> rooms() const
+    {
+        QList<Room *> all;
+        for (const std::unique_ptr<Room> &room : m_rooms)
+            all.append(room.get());
+        return all;
+    }
 
     void showNextRoom()
     {
@@ -142,7 +154,11 @@ public:
         column->setSpacing(2 * Theme::unit);
         column->addWidget(makeSettings());
         column->addWidget(makeLog(), 1);
-        row->addWidget(makePanel(), 1);
+        auto *const rooms = new QVBoxLayout;
+        rooms->setSpacing(2 * Theme::unit);
+        rooms->addWidget(makePanel());
+        rooms->addWidget(makeRooms(), 1);
+        row->addLayout(rooms, 1);
         row->addLayout(column, 1);
         content()->addLayout(row, 1);
 
@@ -211,11 +227,27 @@ private:
         layout->addLayout(buttons);
         layout->addStretch();
         layout->addWidget(m_bound);
-        auto *const hint = new QLabel(tr("Switched off, the bindings are destroyed. Switched on, "
-                                         "they are made anew: the room wins."));
-        hint->setWordWrap(true);
-        hint->setForegroundRole(QPalette::PlaceholderText);
-        layout->addWidget(hint);
+        m_bound->setToolTip(
+                tr("Switched off, the bindings are destroyed. Switched on, they are made "
+                   "anew: the room wins."));
+        return card;
+    }
+
+    // The same rooms as a table: an edit here is seen in the panel, and the other way round.
+    QWidget *makeRooms()
+    {
+        QFrame *const card = makeCard(tr("All rooms"));
+        auto *const table = new QTableView;
+        NS::bind(table, &m_house, u"rooms"_s,
+                 { { u"name"_s, tr("Room") }, { u"celsius"_s, tr("°C") } });
+        table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+        table->verticalHeader()->hide();
+        table->setFrameShape(QFrame::NoFrame);
+        table->setTabKeyNavigation(false);
+        table->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+        table->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+        table->setAccessibleName(tr("All rooms"));
+        card->layout()->addWidget(table);
         return card;
     }
 
@@ -232,14 +264,12 @@ private:
         message->setMinimumHeight(message->fontMetrics().lineSpacing());
         address->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
-        NS::BindingOptions name;
-        name.required = true;
-        name.onInvalid = [message](const QString &text) {
+        NS::bind(host, u"text"_s, &m_server, u"host"_s, { .required = true, .popover = true });
+        NS::BindingOptions number { .commit = NS::BindingOptions::whenEditingFinishes,
+                                    .required = true };
+        number.onInvalid = [message](const QString &text) {
             message->setText(text);
         };
-        NS::bind(host, u"text"_s, &m_server, u"host"_s, name);
-        NS::BindingOptions number = name;
-        number.commit = NS::BindingOptions::whenEditingFinishes;
         number.validate = [](const QVariant &value) {
             bool isNumber = false;
             const int entered = value.toString().toInt(&isNumber);

@@ -2,17 +2,24 @@
 #include "Person.h"
 
 #include <pellarvine/Platform/KeyValueException.h>
+#include <pellarvine/Platform/NSListBinding.h>
 #include <pellarvine/Platform/NSObjectListModel.h>
 
 #include <QAbstractItemModelTester>
+#include <QComboBox>
+#include <QListView>
+#include <QListWidget>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTableView>
+#include <QTreeView>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <memory>
 #include <random>
+#include <stdexcept>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -156,6 +163,47 @@ TEST_F(ObjectList, what_cannot_be_listed_is_an_error_at_first_and_a_warning_late
     setMembers({ person(0) });
     EXPECT_THAT(::testing::internal::GetCapturedStdout(), ::testing::HasSubstr("nmae"));
     EXPECT_FALSE(model.index(0, 0).data().isValid());
+}
+
+TEST_F(ObjectList, views_and_combo_boxes_are_filled_and_filled_anew)
+{
+    QListView list;
+    QTableView table;
+    QTreeView tree;
+    QComboBox box;
+    for (QWidget *const view : QWidgetList { &list, &table, &tree, &box }) {
+        const QPointer<NS::ObjectListModel> first =
+                NS::bind(view, &team, u"members"_s, { { u"name"_s, u"Name"_s }, { u"age"_s } });
+        EXPECT_TRUE(first->setData(first->index(0, 1), 36));
+        EXPECT_EQ(person(0)->age(), 36);
+        EXPECT_THROW(NS::bind(view, &team, u"members"_s, { { u"nmae"_s } }), NS::KeyValueException);
+        ASSERT_TRUE(first);
+        const QPointer<NS::ObjectListModel> second =
+                NS::bind(view, &team, u"members"_s, { { u"name"_s, u"Name"_s } });
+        EXPECT_FALSE(first);
+        EXPECT_EQ(view->findChildren<NS::ObjectListModel *>().size(), 1);
+        EXPECT_LE(view->findChildren<QItemSelectionModel *>(Qt::FindDirectChildrenOnly).size(), 1);
+        QAbstractItemModel *const shown =
+                view == &box ? box.model() : qobject_cast<QAbstractItemView *>(view)->model();
+        EXPECT_EQ(shown, second);
+    }
+    box.setCurrentIndex(2);
+    table.setCurrentIndex(table.model()->index(2, 0));
+    setMembers({ person(2), person(0), person(4) });
+    EXPECT_EQ(box.currentText(), u"c"_s);
+    EXPECT_EQ(table.currentIndex().data(), u"c"_s);
+    EXPECT_EQ(names(*list.model()), QStringList({ u"c"_s, u"a"_s, u"e"_s }));
+    person(2)->setProperty("name", u"Cleo"_s);
+    EXPECT_EQ(box.currentText(), u"Cleo"_s);
+
+    // A model of the program's own stays the program's.
+    NS::ObjectListModel own(&team, u"members"_s, { { u"age"_s } });
+    tree.setModel(&own);
+    NS::bind(&tree, &team, u"places"_s, { { u"city"_s } });
+    EXPECT_EQ(own.rowCount(), 3);
+    EXPECT_EQ(names(*tree.model()), QStringList({ u"Oslo"_s, u"Rome"_s }));
+    QListWidget widget;
+    EXPECT_THROW(NS::bind(&widget, &team, u"members"_s, { { u"name"_s } }), std::invalid_argument);
 }
 
 #include "ObjectListModelTest.moc"

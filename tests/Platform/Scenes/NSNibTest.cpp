@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QListView>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -600,7 +601,7 @@ TEST_F(Nib, a_form_opens_whatever_the_data_and_its_bindings_have_options)
     EXPECT_FALSE(field->isEnabled());
 }
 
-TEST_F(Nib, a_combo_box_offers_choices)
+TEST_F(Nib, a_combo_box_offers_choices_and_a_view_shows_items)
 {
     owner.person()->setAge(2);
     owner.person()->note = QVariantList { QVariantMap { { u"name"_s, u"One"_s }, { u"id"_s, 1 } },
@@ -614,11 +615,20 @@ TEST_F(Nib, a_combo_box_offers_choices)
     EXPECT_EQ(box->currentText(), u"Two"_s);
     box->setCurrentIndex(0);
     EXPECT_EQ(owner.person()->age(), 1);
-    const NS::NibError error = errorOf([&] {
-        form(widget.arg(u"QLabel"_s, property(u"bindings"_s, entries))).instantiate(&owner);
-    });
-    EXPECT_EQ(error.reason(), NS::NibError::unknownKeyPath);
-    EXPECT_THAT(error.what(), ::testing::HasSubstr("offered by a QComboBox"));
+    const QString items = u"items = owner.person.note | title(\"name\")"_s;
+    const std::unique_ptr<QWidget> listed(
+            form(widget.arg(u"QListView"_s, property(u"bindings"_s, items))).instantiate(&owner));
+    const QAbstractItemModel *const model = listed->findChild<QListView *>()->model();
+    ASSERT_EQ(model->rowCount(), 2);
+    EXPECT_EQ(model->index(1, 0).data(), u"Two"_s);
+    for (const auto &[entry, message] : { std::pair(entries, "offered by a QComboBox"),
+                                          std::pair(items, "shown by a QListView") }) {
+        const NS::NibError error = errorOf([&] {
+            form(widget.arg(u"QLabel"_s, property(u"bindings"_s, entry))).instantiate(&owner);
+        });
+        EXPECT_EQ(error.reason(), NS::NibError::unknownKeyPath);
+        EXPECT_THAT(error.what(), ::testing::HasSubstr(message));
+    }
 }
 
 TEST_F(Nib, an_action_between_overloads_asks_for_their_arguments)

@@ -25,6 +25,7 @@ class FormController : public NS::ViewController
     Q_OBJECT
     Q_PROPERTY(QLineEdit *field MEMBER field)
     Q_PROPERTY(QString name MEMBER name NOTIFY nameChanged)
+    Q_PROPERTY(QStringList mailboxes MEMBER mailboxes CONSTANT)
 
 public:
     explicit FormController(QObject *parent = nullptr)
@@ -34,6 +35,7 @@ public:
 
     QLineEdit *field = nullptr;
     QString name;
+    QStringList mailboxes;
 
 Q_SIGNALS:
     void nameChanged();
