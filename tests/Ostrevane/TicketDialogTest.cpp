@@ -2,24 +2,31 @@
 #include "LoopbackServer.h"
 
 #include <pellarvine/Ostrevane/TicketDialog.h>
+#include <pellarvine/Platform/ClassRegistry.h>
+#include <pellarvine/Platform/NSStoryboard.h>
+#include <pellarvine/Platform/NSViewController.h>
 
 #include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QNetworkProxy>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QSignalSpy>
 #include <QSslConfiguration>
+#include <QTemporaryDir>
 #include <QTest>
 #include <gmock/gmock.h>
 
 #include <memory>
 #include <thread>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using ::testing::HasSubstr;
@@ -234,6 +241,47 @@ TEST_F(TicketDialogTest, properties_tell_their_changes_once)
     EXPECT_EQ(summary.size(), 1);
     EXPECT_EQ(description.size(), 1);
     EXPECT_EQ(facts.size(), 1);
+}
+
+TEST(TicketDialog, is_a_scene_of_a_storyboard)
+{
+    const QTemporaryDir folder;
+    const std::pair<QString, QByteArray> files[] = {
+        { u"Window.ui"_s, R"(<ui version="4.0"><widget class="QWidget" name="window">
+            <addaction name="reportAction"/><action name="reportAction"/></widget></ui>)" },
+        { u"Report.ui"_s,
+          R"(<ui version="4.0"><widget class="Pellarvine::TicketDialog" name="report">
+            <property name="includesFacts"><bool>false</bool></property></widget></ui>)" },
+        { u"Help.storyboard"_s, R"(<storyboard initialScene="window">
+            <scene identifier="window" class="ViewController" interface="Window.ui"/>
+            <scene identifier="report" class="ViewController" interface="Report.ui"/>
+            <segue class="StoryboardSegue" source="window" destination="report"
+                   object="reportAction" signal="triggered"/></storyboard>)" },
+    };
+    for (const auto &[name, contents] : files) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size());
+    }
+    NS::registerClass<TicketDialog>();
+    const auto storyboard =
+            NS::Storyboard::storyboardWithContentsOfFile(folder.filePath(u"Help.storyboard"_s));
+    const std::unique_ptr<QObject> first(storyboard->instantiateInitialController());
+    QWidget *const window = qobject_cast<NS::ViewController *>(first.get())->view();
+    window->show();
+    window->findChild<QAction *>(u"reportAction"_s)->trigger();
+    const QPointer<TicketDialog> dialog = window->findChild<TicketDialog *>();
+    ASSERT_TRUE(dialog && dialog->isVisible() && dialog->isWindow());
+    EXPECT_EQ(dialog->windowTitle(), u"Report a Problem"_s);
+    EXPECT_FALSE(dialog->includesFacts());
+
+    QSignalSpy failed(dialog, &TicketDialog::failed); // since there is no tracker
+    dialog->setSummary(u"It crashes"_s);
+    dialog->send();
+    ASSERT_TRUE(failed.wait(30000));
+    EXPECT_EQ(dialog->summary(), u"It crashes"_s);
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(dialog) << "the scene ends with its window";
 }
 
 TEST(TicketDialog, a_ticket_goes_to_the_programs_tracker)
