@@ -5,6 +5,7 @@
 
 #include <QByteArrayView>
 #include <QCoreApplication>
+#include <QFileDevice>
 #include <QIODevice>
 #include <QProcess>
 
@@ -62,10 +63,19 @@ void writeAll(QIODevice &device, QByteArrayView bytes)
         if (count < 0)
             fail();
         bytes = bytes.sliced(count);
+        if (count == 0 && !device.isSequential())
+            fail();
         const bool isStuck = count == 0 || device.bytesToWrite() > longestBacklog;
         if (device.isSequential() && isStuck && !device.waitForBytesWritten(-1))
             fail();
     }
+}
+
+void flush(QIODevice &device)
+{
+    auto *const file = qobject_cast<QFileDevice *>(&device);
+    if (file && !file->flush())
+        throw TransferError(TransferError::writeFailed, file->errorString());
 }
 
 } // namespace Pellarvine::detail

@@ -19,4 +19,8 @@ Data readPiece(QIODevice &device, qsizetype length = transferLength);
 /// Throws TransferError.
 void writeAll(QIODevice &device, QByteArrayView bytes);
 
+/// Hands what a file has in its buffer to the system, which may have no room for it. Throws
+/// TransferError.
+void flush(QIODevice &device);
+
 } // namespace Pellarvine::detail

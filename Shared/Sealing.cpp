@@ -27,6 +27,7 @@ void seal(QIODevice &in, QIODevice &out, QStringView passphrase, const Transfer 
             transfer.progress(done, total);
     }
     detail::writeAll(out, encryptor.finalize());
+    detail::flush(out);
 }
 
 void open(QIODevice &in, QIODevice &out, QStringView passphrase, const Transfer &transfer)
@@ -36,6 +37,7 @@ void open(QIODevice &in, QIODevice &out, QStringView passphrase, const Transfer 
     reader.verify();
     for (Data text = reader.read(); !text.isEmpty(); text = reader.read())
         detail::writeAll(out, text);
+    detail::flush(out);
 }
 
 } // namespace Pellarvine

@@ -37,7 +37,10 @@ bool SealingDevice::finish()
 {
     if (!isOpen())
         return false;
-    const bool isWritten = !d->hasFailed && put(d->encryptor->finalize());
+    const bool isWritten = !d->hasFailed && succeeds([this] {
+        detail::writeAll(*d->target, d->encryptor->finalize());
+        detail::flush(*d->target);
+    });
     d->encryptor.reset();
     const QString error = errorString();
     QIODevice::close();
@@ -70,8 +73,13 @@ qint64 SealingDevice::writeData(const char *data, qint64 length)
 
 bool SealingDevice::put(QByteArrayView bytes)
 {
+    return succeeds([&] { detail::writeAll(*d->target, bytes); });
+}
+
+bool SealingDevice::succeeds(const std::function<void()> &step)
+{
     try {
-        detail::writeAll(*d->target, bytes);
+        step();
         return true;
     } catch (const TransferError &error) {
         d->hasFailed = true;

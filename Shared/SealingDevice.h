@@ -5,6 +5,7 @@
 
 #include <QIODevice>
 
+#include <functional>
 #include <memory>
 
 namespace Pellarvine {
@@ -44,6 +45,7 @@ protected:
 
 private:
     bool put(QByteArrayView bytes);
+    bool succeeds(const std::function<void()> &step);
 
     struct Private;
     std::unique_ptr<Private> d;

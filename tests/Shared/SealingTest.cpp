@@ -194,18 +194,25 @@ TEST(Sealing, nothing_is_written_of_a_container_that_is_not_genuine)
 
 TEST(Sealing, a_full_disk_and_a_failing_source_are_told)
 {
-    QByteArray text = textOfLength(100000);
-    QBuffer in(&text);
-    in.open(QIODevice::ReadOnly);
-    QFile full(u"/dev/full"_s);
-    ASSERT_TRUE(full.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    try {
-        seal(in, full, passphrase);
-        ADD_FAILURE() << "the full disk took it";
-    } catch (const TransferError &error) {
-        EXPECT_EQ(error.code(), TransferError::writeFailed);
-        EXPECT_EQ(error.localizedDescription(), u"No space left on device"_s);
-        EXPECT_STREQ(error.what(), "No space left on device");
+    QByteArray text = "short enough to stay in a file's buffer";
+    QByteArray sealed = Encryptor::encrypt(text, passphrase);
+    for (const QIODevice::OpenMode mode :
+         { QIODevice::OpenMode(), QIODevice::OpenMode(QIODevice::Unbuffered) }) {
+        for (const auto &[transfer, bytes] :
+             { std::pair(&seal, &text), std::pair(&Pellarvine::open, &sealed) }) {
+            QBuffer in(bytes);
+            in.open(QIODevice::ReadOnly);
+            QFile full(u"/dev/full"_s);
+            ASSERT_TRUE(full.open(QIODevice::WriteOnly | mode));
+            try {
+                transfer(in, full, passphrase, {});
+                ADD_FAILURE() << "the full disk took it";
+            } catch (const TransferError &error) {
+                EXPECT_EQ(error.code(), TransferError::writeFailed);
+                EXPECT_EQ(error.localizedDescription(), u"No space left on device"_s);
+                EXPECT_STREQ(error.what(), "No space left on device");
+            }
+        }
     }
 
     QProcess crashing;
@@ -292,6 +299,14 @@ TEST(SealingDevice, a_full_disk_is_told_and_stays_told)
     EXPECT_EQ(sealed.write("text"), -1);
     EXPECT_FALSE(sealed.finish());
     EXPECT_EQ(sealed.errorString(), u"No space left on device"_s);
+
+    QFile buffered(u"/dev/full"_s);
+    ASSERT_TRUE(buffered.open(QIODevice::WriteOnly));
+    SealingDevice later(&buffered, passphrase);
+    EXPECT_TRUE(later.open(QIODevice::WriteOnly));
+    EXPECT_EQ(later.write("text"), 4);
+    EXPECT_FALSE(later.finish());
+    EXPECT_EQ(later.errorString(), u"No space left on device"_s);
 }
 
 TEST(OpeningDevice, a_wrong_passphrase_shows_before_any_text_or_with_the_last_read)
