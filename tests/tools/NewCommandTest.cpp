@@ -57,6 +57,7 @@ TEST_F(NewCommand, refuses_names_that_cannot_be_built)
         { u"1letter"_s },
         { u"le tters"_s },
         { u"test"_s },
+        { u"edit_cache"_s },
         { u"letters"_s, u"-i"_s, u"letters"_s },
         { u"letters"_s, u"-i"_s, u"org/example.letters"_s },
         { u"letters\n"_s },

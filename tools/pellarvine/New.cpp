@@ -16,9 +16,28 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Names that CMake keeps for targets of its own.
-const QStringList reservedNames { u"all"_s,  u"clean"_s,   u"help"_s,   u"install"_s,
-                                  u"test"_s, u"package"_s, u"lupdate"_s };
+// Names that CMake and Qt keep for targets of their own, and CMake for a folder.
+const QStringList reservedNames {
+    u"all"_s,
+    u"ALL_BUILD"_s,
+    u"clean"_s,
+    u"CMakeFiles"_s,
+    u"edit_cache"_s,
+    u"help"_s,
+    u"install"_s,
+    u"INSTALL"_s,
+    u"lupdate"_s,
+    u"package"_s,
+    u"PACKAGE"_s,
+    u"package_source"_s,
+    u"preinstall"_s,
+    u"rebuild_cache"_s,
+    u"RUN_TESTS"_s,
+    u"test"_s,
+    u"ZERO_CHECK"_s,
+    u"release_translations"_s,
+    u"update_translations"_s,
+};
 
 struct Program
 {
