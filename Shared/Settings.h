@@ -38,7 +38,8 @@ class PELLARVINE_EXPORT Settings : public QObject
     Q_PROPERTY(bool keepsPropertyTypes READ keepsPropertyTypes CONSTANT)
 
 public:
-    /// In the application's own QSettings.
+    /// In the application's own QSettings, which can be written once the program has called
+    /// QCoreApplication::setOrganizationName().
     explicit Settings(const QString &group, const QVariantMap &defaults, QObject *parent = nullptr);
 
     /// In `storage`, which is not null.

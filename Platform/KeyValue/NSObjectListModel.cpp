@@ -36,13 +36,16 @@ struct ObjectListModel::Private : KeyValueObserver
         Private *d;
         QObject *object;
         QMetaObject::Connection death;
+        int uses = 1; // in the list
     };
+    using Keys = QList<QObject *>;
 
     ObjectListModel *q = nullptr;
     ObjectReference model { static_cast<QObject *>(nullptr) };
     QString keyPath;
     QList<Column> columns;
     QVariantList items;
+    Keys keys; // the object of each item; null for what is none
     std::map<const QObject *, std::unique_ptr<Row>> rows;
     bool isMade = false;
 
@@ -86,71 +89,111 @@ struct ObjectListModel::Private : KeyValueObserver
         }
     }
 
+    // Objects are the same if they are one: an object that only says that it equals another has
+    // its own row.
+    static bool isSame(const QVariant &one, const QObject *oneKey, const QVariant &other,
+                       const QObject *otherKey)
+    {
+        return oneKey || otherKey ? oneKey == otherKey : isEqual(one, other);
+    }
+
+    // The first place from `from` on, before `to`, of an item in a list with its keys; -1 if there
+    // is none.
+    static qsizetype find(const QVariantList &list, const Keys &listKeys, const QVariant &item,
+                          const QObject *key, qsizetype from, qsizetype to)
+    {
+        if (key) {
+            const auto last = listKeys.begin() + to;
+            const auto found = std::find(listKeys.begin() + from, last, key);
+            return found == last ? -1 : found - listKeys.begin();
+        }
+        while (from < to && !isSame(list[from], listKeys[from], item, key))
+            ++from;
+        return from < to ? from : -1;
+    }
+
     void moveTo(const QVariantList &wanted)
     {
-        qsizetype end = wanted.size(); // of what has to be looked at: the rest is equal
+        Keys wantedKeys;
+        wantedKeys.reserve(wanted.size());
+        for (const QVariant &item : wanted)
+            wantedKeys.append(detail::object(item).value_or(nullptr));
+        const auto isThere = [&](qsizetype row, qsizetype i) {
+            return isSame(items[row], keys[row], wanted[i], wantedKeys[i]);
+        };
+        qsizetype end = wanted.size(); // of what has to be looked at: the rest is the same
         qsizetype oldEnd = items.size();
-        while (end > 0 && oldEnd > 0 && isEqual(items[oldEnd - 1], wanted[end - 1])) {
+        while (end > 0 && oldEnd > 0 && isThere(oldEnd - 1, end - 1)) {
             --end;
             --oldEnd;
         }
-        const auto find = [](const QVariantList &list, const QVariant &item, qsizetype from,
-                             qsizetype to) {
-            while (from < to && !isEqual(list[from], item))
-                ++from;
-            return from < to ? from : -1;
-        };
         for (qsizetype i = 0; i < end; ++i) {
-            while (i < oldEnd && find(wanted, items[i], i, end) < 0) {
-                remove(i);
-                --oldEnd;
-            }
-            if (i < oldEnd && isEqual(items[i], wanted[i]))
+            qsizetype next = i; // that stays
+            while (next < oldEnd && find(wanted, wantedKeys, items[next], keys[next], i, end) < 0)
+                ++next;
+            remove(i, next - i);
+            oldEnd -= next - i;
+            if (i < oldEnd && isThere(i, i))
                 continue;
-            const qsizetype from = find(items, wanted[i], i, oldEnd);
+            const auto place = [&](qsizetype of) {
+                return find(items, keys, wanted[of], wantedKeys[of], i, oldEnd);
+            };
+            const qsizetype from = place(i);
             if (from >= 0) {
                 q->beginMoveRows({}, int(from), int(from), {}, int(i));
                 items.move(from, i);
+                keys.move(from, i);
                 q->endMoveRows();
-            } else {
-                insert(i, wanted[i]);
-                ++oldEnd;
+                continue;
             }
+            qsizetype newEnd = i + 1;
+            while (newEnd < end && place(newEnd) < 0)
+                ++newEnd;
+            insert(i, wanted.sliced(i, newEnd - i), wantedKeys.sliced(i, newEnd - i));
+            oldEnd += newEnd - i;
+            i = newEnd - 1;
         }
-        while (oldEnd > end)
-            remove(--oldEnd);
+        remove(end, oldEnd - end);
     }
 
-    void insert(qsizetype row, const QVariant &item)
+    void insert(qsizetype row, const QVariantList &added, const Keys &addedKeys)
     {
-        if (const auto held = detail::object(item); held && *held)
-            watch(*held);
-        q->beginInsertRows({}, int(row), int(row));
-        items.insert(row, item);
+        for (QObject *const key : addedKeys) {
+            if (key)
+                watch(key);
+        }
+        q->beginInsertRows({}, int(row), int(row + added.size() - 1));
+        items.insert(row, added.size(), {});
+        std::copy(added.begin(), added.end(), items.begin() + row);
+        keys.insert(row, added.size(), nullptr);
+        std::copy(addedKeys.begin(), addedKeys.end(), keys.begin() + row);
         q->endInsertRows();
     }
 
-    void remove(qsizetype row)
+    void remove(qsizetype row, qsizetype count)
     {
-        q->beginRemoveRows({}, int(row), int(row));
-        const QVariant item = items.takeAt(row);
+        if (count <= 0)
+            return;
+        q->beginRemoveRows({}, int(row), int(row + count - 1));
+        const QVariantList gone = items.sliced(row, count); // they may be kept by this alone
+        const Keys goneKeys = keys.sliced(row, count);
+        items.remove(row, count);
+        keys.remove(row, count);
         q->endRemoveRows();
-        if (const auto held = detail::object(item); held && !contains(*held))
-            rows.erase(*held);
-    }
-
-    bool contains(const QObject *object) const
-    {
-        return std::any_of(items.begin(), items.end(), [object](const QVariant &item) {
-            return detail::object(item) == object;
-        });
+        for (const QObject *const key : goneKeys) {
+            const auto found = rows.find(key);
+            if (found != rows.end() && --found->second->uses == 0)
+                rows.erase(found);
+        }
     }
 
     void watch(QObject *object)
     {
         auto &row = rows[object];
-        if (row)
+        if (row) {
+            ++row->uses;
             return;
+        }
         row = std::make_unique<Row>(this, object);
         row->death = QObject::connect(object, &QObject::destroyed, q,
                                       [this](QObject *gone) { forget(gone); });
@@ -173,19 +216,17 @@ struct ObjectListModel::Private : KeyValueObserver
     void forget(const QObject *gone)
     {
         rows.erase(gone);
-        for (qsizetype i = items.size() - 1; i >= 0; --i) {
-            if (detail::object(items[i]) == gone)
-                remove(i);
+        for (qsizetype i = keys.size() - 1; i >= 0; --i) {
+            if (keys[i] == gone)
+                remove(i, 1);
         }
     }
 
     void changed(const QObject *object, const QString &path) const
     {
-        for (int row = 0; row < items.size(); ++row) {
-            if (detail::object(items[row]) != object)
-                continue;
+        for (qsizetype row = keys.indexOf(object); row >= 0; row = keys.indexOf(object, row + 1)) {
             for (int column = 0; column < columns.size(); ++column) {
-                const QModelIndex index = q->index(row, column);
+                const QModelIndex index = q->index(int(row), column);
                 if (columns[column].keyPath == path)
                     Q_EMIT q->dataChanged(index, index);
             }

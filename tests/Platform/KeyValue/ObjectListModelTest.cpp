@@ -42,6 +42,14 @@ Q_SIGNALS:
     void changed();
 };
 
+class Twin : public QObject
+{
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE bool isEqual(QObject *) { return true; }
+};
+
 QStringList names(const QAbstractItemModel &model)
 {
     QStringList names;
@@ -133,7 +141,7 @@ TEST_F(ObjectList, rows_come_go_and_move_as_such_so_that_a_selection_stays)
     EXPECT_EQ(moved.size(), 1);
     EXPECT_EQ(view.currentIndex().row(), 0);
     setMembers({ person(1), person(2) });
-    EXPECT_EQ(removed.size(), 2);
+    EXPECT_EQ(removed.size(), 1); // of two rows
     EXPECT_EQ(moved.size() + inserted.size(), 2);
     EXPECT_EQ(view.currentIndex().data(), u"b"_s);
     // Whatever the change, also with an object twice, the model ends as the list is.
@@ -148,6 +156,18 @@ TEST_F(ObjectList, rows_come_go_and_move_as_such_so_that_a_selection_stays)
             expected.append(member->name);
         ASSERT_EQ(names(model), expected);
     }
+}
+
+TEST_F(ObjectList, an_object_that_says_it_equals_another_has_a_row_of_its_own)
+{
+    Twin first;
+    Twin second;
+    first.setProperty("name", u"first"_s);
+    second.setProperty("name", u"second"_s);
+    team.setProperty("twins", QVariant::fromValue(QObjectList { &first }));
+    const NS::ObjectListModel model(&team, u"twins"_s, { { u"name"_s } });
+    team.setProperty("twins", QVariant::fromValue(QObjectList { &second }));
+    EXPECT_EQ(names(model), QStringList { u"second"_s });
 }
 
 TEST_F(ObjectList, what_cannot_be_listed_is_an_error_at_first_and_a_warning_later)
