@@ -150,7 +150,9 @@ void Notebook::close()
 {
     m_autosave.stop();
     m_passphrase.reset();
-    qDeleteAll(m_notes);
+    // Behind the screens that show them, which go in an event of their own too.
+    for (Note *const note : std::as_const(m_notes))
+        note->deleteLater();
     m_notes.clear();
     m_problem.clear();
     m_isEdited = false;

@@ -302,7 +302,10 @@ TEST_F(Notes, are_shown_in_the_chosen_font_and_in_the_window_of_the_last_time)
     choose(size + 7, Qt::Key_Return);
     EXPECT_EQ(editor->font().pointSize(), size + 7);
     window->resize(611, 433);
+    testing::internal::CaptureStdout();
     controller->lock();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_TRUE(window->close());
 
     Notebook sameNotebook(path);
