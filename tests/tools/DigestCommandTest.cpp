@@ -7,6 +7,9 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -62,6 +65,23 @@ TEST(DigestCommand, names_each_file_that_cannot_be_read_and_prints_the_others)
     EXPECT_EQ(digest.errors, "pellarvine: " + folder.path().toUtf8() + ": Is a directory\n"
                                      + "pellarvine: " + folder.path().toUtf8()
                                      + "/absent: No such file or directory\n");
+}
+
+TEST(DigestCommand, a_closed_pipe_ends_it_and_a_full_disk_is_an_error)
+{
+    const QString command = programPath(u"pellarvine"_s);
+    const std::pair<QString, int> rows[] = {
+        { u"%1 digest $(yes /dev/null | head -2000) | true; exit ${PIPESTATUS[0]}"_s,
+          128 + SIGPIPE },
+        { u"%1 digest /dev/null >/dev/full"_s, 6 },
+        { u"%1 digest --help >/dev/full"_s, 6 },
+    };
+    for (const auto &[script, status] : rows) {
+        QProcess bash;
+        bash.start(u"bash"_s, { u"-c"_s, script.arg(command) });
+        ASSERT_TRUE(bash.waitForFinished());
+        EXPECT_EQ(bash.exitCode(), status) << qPrintable(script);
+    }
 }
 
 TEST(DigestCommand, bad_usage_has_status_2_and_one_line)

@@ -49,6 +49,8 @@ void CommandLine::parse(const QByteArrayList &arguments)
         const QString text = helpText();
         const QString usage = u"Usage: "_s + program + u' ' + text.sliced(text.indexOf(u'['));
         std::fputs(qPrintable(usage), stdout);
+        if (std::fflush(stdout) != 0)
+            throwSystemError("standard output", errno);
         std::exit(int(ExitStatus::success));
     }
     if (operands().contains(QByteArray()))
