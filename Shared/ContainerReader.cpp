@@ -43,6 +43,8 @@ void ContainerReader::verify()
         if (m_spool)
             writeAll(*m_spool, piece);
     }
+    if (m_spool)
+        flush(*m_spool);
     m_verifier->finalize();
     m_verifier.reset();
     if (m_spool)
