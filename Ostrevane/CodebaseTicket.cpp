@@ -62,12 +62,24 @@ QString setting(QString Tracker::*field, const char *built)
     return QString::fromUtf8(built);
 }
 
+void fail(const QString &reason, CodebaseTicket::Callback callback)
+{
+    detail::URLSession::shared().fail({ NS::URLError::badURL, reason }, std::move(callback));
+}
+
+void failWithoutTracker(CodebaseTicket::Callback callback)
+{
+    fail(Messages::tr("The program does not know the address of its issue tracker."),
+         std::move(callback));
+}
+
 } // namespace
 
 void CodebaseTicket::setTracker(const QString &baseUrl, const QString &project)
 {
     const std::lock_guard lock(trackerMutex);
-    chosenTracker() = { baseUrl, project };
+    const bool needsSlash = !baseUrl.isEmpty() && !baseUrl.endsWith(u'/');
+    chosenTracker() = { needsSlash ? baseUrl + u'/' : baseUrl, project };
 }
 
 CodebaseTicket::CodebaseTicket(QString summary, QString description)
@@ -81,13 +93,22 @@ CodebaseTicket::CodebaseTicket(QString summary, QString description)
 void CodebaseTicket::post(Callback callback) const
 {
     const QString baseUrl = setting(&Tracker::baseUrl, PELLARVINE_TICKET_BASE_URL);
-    if (baseUrl.isEmpty()) {
-        return detail::URLSession::shared().fail(
-                { NS::URLError::badURL,
-                  Messages::tr("The program does not know the address of its issue tracker.") },
-                std::move(callback));
-    }
+    if (baseUrl.isEmpty())
+        return failWithoutTracker(std::move(callback));
     detail::TicketRequest(*this, baseUrl).send(std::move(callback));
+}
+
+void CodebaseTicket::submit(Callback callback) const
+{
+    const QString baseUrl = setting(&Tracker::baseUrl, PELLARVINE_TICKET_BASE_URL);
+    if (baseUrl.isEmpty())
+        return failWithoutTracker(std::move(callback));
+    if (!detail::TicketRequest::isValid(*this, baseUrl)) {
+        return fail(Messages::tr("The address of the issue tracker is not a valid HTTPS URL."),
+                    std::move(callback));
+    }
+    detail::TicketRequest(*this, baseUrl)
+            .send(std::move(callback), detail::URLSession::Rejection::error);
 }
 
 } // namespace Pellarvine

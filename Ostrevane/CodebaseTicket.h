@@ -39,8 +39,8 @@ public:
     /// What `post` calls when it is done: with nothing, or with why the transfer failed.
     using Callback = std::function<void(const std::optional<NS::URLError> &error)>;
 
-    /// Sets the tracker's address, an HTTPS URL that ends in a slash, and the project, as the
-    /// tracker's addresses spell it. Call it before the first ticket is made. Empty texts stand for
+    /// Sets the tracker's address, an HTTPS URL, to which a missing slash is added at the end, and
+    /// the project, as the tracker's addresses spell it. Call it before the first ticket is made. Empty texts stand for
     /// what the Info.plist or the build says. Any thread.
     static void setTracker(const QString &baseUrl, const QString &project);
 
@@ -82,6 +82,11 @@ public:
     /// tracker's address is not a valid HTTPS URL". No message and no error's text holds the
     /// account's key.
     void post(Callback callback) const;
+
+    /// As post(), but an answer that rejects the ticket (a status of 400 or more) is the error
+    /// `NS::URLError::resourceUnavailable`, and an invalid address the error
+    /// `NS::URLError::badURL`: for tickets that must not get lost.
+    void submit(Callback callback) const;
 
     friend bool operator==(const CodebaseTicket &, const CodebaseTicket &) = default;
 

@@ -35,7 +35,7 @@ class PELLARVINE_EXPORT TicketDialog : public QDialog
     Q_PROPERTY(bool sending READ isSending NOTIFY sendingChanged)
 
 public:
-    /// Sends a ticket, as `CodebaseTicket::post` does, and calls back once from any thread. The
+    /// Sends a ticket, as `CodebaseTicket::submit` does, and calls back once from any thread. The
     /// dialog may be gone by then.
     using Sender = std::function<void(const QString &summary, const QString &description,
                                       CodebaseTicket::Callback callback)>;
@@ -93,7 +93,7 @@ private:
     static void post(const QString &summary, const QString &description,
                      CodebaseTicket::Callback callback)
     {
-        CodebaseTicket(summary, description).post(std::move(callback));
+        CodebaseTicket(summary, description).submit(std::move(callback));
     }
     void finish(const std::optional<NS::URLError> &error);
 

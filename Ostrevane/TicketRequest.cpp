@@ -2,7 +2,6 @@
 #include "Ostrevane/TicketRequest.h"
 
 #include "Base/Failure.h"
-#include "Network/NSURLSession.h"
 #include "Ostrevane/App.h"
 
 #include <QCoreApplication>
@@ -21,10 +20,7 @@ namespace {
 
 QUrl ticketsUrl(const QString &baseUrl, const QString &project)
 {
-    QUrl url(baseUrl + project + "/tickets"_L1, QUrl::StrictMode);
-    if (!url.isValid() || url.scheme() != "https"_L1 || url.host().isEmpty())
-        fatalError("Error: the ticket tracker's address is not a valid HTTPS URL");
-    return url;
+    return QUrl(baseUrl + project + "/tickets"_L1, QUrl::StrictMode);
 }
 
 // The Char production of XML 1.0, for one UTF-16 unit that is not part of a pair.
@@ -106,6 +102,8 @@ TicketRequest::TicketRequest(const CodebaseTicket &ticket, const QString &baseUr
     , m_summary(ticket.m_summary)
     , m_description(ticket.m_description)
 {
+    if (!isValid(ticket, baseUrl))
+        fatalError("Error: the ticket tracker's address is not a valid HTTPS URL");
     const QByteArray account = (ticket.m_user + u':' + ticket.m_apiKey).toUtf8();
     m_head.setRawHeader("Accept", "application/xml");
     m_head.setRawHeader("Content-Type", "application/xml");
@@ -113,15 +111,21 @@ TicketRequest::TicketRequest(const CodebaseTicket &ticket, const QString &baseUr
     m_head.setRawHeader("User-Agent", userAgent());
 }
 
+bool TicketRequest::isValid(const CodebaseTicket &ticket, const QString &baseUrl)
+{
+    const QUrl url = ticketsUrl(baseUrl, ticket.m_project);
+    return url.isValid() && url.scheme() == "https"_L1 && !url.host().isEmpty();
+}
+
 QByteArray TicketRequest::body() const
 {
     return document(m_summary, m_description);
 }
 
-void TicketRequest::send(CodebaseTicket::Callback callback) const
+void TicketRequest::send(CodebaseTicket::Callback callback, URLSession::Rejection rejection) const
 {
     URLSession::shared().post(
-            m_head, [*this] { return body(); }, std::move(callback));
+            m_head, [*this] { return body(); }, std::move(callback), rejection);
 }
 
 } // namespace Pellarvine::detail

@@ -2,6 +2,7 @@
 // Not API: what a ticket is sent as.
 #pragma once
 
+#include "Network/NSURLSession.h"
 #include "Ostrevane/CodebaseTicket.h"
 
 #include <QNetworkRequest>
@@ -9,16 +10,20 @@
 namespace Pellarvine::detail {
 
 /// The HTTP request that files a ticket with the tracker at `baseUrl`, which ends in a slash. Stops
-/// the process if that and the ticket's project are no HTTPS URL.
+/// the process if `isValid` says no.
 class PELLARVINE_INTERNAL_EXPORT TicketRequest
 {
 public:
     TicketRequest(const CodebaseTicket &ticket, const QString &baseUrl);
 
+    /// Whether the address and the ticket's project make an HTTPS URL.
+    static bool isValid(const CodebaseTicket &ticket, const QString &baseUrl);
+
     const QNetworkRequest &head() const { return m_head; }
     QByteArray body() const; ///< made afresh in every call
 
-    void send(CodebaseTicket::Callback callback) const;
+    void send(CodebaseTicket::Callback callback,
+              URLSession::Rejection rejection = URLSession::Rejection::success) const;
 
 private:
     QNetworkRequest m_head;

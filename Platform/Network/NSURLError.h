@@ -7,7 +7,7 @@
 
 namespace NS {
 
-/// Why a transfer failed. That a server answered with an error of its own is not among the reasons.
+/// Why a transfer failed.
 ///
 ///     ticket.post([](const std::optional<NS::URLError> &error) {
 ///         if (error && error->code == NS::URLError::timedOut)
@@ -27,6 +27,7 @@ struct URLError
         cannotConnectToHost = -1004, ///< refused, or not reachable through the proxy
         networkConnectionLost = -1005, ///< the server hung up before its answer was complete
         httpTooManyRedirects = -1007, ///< the server sends the request round and round
+        resourceUnavailable = -1008, ///< a status of 400 or more, for those who asked to hear of it
         notConnectedToInternet = -1009, ///< the machine has no network, or has lost it
         badServerResponse = -1011, ///< no HTTP, or a redirection that is not followed
         secureConnectionFailed = -1200, ///< TLS could not be agreed on

@@ -156,6 +156,7 @@ struct URLSession::Task
     std::function<QByteArray()> makeBody;
     CompletionHandler handler;
     std::optional<URLError> error; // if set, nothing is sent
+    Rejection rejection = Rejection::success;
 };
 
 /// The thread, and what it has been given to do.
@@ -195,6 +196,7 @@ private:
     void answer(Task &task, std::optional<URLError> error);
     void callHandlers();
     void send(Transfer transfer);
+    static std::optional<URLError> rejection(const QNetworkReply &reply, Rejection rejection);
     void finish(QNetworkReply *reply);
     void rest();
     void redirect(Transfer transfer, const QNetworkReply &reply, const QUrl &target);
@@ -352,6 +354,17 @@ void URLSession::Worker::send(Transfer transfer)
     QObject::connect(reply, &QNetworkReply::finished, reply, [this, reply] { finish(reply); });
 }
 
+// Why a complete answer is an error all the same.
+std::optional<URLError> URLSession::Worker::rejection(const QNetworkReply &reply,
+                                                      Rejection rejection)
+{
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (rejection == Rejection::success || status < 400)
+        return std::nullopt;
+    return URLError { URLError::resourceUnavailable,
+                      Messages::tr("The server rejected it with status %1.").arg(status) };
+}
+
 void URLSession::Worker::finish(QNetworkReply *reply)
 {
     auto node = m_transfers.extract(reply);
@@ -365,7 +378,7 @@ void URLSession::Worker::finish(QNetworkReply *reply)
         return answer(transfer.task, describe(*reply, transfer.isUntrusted));
     const QUrl target = reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
     if (target.isEmpty())
-        return answer(transfer.task, std::nullopt);
+        return answer(transfer.task, rejection(*reply, transfer.task.rejection));
     redirect(std::move(transfer), *reply, reply->url().resolved(target));
 }
 
@@ -429,14 +442,14 @@ URLSession &URLSession::shared()
 }
 
 void URLSession::post(const QNetworkRequest &request, std::function<QByteArray()> makeBody,
-                      CompletionHandler handler)
+                      CompletionHandler handler, Rejection rejection)
 {
-    add({ request, std::move(makeBody), std::move(handler), std::nullopt });
+    add({ request, std::move(makeBody), std::move(handler), std::nullopt, rejection });
 }
 
 void URLSession::fail(const URLError &error, CompletionHandler handler)
 {
-    add({ {}, {}, std::move(handler), error });
+    add({ {}, {}, std::move(handler), error, {} });
 }
 
 void URLSession::add(Task task)

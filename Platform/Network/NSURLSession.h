@@ -29,8 +29,14 @@ public:
     URLSession(const URLSession &) = delete;
     URLSession &operator=(const URLSession &) = delete;
 
-    /// Sends a POST request and returns at once; any thread. `handler` is given no error for an
-    /// answer of whatever status. It may be empty; one that throws stops the process.
+    /// What an answer with a status of 400 or more is.
+    enum class Rejection {
+        success,
+        error
+    };
+
+    /// Sends a POST request and returns at once; any thread. `handler` may be empty; one that
+    /// throws stops the process.
     ///
     /// `makeBody` is called once, on the session's thread.
     ///
@@ -39,7 +45,7 @@ public:
     /// only; the body is sent at most once for each address; the answer's body is dropped as it
     /// arrives; cookies are neither sent nor stored. The server's certificate is always verified.
     void post(const QNetworkRequest &request, std::function<QByteArray()> makeBody,
-              CompletionHandler handler);
+              CompletionHandler handler, Rejection rejection = Rejection::success);
 
     /// Sends nothing: calls `handler` with `error`, as `post` does with the outcome of a transfer.
     void fail(const NS::URLError &error, CompletionHandler handler);

@@ -24,6 +24,7 @@
 #include <QTest>
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <memory>
 #include <thread>
 #include <utility>
@@ -284,32 +285,56 @@ TEST(TicketDialog, is_a_scene_of_a_storyboard)
     EXPECT_FALSE(dialog) << "the scene ends with its window";
 }
 
-TEST(TicketDialog, a_ticket_goes_to_the_programs_tracker)
+TEST(TicketDialog, a_ticket_goes_to_the_programs_tracker_and_stays_if_that_rejects_it)
 {
     QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
-    const LoopbackServer server;
     const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
-    QSslConfiguration configuration = before;
-    configuration.setCaCertificates({ server.certificate() });
-    QSslConfiguration::setDefaultConfiguration(configuration);
-    CodebaseTicket::setTracker(server.baseUrl(), u"letters"_s);
     const auto restore = qScopeGuard([&] {
         CodebaseTicket::setTracker({}, {});
         QSslConfiguration::setDefaultConfiguration(before);
     });
+    const struct
+    {
+        QByteArray status;
+        QString project;
+        QString outcome; // what is shown begins so
+    } cases[] = {
+        { "201 Created", u"letters"_s, u"The report was sent."_s },
+        { "401 Unauthorized", u"letters"_s, u"The report was not sent. The server"_s },
+        { "500 Internal Server Error", u"letters"_s, u"The report was not sent. The server"_s },
+        { "201 Created", u"a b?"_s, u"The report was not sent. The address"_s },
+    };
+    for (const auto &[status, project, outcome] : cases) {
+        SCOPED_TRACE(status.constData() + project.toStdString());
+        const LoopbackServer server(LoopbackServer::answer(status));
+        QSslConfiguration configuration = before;
+        configuration.setCaCertificates({ server.certificate() });
+        QSslConfiguration::setDefaultConfiguration(configuration);
+        const QString address = server.baseUrl();
+        CodebaseTicket::setTracker(address.chopped(1), project); // the slash is added
 
-    TicketDialog dialog(nullptr);
-    QSignalSpy sent(&dialog, &TicketDialog::sent);
-    dialog.setSummary(u"It <crashes>"_s);
-    dialog.setIncludesFacts(false);
-    dialog.setDescription(u"On opening"_s);
-    dialog.send();
-    ASSERT_TRUE(sent.wait(30000));
-    ASSERT_EQ(server.requests().size(), 1);
-    EXPECT_THAT(server.requests().constFirst().toStdString(),
-                ::testing::AllOf(::testing::StartsWith("POST /letters/tickets "),
-                                 HasSubstr("<summary>It &lt;crashes&gt;</summary><description>On "
-                                           "opening</description>")));
+        TicketDialog dialog(nullptr);
+        QSignalSpy ended(&dialog, &TicketDialog::sendingChanged);
+        dialog.setSummary(u"It <crashes>"_s);
+        dialog.setIncludesFacts(false);
+        dialog.setDescription(u"On opening"_s);
+        dialog.send();
+        ASSERT_TRUE(ended.wait(30000));
+        const bool isSent = outcome == "The report was sent."_L1;
+        EXPECT_EQ(dialog.summary(), isSent ? u""_s : u"It <crashes>"_s);
+        EXPECT_EQ(dialog.description(), isSent ? u""_s : u"On opening"_s);
+        const auto labels = dialog.findChildren<QLabel *>();
+        EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&](const QLabel *label) {
+            return label->text().startsWith(outcome);
+        }));
+        if (project != "letters"_L1)
+            continue;
+        ASSERT_EQ(server.requests().size(), 1);
+        EXPECT_THAT(server.requests().constFirst().toStdString(),
+                    ::testing::AllOf(::testing::StartsWith("POST /letters/tickets "),
+                                     HasSubstr("<summary>It &lt;crashes&gt;</summary><description>"
+                                               "On opening</description>")));
+    }
 }
 
 } // namespace Pellarvine
