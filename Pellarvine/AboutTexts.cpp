@@ -119,7 +119,8 @@ QString aboutLinks(const NS::Metainfo &metainfo)
     QStringList links;
     for (const auto &[type, title] : kinds) {
         const QUrl url = metainfo.urls.value(type);
-        if (QStringList { u"http"_s, u"https"_s, u"mailto"_s }.contains(url.scheme()))
+        if (url.isValid()
+            && QStringList { u"http"_s, u"https"_s, u"mailto"_s }.contains(url.scheme()))
             links.append(link(url.toString(QUrl::FullyEncoded), title));
     }
     return row(links);

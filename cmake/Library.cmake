@@ -14,7 +14,8 @@ function(pellarvine_component name)
     OUTPUT_NAME pellarvine${lower}
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
-    EXPORT_NAME ${name})
+    EXPORT_NAME ${name}
+    INSTALL_RPATH $ORIGIN) # the others lie beside it, in whatever prefix
   target_compile_features(${target} PUBLIC cxx_std_20)
   target_compile_definitions(${target} PRIVATE PELLARVINE_BUILDING)
   # Programs reach the public headers alone; the library's own sources reach all, by folder.

@@ -129,7 +129,8 @@ TEST_F(About, a_row_is_shown_only_if_there_is_something_in_it)
           {},
           {} },
         { "<url type='homepage'>https://a.example/?a=1&amp;b=2</url>"
-          "<url type='bugtracker'>javascript:alert(1)</url>",
+          "<url type='bugtracker'>javascript:alert(1)</url>"
+          "<url type='vcs-browser'>https://a.example/&quot;b</url>",
           {},
           u"<a href=\"https://a.example/?a=1&amp;b=2\">Website</a>"_s,
           {} },

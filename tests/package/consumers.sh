@@ -23,7 +23,8 @@ library=$(dirname "$(find "$prefix" -name libpellarvinecore.so)")
 if grep -rE "$scratch/first|$build" "$library/cmake" "$library/pkgconfig"; then
     fail "the package names the place it was built in"
 fi
-export LD_LIBRARY_PATH=$library
+# Programs find the libraries of a prefix by themselves, also those that they do not link.
+unset LD_LIBRARY_PATH
 export QT_QPA_PLATFORM=offscreen
 
 # Programs of Core need nothing that only the other components do.
@@ -62,7 +63,8 @@ if grep -rE '@[A-Z]+@' "$scratch/letters" --exclude-dir=build; then
     fail "the written program holds placeholders"
 fi
 
-export PKG_CONFIG_PATH=$library/pkgconfig
+# pkg-config sets no path in the programs.
+export PKG_CONFIG_PATH=$library/pkgconfig LD_LIBRARY_PATH=$library
 for package in pellarvine-core pellarvine; do
     source=$here/consumers/pkg-config/main.cpp
     [ $package = pellarvine ] || source=$here/consumers/core/main.cpp

@@ -33,13 +33,14 @@ TEST(ColorCommand, prints_a_line_a_colour)
 
 TEST(ColorCommand, refuses_each_bad_text_and_prints_the_others)
 {
-    const Outcome result = runColor({ u"12345"_s, u"#f00"_s, u"##fff"_s });
+    const Outcome result = runColor({ u"12345"_s, u"#f00"_s, u"##fff"_s, u"foo"_s });
     EXPECT_EQ(result.status, 2);
     EXPECT_TRUE(result.output.startsWith("#FF0000  #FF0000FF  "));
     EXPECT_EQ(result.output.count('\n'), 1);
     EXPECT_EQ(result.errors,
               "pellarvine: '12345' is no color: no hexadecimal RGB, RGBA, RRGGBB or RRGGBBAA\n"
-              "pellarvine: '##fff' is no color: no hexadecimal RGB, RGBA, RRGGBB or RRGGBBAA\n");
+              "pellarvine: '##fff' is no color: no hexadecimal RGB, RGBA, RRGGBB or RRGGBBAA\n"
+              "pellarvine: 'foo' is no color: no hexadecimal RGB, RGBA, RRGGBB or RRGGBBAA\n");
     EXPECT_EQ(runColor({}).status, 2);
     EXPECT_EQ(runColor({ u"--no-such-option"_s }).status, 2);
 }

@@ -6,6 +6,7 @@
 #include <pellarvine/Shared/NSColor+Color.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <optional>
 #include <unistd.h>
@@ -53,6 +54,15 @@ QString line(const NS::Color &color, bool hasSwatches)
            + shown(clamped(lighter(color)));
 }
 
+// The library takes what begins with a digit.
+bool isHexadecimal(QByteArrayView text)
+{
+    if (text.startsWith('#'))
+        text = text.sliced(1);
+    return std::all_of(text.begin(), text.end(),
+                       [](unsigned char character) { return std::isxdigit(character); });
+}
+
 } // namespace
 
 void runColor(const QByteArrayList &arguments)
@@ -75,7 +85,8 @@ void runColor(const QByteArrayList &arguments)
     // A bad text does not keep the others from being printed.
     std::optional<CommandError> failure;
     for (const QByteArray &text : commandLine.operands()) {
-        if (const auto color = colorWithHex(QString::fromLocal8Bit(text))) {
+        const auto color = colorWithHex(QString::fromLocal8Bit(text));
+        if (color && isHexadecimal(text)) {
             std::printf("%s\n", qPrintable(line(*color, isTerminal)));
             continue;
         }
