@@ -179,5 +179,5 @@ int main(int argc, char **argv)
     return runBenchmarks(argc, argv,
                          { goal("segments", "make", 2.0), goal("segments", "show", 1.5),
                            goal("segments", "resize", 1.5), goal("border", "make", 1.0),
-                           goal("border", "show", 1.0), goal("picker", "open", 1.5) });
+                           goal("border", "show", 0.9), goal("picker", "open", 1.5) });
 }

@@ -87,7 +87,7 @@ private:
 
     struct Entry
     {
-        std::shared_ptr<CA::Layer> layer; // null until it is needed
+        std::shared_ptr<CA::Layer> layer; // null until somebody needs it
         SetUp setUp;
     };
 
@@ -101,10 +101,12 @@ void setWantsLayer(QWidget *widget, bool wantsLayer)
     LayerBacking &backing = LayerBacking::shared();
     if (wantsLayer == backing.contains(widget))
         return;
-    if (wantsLayer)
-        backing.insert(widget, {});
-    else
+    if (!wantsLayer) {
         backing.remove(widget);
+        return;
+    }
+    backing.insert(widget, {});
+    static_cast<void>(backing.layer(widget));
 }
 
 bool wantsLayer(const QWidget *widget)

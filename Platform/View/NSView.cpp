@@ -45,10 +45,12 @@ public:
 
     void mark(QWidget *widget, bool isMarked)
     {
-        if (!m_views.contains(widget)) {
-            m_views.insert(widget);
+        if (isMarked && m_marked.contains(widget))
+            return;
+        const qsizetype before = m_views.size();
+        m_views.insert(widget);
+        if (m_views.size() > before)
             widget->installEventFilter(this);
-        }
         if (!isMarked) {
             m_marked.remove(widget);
             return;

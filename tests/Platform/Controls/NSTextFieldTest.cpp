@@ -498,3 +498,41 @@ TEST(TextField, a_screen_reader_finds_static_text_or_text_to_edit)
     ASSERT_TRUE(accessible->textInterface());
     EXPECT_EQ(accessible->textInterface()->text(0, 4), u"Mira"_s);
 }
+
+TEST(TextField, a_screen_reader_finds_a_name_before_the_focus_is_there)
+{
+    QWidget window;
+    auto *const field = new Field(u"Mira"_s);
+    field->setParent(&window);
+    field->setSelectable(true);
+    const auto name = [&] {
+        QAccessibleInterface *const own = QAccessible::queryAccessibleInterface(field);
+        return own->child(0)->text(QAccessible::Name);
+    };
+    EXPECT_EQ(name(), u"Mira"_s);
+    field->setEditable(true);
+    EXPECT_EQ(name(), QString()) << "its text is its value";
+    field->setPlaceholderString(u"Who?"_s);
+    EXPECT_EQ(name(), u"Who?"_s);
+    auto *const label = new QLabel(u"&Name"_s, &window);
+    label->setBuddy(field);
+    EXPECT_EQ(name(), u"Name"_s);
+    label->setText(u"&First name"_s);
+    EXPECT_EQ(name(), u"First name"_s);
+    field->setAccessibleName(u"Author"_s);
+    EXPECT_EQ(name(), u"Author"_s);
+}
+
+TEST(TextField, editing_may_end_while_an_edit_is_reported)
+{
+    Field field(u"ab"_s);
+    field.setEditable(true);
+    field.showInFront();
+    QObject::connect(&field, &TextField::textEdited, &field, [&] { field.setEditable(false); });
+    QTest::keyClicks(field.editor(), u"c"_s);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(field.editor(), nullptr);
+    EXPECT_EQ(field.stringValue(), u"cab"_s);
+    field.setEditable(true);
+    EXPECT_EQ(field.editor()->toPlainText(), u"cab"_s);
+}
