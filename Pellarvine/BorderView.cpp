@@ -80,10 +80,7 @@ BorderView::BorderView(QWidget *parent)
     setup();
 }
 
-BorderView::~BorderView()
-{
-    NS::setWantsLayer(this, false); // from here on, nobody can set it up
-}
+BorderView::~BorderView() = default;
 
 CA::Layer *BorderView::leftLayer() const
 {
@@ -229,9 +226,11 @@ void BorderView::changeEvent(QEvent *event)
 
 void BorderView::setup()
 {
-    detail::setWantsLayer(this, [this](CA::Layer &layer) {
-        layer.setBackgroundColor(shownBackgroundColor());
-        d->attach(layer);
+    detail::setWantsLayer(this, [](QWidget *widget, CA::Layer &layer) {
+        if (const auto *const view = qobject_cast<BorderView *>(widget)) {
+            layer.setBackgroundColor(view->shownBackgroundColor());
+            view->d->attach(layer);
+        }
     });
     NS::setNeedsLayout(this);
 }

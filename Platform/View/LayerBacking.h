@@ -4,16 +4,17 @@
 
 #include "View/CALayer.h"
 
-#include <functional>
-
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
 namespace Pellarvine::detail {
 
-/// Makes the widget layer-backed, as NS::setWantsLayer() does. `setUp` gets the layer when the first
-/// caller asks for it, or when it is first drawn.
-PELLARVINE_PRIVATE_EXPORT void setWantsLayer(QWidget *widget,
-                                             const std::function<void(CA::Layer &)> &setUp);
+/// Sets up the new layer of a widget. A widget that is being destroyed may only be a QWidget by then:
+/// qobject_cast it.
+using LayerSetUp = void (*)(QWidget *widget, CA::Layer &layer);
+
+/// Makes the widget layer-backed, as NS::setWantsLayer() does. `setUp` is called when somebody
+/// first asks for the layer, or when it is first drawn.
+PELLARVINE_PRIVATE_EXPORT void setWantsLayer(QWidget *widget, LayerSetUp setUp);
 
 /// The widget's layer if anybody has needed it yet, else null.
 PELLARVINE_PRIVATE_EXPORT CA::Layer *layerInUse(const QWidget *widget);

@@ -16,8 +16,6 @@ namespace {
 class LayerBacking : public QObject
 {
 public:
-    using SetUp = std::function<void(CA::Layer &)>;
-
     static LayerBacking &shared()
     {
         static auto *const backing = new LayerBacking; // outlives the last widget
@@ -26,7 +24,7 @@ public:
 
     bool contains(const QWidget *widget) const { return m_backed.contains(widget); }
 
-    void insert(QWidget *widget, const SetUp &setUp)
+    void insert(QWidget *widget, detail::LayerSetUp setUp)
     {
         m_backed.insert(widget, { .layer = nullptr, .setUp = setUp });
         widget->installEventFilter(this);
@@ -56,8 +54,8 @@ public:
         const auto layer = std::make_shared<CA::Layer>();
         found->layer = layer;
         layer->setFrame(bounds(widget));
-        if (const SetUp setUp = found->setUp)
-            setUp(*layer);
+        if (const detail::LayerSetUp setUp = found->setUp)
+            setUp(widget, *layer);
         connect(layer.get(), &CA::Layer::needsDisplay, widget, qOverload<>(&QWidget::update));
         return layer;
     }
@@ -88,7 +86,7 @@ private:
     struct Entry
     {
         std::shared_ptr<CA::Layer> layer; // null until somebody needs it
-        SetUp setUp;
+        detail::LayerSetUp setUp = nullptr;
     };
 
     QHash<const QWidget *, Entry> m_backed;
@@ -105,7 +103,7 @@ void setWantsLayer(QWidget *widget, bool wantsLayer)
         backing.remove(widget);
         return;
     }
-    backing.insert(widget, {});
+    backing.insert(widget, nullptr);
     static_cast<void>(backing.layer(widget));
 }
 
@@ -123,7 +121,7 @@ std::shared_ptr<CA::Layer> layer(const QWidget *widget)
 
 namespace Pellarvine::detail {
 
-void setWantsLayer(QWidget *widget, const std::function<void(CA::Layer &)> &setUp)
+void setWantsLayer(QWidget *widget, LayerSetUp setUp)
 {
     if (!NS::wantsLayer(widget))
         NS::LayerBacking::shared().insert(widget, setUp);
