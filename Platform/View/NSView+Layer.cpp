@@ -51,21 +51,21 @@ public:
             return nullptr;
         if (found->layer)
             return found->layer;
-        const auto layer = std::make_shared<CA::Layer>();
-        found->layer = layer;
-        layer->setFrame(bounds(widget));
+        auto made = std::make_shared<CA::Layer>();
+        found->layer = made;
+        made->setFrame(bounds(widget));
         if (const detail::LayerSetUp setUp = found->setUp)
-            setUp(widget, *layer);
-        connect(layer.get(), &CA::Layer::needsDisplay, widget, qOverload<>(&QWidget::update));
-        return layer;
+            setUp(widget, *made);
+        connect(made.get(), &CA::Layer::needsDisplay, widget, qOverload<>(&QWidget::update));
+        return made;
     }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         auto *const widget = static_cast<QWidget *>(watched);
         if (event->type() == QEvent::Resize) {
-            if (CA::Layer *const layer = layerInUse(widget))
-                layer->setFrame(bounds(widget));
+            if (CA::Layer *const known = layerInUse(widget))
+                known->setFrame(bounds(widget));
         } else if (event->type() == QEvent::Paint) {
             if (needsLayout(widget))
                 layoutSubtreeIfNeeded(widget);
