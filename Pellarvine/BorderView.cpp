@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Pellarvine/PaletteColors.h"
+#include "View/LayerBacking.h"
 #include "View/NSView+Layer.h"
 #include "View/NSView.h"
 
@@ -45,6 +46,21 @@ struct BorderView::Private
         return edge.layer.get();
     }
 
+    // The view's layers are made when they are first drawn or asked for.
+    CA::Layer *attachedLayer(const BorderView &view, Edge &edge) const
+    {
+        static_cast<void>(NS::layer(&view));
+        return layerOf(edge);
+    }
+
+    void attach(CA::Layer &layer)
+    {
+        for (Edge *const edge : edges()) {
+            if (edge->isWanted && !layerOf(*edge)->superlayer())
+                layer.addSublayer(edge->layer);
+        }
+    }
+
     std::array<Edge *, 4> edges() { return { &left, &right, &top, &bottom }; }
 
     // Whether the flag had another value.
@@ -68,22 +84,22 @@ BorderView::~BorderView() = default;
 
 CA::Layer *BorderView::leftLayer() const
 {
-    return d->layerOf(d->left);
+    return d->attachedLayer(*this, d->left);
 }
 
 CA::Layer *BorderView::rightLayer() const
 {
-    return d->layerOf(d->right);
+    return d->attachedLayer(*this, d->right);
 }
 
 CA::Layer *BorderView::topLayer() const
 {
-    return d->layerOf(d->top);
+    return d->attachedLayer(*this, d->top);
 }
 
 CA::Layer *BorderView::bottomLayer() const
 {
-    return d->layerOf(d->bottom);
+    return d->attachedLayer(*this, d->bottom);
 }
 
 QColor BorderView::backgroundColor() const
@@ -174,11 +190,10 @@ void BorderView::setUsesPaletteColors(bool usesPaletteColors)
 
 void BorderView::updateLayerVisibility()
 {
-    const auto layer = NS::layer(this);
-    for (Edge *const edge : d->edges()) {
-        if (edge->isWanted && layer && !d->layerOf(*edge)->superlayer())
-            layer->addSublayer(edge->layer);
-        else if (!edge->isWanted && edge->layer)
+    if (CA::Layer *const layer = detail::layerInUse(this))
+        d->attach(*layer);
+    for (const Edge *const edge : d->edges()) {
+        if (!edge->isWanted && edge->layer)
             edge->layer->removeFromSuperlayer();
     }
 }
@@ -211,19 +226,24 @@ void BorderView::changeEvent(QEvent *event)
 
 void BorderView::setup()
 {
-    NS::setWantsLayer(this, true);
-    applyBackgroundColor();
-    applyBorderColor();
-    updateLayerVisibility();
+    detail::setWantsLayer(this, [](QWidget *widget, CA::Layer &layer) {
+        if (const auto *const view = qobject_cast<BorderView *>(widget)) {
+            layer.setBackgroundColor(view->shownBackgroundColor());
+            view->d->attach(layer);
+        }
+    });
     NS::setNeedsLayout(this);
+}
+
+QColor BorderView::shownBackgroundColor() const
+{
+    return d->usesPaletteColors ? detail::paper(palette()) : d->backgroundColor;
 }
 
 void BorderView::applyBackgroundColor()
 {
-    if (const auto layer = NS::layer(this)) {
-        layer->setBackgroundColor(d->usesPaletteColors ? detail::paper(palette())
-                                                       : d->backgroundColor);
-    }
+    if (CA::Layer *const layer = detail::layerInUse(this))
+        layer->setBackgroundColor(shownBackgroundColor());
 }
 
 void BorderView::applyBorderColor()

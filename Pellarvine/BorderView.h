@@ -97,6 +97,7 @@ protected:
 
 private:
     void setup();
+    QColor shownBackgroundColor() const;
     void applyBackgroundColor();
     void applyBorderColor();
 

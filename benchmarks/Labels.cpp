@@ -14,6 +14,9 @@
 #include <benchmark/benchmark.h>
 
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using Pellarvine::HeightForWidthTextField;
@@ -212,17 +215,21 @@ int main(int argc, char **argv)
     registerKind<PlainOfQt>("plain-qt");
     registerKind<Rich>("rich");
     registerKind<RichOfQt>("rich-qt");
+    // Most of what painting takes is the glyphs, which Qt's labels draw alike.
+    const std::pair<std::string, double> limits[] = {
+        { "plain-make", 0.8 },  { "plain-show", 0.6 },   { "plain-resize", 0.5 },
+        { "plain-paint", 0.9 }, { "plain-change", 0.7 }, { "rich-make", 0.85 },
+        { "rich-show", 0.35 },  { "rich-resize", 0.15 }, { "rich-paint", 0.9 },
+        { "rich-change", 0.4 },
+    };
     std::vector<Goal> goals;
-    for (const std::string kind : { "plain", "rich" }) {
-        for (const std::string work : { "make", "show", "resize", "paint", "change" }) {
-            const auto named = [&](std::string name) {
-                return (name += kind) += '-';
-            };
-            goals.push_back({ .name = named("labels/") += work,
-                              .subject = named("labels/") += work,
-                              .baseline = (named("labels/") += "qt-") += work,
-                              .limit = 1.0 });
-        }
+    for (const auto &[work, limit] : limits) {
+        std::string baseline = work;
+        baseline.insert(work.find('-'), "-qt");
+        goals.push_back({ .name = "labels/" + work,
+                          .subject = "labels/" + work,
+                          .baseline = "labels/" + baseline,
+                          .limit = limit });
     }
     return runBenchmarks(argc, argv, goals);
 }

@@ -141,6 +141,8 @@ int AccessibleTextField::childCount() const
 QAccessibleInterface *AccessibleTextField::child(int index) const
 {
     const int link = index - AccessibleControl::childCount();
+    if (TextFieldEditor *const editor = link < 0 ? editorOf(field()) : nullptr)
+        editor->updateName();
     if (link < 0 || index >= childCount())
         return AccessibleControl::child(index);
     const auto known = m_links.constFind(link);

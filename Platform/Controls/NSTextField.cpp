@@ -79,7 +79,6 @@ TextField::TextField(QWidget *parent)
 {
     detail::makeAccessible<TextField, detail::AccessibleTextField>();
     d->applyFormat();
-    connect(&d->contents, &detail::TextFieldContents::edited, this, [this] { d->textWasEdited(); });
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred, QSizePolicy::Label);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
@@ -486,13 +485,15 @@ void TextField::Private::updateEditor()
         editor = nullptr;
         q->setFocusProxy(nullptr);
         q->setFocusPolicy(Qt::NoFocus);
-        contents.document().setTextWidth(-1);
-        applyFormat();
+        contents.disconnect(q);
+        contents.dropDocument();
+        invalidate();
     }
     if (!isWanted)
         return;
     const bool isNew = !editor;
     if (isNew) {
+        connect(&contents, &detail::TextFieldContents::edited, q, [this] { textWasEdited(); });
         contents.changeLooks(
                 [this] { editor = new detail::TextFieldEditor(&contents.document(), q); });
         connect(editor, &QTextBrowser::anchorClicked, q, [this](const QUrl &link) {
@@ -634,10 +635,8 @@ void TextField::paintEvent(QPaintEvent *)
         return;
     }
     painter.setClipRect(rect());
-    QPalette colors = palette();
-    colors.setColor(QPalette::Text, d->effectiveTextColor());
-    d->contents.setLinkColor(colors.color(QPalette::Link));
-    d->contents.draw(painter, place, colors);
+    painter.setPen(d->effectiveTextColor());
+    d->contents.draw(painter, place);
 }
 
 void TextField::resizeEvent(QResizeEvent *event)

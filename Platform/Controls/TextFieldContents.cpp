@@ -1,27 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/TextFieldContents.h"
 
+#include "Controls/TextLines.h"
 #include "Text/NSMutableAttributedString.h"
 
-#include <QAbstractTextDocumentLayout>
-#include <QFontMetricsF>
 #include <QPainter>
-#include <QPalette>
-#include <QTextBlock>
-#include <QTextLayout>
+#include <QTextDocument>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
 namespace Pellarvine::detail {
 
-TextFieldContents::TextFieldContents()
-{
-    m_document.setDocumentMargin(0);
-    connect(&m_document, &QTextDocument::contentsChange, this, &TextFieldContents::contentsChange);
-    connect(&m_document, &QTextDocument::contentsChanged, this,
-            &TextFieldContents::contentsChanged);
-}
+TextFieldContents::TextFieldContents() = default;
+
+TextFieldContents::~TextFieldContents() = default;
 
 void TextFieldContents::setText(const NS::AttributedString &text)
 {
@@ -31,14 +25,16 @@ void TextFieldContents::setText(const NS::AttributedString &text)
 
 void TextFieldContents::refill()
 {
-    changeLooks([this] { fillDocument(m_document, m_text, m_format); });
+    if (m_document)
+        changeLooks([this] { fillDocument(*m_document, m_text, m_format); });
     forgetLayout();
 }
 
 void TextFieldContents::setFormat(const TextFieldFormat &format)
 {
     m_format = format;
-    changeLooks([this] { applyFormat(m_document, m_format); });
+    if (m_document)
+        changeLooks([this] { applyFormat(*m_document, m_format); });
     forgetLayout();
 }
 
@@ -47,54 +43,77 @@ void TextFieldContents::setLinkColor(const QColor &color)
     m_format.linkColor = color;
 }
 
+QTextDocument &TextFieldContents::document()
+{
+    if (m_document)
+        return *m_document;
+    m_document = std::make_unique<QTextDocument>();
+    m_document->setDocumentMargin(0);
+    applyFormat(*m_document, m_format);
+    fillDocument(*m_document, m_text, m_format);
+    m_document->documentLayout(); // makes it; without one, a document reports no changes
+    connect(m_document.get(), &QTextDocument::contentsChange, this,
+            &TextFieldContents::contentsChange);
+    connect(m_document.get(), &QTextDocument::contentsChanged, this,
+            &TextFieldContents::contentsChanged);
+    return *m_document;
+}
+
+void TextFieldContents::dropDocument()
+{
+    if (!m_document)
+        return;
+    m_document->disconnect(this);
+    m_document.release()->deleteLater(); // it may be just reporting an edit
+}
+
 QSize TextFieldContents::size(int width) const
 {
-    const auto known = m_sizes.constFind(width);
-    if (known != m_sizes.constEnd())
-        return *known;
-    const QSizeF size = sizeOfText(m_document, width, m_format);
+    const auto known = std::find_if(m_sizes.begin(), m_sizes.end(), [width](const KnownSize &one) {
+        return one.narrowest <= width && width <= one.widest;
+    });
+    if (known != m_sizes.end())
+        return known->size;
+    lines().layOut(width);
+    const QSizeF size = lines().size();
     const QSize rounded(int(std::ceil(size.width())), int(std::ceil(size.height())));
-    m_sizes.insert(width, rounded);
+    // The lines stay as they are while the longest of them fits.
+    const int narrowest = width < 0 ? width : std::min(width, rounded.width() + 1);
+    m_sizes.push_back({ narrowest, width, rounded });
     return rounded;
 }
 
 double TextFieldContents::firstAscent() const
 {
-    const QTextLayout *const layout = m_document.firstBlock().layout();
-    size(-1);
-    return layout->lineCount() > 0 ? layout->lineAt(0).ascent()
-                                   : QFontMetricsF(m_format.font).ascent();
+    lines().layOut(-1);
+    return lines().firstAscent();
 }
 
 double TextFieldContents::lastDescent() const
 {
-    const QTextLayout *const layout = m_document.lastBlock().layout();
-    size(-1);
-    return layout->lineCount() > 0 ? layout->lineAt(layout->lineCount() - 1).descent()
-                                   : QFontMetricsF(m_format.font).descent();
+    lines().layOut(-1);
+    return lines().lastDescent();
 }
 
 bool TextFieldContents::isElided(int width)
 {
-    return &shown(width) != &m_document;
+    return &shownLines(width) != m_lines.get();
 }
 
-void TextFieldContents::draw(QPainter &painter, const QRect &place, const QPalette &palette)
+void TextFieldContents::draw(QPainter &painter, const QRect &place)
 {
-    QTextDocument &document = shown(place.width());
-    document.setTextWidth(place.width());
-    const double room = place.height() - heightOfLines(document, m_format);
+    const TextLines &shown = shownLines(place.width());
+    const double room = place.height() - shown.size().height();
     double top = place.top();
     if (room > 0 && !(m_format.alignment & Qt::AlignTop))
         top += (m_format.alignment & Qt::AlignBottom) ? room : std::floor(room / 2);
     painter.translate(place.left(), top);
-    QAbstractTextDocumentLayout::PaintContext context;
-    context.palette = palette;
-    document.documentLayout()->draw(&painter, context);
+    shown.draw(painter);
 }
 
 void TextFieldContents::forgetLayout()
 {
+    m_lines.reset();
     m_sizes.clear();
     m_elided.reset();
     m_elidedWidth = -1;
@@ -104,7 +123,7 @@ void TextFieldContents::contentsChange(int position, int removed, int added)
 {
     if (m_isApplying)
         return;
-    const QString now = plainText(m_document);
+    const QString now = plainText(*m_document);
     if (now == m_text.string())
         return;
     NS::MutableAttributedString changed(m_text);
@@ -122,23 +141,30 @@ void TextFieldContents::contentsChanged()
     Q_EMIT edited();
 }
 
-QTextDocument &TextFieldContents::shown(int width)
+TextLines &TextFieldContents::lines() const
+{
+    if (!m_lines)
+        m_lines = std::make_unique<TextLines>(m_text, m_format);
+    return *m_lines;
+}
+
+TextLines &TextFieldContents::shownLines(int width)
 {
     const bool canElide = m_format.elideMode != Qt::ElideNone && width > 0;
     if (canElide && width != m_elidedWidth) {
         m_elidedWidth = width;
         m_elided.reset();
-        const bool hasRoom = !m_format.wraps && size(-1).width() <= width;
-        const NS::AttributedString fitting =
-                hasRoom ? m_text : fittingText(m_text, m_document, width, m_format);
+        lines().layOut(width);
+        const NS::AttributedString fitting = lines().fittingText();
         if (fitting.string() != m_text.string()) {
-            m_elided = std::make_unique<QTextDocument>();
-            m_elided->setDocumentMargin(0);
-            applyFormat(*m_elided, m_format);
-            fillDocument(*m_elided, fitting, m_format);
+            m_elided = std::make_unique<TextLines>(fitting, m_format);
+            m_elided->layOut(width);
         }
     }
-    return m_elided && canElide ? *m_elided : m_document;
+    if (canElide && m_elided)
+        return *m_elided;
+    lines().layOut(width);
+    return lines();
 }
 
 } // namespace Pellarvine::detail

@@ -4,29 +4,31 @@
 
 #include "Controls/TextFieldLayout.h"
 
-#include <QHash>
 #include <QObject>
 #include <QScopedValueRollback>
 #include <QSize>
-#include <QTextDocument>
 
 #include <memory>
+#include <vector>
 
 QT_FORWARD_DECLARE_CLASS(QPainter)
-QT_FORWARD_DECLARE_CLASS(QPalette)
 QT_FORWARD_DECLARE_CLASS(QRect)
+QT_FORWARD_DECLARE_CLASS(QTextDocument)
 
 namespace Pellarvine::detail {
 
-/// The text of a text field with the document that shows it. What is edited in the document, by an
-/// editor or a cursor, becomes text with the attributes of the text around it. Sizes are kept until
-/// the text or the format changes.
+class TextLines;
+
+/// The text of a text field, its size and its looks. An editor or a cursor works in a document,
+/// which is made once it is asked for; what is edited there becomes text with the attributes of the
+/// text around it. Sizes are kept until the text or the format changes.
 class PELLARVINE_INTERNAL_EXPORT TextFieldContents : public QObject
 {
     Q_OBJECT
 
 public:
     TextFieldContents();
+    ~TextFieldContents() override;
 
     const NS::AttributedString &text() const { return m_text; }
     void setText(const NS::AttributedString &text);
@@ -36,8 +38,10 @@ public:
     void setFormat(const TextFieldFormat &format);
     void setLinkColor(const QColor &color); ///< of text that is laid out from now on
 
-    /// The whole text.
-    QTextDocument &document() { return m_document; }
+    /// The whole text. Made by the first call.
+    QTextDocument &document();
+    /// Deletes the document, which nobody may show any more.
+    void dropDocument();
     /// Runs an action that changes the looks of the document alone, so that it counts as no edit.
     template <typename Action>
     void changeLooks(const Action &action)
@@ -53,26 +57,36 @@ public:
 
     /// Whether only a part of the text shows at that width.
     bool isElided(int width);
-    /// Draws the text, or the part that shows at that width, with the palette's colour for text.
-    void draw(QPainter &painter, const QRect &place, const QPalette &palette);
+    /// Draws the text, or the part that shows at that width, with the painter's pen.
+    void draw(QPainter &painter, const QRect &place);
 
 Q_SIGNALS:
     void edited();
 
 private:
+    // The size of the text at widths between which the lines stay the same.
+    struct KnownSize
+    {
+        int narrowest;
+        int widest;
+        QSize size;
+    };
+
     void forgetLayout();
     void contentsChange(int position, int removed, int added);
     void contentsChanged();
-    QTextDocument &shown(int width);
+    TextLines &lines() const;
+    TextLines &shownLines(int width); // laid out at that width
 
     NS::AttributedString m_text;
     TextFieldFormat m_format;
-    mutable QTextDocument m_document;
-    std::unique_ptr<QTextDocument> m_elided; // of the width below; null if nothing is
+    std::unique_ptr<QTextDocument> m_document; // null until it is asked for
+    mutable std::unique_ptr<TextLines> m_lines; // of the whole text; null until they are needed
+    mutable std::vector<KnownSize> m_sizes;
+    std::unique_ptr<TextLines> m_elided; // of the width below; null if nothing is
     int m_elidedWidth = -1;
     bool m_isApplying = false;
     bool m_hasChanged = false; // within one edit
-    mutable QHash<int, QSize> m_sizes; // by width
 };
 
 } // namespace Pellarvine::detail

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/TextFieldEditor.h"
 
+#include "Controls/NSTextField.h"
+
 #include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -16,21 +18,27 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// What a screen reader calls it: the field's name, or the label's that leads to it.
-QString nameOf(const QWidget *field)
+// What a screen reader calls it: the field's name, or the label's that leads to it, or what says
+// what belongs there. Text to edit is not its own name, which would be read twice.
+QString nameOf(const NS::TextField *field)
 {
     if (!field->accessibleName().isEmpty())
         return field->accessibleName();
     const auto labels = field->window()->findChildren<QLabel *>();
     const auto label = std::find_if(labels.begin(), labels.end(),
                                     [&](const QLabel *one) { return one->buddy() == field; });
-    return label == labels.end() ? QString() : (*label)->text().remove(u'&');
+    if (label != labels.end())
+        return (*label)->text().remove(u'&');
+    if (!field->placeholderString().isEmpty())
+        return field->placeholderString();
+    return field->isEditable() ? QString() : field->stringValue();
 }
 
 } // namespace
 
-TextFieldEditor::TextFieldEditor(QTextDocument *document, QWidget *field)
+TextFieldEditor::TextFieldEditor(QTextDocument *document, NS::TextField *field)
     : QTextBrowser(field)
+    , m_field(field)
 {
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -64,6 +72,13 @@ void TextFieldEditor::setKind(bool isSelectable, bool isEditable, bool hasLinks)
     setAcceptDrops(isEditable);
 }
 
+void TextFieldEditor::updateName()
+{
+    const QString name = nameOf(m_field);
+    if (name != accessibleName())
+        setAccessibleName(name);
+}
+
 bool TextFieldEditor::focusNextPrevChild(bool next)
 {
     const bool hasMoved = QTextBrowser::focusNextPrevChild(next);
@@ -74,7 +89,7 @@ bool TextFieldEditor::focusNextPrevChild(bool next)
 
 void TextFieldEditor::focusInEvent(QFocusEvent *event)
 {
-    setAccessibleName(nameOf(parentWidget()));
+    updateName();
     QTextBrowser::focusInEvent(event);
     m_isFocusedByKeyboard = event->reason() == Qt::TabFocusReason
                             || event->reason() == Qt::BacktabFocusReason

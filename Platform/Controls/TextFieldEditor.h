@@ -4,6 +4,10 @@
 
 #include <QTextBrowser>
 
+namespace NS {
+class TextField;
+}
+
 namespace Pellarvine::detail {
 
 /// The part of a text field that the user works in: selects, edits, follows links. It shows the
@@ -13,11 +17,14 @@ class TextFieldEditor : public QTextBrowser
     Q_OBJECT
 
 public:
-    TextFieldEditor(QTextDocument *document, QWidget *field);
+    TextFieldEditor(QTextDocument *document, NS::TextField *field);
 
     /// Line ends are taken, and lines wrap.
     void setHasLines(bool hasLines);
     void setKind(bool isSelectable, bool isEditable, bool hasLinks);
+
+    /// Takes over the name that screen readers know the field by. Before they see the editor.
+    void updateName();
 
     /// Whether it has the focus from there, so that a reader must be shown where it is.
     bool isFocusedByKeyboard() const { return m_isFocusedByKeyboard && hasFocus(); }
@@ -38,6 +45,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    NS::TextField *m_field;
     bool m_hasLines = true;
     bool m_isFocusedByKeyboard = false;
 };

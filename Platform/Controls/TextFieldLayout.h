@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-// Not API: how the text of a text field is laid out in a document: format, size, and what fits.
+// Not API: the format of a text field's text, and the document that an editor shows it by.
 #pragma once
 
 #include "Text/NSAttributedString.h"
 
 #include <QColor>
 #include <QFont>
-#include <QSizeF>
 #include <Qt>
 
 QT_FORWARD_DECLARE_CLASS(QTextDocument)
@@ -25,6 +24,10 @@ struct TextFieldFormat
     QColor linkColor;
 };
 
+/// The side that text begins at is the widget's, whatever the script, so that fields below each
+/// other line up. Absolute.
+Qt::Alignment horizontalAlignment(Qt::Alignment alignment, Qt::LayoutDirection direction);
+
 bool hasLinks(const NS::AttributedString &text);
 
 /// The text of a document, with a line feed at the end of each line.
@@ -35,17 +38,5 @@ void applyFormat(QTextDocument &document, const TextFieldFormat &format);
 /// Replaces what the document holds. Links look like links unless their attributes say otherwise.
 void fillDocument(QTextDocument &document, const NS::AttributedString &text,
                   const TextFieldFormat &format);
-
-/// The height of the lines that may show, in a document that is laid out.
-double heightOfLines(const QTextDocument &document, const TextFieldFormat &format);
-
-/// The size of the document's text at a width, -1 for as wide as it wants. Leaves the document laid
-/// out as it was, and whoever shows it unaware.
-QSizeF sizeOfText(QTextDocument &document, int width, const TextFieldFormat &format);
-
-/// The part of the text that fits: each line of one that does not wrap, else as many lines as there
-/// may be. `document` holds the text and is laid out at that width afterwards.
-NS::AttributedString fittingText(const NS::AttributedString &text, QTextDocument &document,
-                                 int width, const TextFieldFormat &format);
 
 } // namespace Pellarvine::detail

@@ -2,20 +2,18 @@
 #include "View/NSView.h"
 
 #include "Base/MethodLookup.h"
-#include "View/Companion.h"
 
 #include <QApplication>
 #include <QLayout>
 #include <QMetaMethod>
 #include <QMoveEvent>
-#include <QPointer>
 #include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QScreen>
+#include <QSet>
 #include <QWidget>
 
 #include <algorithm>
-#include <utility>
 
 namespace NS {
 
@@ -32,91 +30,102 @@ double spaceHeight(const QWidget *widget)
     return screen.y() + screen.height();
 }
 
-// Watches one widget that takes part in the layout pass, and that widget's window, where Qt
-// announces that it is about to paint.
-class LayoutMark : public QObject
+// Watches the widgets that take part in the layout pass, and their windows, where Qt announces that
+// it is about to paint. One object for all: a window with a filter for each of its views is slow.
+class LayoutPass : public QObject
 {
 public:
-    explicit LayoutMark(QWidget *widget)
-        : QObject(widget)
-        , m_widget(widget)
-        , m_entry(widget, this)
+    static LayoutPass &shared()
     {
-        widget->installEventFilter(this);
+        static auto *const pass = new LayoutPass; // outlives the last widget
+        return *pass;
     }
 
-    bool isSet() const { return m_isSet; }
+    bool isMarked(const QWidget *widget) const { return m_marked.contains(widget); }
 
-    void set(bool isSet)
+    void mark(QWidget *widget, bool isMarked)
     {
-        m_isSet = isSet;
-        if (!isSet)
+        if (isMarked && m_marked.contains(widget))
             return;
-        watchWindow();
-        m_widget->update();
+        const qsizetype before = m_views.size();
+        m_views.insert(widget);
+        if (m_views.size() > before)
+            widget->installEventFilter(this);
+        if (!isMarked) {
+            m_marked.remove(widget);
+            return;
+        }
+        m_marked.insert(widget);
+        watchWindow(widget);
+        widget->update();
     }
 
     // A mark that the method sets is for the next pass.
-    void perform()
+    void perform(QWidget *widget)
     {
-        if (!std::exchange(m_isSet, false))
+        if (m_marked.isEmpty() || !m_marked.remove(widget))
             return;
-        detail::methodWithSignature(m_widget, "performLayout()")
-                .invoke(m_widget, Qt::DirectConnection);
+        detail::methodWithSignature(widget, "performLayout()").invoke(widget, Qt::DirectConnection);
     }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void watchWindow()
+    LayoutPass() = default;
+
+    void watchWindow(const QWidget *widget)
     {
-        QWidget *const window = m_widget->window();
-        if (window == m_window)
+        QWidget *const window = widget->window();
+        if (m_windows.contains(window))
             return;
-        if (m_window && m_window != m_widget)
-            m_window->removeEventFilter(this);
-        m_window = window;
-        m_window->installEventFilter(this);
+        m_windows.insert(window);
+        window->installEventFilter(this);
     }
 
-    QWidget *m_widget;
-    QPointer<QWidget> m_window;
-    bool m_isSet = false;
-    detail::CompanionEntry<LayoutMark> m_entry;
+    // Parents first, since they may resize what they contain.
+    void performBelow(QWidget *widget)
+    {
+        perform(widget);
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a layout may add children
+        const QObjectList children = widget->children();
+        for (QObject *const child : children) {
+            if (child->isWidgetType() && !static_cast<QWidget *>(child)->isWindow())
+                performBelow(static_cast<QWidget *>(child));
+        }
+    }
+
+    QSet<const QWidget *> m_views; // have been marked once
+    QSet<const QWidget *> m_marked;
+    QSet<const QWidget *> m_windows; // are watched
 };
 
-// Parents first, since they may resize what they contain.
-void performMarked(QWidget *widget)
+bool LayoutPass::eventFilter(QObject *watched, QEvent *event)
 {
-    if (auto *const mark = detail::companionOf<LayoutMark>(widget))
-        mark->perform();
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a layout may add children
-    const QObjectList children = widget->children();
-    for (QObject *const child : children) {
-        if (child->isWidgetType() && !static_cast<QWidget *>(child)->isWindow())
-            performMarked(static_cast<QWidget *>(child));
-    }
-}
-
-bool LayoutMark::eventFilter(QObject *watched, QEvent *event)
-{
+    auto *const widget = static_cast<QWidget *>(watched);
     switch (event->type()) {
     case QEvent::Resize:
-        if (watched == m_widget)
-            set(true);
+        if (m_views.contains(widget))
+            mark(widget, true);
         break;
     case QEvent::UpdateRequest: // of the window: what follows is painting
-        if (m_isSet && m_widget->isVisible())
-            performMarked(m_widget->window());
+        if (std::any_of(m_marked.cbegin(), m_marked.cend(), [widget](const QWidget *marked) {
+                return marked->isVisible() && marked->window() == widget;
+            }))
+            performBelow(widget);
         break;
     case QEvent::Paint: // without an update request before it, as by grab()
-        if (watched == m_widget && m_isSet)
-            performMarked(m_widget);
+        if (isMarked(widget))
+            performBelow(widget);
         break;
     case QEvent::ParentChange:
     case QEvent::Show:
-        if (watched == m_widget && m_isSet)
-            watchWindow();
+        if (isMarked(widget))
+            watchWindow(widget);
+        break;
+    case QEvent::Destroy:
+        m_views.remove(widget);
+        m_marked.remove(widget);
+        m_windows.remove(widget);
         break;
     default:
         break;
@@ -146,8 +155,7 @@ void layoutTree(QWidget *widget)
         sendPendingEvents(widget);
         if (widget->layout())
             widget->layout()->activate();
-        if (auto *const mark = detail::companionOf<LayoutMark>(widget))
-            mark->perform();
+        LayoutPass::shared().perform(widget);
         const QObjectList children = widget->children();
         for (QObject *const child : children) {
             if (child->isWidgetType() && !static_cast<QWidget *>(child)->isWindow())
@@ -224,16 +232,12 @@ void setTranslatesAutoresizingMaskIntoConstraints(QWidget *widget, bool translat
 
 void setNeedsLayout(QWidget *widget, bool needsLayout)
 {
-    auto *mark = detail::companionOf<LayoutMark>(widget);
-    if (!mark)
-        mark = new LayoutMark(widget);
-    mark->set(needsLayout);
+    LayoutPass::shared().mark(widget, needsLayout);
 }
 
 bool needsLayout(const QWidget *widget)
 {
-    const auto *const mark = detail::companionOf<LayoutMark>(widget);
-    return mark && mark->isSet();
+    return LayoutPass::shared().isMarked(widget);
 }
 
 void layoutSubtreeIfNeeded(QWidget *widget)

@@ -156,6 +156,17 @@ TEST(BorderView, clearing_a_flag_detaches_the_line_at_once_and_its_neighbours_gr
             << "hidden lines stay where they were";
 }
 
+TEST(BorderView, lines_are_attached_before_anything_is_drawn)
+{
+    View view;
+    view.setHasTopBorder(true);
+    view.setBackgroundColor(Qt::yellow);
+    const CA::Layer *const top = view.topLayer();
+    EXPECT_EQ(top->superlayer(), NS::layer(&view).get());
+    EXPECT_EQ(NS::layer(&view)->backgroundColor(), QColor(Qt::yellow));
+    EXPECT_EQ(view.leftLayer()->superlayer(), nullptr);
+}
+
 TEST(BorderView, hidden_lines_take_a_new_colour_too)
 {
     View view;

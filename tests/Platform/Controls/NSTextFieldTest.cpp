@@ -271,22 +271,85 @@ TEST(TextField, takes_its_colours_from_the_palette_until_they_are_set)
     EXPECT_TRUE(hasPixelLike(field.picture(), Qt::red));
 }
 
+// A label is laid out without a document, and must look as if it had one.
 TEST(TextField, looks_the_same_to_read_and_to_select)
 {
-    Field field;
-    NS::MutableAttributedString text(longText);
-    QFont bold = field.font();
+    QFont bold = QApplication::font();
     bold.setBold(true);
-    text.addAttributes({ { NS::FontAttributeName, bold },
-                         { NS::ForegroundColorAttributeName, QColor(Qt::blue) } },
-                       8, 20);
-    field.setAttributedStringValue(text);
-    field.resize(200, field.heightForWidth(200));
-    const QImage read = field.picture();
-    field.setSelectable(true);
-    EXPECT_EQ(field.picture(), read);
-    field.setSelectable(false);
-    EXPECT_EQ(field.picture(), read);
+    QFont large = bold;
+    large.setPointSizeF(2 * bold.pointSizeF());
+    NS::ParagraphStyle spaced;
+    spaced.headIndent = 20;
+    spaced.firstLineHeadIndent = 35.5;
+    spaced.paragraphSpacingBefore = 3;
+    spaced.paragraphSpacing = 7;
+    spaced.lineSpacing = 2.5;
+    NS::ParagraphStyle justified;
+    justified.alignment = Qt::AlignJustify;
+    NS::ParagraphStyle centred;
+    centred.alignment = Qt::AlignHCenter;
+    NS::ParagraphStyle toTheLeft = spaced;
+    toTheLeft.baseWritingDirection = Qt::RightToLeft;
+    NS::ParagraphStyle unbroken;
+    unbroken.wrapMode = QTextOption::NoWrap;
+    const auto styled = [](const NS::ParagraphStyle &style) {
+        return NS::Attributes { { NS::ParagraphStyleAttributeName, QVariant::fromValue(style) } };
+    };
+    const QString paragraphs = u"\nFirst\n\n"_s + longText + u"\n"_s + longText + u"\n"_s;
+    const NS::Attributes colours { { NS::FontAttributeName, bold },
+                                   { NS::ForegroundColorAttributeName, QColor(Qt::blue) },
+                                   { NS::BackgroundColorAttributeName, QColor(Qt::yellow) } };
+    const NS::Attributes lines { { NS::UnderlineStyleAttributeName, 1 },
+                                 { NS::KernAttributeName, 1.5 },
+                                 { u"mark"_s, 1 } };
+    const struct
+    {
+        QString string;
+        NS::Attributes everywhere;
+        NS::Attributes inside; // from the 9th unit to the 28th
+    } rows[] = {
+        { longText, {}, colours },
+        { longText, { { u"mark"_s, 2 } }, lines },
+        { paragraphs, {}, { { NS::FontAttributeName, large } } },
+        { paragraphs, styled(spaced), colours },
+        { paragraphs, styled(justified), lines },
+        { paragraphs, styled(centred), {} },
+        { paragraphs, styled(toTheLeft), {} },
+        { paragraphs, styled(unbroken), {} },
+        { u"large\n"_s, { { NS::FontAttributeName, large } }, {} },
+        { u"a\tb\tc\r\nd\u2028e\u2029f\rg"_s, styled(spaced), {} },
+        { u"שלום עולם (1) ועוד קצת טקסט\nand English after it\nשלום"_s, {}, colours },
+        { u"مرحبا بالعالم office fi ﷽ 👩‍👩‍👧 soft\u00adhyphen"_s,
+          {},
+          lines },
+        { QString(60, u'm') + u' ' + longText, {}, {} },
+        { {}, {}, {} },
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.string.left(20).toStdString() + " row " + std::to_string(&row - rows));
+        NS::MutableAttributedString text(row.string);
+        text.addAttributes(row.everywhere, 0, text.length());
+        text.addAttributes(row.inside, 8, 20);
+        for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+            if (direction == Qt::RightToLeft && row.everywhere == styled(unbroken))
+                continue; // an editor scrolls to the other end
+            Field field;
+            field.setLayoutDirection(direction);
+            field.setAttributedStringValue(AttributedString(text));
+            for (const int width : { 300, 120, 200 }) { // twice narrower, then wider
+                field.resize(width, field.heightForWidth(width));
+                const QImage read = field.picture();
+                field.setSelectable(true);
+                EXPECT_EQ(field.picture(), read) << width;
+                EXPECT_EQ(std::ceil(field.editor()->document()->size().height()),
+                          field.heightForWidth(width))
+                        << width;
+                field.setSelectable(false);
+                EXPECT_EQ(field.picture(), read) << width;
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the editor
+            }
+        }
+    }
 }
 
 // Properties
@@ -434,4 +497,42 @@ TEST(TextField, a_screen_reader_finds_static_text_or_text_to_edit)
     EXPECT_TRUE(accessible->state().editable);
     ASSERT_TRUE(accessible->textInterface());
     EXPECT_EQ(accessible->textInterface()->text(0, 4), u"Mira"_s);
+}
+
+TEST(TextField, a_screen_reader_finds_a_name_before_the_focus_is_there)
+{
+    QWidget window;
+    auto *const field = new Field(u"Mira"_s);
+    field->setParent(&window);
+    field->setSelectable(true);
+    const auto name = [&] {
+        QAccessibleInterface *const own = QAccessible::queryAccessibleInterface(field);
+        return own->child(0)->text(QAccessible::Name);
+    };
+    EXPECT_EQ(name(), u"Mira"_s);
+    field->setEditable(true);
+    EXPECT_EQ(name(), QString()) << "its text is its value";
+    field->setPlaceholderString(u"Who?"_s);
+    EXPECT_EQ(name(), u"Who?"_s);
+    auto *const label = new QLabel(u"&Name"_s, &window);
+    label->setBuddy(field);
+    EXPECT_EQ(name(), u"Name"_s);
+    label->setText(u"&First name"_s);
+    EXPECT_EQ(name(), u"First name"_s);
+    field->setAccessibleName(u"Author"_s);
+    EXPECT_EQ(name(), u"Author"_s);
+}
+
+TEST(TextField, editing_may_end_while_an_edit_is_reported)
+{
+    Field field(u"ab"_s);
+    field.setEditable(true);
+    field.showInFront();
+    QObject::connect(&field, &TextField::textEdited, &field, [&] { field.setEditable(false); });
+    QTest::keyClicks(field.editor(), u"c"_s);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(field.editor(), nullptr);
+    EXPECT_EQ(field.stringValue(), u"cab"_s);
+    field.setEditable(true);
+    EXPECT_EQ(field.editor()->toPlainText(), u"cab"_s);
 }

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
+#include <pellarvine/Platform/NSView+Layer.h>
 #include <pellarvine/Platform/NSView.h>
 
 #include <QTest>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <gtest/gtest.h>
+
+#include <cstddef>
+#include <new>
 
 namespace {
 
@@ -181,6 +185,41 @@ TEST(LayoutPass, a_class_without_a_method_of_its_own_just_loses_its_mark)
     NS::setNeedsLayout(&view);
     NS::layoutSubtreeIfNeeded(&view);
     EXPECT_FALSE(NS::needsLayout(&view));
+}
+
+TEST(LayoutPass, follows_a_marked_view_to_another_window)
+{
+    Passing first;
+    Passing second;
+    Passing view(&first);
+    for (QWidget *const window : { &first, &second })
+        window->show();
+    NS::setNeedsLayout(&view);
+    view.setParent(&second);
+    view.show();
+    const int paints = view.paints;
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view.paints > paints; }));
+    EXPECT_EQ(view.passes, 1);
+    EXPECT_EQ(view.passesAtPaint, 1);
+    view.setParent(nullptr);
+}
+
+TEST(View, a_view_made_at_the_address_of_an_earlier_one_has_nothing_of_it)
+{
+    alignas(QWidget) std::byte memory[sizeof(QWidget)];
+    auto *view = new (memory) QWidget;
+    NS::setNeedsLayout(view);
+    NS::setWantsLayer(view, true);
+    EXPECT_TRUE(NS::needsLayout(view));
+    EXPECT_TRUE(NS::layer(view));
+    view->~QWidget();
+    view = new (memory) QWidget;
+    EXPECT_FALSE(NS::needsLayout(view));
+    EXPECT_FALSE(NS::layer(view));
+    view->resize(10, 10);
+    view->grab();
+    EXPECT_FALSE(NS::needsLayout(view));
+    view->~QWidget();
 }
 
 #include "NSViewTest.moc"
