@@ -76,7 +76,8 @@ public:
     /// Parses `format` and puts the arguments in the places of `%1` to `%99`, as they are: plain
     /// text in the style of its place, whatever markup it may contain.
     ///
-    ///     parser.styled(tr("**%1** could not be moved to `%2`"), { fileName, folder });
+    ///     const NS::AttributedString moved =
+    ///             parser.styled(tr("**%1** could not be moved to `%2`"), { fileName, folder });
     ///
     /// The longest number that names an argument counts: of three, `%12` is the first, and a "2".
     /// What names none stays as typed.

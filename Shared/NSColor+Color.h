@@ -19,9 +19,9 @@ static_assert(Color<NS::Color>);
 /// before it.
 ///
 ///     using namespace Pellarvine;
-///     colorWithHex(u"#1abc9c") == Palette<NS::Color>::turquoise();
-///     colorWithHex(u"fff") == NS::Color::white();
-///     colorWithHex(u"12345") == std::nullopt;
+///     const auto turquoise = colorWithHex(u"#1abc9c"); // Palette<NS::Color>::turquoise()
+///     const auto white = colorWithHex(u"fff");         // NS::Color::white()
+///     const auto nothing = colorWithHex(u"12345");     // std::nullopt: no form has five digits
 ///
 /// The number is read like a scanner does: white space and a "0x" may stand before its digits, and
 /// reading ends at the first character that is no digit. The form follows from the length of the

@@ -20,7 +20,11 @@ class GraphemeClusterCounter;
 ///     {
 ///         QString regex() const override { return u"(\\|\\|)(.+?)(\\|\\|)"_s; }
 ///         int principalCaptureGroup() const override { return 1; }
-///         NS::Attributes provideAttributes(...) const override { return m_hidden; }
+///         NS::Attributes provideAttributes(const QStringList &,
+///                                          const Pellarvine::MarkupParser &) const override
+///         {
+///             return { { NS::BackgroundColorAttributeName, QColor(Qt::black) } };
+///         }
 ///     };
 ///
 /// A rule is immutable and may serve many parsers.

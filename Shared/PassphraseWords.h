@@ -11,7 +11,7 @@
 ///
 ///     const QString passphrase = Pellarvine::generatedPassphrase();
 ///     // "quiver-salad-thatch-ovation-nickel-drum", for example
-///     const double bits = Pellarvine::estimatedPassphraseEntropy(passphrase); // 77.5
+///     const double bits = Pellarvine::estimatedPassphraseEntropy(passphrase); // about 77
 ///
 /// The functions may be called from any thread.
 namespace Pellarvine {

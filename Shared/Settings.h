@@ -13,12 +13,11 @@ namespace Pellarvine {
 
 /// The settings of a group of a QSettings, as an object that controls can be bound to:
 ///
-///     m_settings = new Settings(u"network"_s, { { u"host"_s, u"localhost"_s }, { u"port"_s, 80 }
-/// },
-///                               this);
+///     const QVariantMap defaults { { u"host"_s, u"localhost"_s }, { u"port"_s, 80 } };
+///     m_settings = new Settings(u"network"_s, defaults, this);
 ///     NS::bind(m_port, u"value"_s, m_settings, u"port"_s);
 ///     connectButtons(m_settings, m_buttonBox); // Apply, Reset, Restore Defaults, OK, Cancel
-///     m_settings->property("port").toInt();
+///     const int port = m_settings->property("port").toInt();
 ///
 /// Each default makes a dynamic property of its name, which always has the default's type: a value
 /// that does not convert to it is refused by key-value coding, and of the storage it is a warning

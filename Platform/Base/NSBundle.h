@@ -15,7 +15,8 @@ inline const QString kCFBundleVersionKey = QStringLiteral("CFBundleVersion");
 
 /// What the program says about itself:
 ///
-///     NS::Bundle::main().objectForInfoDictionaryKey(u"NSHumanReadableCopyright"_s);
+///     const QString copyright =
+///             NS::Bundle::main().objectForInfoDictionaryKey(u"NSHumanReadableCopyright"_s).toString();
 ///
 /// The facts stand in the file Info.plist, a property list in XML: in the program's resources
 /// (":/Info.plist"), else beside the executable. A program without one is described by what it has

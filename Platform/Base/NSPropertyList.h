@@ -40,7 +40,7 @@ private:
 /// The value of a property list in XML:
 ///
 ///     const QVariant list = NS::propertyListFromXML(file.readAll(), file.fileName());
-///     list.toMap().value(u"CFBundleName"_s);
+///     const QString name = list.toMap().value(u"CFBundleName"_s).toString();
 ///
 /// A dict is a QVariantMap, an array a QVariantList, a string a QString, an integer a qlonglong (a
 /// qulonglong above its range), a real a double, true and false are bool, a date is a QDateTime in

@@ -13,9 +13,13 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 ///
 ///     class NoteController : public NS::ViewController
 ///     {
+///         Q_OBJECT
+///     public:
 ///         Q_INVOKABLE void archive(QObject *sender);
 ///     };
-///     // The note that has the keyboard focus is archived, whichever that is.
+///
+/// An action archives the note that has the keyboard focus:
+///
 ///     connect(archiveItem, &QAction::triggered, archiveItem,
 ///             [=] { NS::sendAction(u"archive"_s, nullptr, archiveItem); });
 ///

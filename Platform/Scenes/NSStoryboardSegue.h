@@ -16,9 +16,8 @@ namespace NS {
 
 class ViewController;
 
-/// One step from a controller to another: what a storyboard makes when its trigger fires, and what
-/// a program may make itself. A class of one's own says in perform() how the destination comes to
-/// be seen, and is named in storyboards once it has been registered:
+/// A transition from one controller to another. A storyboard makes one when its trigger fires; a
+/// program may make one itself. A subclass overrides perform(), which shows the destination:
 ///
 ///     class FadeSegue : public NS::StoryboardSegue
 ///     {
@@ -27,6 +26,9 @@ class ViewController;
 ///         using StoryboardSegue::StoryboardSegue;
 ///         void perform() override;
 ///     };
+///
+/// Storyboards can name the class once it is registered:
+///
 ///     NS::StoryboardSegue::registerClass<FadeSegue>();
 ///
 /// Neither controller is owned. Main thread only.

@@ -21,7 +21,7 @@ class StoryboardSegue;
 ///     class ListViewController : public NS::ViewController
 ///     {
 ///         void loadView() override { setView(new QListWidget); }
-///         void viewDidLoad() override { fill(); }
+///         void viewDidLoad() override { fill(static_cast<QListWidget *>(view())); }
 ///     };
 ///
 /// A controller owns its children and its view. A view that is given a parent widget belongs to

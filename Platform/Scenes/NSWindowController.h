@@ -19,7 +19,7 @@ namespace NS {
 ///     {
 ///     public:
 ///         PreferencesController() : NS::WindowController(u"Preferences"_s) { }
-///         void windowDidLoad() override { fill(); }
+///         void windowDidLoad() override { window()->setWindowTitle(u"Preferences"_s); }
 ///     };
 ///
 /// The controller is the file's owner, so outlets, bindings and actions can name its properties and

@@ -16,7 +16,7 @@ namespace NS {
 ///         NS::Nib(u"Preferences"_s).instantiate(controller);
 ///     } catch (const NS::NibError &error) {
 ///         qWarning("%s", error.what());
-///         // Preferences.ui:31:5: nameField: PreferencesController has no key "nmae"
+///         // Preferences.ui:31:5: nameField: PreferencesOwner has no key "nmae"
 ///         // (binding "text = owner.nmae")
 ///     }
 class PELLARVINE_EXPORT NibError : public std::exception
