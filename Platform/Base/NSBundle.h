@@ -15,8 +15,9 @@ inline const QString kCFBundleVersionKey = QStringLiteral("CFBundleVersion");
 
 /// What the program says about itself:
 ///
+///     const NS::Bundle bundle = NS::Bundle::main();
 ///     const QString copyright =
-///             NS::Bundle::main().objectForInfoDictionaryKey(u"NSHumanReadableCopyright"_s).toString();
+///             bundle.objectForInfoDictionaryKey(u"NSHumanReadableCopyright"_s).toString();
 ///
 /// The facts stand in the file Info.plist, a property list in XML: in the program's resources
 /// (":/Info.plist"), else beside the executable. A program without one is described by what it has

@@ -12,7 +12,7 @@ QT_FORWARD_DECLARE_CLASS(QObject)
 /// no value where something must stand:
 ///
 ///     const QVariant nothing;
-///     const bool isNull = NS::isEqual(nothing, NS::nullObject()); // false: the latter is an object
+///     const bool isNull = NS::isEqual(nothing, NS::nullObject()); // false: that is an object
 ///     const bool isSameNumber = NS::isEqual(3, 3.0);              // true
 ///     const bool isText = NS::isEqual(3, u"3"_s);                 // false
 
