@@ -5,6 +5,9 @@
 
 QT_FORWARD_DECLARE_CLASS(QDialogButtonBox)
 
+/// @file
+/// The buttons of a settings dialog.
+
 namespace Pellarvine {
 
 /// Gives the standard buttons of `box` their meaning for `settings`: Apply and OK commit the edits
