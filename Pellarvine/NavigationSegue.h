@@ -32,7 +32,7 @@ public:
     using NS::StoryboardSegue::StoryboardSegue;
     ~NavigationSegue() override;
 
-    /// The source, if that is a navigation controller, or the nearest of its parents that is. Stops
+    /// The source, if it is a navigation controller, or else its nearest parent that is one. Stops
     /// the process with "Could not find navigation controller" if there is none.
     NavigationController *findNavigationController() const;
 };

@@ -21,7 +21,7 @@ namespace NS {
 /// `QLocale().uiLanguages()` that the file has, else the untranslated ones. A plain value.
 struct Metainfo
 {
-    /// A version of the program and what it brought.
+    /// A version of the program and its changes.
     struct Release
     {
         QString version; ///< "1.4"
