@@ -7,8 +7,8 @@
 
 namespace Pellarvine {
 
-/// Shows the library's texts in the locale's language. The library knows Arabic, English, French and
-/// German.
+/// Shows the library's texts in the locale's language. The library knows Arabic, English, French
+/// and German.
 ///
 ///     QApplication application(argc, argv);
 ///     Pellarvine::installTranslations();
