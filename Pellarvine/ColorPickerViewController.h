@@ -14,8 +14,8 @@ namespace Pellarvine {
 ///     Pellarvine::ColorPickerViewController picker;
 ///     NS::addAndPin(inspector, picker.view());
 ///
-/// The content exists once. It returns to the panel when the panel is shown and when this controller
-/// is destroyed. Main thread only.
+/// The content exists once. It returns to the panel when the panel is shown and when this
+/// controller is destroyed. Main thread only.
 class PELLARVINE_EXPORT ColorPickerViewController : public NS::ViewController
 {
     Q_OBJECT

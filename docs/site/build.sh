@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# build.sh INPUT GALLERY OUTPUT: builds the documentation into OUTPUT/html, and OUTPUT/pellarvine.qch
-# for Qt Assistant. INPUT is the folder "site" of a build, GALLERY the program.
+# build.sh INPUT GALLERY OUTPUT: builds the documentation into OUTPUT/html, and
+# OUTPUT/pellarvine.qch for Qt Assistant. INPUT is the folder "site" of a build, GALLERY the program.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 tree=$(cd "$here/../.." && pwd)
@@ -30,7 +30,8 @@ cat "$here/search.css" >>"$site/search/search.css"
 "$gallery" --screenshots "$site/gallery/dark" --scale 2 --dark 2>"$log" || { cat "$log"; exit 1; }
 
 # Doxygen lists its own files for Qt Assistant; the pictures of the gallery are not among them.
-pictures=$(cd "$site" && find gallery -name '*.png' | sort | sed 's#.*#<file>&</file>#' | tr -d '\n')
+pictures=$(cd "$site" && find gallery -name '*.png' | sort | sed 's#.*#<file>&</file>#' \
+    | tr -d '\n')
 sed -i "s#</files>#$pictures</files>#" "$site/index.qhp"
 helpGenerator=$(qtpaths6 --query QT_INSTALL_LIBEXECS)/qhelpgenerator
 "$helpGenerator" -platform offscreen "$site/index.qhp" -o "$site/../pellarvine.qch" >"$log" 2>&1 \

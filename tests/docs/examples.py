@@ -8,8 +8,8 @@ or a fenced block of C++ or XML on a page of docs/recipes. In a template, the li
     // example: Shared/Encryptor.h 2
 
 stands for that example (without a number, the first), and "// text of: …" for a string literal of
-it. OUTPUT gets a source for each template, NAME.cpp for NAME.cpp.in, whose errors name the line of the
-header.
+it. OUTPUT gets a source for each template, NAME.cpp for NAME.cpp.in. Compilers report its errors at
+the lines of the headers.
 
 It fails for an example that no template has, and for a header that has neither an example nor a
 line in without-example.txt.
@@ -54,8 +54,9 @@ def examples_of_page(path):
     found, current = [], None
     for number, line in enumerate(path.read_text(encoding="utf-8").split("\n"), 1):
         if line.startswith("```"):
-            current = None if current or line[3:] not in ("cpp", "xml") else Example(path, number + 1)
-            if current:
+            current = None
+            if line[3:] in ("cpp", "xml"):
+                current = Example(path, number + 1)
                 found.append(current)
         elif current:
             current.lines.append(line)

@@ -40,14 +40,16 @@ for consumer in core uic; do
     "$scratch/$consumer/consumer"
 done
 
-# A reader follows the tutorial, whose commands are these. A program that is started runs for a while.
+# A reader follows the tutorial. Its commands are run, and a program that they start is ended.
 tutorial=$here/../../docs/tutorial.md
 examples=$(cd "$here/../../examples" && pwd)
 mkdir "$scratch/reader"
+# shellcheck disable=SC2016 # for the shell that runs them
 {
     echo 'run() { timeout 3 "$1" || [ $? = 124 ]; }'
     sed -n '/^```sh$/,/^```$/ { /^```/d; /^sudo apt /d; p }' "$tutorial" \
-        | sed -E -e "s#/usr/share/doc/pellarvine-doc/examples#$examples#" -e 's#^[a-z]+/build/[a-z]+$#run &#'
+        | sed -E -e "s#/usr/share/doc/pellarvine-doc/examples#$examples#" \
+            -e 's#^[a-z]+/build/[a-z]+$#run &#'
 } >"$scratch/commands"
 [ "$(grep -c '^run ' "$scratch/commands")" = 2 ] || fail "the tutorial starts no programs"
 (cd "$scratch/reader" && HOME=$scratch/reader CMAKE_PREFIX_PATH=$prefix PATH=$prefix/bin:$PATH \
