@@ -13,9 +13,9 @@ namespace Pellarvine {
 
 /// Writes the passphrase-encrypted container, in one call or as a stream:
 ///
-///     Pellarvine::Encryptor encryptor(passphrase);
-///     QByteArray container = encryptor.feed(title); // begins with the header, also for no bytes
-///     container += encryptor.feed(body);
+///     Pellarvine::Encryptor encryptor(u"kitchen saddle ovation drum nickel thatch");
+///     QByteArray container = encryptor.feed("Notes"); // begins with the header, also for no bytes
+///     container += encryptor.feed(" of a summer");
 ///     container += encryptor.finalize();
 ///
 /// `seal()` in Sealing.h writes from one device to another and reports write errors.

@@ -93,7 +93,8 @@ private:
 /// A `Binding` whose transformers have types: `A` is the type of the first side, `B` that of the
 /// second.
 ///
-///     // A slider that goes by halves of a degree.
+///     // A slider that goes by halves of a degree, from -40 to 80.
+///     slider->setRange(-80, 160);
 ///     const Pellarvine::TransformableBinding<double, int> shown(
 ///             thermometer, u"celsius"_s, slider, u"value"_s, true,
 ///             [](double celsius) { return qRound(celsius * 2); },
