@@ -24,7 +24,7 @@ namespace Pellarvine {
 
 namespace {
 
-// Names the folder of a program without an identifier.
+// The name of the folder for a program without an identifier.
 const QString fallbackIdentifier = u"org.example.test"_s;
 
 // The text in the bundle's dictionary; nothing if there is none, or a value of another type.
@@ -46,7 +46,7 @@ int createFolders(const QString &path)
         if (const int error = createFolders(parent))
             return error;
     }
-    // Another process may be as fast.
+    // Another process may create it at the same time.
     if (::mkdir(QFile::encodeName(path).constData(), S_IRWXU) == 0 || QFileInfo(path).isDir())
         return 0;
     return errno;

@@ -16,12 +16,13 @@ namespace Pellarvine {
 ///     if (const std::optional<QUrl> folder = App::applicationSupportSubdirectory())
 ///         openDatabase(folder->toLocalFile() + u"notes.db"_s);
 ///
-/// The first three come from `NS::Bundle::main()`: the program's Info.plist, or what it has told
-/// Qt. Everything is computed afresh in every call. Any thread, once there is a QCoreApplication.
+/// Name, version and copyright come from `NS::Bundle::main()`: from the Info.plist of the program,
+/// or from what it has told Qt. Values are computed in every call. Any thread, once there is a
+/// QCoreApplication.
 class PELLARVINE_EXPORT App
 {
 public:
-    /// There are no instances: every fact is a static function.
+    /// Has static functions only.
     App() = delete;
 
     /// "CFBundleDisplayName" if that is text, even an empty one; else "CFBundleName"; else empty.
@@ -34,21 +35,22 @@ public:
     /// "NSHumanReadableCopyright" if that is text, else empty.
     static QString copyright();
 
-    /// Always "macOS": the name of the platform that programs are written for, whatever it runs on.
+    /// Always "macOS": the platform of the API, not that of the machine.
     static QString platform();
 
-    /// "macOS " and the operating system's name and version as it words them itself.
+    /// "macOS " followed by the name and version of the operating system, as the system reports
+    /// them.
     static QString operatingSystem();
 
-    /// The machine as uname() has it: "x86_64". A byte above 127 in it stops the process.
+    /// The machine hardware name of uname(): "x86_64". A byte above 127 in it stops the process.
     static QString deviceModel();
 
-    /// The application's own folder for its data, as a URL that ends in a slash; created, with the
-    /// folders above it, where it is missing, and then for the user alone (mode 0700). It is named
-    /// after the bundle identifier, or "org.example.test" without one, and lies in the user's
-    /// folder for data: $XDG_DATA_HOME, else ~/.local/share, also where that
-    /// variable holds a relative path. Nothing if the folder cannot be created or the identifier
-    /// holds a path separator; one line on standard output says why.
+    /// The application's folder for its data, as a URL that ends in a slash. The folder and those
+    /// above it are created if they are missing, for the user alone (mode 0700). It is named after
+    /// the bundle identifier, or "org.example.test" without one, in $XDG_DATA_HOME, or in
+    /// ~/.local/share if that variable is unset or relative. Nothing if the folder cannot be
+    /// created or the identifier contains a path separator; one line on standard output gives the
+    /// reason.
     static std::optional<QUrl> applicationSupportSubdirectory();
 };
 

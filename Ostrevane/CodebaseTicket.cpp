@@ -36,7 +36,7 @@ Tracker &chosenTracker()
     return *tracker;
 }
 
-// What the Info.plist says, read once: a ticket may be made while the process exits.
+// The values of the Info.plist, read once: a ticket may be made while the process exits.
 const Tracker &saidTracker()
 {
     static const auto *const tracker = [] {
@@ -49,7 +49,7 @@ const Tracker &saidTracker()
     return *tracker;
 }
 
-// What the program has set, else what its Info.plist says, else what the library was built with.
+// The value that the program has set, else that of its Info.plist, else that of the build.
 QString setting(QString Tracker::*field, const char *built)
 {
     {

@@ -16,19 +16,19 @@ namespace detail {
 class TicketRequest; // not API
 }
 
-/// A bug report that is filed with the issue tracker by one call:
+/// A bug report that one call sends to the issue tracker:
 ///
 ///     Pellarvine::CodebaseTicket ticket(tr("Crash on opening"), report->toPlainText());
 ///     ticket.post([window](const std::optional<NS::URLError> &error) {
 ///         QMetaObject::invokeMethod(window, [=] { window->showWhetherSent(!error); });
 ///     });
 ///
-/// The tracker's address and the project come from `setTracker`, else from the program's Info.plist
-/// (the keys PellarvineTicketBaseURL and PellarvineTicketProject), else from the CMake variables
-/// PELLARVINE_TICKET_BASE_URL and PELLARVINE_TICKET_PROJECT that the library was built with. The
-/// account is built in.
+/// The address of the tracker and the project are those of `setTracker`, else those in the
+/// program's Info.plist (the keys PellarvineTicketBaseURL and PellarvineTicketProject), else those
+/// of the CMake variables PELLARVINE_TICKET_BASE_URL and PELLARVINE_TICKET_PROJECT at build time.
+/// The account is built in.
 ///
-/// A plain value: copies are independent, and `post` takes a copy of what it sends.
+/// A plain value. `post` copies what it sends.
 class PELLARVINE_EXPORT CodebaseTicket
 {
     Q_GADGET
@@ -36,15 +36,15 @@ class PELLARVINE_EXPORT CodebaseTicket
     Q_PROPERTY(QString description READ description WRITE setDescription)
 
 public:
-    /// What `post` calls when it is done: with nothing, or with why the transfer failed.
+    /// Called by `post` at the end: with nothing, or with the reason of the failure.
     using Callback = std::function<void(const std::optional<NS::URLError> &error)>;
 
-    /// Sets the tracker's address, an HTTPS URL, to which a missing slash is added at the end, and
-    /// the project, as the tracker's addresses spell it. Call it before the first ticket is made. Empty texts stand for
-    /// what the Info.plist or the build says. Any thread.
+    /// Sets the address of the tracker, an HTTPS URL (a missing slash at its end is added), and the
+    /// project, as it is spelt in the tracker's addresses. Call it before the first ticket is made.
+    /// Empty texts restore the values of the Info.plist or the build. Any thread.
     static void setTracker(const QString &baseUrl, const QString &project);
 
-    /// Any text will do, the empty one too.
+    /// Both texts may be empty.
     CodebaseTicket(QString summary, QString description);
 
     /// The title.
@@ -55,17 +55,17 @@ public:
     const QString &description() const { return m_description; }
     void setDescription(const QString &description) { m_description = description; }
 
-    /// Sends the ticket and returns at once, before anything has been sent; from any thread, with
-    /// or without a running event loop. Needs a QCoreApplication.
+    /// Sends the ticket in the background and returns at once. Any thread, with or without a
+    /// running event loop. Needs a QCoreApplication.
     ///
-    /// `callback` is called exactly once, on a background thread that all tickets share, and never
-    /// on the main one: pass on to the main thread what touches the user interface, and do not wait
-    /// for it. It may be empty, and it must not throw: that stops the process. When the
-    /// QCoreApplication goes or the process exits first, the ticket is given up and the callback is
-    /// called with `NS::URLError::cancelled` before either has ended; do not post again then.
+    /// `callback` is called exactly once, on a background thread that all tickets share. Use
+    /// QMetaObject::invokeMethod() for user interface, and do not block. It may be empty. It must
+    /// not throw: an exception stops the process. If the QCoreApplication is destroyed or the
+    /// process exits first, the ticket is cancelled, and `callback` is called with
+    /// `NS::URLError::cancelled` before that ends; do not post again then.
     ///
-    /// An error is a failed transfer and nothing else. Any complete answer counts as success, also
-    /// one that rejects the ticket (401, 500).
+    /// An error is a failed transfer. Any complete answer is a success, also one that rejects the
+    /// ticket (401, 500).
     ///
     /// - Characters that XML 1.0 cannot hold, unpaired surrogates among them, arrive as U+FFFD.
     /// - The server's certificate has to be trusted by the application's default
@@ -77,10 +77,9 @@ public:
     /// - Nothing is sent a second time unasked: an error may mean that the ticket has arrived all
     ///   the same and only the answer was lost.
     ///
-    /// Without a tracker's address nothing is sent, and the error is `NS::URLError::badURL`. An
-    /// address that is no valid HTTPS URL stops the process with "Error: the ticket
-    /// tracker's address is not a valid HTTPS URL". No message and no error's text holds the
-    /// account's key.
+    /// Without an address nothing is sent, and the error is `NS::URLError::badURL`. An address that
+    /// is not a valid HTTPS URL stops the process with "Error: the ticket tracker's address is not
+    /// a valid HTTPS URL". No message and no text of an error contains the key of the account.
     void post(Callback callback) const;
 
     /// As post(), but an answer that rejects the ticket (a status of 400 or more) is the error

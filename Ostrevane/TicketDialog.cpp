@@ -164,7 +164,7 @@ TicketDialog::TicketDialog(Sender sender, QWidget *parent)
     connect(d->facts, &QCheckBox::toggled, this, showContent);
     connect(d->facts, &QCheckBox::toggled, this, &TicketDialog::includesFactsChanged);
     for (const int key : { Qt::Key_Return, Qt::Key_Enter }) {
-        // Return alone begins a line of the description.
+        // Return without Ctrl inserts a line into the description.
         auto *const shortcut = new QShortcut(QKeySequence(int(Qt::CTRL) | key), this);
         connect(shortcut, &QShortcut::activated, this, &TicketDialog::send);
     }

@@ -13,15 +13,14 @@ QT_FORWARD_DECLARE_CLASS(QAction)
 
 namespace Pellarvine {
 
-/// Lets the user write a bug report, shows exactly what is sent, sends it, and says what became of
-/// it:
+/// A dialog for bug reports. It shows exactly what is sent, sends it, and shows the result:
 ///
 ///     helpMenu->addAction(Pellarvine::TicketDialog::makeAction(window));
 ///
-/// A report that could not be sent stays in the dialog and can be sent again. The facts about the
-/// program and the machine go with it unless the user leaves them out; the request itself names the
-/// program and its version in any case. Esc closes the dialog, a transfer continues, and the
-/// outcome is shown when the dialog is shown again.
+/// A report that could not be sent stays in the dialog and can be sent again. It includes facts
+/// about the program and the machine unless the user leaves them out; the request itself always
+/// names the program and its version. Esc closes the dialog while a transfer continues; the dialog
+/// shows the result when it is opened again.
 ///
 /// Programs link the components Widgets and Network. Interface files can name the class once the
 /// program has called `NS::registerClass<Pellarvine::TicketDialog>()`. Main thread only.
@@ -35,8 +34,8 @@ class PELLARVINE_EXPORT TicketDialog : public QDialog
     Q_PROPERTY(bool sending READ isSending NOTIFY sendingChanged)
 
 public:
-    /// Sends a ticket, as `CodebaseTicket::submit` does, and calls back once from any thread. The
-    /// dialog may be gone by then.
+    /// Sends a ticket as `CodebaseTicket::submit` does, and calls back once, from any thread. The
+    /// dialog may be deleted by then.
     using Sender = std::function<void(const QString &summary, const QString &description,
                                       CodebaseTicket::Callback callback)>;
 
@@ -44,37 +43,37 @@ public:
     explicit TicketDialog(QWidget *parent)
         : TicketDialog(&TicketDialog::post, parent)
     { }
-    /// Sends by other means, for example to a tracker of another kind.
+    /// Sends with `sender`, for example to a tracker of another kind.
     explicit TicketDialog(Sender sender, QWidget *parent = nullptr);
     ~TicketDialog() override;
 
-    /// An action "Report a Problem…", owned by `window`. It opens one dialog above the window,
-    /// which keeps a report that has not been sent.
+    /// An action "Report a Problem…", owned by `window`. It opens a dialog above the window. The
+    /// dialog keeps a report that has not been sent.
     static QAction *makeAction(QWidget *window, Sender sender = &TicketDialog::post);
 
     /// The title, one line. Default: empty.
     QString summary() const;
     void setSummary(const QString &summary);
 
-    /// What the user has typed, without the facts.
+    /// The text that the user has typed, without the facts. Default: empty.
     QString description() const;
     void setDescription(const QString &description);
 
-    /// Default: true.
+    /// Whether the facts are sent. Default: true.
     bool includesFacts() const;
     void setIncludesFacts(bool includesFacts);
 
-    /// Whether a report is on its way. Default: false.
+    /// Whether a report is being sent. Default: false.
     bool isSending() const;
 
-    /// Name and version of the program, Qt, operating system and machine, a line each.
+    /// Name and version of the program, Qt, operating system and machine, one per line.
     static QString facts();
 
-    /// The description that send() sends: what the user has typed, and the facts if included.
+    /// The description that send() sends: the typed text, and the facts if they are included.
     QString sentDescription() const;
 
 public Q_SLOTS:
-    /// Does nothing without a summary, and while a ticket is being sent.
+    /// Sends the report. Does nothing without a summary, and while a report is being sent.
     void send();
 
 Q_SIGNALS:
@@ -82,7 +81,7 @@ Q_SIGNALS:
     void descriptionChanged(const QString &description);
     void includesFactsChanged(bool includesFacts);
     void sendingChanged(bool isSending);
-    /// The transfer succeeded; the fields are empty again.
+    /// The report was sent; the fields are empty.
     void sent();
     /// `reason` is a sentence for people. The fields keep their texts.
     void failed(const QString &reason);

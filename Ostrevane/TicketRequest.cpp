@@ -48,7 +48,7 @@ QString representable(const QString &text)
 void writeElement(QXmlStreamWriter &writer, const QString &name, const QString &text)
 {
     writer.writeStartElement(name);
-    // A reader turns a bare carriage return into a line feed, which the writer does not heed.
+    // XML readers turn a single carriage return into a line feed; the writer does not escape it.
     const QStringList parts = representable(text).split(u'\r');
     writer.writeCharacters(parts.constFirst());
     for (qsizetype i = 1; i < parts.size(); ++i) {

@@ -9,26 +9,26 @@
 
 namespace Pellarvine {
 
-/// The about window: icon, name, version and copyright of the application, as `App` has them, and
-/// what its AppStream metainfo file says (`NS::Bundle::metainfo()`).
+/// The about window. It shows icon, name, version and copyright of the application, from `App`, and
+/// facts from its AppStream metainfo file (`NS::Bundle::metainfo()`).
 ///
 ///     Pellarvine::AboutWindowController::show();
 ///
-/// Of the metainfo file it shows the project's license, with its text on demand, the links
-/// "homepage", "bugtracker" and "vcs-browser", the release notes, and in `<custom>`, an entry a
-/// line:
+/// From the metainfo file it shows the project's license (with its text on demand), the links
+/// "homepage", "bugtracker" and "vcs-browser", the release notes, and entries in `<custom>`, one
+/// per line:
 ///
 ///     <value key="Pellarvine::Authors">      names; without them, the developer's is shown
 ///     <value key="Pellarvine::Credits">      other people and works
 ///     <value key="Pellarvine::Libraries">    "SQLite 3.46, blessing", below Qt and this library
 ///
-/// The license's text is LICENSES/ID.txt in the program's resources or beside the executable, else
-/// the system's in /usr/share/common-licenses. What is empty has no row in the window.
+/// The text of the license is LICENSES/ID.txt in the program's resources or beside the executable,
+/// else in /usr/share/common-licenses. Empty values have no row in the window.
 ///
-/// The window comes from the interface file "AboutWindowController". The library has one; a program
-/// that has its own of that name (see `NS::Nib`) shows that instead. The labels of either are bound
-/// to the controller's properties: "text = owner.applicationName". The texts are those of the
-/// moment in which the controller was made.
+/// The window is loaded from the interface file "AboutWindowController". A program can have its own
+/// file of that name (see `NS::Nib`), which replaces that of the library. Labels in it are bound to
+/// the properties of the controller: "text = owner.applicationName". The texts are computed when
+/// the controller is made.
 class PELLARVINE_EXPORT AboutWindowController : public NS::WindowController
 {
     Q_OBJECT
@@ -52,15 +52,15 @@ class PELLARVINE_EXPORT AboutWindowController : public NS::WindowController
 public:
     /// Loads its window from the interface file.
     AboutWindowController();
-    /// Shows a window that was made elsewhere, and owns it. `window` may be null.
+    /// Manages and owns a window that was made elsewhere. `window` may be null.
     explicit AboutWindowController(QWidget *window, QObject *parent = nullptr);
     ~AboutWindowController() override;
 
-    /// The shared controller, made on first use: once, from whatever threads. It lives until the
-    /// application object goes. On other threads, do nothing with it but hand it on.
+    /// The shared controller, made by the first call, which may come from any thread. It lives
+    /// until the application object is destroyed. Use it on the main thread only.
     static AboutWindowController *instance();
-    /// Takes another one, which belongs to the class from then on; the one before it is deleted
-    /// (deleteLater). With null, the next use makes a new one. Main thread only.
+    /// Replaces the shared controller. The class owns the new one; the previous one is deleted
+    /// (deleteLater). After null, the next call of instance() makes a new one. Main thread only.
     static void setInstance(AboutWindowController *controller);
 
     /// Shows the shared controller's window, or brings it to the front.
@@ -97,20 +97,19 @@ public:
     /// opens an address with the user's program for it.
     Q_INVOKABLE void openLink(const QString &link);
 
-    /// The application's window icon, 64 units wide; a tile with the initial of its name if it has
-    /// none.
+    /// The window icon of the application, 64 pixels wide. Default: a tile with the initial of its
+    /// name.
     QPixmap applicationIcon() const;
 
-    /// What belongs into a bug report: name and version, Qt, the system and the machine, a line
-    /// each.
+    /// Facts for a bug report: name and version, Qt, the system and the machine, one per line.
     QString details() const;
-    /// Puts the details on the clipboard.
+    /// Copies the details to the clipboard.
     Q_INVOKABLE void copyDetails() const;
 
-    /// Shows a window that has no place yet in the middle of the active one, or of the screen.
+    /// Shows the window. The first time, it is centred in the active window or on the screen.
     void showWindow(const QVariant &sender = {}) override;
 
-    /// Lets every place of the window's background move it.
+    /// Lets the whole background of the window move it.
     void windowDidLoad() override;
 
 Q_SIGNALS:

@@ -21,16 +21,16 @@ class PELLARVINE_EXPORT Application : public NS::Application
     Q_PROPERTY(QAction *aboutAction READ aboutAction CONSTANT)
 
 public:
-    /// As a QApplication is made: both have to outlive the object.
+    /// Both arguments outlive the object, as for QApplication.
     Application(int &argc, char **argv);
     ~Application() override;
 
-    /// "About " and the application's name, for menus. It belongs to the application, and is always
-    /// the same one.
+    /// An action "About " and the name of the application, for menus. The application owns it, and
+    /// returns the same one in each call.
     QAction *aboutAction();
 
-    /// Shows the shared about window, as `AboutWindowController::show()` does. The sender is not
-    /// looked at, and the standard panel never shown.
+    /// Shows the shared about window, as `AboutWindowController::show()` does, and not Qt's panel.
+    /// `sender` is ignored.
     Q_INVOKABLE void orderFrontStandardAboutPanel(const QVariant &sender = {}) override;
 
 protected:

@@ -8,9 +8,14 @@
 
 namespace Pellarvine {
 
-/// Shows the content of the shared colour panel in a place of one's own, such as a popover, with
-/// the opacity slider and the wheel. That content exists once: it is where it was last put, and
-/// goes back into the panel when that is shown, or when this controller goes.
+/// Shows the content of the shared colour panel elsewhere, such as in a popover, with the opacity
+/// slider and the wheel:
+///
+///     Pellarvine::ColorPickerViewController picker;
+///     NS::addAndPin(inspector, picker.view());
+///
+/// The content exists once. It returns to the panel when the panel is shown and when this
+/// controller is destroyed. Main thread only.
 class PELLARVINE_EXPORT ColorPickerViewController : public NS::ViewController
 {
     Q_OBJECT

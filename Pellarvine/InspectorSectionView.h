@@ -10,8 +10,13 @@
 namespace Pellarvine {
 
 /// One section of an inspector: a container with a light grey line along its lower edge, which
-/// parts it from the section below. Give it an accessible name: screen readers call it a group of
-/// that name. Main thread only.
+/// separates it from the section below:
+///
+///     auto *const section = new Pellarvine::InspectorSectionView;
+///     section->setAccessibleName(tr("Border"));
+///     inspectorLayout->addWidget(section);
+///
+/// Screen readers call it a group of its accessible name. Main thread only.
 class PELLARVINE_EXPORT InspectorSectionView : public QWidget
 {
     Q_OBJECT

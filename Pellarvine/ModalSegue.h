@@ -5,8 +5,8 @@
 
 namespace Pellarvine {
 
-/// Shows nothing by itself: the source presents the destination in its prepareForSegue(), in a
-/// dialog or a popover, and takes it as a QObject child.
+/// Leaves presenting to the source: its prepareForSegue() shows the destination, in a dialog or a
+/// popover for example, and takes it as a QObject child.
 ///
 ///     void ListController::prepareForSegue(NS::StoryboardSegue *segue, QObject *)
 ///     {
@@ -21,7 +21,7 @@ public:
     using NavigationSegue::NavigationSegue;
     ~ModalSegue() override;
 
-    /// Does nothing, not even what NS::StoryboardSegue does.
+    /// Does nothing. In particular, it does not open a window.
     void perform() override;
 };
 

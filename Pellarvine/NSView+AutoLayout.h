@@ -9,7 +9,7 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 /// The constraints most often needed when one widget is placed inside another, for any QWidget:
 ///
 ///     NS::addAndPin(panel, list); // list fills panel
-///     NS::addAndPin(panel, list, 8); // with 8 units around it
+///     NS::addAndPin(card, note, 8); // note fills card but for 8 units around it
 ///     NS::addAndCenter(panel, spinner); // at its own size, in the middle
 ///     NS::addCenteredAndConstrainedToBounds(panel, picture, -16); // not beyond 16 units inside
 ///

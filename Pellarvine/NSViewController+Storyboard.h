@@ -9,7 +9,7 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 
 namespace NS {
 
-/// Makes the controller `identifier` of the receiver's storyboard, and has its view fill the given
+/// Makes the controller `identifier` of the receiver's storyboard, and lets its view fill the given
 /// one:
 ///
 ///     NS::ViewController *const inspector =
@@ -17,10 +17,10 @@ namespace NS {
 ///     if (inspector)
 ///         addChildViewController(inspector);
 ///
-/// It is nobody's child yet: that is for the caller to decide, who owns it until then. Null if the
-/// receiver is from no storyboard, and if the scene is no view controller. Throws
-/// `UnknownIdentifierError` for a scene that the storyboard does not have, and what loading the
-/// view throws. `receiver` and `pinInsideSubview` may not be null. Main thread only.
+/// The caller owns the controller until it adds it to a parent. Null if the receiver is from no
+/// storyboard, or if the scene is not a view controller. Throws `UnknownIdentifierError` if the
+/// storyboard has no such scene, and the exceptions of loading the view. `receiver` and
+/// `pinInsideSubview` are not null. Main thread only.
 PELLARVINE_EXPORT ViewController *
 instantiateViewControllerWithIdentifier(const ViewController *receiver, const QString &identifier,
                                         QWidget *pinInsideSubview);

@@ -24,12 +24,11 @@ namespace Pellarvine {
 ///     <segue class="Pellarvine::PushSegue" source="list" destination="letter"
 ///            object="letters" signal="activated"/>
 ///
-/// `goBack()` and `UnwindSegue` go back to what lies below, which is as it was left; a way for the
-/// user is for the program to offer, by backAction(), by an `UnwindSegue` at a button, or by
-/// `backInputEnabled`. Nothing moves. Views below the top stay, and show
-/// through one that paints no background; they are disabled until they are the top again or leave.
-/// The keyboard focus goes to what is pushed and stays inside when it is replaced; a screen reader
-/// is told what has come.
+/// `goBack()` and `UnwindSegue` go back to the view below, which has kept its state. The program
+/// offers the user a way back by backAction(), by an `UnwindSegue` at a button, or by
+/// `backInputEnabled`. There is no animation. Views below the uppermost stay in place: they show
+/// through a view without a background, and are disabled. The keyboard focus moves to the pushed
+/// view. Screen readers announce it.
 class PELLARVINE_EXPORT NavigationController : public NS::ViewController
 {
     Q_OBJECT
@@ -50,27 +49,25 @@ public:
     explicit NavigationController(const QString &nibName, QObject *parent = nullptr);
     ~NavigationController() override;
 
-    /// Bottom first. Empty until the first viewWillAppear(), push or replace. A controller that is
-    /// destroyed leaves it.
+    /// The stack, bottom first. Empty until the first viewWillAppear(), push or replace. A
+    /// destroyed controller is removed.
     QList<NS::ViewController *> navigationStack() const;
-    /// Sets the list alone: neither children nor views are touched. No controller is null.
+    /// Sets the list only: children and views do not change. No controller is null.
     void setNavigationStack(const QList<NS::ViewController *> &stack);
 
-    /// The last of the stack; null if that is empty.
+    /// The last controller of the stack, or null.
     NS::ViewController *topViewController() const;
-    /// How many the stack has.
+    /// The number of controllers in the stack.
     int depth() const;
 
-    /// Whether a view lies below the uppermost in the content view. After this controller was shown
-    /// again that can be true for a stack of one: what was pushed still lies there.
+    /// Whether the content view has a view below the uppermost. This can be true for a stack of one
+    /// after this controller was hidden and shown again, because the pushed views remain.
     bool canGoBack() const;
-    /// Goes back by one, as `UnwindSegue` does from the uppermost controller to the one below it.
-    /// False if there is none. An exception that the program's code lets out is printed as a
-    /// warning.
+    /// Goes back by one, as an `UnwindSegue` from the uppermost controller to the one below.
+    /// Returns false if there is none. An exception of the program's code is printed as a warning.
     Q_INVOKABLE bool goBack();
-    /// Goes back when it is triggered, and is enabled while that is possible: for a menu, or for a
-    /// QToolButton's setDefaultAction(). It belongs to this controller and is made by the first
-    /// call.
+    /// An action that goes back, enabled while that is possible: for a menu or
+    /// QToolButton::setDefaultAction(). Made by the first call and owned by this controller.
     QAction *backAction();
     /// Whether Alt+Left, the mouse's Back button and Esc go back while the focus, or the pointer,
     /// is inside this controller's view. Esc does so only if no widget has taken it. Default:
@@ -78,17 +75,17 @@ public:
     bool isBackInputEnabled() const;
     void setBackInputEnabled(bool isEnabled);
 
-    /// Where the views are placed; null until it is set or this controller's view first appears.
-    /// To push or replace without one stops the process.
+    /// The view that contains the controllers' views. Null until it is set or this controller's
+    /// view first appears. A push or replace without it stops the process.
     QWidget *contentView() const;
     void setContentView(QWidget *view);
 
     void viewDidLoad() override;
 
-    /// Without a content view, this controller's own view becomes it. Else the stack becomes the
-    /// one controller that comes next in the chain of responders after the content view's first
-    /// subview; without a subview or such a controller, it stays. That is meant to happen each
-    /// time: what has been pushed leaves the stack when this controller is shown again.
+    /// Without a content view, uses this controller's own view. Otherwise the stack becomes the one
+    /// controller that follows the content view's first subview in the responder chain; it is
+    /// unchanged if there is no such controller. This is intended and happens each time: pushed
+    /// controllers leave the stack when this controller is shown again.
     void viewWillAppear() override;
 
 Q_SIGNALS:
@@ -96,10 +93,9 @@ Q_SIGNALS:
     void contentViewChanged(QWidget *view);
     void canGoBackChanged(bool canGoBack);
     void backInputEnabledChanged(bool isEnabled);
-    /// The controller's view has been covered by another: the moment to stop what only a viewer
-    /// needs.
+    /// The controller's view is covered by another. Stop anything there that only a viewer needs.
     void viewCovered(NS::ViewController *controller);
-    /// The view that covered the controller's has gone.
+    /// The view above the controller's was removed.
     void viewUncovered(NS::ViewController *controller);
 
 private:

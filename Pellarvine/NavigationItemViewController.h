@@ -6,8 +6,8 @@
 
 namespace Pellarvine {
 
-/// The base of controllers that are meant to live in a `NavigationController`'s stack. It marks
-/// them as such and adds nothing; the stack takes other view controllers as well.
+/// A base class for controllers in the stack of a `NavigationController`. It adds nothing: the
+/// stack takes other view controllers as well.
 ///
 ///     class LetterController : public Pellarvine::NavigationItemViewController
 ///     {

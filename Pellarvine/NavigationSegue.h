@@ -8,14 +8,22 @@ namespace Pellarvine {
 
 class NavigationController;
 
-/// The base of the segues that change a `NavigationController`: `PushSegue`, `ReplaceSegue` and
-/// `ModalSegue`. A class of one's own overrides perform():
+/// The base of the segues that change a `NavigationController`: `PushSegue`, `ReplaceSegue`,
+/// `UnwindSegue` and `ModalSegue`. A subclass overrides perform():
 ///
-///     void RaiseSegue::perform()
+///     class CloseSegue : public Pellarvine::NavigationSegue // back to the first screen
 ///     {
-///         NavigationController *const navigation = findNavigationController();
-///         …
-///     }
+///         Q_OBJECT
+///     public:
+///         using NavigationSegue::NavigationSegue;
+///         void perform() override
+///         {
+///             auto *const navigation = findNavigationController();
+///             while (navigation->goBack()) { }
+///         }
+///     };
+///
+/// Main thread only.
 class PELLARVINE_EXPORT NavigationSegue : public NS::StoryboardSegue
 {
     Q_OBJECT
@@ -24,7 +32,7 @@ public:
     using NS::StoryboardSegue::StoryboardSegue;
     ~NavigationSegue() override;
 
-    /// The source, if that is a navigation controller, or the nearest of its parents that is. Stops
+    /// The source, if it is a navigation controller, or else its nearest parent that is one. Stops
     /// the process with "Could not find navigation controller" if there is none.
     NavigationController *findNavigationController() const;
 };

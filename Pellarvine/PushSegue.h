@@ -5,7 +5,7 @@
 
 namespace Pellarvine {
 
-/// Puts the destination on top of the stack of the navigation controller that the source lies in.
+/// Pushes the destination onto the stack of the nearest navigation controller around the source:
 ///
 ///     PushSegue(u"open"_s, list, letter).perform(); // the letter covers the list
 class PELLARVINE_EXPORT PushSegue : public NavigationSegue
@@ -16,11 +16,11 @@ public:
     using NavigationSegue::NavigationSegue;
     ~PushSegue() override;
 
-    /// The destination becomes the navigation controller's child, its view fills the content view,
-    /// above what is there, and it is appended to the stack, even if the stack has it already.
-    /// Nothing is done for a destination that is no view controller. A destination that is or
-    /// contains the navigation controller is refused with a warning. A source outside every
-    /// navigation controller, and an absent content view, stop the process.
+    /// Adds the destination as a child of the navigation controller, fills the content view with
+    /// its view, above the others, and appends it to the stack, even if the stack contains it
+    /// already. Does nothing if the destination is not a view controller. Refuses a destination
+    /// that is or contains the navigation controller, with a warning. Stops the process if the
+    /// source is in no navigation controller, or if there is no content view.
     void perform() override;
 };
 

@@ -5,8 +5,8 @@
 
 namespace Pellarvine {
 
-/// Makes the destination the only one in the stack of the navigation controller that the source
-/// lies in.
+/// Replaces the whole stack of the nearest navigation controller around the source by the
+/// destination:
 ///
 ///     ReplaceSegue(u"done"_s, letter, list).perform(); // back to a list, and nothing below it
 class PELLARVINE_EXPORT ReplaceSegue : public NavigationSegue
@@ -17,13 +17,13 @@ public:
     using NavigationSegue::NavigationSegue;
     ~ReplaceSegue() override;
 
-    /// Takes each controller of the stack from its parent, and its view from the content view; then
-    /// the destination becomes a child, its view fills the content view, and the stack is it alone.
-    /// It fails as a push does.
+    /// Removes each controller of the stack from its parent, and its view from the content view.
+    /// Then adds the destination as a child, fills the content view with its view, and makes it the
+    /// only one of the stack. Fails as a push does.
     ///
-    /// Controllers that were children and that nobody has taken as a QObject child by the end of
-    /// this are deleted, once the events that led here are done. To keep one, give it a parent when
-    /// `childViewControllersChanged` or `navigationStackChanged` tells that it has left.
+    /// Removed children that have no QObject parent afterwards are deleted by the event loop. To
+    /// keep one, give it a parent when `childViewControllersChanged` or `navigationStackChanged` is
+    /// emitted.
     void perform() override;
 };
 

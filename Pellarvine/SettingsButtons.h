@@ -5,15 +5,18 @@
 
 QT_FORWARD_DECLARE_CLASS(QDialogButtonBox)
 
+/// @file
+/// The buttons of a settings dialog.
+
 namespace Pellarvine {
 
-/// Gives the standard buttons of `box` their meaning for `settings`: Apply and OK commit the edits
-/// of the window (NS::commitEditing) and store them, Cancel and Reset discard them, Restore
-/// Defaults shows the defaults. Apply and Reset are enabled while something is modified, Restore
-/// Defaults while something is no default. OK accepts the box's QDialog unless an edit is refused
-/// or the file cannot be written, and Cancel rejects it: connect neither yourself.
+/// Connects the standard buttons of `box` to `settings`. Apply and OK commit the edits of the
+/// window (NS::commitEditing) and store them. Cancel and Reset discard them. Restore Defaults shows
+/// the defaults. Apply and Reset are enabled while a property is modified, Restore Defaults while
+/// one differs from its default. OK accepts the dialog of the box unless an edit is refused or the
+/// file cannot be written, and Cancel rejects it, so do not connect these yourself.
 ///
-/// Ends with either of the two.
+/// The connection ends with either object. Neither is null. Main thread only.
 PELLARVINE_EXPORT void connectButtons(Settings *settings, QDialogButtonBox *box);
 
 } // namespace Pellarvine

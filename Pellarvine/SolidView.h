@@ -41,8 +41,8 @@ public:
     double radius() const;
     void setRadius(double radius);
 
-    /// Shows the palette's base in place of `backgroundColor`, which keeps its value. False unless
-    /// set.
+    /// Shows the palette's base in place of `backgroundColor`, which keeps its value. Default:
+    /// false.
     bool usesPaletteColors() const;
     void setUsesPaletteColors(bool usesPaletteColors);
 

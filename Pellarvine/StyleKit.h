@@ -15,10 +15,10 @@ namespace Pellarvine {
 ///     const NS::GraphicsContext context(painter); // y grows upwards
 ///     Pellarvine::StyleKit::drawToolbar(QRectF(0, 0, 300, 40));
 ///
-/// They draw into the current NS::GraphicsContext, in device-independent pixels with y growing
-/// upwards: the lines lie along the lower edge. Without a current context they draw nothing and
-/// print a warning. The colours are fixed, unless a palette is given: its text then stands for the
-/// black in them and its base for the white. Any thread that has a context.
+/// The functions draw into the current NS::GraphicsContext, in device-independent pixels with y
+/// upwards. The lines are along the lower edge. Without a current context they draw nothing and
+/// print a warning. The colours are fixed, unless a palette is given: then its text colour replaces
+/// black, and its base colour replaces white. Any thread that has a context.
 class PELLARVINE_EXPORT StyleKit : public QObject
 {
     Q_OBJECT

@@ -13,6 +13,7 @@ namespace Pellarvine {
 ///     window->setTitleBarHeight(52);
 ///     window->setTrafficLightHorizontalMargin(12);
 ///     window->setInnerTitleBarView(searchField);
+///     window->setKeepsTitleBarViewClear(true); // beside the buttons, not below them
 ///     window->awakeFromNib(); // adopts the views; a window from an interface file does it itself
 ///     window->show();
 ///

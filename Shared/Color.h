@@ -13,8 +13,8 @@
 
 namespace Pellarvine {
 
-/// Any colour type that can be made from `RGBA` and from `HSBA` components and read as both. These
-/// four primitives buy it the operations below and the palette:
+/// A colour type that can be made from `RGBA` and `HSBA` components and read as both. These four
+/// operations are enough for the functions below and the palette:
 ///
 ///     using namespace Pellarvine;
 ///     const auto edge = darker(Palette<NS::Color>::emerald());
@@ -32,8 +32,7 @@ concept Color = std::constructible_from<T, RGBA> && std::constructible_from<T, H
         } -> std::convertible_to<HSBA>;
 };
 
-/// The colour with its brightness multiplied by `factor`. A brightness above 1 is handed to the
-/// type as it is.
+/// The colour with its brightness multiplied by `factor`. A brightness above 1 is not clamped.
 template <Color T>
 T withScaledBrightness(const T &color, double factor)
 {
@@ -56,8 +55,8 @@ T lighter(const T &color)
     return withScaledBrightness(color, 1.25);
 }
 
-/// The colour between two, opacity included: `first` at position 0, `second` at 1, and beyond
-/// them for positions outside 0…1.
+/// Interpolates between two colours, including opacity: `first` at position 0, `second` at 1.
+/// Extrapolates outside 0…1.
 template <Color T>
 T interpolate(const T &first, const std::type_identity_t<T> &second, double position)
 {
@@ -71,7 +70,7 @@ T interpolate(const T &first, const std::type_identity_t<T> &second, double posi
     });
 }
 
-/// Nineteen opaque colours that go well together, as any colour type.
+/// Nineteen opaque colours, as any colour type.
 template <Color T>
 struct Palette
 {
@@ -95,10 +94,10 @@ struct Palette
     static T concrete() { return color(149, 165, 166); } ///< `#95A5A6`
     static T asbestos() { return color(127, 140, 141); } ///< `#7F8C8D`
 
-    /// A colour and what it is called.
+    /// A colour and its name.
     struct Entry
     {
-        const char *name; ///< as the function is called
+        const char *name; ///< that of the function
         T color; ///< opaque
     };
 

@@ -58,7 +58,7 @@ Data ContainerReader::read()
     while (!m_isOver) {
         const Data piece = nextPiece();
         m_isOver = piece.isEmpty();
-        // Read a second time, a file that somebody has changed meanwhile is found out here.
+        // Detects a file that was changed between the two readings.
         Data text = m_isOver ? m_decryptor.finalize() : m_decryptor.feed(piece);
         if (!text.isEmpty())
             return text;

@@ -12,8 +12,7 @@ QT_FORWARD_DECLARE_CLASS(QTemporaryFile)
 
 namespace Pellarvine::detail {
 
-/// Reads the container that a device still has to give. Its calls throw CryptorError and
-/// TransferError.
+/// Reads the container in the rest of a device. Its functions throw CryptorError and TransferError.
 class ContainerReader
 {
 public:

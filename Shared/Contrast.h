@@ -7,8 +7,8 @@
 #include <cmath>
 
 /// @file
-/// How well one colour is read on another, by the Web Content Accessibility Guidelines (WCAG) 2.2.
-/// Components are taken as sRGB and clamped to 0…1.
+/// The readability of one colour on another, by the Web Content Accessibility Guidelines (WCAG)
+/// 2.2. Components are taken as sRGB and clamped to 0…1.
 ///
 ///     using namespace Pellarvine;
 ///     badge.setTextColor(readableOn(badgeColor).toQColor());
@@ -32,8 +32,8 @@ double luminance(const T &color)
     return 0.2126 * linear(rgba.red) + 0.7152 * linear(rgba.green) + 0.0722 * linear(rgba.blue);
 }
 
-/// What is seen of a colour on a background: the background shines through as far as the colour is
-/// not opaque. Ignores the background's opacity, and is opaque.
+/// The colour that is visible on a background, which shines through a colour that is not opaque.
+/// The opacity of the background is ignored. The result is opaque.
 template <Color T>
 T seenOn(const T &background, const std::type_identity_t<T> &color)
 {
@@ -45,8 +45,8 @@ T seenOn(const T &background, const std::type_identity_t<T> &color)
     return interpolate(opaque(background.rgba()), opaque(rgba), rgba.alpha);
 }
 
-/// The contrast ratio of text, as it is seen on the background, to that: 1 for the same luminance
-/// to 21 for black and white.
+/// The contrast ratio of text on a background: from 1 for equal luminance to 21 for black and
+/// white. Text that is not opaque is mixed with the background first.
 template <Color T>
 double contrastRatio(const T &text, const std::type_identity_t<T> &background)
 {
@@ -56,8 +56,8 @@ double contrastRatio(const T &text, const std::type_identity_t<T> &background)
     return std::max(one, other) / std::min(one, other);
 }
 
-/// Black or white, whichever is read better on the background. One of them always has
-/// `readableContrast`.
+/// Black or white, depending on which is more readable on the background. One of them always
+/// reaches `readableContrast`.
 template <Color T>
 T readableOn(const T &background)
 {
@@ -66,7 +66,7 @@ T readableOn(const T &background)
     return contrastRatio(black, background) >= contrastRatio(white, background) ? black : white;
 }
 
-/// `wish` if it has `readableContrast` on the background, otherwise black or white.
+/// `wish` if it reaches `readableContrast` on the background, otherwise black or white.
 template <Color T>
 T readableOn(const T &background, const std::type_identity_t<T> &wish)
 {

@@ -12,8 +12,8 @@ namespace {
 // libcrypto takes lengths as int and silently keeps the low bits of larger ones.
 constexpr qsizetype longestUpdate = qsizetype(1) << 30;
 constexpr qsizetype longestIdleBuffer = 64 * 1024;
-// A container's first chunk gives less than an equal one behind it, by its header and its tag.
-// Fresh memory costs more than deciphering into it.
+// The first chunk of a container gives less output than an equal later one, because of header and
+// tag. New memory costs more than decrypting into it.
 constexpr qsizetype spareLength = 128;
 
 } // namespace
@@ -83,8 +83,8 @@ qsizetype CryptorEngine::update(QByteArrayView data, char *output)
 
 Data &CryptorEngine::emptyBuffer(qsizetype length)
 {
-    // Resizing a buffer that somebody else holds would copy what it holds, only to overwrite it.
-    // Nor does a short result keep a long one's memory.
+    // Resizing a shared buffer would copy contents that are overwritten anyway. A short result also
+    // does not keep the memory of a long one.
     const qsizetype capacity = m_buffer.capacity();
     const bool fits = capacity >= length && capacity <= std::max(2 * length, longestIdleBuffer);
     if (!fits || !m_buffer.isDetached())

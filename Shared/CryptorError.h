@@ -11,24 +11,31 @@
 
 namespace Pellarvine {
 
-/// What `Decryptor` throws: the one exception of the library for bad input data.
+/// Thrown by `Decryptor` and `open()` for bytes that are no container, a wrong passphrase or a
+/// damaged container:
+///
+///     try {
+///         label->setText(QString::fromUtf8(Pellarvine::Decryptor::decrypt(contents, passphrase)));
+///     } catch (const Pellarvine::CryptorError &error) {
+///         label->setText(error.localizedDescription());
+///     }
 class PELLARVINE_EXPORT CryptorError : public std::exception
 {
 public:
     /// What is wrong with the data.
     enum Code {
-        invalidFileFormat, ///< the first four bytes are not a container's
+        invalidFileFormat, ///< the first four bytes are not those of a container
         invalidHMAC, ///< a wrong passphrase, or a damaged or shortened container
-        truncatedFile, ///< the 36-byte header never came
+        truncatedFile, ///< there are fewer bytes than the 36 of the header
     };
 
-    /// Implicit, so that a code can be thrown and compared as what it is.
+    /// Implicit, so that a code can be thrown and compared directly.
     CryptorError(Code code) noexcept // NOLINT(google-explicit-constructor)
         : m_code(code)
     { }
     ~CryptorError() override;
 
-    Code code() const noexcept { return m_code; } ///< as it was made
+    Code code() const noexcept { return m_code; } ///< the code that was thrown
 
     /// A sentence for people, in Qt's language where installTranslations() knows it.
     QString localizedDescription() const;

@@ -20,8 +20,8 @@ struct Algorithm
 {
     const char *name;
     qsizetype digestLength;
-    // MD5 is in no FIPS module: asking without that property lets it be found where the process's
-    // default asks for it. The others follow the default.
+    // No FIPS module has MD5. Without this property it is found even if FIPS is the default of the
+    // process. The other digests follow the default.
     const char *properties = nullptr;
 };
 
@@ -53,8 +53,7 @@ const EVP_MD *digest(HashingAlgorithm algorithm)
     return found;
 }
 
-// A digest that is fed piece by piece. libcrypto reports no error for these calls but running out
-// of memory.
+// A digest of several pieces. The only error of these calls of libcrypto is lack of memory.
 class Hasher
 {
 public:

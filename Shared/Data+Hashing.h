@@ -11,12 +11,17 @@
 QT_FORWARD_DECLARE_CLASS(QIODevice)
 
 /// @file
-/// Digests of bytes and of files.
+/// Digests of bytes and of files:
+///
+///     using Pellarvine::HashingAlgorithm;
+///     const QString name = Pellarvine::hashedHexString("abc", HashingAlgorithm::md5);
+///     const std::optional<Pellarvine::Data> key =
+///             Pellarvine::hashed(file, HashingAlgorithm::sha256); // nothing if reading fails
 
 namespace Pellarvine {
 
-/// The digests on offer. MD5 and SHA-1 are there for checksums and old formats; neither withstands
-/// a forger.
+/// The supported digests. MD5 and SHA-1 are for checksums and old formats; neither is secure
+/// against forgery.
 enum class HashingAlgorithm {
     md5, ///< RFC 1321, 16 bytes
     sha1, ///< FIPS 180-4, 20 bytes
@@ -29,16 +34,16 @@ enum class HashingAlgorithm {
 /// The length in bytes of the digests that `algorithm` gives.
 PELLARVINE_EXPORT qsizetype digestLength(HashingAlgorithm algorithm);
 
-/// The digest of `data`; cannot fail. A process in which libcrypto has no such digest at all is
-/// stopped with a message.
+/// The digest of `data`. Any thread. Stops the process with a message if libcrypto does not have
+/// the algorithm.
 PELLARVINE_EXPORT Data hashed(QByteArrayView data, HashingAlgorithm algorithm);
 
 /// The same digest in lowercase hexadecimal: two digits a byte, no separator.
 PELLARVINE_EXPORT QString hashedHexString(QByteArrayView data, HashingAlgorithm algorithm);
 
-/// The digest of everything that `device` still has to give, read in pieces, so that a file of any
-/// size takes the same memory. Waits for the end of a process or a socket. Nothing if reading
-/// fails; `device.errorString()` then says why.
+/// The digest of the rest of `device`, read in pieces: the memory does not depend on the size.
+/// Waits for the end of a process or a socket. Returns nothing if reading fails;
+/// `device.errorString()` then says why.
 PELLARVINE_EXPORT std::optional<Data> hashed(QIODevice &device, HashingAlgorithm algorithm);
 
 } // namespace Pellarvine

@@ -48,7 +48,7 @@ struct Decryptor::Private
                                                          cipherKey, header.iv);
     }
 
-    // Once all has been fed.
+    // After the last feed().
     void verify()
     {
         if (!hasHeader())
@@ -74,7 +74,7 @@ struct Decryptor::Private
             decipher(slice);
         };
         both(released.held);
-        // Both only read the ciphertext. The tag takes longer, so it does not wait for a thread.
+        // Both only read the ciphertext. The tag takes longer, so it runs on this thread.
         if (detail::isWorthASecondThread(released.passing.size()))
             detail::runOverlapped([&] { tag(released.passing); },
                                   [&] { decipher(released.passing); });
@@ -98,7 +98,7 @@ Data Decryptor::feed(QByteArrayView data)
     if (d->hasHeader())
         return d->feedBody(data);
 
-    // Only what the header lacks is collected; the rest of a chunk is read where it lies.
+    // Copies only the missing bytes of the header; the rest of the chunk is not copied.
     const qsizetype missing = std::max<qsizetype>(detail::headerLength - d->buffer.size(), 0);
     if (data.size() < missing) {
         d->buffer.append(data);

@@ -30,43 +30,43 @@ std::optional<Data> finalizeIfWellFormed(Decryptor &decryptor);
 ///     text += decryptor.feed(rest);
 ///     text += decryptor.finalize(); // throws unless all of it is genuine
 ///
-/// From one device to another, `open()` in Sealing.h does it, and checks before it writes.
+/// `open()` in Sealing.h reads from one device to another, and checks the tag before it writes.
 ///
-/// Plaintext is handed out before the tag behind it has been seen. Trust none of it, and keep it
-/// from its reader, until `finalize()` has returned. Keys and passphrase are wiped with the object.
-/// One thread at a time.
+/// `feed()` returns plaintext before the tag is checked. Do not use it, and do not show it, until
+/// `finalize()` has returned. The destructor wipes keys and passphrase. One thread at a time.
 class PELLARVINE_EXPORT Decryptor
 {
 public:
-    /// Cheap: keys are derived when the header is complete. The passphrase is used as its UTF-8
-    /// bytes, without normalisation; text with an unpaired surrogate stops the process.
+    /// Cheap: the keys are derived when the header is complete. The passphrase is used as its UTF-8
+    /// bytes, without normalisation. A text with an unpaired surrogate stops the process.
     explicit Decryptor(QStringView passphrase);
     Decryptor(Decryptor &&) noexcept;
     Decryptor &operator=(Decryptor &&) noexcept;
     ~Decryptor();
 
-    /// The plaintext that is available now, possibly empty. Throws `invalidFileFormat` when the
-    /// header's last byte has come and its first four bytes are not a container's; the object then
-    /// starts on a header afresh.
+    /// Returns the plaintext that is available, possibly empty. Throws `invalidFileFormat` if a
+    /// complete header does not begin with the four bytes of a container; the object then expects a
+    /// new header.
     Data feed(QByteArrayView data);
 
-    /// Checks the tag and returns the last 0 to 15 bytes. Throws `truncatedFile` if no header was
-    /// accepted, `invalidHMAC` for a wrong passphrase and for a container that was changed, or cut
-    /// behind its header. Call it once and nothing after it.
+    /// Checks the tag and returns the last 0 to 15 bytes. Throws `truncatedFile` if there was no
+    /// complete header, and `invalidHMAC` for a wrong passphrase and for a container that was
+    /// changed or shortened. Call it once, as the last function.
     Data finalize();
 
-    /// The plaintext of one complete container. Throws what `feed` and `finalize` throw.
+    /// Returns the plaintext of one complete container. Throws the exceptions of `feed` and
+    /// `finalize`.
     static Data decrypt(QByteArrayView data, QStringView passphrase);
 
-    /// The reader's state, for code inside the library: the cipher, null until a header is
-    /// accepted, and owned by this object.
+    /// Internal state, for the library: the cipher, owned by this object. Null until there is a
+    /// header.
     detail::CryptorEngine *engine() const;
     void setEngine(std::unique_ptr<detail::CryptorEngine> engine);
-    /// Likewise what checks the tag.
+    /// Internal state, for the library: the computation of the tag.
     detail::HMAC *hmac() const;
     void setHmac(std::unique_ptr<detail::HMAC> hmac);
 
-    /// What has come of an incomplete header; empty afterwards.
+    /// The bytes of an incomplete header; empty afterwards.
     const Data &buffer() const;
     void setBuffer(Data buffer);
 

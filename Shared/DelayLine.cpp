@@ -25,13 +25,13 @@ DelayLine::Released DelayLine::release(QByteArrayView data)
     return {};
 }
 
-// The chunk alone fills the line: all that was held leaves, then the chunk's front.
+// The chunk is longer than the delay: all held bytes leave, then the front of the chunk.
 DelayLine::Released DelayLine::fullOverflow(QByteArrayView data)
 {
     return { std::exchange(m_buffer, data.last(m_delay).toByteArray()), data.chopped(m_delay) };
 }
 
-// The chunk pushes out only a part of what was held.
+// The chunk is shorter than the delay: only some of the held bytes leave.
 DelayLine::Released DelayLine::partialOverflow(QByteArrayView data)
 {
     const qsizetype leaving = m_buffer.size() + data.size() - m_delay;

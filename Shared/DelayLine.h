@@ -8,13 +8,13 @@
 
 namespace Pellarvine::detail {
 
-/// A first-in, first-out holder that always keeps back the last `delay` bytes it was fed: what a
-/// stream's reader needs when a trailer's place is known only at the end.
+/// A queue that keeps the last `delay` bytes. The reader of a stream needs this if the stream ends
+/// in a trailer whose place is known only at the end.
 class PELLARVINE_INTERNAL_EXPORT DelayLine
 {
 public:
-    /// What leaves the line in one step: first `held`, then `passing`, a part of the chunk itself,
-    /// which is handed on without a copy and lives as long as the chunk.
+    /// The output of one step: first `held`, then `passing`, a part of the chunk itself. `passing`
+    /// is not copied and lives as long as the chunk.
     struct Released
     {
         Data held;

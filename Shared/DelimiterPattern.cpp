@@ -11,7 +11,7 @@ namespace {
 
 constexpr qsizetype longestDelimiter = 32;
 
-// What "." does not match.
+// The characters that "." does not match.
 bool isLineTerminator(char16_t unit)
 {
     return (unit >= u'\n' && unit <= u'\r') || unit == 0x0085 || unit == 0x2028 || unit == 0x2029;
@@ -23,8 +23,8 @@ bool isAsciiPunctuation(QChar character)
     return unit > u' ' && unit < 0x7F && !character.isLetterOrNumber();
 }
 
-// Takes "{n}" off the front of `regex` and gives n: 1 if there is none, 0 if it is something else
-// that begins with a brace.
+// Removes "{n}" from the front of `regex` and returns n: 1 if there is none, 0 if another construct
+// with a brace is there.
 qsizetype takeRepetition(QStringView &regex)
 {
     if (!regex.startsWith(u'{'))
@@ -38,8 +38,8 @@ qsizetype takeRepetition(QStringView &regex)
     return isCount ? digits.toInt() : 0;
 }
 
-// Takes a group that holds nothing but a fixed text off the front of `regex` and gives the text;
-// an empty one if there is no such group.
+// Removes a group of fixed text from the front of `regex` and returns the text; empty if there is
+// no such group.
 QString takeDelimiter(QStringView &regex)
 {
     if (!regex.startsWith(u'('))
@@ -78,7 +78,7 @@ bool takeContent(QStringView &regex)
     return true;
 }
 
-// For delimiters of a few units, where a call costs more than the comparison.
+// For short delimiters, for which a function call costs more than the comparison.
 bool standsAt(QStringView text, qsizetype place, QStringView delimiter)
 {
     if (text.size() - place < delimiter.size())
@@ -90,8 +90,9 @@ bool standsAt(QStringView text, qsizetype place, QStringView delimiter)
     return true;
 }
 
-// A content that begins at `start` takes one character and then ends at the first delimiter behind
-// it. Gives the delimiter's place. If the line has none, gives -1, and `lineEnd` becomes its end.
+// A content that begins at `start` has at least one character and ends at the first delimiter
+// behind that. Returns the place of the delimiter. If the line has none, returns -1 and sets
+// `lineEnd` to the end of the line.
 qsizetype endOfContent(QStringView text, qsizetype start, QStringView delimiter, qsizetype &lineEnd)
 {
     const char16_t first = delimiter.front().unicode();
@@ -129,9 +130,9 @@ std::optional<DelimiterPattern> DelimiterPattern::recognized(QStringView regex)
     return pattern;
 }
 
-// The lazy "+?" goes beyond the first delimiter only if what follows fails. What follows fails only
-// for want of a delimiter in the rest of the line, and then it fails for every later start in the
-// line too, so that the search goes on behind the line.
+// The lazy "+?" continues behind the first delimiter only if the rest of the pattern fails. That
+// fails only if the rest of the line has no delimiter. Then it fails for every later start in the
+// line too, so the search continues behind the line.
 bool DelimiterPattern::find(QStringView text, qsizetype from, PatternMatch &match) const
 {
     while (true) {

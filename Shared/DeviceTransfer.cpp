@@ -17,15 +17,15 @@ namespace {
 constexpr auto closedByTheOtherSide = "The remote host closed the connection";
 constexpr qint64 longestBacklog = 4 * transferLength;
 
-// Whether a device that has no more to give stopped because of an error. Qt tells the end of a
-// closed socket or process by -1 too.
+// Whether a device ended with an error. Qt returns -1 also at the end of a closed socket or
+// process.
 bool hasFailed(const QIODevice &device, bool isRefused)
 {
     if (const auto *const process = qobject_cast<const QProcess *>(&device))
         return process->exitStatus() == QProcess::CrashExit
                || process->error() == QProcess::FailedToStart;
-    // A socket that the other side has closed is at its end. It says so in Qt's own words: this
-    // library does not load QtNetwork.
+    // A socket that the peer has closed is at its end. This library does not load QtNetwork, so it
+    // compares Qt's message.
     if (device.inherits("QAbstractSocket"))
         return device.errorString()
                != QCoreApplication::translate("QAbstractSocket", closedByTheOtherSide);

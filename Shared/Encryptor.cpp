@@ -56,8 +56,8 @@ struct Encryptor::Private
         return length;
     }
 
-    // Each of the two is a chain that one thread has to follow. The tag is the faster one, so it
-    // follows the cipher on the second thread.
+    // Cipher and tag are sequential. The tag is faster, so it follows the cipher on the second
+    // thread.
     qsizetype transformOverlapped(QByteArrayView data, char *ciphertext)
     {
         detail::Watermark written;

@@ -6,8 +6,8 @@
 #include <QFont>
 
 /// @file
-/// A font that differs from another in one respect. Faces are those that the family really has, by
-/// the rules of NS::FontManager; where there is none, the font comes back unchanged.
+/// Fonts that differ from another in one respect. They have faces that the family really has, by
+/// the rules of NS::FontManager. If there is no such face, the font is returned unchanged.
 ///
 ///     using namespace Pellarvine;
 ///     const QFont body = label.font();
@@ -26,20 +26,20 @@ PELLARVINE_EXPORT QFont nonBoldVariant(const QFont &font);
 /// The upright face of the same weight.
 PELLARVINE_EXPORT QFont nonItalicVariant(const QFont &font);
 
-/// One point smaller. There is nothing below one point: such a font comes back unchanged.
+/// One point smaller. A font of one point or less is returned unchanged.
 PELLARVINE_EXPORT QFont smaller(const QFont &font);
 
 /// One point larger.
 PELLARVINE_EXPORT QFont larger(const QFont &font);
 
-/// One step up the family's weights: from Regular to Medium where there is a Medium, where
-/// `boldVariant` jumps to Bold.
+/// One step up the weights of the family. From Regular this is Medium if there is one, while
+/// `boldVariant` skips to Bold.
 PELLARVINE_EXPORT QFont heavier(const QFont &font);
 
-/// One step down the family's weights.
+/// One step down the weights of the family.
 PELLARVINE_EXPORT QFont lighter(const QFont &font);
 
-/// The font at `size` points; unchanged for a size that is not above zero, or not finite.
+/// The font at `size` points. Unchanged if `size` is not finite or not above zero.
 PELLARVINE_EXPORT QFont withSize(const QFont &font, double size);
 
 } // namespace Pellarvine

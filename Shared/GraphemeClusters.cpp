@@ -15,11 +15,11 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Below this every unit is a character by itself, but for a line feed behind a carriage return.
+// Below this, every unit is a character, except a line feed behind a carriage return.
 constexpr char16_t firstCombiningMark = 0x0300;
 
-// Whether that goes for the whole text. Written so that compilers make vectors of it: it collects
-// bits instead of leaving at the first unit that tells. So it does not know U+0200 to U+02FF.
+// Whether this holds for the whole text. Collects bits without an early return, so that compilers
+// vectorise it. It does not accept U+0200 to U+02FF.
 bool isPlain(QStringView text)
 {
     quint16 bits = 0;
@@ -31,8 +31,8 @@ bool isPlain(QStringView text)
     return bits < 0x0200 && returns == 0;
 }
 
-// Two neighbours of these classes are always two characters, save CR LF, whatever stands around
-// them. Emoji are among them; what joins emoji is not.
+// Two neighbours of these classes are always two characters, except CR LF, in every context. Emoji
+// are among them; characters that join emoji are not.
 bool standsAlone(UChar32 character)
 {
     static const std::unique_ptr<const icu::UnicodeSet> set = [] {
@@ -74,8 +74,8 @@ qsizetype GraphemeClusterCounter::count(QStringView text)
     if (m_isPlain)
         return text.size();
 
-    // ICU sees only the stretches where characters may join, each with the character before it.
-    // A stretch ends once so many characters in a row stand alone that starting anew pays.
+    // Only ranges in which characters may join are passed to ICU, each with the character before
+    // it. A range ends after so many single characters that a new start is cheaper.
     constexpr int enough = 16;
     const char16_t *const units = text.utf16();
     const qsizetype size = text.size();

@@ -10,8 +10,8 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// A context with its digest chosen and no key: copying it is cheaper than choosing again, which
-// looks SHA-256 up by name.
+// A context with a digest and without a key. Copying it is cheaper than a new one, which looks up
+// SHA-256 by name.
 MacContext makePrototype()
 {
     MacContext context;
@@ -34,7 +34,7 @@ MacContext makePrototype()
 HMAC::HMAC(QByteArrayView key)
 {
     const ErrorQueueGuard guard;
-    // Never destroyed, so that an object that outlives main() can still be made.
+    // Never destroyed, for objects that are made after main().
     static const EVP_MAC_CTX *const prototype = makePrototype().release();
     m_context.reset(EVP_MAC_CTX_dup(prototype));
     // A null key pointer means "keep the old key", also with length 0.

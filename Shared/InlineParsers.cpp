@@ -17,8 +17,8 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// The C library's conversion, hexadecimal numbers, "inf" and "nan" included, but of the whole text
-// and whatever the program's locale.
+// Converts as the C library does, including hexadecimal numbers, "inf" and "nan". Accepts only a
+// whole text, and ignores the locale.
 std::optional<double> number(QStringView text)
 {
     static const locale_t cLocale = newlocale(LC_NUMERIC_MASK, "C", nullptr);
@@ -33,7 +33,7 @@ std::optional<double> number(QStringView text)
     return end == bytes.constEnd() ? std::optional(value) : std::nullopt;
 }
 
-// What stands behind the opening delimiter of a construct in braces.
+// The text behind the opening delimiter of a construct in braces.
 QString argument(const QStringList &captures)
 {
     return captures.value(1);

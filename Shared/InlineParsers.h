@@ -10,7 +10,7 @@
 
 namespace Pellarvine::detail {
 
-/// What the nine share: a pattern, and a principal group that is a constant of the type.
+/// The base of the nine rules: a pattern, and a principal group that is a constant of the type.
 template <int group>
 class InlineParser : public Parser
 {

@@ -29,8 +29,8 @@ DigestContext newContext()
     return context;
 }
 
-// HMAC-SHA1 under one key. The padded key is hashed once and its state copied for each message,
-// which takes a third off the 10000 rounds.
+// HMAC-SHA1 with one key. The padded key is hashed once and the state is copied for each message,
+// which makes the 10000 rounds a third faster.
 class KeyedHash
 {
 public:

@@ -24,44 +24,44 @@ class Parser;
 ///     layout.setText(text.string());
 ///     layout.setFormats(NS::layoutFormats(text));
 ///
-/// There is no escape character. To show a text that is not yours as it is, give it to styled()
-/// instead of putting it into the markup.
+/// There is no escape character. To show a text that may contain markup as plain text, pass it to
+/// styled() as an argument.
 ///
-/// A parser serves any number of texts; its settings count from the next `parse`. Needs a
-/// `QGuiApplication`, for the fonts. One thread at a time.
+/// A parser can be used for any number of texts. Its settings take effect with the next `parse`.
+/// Needs a `QGuiApplication`, for the fonts. One thread at a time.
 class PELLARVINE_EXPORT MarkupParser
 {
 public:
-    /// The system's fonts at its size, black, the default paragraph style, the nine rules.
+    /// Uses the system's fonts and size, black, the default paragraph style, and the nine rules.
     MarkupParser();
-    /// The same with fonts after `baseFont`: bold is one step heavier, italic its italic variant,
-    /// monospace the default one at its size.
+    /// The same with fonts derived from `baseFont`: bold is one step heavier, italic is its italic
+    /// variant, and monospace is the default one in the same size.
     explicit MarkupParser(const QFont &baseFont);
-    /// The same with these fonts, exactly as they are.
+    /// The same with exactly these fonts.
     MarkupParser(const QFont &font, const QFont &boldFont, const QFont &italicFont,
                  const QFont &monospaceFont);
     MarkupParser(MarkupParser &&) noexcept;
     MarkupParser &operator=(MarkupParser &&) noexcept;
     ~MarkupParser();
 
-    /// What the whole text is set in before the rules run.
+    /// The font of text without markup.
     const QFont &font() const;
     void setFont(const QFont &font);
-    /// Of the text; default: black.
+    /// The colour of the text. Default: black.
     const NS::Color &color() const;
     void setColor(const NS::Color &color);
-    /// Of every paragraph; default: the default style.
+    /// The style of each paragraph. Default: the default style.
     const NS::ParagraphStyle &paragraphStyle() const;
     void setParagraphStyle(const NS::ParagraphStyle &paragraphStyle);
 
-    /// What `**` sets. The fonts of `**`, `//` and the backquote take each other's place: the rule
-    /// that runs last, the backquote's, wins.
+    /// The font of `**`. The fonts of `**`, `//` and the backquote replace each other: the rule
+    /// that runs last, that of the backquote, wins.
     const QFont &boldFont() const;
     void setBoldFont(const QFont &font);
-    /// What `//` sets.
+    /// The font of `//`.
     const QFont &italicFont() const;
     void setItalicFont(const QFont &font);
-    /// What the backquote sets.
+    /// The font of the backquote.
     const QFont &monospaceFont() const;
     void setMonospaceFont(const QFont &font);
 
@@ -69,20 +69,21 @@ public:
     const QList<std::shared_ptr<const Parser>> &parsers() const;
     void setParsers(const QList<std::shared_ptr<const Parser>> &parsers);
 
-    /// Takes any text, in time linear in its length. Markup that is not complete stays as typed,
-    /// and an argument that cannot be read has a fallback: black, no kerning, the base font.
+    /// Parses any text, in linear time. Incomplete markup is kept as typed. An argument that cannot
+    /// be read has a fallback: black, no kerning, the base font.
     NS::AttributedString parse(const QString &string) const;
 
-    /// Parses `format` and puts the arguments in the places of `%1` to `%99`, as they are: plain
-    /// text in the style of its place, whatever markup it may contain.
+    /// Parses `format` and replaces `%1` to `%99` by the arguments. They are plain text in the
+    /// style of their place, even if they contain markup.
     ///
-    ///     parser.styled(tr("**%1** could not be moved to `%2`"), { fileName, folder });
+    ///     const NS::AttributedString moved =
+    ///             parser.styled(tr("**%1** could not be moved to `%2`"), { fileName, folder });
     ///
-    /// The longest number that names an argument counts: of three, `%12` is the first, and a "2".
-    /// What names none stays as typed.
+    /// The longest number with an argument counts: with three arguments, `%12` is the first one and
+    /// a "2". A number without an argument is kept as typed.
     NS::AttributedString styled(const QString &format, const QStringList &arguments) const;
 
-    /// What is left of a text without its markup, for search and for screen readers.
+    /// The text without its markup, for searching and for screen readers.
     QString stripped(const QString &string) const;
 
 private:

@@ -15,10 +15,11 @@ namespace {
 
 constexpr int longestForm = 8;
 
-// The length in user-perceived characters, or some number above `longestForm`.
+// The length in user-perceived characters, or a number above `longestForm`.
 int length(QStringView text)
 {
-    // Each is a character by itself, so that most texts, and the start of most long ones, decide.
+    // Each of these is one character. This decides for most texts and for the start of most long
+    // ones.
     const QStringView start = text.first(std::min<qsizetype>(text.size(), longestForm + 1));
     if (std::ranges::all_of(start, [](QChar unit) { return unit >= u' ' && unit <= u'~'; }))
         return int(start.size());
@@ -76,8 +77,8 @@ bool isInRange(double component)
     return component >= 0 && component <= 1;
 }
 
-// So that a QVariant that holds a colour can be shown as text and set from it. A text that would
-// not read back as its colour, to a byte a component, is not given.
+// Converts a QVariant with a colour to text and back. A text that would not give the same bytes
+// back is not produced.
 bool toText(const void *from, void *to)
 {
     const auto &color = *static_cast<const NS::Color *>(from);
@@ -96,7 +97,7 @@ bool fromText(const void *from, void *to)
     return color.has_value();
 }
 
-// "greenSea" as people write it: "Green Sea".
+// "greenSea" for people: "Green Sea".
 QString title(const char *name)
 {
     QString text;

@@ -16,7 +16,7 @@ struct Observer::Private
     int calls = 0; // that are running
     bool isGone = false;
 
-    // Keeps the callback until the last call has returned.
+    // Keeps the callback alive until the last call has returned.
     class Call
     {
     public:

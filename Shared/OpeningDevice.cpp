@@ -100,7 +100,7 @@ qint64 OpeningDevice::writeData(const char *, qint64)
     return -1;
 }
 
-// A step that reads and fails is the last one.
+// A failed step is the last one.
 bool OpeningDevice::succeeds(const std::function<void()> &step)
 {
     try {

@@ -12,7 +12,7 @@
 
 namespace Pellarvine {
 
-/// Reads the text of a container, for whatever reads from a QIODevice:
+/// Decrypts a container while it is read, for code that reads from a QIODevice:
 ///
 ///     QFile file(u"notes.xml.sealed"_s);
 ///     file.open(QIODevice::ReadOnly);
@@ -21,38 +21,38 @@ namespace Pellarvine {
 ///         return text.errorString(); // a wrong passphrase, a damaged file
 ///     QXmlStreamReader reader(&text);
 ///
-/// Sequential, and blocking: a read waits for a source that has nothing yet.
+/// The device is sequential and blocking: a read waits until the source has data.
 class PELLARVINE_EXPORT OpeningDevice : public QIODevice
 {
     Q_OBJECT
 
 public:
-    /// When the tag at the container's end is checked.
+    /// When the tag at the end of the container is checked.
     enum class Mode {
-        /// In open(), before any text is given out. The source is read twice, or kept in a
-        /// temporary file, sealed as it is, if it is sequential.
+        /// In open(), before any text can be read. The source is read twice; a sequential source is
+        /// kept in a temporary file, as ciphertext.
         verifyFirst,
-        /// With the last read. All text before it may be forged or cut: discard it if a read fails.
-        /// For sources without an end in sight.
+        /// With the last read. The text before it may be forged or incomplete: discard it if a read
+        /// fails. For sources without a known end.
         unverified,
     };
 
-    /// `source` is open for reading, not null, stays the caller's and outlives the device. The
-    /// container begins where the source stands.
+    /// `source` is not null, is open for reading, and outlives the device. The caller owns it. The
+    /// container begins at its current position.
     OpeningDevice(QIODevice *source, QStringView passphrase, Mode mode = Mode::verifyFirst,
                   QObject *parent = nullptr);
     ~OpeningDevice() override;
 
-    /// How open() and the reads after it are followed; set it before open(). Progress counts the
-    /// bytes of the container.
+    /// Sets progress and stop token for open() and the reads after it. Call it before open().
+    /// Progress counts the bytes of the container.
     void setTransfer(const Transfer &transfer);
 
-    /// For reading alone, once. False for what is no genuine container, for a source that fails and
-    /// for a stop; `errorString()` is a sentence for people.
+    /// Opens the device once, for reading only. Returns false if the source is not a genuine
+    /// container, if it fails, and after a stop. `errorString()` is a sentence for people.
     bool open(OpenMode mode) override;
     void close() override; ///< The passphrase and the keys are wiped.
 
-    /// What is wrong with the container; nothing if the source failed, or all is well.
+    /// The error in the container. Nothing if there is none, or if the source failed.
     std::optional<CryptorError> error() const;
 
     bool isSequential() const override; ///< always true

@@ -17,8 +17,8 @@ namespace {
 // core it costs 25 microseconds, which are 9 and 16 % here and vanish in a MiB.
 constexpr qsizetype shortestWork = 192 * 1024;
 
-// Qt's pool hands work from thread to thread under a lock that the thread sanitizer does not see.
-// Each side of a hand-over calls this, so that the sanitizer knows their order.
+// Qt's pool passes work between threads under a lock that the thread sanitizer does not see. Both
+// sides call this, so the sanitizer knows their order.
 void orderHandOver()
 {
 #ifdef __SANITIZE_THREAD__
@@ -33,7 +33,7 @@ enum class Phase {
     done,
 };
 
-// Whether the caller is the one to do the work.
+// Whether the caller has to do the work.
 bool isMine(std::atomic<Phase> &phase)
 {
     Phase expected = Phase::waiting;
@@ -72,7 +72,7 @@ bool isWorthASecondThread(qsizetype length)
 
 void runOverlapped(const std::function<void()> &first, const std::function<void()> &second)
 {
-    // Outlives the call if the pool comes to its turn only when all is done.
+    // Outlives the call if the pool starts it after everything is done.
     const auto phase = std::make_shared<std::atomic<Phase>>(Phase::waiting);
     auto *const job = new Job(phase, second);
     orderHandOver();

@@ -14,9 +14,8 @@ using detail::PatternMatch;
 
 namespace {
 
-/// Asks a rule for the attributes of one match after another, but none of the nine twice in a row
-/// for the same captures: those depend on the captures alone. Keeps the memory of the captured
-/// texts from match to match.
+/// Asks a rule for the attributes of each match. The nine built-in rules depend on the captures
+/// alone and are not asked twice in a row for equal ones. The memory of the captures is reused.
 class AttributeProvider
 {
 public:
@@ -53,9 +52,8 @@ private:
     NS::Attributes m_attributes;
 };
 
-// Goes through the matches that `findNext` gives. It is handed the text, of which only what lies
-// behind the last match is still whole. If the matches may reach back over that, `snapshot` is a
-// copy.
+// Visits the matches of `findNext`. The part of the text before the last match has been rewritten
+// already. If matches can look back, `snapshot` is a copy of the original.
 template <typename FindNext>
 void rewrite(NS::MutableAttributedString &text, const QString *snapshot, const Parser &rule,
              const MarkupParser &parser, FindNext findNext)

@@ -20,7 +20,11 @@ class GraphemeClusterCounter;
 ///     {
 ///         QString regex() const override { return u"(\\|\\|)(.+?)(\\|\\|)"_s; }
 ///         int principalCaptureGroup() const override { return 1; }
-///         NS::Attributes provideAttributes(...) const override { return m_hidden; }
+///         NS::Attributes provideAttributes(const QStringList &,
+///                                          const Pellarvine::MarkupParser &) const override
+///         {
+///             return { { NS::BackgroundColorAttributeName, QColor(Qt::black) } };
+///         }
 ///     };
 ///
 /// A rule is immutable and may serve many parsers.
@@ -29,24 +33,25 @@ class PELLARVINE_EXPORT Parser
 public:
     virtual ~Parser();
 
-    /// In ICU's syntax, used without options. One that does not compile stops the process.
+    /// The pattern, in ICU's syntax without options. A pattern that does not compile stops the
+    /// process.
     virtual QString regex() const = 0;
 
-    /// Which capture group holds the text that stays; the rest of the match goes. Counted from 0
-    /// without the whole match. One that `regex` does not have stops the process. A match in
-    /// which the group took no part, or lies outside the match, stays as typed.
+    /// The capture group with the text that is kept; the rest of the match is removed. Counted from
+    /// 0, without the whole match. A number without a group stops the process. If the group did not
+    /// take part in a match, or lies outside it, the match is kept as typed.
     virtual int principalCaptureGroup() const = 0;
 
-    /// What to add to the attributes of the text that stays. `captures` are the texts of the
-    /// capture groups, empty for one that took no part. Called for every match, in the order of the
+    /// The attributes to add to the text that is kept. `captures` are the texts of the capture
+    /// groups, empty for a group that did not take part. Called for each match, in the order of the
     /// text.
     virtual NS::Attributes provideAttributes(const QStringList &captures,
                                              const MarkupParser &parser) const = 0;
 
-    /// Runs this rule over `attributedString`, in place and once from left to right. Only as many
-    /// UTF-16 units are searched as the text has user-perceived characters, so that in a text with
-    /// emoji or combining marks a construct at the very end stays as typed. That is meant: texts
-    /// look the same wherever the grammar is used.
+    /// Applies this rule to `attributedString`, once from left to right. The number of UTF-16 units
+    /// that are searched is the number of user-perceived characters of the text. Therefore a
+    /// construct at the end of a text with emoji or combining marks is kept as typed. This is
+    /// intended: texts look the same wherever the grammar is used.
     void process(NS::MutableAttributedString &attributedString, const MarkupParser &parser) const;
 
 private:

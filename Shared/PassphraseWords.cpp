@@ -43,7 +43,7 @@ const Words &words()
     return words;
 }
 
-// A number below wordCount, each as likely as any other.
+// A uniformly distributed number below wordCount.
 int randomIndex()
 {
     constexpr int fairBound = 65536 / wordCount * wordCount;
@@ -55,7 +55,7 @@ int randomIndex()
     }
 }
 
-// The parts of many of the passwords that leak most often, in lower case.
+// Parts of the passwords that leak most often, in lower case.
 constexpr QStringView common[] = {
     u"password", u"passwort", u"admin",  u"letmein", u"welcome", u"iloveyou", u"monkey",
     u"dragon",   u"login",    u"abc",    u"master",  u"hello",   u"secret",   u"football",
@@ -66,8 +66,8 @@ constexpr double commonBits = 7; // one of about 100
 constexpr QStringView keyRows[] = { u"1234567890", u"qwertyuiop", u"qwertzuiop", u"azertyuiop",
                                     u"asdfghjkl",  u"zxcvbnm",    u"yxcvbnm" };
 
-// Whether `second` is guessed once `first` is known: the same, its neighbour on the keyboard, or
-// its neighbour in the alphabet.
+// Whether `first` predicts `second`: the same character, or a neighbour on the keyboard or in the
+// alphabet.
 bool isExpectedAfter(QChar first, QChar second)
 {
     if (std::abs(int(first.unicode()) - int(second.unicode())) <= 1)
@@ -90,7 +90,7 @@ double bitsOfCharacter(QChar character)
     return std::log2(32);
 }
 
-// With letters for the digits and signs that people write in their place.
+// Replaces digits and signs by the letters that they stand for.
 QString withoutDisguise(QStringView text)
 {
     QString letters = text.toString();
@@ -121,7 +121,7 @@ QString generatedPassphrase(int count)
 double estimatedPassphraseEntropy(QStringView passphrase)
 {
     const QString lower = passphrase.toString().toLower();
-    // Lower case may take another number of units ("İ"); such a text is taken as it is.
+    // Lower case can change the length ("İ"). Such a text is kept.
     const QStringView text = lower.size() == passphrase.size() ? QStringView(lower) : passphrase;
     const QString letters = withoutDisguise(text);
     const qsizetype length = text.size();

@@ -12,7 +12,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// ICU counts in 32 bits; what lies beyond is not searched.
+// ICU counts in 32 bits. The text beyond that is not searched.
 int32_t icuLength(qsizetype length)
 {
     return int32_t(std::min(length, qsizetype(std::numeric_limits<int32_t>::max())));
@@ -39,8 +39,8 @@ RegularExpression::RegularExpression(const QString &pattern, QStringView text, q
 {
     if (U_FAILURE(d->status))
         fatalError("Could not compile regular expression " + pattern.toStdString());
-    // Steps of the matcher, about a millisecond each, for one search. Counted, not timed, so that
-    // the outcome does not depend on the machine.
+    // The limit of matcher steps, about a millisecond each, for one search. Steps are counted, so
+    // the result does not depend on the speed of the machine.
     constexpr int32_t limit = 5000;
     d->matcher.setTimeLimit(limit, d->status);
     d->matcher.region(0, icuLength(length), d->status);

@@ -14,7 +14,7 @@ void seal(QIODevice &in, QIODevice &out, QStringView passphrase, const Transfer 
     Encryptor encryptor(passphrase);
     const qint64 total = in.isSequential() ? -1 : in.size() - in.pos();
     qint64 done = 0;
-    // Once for nothing, so that an empty source gives a header too.
+    // The first call may be without data: an empty source gives a header too.
     detail::writeAll(out, encryptor.feed({}));
     for (;;) {
         detail::throwIfStopped(transfer);

@@ -11,7 +11,8 @@
 QT_FORWARD_DECLARE_CLASS(QIODevice)
 
 /// @file
-/// Whole containers from one device to another, files, sockets and processes alike:
+/// Seals and opens whole containers from one device to another. Files, sockets and processes are
+/// all devices:
 ///
 ///     QFile in(u"diary.txt"_s);
 ///     QSaveFile out(u"diary.txt.sealed"_s);
@@ -20,30 +21,30 @@ QT_FORWARD_DECLARE_CLASS(QIODevice)
 ///     Pellarvine::seal(in, out, passphrase); // throws TransferError
 ///     return out.commit();
 ///
-/// Both devices are open, and are used on the calling thread alone, which may be a worker thread.
-/// Memory stays at a few MiB. After an exception the target holds a part of the result: discard it.
+/// Both devices are open. They are used on the calling thread only, which may be a worker thread.
+/// The functions take a few MiB of memory for any size. After an exception the target contains a
+/// part of the result: discard it.
 namespace Pellarvine {
 
-/// How the caller follows a transfer.
+/// Progress and cancellation of a transfer.
 struct Transfer
 {
-    /// Called after each piece with the bytes done and the bytes there are in all; -1 in all where
-    /// the source cannot tell. A transfer that reads its source twice counts it twice.
+    /// Called after each piece with the number of bytes done and the total, which is -1 if the
+    /// source does not know it. If the source is read twice, its bytes count twice.
     std::function<void(qint64 done, qint64 total)> progress;
 
-    /// Asked before each piece. A stop ends the transfer with `TransferError::cancelled`. It does
-    /// not wake a device that waits.
+    /// Checked before each piece. A stop ends the transfer with `TransferError::cancelled`. It does
+    /// not interrupt a device that waits.
     std::stop_token stop;
 };
 
-/// Writes one container with everything that `in` still has to give. An empty source gives a
-/// container too. Throws `TransferError`.
+/// Writes one container with the rest of `in`, which may be empty. Throws `TransferError`.
 PELLARVINE_EXPORT void seal(QIODevice &in, QIODevice &out, QStringView passphrase,
                             const Transfer &transfer = {});
 
-/// Writes the text of the container that `in` still has to give. Nothing is written before all of
-/// the container is known to be genuine: `in` is read twice, or kept in a temporary file, sealed as
-/// it is, if it is sequential. Throws `CryptorError` and `TransferError`.
+/// Writes the text of the container in the rest of `in`. The tag is checked before anything is
+/// written: `in` is read twice; a sequential one is kept in a temporary file, as ciphertext. Throws
+/// `CryptorError` and `TransferError`.
 PELLARVINE_EXPORT void open(QIODevice &in, QIODevice &out, QStringView passphrase,
                             const Transfer &transfer = {});
 

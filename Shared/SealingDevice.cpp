@@ -29,7 +29,7 @@ bool SealingDevice::open(OpenMode mode)
     if (isOpen() || !d->encryptor || direction != WriteOnly)
         return false;
     QIODevice::open(WriteOnly | Unbuffered);
-    // The header is written even if nothing else is.
+    // The header is written also for an empty container.
     return put(d->encryptor->feed({}));
 }
 

@@ -10,7 +10,8 @@
 
 namespace Pellarvine {
 
-/// Writes a container to another device, for whatever writes to a QIODevice:
+/// Encrypts what is written to it into a container on another device, for code that writes to a
+/// QIODevice:
 ///
 ///     QSaveFile file(u"notes.xml.sealed"_s);
 ///     file.open(QIODevice::WriteOnly);
@@ -20,20 +21,21 @@ namespace Pellarvine {
 ///     writeNotes(writer);
 ///     return sealed.finish() && file.commit();
 ///
-/// Sequential. Without finish() or close() the container has no end, and nobody can open it.
+/// The device is sequential. Call finish() or close(): without them the container has no end and
+/// cannot be opened.
 class PELLARVINE_EXPORT SealingDevice : public QIODevice
 {
     Q_OBJECT
 
 public:
-    /// `target` is open for writing, not null, stays the caller's and outlives the device.
+    /// `target` is not null, is open for writing, and outlives the device. The caller owns it.
     SealingDevice(QIODevice *target, QStringView passphrase, QObject *parent = nullptr);
     ~SealingDevice() override;
 
     bool open(OpenMode mode) override; ///< For writing alone, once; else false.
 
-    /// Writes the container's end and closes. False if this or any write before it failed; the
-    /// `errorString()` is the target's. False as well if it is not open.
+    /// Writes the end of the container and closes. Returns false if the device is not open, or if
+    /// this or an earlier write failed; `errorString()` is that of the target.
     bool finish();
     void close() override; ///< As finish().
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Not API: bytes that are wiped when they go. QByteArray will not do for them: it shares and
-// detaches, and leaves copies behind.
+// Not API: bytes that the destructor wipes. QByteArray is not suitable: it shares and
+// detaches its data, which leaves copies.
 #pragma once
 
 #include "Base/Global.h"

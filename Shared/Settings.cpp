@@ -78,7 +78,7 @@ struct Settings::Private
 
     void watch()
     {
-        // A file is replaced when it is saved, which its folder tells of.
+        // Saving replaces the file, which only a watch of its folder detects.
         const QString file = storage->fileName();
         for (const QString &path : { file, QFileInfo(file).path() }) {
             if (QFileInfo::exists(path))

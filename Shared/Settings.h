@@ -11,23 +11,22 @@
 
 namespace Pellarvine {
 
-/// The settings of a group of a QSettings, as an object that controls can be bound to:
+/// The settings in a group of a QSettings, as an object that controls can be bound to:
 ///
-///     m_settings = new Settings(u"network"_s, { { u"host"_s, u"localhost"_s }, { u"port"_s, 80 }
-/// },
-///                               this);
+///     const QVariantMap defaults { { u"host"_s, u"localhost"_s }, { u"port"_s, 80 } };
+///     m_settings = new Settings(u"network"_s, defaults, this);
 ///     NS::bind(m_port, u"value"_s, m_settings, u"port"_s);
 ///     connectButtons(m_settings, m_buttonBox); // Apply, Reset, Restore Defaults, OK, Cancel
-///     m_settings->property("port").toInt();
+///     const int port = m_settings->property("port").toInt();
 ///
-/// Each default makes a dynamic property of its name, which always has the default's type: a value
-/// that does not convert to it is refused by key-value coding, and of the storage it is a warning
-/// and the default. The properties hold what is being edited. apply() stores them, unless that
-/// happens at once (`appliesAtOnce`). A value that equals its default is not stored, so that it
-/// follows a default of a later version.
+/// Each default makes a dynamic property of its name. The property always has the type of the
+/// default: key-value coding refuses a value that does not convert, and a stored one that does not
+/// convert is a warning and the default. The properties contain the edited values. apply() stores
+/// them; with `appliesAtOnce` each change is stored at once. A value that equals its default is not
+/// stored, so it follows the default of a later version.
 ///
-/// Changes of the file by another program are followed; a property that is being edited keeps its
-/// edit. Main thread only.
+/// Changes that another program makes in the file are read; a property that is being edited keeps
+/// its edit. Main thread only.
 class PELLARVINE_EXPORT Settings : public QObject
 {
     Q_OBJECT

@@ -3,7 +3,8 @@
 
 namespace Pellarvine::detail {
 
-// Not CRYPTO_memcmp: that takes one length, so that a caller would have to leave early on another.
+// Not CRYPTO_memcmp, which compares equal lengths only: a caller would return early for another
+// length.
 bool isEqualComparingAllBytes(QByteArrayView trusted, QByteArrayView untrusted)
 {
     Q_ASSERT(!trusted.isEmpty());

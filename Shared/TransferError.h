@@ -9,8 +9,16 @@
 
 namespace Pellarvine {
 
-/// Thrown by `seal()` and `open()` if a device fails or the caller stops the transfer. What is
-/// wrong with a container is a `CryptorError`.
+/// Thrown by `seal()` and `open()` if a device fails or the caller stops the transfer:
+///
+///     try {
+///         Pellarvine::seal(in, out, passphrase, transfer);
+///     } catch (const Pellarvine::TransferError &error) {
+///         if (error.code() != Pellarvine::TransferError::cancelled)
+///             label->setText(error.localizedDescription());
+///     }
+///
+/// A container that cannot be opened is a `CryptorError`.
 class PELLARVINE_EXPORT TransferError : public std::exception
 {
 public:
@@ -25,8 +33,8 @@ public:
     TransferError(Code code, const QString &description);
     ~TransferError() override;
 
-    Code code() const noexcept { return m_code; } ///< as it was made
-    QString localizedDescription() const { return m_description; } ///< as it was made
+    Code code() const noexcept { return m_code; } ///< the reason
+    QString localizedDescription() const { return m_description; } ///< as given
     /// The description as UTF-8.
     const char *what() const noexcept override;
 

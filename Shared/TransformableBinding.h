@@ -90,26 +90,28 @@ private:
 } // namespace detail
 /// @endcond
 
-/// `Binding` with transformers that have types: `A` is what the first side holds, `B` what the
-/// second holds.
+/// A `Binding` whose transformers have types: `A` is the type of the first side, `B` that of the
+/// second.
 ///
-///     // A slider that goes by halves of a degree.
+///     // A slider that goes by halves of a degree, from -40 to 80.
+///     slider->setRange(-80, 160);
 ///     const Pellarvine::TransformableBinding<double, int> shown(
 ///             thermometer, u"celsius"_s, slider, u"value"_s, true,
 ///             [](double celsius) { return qRound(celsius * 2); },
 ///             [](int halves) { return halves / 2.0; });
 ///
-/// A field that a number is typed into is rewritten at every key by such a pair ("2" becomes
-/// "2.0"): `NS::bind` with the option `commit` waits until the number has been entered.
+/// Do not bind a field for numbers like this: it would be rewritten at every key ("2" becomes
+/// "2.0"). `NS::bind` with the option `commit` waits until the number is complete.
 ///
-/// It works as `Binding` does, with two differences. No value is carried on without asking the
-/// transformer, and so is a value that is no `A` (going back, no `B`); the property at the other
-/// end then takes it or prints a warning. And the objects cannot be replaced. Where both properties
-/// are declared with exactly these types, values pass without being boxed, at a
+/// It differs from `Binding` in two respects. Null and a value that is not an `A` (on the way back,
+/// not a `B`) are passed on unchanged, without the transformer; the property either takes the value
+/// or prints a warning. And the objects cannot be replaced.
+///
+/// If both properties are declared with exactly these types, values pass without a QVariant, at a
 /// fraction of the cost.
 ///
-/// A number of another type is an `A` if it has the same value as one, and an object if it is of
-/// that class.
+/// A number of another type is an `A` if `A` can hold its exact value. An object is an `A` if it is
+/// of that class.
 template <typename A, typename B>
 class TransformableBinding final : public detail::BindingBase
 {

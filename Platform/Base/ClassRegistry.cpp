@@ -10,8 +10,8 @@ namespace NS {
 
 namespace {
 
-// In the order of registration. Filled while libraries are loaded, before any static variable of
-// theirs can be relied on.
+// In the order of registration. Filled while libraries are loaded, before their static variables
+// are initialised.
 std::vector<RegisteredClass> &classes()
 {
     static std::vector<RegisteredClass> all;
@@ -31,7 +31,7 @@ bool RegisteredClass::isWidget() const
 
 void registerClass(const RegisteredClass &added)
 {
-    // To the end also if it replaces one: the latest answers to the short name.
+    // Appended also if it replaces one: the last class answers to the short name.
     std::erase_if(classes(),
                   [&](const RegisteredClass &known) { return known.name == added.name; });
     classes().push_back(added);

@@ -11,17 +11,17 @@
 
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
-/// Classes by the names that interface files and storyboards call them by. The library's own are
-/// there from the start; a host adds each of its own with one line, before it loads the first file:
+/// Classes by the names that interface files and storyboards use. The library's own classes are
+/// registered from the start; a program registers each of its own before it loads the first file:
 ///
 ///     NS::registerClass<MailboxView>();
 ///     NS::registerClass<MailboxController>();
 ///     NS::registerClass<Widgets::Badge>("Badge"); // a name of its own
 ///
-/// Qt's widgets need no line. Main thread only.
+/// Qt's widgets need no registration. Main thread only.
 namespace NS {
 
-/// Makes an object of a class. A widget is given a widget as its parent, or none.
+/// Makes an object of a class. The parent of a widget is a widget or null.
 using ObjectMaker = std::function<QObject *(QObject *parent)>;
 
 /// A class that can be named.
@@ -31,17 +31,16 @@ struct RegisteredClass
     const QMetaObject *metaObject = nullptr; ///< of the class itself
     ObjectMaker make; ///< never empty
 
-    /// Whether it is a QWidget, and so may stand in an interface file.
+    /// Whether it is a QWidget, which an interface file can contain.
     PELLARVINE_EXPORT bool isWidget() const;
 };
 
-/// Makes the class known. A class of the same name that was known before is replaced. What
-/// `registerClass<T>` calls.
+/// Registers the class in place of an earlier class of the same name. registerClass<T>() calls it.
 PELLARVINE_EXPORT void registerClass(const RegisteredClass &added);
 
-/// Makes T known under its name, "Widgets::Badge", and without the namespace, "Badge". T is a
-/// QWidget or another QObject, such as an NS::ViewController; it has Q_OBJECT, and its constructor
-/// can be called with nothing but a parent.
+/// Registers T under its full name, "Widgets::Badge", and without the namespace, "Badge". T is a
+/// QWidget or another QObject, such as an NS::ViewController. It has Q_OBJECT and a constructor
+/// that can be called with a parent alone.
 template <typename T>
 void registerClass(const char *name = T::staticMetaObject.className())
 {
@@ -57,16 +56,16 @@ void registerClass(const char *name = T::staticMetaObject.className())
              } });
 }
 
-/// The class of that name, null if there is none. A name without a namespace finds the class that
-/// was registered last of those that end in it; a full name finds that class alone. The pointer
-/// holds until a class is registered.
+/// The class of that name, or null. A full name finds that class alone. A name without a namespace
+/// finds the last registered class whose name ends in it. The pointer is valid until the next
+/// registration.
 PELLARVINE_EXPORT const RegisteredClass *registeredClass(const QString &name);
 
-/// The full names of all, sorted.
+/// The full names of all registered classes, sorted.
 PELLARVINE_EXPORT QStringList registeredClassNames();
 
-/// Makes an object of the named class, which belongs to `parent`, or to the caller if that is null.
-/// Null if there is no such class, or if it is no T.
+/// Makes an object of the named class. `parent` owns it; if that is null, the caller does. Null if
+/// there is no such class, or if it is not derived from T.
 template <typename T = QObject>
 T *makeObject(const QString &className, QObject *parent = nullptr)
 {

@@ -6,8 +6,8 @@
 #include <exception>
 #include <string_view>
 
-// The library's own messages leave through these two functions and through no others, so that a
-// host can rely on where they appear. Bad input data is neither: it is thrown or answered.
+// All messages of the library are printed by these functions, so a program can rely on their
+// destination. Bad input is not printed: it is thrown, or answered by a result.
 
 namespace Pellarvine::detail {
 
@@ -15,10 +15,10 @@ namespace Pellarvine::detail {
 /// standard error and aborts the process.
 [[noreturn]] PELLARVINE_PRIVATE_EXPORT void fatalError(std::string_view message);
 
-/// A problem that can be survived: writes `message` and a newline to standard output.
+/// A warning: writes `message` and a newline to standard output.
 PELLARVINE_PRIVATE_EXPORT void printWarning(std::string_view message);
 
-/// The same for what an exception says, behind "Warning: ".
+/// The same for the message of an exception, after "Warning: ".
 PELLARVINE_PRIVATE_EXPORT void printWarning(const std::exception &error);
 
 } // namespace Pellarvine::detail

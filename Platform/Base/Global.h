@@ -5,17 +5,17 @@
 #include <QtGlobal>
 
 /// @file
-/// What all public headers share.
+/// Macros and types that all public headers use.
 
-/// What every public class and function carries.
+/// Exports a public class or function.
 #if defined(PELLARVINE_BUILDING)
 #define PELLARVINE_EXPORT Q_DECL_EXPORT
 #else
 #define PELLARVINE_EXPORT Q_DECL_IMPORT
 #endif
 
-/// Marks what a later major version will not have: PELLARVINE_DEPRECATED("since 1.2; use paint()").
-/// Programs that cannot move yet define PELLARVINE_NO_DEPRECATION_WARNINGS.
+/// Marks a declaration that the next major version drops: PELLARVINE_DEPRECATED("since 1.2; use
+/// paint()"). Programs that still need it define PELLARVINE_NO_DEPRECATION_WARNINGS.
 #if defined(PELLARVINE_NO_DEPRECATION_WARNINGS)
 #define PELLARVINE_DEPRECATED(text)
 #else

@@ -20,7 +20,7 @@ namespace {
 constexpr qsizetype untranslated = std::numeric_limits<qsizetype>::max() - 1;
 constexpr qsizetype foreign = untranslated + 1;
 
-// A text and how well its language suits: 0 is best.
+// A text and the rank of its language: 0 is the best.
 struct Translation
 {
     QString text;
@@ -33,7 +33,7 @@ struct Translation
     }
 };
 
-// The user's languages, best first; each is followed by itself without a region: de-AT, de.
+// The user's languages, best first. Each is followed by the language without its region: de-AT, de.
 QStringList languages()
 {
     QStringList result;

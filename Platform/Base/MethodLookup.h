@@ -11,8 +11,8 @@
 
 namespace Pellarvine::detail {
 
-/// The method of that normalized signature, such as "save(bool)", of the most derived class that
-/// declares it; invalid if none does.
+/// The method with a normalized signature, such as "save(bool)", of the most derived class that
+/// declares it. Invalid if there is none.
 PELLARVINE_PRIVATE_EXPORT QMetaMethod methodWithSignature(const QObject *object,
                                                           const char *signature);
 
@@ -21,7 +21,7 @@ PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> methodsNamed(const QObject *object,
                                                           QByteArrayView name);
 
 /// @{
-/// All that `text` stands for in a file, in the same order: a name, or a whole signature with any
+/// All methods for `text` from a file, in the same order. `text` is a name, or a signature with any
 /// spacing.
 PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> methodsMatching(const QObject *object,
                                                              const QString &text);

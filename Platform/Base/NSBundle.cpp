@@ -20,7 +20,7 @@ namespace NS {
 
 namespace {
 
-// Of a graphical application; this library does not load QtGui.
+// The display name of a graphical application. This library does not load QtGui.
 QString displayName()
 {
     const QCoreApplication *const application = QCoreApplication::instance();
@@ -48,7 +48,7 @@ QVariantMap factsOfQt()
     return map;
 }
 
-// One line for each fault, however often the file is read.
+// Prints one line for each fault, however often the file is read.
 void warnOnce(const std::string &fault)
 {
     static std::mutex mutex;
@@ -58,7 +58,7 @@ void warnOnce(const std::string &fault)
         detail::printWarning("Warning: " + fault);
 }
 
-// The first of the files that exists; else empty.
+// Returns the first file that exists, or an empty path.
 QString existing(std::initializer_list<QString> paths)
 {
     const auto *const found = std::find_if(paths.begin(), paths.end(), [](const QString &path) {

@@ -13,12 +13,14 @@ namespace NS {
 /// The key of a bundle's build number.
 inline const QString kCFBundleVersionKey = QStringLiteral("CFBundleVersion");
 
-/// What the program says about itself:
+/// Facts about the running program:
 ///
-///     NS::Bundle::main().objectForInfoDictionaryKey(u"NSHumanReadableCopyright"_s);
+///     const NS::Bundle bundle = NS::Bundle::main();
+///     const QString copyright =
+///             bundle.objectForInfoDictionaryKey(u"NSHumanReadableCopyright"_s).toString();
 ///
-/// The facts stand in the file Info.plist, a property list in XML: in the program's resources
-/// (":/Info.plist"), else beside the executable. A program without one is described by what it has
+/// They are read from the file Info.plist, a property list in XML, in the program's resources
+/// (":/Info.plist") or else beside the executable. Without that file, they are what the program has
 /// told Qt:
 ///
 ///     CFBundleName                 QCoreApplication::applicationName()
@@ -26,35 +28,35 @@ inline const QString kCFBundleVersionKey = QStringLiteral("CFBundleVersion");
 ///     CFBundleShortVersionString   QCoreApplication::applicationVersion()
 ///     CFBundleIdentifier           organizationDomain() backwards, a dot, and applicationName()
 ///
-/// without those that are empty. The file is read afresh in every call. Any thread, once there is a
+/// Empty values are left out. The file is read again in every call. Any thread, once there is a
 /// QCoreApplication.
 class PELLARVINE_EXPORT Bundle
 {
 public:
-    /// The running program's.
+    /// The bundle of the running program.
     static Bundle main();
 
-    /// The value, or an invalid QVariant if there is no such key. With a file that
-    /// cannot be read, what Qt knows; a warning then names the place, once for each such fault.
+    /// The value, or an invalid QVariant if there is no such key. If the file cannot be read, a
+    /// warning names the place, once for each fault, and the value is the one that Qt has.
     QVariant objectForInfoDictionaryKey(const QString &key) const;
 
-    /// "org.example.mail"; null if there is none, or none that is text.
+    /// The identifier, such as "org.example.mail". Null if there is none, or if it is not text.
     QString bundleIdentifier() const;
 
-    /// All values. Throws `PropertyListError` for a file that is malformed, holds no dictionary or
-    /// cannot be read.
+    /// All values. Throws `PropertyListError` if the file is malformed, has no dictionary or cannot
+    /// be read.
     QVariantMap infoDictionary() const;
 
-    /// Where infoDictionary() would read; empty if there is no such file.
+    /// The path of the file that infoDictionary() reads. Empty if there is none.
     QString infoDictionaryPath() const;
 
-    /// What the AppStream metainfo file says. An empty one if there is no file; also if the file
-    /// cannot be read, and then a warning names the place, once for each such fault.
+    /// The contents of the AppStream metainfo file. Empty if there is no such file, or if it cannot
+    /// be read; a warning then names the place, once for each fault.
     Metainfo metainfo() const;
 
-    /// Where metainfo() reads: bundleIdentifier() and ".metainfo.xml" in the program's resources
-    /// (":/"), else beside the executable, else in ../share/metainfo from there. Empty if there is
-    /// no such file.
+    /// The path of the file that metainfo() reads. Its name is bundleIdentifier() and
+    /// ".metainfo.xml". It is looked for in the program's resources (":/"), beside the executable,
+    /// and in ../share/metainfo from there. Empty if there is none.
     QString metainfoPath() const;
 
 private:

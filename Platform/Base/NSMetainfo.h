@@ -11,12 +11,17 @@
 
 namespace NS {
 
-/// What a program's AppStream metainfo file says, as `Bundle::metainfo()` reads it. What the file
-/// does not say is empty. Texts are those in the first language of `QLocale().uiLanguages()` that
-/// the file has, else the untranslated ones.
+/// The contents of a program's AppStream metainfo file, as `Bundle::metainfo()` reads it:
+///
+///     const NS::Metainfo metainfo = NS::Bundle::main().metainfo();
+///     if (!metainfo.releases.isEmpty())
+///         label->setText(metainfo.releases.first().version);
+///
+/// Members are empty if the file lacks the element. Texts are those in the first language of
+/// `QLocale().uiLanguages()` that the file has, else the untranslated ones. A plain value.
 struct Metainfo
 {
-    /// A version of the program and what it brought.
+    /// A version of the program and its changes.
     struct Release
     {
         QString version; ///< "1.4"

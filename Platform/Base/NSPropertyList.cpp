@@ -15,7 +15,7 @@ namespace NS {
 
 namespace {
 
-// Deeper than any list is; the reading recurs.
+// Deeper than any real list. Reading is recursive.
 constexpr int deepest = 200;
 
 class ListReader
@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    // To the next element in the current one; false at its end.
+    // Goes to the next element in the current one; false at its end.
     bool nextChild()
     {
         const bool isThere = m_xml.readChild();
@@ -50,7 +50,7 @@ private:
         return isThere;
     }
 
-    // Of the element whose tag has been read.
+    // The value of the element whose tag has been read.
     QVariant value(int depth)
     {
         if (depth == deepest)

@@ -11,23 +11,23 @@
 
 namespace NS {
 
-/// A property list that cannot be read, and the place where it stops making sense.
+/// An error in a property list, with its place.
 class PELLARVINE_EXPORT PropertyListError : public std::exception
 {
 public:
-    /// `message` is the sentence that what() has behind file and place.
+    /// `message` is one sentence; what() adds the file and the place.
     PropertyListError(QString file, int line, int column, const QString &message);
     ~PropertyListError() override;
 
-    /// As it was given.
+    /// The name that was passed to propertyListFromXML().
     const QString &file() const noexcept { return m_file; }
 
-    /// Counted from 1.
+    /// The line of the error, from 1.
     int line() const noexcept { return m_line; }
-    /// Likewise.
+    /// The column of the error, from 1.
     int column() const noexcept { return m_column; }
 
-    /// All of it in one untranslated line for logs: "Info.plist:7:3: this <key> has no value".
+    /// File, place and message in one untranslated line: "Info.plist:7:3: this <key> has no value".
     const char *what() const noexcept override;
 
 private:
@@ -40,12 +40,12 @@ private:
 /// The value of a property list in XML:
 ///
 ///     const QVariant list = NS::propertyListFromXML(file.readAll(), file.fileName());
-///     list.toMap().value(u"CFBundleName"_s);
+///     const QString name = list.toMap().value(u"CFBundleName"_s).toString();
 ///
-/// A dict is a QVariantMap, an array a QVariantList, a string a QString, an integer a qlonglong (a
-/// qulonglong above its range), a real a double, true and false are bool, a date is a QDateTime in
-/// UTC and data a QByteArray. Throws `PropertyListError`, naming `fileName`, for whatever is not
-/// that: nothing is guessed or left out. May be called on any thread.
+/// A dict becomes a QVariantMap, an array a QVariantList, a string a QString, an integer a
+/// qlonglong (a qulonglong above its range), a real a double, true and false a bool, a date a
+/// QDateTime in UTC, and data a QByteArray. Throws `PropertyListError` for anything else, with
+/// `fileName` in its message. Any thread.
 PELLARVINE_EXPORT QVariant propertyListFromXML(const QByteArray &xml, const QString &fileName = {});
 
 } // namespace NS

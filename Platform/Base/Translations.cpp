@@ -19,8 +19,8 @@ bool installTranslations(const QLocale &locale)
     auto translator = std::make_unique<QTranslator>();
     const QStringList languages = locale.uiLanguages();
     for (const QString &language : languages) {
-        // The sources' own language needs no catalogue, and comes before what is asked for after
-        // it.
+        // English needs no catalogue. It precedes the languages that come after it in the user's
+        // list.
         if (QLocale(language).language() == QLocale::English)
             return true;
         if (translator->load(QLocale(language), u"pellarvine"_s, u"_"_s, u":/pellarvine"_s)) {

@@ -7,15 +7,15 @@
 
 namespace Pellarvine {
 
-/// Lets the library speak the locale's language, as far as it knows it: Arabic, English,
-/// French, German.
+/// Shows the library's texts in the locale's language. The library knows Arabic, English, French
+/// and German.
 ///
 ///     QApplication application(argc, argv);
 ///     Pellarvine::installTranslations();
 ///
-/// To be called once there is an application object, which owns what is installed; a second call
-/// takes the place of the first. False if the library does not know any language that the locale
-/// asks for: its texts are English then. Main thread only.
+/// Call it after the application object is made; that owns the translator. A second call replaces
+/// the first. Returns false if the library knows none of the languages of the locale; its texts are
+/// then English. Main thread only.
 PELLARVINE_EXPORT bool installTranslations(const QLocale &locale = QLocale());
 
 } // namespace Pellarvine

@@ -4,12 +4,11 @@
 #include <pellarvine/Platform/Global.h>
 
 /// @file
-/// The version that a program is compiled against, and the one that it runs with. Semantic
-/// versioning; the build reads it here.
+/// The version of the library at compile time and at run time, by semantic versioning.
 
-#define PELLARVINE_VERSION_MAJOR 1 ///< goes up when what worked may no longer
-#define PELLARVINE_VERSION_MINOR 0 ///< goes up with new API
-#define PELLARVINE_VERSION_PATCH 0 ///< goes up with repairs alone
+#define PELLARVINE_VERSION_MAJOR 1 ///< increases with incompatible changes
+#define PELLARVINE_VERSION_MINOR 0 ///< increases with new API
+#define PELLARVINE_VERSION_PATCH 0 ///< increases with fixes
 
 extern "C" {
 

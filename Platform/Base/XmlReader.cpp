@@ -55,7 +55,7 @@ bool XmlReader::readChild()
     }
 }
 
-// The reader tells where a tag ends, and no "<" stands within one.
+// The reader reports the end of a tag; a tag contains no "<".
 void XmlReader::noteTag()
 {
     const qsizetype end = std::min(qsizetype(characterOffset()), m_text.size());
@@ -75,7 +75,7 @@ XmlPlace XmlReader::placeAt(qsizetype offset)
 
 XmlPlace XmlReader::place() const
 {
-    // The reader does not place the errors that are raised here.
+    // The reader has no place for errors that are raised here.
     return hasError() && error() != CustomError ? position() : m_place;
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: an XML reader that knows where things stand.
+// Not API: an XML reader with places for errors.
 #pragma once
 
 #include "Base/Global.h"
@@ -10,43 +10,42 @@
 
 namespace Pellarvine::detail {
 
-/// A place in a file. Both count from 1; both are 0 where no place is known.
+/// A place in a file. Line and column count from 1, and are 0 if the place is not known.
 struct XmlPlace
 {
     int line = 0;
     int column = 0;
 };
 
-/// Reads a file as it is; an error where it is not text is the first thing to be read. A document
-/// type declaration has to be empty: entities and default attributes of a file's own would let a
-/// small file become a large one, or read others.
+/// Reads the contents of a file. If they are not text, the first read is an error. A document type
+/// declaration with contents is an error: entities and default attributes could expand a small file
+/// into a large one, or read other files.
 class PELLARVINE_PRIVATE_EXPORT XmlReader : public QXmlStreamReader
 {
 public:
     explicit XmlReader(const QByteArray &contents);
 
-    /// As QXmlStreamReader::readNext(), with an error for a document type declaration with
-    /// contents.
+    /// As QXmlStreamReader::readNext(). A document type declaration with contents is an error.
     TokenType readNext();
 
-    /// To be called once readNext() has been. Raises an error for text that is not white space.
+    /// Call it after readNext(). Raises an error for text that is not white space.
     void refuseText();
 
-    /// To the next element in the current one; false at the end of that and at an error, which text
-    /// between the elements is too. Does what noteTag() does.
+    /// Goes to the next element in the current one. False at its end and at an error, such as text
+    /// between the elements. Calls noteTag().
     bool readChild();
 
-    /// To be called once a start tag has been read, if its place is to be known.
+    /// Call it after a start tag has been read if its place is needed.
     void noteTag();
 
-    /// Where the tag that was noted last starts; after an error, where that is.
+    /// The place of the tag of the last noteTag(); after an error, the place of the error.
     XmlPlace place() const;
 
-    /// Where the reading has come to.
+    /// The present place of the reader.
     XmlPlace position() const { return { int(lineNumber()), int(columnNumber()) + 1 }; }
 
 private:
-    // Of a character of the text. Offsets never decrease from call to call.
+    // The place of a character. Offsets never decrease from call to call.
     XmlPlace placeAt(qsizetype offset);
 
     QString m_text;

@@ -16,7 +16,7 @@ class Button;
 /// draws something else:
 ///
 ///     class LevelCell : public NS::ButtonCell {
-///         void drawInterior(const QRectF &frame, QWidget *view) override
+///         void drawInterior(const QRectF &frame, QWidget *) override
 ///         { drawLevel(*NS::GraphicsContext::current(), frame); }
 ///     };
 ///     button->setCell(new LevelCell);

@@ -8,6 +8,9 @@
 
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
+/// @file
+/// The items of a model's list as the choices of a control.
+
 namespace NS {
 
 /// Where an item of a list of choices has what is shown and stored.

@@ -91,7 +91,7 @@ QPainterPath Path::toQPainterPath() const
     QPointF start;
     bool isClosed = false;
     for (const auto &[type, points] : m_elements) {
-        // Qt would go on from (0, 0).
+        // Qt would continue from (0, 0).
         if (isClosed && type != PathElement::moveToPoint)
             path.moveTo(start);
         isClosed = type == PathElement::closeSubpath;

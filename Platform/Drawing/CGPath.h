@@ -15,7 +15,7 @@ namespace CG {
 /// One step of a path. Unused points are (0, 0).
 struct PathElement
 {
-    /// What the step does, and which of the points it uses.
+    /// The kind of the step, and the points that it uses.
     enum Type {
         moveToPoint, ///< points: where a subpath starts
         addLineToPoint, ///< points: end
@@ -27,7 +27,7 @@ struct PathElement
     Type type; ///< has to be given
     std::array<QPointF, 3> points {}; ///< from the first
 
-    /// Bit for bit, where QPointF compares with a tolerance.
+    /// Compares bit by bit; QPointF compares with a tolerance.
     friend PELLARVINE_EXPORT bool operator==(const PathElement &first, const PathElement &second);
 };
 
@@ -46,15 +46,15 @@ class PELLARVINE_EXPORT Path
 public:
     Path() = default; ///< empty
 
-    /// A subpath of a QPainterPath that ends where it starts is closed: it has no other notion of
-    /// closing. Its quadratic curves have already become cubic ones.
+    /// Copies a QPainterPath. A subpath that ends at its start is closed, because QPainterPath has
+    /// no other notion of closing. Quadratic curves have become cubic ones there.
     explicit Path(const QPainterPath &path);
 
     void moveToPoint(const QPointF &point); ///< starts a subpath; the one before stays open
     void addLineToPoint(const QPointF &end); ///< a straight line from the current point
-    /// A quadratic curve from the current point, drawn towards `control` and ending at `end`.
+    /// A quadratic curve from the current point to `end`, with one control point.
     void addQuadCurveToPoint(const QPointF &control, const QPointF &end);
-    /// A cubic curve: it leaves towards `control1` and arrives from `control2`.
+    /// A cubic curve from the current point to `end`, with two control points.
     void addCurveToPoint(const QPointF &control1, const QPointF &control2, const QPointF &end);
     void closeSubpath(); ///< a straight line back to where the subpath started
 
@@ -62,8 +62,8 @@ public:
     const QList<PathElement> &elements() const { return m_elements; }
     bool isEmpty() const { return m_elements.isEmpty(); } ///< no elements
 
-    /// Where the next element starts: the last end, or after closing the subpath's start. Nothing
-    /// for an empty path.
+    /// The end of the last element, or the start of the subpath after closing. Nothing for an empty
+    /// path.
     const std::optional<QPointF> &currentPoint() const { return m_currentPoint; }
 
     /// The same shape for drawing. Quadratic curves are converted exactly.

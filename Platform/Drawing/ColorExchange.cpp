@@ -36,7 +36,7 @@ QString hexText(const QColor &color, bool withAlpha)
 
 std::optional<QColor> colorFromHex(const QString &text)
 {
-    // The conversion also reads text of which a part alone is a number.
+    // The conversion also accepts text that only begins with a number.
     static const QRegularExpression number(
             u"\\A#?(?:[0-9A-Fa-f]{3,4}|[0-9A-Fa-f]{6}|[0-9A-Fa-f]{8})\\z"_s);
     const QString trimmed = text.trimmed();
@@ -104,7 +104,7 @@ void fillWithColor(QPainter &painter, const QPainterPath &path, const QColor &co
 
 void fillWithCheckerboard(QPainter &painter, const QPainterPath &path)
 {
-    // Of the fill's shape, rather than squares clipped by it: its edge stays smooth.
+    // Has the shape of the fill and is not clipped by it, so its edge is smooth.
     const double ratio = std::max(1.0, painter.deviceTransform().m11());
     QImage tile(QSize(2 * squareSide, 2 * squareSide) * ratio, QImage::Format_RGB32);
     tile.fill(Qt::white);

@@ -19,14 +19,14 @@ namespace Pellarvine::detail {
 namespace {
 
 constexpr double mostPixels = 1 << 28;
-constexpr double shownPixels = 1 << 24; // somewhat more than a 5K screen has
+constexpr double shownPixels = 1 << 24; // a 5K screen has somewhat fewer
 constexpr int mostMegabytes = 512; // of a decoded picture, and of a file
 constexpr int usualMegabytes = 128; // Qt's own limit
 
 constexpr qint64 megabyte = 1 << 20;
 
-// While one exists, Qt decodes pictures of as many megabytes. A program that has set a limit below
-// the usual one keeps it, as does one that has set none.
+// While an object exists, Qt decodes pictures of this size. A lower or removed limit of the program
+// is kept.
 class AllocationLimit
 {
 public:

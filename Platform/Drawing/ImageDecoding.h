@@ -24,14 +24,14 @@ struct DecodedImage
 {
     /// Null if there is a fault.
     QImage bitmap;
-    /// In the picture's own pixels, of which the bitmap may have fewer.
+    /// The size in pixels of the picture. The bitmap may have fewer.
     QSizeF size;
     ImageFault fault = ImageFault::none;
 };
 
-/// The first frame of the picture, upright as its camera was held. Of more pixels than a large
-/// screen has, the bitmap gets as many as that. A picture that would take more memory than any
-/// camera's is too large. Any thread.
+/// The first frame of the picture, in the orientation of its camera. The bitmap has at most as many
+/// pixels as a large screen. A picture that takes more memory than that of any camera is too large.
+/// Any thread.
 PELLARVINE_PRIVATE_EXPORT DecodedImage decodedImage(const QByteArray &bytes);
 
 struct ImageFile
@@ -44,7 +44,7 @@ struct ImageFile
 /// Reads an ordinary local file once, and decodes it. Any thread.
 PELLARVINE_PRIVATE_EXPORT ImageFile readImageFile(const QUrl &url);
 
-/// Why the picture is not shown, for the user; empty without a fault.
+/// A message for the user; empty without a fault.
 PELLARVINE_PRIVATE_EXPORT QString explanation(ImageFault fault);
 
 } // namespace Pellarvine::detail

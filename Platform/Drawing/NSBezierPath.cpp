@@ -16,8 +16,8 @@ BezierPath::BezierPath(const CG::Path &path)
             lineToPoint(points[0]);
             break;
         case PathElement::addQuadCurveToPoint: {
-            // Both control points are this one on purpose. The second would be nearer to the end
-            // if the curve were to keep its shape.
+            // Both control points are equal by design. An exact conversion would have the second
+            // one nearer to the end.
             const QPointF control = (*currentPoint() + 2 * points[0]) / 3;
             curveToPoint(points[1], control, control);
             break;

@@ -20,17 +20,17 @@ class PELLARVINE_EXPORT BezierPath
 public:
     BezierPath() = default; ///< empty
 
-    /// Takes the elements over one by one. A quadratic curve becomes a cubic one whose two control
-    /// points are both (current point + 2 × control) / 3, so that it bends less towards its end
-    /// than the curve it stands for. `CG::Path::toQPainterPath` converts exactly.
+    /// Copies the elements. A quadratic curve becomes a cubic one with both control points at
+    /// (current point + 2 × control) / 3, so it bends less towards its end than the original.
+    /// `CG::Path::toQPainterPath` converts exactly.
     explicit BezierPath(const CG::Path &path);
 
-    /// A subpath that ends where it starts is closed.
+    /// A subpath that ends at its start is closed.
     explicit BezierPath(const QPainterPath &path);
 
     void moveToPoint(const QPointF &point); ///< starts a subpath; the one before stays open
     void lineToPoint(const QPointF &end); ///< a straight line from the current point
-    /// A cubic curve: it leaves towards the first control point and arrives from the second.
+    /// A cubic curve from the current point, with two control points.
     void curveToPoint(const QPointF &end, const QPointF &controlPoint1,
                       const QPointF &controlPoint2);
     void closePath(); ///< a straight line back to where the subpath started
@@ -39,10 +39,10 @@ public:
     const QList<CG::PathElement> &elements() const { return m_path.elements(); }
     bool isEmpty() const { return m_path.isEmpty(); } ///< no elements
 
-    /// Where the next element starts; nothing for an empty path.
+    /// The current point; nothing for an empty path.
     const std::optional<QPointF> &currentPoint() const { return m_path.currentPoint(); }
 
-    /// The same elements as a graphics path; no subpath is closed that is not closed here.
+    /// The same elements as a graphics path. No other subpath becomes closed.
     CG::Path cgPath() const { return m_path; }
 
     /// The same shape for drawing.

@@ -17,8 +17,8 @@ using Pellarvine::RGBA;
 
 namespace {
 
-// QColor keeps 16 bits a component. Its own float accessors round that to 24 bits, too few to tell
-// 26/255 from what is just below it.
+// QColor has 16 bits for a component. Its float accessors round that to 24 bits, which do not
+// distinguish 26/255 from the value just below.
 constexpr double largestComponent = 65535;
 
 RGBA components(const QColor &color)
@@ -30,7 +30,7 @@ RGBA components(const QColor &color)
              exact.blue() / largestComponent, exact.alpha() / largestComponent };
 }
 
-// One component of the hexcone, which falls and rises in steps of a sixth of the circle.
+// One component of the hexcone model, which falls and rises in steps of a sixth of the circle.
 // `offset` is 5 for red, 3 for green, 1 for blue.
 double component(const HSBA &color, int offset)
 {
@@ -47,8 +47,8 @@ quint16 rounded(double component)
     return quint16(std::lround(std::min(component, 1.0) * largestComponent));
 }
 
-// Once, when the library is loaded: by name for properties and queued connections, and both ways
-// between a QVariant that holds one and code that expects the other.
+// Registered once, when the library is loaded: by name, for properties and queued connections, and
+// as conversions between a QVariant of one type and code that expects the other.
 [[maybe_unused]] const bool isRegistered = [] {
     qRegisterMetaType<Color>("NS::Color");
     QMetaType::registerConverter<Color, QColor>(std::mem_fn(&Color::toQColor));

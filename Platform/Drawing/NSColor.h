@@ -12,8 +12,8 @@ QT_FORWARD_DECLARE_CLASS(QDebug)
 
 namespace NS {
 
-/// A colour as four doubles, for arithmetic that must not lose anything. Components are nominally
-/// 0…1 and never clamped.
+/// A colour as four doubles, for arithmetic without loss. Components are nominally 0…1 and never
+/// clamped.
 ///
 ///     const NS::Color accent({ .red = 0.2, .green = 0.6, .blue = 0.86 });
 ///     auto components = accent.hsba();
@@ -28,15 +28,15 @@ public:
     /// Opaque black.
     constexpr Color() noexcept = default;
 
-    /// Kept as they are, also out of 0…1.
+    /// Components outside 0…1 are kept.
     constexpr explicit Color(const Pellarvine::RGBA &components) noexcept
         : m_components(components)
     { }
 
-    /// By the hexcone model. The hue is an angle: only its fraction counts, so 1.25 is 0.25.
+    /// Converts by the hexcone model. The hue is an angle: 1.25 is 0.25.
     explicit Color(const Pellarvine::HSBA &components) noexcept;
 
-    /// The exact components of any QColor, whatever its spec. An invalid one gives opaque black.
+    /// The exact components of a QColor of any spec. An invalid one gives opaque black.
     explicit Color(const QColor &color) noexcept;
 
     static constexpr Color black() noexcept { return Color(); } ///< opaque
@@ -46,21 +46,21 @@ public:
     /// The components as they were given or computed.
     constexpr const Pellarvine::RGBA &rgba() const noexcept { return m_components; }
 
-    /// By the hexcone model, the hue in 0…1 without 1. A grey has hue and saturation 0. Components
-    /// out of range give a saturation or brightness out of range that leads back to them.
+    /// Converts by the hexcone model. The hue is in 0…1 without 1. A grey has hue and saturation 0.
+    /// Components out of range give a saturation or brightness out of range, and convert back.
     Pellarvine::HSBA hsba() const noexcept;
 
     /// The nearest QColor: 16 bits a component, clamped to 0…1.
     QColor toQColor() const noexcept;
 
-    /// Bit for bit, without tolerance.
+    /// Compares bit by bit, without tolerance.
     friend constexpr bool operator==(const Color &, const Color &) noexcept = default;
-    /// The same for colours that are equal; not to be stored.
+    /// Equal for equal colours. Not stable between versions.
     friend PELLARVINE_EXPORT size_t qHash(const Color &color, size_t seed) noexcept;
 
     /// Four doubles: red, green, blue, alpha.
     friend PELLARVINE_EXPORT QDataStream &operator<<(QDataStream &stream, const Color &color);
-    /// The same four, taken as they come.
+    /// Reads the four doubles without clamping.
     friend PELLARVINE_EXPORT QDataStream &operator>>(QDataStream &stream, Color &color);
     /// `NS::Color(red, green, blue, alpha)`, with the numbers.
     friend PELLARVINE_EXPORT QDebug operator<<(QDebug debug, const Color &color);

@@ -8,16 +8,16 @@
 
 namespace NS {
 
-/// Named colours that go together, such as those of a brand. The colour panel offers all that the
-/// program has:
+/// A list of named colours, such as those of a brand. The colour panel offers all lists of the
+/// program:
 ///
 ///     NS::ColorList::add({ tr("Harbour Café"), { { tr("Espresso"), espresso },
 ///                                                { tr("Foam"), foam } } });
 ///
-/// The library's own list of nineteen is there from the start.
+/// The library's list of nineteen colours is there from the start.
 struct PELLARVINE_EXPORT ColorList
 {
-    /// A colour of the list. Two are equal if name and colour are.
+    /// A colour of the list. Entries are equal if name and colour are.
     struct Entry
     {
         QString name; ///< for people: tooltips and screen readers show it
@@ -32,8 +32,8 @@ struct PELLARVINE_EXPORT ColorList
     /// The program's lists, in the order in which they were added. Main thread only.
     static const QList<ColorList> &availableColorLists();
 
-    /// Adds a list, or puts it in the place of the one of its name. A colour panel that is open
-    /// shows it when its palette page is next opened.
+    /// Adds a list, or replaces the list of the same name. An open colour panel shows it when its
+    /// palette page is next opened. Main thread only.
     static void add(const ColorList &list);
 
     friend bool operator==(const ColorList &, const ColorList &) = default;

@@ -7,16 +7,17 @@
 #include <QRectF>
 
 /// @file
-/// Between the coordinates of views, whose y grows upwards from the lower left corner, and those of
-/// Qt, whose y grows downwards from the upper left.
+/// Converts between the coordinates of `NS::` functions, with y upwards from the lower left corner,
+/// and those of Qt, with y downwards from the upper left corner.
 namespace NS {
 
-/// The rectangle in the other coordinates, in a space of that height. It is its own inverse.
+/// The rectangle in the other coordinates, in a space of the given height. The function is its own
+/// inverse.
 PELLARVINE_EXPORT QRectF flipped(const QRectF &rect, double height);
-/// Likewise a point.
+/// The point in the other coordinates.
 PELLARVINE_EXPORT QPointF flipped(QPointF point, double height);
 
-/// The nearest rectangle of whole units, edge by edge.
+/// The rectangle with each edge rounded to a whole unit.
 PELLARVINE_EXPORT QRect roundedToUnits(const QRectF &rect);
 
 } // namespace NS

@@ -11,10 +11,10 @@ namespace NS {
 
 namespace {
 
-// The top of the stack; each context remembers what is below it.
+// The top of the stack. Each context has a pointer to the one below.
 thread_local QPainter *currentPainter = nullptr;
 
-// A painter that was ended meanwhile has no state left, and Qt would print a warning.
+// A painter that has ended has no state, and Qt would print a warning.
 void restore(QPainter *painter)
 {
     if (painter && painter->isActive())

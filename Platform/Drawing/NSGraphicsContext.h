@@ -9,8 +9,8 @@ QT_FORWARD_DECLARE_CLASS(QPainter)
 
 namespace NS {
 
-/// Makes a painter the current one of its thread for as long as the object lives, so that drawing
-/// code further down needs no painter handed to it.
+/// Makes a painter the current painter of its thread for the lifetime of the object, so that
+/// drawing functions need no painter argument:
 ///
 ///     void Badge::paintEvent(QPaintEvent *)
 ///     {
@@ -19,8 +19,8 @@ namespace NS {
 ///         drawBadge(); // draws with *NS::GraphicsContext::current()
 ///     }
 ///
-/// Contexts nest. Going, by an exception too, each makes the one before it current again and gives
-/// both painters back the state (transform, clip, pen, …) that they had when it came.
+/// Contexts nest. The destructor makes the previous painter current again and restores the state
+/// (transform, clip, pen, …) that both painters had before, also when an exception is thrown.
 class PELLARVINE_EXPORT GraphicsContext
 {
 public:
@@ -38,9 +38,9 @@ private:
     QPainter *m_previous;
 };
 
-/// Lets `painter` draw text and pictures upright where y runs upwards: until the object goes, the
-/// painter's origin is the upper left corner of `rect`, and y runs downwards. Where y runs
-/// downwards already, only the origin moves.
+/// Draws text and pictures upright where y grows upwards. Until the object is destroyed, the
+/// painter's origin is the upper left corner of `rect` and y grows downwards. If y grows downwards
+/// already, only the origin moves.
 class PELLARVINE_EXPORT UprightDrawing
 {
 public:

@@ -14,12 +14,12 @@ namespace {
 // Qt's raster painter keeps coordinates in 16 bits.
 constexpr double largestSide = 32767;
 
-// A gibibyte: more is a mistake rather than a picture.
+// One GiB: a larger image is a mistake.
 constexpr double mostPixels = 1 << 28;
 
 QImage transparentBitmap(const QSizeF &size)
 {
-    // In this form a side that is not a number is refused as well.
+    // This form of the condition refuses NaN as well.
     const bool isInRange = size.width() >= 1 && size.width() <= largestSide && size.height() >= 1
                            && size.height() <= largestSide
                            && size.width() * size.height() <= mostPixels;

@@ -11,7 +11,7 @@
 
 namespace NS {
 
-/// A picture: a size in points and a bitmap, which need not have as many pixels.
+/// A picture: a size in points and a bitmap, whose number of pixels is independent of the size.
 ///
 ///     const NS::Image badge({ 32, 32 }, [] {
 ///         QPainter &painter = *NS::GraphicsContext::current();
@@ -27,23 +27,23 @@ public:
     /// Empty: no size and no bitmap.
     Image() = default;
 
-    /// Runs `drawingBlock` once, now, with a painter on a transparent bitmap as the current
-    /// graphics context: origin at the lower left, y upwards, antialiased. For text and pictures
-    /// see `UprightDrawing`. The bitmap takes one pixel a point, the fraction of `size` cut off:
-    /// 10 × 5 for 10.7 × 5.2. Whatever the block throws passes through; the contexts are as they
-    /// were before.
+    /// Draws an image: calls `drawingBlock` once, before the constructor returns, with a painter on
+    /// a transparent bitmap as the current graphics context. Its origin is at the lower left, y
+    /// grows upwards, and drawing is antialiased. For text and pictures see `UprightDrawing`. The
+    /// bitmap has one pixel for each point; fractions of `size` are cut off: 10 × 5 for 10.7 × 5.2.
+    /// An exception of the block is passed on, after the previous context is restored.
     ///
-    /// A size that leaves no pixel, is not finite, or has a side above 32767 or more than 2^28
-    /// pixels gives an empty image, and the block does not run.
+    /// The image is empty, and the block is not called, for a size without a pixel, a size that is
+    /// not finite, a side above 32767, or more than 2^28 pixels.
     Image(const QSizeF &size, const std::function<void()> &drawingBlock);
 
-    /// A bitmap at a size of one's own choice.
+    /// A bitmap shown at the given size.
     Image(const QImage &bitmap, const QSizeF &size);
 
     /// A bitmap at its own size: its pixels divided by its device pixel ratio.
     explicit Image(const QImage &bitmap);
 
-    /// Whether there is no bitmap, whatever the size.
+    /// Whether there is no bitmap. The size does not matter.
     bool isEmpty() const { return m_bitmap.isNull(); }
 
     /// In points.
@@ -52,8 +52,8 @@ public:
     /// 8 bits a sample in the order red, green, blue, alpha, premultiplied, for drawn images.
     const QImage &bitmap() const { return m_bitmap; }
 
-    /// Draws the whole image into `rect` of the current graphics context, upright wherever y runs.
-    /// Does nothing outside of any context.
+    /// Draws the whole image into `rect` of the current graphics context, upright in either
+    /// direction of y. Does nothing without a context.
     void draw(const QRectF &rect) const;
 
     /// Equal sizes and equal pixels.

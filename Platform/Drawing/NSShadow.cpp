@@ -20,8 +20,8 @@ constexpr double mostPixels = 1 << 22;
 constexpr double largestSide = 16384; // pixels
 constexpr double largestDeviation = 16; // pixels
 
-// Three averages in a row come close to a Gaussian. Returns how many pixels to either side each of
-// them takes in; see P. Kovesi, "Fast Almost-Gaussian Filtering", 2010.
+// Three box blurs approximate a Gaussian. Returns how many pixels on each side every one of them
+// covers; see P. Kovesi, "Fast Almost-Gaussian Filtering", 2010.
 std::array<int, 3> averagingRadii(double deviation)
 {
     constexpr int count = 3;
@@ -38,8 +38,8 @@ std::array<int, 3> averagingRadii(double deviation)
     return radii;
 }
 
-// Replaces each of `count` bytes, `stride` apart, by the average of it and its neighbours.
-// Beyond the ends all is 0.
+// Replaces each of `count` bytes, `stride` apart, by the average of itself and its neighbours. The
+// bytes outside are 0.
 void average(uchar *bytes, qsizetype stride, int count, int radius, std::vector<uchar> &scratch)
 {
     const int width = 2 * radius + 1;
@@ -92,7 +92,7 @@ QImage blurred(const QPainterPath &path, const QRectF &region, double scale, dou
     return shadow;
 }
 
-// As fine as the screen, unless that would make a large picture of a smooth thing.
+// As fine as the screen, unless a large blur makes that unnecessary.
 double pixelsPerPoint(const QRectF &region, double deviation, double screen)
 {
     return std::min({ screen, largestDeviation / deviation, largestSide / region.width(),
@@ -122,7 +122,7 @@ void Shadow::draw(QPainter &painter, const QPainterPath &path) const
     if (radius == 0) {
         painter.fillPath(shape.translated(offset), color);
     } else if (!region.isEmpty()) {
-        // The picture must begin where a pixel does.
+        // The picture begins at a whole pixel.
         const QPointF origin = (region.topLeft() + offset) * screen;
         region.setTopLeft(QPointF(std::floor(origin.x()), std::floor(origin.y())) / screen
                           - offset);

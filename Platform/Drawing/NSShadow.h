@@ -11,7 +11,7 @@ QT_FORWARD_DECLARE_CLASS(QPainterPath)
 
 namespace NS {
 
-/// A soft shadow, described in one call and drawn under any path.
+/// A soft shadow of any path, in one call:
 ///
 ///     const NS::Shadow shadow(NS::Color({ .red = 0, .alpha = 0.3 }), { 0, -2 }, 6);
 ///     shadow.draw(painter, card);
@@ -21,9 +21,9 @@ namespace NS {
 class PELLARVINE_EXPORT Shadow
 {
 public:
-    /// `offset` in points: width to the right, height upwards, so a light from above has a
-    /// negative height. `blurRadius` in points: how far the edge is smeared; twice the standard
-    /// deviation of a Gaussian. 0 and less draws a sharp edge, 512 is the most.
+    /// `offset` in points: the width to the right, the height upwards. Light from above has a
+    /// negative height. `blurRadius` in points: the width of the blurred edge, twice the standard
+    /// deviation of a Gaussian. 0 and less draws a sharp edge; 512 is the maximum.
     Shadow(const Color &color, const QSizeF &offset, double blurRadius)
         : m_color(color)
         , m_offset(offset)
@@ -34,8 +34,8 @@ public:
     QSizeF offset() const { return m_offset; } ///< in points: to the right, upwards
     double blurRadius() const { return m_blurRadius; } ///< in points, as it was given
 
-    /// Draws the shadow that the filled `path` casts, below the path too. Offset and radius keep
-    /// their direction and length whatever the painter's transform does to the path.
+    /// Draws the shadow of the filled `path`, also below the path itself. Offset and radius keep
+    /// their direction and length under every transform of the painter.
     void draw(QPainter &painter, const QPainterPath &path) const;
 
     friend bool operator==(const Shadow &, const Shadow &) = default;

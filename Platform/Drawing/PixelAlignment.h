@@ -10,10 +10,11 @@ QT_FORWARD_DECLARE_CLASS(QTransform)
 
 namespace Pellarvine::detail {
 
-/// The rectangle moved to whole pixels, in the same coordinates. Each edge is counted from the
-/// nearer side of `space`, whose own edges are rounded, so that opposite sides look alike; and the
-/// thickness of a line, at least a pixel, is rounded by itself, so that it is the same everywhere.
-/// `toDevice` takes both rectangles to pixels; if it turns or shears, `rect` stays as it is.
+/// Aligns a rectangle to whole pixels, in the same coordinates. The edges of `space` are rounded,
+/// and each edge of `rect` is placed relative to the nearer one, so that opposite sides look the
+/// same. The thickness of a line is rounded separately, to at least one pixel, so it is the same
+/// everywhere. `toDevice` maps both rectangles to pixels. If it rotates or shears, `rect` is
+/// returned unchanged.
 PELLARVINE_PRIVATE_EXPORT QRectF alignedToPixels(const QRectF &rect, const QRectF &space,
                                                  const QTransform &toDevice);
 

@@ -7,15 +7,15 @@
 
 namespace Pellarvine::detail {
 
-/// Whether text is lighter than what it stands on. This asks the palette and not the desktop's
-/// colour scheme, which a host's or a widget's own palette need not follow.
+/// Whether text is lighter than its background. Uses the palette, because the palette of a program
+/// or a widget need not follow the desktop's colour scheme.
 inline bool isDark(const QPalette &palette)
 {
     return palette.color(QPalette::Window).lightnessF()
            < palette.color(QPalette::WindowText).lightnessF();
 }
 
-/// From the first (0) to the second (1), opaque.
+/// Mixes two colours, from the first (0) to the second (1). Opaque.
 inline QColor mixed(const QColor &first, const QColor &second, double share)
 {
     const auto mix = [share](double from, double to) {

@@ -12,9 +12,9 @@ QT_FORWARD_DECLARE_CLASS(QObject)
 /// no value where something must stand:
 ///
 ///     const QVariant nothing;
-///     NS::isEqual(nothing, NS::nullObject()); // false: the null object is an object
-///     NS::isEqual(3, 3.0);                    // true: the same number
-///     NS::isEqual(3, u"3"_s);                 // false: a number is no text
+///     const bool isNull = NS::isEqual(nothing, NS::nullObject()); // false: that is an object
+///     const bool isSameNumber = NS::isEqual(3, 3.0);              // true
+///     const bool isText = NS::isEqual(3, u"3"_s);                 // false
 
 namespace NS {
 

@@ -37,7 +37,7 @@ struct KeyValueChange
 ///     class Logger : public NS::KeyValueObserver {
 ///         void observeValue(const QString &keyPath, QObject *, const NS::KeyValueChange *change)
 ///                 override { qInfo() << keyPath << change->newValue; }
-///     };
+///     } logger;
 ///     NS::addObserver(window, &logger, u"document.title"_s,
 ///                     NS::KeyValueObservingOptions::newValue);
 ///

@@ -17,6 +17,9 @@
 #include <type_traits>
 #include <utility>
 
+/// @file
+/// Bindings whose value is computed from several properties.
+
 namespace NS {
 
 /// A property that a computed binding is computed from.

@@ -15,11 +15,9 @@ namespace NS {
 /// A property that is a list, as a model for Qt's views and combo boxes: a row for each item, a
 /// column for each key path.
 ///
-///     auto *const people = new NS::ObjectListModel(
-///             team, u"members"_s, { { u"name"_s, tr("Name") }, { u"address.city"_s, tr("City") }
-/// },
-///             m_table);
-///     m_table->setModel(people);
+///     const QList<NS::ObjectListModel::Column> columns { { u"name"_s, tr("Name") },
+///                                                        { u"address.city"_s, tr("City") } };
+///     m_table->setModel(new NS::ObjectListModel(team, u"members"_s, columns, m_table));
 ///
 /// The items are QObjects, gadgets, maps or plain values (an empty key path is the item itself).
 /// The list has to report its changes or be constant. Rows that come, go or move are told to the

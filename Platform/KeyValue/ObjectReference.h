@@ -15,7 +15,7 @@ namespace NS {
 /// A reference to an object that a piece of the library works on. It is made, unasked, from what
 /// the caller has:
 ///
-///     Binding(slider, u"value"_s, model, u"level"_s);
+///     const Pellarvine::Binding level(slider, u"value"_s, model, u"level"_s);
 ///     // slider, a QSlider * with a parent: watched, and null from the moment it is destroyed
 ///     // model, a std::shared_ptr<Model>: kept alive
 ///

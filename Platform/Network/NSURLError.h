@@ -7,7 +7,7 @@
 
 namespace NS {
 
-/// Why a transfer failed.
+/// The reason of a failed transfer.
 ///
 ///     ticket.post([](const std::optional<NS::URLError> &error) {
 ///         if (error && error->code == NS::URLError::timedOut)

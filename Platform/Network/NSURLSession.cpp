@@ -45,9 +45,9 @@ void call(const URLSession::CompletionHandler &handler, const std::optional<URLE
     }
 }
 
-// A body that Qt cannot start again: a server that takes a whole request and hangs up without an
-// answer would else be sent the same request several times. (No QBuffer, whose bytes Qt takes past
-// any override.)
+// A body that cannot be read again. Otherwise Qt would repeat a request if the server closes the
+// connection without an answer. QBuffer does not help: Qt reads its bytes without calling an
+// override.
 class SingleUseBody : public QIODevice
 {
 public:
@@ -144,12 +144,12 @@ URLError cancellation()
                                           : Messages::tr("There is no application object.") };
 }
 
-// Set when exit() has been called, after which parts of Qt may have gone.
+// Set when exit() was called. Parts of Qt may be destroyed from then on.
 std::atomic_bool isExiting = false;
 
 } // namespace
 
-/// What the session is given to do.
+/// A task of the session.
 struct URLSession::Task
 {
     QNetworkRequest request;
@@ -159,7 +159,7 @@ struct URLSession::Task
     Rejection rejection = Rejection::success;
 };
 
-/// The thread, and what it has been given to do.
+/// The thread and its tasks.
 class URLSession::Worker final : public QThread
 {
 public:
@@ -167,10 +167,11 @@ public:
     // see QThread::wait().
     ~Worker() override { const std::lock_guard lock(m_mutex); }
 
-    // False, and the task untouched, if the thread has answered all it had and is about to end.
+    // Returns false and leaves the task unchanged if the thread has finished all tasks and is about
+    // to end.
     bool add(Task &task);
 
-    // Answers everything that is left. For the thread itself.
+    // Answers all remaining tasks. Called by the thread itself.
     void cancelAll();
 
 protected:
@@ -211,9 +212,9 @@ private:
     std::deque<Answer> m_answers;
 };
 
-// What a thread does first when it calls exit() or, being the main one, leaves main(): its
-// thread-locals go before the handlers of exit() and the destructors of statics, among which are
-// those of Qt and of the TLS library that a transfer must not outlive.
+// Runs first when the thread calls exit() or, as the main thread, leaves main(): thread-locals are
+// destroyed before the handlers of exit() and static objects, including those of Qt and the TLS
+// library. A transfer must not outlive those.
 struct URLSession::ExitGuard
 {
     bool isOfMainThread = false;
@@ -288,15 +289,15 @@ void URLSession::Worker::startIncoming()
     }
 }
 
-// Ends exec() for the handler to be called. Within a handler that calls exit(), Qt deletes the
-// event dispatcher of this thread, which must not be at work then.
+// Ends exec() before the handler is called. If the handler calls exit(), Qt deletes the event
+// dispatcher of this thread, which must not be running.
 void URLSession::Worker::answer(Task &task, std::optional<URLError> error)
 {
     m_answers.push_back({ std::move(task.handler), std::move(error) });
     quit();
 }
 
-// One at a time, so that none is lost when a handler calls exit() and this runs anew within itself.
+// One at a time: none is lost if a handler calls exit() and this function is called within itself.
 void URLSession::Worker::callHandlers()
 {
     while (!m_answers.empty()) {
@@ -382,16 +383,16 @@ void URLSession::Worker::finish(QNetworkReply *reply)
     redirect(std::move(transfer), *reply, reply->url().resolved(target));
 }
 
-// Keeps no connection that the next request could find dropped by the server, and no thread of Qt's
-// for one.
+// Closes connections, which the server might drop before the next request, and the thread of Qt for
+// them.
 void URLSession::Worker::rest()
 {
     if (m_transfers.empty())
         m_manager->clearConnectionCache();
 }
 
-// Qt's own way of following would repeat the credentials to whatever address it is shown, and a
-// body whenever a connection breaks.
+// Qt's own redirection would send the credentials to any address, and repeat a body when a
+// connection breaks.
 void URLSession::Worker::redirect(Transfer transfer, const QNetworkReply &reply, const QUrl &target)
 {
     if (!isSameOrigin(reply.url(), target))

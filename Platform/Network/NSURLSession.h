@@ -15,10 +15,10 @@
 
 namespace Pellarvine::detail {
 
-/// A QNetworkAccessManager on a thread of its own. Its handlers run on that thread, one after the
-/// other, each exactly once: with the outcome of its transfer, or with `URLError::cancelled` when
-/// the QCoreApplication goes or the process exits before there is one. The caller needs no event
-/// loop. Without a QCoreApplication Qt moves no bytes, and every transfer is cancelled.
+/// A QNetworkAccessManager on its own thread. Handlers run on that thread, one at a time and each
+/// exactly once: with the result of the transfer, or with `URLError::cancelled` if the
+/// QCoreApplication is destroyed or the process exits first. The caller needs no event loop.
+/// Without a QCoreApplication Qt transfers nothing, and every transfer is cancelled.
 class PELLARVINE_INTERNAL_EXPORT URLSession
 {
 public:
@@ -29,21 +29,21 @@ public:
     URLSession(const URLSession &) = delete;
     URLSession &operator=(const URLSession &) = delete;
 
-    /// What an answer with a status of 400 or more is.
+    /// The meaning of an answer with a status of 400 or more.
     enum class Rejection {
         success,
         error
     };
 
-    /// Sends a POST request and returns at once; any thread. `handler` may be empty; one that
-    /// throws stops the process.
+    /// Sends a POST request and returns at once. Any thread. `handler` may be empty; an exception
+    /// from it stops the process.
     ///
     /// `makeBody` is called once, on the session's thread.
     ///
-    /// What the request does not say is decided here: it fails after 60 seconds in which no byte
-    /// moved; a redirection is followed within the same scheme, host and port
-    /// only; the body is sent at most once for each address; the answer's body is dropped as it
-    /// arrives; cookies are neither sent nor stored. The server's certificate is always verified.
+    /// A transfer fails after 60 seconds without a byte. A redirection is followed within the same
+    /// scheme, host and port. The body is sent at most once for each address. The body of the
+    /// answer is dropped as it arrives. Cookies are neither sent nor stored. The certificate of the
+    /// server is always verified.
     void post(const QNetworkRequest &request, std::function<QByteArray()> makeBody,
               CompletionHandler handler, Rejection rejection = Rejection::success);
 

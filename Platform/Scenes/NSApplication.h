@@ -27,21 +27,21 @@ class PELLARVINE_EXPORT Application : public QApplication
                        followsColorSchemeChanged)
 
 public:
-    /// As a QApplication is made: both have to outlive the object.
+    /// Both arguments outlive the object, as for QApplication.
     Application(int &argc, char **argv);
     ~Application() override;
 
-    /// The running one; null if there is none, or if it is another kind of application.
+    /// The running application; null if there is none, or if it is of another class.
     static Application *sharedApplication();
 
-    /// Whether the palette is dark or light, and has the accent colour, that the user has set for
-    /// the desktop, also when that changes. For programs that set no palette of their own, where no
-    /// platform theme does it. Default: false.
+    /// Whether the palette follows the colour scheme and the accent colour of the desktop, also
+    /// when they change. For programs that set no palette of their own, on desktops whose platform
+    /// theme does not do this. Default: false.
     bool followsColorScheme() const;
     void setFollowsColorScheme(bool follows);
 
-    /// Shows the standard about panel, which is Qt's: the program's name, version and copyright.
-    /// The sender is for whoever overrides this.
+    /// Shows Qt's about panel with the name, version and copyright of the program. `sender` is for
+    /// subclasses.
     Q_INVOKABLE virtual void orderFrontStandardAboutPanel(const QVariant &sender = {});
 
 Q_SIGNALS:

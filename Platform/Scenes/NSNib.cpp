@@ -46,10 +46,10 @@ using detail::NibText;
 // The files of the library itself stand in this folder of the resources.
 const QString libraryFolder = u":/pellarvine"_s;
 
-// Marks what has been awakened.
+// Marks objects whose awakeFromNib() was called.
 constexpr char awakeProperty[] = "_q_pellarvine_awake";
 
-// Takes a handled property away, and what would bring it back when the language changes.
+// Removes a processed property, and the text that would set it again when the language changes.
 void clearEntries(QObject *object, const QByteArray &property)
 {
     object->setProperty(property.constData(), {});
@@ -61,7 +61,8 @@ void callAwakeFromNib(QObject *object)
     detail::methodWithSignature(object, "awakeFromNib()").invoke(object, Qt::DirectConnection);
 }
 
-// Calls awakeFromNib() of all that declare it, the owner last. It may destroy any of them.
+// Calls awakeFromNib() of all objects that declare it, the owner last. A call may delete any of
+// them.
 void awaken(const QList<QPointer<QObject>> &objects, const QPointer<QObject> &owner)
 {
     for (const QPointer<QObject> &object : objects) {
@@ -112,7 +113,7 @@ private:
     }
 };
 
-// One loading of a file.
+// Loads a file once.
 class Loading
 {
 public:
@@ -187,8 +188,8 @@ private:
         }
     }
 
-    // Only a QMainWindow places these by itself. In another window they would lie unseen below its
-    // contents, at the upper left.
+    // Only a QMainWindow places these. In another window they would be hidden below its contents,
+    // at the upper left.
     void placeBars(QWidget *root) const
     {
         if (qobject_cast<QMainWindow *>(root))
@@ -233,8 +234,8 @@ private:
                            [&](const NibProperty &property) { return property.name.text == name; });
     }
 
-    // Hands the children of custom containers to the method that the file names for that. The
-    // loader has done so where the file spells the class as the class itself does.
+    // Passes the children of custom containers to the method that the file names. The loader does
+    // this only if the file spells the class as the class itself does.
     void addPages() const
     {
         for (const NibElement &element : m_file.elements) {
@@ -271,7 +272,7 @@ private:
                     continue;
                 for (const NibText &entries : property.values)
                     connector.add(object, name, entries);
-                // Not to be handled again by whoever awakens a tree that this one is part of.
+                // A tree that contains this one does not process it again.
                 clearEntries(object, key);
             }
         }
@@ -299,7 +300,7 @@ private:
     Loader m_loader;
 };
 
-// Below `object` first, in the order in which the objects were made.
+// Objects below `object` first, in the order in which they were made.
 void collect(QObject *object, QList<QPointer<QObject>> &found)
 {
     for (QObject *const child : object->children())
@@ -321,7 +322,7 @@ QString foundInResources(const QString &name)
     QDirIterator folders(u":/"_s, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
     while (folders.hasNext()) {
         const QString folder = folders.next();
-        // Neither Qt's own nor the library's.
+        // Excludes the folders of Qt and of the library.
         const bool isOthers = folder.startsWith(":/qt-project.org"_L1) || folder == libraryFolder
                               || folder.startsWith(libraryFolder + u'/');
         if (isOthers)
@@ -329,7 +330,7 @@ QString foundInResources(const QString &name)
         if (QString path = found(folder + u'/' + name); !path.isEmpty())
             paths.append(path);
     }
-    // Of several, always the same one.
+    // If there are several, always the same one.
     const auto first = std::min_element(paths.cbegin(), paths.cend());
     return first == paths.cend() ? QString() : *first;
 }

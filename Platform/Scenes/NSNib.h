@@ -19,12 +19,12 @@ class NibFile;
 
 namespace NS {
 
-/// A Qt Designer file that is loaded while the program runs, with its objects connected to an
-/// owner:
+/// A form of Qt Designer that is loaded at run time and connected to an owner:
 ///
 ///     QWidget *const form = NS::Nib(u"Preferences"_s).instantiate(controller, window);
 ///
-/// Dynamic properties in the file say how (docs/interface-files.md has the whole syntax):
+/// Dynamic properties in the file define the connections. docs/interface-files.md has the whole
+/// syntax:
 ///
 ///     outlets      owner.nameField                the owner's property nameField is this object
 ///     bindings     text = owner.account.name      a value binding, as NS::bind; options follow,
@@ -32,11 +32,12 @@ namespace NS {
 ///     actions      clicked -> owner.save          a signal to a slot
 ///     constraints  leading = superview.leading + 8
 ///
-/// Widgets are of Qt's classes and of those in the class registry (`NS::registerClass`), whether or
-/// not the file lists them as custom. Texts are translated, and again when the language changes.
-/// Everything is checked while it is loaded: nothing is left out in silence.
+/// Widgets can be of Qt's classes and of all registered classes (`NS::registerClass`), with or
+/// without an entry for custom widgets in the file. Texts are translated when the form is loaded
+/// and when the language changes. Every entry is checked: an error is thrown, and nothing is left
+/// out silently.
 ///
-/// A plain value, and main thread only.
+/// A plain value. Main thread only.
 class PELLARVINE_EXPORT Nib
 {
 public:
@@ -44,37 +45,39 @@ public:
     /// file.
     explicit Nib(const QString &name);
 
-    /// A file's contents. `fileName` is for messages, and for the folder of its pictures.
+    /// Reads the contents of a file. `fileName` is for messages and for finding its pictures.
     Nib(const QByteArray &contents, const QString &fileName);
 
-    /// Where the file was found.
+    /// The path of the file.
     const QString &fileName() const;
 
-    /// Makes the objects of the file anew and returns the outermost, hidden if it is a window. It
-    /// belongs to `parent`, or to the caller if that is null. In order: the objects with their
-    /// properties, outlets, bindings, actions, constraints, and awakeFromNib() of every object that
-    /// declares it as Q_INVOKABLE or as a slot: children before parents, else in the order of the
-    /// file, the owner last. Connections and bindings end with either of their objects.
+    /// Creates the objects of the file and returns the outermost, which is hidden if it is a
+    /// window. `parent` owns it; if that is null, the caller does. The steps are: objects with
+    /// their properties, outlets, bindings, actions, constraints, and then awakeFromNib() of every
+    /// object that declares it as Q_INVOKABLE or as a slot. Children come before parents, otherwise
+    /// in the order of the file, and the owner last. A connection or a binding ends with either of
+    /// its objects.
     ///
-    /// `owner` may be null if the file names none. Throws NibError for whatever the file asks for
-    /// and cannot have; then no object is left, and the outlets that were set are null. What
-    /// awakeFromNib() throws is passed on likewise.
+    /// `owner` may be null if the file does not name it. Throws NibError for anything that cannot
+    /// be resolved, and the exceptions of awakeFromNib(). Then all objects are deleted, and the
+    /// outlets are null.
     QWidget *instantiate(QObject *owner = nullptr, QWidget *parent = nullptr) const;
 
-    /// Checks the file without an owner: makes the objects, as instantiate() does, and deletes
-    /// them. Entries that begin at the owner are compared with `ownerClass`, as far as its own
-    /// properties and methods go; not at all if that is null. Nothing is awakened. Throws NibError.
+    /// Checks the file without an owner: creates the objects, as instantiate() does, and deletes
+    /// them. Entries that begin with the owner are checked against the properties and methods of
+    /// `ownerClass`, or skipped if that is null. awakeFromNib() is not called. Throws NibError.
     void check(const QMetaObject *ownerClass = nullptr) const;
 
-    /// The file of that name, with or without ".ui" and perhaps a folder: in the resources at ":/",
-    /// then in any folder of the resources, then beside the executable, and last the library's own.
-    /// So a host's file stands in for the library's of the same name. An absolute path is taken as
-    /// it is. Empty if there is none.
+    /// The path of the file of that name, with or without ".ui" and a folder. It is looked for in
+    /// the resources at ":/", in all other folders of the resources, beside the executable, and
+    /// among the library's own files. So a file of the program replaces that of the library of the
+    /// same name. An absolute path is returned unchanged. Empty if there is no such file.
     static QString path(const QString &name);
 
-    /// The same for a tree that code made of the file: call it after setupUi(). Handles what lies
-    /// below `root` and has an object name. No object's entries are handled twice, and none is
-    /// awakened twice. Throws as instantiate() does, without line numbers, and deletes nothing.
+    /// Connects a tree that compiled code of the form has made: call it after setupUi(). It
+    /// processes the objects below `root` that have an object name. The entries of an object are
+    /// processed once, and awakeFromNib() is called once. Throws as instantiate() does, without
+    /// line numbers, and deletes nothing.
     static void awaken(QWidget *root, QObject *owner = nullptr);
 
 private:

@@ -25,7 +25,7 @@ QObject *responderAfterView(const QWidget *view)
     return controller ? controller : qApp;
 }
 
-// Null where the chain begins nowhere: no window is active, and nobody sends.
+// Null if the chain has no beginning: no window is active and there is no sender.
 QObject *firstResponder(QObject *sender)
 {
     if (QWidget *const focus = QApplication::focusWidget())
@@ -46,7 +46,7 @@ bool takes(const QMetaMethod &method, const QObject *sender)
            && (!sender || sender->metaObject()->inherits(type));
 }
 
-// Of overloads, the one that learns who sends.
+// Prefers the overload with the sender as its argument.
 QMetaMethod actionMethod(const QObject *target, const QByteArray &action, const QObject *sender)
 {
     QMetaMethod found;
@@ -54,7 +54,7 @@ QMetaMethod actionMethod(const QObject *target, const QByteArray &action, const 
     for (const QMetaMethod &method : overloads) {
         if (method.methodType() == QMetaMethod::Signal || !takes(method, sender))
             continue;
-        // The last of equals is the most derived class's.
+        // The last equal method is that of the most derived class.
         if (!found.isValid() || method.parameterCount() >= found.parameterCount())
             found = method;
     }

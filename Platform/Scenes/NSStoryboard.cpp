@@ -56,14 +56,14 @@ void fill(QWidget *container, QWidget *view)
 
 } // namespace
 
-/// A scene that has been loaded and is to be placed in another.
+/// A loaded scene that is to be embedded in another.
 struct Storyboard::Embedded
 {
     QWidget *container;
     std::unique_ptr<ViewController> controller;
 };
 
-/// Waits in a view for the signal that a segue begins at; until its controller ends or has another
+/// Waits for the signal that triggers a segue, until its controller is destroyed or has another
 /// view.
 class SegueTrigger : public QObject
 {
@@ -83,12 +83,12 @@ public Q_SLOTS:
     {
         if (m_hasEnded)
             return;
-        // What the program does in between may delete the source, and this with it.
+        // The code of the program may delete the source, and this object with it.
         const QPointer<ViewController> source = m_source;
         const QPointer<QObject> from = sender();
         const std::shared_ptr<Storyboard> storyboard = m_source->storyboard();
         const SegueElement &segue = m_segue;
-        // Called by Qt's events, which no exception may cross.
+        // Called by Qt's event loop, which cannot carry exceptions.
         try {
             if (m_source->shouldPerformSegue(segue.identifier, from) && source)
                 storyboard->perform(segue, source, from);
@@ -98,7 +98,7 @@ public Q_SLOTS:
     }
 
 private:
-    // Not deleted at once: it may be what fires.
+    // Deleted later: this may be called by its own signal.
     void end()
     {
         m_hasEnded = true;
@@ -240,8 +240,8 @@ void Storyboard::viewDidLoad(ViewController *controller, const QString &identifi
         const QMetaObject &type = SegueTrigger::staticMetaObject;
         QObject::connect(object, signal, trigger, type.method(type.indexOfSlot("fire()")));
     }
-    // Last, so that the names of embedded scenes are not taken for this one's; and all of them are
-    // there before the first is placed.
+    // Last, so that names in embedded scenes are not mistaken for names in this one. All scenes are
+    // loaded before the first is embedded.
     std::vector<Embedded> all;
     for (const SegueElement *const segue : segues) {
         if (segue->isEmbedded)
@@ -287,7 +287,7 @@ void Storyboard::perform(const SegueElement &segue, ViewController *source, QObj
     const auto made =
             StoryboardSegue::factory(segue.className)(segue.identifier, source, destination);
     source->prepareForSegue(made.get(), sender);
-    // Now, so that a view that cannot be loaded leaves everything as it was.
+    // Loaded first: if that fails, nothing has changed.
     if (auto *const controller = qobject_cast<ViewController *>(destination))
         controller->view();
     made->perform();

@@ -21,8 +21,9 @@ namespace NS {
 
 class ViewController;
 
-/// A file that lists the screens of a program, each a controller with its interface file, and the
-/// segues between them. docs/storyboards.md describes it, docs/storyboard.rng is its schema.
+/// A file with the screens of a program, each a controller with its interface file, and the
+/// transitions (segues) between them. docs/storyboards.md describes it, docs/storyboard.rng is its
+/// schema.
 ///
 ///     <storyboard initialScene="list">
 ///       <scene identifier="list" class="ListController" interface="List.ui"/>
@@ -31,14 +32,14 @@ class ViewController;
 ///              object="openButton" signal="clicked"/>
 ///     </storyboard>
 ///
-/// Controllers' classes are registered with `NS::registerClass`, those of segues with
-/// `NS::StoryboardSegue::registerClass`, before the file is read. The controllers that come from a
-/// storyboard keep it alive. Main thread only.
+/// Before the file is read, register the classes of controllers with `NS::registerClass` and those
+/// of segues with `NS::StoryboardSegue::registerClass`. A storyboard lives as long as its
+/// controllers. Main thread only.
 class PELLARVINE_EXPORT Storyboard final : public std::enable_shared_from_this<Storyboard>
 {
 public:
-    /// Reads NAME.storyboard from the program's resources or, if that is not there, from the folder
-    /// of the executable. Throws `StoryboardError`.
+    /// Reads NAME.storyboard from the program's resources, or from the folder of the executable.
+    /// Throws `StoryboardError`.
     static std::shared_ptr<Storyboard> storyboardWithName(const QString &name);
     /// Reads a file on the disk or, if the path begins with ":/", in the resources. Throws
     /// `StoryboardError`.
@@ -49,19 +50,19 @@ public:
     ~Storyboard();
 
     const QString &fileName() const; ///< the path that it was read from
-    /// Of the scenes, in the order of the file.
+    /// The identifiers of the scenes, in the order of the file.
     QStringList identifiers() const;
 
-    /// Checks what is otherwise checked when a scene's view is loaded, without making a controller:
-    /// interface files, with the scene's class for their owner, outlets, triggers and containers.
-    /// Objects of a view that its controller makes by itself are not known. Throws `NibError` and
+    /// Checks everything that is otherwise checked when a view is loaded, without making a
+    /// controller: interface files (with the class of the scene as owner), outlets, triggers and
+    /// containers. Views that a controller makes in code are not checked. Throws `NibError` and
     /// `StoryboardError`.
     void check() const;
 
-    /// Makes the controller of the initial scene; null if the file names none. The controller
-    /// belongs to the caller. Its view is loaded when it is first asked for, together with the
-    /// scene's outlets, triggers and embedded scenes, and that throws `StoryboardError` for
-    /// those that the interface file or the controller's class does not have.
+    /// Makes the controller of the initial scene, which the caller owns. Null if the file names
+    /// none. The view is loaded when it is first requested, with outlets, triggers and embedded
+    /// scenes. Throws `StoryboardError` then for those that the interface file or the class of the
+    /// controller lacks.
     QObject *instantiateInitialController();
     /// The same for any scene. Throws `UnknownIdentifierError`.
     QObject *instantiateControllerWithIdentifier(const QString &identifier);

@@ -23,15 +23,16 @@ struct SegueClass
     StoryboardSegue::Finder find;
 };
 
-// In the order of registration. Filled while libraries are loaded, before any static variable of
-// theirs can be relied on.
+// In the order of registration. Filled while libraries are loaded, before their static variables
+// are initialised.
 std::vector<SegueClass> &classes()
 {
     static std::vector<SegueClass> all;
     return all;
 }
 
-// By the full name or, of those registered, the last that ends in it. Null if there is none.
+// Finds a class by its full name, or the last registered one whose name ends in it. Null if there
+// is none.
 const SegueClass *segueClass(const QString &name)
 {
     const QString ending = u"::"_s + name;
@@ -48,7 +49,7 @@ const SegueClass *segueClass(const QString &name)
 [[maybe_unused]] const bool isRegistered =
         (StoryboardSegue::registerClass<StoryboardSegue>(), true);
 
-// Of a window that has chosen its frame, its own hints; else the desktop's for a dialog.
+// The size hints of a window that has set its frame, or else those of the desktop for a dialog.
 Qt::WindowFlags dialogFlags(const QWidget *view)
 {
     const Qt::WindowFlags flags = view->windowFlags();
@@ -56,7 +57,7 @@ Qt::WindowFlags dialogFlags(const QWidget *view)
     return hasChosen ? (flags & ~Qt::WindowType_Mask) | Qt::Dialog : Qt::Dialog;
 }
 
-// Ends a controller with the window that its view was shown in.
+// Deletes a controller when the window of its view is closed.
 class ClosingWatch : public QObject
 {
 public:
@@ -68,7 +69,7 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        // Closing may still be refused while the event is on its way; hiding is what it ends in.
+        // The window can still refuse to close; hiding is the final step.
         auto *const window = static_cast<QWidget *>(watched);
         if (event->type() == QEvent::HideToParent && window->isWindow())
             parent()->deleteLater();

@@ -16,9 +16,8 @@ namespace NS {
 
 class ViewController;
 
-/// One step from a controller to another: what a storyboard makes when its trigger fires, and what
-/// a program may make itself. A class of one's own says in perform() how the destination comes to
-/// be seen, and is named in storyboards once it has been registered:
+/// A transition from one controller to another. A storyboard makes one when its trigger fires; a
+/// program may make one itself. A subclass overrides perform(), which shows the destination:
 ///
 ///     class FadeSegue : public NS::StoryboardSegue
 ///     {
@@ -27,6 +26,9 @@ class ViewController;
 ///         using StoryboardSegue::StoryboardSegue;
 ///         void perform() override;
 ///     };
+///
+/// Storyboards can name the class once it is registered:
+///
 ///     NS::StoryboardSegue::registerClass<FadeSegue>();
 ///
 /// Neither controller is owned. Main thread only.
@@ -38,38 +40,38 @@ class PELLARVINE_EXPORT StoryboardSegue : public QObject
     Q_PROPERTY(QObject *destinationController READ destinationController CONSTANT)
 
 public:
-    /// Controllers of any kind; null is none.
+    /// The controllers can be any QObject, or null.
     StoryboardSegue(const QString &identifier, QObject *source, QObject *destination);
     ~StoryboardSegue() override;
 
     /// Empty if it has none.
     const QString &identifier() const;
     /// @{
-    /// Null if it was made without one, and once the controller is destroyed.
+    /// Null if the segue was made without it, and after the controller is destroyed.
     QObject *sourceController() const;
     QObject *destinationController() const;
     /// @}
 
-    /// Shows a view controller's view in a window of its own, which lies above the source's window.
-    /// It has the controller's title, unless that is empty, and keeps a frame of its own. Source
-    /// and destination end with each other: the destination becomes a QObject child of the source,
-    /// and is deleted when the window is closed. Does nothing for a destination of another kind.
+    /// Shows the view of a view controller in a window of its own above the source's window. The
+    /// window gets the controller's title unless that is empty, and keeps its own frame. The
+    /// destination becomes a QObject child of the source, and is deleted when the window is closed.
+    /// Does nothing if the destination is not a view controller.
     virtual void perform();
 
     // The classes that storyboards can name
 
-    /// Makes a segue of one class; never gives null.
+    /// Makes a segue of one class. Does not return null.
     using Factory = std::function<std::unique_ptr<StoryboardSegue>(
             const QString &identifier, QObject *source, QObject *destination)>;
 
-    /// Finds the controller that a segue leads to where there is one already; null if not.
+    /// Finds an existing controller as the destination of a segue, or returns null.
     using Finder = std::function<QObject *(ViewController *source, const QString &scene)>;
 
-    /// From now on storyboards know the class by its name, "Widgets::FadeSegue", and without the
-    /// namespace. Of classes with one name the one registered last counts.
+    /// Registers the class for storyboards under its full name, "Widgets::FadeSegue", and without
+    /// the namespace. If several classes have one name, the last one counts.
     ///
-    /// Storyboards make the destination, unless the class has a static function
-    /// `QObject *existingDestination(NS::ViewController *source, const QString &scene)`.
+    /// Storyboards make the destination, unless the class has a static function `QObject
+    /// *existingDestination(NS::ViewController *source, const QString &scene)`.
     template <typename Segue>
     static void registerClass(const char *name = Segue::staticMetaObject.className())
     {
@@ -88,15 +90,17 @@ public:
                 },
                 std::move(finder));
     }
-    /// The same for a class whose segues are made in some other way.
+    /// The same for a class whose segues are made by `factory`.
     static void registerFactory(const QString &name, Factory factory);
-    /// The same for one that leads to a controller that there is already.
+    /// The same for a class whose destination may exist already.
     static void registerFactory(const QString &name, Factory factory, Finder finder);
-    /// Empty for a name that is not registered. The library's own always are.
+    /// The factory of a registered class; the library's own are always registered. Empty for
+    /// another name.
     static Factory factory(const QString &name);
-    /// Empty for a name that is not registered, and if the destination is to be made.
+    /// The finder of a registered class. Empty for another name, and if the destination is always
+    /// made.
     static Finder finder(const QString &name);
-    /// The full names of all, sorted.
+    /// The full names of all registered classes, sorted.
     static QStringList registeredClasses();
 
 private:

@@ -40,7 +40,7 @@ ViewController *viewController(const QWidget *view)
     return view ? view->property(controllerProperty).value<QPointer<ViewController>>() : nullptr;
 }
 
-/// Watches a controller's view being shown and hidden, and tells the controllers.
+/// Watches the view of a controller, and calls the controllers when it is shown and hidden.
 class ViewWatch : public QObject
 {
 public:
@@ -49,8 +49,7 @@ public:
         , m_d(d)
     { }
 
-    // Of all controllers whose views are shown together, a container's is told first, although Qt
-    // shows the innermost widget first.
+    // Containers are called before their children, although Qt shows the innermost widget first.
     static void appear(QWidget *view)
     {
         QList<QPointer<ViewController>> appearing;
@@ -128,7 +127,7 @@ private:
         call(&ViewController::viewDidAppear);
     }
 
-    // These calls come out of Qt's events, which no exception may cross.
+    // Called by Qt's event loop, which cannot carry exceptions.
     void call(void (ViewController::*callback)())
     {
         try {
@@ -258,7 +257,7 @@ QList<ViewController *> ViewController::childViewControllers() const
 
 void ViewController::addChildViewController(ViewController *child)
 {
-    // Whoever is told of the removal may delete either, or add the child elsewhere.
+    // A receiver of the signal may delete either object, or add the child elsewhere.
     const QPointer<ViewController> self = this;
     const QPointer<ViewController> added = child;
     child->removeFromParentViewController();

@@ -15,18 +15,18 @@ namespace NS {
 class Storyboard;
 class StoryboardSegue;
 
-/// The object behind a view: it makes the view when that is first asked for and stands in a tree of
-/// controllers, in which a container shows the views of its children.
+/// Manages a view: makes it when it is first requested, and is part of a tree of controllers. A
+/// container shows the views of its child controllers.
 ///
 ///     class ListViewController : public NS::ViewController
 ///     {
 ///         void loadView() override { setView(new QListWidget); }
-///         void viewDidLoad() override { fill(); }
+///         void viewDidLoad() override { fill(static_cast<QListWidget *>(view())); }
 ///     };
 ///
-/// A controller owns its children and its view. A view that is given a parent widget belongs to
-/// that too; whichever ends first, nothing is destroyed twice. A controller whose view is gone
-/// stays for whoever owns it. Main thread only.
+/// A controller owns its children and its view. If the view has a parent widget, that owns it too;
+/// nothing is deleted twice. When the view is deleted, the controller remains with its own owner.
+/// Main thread only.
 class PELLARVINE_EXPORT ViewController : public QObject
 {
     Q_OBJECT
@@ -37,7 +37,7 @@ class PELLARVINE_EXPORT ViewController : public QObject
 
 public:
     explicit ViewController(QObject *parent = nullptr);
-    /// With a view from the interface file of that name, or at that path, which NS::Nib finds. This
+    /// With a view from the interface file of that name or path, as `NS::Nib` finds it. This
     /// controller is the file's owner.
     explicit ViewController(const QString &nibName, QObject *parent = nullptr);
     ~ViewController() override;
@@ -50,63 +50,64 @@ public:
 
     // The view
 
-    /// Never null, unless the view was destroyed by its parent: the first call loads it. Throws
-    /// what loadView() and the storyboard do, and the next call then tries again.
+    /// Returns the view and loads it in the first call. Null only if the parent widget of the view
+    /// has deleted it. Throws the exceptions of loadView() and of the storyboard; the next call
+    /// tries again.
     QWidget *view();
-    /// Takes the view; the one before it is deleted if it has no parent widget.
+    /// Sets the view. The previous one is deleted if it has no parent widget.
     void setView(QWidget *view);
-    /// True from just before viewDidLoad() on, or once setView() was called with a view from
-    /// outside of loadView(). Stays true when the view is gone.
+    /// True from just before viewDidLoad() on, and after setView() was called from outside
+    /// loadView(). Remains true when the view is deleted.
     bool isViewLoaded() const;
     /// Called once, after loadView().
     virtual void viewDidLoad();
 
-    // Called when the view is shown and hidden: by itself, with a parent, by being added or
-    // removed. They come in this order and in pairs, for containers before their children.
-    // Minimising a window hides nothing. For a view that is destroyed while it is visible, none is
-    // called. An exception that a callback lets out is printed as a warning.
+    // The following are called when the view is shown and hidden: by itself, with a parent, or by
+    // being added or removed. They are called in this order and in pairs, for containers before
+    // their children. Minimising a window hides nothing. None is called for a view that is deleted
+    // while it is visible. An exception in one of them is printed as a warning.
 
-    /// It is about to be seen.
+    /// The view is about to be shown.
     virtual void viewWillAppear();
-    /// It has been shown, and the event loop has come round; at the latest before it disappears.
+    /// The view is shown. Called by the event loop, and at the latest before the view disappears.
     virtual void viewDidAppear();
-    /// It is being hidden or taken away, and still where it was.
+    /// The view is about to be hidden or removed; it still has its place.
     virtual void viewWillDisappear();
-    /// It and all in it are hidden.
+    /// The view and its children are hidden.
     virtual void viewDidDisappear();
 
     // The tree of controllers
 
-    /// The controller that this one is a child of; null at the top.
+    /// The parent controller; null at the top.
     ViewController *parentViewController() const;
     /// In the order in which they were added.
     QList<ViewController *> childViewControllers() const;
-    /// Makes the controller the last child, taking it from where it was. Neither null nor this
-    /// controller nor one above it. Its view is for the caller to place.
+    /// Appends a child controller, and removes it from its previous parent. `child` is not null,
+    /// not this controller and not above it. The caller places its view.
     void addChildViewController(ViewController *child);
-    /// Afterwards nobody owns the controller. Does nothing at the top.
+    /// Removes this controller from its parent. It then has no owner. Does nothing at the top.
     void removeFromParentViewController();
 
     // The storyboard
 
-    /// The one that this controller comes from; null if it comes from none.
+    /// The storyboard that made this controller, or null.
     std::shared_ptr<Storyboard> storyboard() const;
-    /// Of the scene in the storyboard that this controller was made from; empty if it was not.
+    /// The scene from which the storyboard made this controller, or empty.
     QString sceneIdentifier() const;
-    /// Walks the segue of that name that begins at this controller. Throws
-    /// `UnknownIdentifierError` if there is none, and what loading the destination throws; nothing
-    /// has changed then.
+    /// Performs the segue of that name from this controller. Throws `UnknownIdentifierError` if
+    /// there is none, and the exceptions of loading the destination; nothing has changed then.
     void performSegue(const QString &identifier, QObject *sender = nullptr);
-    /// Whether a segue that `sender` triggers may be walked: true unless overridden. Not asked by
-    /// performSegue().
+    /// Called before a segue that `sender` triggers. If it returns false, nothing happens. Not
+    /// called by performSegue(). Default: true.
     virtual bool shouldPerformSegue(const QString &identifier, QObject *sender);
-    /// The destination is made, its view not loaded: the moment to hand over what it shows.
+    /// Called before a segue is performed. The destination exists, and its view is not loaded: pass
+    /// it the model here.
     virtual void prepareForSegue(StoryboardSegue *segue, QObject *sender);
-    /// Whether this controller may be taken away by a segue that goes back to one below it: true
-    /// unless overridden, for example because something is not saved.
+    /// Called before a segue that goes back removes this controller. Return false to stay, for
+    /// example with unsaved changes. Default: true.
     virtual bool canUnwind(StoryboardSegue *segue);
-    /// The segue goes back to this controller, and nothing has been taken away yet: the moment to
-    /// ask its source for results.
+    /// Called before a segue goes back to this controller. Nothing is removed yet: take results
+    /// from its source here.
     virtual void prepareForUnwind(StoryboardSegue *segue);
 
 Q_SIGNALS:
@@ -115,8 +116,8 @@ Q_SIGNALS:
     void childViewControllersChanged(); ///< a child was added, removed or destroyed
 
 protected:
-    /// Makes the view and hands it to setView(): from the interface file if there is one, else a
-    /// plain widget, unless overridden.
+    /// Makes the view and passes it to setView(). Loads the interface file if there is one, else
+    /// makes a plain widget.
     virtual void loadView();
 
 private:
@@ -126,7 +127,7 @@ private:
     std::unique_ptr<Private> d;
 };
 
-/// The controller whose view that is; null if it is nobody's. `view` may be null.
+/// The controller that owns `view`, or null. `view` may be null.
 PELLARVINE_EXPORT ViewController *viewController(const QWidget *view);
 
 } // namespace NS

@@ -59,7 +59,7 @@ QWidget *WindowController::window()
 {
     if (std::exchange(d->hasLoaded, true))
         return d->window;
-    // Slots and key paths come here too, and no exception may leave them.
+    // Called by slots and key paths, which cannot carry exceptions.
     try {
         loadWindow();
     } catch (const std::exception &error) {

@@ -12,14 +12,13 @@
 
 namespace NS {
 
-/// The object behind a window: it loads the window from an interface file when that is first asked
-/// for, and owns it.
+/// Manages a window: loads it from an interface file when it is first requested, and owns it.
 ///
 ///     class PreferencesController : public NS::WindowController
 ///     {
 ///     public:
 ///         PreferencesController() : NS::WindowController(u"Preferences"_s) { }
-///         void windowDidLoad() override { fill(); }
+///         void windowDidLoad() override { window()->setWindowTitle(u"Preferences"_s); }
 ///     };
 ///
 /// The controller is the file's owner, so outlets, bindings and actions can name its properties and
@@ -35,44 +34,44 @@ public:
     /// `window` may be null.
     explicit WindowController(QWidget *window, QObject *parent = nullptr);
 
-    /// The name is one for `NS::Nib`.
+    /// The name of an interface file, as `NS::Nib` finds it.
     explicit WindowController(const QString &windowNibName, QObject *parent = nullptr);
 
     /// Deletes the window, unless that has a parent widget.
     ~WindowController() override;
 
-    /// The first call loads the window. Null if there is none: if no file was named, if the window
-    /// has been destroyed, or if the file cannot be loaded, for which a warning says why.
+    /// Returns the window and loads it in the first call. Null if no file was named, if the window
+    /// has been destroyed, or if the file cannot be loaded; a warning then gives the reason.
     QWidget *window();
 
-    /// Takes the window; the one before it is deleted if it has no parent widget.
+    /// Sets the window. The previous one is deleted if it has no parent widget.
     void setWindow(QWidget *window);
-    /// Whether there is a window already; asking loads none.
+    /// Whether the window is loaded. Does not load it.
     bool isWindowLoaded() const;
 
     /// Empty if there is none.
     QString windowNibName() const;
 
-    /// Shows the window in front and makes it the active one, restoring it if it is minimised. The
-    /// sender is for whoever overrides this.
+    /// Shows, raises and activates the window, and restores it if it is minimised. `sender` is for
+    /// subclasses.
     Q_INVOKABLE virtual void showWindow(const QVariant &sender = {});
 
     /// Closes the window, if it is loaded. It can be shown again.
     Q_INVOKABLE void close();
 
-    /// Asked whenever the window is about to close, by whomever; before the window's own
-    /// closeEvent() and its content's. Returns true unless overridden.
+    /// Called before the window closes, for every reason, and before the closeEvent() of the window
+    /// and its content. Return false to keep it open. Default: true.
     virtual bool windowShouldClose();
 
-    /// Called once, after loadWindow(): the window is there, its outlets are set.
+    /// Called once, after loadWindow(). The outlets are set.
     virtual void windowDidLoad();
 
 Q_SIGNALS:
     void windowChanged(QWidget *window);
 
 protected:
-    /// Loads the interface file and hands its outermost widget to setWindow(). Throws NS::NibError;
-    /// window() catches that.
+    /// Loads the interface file and passes its outermost widget to setWindow(). Throws
+    /// NS::NibError, which window() catches.
     virtual void loadWindow();
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: what follows the key path of a binding in an interface file.
+// Not API: the options of a binding in an interface file.
 #pragma once
 
 #include "Base/Global.h"
@@ -28,7 +28,7 @@ struct NibBindingOptions
 /// `text` is the part from the first "|" on, or empty; `entry` is for the fault. Throws NibFault.
 NibBindingOptions nibBindingOptions(const QString &text, const QString &entry);
 
-/// What they mean to NS::bind.
+/// The options for NS::bind.
 NS::BindingOptions bindingOptions(const NibBindingOptions &options);
 
 } // namespace Pellarvine::detail

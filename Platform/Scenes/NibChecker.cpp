@@ -24,7 +24,7 @@ namespace {
 
 using NS::NibError;
 
-// How messages call it.
+// The name in messages.
 QString description(const NibElement &element)
 {
     if (element.kind == NibElement::item)
@@ -32,7 +32,7 @@ QString description(const NibElement &element)
     return element.kind == NibElement::spacer ? u"a spacer"_s : element.className;
 }
 
-// Properties that the loader has and the class has not.
+// Properties of the loader that the class does not have.
 bool isPseudoProperty(const NibElement &element, const QString &name)
 {
     return (element.className == "Line"_L1 && name == "orientation"_L1)
@@ -50,7 +50,7 @@ QString valueText(const NibProperty &property)
                                      : property.values.constFirst().text;
 }
 
-// What the text in the element is, for a property of that type to take.
+// The value in the text of the element, for a property of that type.
 QVariant plainValue(const QString &kind, const QString &text)
 {
     if (kind == "number"_L1)
@@ -67,7 +67,7 @@ bool isPlain(const QString &kind)
     return plain.contains(kind);
 }
 
-// Writes it as well: the loader loses the flags of classes that it does not know.
+// Sets the value too: the loader drops flags of classes that it does not know.
 bool takesKeys(QObject *object, const QMetaProperty &declared, const QString &text)
 {
     const std::optional<int> value = valueOfKeys(declared.enumerator(), text);
@@ -135,7 +135,7 @@ void NibChecker::checkClasses(const QStringList &widgets, const QStringList &lay
             if (known && !known->isWidget())
                 fail(NibError::unknownClass, element.name, element.name.text, name,
                      u"the class \"%1\" is no widget"_s.arg(name));
-            // A line is a frame that Designer has a name of its own for.
+            // Designer has a name of its own for a frame that is a line.
             if (!known && !widgets.contains(name) && name != "Line"_L1)
                 fail(NibError::unknownClass, element.name, element.name.text, name,
                      u"there is no class \"%1\"; NS::registerClass makes it known"_s.arg(name));
@@ -286,7 +286,7 @@ void NibChecker::checkNames() const
     }
 }
 
-// The loader has connected these by now, those that it could.
+// The loader has connected these already, as far as it could.
 void NibChecker::checkConnections() const
 {
     for (const NibConnection &connection : m_file.connections) {

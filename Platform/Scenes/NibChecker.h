@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: finds what the loader of interface files leaves out in silence.
+// Not API: finds errors that the loader of interface files ignores.
 #pragma once
 
 #include "Scenes/NibFile.h"
@@ -13,18 +13,18 @@ namespace Pellarvine::detail {
 
 struct NibValueKinds;
 
-/// Compares a file with what there is. Every check throws NibError.
+/// Checks a file. Every check throws NibError.
 class NibChecker
 {
 public:
     explicit NibChecker(const NibFile &file);
 
-    /// Before the file is loaded: the classes, which may be those registered or of these names, and
-    /// the pictures.
+    /// Before the file is loaded: checks the pictures, and the classes, which are registered or
+    /// among these names.
     void checkClasses(const QStringList &widgets, const QStringList &layouts) const;
     void checkImages() const;
 
-    /// Once it is loaded: properties, attributes, and the names of other objects.
+    /// After it is loaded: checks properties, attributes, and the names of other objects.
     void checkObjects(const QHash<QString, QObject *> &objects);
 
 private:

@@ -164,7 +164,7 @@ void NibConnector::setOutlet(const Outlet &outlet)
 {
     const Path &path = outlet.path;
     try {
-        // A null on the way would swallow the outlet.
+        // A null object on the path would ignore the outlet.
         const qsizetype dot = path.keyPath.lastIndexOf(u'.');
         if (dot >= 0 && !NS::valueForKeyPath(path.root, path.keyPath.first(dot)).isValid())
             throw NibFault { NS::NibError::unknownKeyPath, path.keyPath,
@@ -214,7 +214,7 @@ void NibConnector::bindValue(const ValueBinding &binding)
         if (object)
             NS::unbind(object, key);
     });
-    // What the file has for this property would come back when the language changes.
+    // Otherwise the value of the file would be set again when the language changes.
     binding.object->setProperty(QByteArray("_q_notr_" + binding.key.toUtf8()).constData(), {});
 }
 

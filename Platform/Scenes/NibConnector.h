@@ -17,21 +17,21 @@
 
 namespace Pellarvine::detail {
 
-/// Takes entries, one by one, and checks them; then connects, all or nothing.
+/// Checks entries one by one, and then connects all or none.
 class NibConnector
 {
 public:
     /// `fileName` is for messages, and may be empty.
     NibConnector(QObject *owner, QHash<QString, QObject *> objects, QString fileName);
 
-    /// Takes the entries in one value of that property. Throws NibError.
+    /// Checks the entries in one value of that property. Throws NibError.
     void add(QObject *object, const QString &property, const NibText &value);
 
-    /// From now on takes entries that begin at an owner that is not there: they are compared with
-    /// its class, unless that is null, and not connected.
+    /// From now on there is no owner: entries that begin with it are checked against its class,
+    /// unless that is null, and not connected.
     void checkOwnerEntries(const QMetaObject *ownerClass);
 
-    /// Connects. Throws NibError, with every outlet and binding that was made undone.
+    /// Connects the entries. After a NibError, all outlets and bindings are undone.
     void connect();
 
     /// Empties the outlets that connect() set.
@@ -76,7 +76,7 @@ private:
     void bindValue(const ValueBinding &binding);
     static void bindList(const ValueBinding &binding);
 
-    // Makes a NibError of a NibFault in `step`.
+    // Converts a NibFault of `step` to a NibError.
     template <typename Step>
     void run(const Entry &entry, Step step) const;
 
@@ -92,8 +92,8 @@ private:
     QList<std::function<void()>> m_undo;
 };
 
-/// The signal and the slot of those names, with the arguments that go together: in parentheses, or
-/// else the most that they share. Throws NibFault.
+/// The signal and the slot of those names. Their arguments are those in parentheses, or as many as
+/// both have. Throws NibFault.
 std::pair<QMetaMethod, QMetaMethod> signalAndSlot(const QMetaObject *sender, const QString &signal,
                                                   const QMetaObject *receiver, const QString &slot);
 

@@ -16,7 +16,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// The pattern as it stands, from end to end.
+// Matches the whole text.
 QRegularExpression pattern(const QString &text)
 {
     return QRegularExpression(QRegularExpression::anchoredPattern(text));

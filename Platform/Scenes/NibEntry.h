@@ -74,10 +74,10 @@ using NibEntry = std::variant<NibOutlet, NibBinding, NibAction, NibConstraint>;
 /// Whether a dynamic property of that name holds entries.
 PELLARVINE_INTERNAL_EXPORT bool holdsNibEntries(const QString &property);
 
-/// The entries in a value of such a property, each on a line of its own, where they start.
+/// The entries in a value of such a property, one on each line, with their places.
 PELLARVINE_INTERNAL_EXPORT QList<NibText> nibEntries(const NibText &value);
 
-/// What an entry of that property says. Throws NibFault.
+/// Parses an entry of that property. Throws NibFault.
 PELLARVINE_INTERNAL_EXPORT NibEntry nibEntry(const QString &property, const QString &text);
 
 } // namespace Pellarvine::detail

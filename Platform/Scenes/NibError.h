@@ -10,13 +10,13 @@
 
 namespace NS {
 
-/// What is wrong with an interface file, and where:
+/// An error in an interface file, with its place:
 ///
 ///     try {
 ///         NS::Nib(u"Preferences"_s).instantiate(controller);
 ///     } catch (const NS::NibError &error) {
 ///         qWarning("%s", error.what());
-///         // Preferences.ui:31:5: nameField: PreferencesController has no key "nmae"
+///         // Preferences.ui:31:5: nameField: PreferencesOwner has no key "nmae"
 ///         // (binding "text = owner.nmae")
 ///     }
 class PELLARVINE_EXPORT NibError : public std::exception
@@ -34,29 +34,29 @@ public:
         unknownImage, ///< a picture that is in neither the resources nor the file's folder
     };
 
-    /// `message` is the sentence that what() has behind file, place and object.
+    /// `message` is one sentence; what() adds file, place and object.
     NibError(Reason reason, QString file, int line, int column, QString object, QString name,
              const QString &message);
     ~NibError() override;
 
-    /// What kind of fault it is.
+    /// The kind of the error.
     Reason reason() const noexcept { return m_reason; }
 
-    /// The file's path; empty for a tree that was built by code.
+    /// The path of the file; empty for a tree that was made by code.
     const QString &file() const noexcept { return m_file; }
 
-    /// Counted from 1; 0 where no place in the file is known.
+    /// The line, from 1; 0 if it is not known.
     int line() const noexcept { return m_line; }
-    /// Likewise.
+    /// The column, from 1; 0 if it is not known.
     int column() const noexcept { return m_column; }
 
-    /// The name of the object in the file. Empty if the file as a whole is meant.
+    /// The name of the object in the file. Empty if the error concerns the whole file.
     const QString &object() const noexcept { return m_object; }
 
-    /// The class, key path, signal, slot, property or object that is not there.
+    /// The name that cannot be resolved: a class, key path, signal, slot, property or object.
     const QString &name() const noexcept { return m_name; }
 
-    /// All of it in one untranslated line for logs.
+    /// File, place and message in one untranslated line, for logs.
     const char *what() const noexcept override;
 
 private:

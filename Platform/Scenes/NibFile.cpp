@@ -12,7 +12,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// No form is nested as deeply; beyond it the loader's recursion could run out of stack.
+// Deeper than any form. Beyond it the recursion of the loader could exhaust the stack.
 constexpr int deepest = 200;
 
 std::optional<NibElement::Kind> elementKind(QStringView tag)
@@ -45,7 +45,7 @@ bool isStructure(QStringView tag)
     return tags.contains(tag);
 }
 
-// Why the text in an element of that name is no value of it; empty if it is one.
+// The reason why the text is not a value for an element of that name; empty if it is one.
 QString problem(const QString &tag, const QString &kind, const QString &text)
 {
     static const QSet<QString> wholes {
@@ -158,7 +158,7 @@ private:
             addElement(*kind);
     }
 
-    // The element that the current one stands directly in; -1 if that is no model element.
+    // The parent of the current element; -1 if that is not an element of the model.
     int enclosing() const { return m_path.isEmpty() ? -1 : m_path.constLast().element; }
 
     void addElement(NibElement::Kind kind)
@@ -267,7 +267,7 @@ private:
             m_file.images.append(property.values);
     }
 
-    // Each part that has no parts itself is a number, a Boolean, or a text that is not looked at.
+    // Each innermost part is a number, a Boolean, or a text that is not checked.
     void readParts(NibProperty &property, const QString &tag, int depth)
     {
         if (depth == deepest)
@@ -291,7 +291,7 @@ private:
             property.problem = problem(tag, property.kind, text);
     }
 
-    // Pictures stand in the element itself or, one for each state, in elements of their own.
+    // Pictures are in the element itself or in child elements, one for each state.
     void readIcon()
     {
         const bool hasTheme = m_xml.attributes().hasAttribute("theme"_L1);

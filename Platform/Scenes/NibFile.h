@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: what an interface file says, with the places where it says so.
+// Not API: the contents of an interface file, with places.
 #pragma once
 
 #include "Base/XmlReader.h"
@@ -12,14 +12,14 @@
 
 namespace Pellarvine::detail {
 
-/// A piece of text and where it starts.
+/// A piece of text and its place.
 struct NibText
 {
     QString text;
     XmlPlace place;
 };
 
-/// What is wrong with something in a file, for whoever knows the file and the place.
+/// An error without file and place, which the catcher adds.
 struct NibFault
 {
     NS::NibError::Reason reason;
@@ -33,7 +33,7 @@ struct NibProperty
     QString kind; ///< the element that holds the value: "string", "set"
     QList<NibText> values; ///< one, but for a list of strings
     bool isDynamic = false;
-    QString problem; ///< of a value that is none of its kind: "\"abc\" is no whole number"
+    QString problem; ///< of a value that does not fit its kind: "\"abc\" is no whole number"
 };
 
 struct NibElement
@@ -51,12 +51,12 @@ struct NibElement
     Kind kind = widget;
     QString className;
     NibText name; ///< empty for an item, and perhaps for a layout or a spacer
-    int parent = -1; ///< the index of the element that it stands in
+    int parent = -1; ///< the index of the parent element
     QList<NibProperty> properties;
-    QList<NibProperty> attributes; ///< what it is to the element that it stands in
+    QList<NibProperty> attributes; ///< relation to the parent element
 };
 
-/// An object's name that stands in an element.
+/// The name of an object in an element.
 struct NibReference
 {
     NibText name;
@@ -88,7 +88,7 @@ public:
     QList<NibText> images;
     QHash<QString, QString> addPageMethods; ///< of the custom classes that have one
 
-    /// An error at that place. `name` is what is not there.
+    /// An error at that place. `name` cannot be resolved.
     NS::NibError error(NS::NibError::Reason reason, XmlPlace place, const QString &object,
                        const QString &name, const QString &message) const;
 

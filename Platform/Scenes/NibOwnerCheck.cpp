@@ -39,8 +39,8 @@ public:
 
     void operator()(const NibBinding &binding) const
     {
-        // Besides its properties every object has a value, which is its USER property; and choices
-        // give their control two more.
+        // Every object also has the key `value`, which is its USER property; choices give their
+        // control two more.
         const QString &key = binding.key;
         const bool isKnown = indexOf(m_object->metaObject(), key) >= 0
                              || isListBinding(m_object, key) || key == "value"_L1
@@ -115,7 +115,7 @@ bool canBeOutlet(const QMetaProperty &property, const QObject *object)
     const QMetaType type = property.metaType();
     if (const QMetaObject *const wanted = type.metaObject())
         return object->metaObject()->inherits(wanted);
-    // A pointer to a class that is only declared tells no more.
+    // The properties of a class that is only declared are not known.
     return type.id() == QMetaType::QVariant || QByteArrayView(type.name()).endsWith('*');
 }
 

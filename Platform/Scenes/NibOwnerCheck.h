@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: checks entries that begin at an owner that is not there.
+// Not API: checks entries of an owner without having the owner.
 #pragma once
 
 #include "Scenes/NibEntry.h"
@@ -10,15 +10,15 @@ QT_FORWARD_DECLARE_STRUCT(QMetaObject)
 
 namespace Pellarvine::detail {
 
-/// Whether an outlet of that property can be the object.
+/// Whether the object can be the value of that outlet.
 bool canBeOutlet(const QMetaProperty &property, const QObject *object);
 
-/// Whether the entry's path begins at the owner.
+/// Whether the path of the entry begins with the owner.
 bool beginsAtOwner(const NibEntry &entry);
 
-/// Compares an entry that begins at the owner with the object that has it, and with the owner's
-/// class if that is not null. Keys behind the first depend on objects that are not there, and are
-/// left alone. Throws NibFault.
+/// Checks an entry that begins with the owner against its object, and against the class of the
+/// owner if that is not null. Only the first key is checked; the others depend on objects. Throws
+/// NibFault.
 void checkOwnerEntry(const QObject *object, const NibEntry &entry, const QMetaObject *owner);
 
 } // namespace Pellarvine::detail

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: what an interface file may say that is no property of a class.
+// Not API: names and values in interface files other than properties of classes.
 #pragma once
 
 #include <QMetaEnum>
@@ -13,7 +13,7 @@ QT_FORWARD_DECLARE_CLASS(QObject)
 
 namespace Pellarvine::detail {
 
-/// Which values are possible.
+/// The possible values.
 struct NibValueKinds
 {
     QStringList kinds; ///< the elements that may hold it: "enum", "number"
@@ -24,22 +24,22 @@ struct NibValueKinds
 /// Empty for a name that is not known.
 std::optional<NibValueKinds> spacerProperty(const QString &name);
 std::optional<NibValueKinds> itemProperty(const QString &name);
-/// Besides the properties of the layout's class.
+/// In addition to the properties of the class of the layout.
 std::optional<NibValueKinds> layoutProperty(const QString &name);
-/// Of an object that stands in another; `parent` may be null.
+/// For an object in another; `parent` may be null.
 std::optional<NibValueKinds> attributeOf(const QObject *object, const QObject *parent,
                                          const QString &name);
 /// @}
 
-/// Of one of Qt's layouts; null for another class.
+/// The meta-object of one of Qt's layouts; null for another class.
 const QMetaObject *layoutMetaObject(const QString &className);
 
-/// What the loader makes of a value in an element of that name. Invalid if it depends on the
+/// The type that the loader gives a value in an element of that name. Invalid if it depends on the
 /// property, or is not known.
 QMetaType valueType(const QString &kind);
 
-/// The value of "Qt::AlignRight|Qt::AlignTop"; empty if a key is not known. Scopes are ignored,
-/// since that of a class in a namespace is spelt in several ways.
+/// The value of "Qt::AlignRight|Qt::AlignTop". Empty if a key is not known. Scopes are ignored,
+/// because a class in a namespace has several spellings.
 std::optional<int> valueOfKeys(const QMetaEnum &keys, const QString &text);
 
 } // namespace Pellarvine::detail

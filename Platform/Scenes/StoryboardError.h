@@ -11,7 +11,7 @@
 
 namespace NS {
 
-/// A storyboard file that cannot be used as it is, and the place where it is wrong:
+/// An error in a storyboard file, with its place:
 ///
 ///     try {
 ///         NS::Storyboard::storyboardWithName(u"Mail"_s);
@@ -25,17 +25,17 @@ public:
     StoryboardError(const QString &fileName, qint64 line, qint64 column, const QString &problem);
     ~StoryboardError() override;
 
-    /// The path by which the storyboard was opened.
+    /// The path of the file.
     const QString &fileName() const noexcept { return m_fileName; }
     /// @{
-    /// Both from 1; 0 if the file cannot be read at all.
+    /// From 1; 0 if the file cannot be read.
     qint64 line() const noexcept { return m_line; }
     qint64 column() const noexcept { return m_column; }
     /// @}
-    /// What is wrong there, untranslated.
+    /// The message, untranslated.
     const QString &problem() const noexcept { return m_problem; }
 
-    /// All of it in one line, for logs.
+    /// Place and message in one line, for logs.
     const char *what() const noexcept override;
 
 private:
@@ -46,11 +46,11 @@ private:
     QByteArray m_text;
 };
 
-/// A program asked for a scene or segue by a name that the storyboard does not have.
+/// Thrown if the storyboard has no scene or segue of a name.
 class PELLARVINE_EXPORT UnknownIdentifierError : public std::exception
 {
 public:
-    /// `what` is asked for in `where`: "scene", "Mail.storyboard".
+    /// `what` is missing in `where`: "scene", "Mail.storyboard".
     UnknownIdentifierError(const QString &what, const QString &identifier, const QString &where,
                            const QStringList &knownIdentifiers);
     ~UnknownIdentifierError() override;

@@ -20,7 +20,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Far more than a window shows. All of them are made when the outermost view is loaded.
+// Far more than a window can show. All of them are made when the outermost view is loaded.
 constexpr int mostEmbedded = 1000;
 
 } // namespace
@@ -40,7 +40,7 @@ public:
     }
 
 private:
-    // To the next element in the current one; false at its end.
+    // Goes to the next element in the current one; false at its end.
     bool readChild()
     {
         const bool isThere = m_xml.readChild();
@@ -49,7 +49,7 @@ private:
         return isThere;
     }
 
-    // The element's attributes, which have to be of those names.
+    // The attributes of the element. Others than these are an error.
     void checkAttributes(const QStringList &required, const QStringList &optional = {}) const
     {
         const QXmlStreamAttributes attributes = m_xml.attributes();
@@ -194,7 +194,7 @@ private:
         expectEnd();
     }
 
-    // What can be told only with the whole file read.
+    // Checks that need the whole file.
     void check()
     {
         if (!m_file.initialScene.isEmpty())
@@ -228,8 +228,8 @@ private:
         }
     }
 
-    // A scene within itself would be loaded for ever, and scenes that each embed the next one twice
-    // nearly so. Each scene is visited once, depth first and without recursion.
+    // A scene within itself would be loaded forever. Scenes that embed the next one twice would
+    // take exponential time. Each scene is visited once, depth first and without recursion.
     void checkEmbedded(const SceneElement &outermost)
     {
         struct Visit

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: what a storyboard's file says, with the places where it says so.
+// Not API: the contents of a storyboard file, with places.
 #pragma once
 
 #include "Base/XmlReader.h"
@@ -43,12 +43,12 @@ struct SegueElement
     XmlPlace place;
 };
 
-/// The names in it are those of scenes and classes that there are. Objects, properties and signals
-/// are known only once a scene is loaded.
+/// Names of scenes and classes are resolved. Objects, properties and signals are checked when a
+/// scene is loaded.
 class StoryboardFile
 {
 public:
-    /// Throws StoryboardError at the first thing that is wrong.
+    /// Throws StoryboardError for the first error.
     explicit StoryboardFile(QString path);
 
     QString fileName;
@@ -58,7 +58,7 @@ public:
 
     /// Null if there is none.
     const SceneElement *scene(const QString &identifier) const;
-    /// Those that begin at the scene, in the order of the file.
+    /// The segues from the scene, in the order of the file.
     std::vector<const SegueElement *> seguesFrom(const QString &scene) const;
     QStringList identifiers() const;
 

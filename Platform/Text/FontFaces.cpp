@@ -18,15 +18,15 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// QFontDatabase wants a size and makes no use of it here.
+// QFontDatabase requires a size, which has no effect here.
 constexpr int anySize = 12;
 
 using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
 using ObjectSet = std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)>;
 using FontSet = std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)>;
 
-// Answers to questions about names, since programs ask about few of them many times. Forgotten
-// when fonts come or go.
+// Caches the results for names, because programs ask for few of them many times. Cleared when fonts
+// are added or removed.
 template <typename Value>
 class Answers
 {
@@ -41,7 +41,7 @@ public:
         followApplication();
         if (const Value *const known = m_cache.object(name))
             return *known;
-        // Not under the lock: Qt may find out meanwhile that its fonts have changed.
+        // Outside the lock: Qt may detect here that its fonts have changed.
         const int generation = m_generation;
         locker.unlock();
         Value value = m_lookUp(name);
@@ -52,7 +52,7 @@ public:
     }
 
 private:
-    // A process may make one application object after another.
+    // A process may create several application objects, one after another.
     void followApplication()
     {
         QGuiApplication *const application = qGuiApp;
@@ -84,7 +84,7 @@ private:
     int m_generation = 0;
 };
 
-// What fontconfig says of the faces whose `object` has this value. It compares without case.
+// The faces for which fontconfig has this value of `object`. It ignores case.
 FontSet listed(const char *object, const QString &value)
 {
     const Pattern pattern(FcPatternCreate(), &FcPatternDestroy);
@@ -100,7 +100,7 @@ std::span<FcPattern *> patterns(const FontSet &set)
     return set ? std::span(set->fonts, std::size_t(set->nfont)) : std::span<FcPattern *>();
 }
 
-// All values of the object: a face may go by several families, by a style name in each of them.
+// All values of the object: a face can have several family names, and a style name for each.
 QStringList texts(FcPattern *face, const char *object)
 {
     QStringList all;
@@ -121,14 +121,14 @@ QString styleNameIn(const QString &family, FcPattern *face)
     return styleNames.value(index, styleNames.value(0));
 }
 
-// Qt tells families of one name apart by "Family [foundry]".
+// Qt distinguishes families of one name as "Family [foundry]".
 QString withoutFoundry(const QString &family)
 {
     return family.section(u'[', 0, 0).trimmed();
 }
 
-// Qt's faces, which are those that it can show, with what fontconfig alone knows of them. Fonts
-// that a program adds from memory are unknown to fontconfig.
+// The faces that Qt can show, with the data that only fontconfig has. Fonts that a program adds
+// from memory are unknown to fontconfig.
 QList<FontFace> lookUpFaces(const QString &family)
 {
     const QString name = withoutFoundry(family);
@@ -156,7 +156,7 @@ QList<FontFace> facesOfFamily(const QString &family)
     return answers.answer(family);
 }
 
-// The face as Qt knows it; nothing if Qt has left it out.
+// The face in Qt's database; nothing if Qt has omitted it.
 std::optional<QFont> fontOf(FcPattern *pattern)
 {
     for (const QString &family : texts(pattern, FC_FAMILY)) {
@@ -169,8 +169,8 @@ std::optional<QFont> fontOf(FcPattern *pattern)
     return std::nullopt;
 }
 
-// Every name that a font can have, case folded. To ask fontconfig takes long for a name that it
-// does not know, and a text may name any number of those.
+// Every name of a font, case folded. A query of fontconfig for an unknown name is slow, and a text
+// can contain any number of those.
 QSet<QString> lookUpNames(const QString &)
 {
     QSet<QString> names;
@@ -203,7 +203,7 @@ std::optional<QFont> lookUpFont(const QString &name)
         return family.compare(name, Qt::CaseInsensitive) == 0
                || withoutFoundry(family).compare(name, Qt::CaseInsensitive) == 0;
     });
-    // Qt lists names, too, that stand for whatever family the system prefers; they have no faces.
+    // Qt also lists names that stand for the system's preferred families; they have no faces.
     if (!isFamily || QFontDatabase::styles(name).isEmpty())
         return std::nullopt;
     return QFont(QStringList { name });
@@ -220,7 +220,7 @@ std::optional<FontFace> shownFace(const QFont &font)
 {
     const QFontInfo shown(font);
     const QList<FontFace> all = facesOfFamily(shown.family());
-    // A name may be another family's for one face and this family's for the next: that one first.
+    // One name can mean a face of another family and a face of this one: prefer the other.
     const auto rank = [&](const FontFace &face) {
         const qsizetype index = face.styleNames.indexOf(shown.styleName());
         return index < 0 ? face.styleNames.size() : index;
@@ -235,8 +235,8 @@ QFont inFace(QFont font, const FontFace &face)
         const auto shown = shownFace(font);
         return shown && shown->styleNames.first() == face.styleNames.first();
     };
-    // The style name would do at once, but it would hold the font to this face whatever weight it
-    // is given later: a last resort.
+    // A style name would select the face, but would also keep it when the weight changes later. Use
+    // it last.
     font.setStyleName(QString());
     font.setWeight(QFont::Weight(face.weight));
     font.setStyle(face.style);

@@ -21,18 +21,18 @@ struct FontFace
     bool isSlanted() const { return style != QFont::StyleNormal; }
 };
 
-/// All faces of the family that `font` is shown in, in no particular order.
+/// All faces of the family in which `font` is displayed, in no particular order.
 QList<FontFace> faces(const QFont &font);
 
-/// The one of them that `font` is shown in. None if the system has no fonts at all.
+/// The face in which `font` is displayed. Nothing if the system has no fonts.
 std::optional<FontFace> shownFace(const QFont &font);
 
 /// `font` in another face of its family.
 QFont inFace(QFont font, const FontFace &face);
 
 /// The font of a face by its PostScript name ("Inter-SemiBold") or full name ("Inter Semi Bold"),
-/// or of a family's regular face by the family's name, in no particular size. Nothing if there is
-/// none of exactly that name but for case.
+/// or the regular face by the name of its family, without a particular size. Ignores case. Nothing
+/// if there is no such font.
 std::optional<QFont> fontNamed(const QString &name);
 
 } // namespace Pellarvine::detail

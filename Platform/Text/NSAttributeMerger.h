@@ -9,8 +9,8 @@
 
 namespace Pellarvine::detail {
 
-/// Adds one set of attributes to another, and remembers the last few results. The runs of a text
-/// repeat a handful of sets, and so share them instead of each getting a copy.
+/// Adds one set of attributes to another, and caches the last results. The runs of a text have few
+/// different sets, which then share their memory.
 class AttributeMerger
 {
 public:
@@ -30,7 +30,7 @@ public:
     }
 
 private:
-    // As made, each says truly that nothing added to nothing is nothing.
+    // Initially each entry says that nothing added to nothing is nothing.
     struct Result
     {
         NS::Attributes current;

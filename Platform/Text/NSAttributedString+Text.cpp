@@ -37,7 +37,7 @@ std::optional<QFont> font(const Attributes &attributes)
 double kern(const Attributes &attributes)
 {
     const double kern = attributes.value(KernAttributeName).toDouble();
-    // Qt lays out in 26.6 fixed-point numbers; far smaller steps already leave every screen.
+    // Qt uses 26.6 fixed-point numbers. Far smaller steps already leave every screen.
     constexpr double farthest = 1 << 16;
     return std::isfinite(kern) ? std::clamp(kern, -farthest, farthest) : 0.0;
 }
@@ -62,8 +62,8 @@ QString cssColor(const QColor &color)
             .arg(color.alphaF(), 0, 'f', 3);
 }
 
-// The names of generic families as CSS has them, and as fontconfig and Qt call them. In quotes they
-// would be names of fonts.
+// Names of generic families in CSS, in fontconfig and in Qt. Quoted, CSS would take them for names
+// of fonts.
 QString cssFamily(const QString &family)
 {
     static const QHash<QString, QString> generic {

@@ -10,9 +10,9 @@
 QT_FORWARD_DECLARE_CLASS(QTextDocument)
 
 /// @file
-/// What an attributed string looks like to Qt's text classes and in HTML. Attributes whose value
-/// has the wrong type are left out, like those that are absent; so is kerning that is not finite.
-/// All but `html` need a `QGuiApplication`.
+/// Converts attributed strings for Qt's text classes and to HTML. Attributes with a value of the
+/// wrong type are ignored; so is kerning that is not finite. All functions but `html` need a
+/// `QGuiApplication`.
 ///
 ///     QTextLayout layout(text.string(), baseFont);
 ///     layout.setFormats(NS::layoutFormats(text));
@@ -20,25 +20,25 @@ QT_FORWARD_DECLARE_CLASS(QTextDocument)
 
 namespace NS {
 
-/// One set of attributes as a character format.
+/// The character format for a set of attributes.
 PELLARVINE_EXPORT QTextCharFormat charFormat(const Attributes &attributes);
 
-/// The format of a block of a document. Indents follow the direction of the text.
+/// The block format for a paragraph style. Indents follow the direction of the text.
 PELLARVINE_EXPORT QTextBlockFormat blockFormat(const ParagraphStyle &style);
 
-/// Alignment, wrapping and direction, for a `QTextLayout`, which knows no indents.
+/// Alignment, wrapping and direction for a `QTextLayout`. It has no indents.
 PELLARVINE_EXPORT QTextOption textOption(const ParagraphStyle &style);
 
 /// A format for each run, for `QTextLayout::setFormats`.
 PELLARVINE_EXPORT QList<QTextLayout::FormatRange> layoutFormats(const AttributedString &text);
 
-/// Replaces what `document` holds. Each paragraph becomes a block with the paragraph style of its
-/// first character, or the document's own where it has none. Ends the document's undo history.
+/// Replaces the contents of `document`. Each paragraph becomes a block with the paragraph style of
+/// its first character, or the document's own format if that has none. Clears the undo history.
 PELLARVINE_EXPORT void setDocumentText(QTextDocument &document, const AttributedString &text);
 
-/// A fragment of HTML: one `span` with inline styles for each run. Its white space is kept by a
-/// style of the element around it, `white-space: pre-wrap`. Paragraph styles are left out. What
-/// HTML cannot hold, a zero or half a surrogate pair, becomes U+FFFD.
+/// A fragment of HTML with one `span` and inline styles for each run. The element around it has the
+/// style `white-space: pre-wrap`, which keeps white space. Paragraph styles are left out.
+/// Characters that HTML cannot contain, zero and unpaired surrogates, become U+FFFD.
 PELLARVINE_EXPORT QString html(const AttributedString &text);
 
 } // namespace NS

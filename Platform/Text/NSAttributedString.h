@@ -8,20 +8,20 @@
 
 namespace NS {
 
-/// A text whose stretches carry attributes: fonts, colours and what else a key may name. Locations
-/// and lengths count UTF-16 units, as `QString` does. A value, implicitly shared; to change one,
-/// copy it to a `NS::MutableAttributedString`.
+/// A text with attributes, such as fonts, colours and links, on ranges of it. Locations and lengths
+/// count UTF-16 units, as `QString` does. It is a value, implicitly shared. To change it, copy it
+/// to a `NS::MutableAttributedString`.
 ///
 ///     const NS::AttributedString text = parser.parse(u"a **b** c"_s);
 ///     for (const NS::AttributedString::Run &run : text.runs())
 ///         draw(text.string().sliced(run.location, run.length), run.attributes);
 ///
-/// No location and no length is out of range: what a range covers outside the text is ignored,
-/// and a place outside the text has no attributes.
+/// Ranges may reach beyond the text: the part outside is ignored, and a location outside has no
+/// attributes.
 class PELLARVINE_EXPORT AttributedString
 {
 public:
-    /// A stretch of units with equal attributes.
+    /// A range of units with equal attributes.
     struct Run
     {
         qsizetype location = 0; ///< of its first unit
@@ -40,20 +40,20 @@ public:
     qsizetype length() const { return m_string.size(); } ///< in UTF-16 units
     bool isEmpty() const { return m_string.isEmpty(); } ///< has no text
 
-    /// From left to right; together they cover the text, none is empty, and neighbours differ. A
-    /// stretch without attributes is a run too; an empty text has no runs.
+    /// The runs from left to right. They cover the text without gaps, none is empty, and neighbours
+    /// differ. A range without attributes is a run too; an empty text has no runs.
     const QList<Run> &runs() const { return m_runs; }
 
-    /// What the unit at `location` carries, found in logarithmic time. If `run` is given, it gets
-    /// the run that the unit stands in, or an empty one.
+    /// The attributes of the unit at `location`, in logarithmic time. If `run` is not null, it
+    /// receives the run of that unit, or an empty one.
     Attributes attributes(qsizetype location, Run *run = nullptr) const;
-    /// One of these; invalid if it is absent.
+    /// One attribute of the unit at `location`; invalid if it is absent.
     QVariant attribute(const QString &key, qsizetype location) const;
 
     /// The text and the attributes of a range.
     AttributedString attributedSubstring(qsizetype location, qsizetype length) const;
 
-    /// Same units with equal attributes.
+    /// Equal texts with equal attributes.
     friend bool operator==(const AttributedString &, const AttributedString &) = default;
 
 protected:

@@ -34,9 +34,9 @@ void AttributedStringRewriter::finish()
     m_text.m_runs.remove(m_writtenRuns, m_text.m_runs.size() - m_writtenRuns);
 }
 
-// A stretch may begin with the attributes that the one before ended with. Inside it neighbours are
-// known to differ, unless they get attributes that make them equal. A run that is not read again
-// gives its own away, which saves counting references.
+// A range may begin with the attributes of the range before. Inside it, neighbours differ, unless
+// they get attributes that make them equal. A run that is not read again moves its attributes,
+// which saves reference counting.
 template <bool isRestyled, typename Restyle>
 void AttributedStringRewriter::move(qsizetype end, Restyle restyle)
 {
@@ -61,7 +61,7 @@ void AttributedStringRewriter::move(qsizetype end, Restyle restyle)
     }
 }
 
-// Grown at its end, a list is often not even moved.
+// A list that grows at its end is often not moved in memory.
 void AttributedStringRewriter::makeRoom()
 {
     QList<NS::AttributedString::Run> &runs = m_text.m_runs;

@@ -9,9 +9,8 @@
 
 namespace Pellarvine::detail {
 
-/// Goes through a text once from left to right and keeps, restyles or drops one stretch after
-/// another: any number of edits in one pass over units and runs. Places are those of the text as
-/// it was.
+/// Edits a text in one pass from left to right: keeps, restyles or drops one range after another.
+/// Locations are those of the original text.
 ///
 ///     AttributedStringRewriter rewriter(text); // "a **b** c"
 ///     rewriter.keep(2);
@@ -20,23 +19,23 @@ namespace Pellarvine::detail {
 ///     rewriter.drop(7);
 ///     rewriter.finish(); // "a b c"
 ///
-/// The kept units move up inside the buffer that they stand in, so that what lies ahead can still
-/// be read, and nothing large is allocated. The text is in pieces until `finish()`.
+/// Kept units move forward inside their buffer, so the rest can still be read and nothing large is
+/// allocated. The text is not valid before `finish()`.
 class PELLARVINE_INTERNAL_EXPORT AttributedStringRewriter
 {
 public:
     explicit AttributedStringRewriter(NS::MutableAttributedString &text);
     Q_DISABLE_COPY_MOVE(AttributedStringRewriter)
 
-    /// The text as it was, readable from the end of what was kept or dropped last.
+    /// The original text, readable behind the last range.
     QStringView source() const { return { m_units, m_length }; }
 
-    /// Keeps the units up to `end` as they are.
+    /// Keeps the units up to `end`.
     void keep(qsizetype end);
-    /// Keeps the units up to `end` and adds attributes to theirs.
+    /// Keeps the units up to `end` and adds attributes.
     void keep(qsizetype end, const NS::Attributes &added);
     void drop(qsizetype end) { m_read = end; }
-    /// Keeps the rest and puts the text together.
+    /// Keeps the rest and completes the text.
     void finish();
 
 private:
@@ -51,8 +50,8 @@ private:
     qsizetype m_read = 0;
     qsizetype m_written = 0;
 
-    // The runs move up inside their list as the units do. Since there may come to be more of them,
-    // there is room between those that are written and those that are yet to be read.
+    // Runs move forward inside their list too. Their number can grow, so there is a gap between the
+    // written and the unread ones.
     NS::AttributedString::Run *m_runs;
     qsizetype m_readRuns = 0;
     qsizetype m_writtenRuns = 0;

@@ -18,7 +18,7 @@ const QString LinkAttributeName = u"NSLink"_s;
 
 namespace {
 
-// A set has a handful of attributes, so that a walk beats a search by halves.
+// A set has few attributes, so a linear search is faster than a binary one.
 const Attributes::Attribute *placeOf(const QString &key, const Attributes &attributes)
 {
     return std::find_if(attributes.begin(), attributes.end(),

@@ -19,23 +19,23 @@ namespace NS {
 
 /// `QFont`.
 PELLARVINE_EXPORT extern const QString FontAttributeName;
-/// `NS::Color`, `QColor`, or whatever else converts to `QColor`.
+/// `NS::Color`, `QColor`, or a type that converts to `QColor`.
 PELLARVINE_EXPORT extern const QString ForegroundColorAttributeName;
 /// As the foreground colour.
 PELLARVINE_EXPORT extern const QString BackgroundColorAttributeName;
-/// `NS::ParagraphStyle`. The style of a paragraph's first character is the paragraph's.
+/// `NS::ParagraphStyle`. A paragraph has the style of its first character.
 PELLARVINE_EXPORT extern const QString ParagraphStyleAttributeName;
 /// `int`: 0 none, 1 a single line. All other numbers are drawn as a single line too.
 PELLARVINE_EXPORT extern const QString UnderlineStyleAttributeName;
 /// As the underline style.
 PELLARVINE_EXPORT extern const QString StrikethroughStyleAttributeName;
-/// `double`: what is added behind each character, in device-independent pixels.
+/// `double`: space behind each character, in device-independent pixels.
 PELLARVINE_EXPORT extern const QString KernAttributeName;
-/// `QUrl`, or what converts to it: where a click on the text leads.
+/// `QUrl`, or a type that converts to it: the target of a click on the text.
 PELLARVINE_EXPORT extern const QString LinkAttributeName;
 
-/// A set of attributes, each a key with a value: what one run of an attributed string carries.
-/// Implicitly shared, so that a copy costs a reference count.
+/// The attributes of one run of an attributed string: keys with values. Implicitly shared; a copy
+/// costs a reference count.
 ///
 ///     NS::Attributes title { { NS::FontAttributeName, font }, { NS::KernAttributeName, 1.5 } };
 ///     title.insert(NS::UnderlineStyleAttributeName, 1);
@@ -48,7 +48,7 @@ public:
     using Attribute = std::pair<QString, QVariant>;
 
     Attributes() = default; ///< empty
-    /// Of two attributes with the same key the later one counts.
+    /// If a key occurs twice, the later value counts.
     Attributes(std::initializer_list<Attribute> attributes);
 
     bool isEmpty() const { return size() == 0; } ///< has no attributes
@@ -57,7 +57,7 @@ public:
     /// An invalid `QVariant` if the key is absent.
     QVariant value(const QString &key) const;
 
-    /// Sets an attribute in place of the one that has its key.
+    /// Sets an attribute, and replaces the value of the same key.
     void insert(const QString &key, const QVariant &value);
     /// Inserts all of `others`.
     void insert(const Attributes &others);

@@ -28,7 +28,7 @@ struct Alias
     QFont (*font)(double size);
 };
 
-// Families by the name in front of their faces' PostScript names, and as people write them.
+// Families by the prefix of their PostScript names, and by the spelling that people use.
 constexpr Alias aliases[] = {
     { u"menlo", &monospacedSystemFont },   { u"monaco", &monospacedSystemFont },
     { u"sfmono", &monospacedSystemFont },  { u"sf mono", &monospacedSystemFont },

@@ -24,16 +24,16 @@ namespace NS {
 /// ("Inter Semi Bold Italic"), or a family's regular face ("Inter"). Case does not matter, white
 /// space does. Nothing if there is no such font.
 ///
-/// A few names that programs take for granted resolve where the system lacks the font itself:
-/// Menlo, Monaco, SF Mono and Courier to the system's fixed-width font, Helvetica, Helvetica Neue
-/// and Lucida Grande to the system font, Times to its serif font; likewise their faces by
-/// PostScript name ("Menlo-Bold"), and the generic "monospace", "sans-serif" and "serif".
+/// Some well-known names resolve to other fonts if the system lacks them: Menlo, Monaco, SF Mono
+/// and Courier to the system's fixed-width font, Helvetica, Helvetica Neue and Lucida Grande to the
+/// system font, and Times to its serif font. So do the PostScript names of their faces
+/// ("Menlo-Bold"), and the generic names "monospace", "sans-serif" and "serif".
 PELLARVINE_EXPORT std::optional<QFont> fontWithName(const QString &name, double size);
 
-/// The font of the program's texts: the desktop's, unless the program has set one.
+/// The font of the program's texts. Default: the desktop's font.
 PELLARVINE_EXPORT QFont systemFont(double size);
 
-/// Its bold face; made bold by Qt if the family has none.
+/// The bold face of the system font. Qt synthesises it if the family has none.
 PELLARVINE_EXPORT QFont boldSystemFont(double size);
 
 /// The system's fixed-width font.

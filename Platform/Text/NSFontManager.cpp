@@ -22,7 +22,7 @@ bool isBold(const FontFace &face)
 
 QFont inWeight(QFont font, int weight)
 {
-    font.setStyleName(QString()); // it would win
+    font.setStyleName(QString()); // it would override the weight
     font.setWeight(QFont::Weight(weight));
     return font;
 }
@@ -34,8 +34,8 @@ QFont upright(QFont font)
     return font;
 }
 
-// The font in the face of its family, of those as wide as the shown one, that is `wanted` and
-// nearest to `weight`.
+// The font in the face that is `wanted` and nearest to `weight`, among the faces of its family with
+// the width of the displayed one.
 template <typename Predicate>
 QFont nearest(const QFont &font, const FontFace &shown, int weight, Predicate wanted)
 {

@@ -8,7 +8,7 @@
 
 namespace NS {
 
-/// A property that a font is asked to have.
+/// A trait of a font.
 enum class FontTraitMask : quint32 {
     italic = 0x1, ///< slanted
     bold = 0x2, ///< heavier than Medium
@@ -16,22 +16,22 @@ enum class FontTraitMask : quint32 {
     unitalic = 0x1000000, ///< upright
 };
 
-/// Which way to go through a family's weights.
+/// The direction in a family's weights.
 enum class WeightDirection {
     lighter, ///< down
     heavier, ///< up
 };
 
-/// Finds, for a font, the related face that its family really has. Nothing is synthesised: where
-/// the family has no such face, and at either end of its weights, the font comes back unchanged.
+/// Finds related faces of a font that its family really has. Nothing is synthesised: if the family
+/// has no such face, and at either end of its weights, the font is returned unchanged.
 ///
 ///     QFont font(u"Inter"_s, 12);
 ///     font = NS::FontManager::convertToHaveTrait(font, NS::FontTraitMask::bold);
 ///     font = NS::FontManager::convertWeight(font, NS::WeightDirection::heavier); // Extra Bold
 ///     font = NS::FontManager::convertToSize(font, 14);
 ///
-/// Slanted means italic or oblique, whichever the family has. All other properties of the font are
-/// kept, its list of families and its width included. Needs a QGuiApplication; any thread.
+/// Slanted is italic or oblique, depending on the family. All other properties of the font are
+/// kept, including its list of families and its width. Needs a QGuiApplication; any thread.
 class PELLARVINE_EXPORT FontManager
 {
 public:
@@ -43,24 +43,22 @@ public:
     /// - `italic`, `unitalic`: the slanted or upright face of the same weight.
     static QFont convertToHaveTrait(const QFont &font, FontTraitMask trait);
 
-    /// One face up or down the weights that the family has, with the same slant.
+    /// The next lighter or heavier face of the family with the same slant.
     static QFont convertWeight(const QFont &font, WeightDirection direction);
 
-    /// The same font at `size` points. A size that is not above zero, or not finite, is none: the
-    /// font comes back unchanged.
+    /// The same font at `size` points. Unchanged if `size` is not finite or not above zero.
     static QFont convertToSize(const QFont &font, double size);
 
-    /// The size in points, of a font that was given its size in pixels too.
+    /// The size in points, also of a font whose size is set in pixels.
     static double pointSize(const QFont &font);
 
     /// The weights that the family has with the font's slant and width, 1…1000, from light to
     /// heavy.
     static QList<int> weights(const QFont &font);
 
-    /// The weight, 1…1000, of the face that the font is shown in, which need not be the one that it
-    /// asks for.
+    /// The weight, 1…1000, of the face that is displayed. It can differ from the requested weight.
     static int weight(const QFont &font);
-    /// The slant of the face that the font is shown in.
+    /// The slant of the face that is displayed.
     static bool isSlanted(const QFont &font);
 };
 

@@ -88,7 +88,8 @@ void MutableAttributedString::changeRuns(qsizetype location, qsizetype length, C
     mergeRuns(first, last);
 }
 
-// Makes a run begin at `location` and returns its index: the number of runs if that is the end.
+// Splits a run at `location` and returns the index of the run that begins there, or the number of
+// runs at the end.
 qsizetype MutableAttributedString::splitRun(qsizetype location)
 {
     if (m_runs.isEmpty() || location >= m_runs.constLast().end())
@@ -102,8 +103,7 @@ qsizetype MutableAttributedString::splitRun(qsizetype location)
     return index + 1;
 }
 
-// Joins equal neighbours where the runs from `first` to `last` meet each other and what stands
-// around them.
+// Joins equal neighbours from run `first` to run `last`, and with the runs around them.
 void MutableAttributedString::mergeRuns(qsizetype first, qsizetype last)
 {
     const qsizetype begin = std::max(first - 1, qsizetype(0));

@@ -9,21 +9,21 @@ class AttributedStringRewriter;
 
 namespace NS {
 
-/// An attributed string that can be changed. Still a value: copies are independent, and one taken
-/// as a `NS::AttributedString` is a snapshot.
+/// An attributed string that can be changed. It is a value: copies are independent, and a copy to
+/// `NS::AttributedString` is a snapshot.
 ///
 ///     NS::MutableAttributedString text(u"From: "_s, { { NS::FontAttributeName, font } });
 ///     text.append(NS::AttributedString(sender)); // not read as markup
 ///     text.append(parser.parse(u" **wrote**"_s));
 ///     text.addAttributes({ { NS::UnderlineStyleAttributeName, 1 } }, 6, sender.size());
 ///
-/// As in the base class, what a range covers outside the text is ignored. An edit costs at most a
-/// pass over the runs and the units behind it; appending costs what is appended.
+/// Ranges may reach beyond the text, as in the base class. An edit takes at most one pass over the
+/// runs and the units behind it; appending takes time in proportion to the appended text.
 class PELLARVINE_EXPORT MutableAttributedString : public AttributedString
 {
 public:
     MutableAttributedString() = default; ///< empty
-    /// A copy that can be changed; implicit, as nothing is lost.
+    /// A copy that can be changed. Implicit, because nothing is lost.
     MutableAttributedString(const AttributedString &text)
         : AttributedString(text)
     { }
@@ -32,20 +32,20 @@ public:
         : AttributedString(string, attributes)
     { }
 
-    /// Puts `text`, with the attributes that it has, in place of a range. With an empty range this
-    /// inserts, in front of everything or behind everything if `location` lies outside.
+    /// Replaces a range by `text` and its attributes. An empty range inserts. If `location` is
+    /// outside the text, `text` is inserted at the nearer end.
     void replaceCharacters(qsizetype location, qsizetype length, const AttributedString &text);
-    /// The same with plain text, which takes the attributes of the first unit that it replaces;
-    /// where it replaces none, those of the unit before it or else behind it.
+    /// The same with plain text. It gets the attributes of the first unit that it replaces, else of
+    /// the unit before it, else of the unit behind it.
     void replaceCharacters(qsizetype location, qsizetype length, const QString &string);
-    /// Adds `text`, with the attributes that it has, behind the last unit.
+    /// Appends `text` with its attributes.
     void append(const AttributedString &text);
 
     /// Replaces all attributes in a range.
     void setAttributes(const Attributes &attributes, qsizetype location, qsizetype length);
-    /// Adds to the attributes in a range. A value takes the place of one with the same key.
+    /// Adds attributes to a range. A value replaces that of the same key.
     void addAttributes(const Attributes &attributes, qsizetype location, qsizetype length);
-    /// Removes one attribute in a range, from the runs that carry it.
+    /// Removes one attribute from a range.
     void removeAttribute(const QString &key, qsizetype location, qsizetype length);
 
 private:

@@ -5,8 +5,8 @@
 
 namespace NS {
 
-/// How a paragraph is set. A plain value; as made, it is the platform's default style. Lengths are
-/// in device-independent pixels.
+/// The format of a paragraph. A plain value, with the default style. Lengths are in
+/// device-independent pixels.
 ///
 ///     NS::ParagraphStyle style;
 ///     style.alignment = Qt::AlignHCenter;
@@ -15,8 +15,8 @@ namespace NS {
 ///                        0, 9);
 struct ParagraphStyle
 {
-    /// AlignLeft is the leading side, at the right in text that runs to the left; add AlignAbsolute
-    /// for the left side whatever the direction.
+    /// AlignLeft aligns to the leading side, which is at the right in right-to-left text. Add
+    /// AlignAbsolute for the left side in every direction.
     Qt::Alignment alignment = Qt::AlignLeft;
     /// Where a line may end.
     QTextOption::WrapMode wrapMode = QTextOption::WordWrap;
@@ -26,11 +26,11 @@ struct ParagraphStyle
     double firstLineHeadIndent = 0.0;
     /// Between the leading edge and the lines below the first.
     double headIndent = 0.0;
-    /// What is added between two lines.
+    /// Space between two lines.
     double lineSpacing = 0.0;
-    /// What is left free above the paragraph.
+    /// Space above the paragraph.
     double paragraphSpacingBefore = 0.0;
-    /// What is left free below the paragraph.
+    /// Space below the paragraph.
     double paragraphSpacing = 0.0;
 
     friend bool operator==(const ParagraphStyle &, const ParagraphStyle &) = default;

@@ -8,7 +8,7 @@
 
 namespace Pellarvine::detail {
 
-/// A stretch of UTF-16 units.
+/// A range of UTF-16 units.
 struct TextRange
 {
     qsizetype location = 0;
@@ -18,13 +18,13 @@ struct TextRange
     friend bool operator==(const TextRange &, const TextRange &) = default;
 };
 
-/// What a range covers of a text of that size; nothing if its length is negative.
+/// The part of a range inside a text of that size. Empty if the length is negative.
 inline TextRange rangeInside(qsizetype location, qsizetype length, qsizetype size)
 {
     const qsizetype start = std::clamp(location, qsizetype(0), size);
     if (length <= 0)
         return { start, 0 };
-    // Written so that no sum can pass the largest number.
+    // Avoids sums that could overflow.
     if (location < 0)
         return { 0, std::clamp(location + length, qsizetype(0), size) };
     return { start, std::min(length, size - start) };

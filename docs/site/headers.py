@@ -134,9 +134,9 @@ def complete(members, lines):
             if function.name == getter:
                 put(function, f"The property `{member.property}`: {member.comment}")
             elif function.name == member.access.get("WRITE"):
-                put(function, f"Sets what {getter}() gives.")
+                put(function, f"Sets {getter}().")
             elif function.name == member.access.get("RESET"):
-                put(function, f"Makes {getter}() what it is unless set.")
+                put(function, f"Resets {getter}() to its default.")
     for function in functions:
         if function.comment:
             continue
@@ -153,7 +153,7 @@ def complete(members, lines):
         else:
             for getter in getter_names(function.name):
                 if getter in commented:
-                    put(function, f"Sets what {getter}() gives.")
+                    put(function, f"Sets {getter}().")
                     break
 
 

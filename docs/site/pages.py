@@ -12,7 +12,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-WIDTH, HEIGHT = 1000, 680  # of the gallery's pictures, in units of the screen
+WIDTH, HEIGHT = 1000, 680  # of the gallery's pictures, in device-independent pixels
 REFERENCE = (("annotated", "Classes"), ("namespaces", "Namespaces"),
              ("namespacemembers", "Functions and constants"), ("files", "Headers"))
 
@@ -71,23 +71,30 @@ def class_pictures(names, shown_on):
 def guide(sources):
     """The Markdown pages in the order in which to read them: doxygen's file names, titles."""
     yield "index", "Overview"
-    for path in (*sorted((sources / "docs").glob("*.md"),
-                         key=lambda page: (page.stem != "tutorial", page)),
-                 sources / "CONTRIBUTING.md", sources / "CHANGELOG.md"):
-        title = re.match(r"# (.+?)(?: \{#.*)?\n", path.read_text(encoding="utf-8"))[1]
+    yield from entries(sources, sorted((sources / "docs").glob("*.md"),
+                                       key=lambda page: (page.stem != "tutorial", page)))
+    yield from entries(sources, [sources / "CONTRIBUTING.md", sources / "CHANGELOG.md"])
+
+
+def entries(sources, pages):
+    """Of pages of Markdown: doxygen's file names, and the titles."""
+    for path in pages:
+        title = re.match(r"# (?:Recipe: )?(.+?)(?: \{#.*)?\n", path.read_text(encoding="utf-8"))[1]
         stem = str(path.relative_to(sources).with_suffix(""))
-        yield "md_" + re.sub(r"\W", "_", stem), title
+        yield "md_" + re.sub(r"\W", "_", stem), title[0].upper() + title[1:]
 
 
 def navigation(sources, names):
+    recipes = sorted((sources / "docs/recipes").glob("*.md"))
     groups = (("Guide", list(guide(sources))),
+              ("Recipes", list(entries(sources, recipes))),
               ("Gallery", [(page_id(name), title_of(name)) for name in names]),
               ("Reference", REFERENCE))
     return "\n".join(
         f"<h2>{heading}</h2>\n<ul>\n" + "\n".join(
             f'<li><a href="$relpath^{target}.html">{html.escape(title)}</a></li>'
-            for target, title in entries) + "\n</ul>"
-        for heading, entries in groups)
+            for target, title in items) + "\n</ul>"
+        for heading, items in groups)
 
 
 def main():

@@ -84,7 +84,8 @@ int main(int argc, char **argv)
             u"folder"_s);
     const QCommandLineOption scale(
             u"scale"_s,
-            QApplication::translate("main", "Device pixels per unit of the screen: 1, 2, 1.5, …"),
+            QApplication::translate("main",
+                                    "Device pixels per device-independent pixel: 1, 2, 1.5, …"),
             u"factor"_s);
     const QCommandLineOption dark(u"dark"_s,
                                   QApplication::translate("main", "Use the dark palette."));

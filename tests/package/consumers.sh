@@ -40,12 +40,25 @@ for consumer in core uic; do
     "$scratch/$consumer/consumer"
 done
 
-# The example that is meant to be copied out of the tree is a consumer too.
-cp -r "$here/../../examples/notes" "$scratch/notes"
-cmake -S "$scratch/notes" -B "$scratch/notes/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
-    >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
-cmake --build "$scratch/notes/build" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
-"$scratch/notes/build/notes" --help | grep -q '\[file\]' || fail "the notes do not start"
+# A reader follows the tutorial. Its commands are run, and a program that they start is ended.
+tutorial=$here/../../docs/tutorial.md
+examples=$(cd "$here/../../examples" && pwd)
+mkdir "$scratch/reader"
+# shellcheck disable=SC2016 # for the shell that runs them
+{
+    echo 'run() { timeout 3 "$1" || [ $? = 124 ]; }'
+    sed -n '/^```sh$/,/^```$/ { /^```/d; /^sudo apt /d; p }' "$tutorial" \
+        | sed -E -e "s#/usr/share/doc/pellarvine-doc/examples#$examples#" \
+            -e 's#^[a-z]+/build/[a-z]+$#run &#'
+} >"$scratch/commands"
+[ "$(grep -c '^run ' "$scratch/commands")" = 2 ] || fail "the tutorial starts no programs"
+(cd "$scratch/reader" && HOME=$scratch/reader CMAKE_PREFIX_PATH=$prefix PATH=$prefix/bin:$PATH \
+    CMAKE_GENERATOR=Ninja bash -e "$scratch/commands") >"$scratch/log" 2>&1 \
+    || { cat "$scratch/log"; fail "the tutorial's commands fail"; }
+"$scratch/reader/notes/build/notes" --help | grep -q '\[file\]' || fail "the notes do not start"
+told=$(sed -nE 's/.*some ([0-9]+) lines of.*/\1/p' "$tutorial")
+lines=$(cat "$examples"/notes/*.{cpp,h} | grep -cvE '^ *(//.*)?$')
+((lines * 10 > told * 9 && lines * 10 < told * 11)) || fail "the notes have $lines lines, not $told"
 
 # A program that the command writes builds, starts and passes its test.
 (cd "$scratch" && "$prefix/bin/pellarvine" new letters >/dev/null)

@@ -9,22 +9,22 @@
 
 class Signals;
 
-/// A program that asks for a passphrase in its own way, such as in a window, and prints it. Its
-/// standard input is empty. A program that still runs when the object goes is told to end.
+/// A program that asks for a passphrase in its own way, for example in a window, and prints it. Its
+/// standard input is empty. The destructor ends a program that is still running.
 class AskedProgram
 {
 public:
-    /// Starts the program, which is looked for in PATH, with the question as its one argument.
-    /// Throws CommandError.
+    /// Starts the program with the question as its argument. It is searched in PATH. Throws
+    /// CommandError.
     AskedProgram(const QByteArray &program, const QByteArray &question, const Signals &signals);
     AskedProgram(const AskedProgram &) = delete;
     AskedProgram &operator=(const AskedProgram &) = delete;
     ~AskedProgram();
 
-    /// What it prints.
+    /// Its output.
     const FileDescriptor &output() const { return m_output; }
 
-    /// Waits for its end. Throws CommandError unless its exit status is 0, and Interrupted.
+    /// Waits until it has ended. Throws CommandError if its exit status is not 0, and Interrupted.
     void finish();
 
 private:

@@ -8,7 +8,7 @@
 #include <optional>
 #include <utility>
 
-/// Hands items from one thread to another, at most `capacity` waiting.
+/// Passes items from one thread to another. At most `capacity` items wait.
 template <typename Item>
 class BoundedQueue
 {
@@ -17,7 +17,7 @@ public:
         : m_capacity(capacity)
     { }
 
-    /// Waits for room. Does nothing once the queue is closed.
+    /// Waits until there is room. Does nothing if the queue is closed.
     void push(Item item)
     {
         std::unique_lock lock(m_mutex);
@@ -27,7 +27,7 @@ public:
         m_changed.notify_all();
     }
 
-    /// Waits for an item. Nothing once the queue is closed and empty.
+    /// Waits for an item. Nothing if the queue is closed and empty.
     std::optional<Item> pop()
     {
         std::unique_lock lock(m_mutex);
@@ -40,7 +40,7 @@ public:
         return item;
     }
 
-    /// No more items will come, or none is wanted.
+    /// Closes the queue: there are no more items, or none are wanted.
     void close()
     {
         const std::lock_guard lock(m_mutex);

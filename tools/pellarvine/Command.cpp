@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A file that is opened while a standard descriptor is closed would get its number, and then what
-// is meant for the terminal. The descriptors held here fail when they are used, as closed ones do.
+// Opens the standard descriptors that are closed. Otherwise a file could get such a number, and
+// output for the terminal would go into it. Like closed ones, they fail when they are used.
 void holdStandardDescriptors()
 {
     for (const int descriptor : { STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO }) {
@@ -36,8 +36,8 @@ void CommandLine::parse(const QByteArrayList &arguments)
 {
     const QCommandLineOption help({ u"h"_s, u"help"_s }, u"Show this help."_s);
     addOption(help);
-    // A character for each byte, which all come back in value() and operands(). The parser looks at
-    // ASCII alone. It takes the first argument for the program's name.
+    // One character for each byte; value() and operands() convert back. The parser looks at ASCII
+    // only. It takes the first argument for the name of the program.
     const QString program = u"pellarvine "_s + QString::fromLatin1(m_command);
     QStringList line { program };
     for (const QByteArray &argument : arguments)
@@ -84,7 +84,7 @@ int exitStatusOf(const std::function<void()> &run)
     std::setlocale(LC_ALL, ""); // for the system's messages
     try {
         run();
-        // What is still in the buffer may meet a full disk or a closed pipe.
+        // Flushing the buffer can still fail: on a full disk, or on a closed pipe.
         if (std::fflush(stdout) != 0 || std::ferror(stdout))
             throwSystemError("standard output", errno);
         return int(ExitStatus::success);

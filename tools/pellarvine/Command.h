@@ -8,7 +8,7 @@
 #include <functional>
 #include <stdexcept>
 
-/// How a run ends. The values are the exit statuses that the manual page promises.
+/// The exit statuses. The manual page documents the values.
 enum class ExitStatus {
     success = 0,
     badUsage = 2,
@@ -18,8 +18,8 @@ enum class ExitStatus {
     systemError = 6,
 };
 
-/// A run that failed: one line for standard error, and the exit status. The line is bytes, since it
-/// names files, whose names need not be text.
+/// A failed run: one line for standard error, and the exit status. The line consists of bytes,
+/// because names of files need not be text.
 class CommandError : public std::runtime_error
 {
 public:
@@ -33,8 +33,7 @@ private:
     ExitStatus m_status;
 };
 
-/// Options and names of files of a sub-command. QCommandLineParser takes text; this takes and gives
-/// the bytes that the arguments are.
+/// Options and file names of a sub-command, as bytes. QCommandLineParser takes text.
 class CommandLine : private QCommandLineParser
 {
 public:
@@ -45,8 +44,8 @@ public:
     using QCommandLineParser::addPositionalArgument;
     using QCommandLineParser::isSet;
 
-    /// Prints the help and leaves for --help; throws CommandError with badUsage for an unknown
-    /// option and for an empty name of a file.
+    /// Prints the help and exits for --help. Throws CommandError with badUsage for an unknown
+    /// option and for an empty file name.
     void parse(const QByteArrayList &arguments);
 
     QByteArray value(const QCommandLineOption &option) const;
@@ -61,5 +60,5 @@ private:
     QByteArray m_command;
 };
 
-/// The body of main(): the exit status of `run`. What it throws is said on standard error.
+/// The body of main(). Returns the exit status of `run`, and prints an exception on standard error.
 int exitStatusOf(const std::function<void()> &run);

@@ -76,7 +76,7 @@ void runDigest(const QByteArrayList &arguments)
     const HashingAlgorithm chosen = algorithmNamed(line.value(algorithm));
     if (line.operands().isEmpty())
         throw CommandError(ExitStatus::badUsage, "digest: no FILE given");
-    // A file that cannot be read does not keep the others from being printed.
+    // The other files are printed after an unreadable one.
     std::optional<CommandError> failure;
     for (const QByteArray &path : line.operands()) {
         QByteArray text;
@@ -88,7 +88,7 @@ void runDigest(const QByteArrayList &arguments)
             failure = error;
             continue;
         }
-        // Each line as it is done: the next file may take long, or a signal end the run.
+        // Prints each line at once: the next file may take long, or a signal may end the run.
         if (std::printf("%s\n", text.constData()) < 0 || std::fflush(stdout) != 0)
             throwSystemError("standard output", errno);
     }

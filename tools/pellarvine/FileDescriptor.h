@@ -6,7 +6,7 @@
 #include <unistd.h>
 #include <utility>
 
-/// An open file descriptor, closed when it goes.
+/// An open file descriptor, closed by the destructor.
 class FileDescriptor
 {
 public:
@@ -36,5 +36,5 @@ private:
     int m_descriptor;
 };
 
-/// The file of that name for reading; "-" is standard input. Throws CommandError, for a folder too.
+/// Opens a file for reading; "-" is standard input. Throws CommandError, for a folder too.
 FileDescriptor openForReading(const QByteArray &path);

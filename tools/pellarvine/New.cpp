@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Names that CMake and Qt keep for targets of their own, and CMake for a folder.
+// Names that CMake and Qt reserve for targets, and CMake for a folder.
 const QStringList reservedNames {
     u"all"_s,
     u"ALL_BUILD"_s,

@@ -19,8 +19,8 @@
 
 namespace {
 
-// A file in `folder` that has no name, where the file system can have such, so that nothing is left
-// of it even if the process is killed; else one of the name that `path` then has.
+// A file without a name in `folder`, if the file system supports it: it disappears even if the
+// process is killed. Otherwise a named one, whose name is in `path`.
 struct TemporaryFile
 {
     FileDescriptor file;
@@ -45,7 +45,7 @@ struct TemporaryFile
             unlink(path.constData());
     }
 
-    // Gives the file its name unless there is one of that name. False, with errno, if it cannot.
+    // Names the file unless the name exists. Returns false, with errno, if it cannot.
     bool linkAs(const QByteArray &name) const
     {
         if (path.isEmpty()) {
@@ -56,12 +56,12 @@ struct TemporaryFile
         if (renameat2(AT_FDCWD, path.constData(), AT_FDCWD, name.constData(), RENAME_NOREPLACE)
             == 0)
             return true;
-        // Neither is known to all file systems. The name beside the link goes with the object.
+        // Some file systems support neither. The destructor removes the temporary name.
         const bool isUnknown = errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
         return isUnknown && link(path.constData(), name.constData()) == 0;
     }
 
-    // Gives the file its name, and takes that from what had it.
+    // Names the file, and replaces an existing one.
     bool replace(const QByteArray &name)
     {
         if (path.isEmpty()) {
@@ -108,10 +108,10 @@ public:
 
     void commit() override
     {
-        // Nobody but the owner could read the file before it was whole.
+        // Until it was complete, only the owner could read the file.
         if (fchmod(m_temporary.file, m_mode) != 0)
             throwSystemError(m_name, errno);
-        // Some file systems cannot flush; what they report otherwise is lost data.
+        // Some file systems cannot flush. Any other error means lost data.
         if (fsync(m_temporary.file) != 0 && errno != EINVAL && errno != ENOTSUP)
             throwSystemError(m_name, errno);
         if (m_replaces ? m_temporary.replace(m_path) : m_temporary.linkAs(m_path))

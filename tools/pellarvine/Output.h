@@ -9,27 +9,27 @@
 
 class Signals;
 
-/// Where a run's result goes. Destroying it without `commit()` leaves nothing behind.
+/// The target of a run. Destroying it without `commit()` leaves no file.
 class Output
 {
 public:
     virtual ~Output() = default;
 
-    /// Where to write.
+    /// The descriptor to write to.
     virtual Stream stream() const = 0;
 
-    /// Puts what was written in its place. Throws CommandError.
+    /// Completes the file. Throws CommandError.
     virtual void commit() = 0;
 };
 
-/// When a stream, a FIFO or a device gets its bytes. A file appears whole in either case.
+/// When a stream, a FIFO or a device receives its bytes. A file always appears when it is complete.
 enum class Release {
     atOnce,
     onceCommitted, ///< from a temporary file without a name
 };
 
-/// The output of that name; "-" is standard output. `replaces` says whether a file may exist.
-/// `mode` is the new file's; without one it is what the process gives new files. Throws
-/// CommandError, for a terminal that would get bytes at once too, since they are no text.
+/// Opens an output; "-" is standard output. `replaces` allows an existing file. `mode` is the mode
+/// of the new file; without it, the process's default. Throws CommandError, also for a terminal
+/// that would receive binary data at once.
 std::unique_ptr<Output> openOutput(const QByteArray &path, Release release, bool replaces,
                                    std::optional<mode_t> mode, const Signals &signals);

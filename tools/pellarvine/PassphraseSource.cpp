@@ -24,11 +24,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A terminal hands over no longer lines, and silently drops what is typed after that.
+// A terminal passes on no longer lines, and drops the rest silently.
 constexpr std::size_t longestTypedLine = 4095;
 constexpr std::size_t longestPassphrase = 64 * 1024;
 
-// Bytes that are wiped when they go, at a place that never moves.
+// Bytes that the destructor wipes, at an address that does not change.
 struct Buffer
 {
     std::array<char, longestPassphrase> bytes;
@@ -67,7 +67,7 @@ bool readMore(int descriptor, Buffer &buffer, const QByteArray &subject, const S
     }
 }
 
-// Reads to the end: a line, which may lack its end.
+// Reads one line, with or without its end, up to the end of the file.
 SecretText readLine(int descriptor, const QByteArray &subject, const Signals &signals)
 {
     const auto buffer = std::make_unique<Buffer>();
@@ -91,7 +91,7 @@ SecretText readLine(int descriptor, const QByteArray &subject, const Signals &si
     return decoded(*buffer, subject);
 }
 
-// A terminal that does not show what is typed.
+// A terminal without echo.
 class HiddenTyping
 {
 public:
@@ -103,7 +103,7 @@ public:
         termios hidden = m_shown;
         hidden.c_lflag &= ~tcflag_t(ECHO | ECHONL);
         hidden.c_lflag |= tcflag_t(ICANON | ISIG);
-        // What was typed ahead of the question is dropped, since it was echoed.
+        // Drops characters that were typed before the question, since they were echoed.
         if (tcsetattr(terminal, TCSAFLUSH, &hidden) != 0)
             throwSystemError("/dev/tty", errno);
     }
@@ -123,7 +123,7 @@ private:
 SecretText readTypedLine(int terminal, const Signals &signals)
 {
     const auto buffer = std::make_unique<Buffer>();
-    // Ctrl+D hands over what has been typed, and ends the line if nothing has been since.
+    // Ctrl+D submits the typed characters; a second one ends the line.
     while (buffer->length == 0 || buffer->bytes[buffer->length - 1] != '\n') {
         if (!readMore(terminal, *buffer, "/dev/tty", signals)) {
             if (buffer->length == 0)
@@ -141,7 +141,7 @@ SecretText readTypedLine(int terminal, const Signals &signals)
 
 SecretText ask(int terminal, const char *question, const Signals &signals)
 {
-    // Again after the process has been stopped, with its terminal as it was, and continued.
+    // Repeated after the process was stopped, with its terminal restored, and continued.
     for (;;) {
         const SuspensionDelay delay(signals);
         const HiddenTyping hidden(terminal);
@@ -249,7 +249,7 @@ SecretText PassphraseSource::generate() const
         throw CommandError(ExitStatus::badUsage,
                            "no terminal to print the generated passphrase on");
     }
-    // Before anything is sealed: a passphrase that was never seen would lock the file for good.
+    // Before sealing: a passphrase that was not displayed would lock the file forever.
     SecretText passphrase(Pellarvine::generatedPassphrase());
     const std::string line = "Passphrase: " + passphrase.view().toLatin1().toStdString() + '\n';
     if (write(terminal, line.data(), line.size()) != ssize_t(line.size()))

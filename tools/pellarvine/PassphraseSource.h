@@ -12,7 +12,7 @@
 class CommandLine;
 class Signals;
 
-/// A passphrase in memory, wiped when it goes.
+/// A passphrase in memory, wiped by the destructor.
 class SecretText
 {
 public:
@@ -34,16 +34,16 @@ enum class Prompt {
     twice, ///< a mistyped passphrase would lock the file for good
 };
 
-/// The options that say where the passphrase comes from, and reading it from there. Without them it
-/// comes from the program that PELLARVINE_ASKPASS names, else from the terminal, without echo.
+/// Reads the passphrase according to the options. Without options it comes from the program in
+/// PELLARVINE_ASKPASS, or else from the terminal, without echo.
 class PassphraseSource
 {
 public:
-    /// Adds the options to `line`, which has to outlive the source.
+    /// Adds the options to `line`, which outlives the source.
     PassphraseSource(CommandLine &line, Prompt prompt);
 
-    /// Throws CommandError if the options contradict each other, or if the passphrase would come
-    /// from the descriptor that `input` is.
+    /// Throws CommandError if the options contradict each other, or if the passphrase would be read
+    /// from the descriptor of `input`.
     void check(const QByteArray &input) const;
 
     /// Throws CommandError, Interrupted.

@@ -21,13 +21,13 @@
 
 namespace {
 
-// Long enough that waking the threads costs little of the time for a piece.
+// Large enough that waking threads takes little of the time.
 constexpr qsizetype chunkLength = 1024 * 1024;
 constexpr std::size_t waitingChunks = 4;
 constexpr std::chrono::milliseconds progressInterval { 200 };
 
-// Whether a read or a write that failed is to be tried again. A descriptor that does not block, as
-// some parents leave them, is waited for.
+// Whether to repeat a failed read or write. Waits for a non-blocking descriptor, which some parent
+// processes pass on.
 bool isTransient(int descriptor, short event)
 {
     if (errno == EAGAIN) {
@@ -38,7 +38,7 @@ bool isTransient(int descriptor, short event)
     return errno == EINTR;
 }
 
-// What the threads share. They own it together, since they may outlive the call.
+// The shared state of the threads. It is reference-counted, because they may outlive the call.
 struct Line
 {
     Stream source;
@@ -104,7 +104,7 @@ struct Line
             transformed.push(transform.feed(*chunk));
             doneLength += chunk->size();
         }
-        // A source that failed to be read is not a source that ended.
+        // A failed source is not at its end.
         if (!hasFailed())
             transformed.push(transform.finalize());
         transformed.close();
@@ -144,8 +144,7 @@ void runPipeline(const Stream &source, const Stream &sink, Transform transform,
         std::thread([line] { line->run([&] { line->transformAll(); }); }),
         std::thread([line] { line->run([&] { line->writeAll(); }); }),
     };
-    // After a failure a stage may wait in the system for ever; otherwise all three are at their
-    // end.
+    // After a failure a stage may be blocked in the system forever; otherwise all three have ended.
     auto detach = qScopeGuard([&] {
         for (std::thread &stage : stages)
             stage.detach();

@@ -33,7 +33,7 @@ Place placeOf(const QByteArray &path)
         const QByteArray name = place.path.sliced(nameStart);
         const QByteArray folder = nameStart == 0 ? "." : place.path.first(nameStart);
         std::array<char, PATH_MAX> resolved;
-        // A folder that cannot be had is an error of whoever opens the path.
+        // An unreadable folder is reported when the path is opened.
         if (name.isEmpty() || !realpath(folder.constData(), resolved.data()))
             return place;
         if (descriptors == resolved.data()) {

@@ -5,17 +5,17 @@
 
 #include <optional>
 
-/// Where a path leads.
+/// The target of a path.
 struct Place
 {
-    /// One of the process's own descriptors, as for /dev/stdout and /proc/self/fd/1. To open that
-    /// path would not do: it starts a file at its beginning, and fails for a socket.
+    /// One of the process's own descriptors, as for /dev/stdout and /proc/self/fd/1. Opening that
+    /// path is not the same: it would start a file at its beginning, and fail for a socket.
     std::optional<int> descriptor;
 
-    /// The path behind all symbolic links, which need not exist.
+    /// The path after all symbolic links. It need not exist.
     QByteArray path;
 
-    /// Whether there was a symbolic link in place of the file.
+    /// Whether the path was a symbolic link.
     bool isLink = false;
 };
 

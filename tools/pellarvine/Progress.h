@@ -5,8 +5,8 @@
 
 #include <chrono>
 
-/// A line on standard error that tells how far a run is, at which rate, and how long it will take.
-/// Shows only when standard error is a terminal.
+/// A line on standard error with progress, rate and remaining time. Shown only if standard error is
+/// a terminal.
 class Progress
 {
 public:

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int endingSignals[] = { SIGINT, SIGTERM, SIGHUP, SIGQUIT };
 
-// What the caller had ignored, as nohup does, stays ignored.
+// Signals that the caller ignores, as nohup does, stay ignored.
 bool isIgnored(int signal)
 {
     struct sigaction inherited = {};
@@ -27,7 +27,7 @@ bool isIgnored(int signal)
 
 Signals::Signals()
 {
-    // A closed pipe and a file that grew too large then show as errors of write().
+    // A closed pipe and a file beyond the size limit then are errors of write().
     sigemptyset(&m_ignored);
     for (const int signal : { SIGPIPE, SIGXFSZ }) {
         if (std::signal(signal, SIG_IGN) != SIG_IGN)

@@ -6,8 +6,8 @@
 #include <chrono>
 #include <csignal>
 
-/// Thrown when a signal that ends the process has come. It is still pending then, so that it ends
-/// the process once everything is cleaned up and `Signals::deliver()` is called.
+/// Thrown after a signal that ends the process. The signal is still pending, and ends the process
+/// when everything is cleaned up and `Signals::deliver()` is called.
 class Interrupted
 { };
 
@@ -15,9 +15,9 @@ class Interrupted
 class Suspended
 { };
 
-/// Turns the signals that ask a program to end into something to wait for, so that a run is broken
-/// off at a place of its own choosing: with the terminal's echo back on and no partial file left.
-/// Make it before any thread; threads inherit the blocked signals.
+/// Blocks the signals that end a program and lets it wait for them. A run can then stop at a safe
+/// place: with the terminal's echo on and without a partial file. Construct it before any thread;
+/// threads inherit the blocked signals.
 class Signals
 {
 public:
@@ -27,20 +27,20 @@ public:
 
     static constexpr std::chrono::milliseconds unlimited { -1 };
 
-    /// Waits until `descriptor` can be read. Throws Interrupted when a signal comes first. False
-    /// if neither came within `timeout`.
+    /// Waits until `descriptor` can be read. Throws Interrupted if a signal comes first. Returns
+    /// false after `timeout`.
     bool waitFor(int descriptor, std::chrono::milliseconds timeout = unlimited) const;
 
-    /// open(2) with O_CLOEXEC. It may wait for long, as for a FIFO's other end; throws Interrupted
-    /// when a signal comes first, CommandError that names the path if the file cannot be opened.
+    /// open(2) with O_CLOEXEC. It can block, for example on a FIFO without a writer. Throws
+    /// Interrupted if a signal comes first, and CommandError with the path if the file cannot be
+    /// opened.
     FileDescriptor open(const QByteArray &path, int flags) const;
 
-    /// For programs that this one starts: the signals that were blocked before, and those that only
-    /// this process ignores.
+    /// Restores the signals of the caller, for programs that this one starts.
     const sigset_t &inheritedMask() const { return m_inheritedMask; }
     const sigset_t &ignored() const { return m_ignored; }
 
-    /// Lets the signal behind Interrupted do its work.
+    /// Delivers the signal of Interrupted.
     static void deliver();
 
 private:
@@ -52,8 +52,8 @@ private:
     FileDescriptor m_descriptor;
 };
 
-/// Keeps Ctrl+Z from stopping the process while it lives: `waitFor` throws Suspended instead. The
-/// process is stopped when the object goes, and carries on behind it.
+/// Delays Ctrl+Z: `waitFor` throws Suspended, and the destructor stops the process, which continues
+/// after it.
 class SuspensionDelay
 {
 public:

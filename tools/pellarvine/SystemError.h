@@ -3,5 +3,5 @@
 
 #include <QByteArray>
 
-/// Throws the CommandError for a failed call of the system: what it was about, and errno's text.
+/// Throws a CommandError for a failed system call, with its subject and the text of errno.
 [[noreturn]] void throwSystemError(const QByteArray &subject, int error);

@@ -46,8 +46,8 @@ void printHelp(std::FILE *stream)
                stream);
 }
 
-// Becomes a program that loads what draws, lays out fonts or makes widgets. It is found from this
-// program's own place, so that they may be moved together.
+// Executes a program that loads the libraries for drawing, fonts or widgets. It is found relative
+// to this one, so both may be moved together.
 [[noreturn]] void become(const char *name, char **arguments)
 {
     std::error_code error;

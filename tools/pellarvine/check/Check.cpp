@@ -16,14 +16,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// In the form that editors and build tools know: FILE:LINE:COLUMN: error: MESSAGE.
+// The form that editors and build tools parse: FILE:LINE:COLUMN: error: MESSAGE.
 QByteArray line(const QString &file, qint64 lineNumber, qint64 column, const QString &message)
 {
     const QString place = lineNumber > 0 ? u":%1:%2"_s.arg(lineNumber).arg(column) : QString();
     return QFile::encodeName(file + place) + ": error: " + message.toLocal8Bit();
 }
 
-// A file's problem; empty if it has none.
+// The problem of a file; empty if there is none.
 QByteArray problem(const QString &path)
 {
     try {
@@ -44,7 +44,7 @@ QByteArray problem(const QString &path)
     }
 }
 
-// Its classes are registered by what runs when it is loaded, and by this function if it has it.
+// Its classes are registered when it is loaded, or by this function if it has it.
 void load(const QByteArray &path)
 {
     QLibrary library(QFileInfo(QFile::decodeName(path)).absoluteFilePath());

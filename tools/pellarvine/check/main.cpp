@@ -7,9 +7,9 @@
 int main(int argc, char **argv)
 {
     return exitStatusOf([&] {
-        // Nothing is shown, and a machine that builds has no screen.
+        // Build machines have no screen, and nothing is shown.
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        // What Qt has to say about a form, the error says better.
+        // The error of the library is clearer than the messages of Qt about a form.
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
         int count = 1; // Qt takes no options
         const QApplication application(count, argv);

@@ -17,7 +17,7 @@ using namespace Pellarvine;
 
 namespace {
 
-// What a screen can show of a colour that was made lighter than white.
+// Clamps a colour that was made lighter than white.
 NS::Color clamped(const NS::Color &color)
 {
     const auto &[red, green, blue, alpha] = color.rgba();
@@ -25,14 +25,14 @@ NS::Color clamped(const NS::Color &color)
                             std::clamp(blue, 0.0, 1.0), std::clamp(alpha, 0.0, 1.0) });
 }
 
-// Two cells of a terminal in the colour as it looks on that ground.
+// Two cells of a terminal in the colour on that background.
 QString cells(const NS::Color &color, const NS::Color &ground)
 {
     const QColor seen = seenOn(ground, color).toQColor();
     return QString::asprintf("\x1b[48;2;%d;%d;%dm  \x1b[0m", seen.red(), seen.green(), seen.blue());
 }
 
-// On white and on black, which differ for a colour that lets the ground shine through.
+// On white and on black, which differ for a translucent colour.
 QString swatch(const NS::Color &color)
 {
     return cells(color, NS::Color::white()) + cells(color, NS::Color::black()) + u' ';
@@ -82,7 +82,7 @@ void runColor(const QByteArrayList &arguments)
         throw CommandError(ExitStatus::badUsage, "color: no TEXT given");
 
     const bool isTerminal = isatty(STDOUT_FILENO) == 1;
-    // A bad text does not keep the others from being printed.
+    // The other texts are printed after a wrong one.
     std::optional<CommandError> failure;
     for (const QByteArray &text : commandLine.operands()) {
         const auto color = colorWithHex(QString::fromLocal8Bit(text));

@@ -26,8 +26,8 @@ namespace {
 
 using Run = NS::AttributedString::Run;
 
-// Bytes that are no UTF-8 become U+FFFD. A byte order mark is a character like any other, so that
-// a line's output does not depend on where it stands.
+// Invalid UTF-8 becomes U+FFFD. A byte order mark is an ordinary character, so the output of a line
+// does not depend on its place.
 QString readText(const QByteArray &path)
 {
     const FileDescriptor descriptor = openForReading(path);
@@ -77,7 +77,7 @@ QJsonObject attributesObject(const NS::Attributes &attributes)
 
 QByteArray json(const NS::AttributedString &text)
 {
-    // Runs that differ in nothing that is shown here are one.
+    // Joins runs without a visible difference.
     QList<std::pair<Run, QJsonObject>> runs;
     for (const Run &run : text.runs()) {
         const QJsonObject object = attributesObject(run.attributes);
@@ -106,8 +106,8 @@ QByteArray htmlElement(const NS::AttributedString &text)
     return "<div style=\"white-space:pre-wrap\">" + NS::html(text).toUtf8() + "</div>";
 }
 
-// Control characters in the text do not reach the terminal, where they could do anything: they are
-// shown as the replacement character.
+// Control characters of the text are shown as the replacement character: a terminal would execute
+// them.
 QByteArray printable(QStringView text)
 {
     QString result = text.toString().remove(u'\r');
@@ -126,8 +126,8 @@ QByteArray colorCode(const char *ground, const NS::Color &color)
            + QByteArray::number(seen.green()) + ';' + QByteArray::number(seen.blue());
 }
 
-// The base colour is the terminal's own: black would not be seen on all of them. Most of them are
-// dark, and know no opacity, so black is what translucent colours are mixed with.
+// The base colour is that of the terminal, because black is invisible on some. Terminals have no
+// opacity. Most are dark, so translucent colours are mixed with black.
 QByteArray ansi(const NS::AttributedString &text, const MarkupParser &parser)
 {
     QByteArray result;
