@@ -168,7 +168,7 @@ void ReplaceableImageView::loadImage(const QUrl &url)
 {
     detail::ImageFile file;
     const QPointer<ReplaceableImageView> guard(this);
-    detail::runWithBusyCursor([&] { file = detail::readImageFile(url); });
+    detail::runWithBusyCursor(this, [&] { file = detail::readImageFile(url); });
     if (!guard)
         return;
     if (file.image.fault == detail::ImageFault::tooLarge)
@@ -201,7 +201,7 @@ bool ReplaceableImageView::performDragOperation(QDropEvent *event)
         return true;
     // An image beside a file that is none, or that cannot be read.
     std::optional<Data> bytes;
-    detail::runWithBusyCursor([&] { bytes = detail::contentsOfFile(urls.value(0)); });
+    detail::runWithBusyCursor(this, [&] { bytes = detail::contentsOfFile(urls.value(0)); });
     if (!bytes)
         detail::printWarning("Warning: could not fetch image data!");
     else if (guard)

@@ -68,13 +68,13 @@ struct Taken
 };
 
 // Reads the file once, for the image and for who stores it.
-Taken takenFrom(const QMimeData *source)
+Taken takenFrom(const QMimeData *source, QWidget *view)
 {
     const QUrl url = source->urls().value(0);
     const QImage attached = source->hasImage() ? source->imageData().value<QImage>() : QImage();
     const bool isFile = isImageFile(url);
     Taken taken;
-    detail::runWithBusyCursor([&] {
+    detail::runWithBusyCursor(view, [&] {
         const detail::ImageFile file = isFile ? detail::readImageFile(url) : detail::ImageFile();
         if (!file.image.bitmap.isNull())
             taken = { Image(file.image.bitmap, file.image.size), *file.contents, true, {} };
@@ -293,7 +293,7 @@ void ImageView::didTakeFile(const QByteArray &) { }
 bool ImageView::take(const QMimeData *source)
 {
     const QPointer<ImageView> guard(this);
-    const Taken taken = takenFrom(source);
+    const Taken taken = takenFrom(source, this);
     if (!guard)
         return false;
     if (taken.image.isEmpty()) {

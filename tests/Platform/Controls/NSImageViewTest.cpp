@@ -14,6 +14,7 @@
 #include <QImageReader>
 #include <QMenu>
 #include <QSemaphore>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -303,18 +304,39 @@ TEST_F(ImageViewTest, a_screen_reader_finds_a_graphic_with_a_name)
     EXPECT_EQ(interface->imageInterface()->imageSize(), QSize(20, 10));
 }
 
-TEST(Worker, the_main_thread_goes_on_under_a_busy_pointer)
+TEST_F(ImageViewTest, the_main_thread_goes_on_under_a_busy_pointer_and_a_spinner)
 {
+    view.setEditable(false); // without a ring of the focus
+    view.setImage(NS::Image(filled({ 100, 60 }, Qt::red)));
+    view.show();
+    const QImage before = view.grab().toImage();
     QSemaphore isSeen;
     bool wasBusy = false;
-    QTimer::singleShot(0, qApp, [&] {
+    QSet<QByteArray> frames;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, qApp, [&] {
         wasBusy = QApplication::overrideCursor()
                   && QApplication::overrideCursor()->shape() == Qt::BusyCursor;
-        isSeen.release();
+        const QImage frame = view.grab().toImage();
+        frames.insert(
+                QByteArray(reinterpret_cast<const char *>(frame.constBits()), frame.sizeInBytes()));
+        if (frames.size() == 3)
+            isSeen.release();
     });
-    NS::detail::runWithBusyCursor([&] { isSeen.acquire(); });
+    timer.start(10);
+    Pellarvine::detail::runWithBusyCursor(&view, [&] { isSeen.acquire(); });
+    timer.stop();
     EXPECT_TRUE(wasBusy);
     EXPECT_FALSE(QApplication::overrideCursor());
+    EXPECT_EQ(view.grab().toImage(), before);
+    // The view may go while it waits.
+    auto other = std::make_unique<NS::ImageView>();
+    QTimer::singleShot(0, qApp, [&] {
+        other.reset();
+        isSeen.release();
+    });
+    Pellarvine::detail::runWithBusyCursor(other.get(), [&] { isSeen.acquire(); });
+    EXPECT_FALSE(other);
 }
 
 #include "NSImageViewTest.moc"
