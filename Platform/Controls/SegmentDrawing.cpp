@@ -2,6 +2,8 @@
 #include "Controls/SegmentDrawing.h"
 
 #include "Controls/SegmentGeometry.h"
+#include "Drawing/PixelAlignment.h"
+#include "Drawing/Shades.h"
 #include "View/FocusRing.h"
 
 #include <QPainter>
@@ -17,10 +19,11 @@ namespace {
 
 constexpr int line = SegmentMetrics::line;
 constexpr double cornerRadius = 4.0;
-constexpr float hoveredTint = 0.06F;
-constexpr float pressedTint = 0.14F;
+constexpr double hoveredTint = 0.06;
+constexpr double pressedTint = 0.14;
 constexpr int raised = 115; // per cent of the palette's button, where that is the window's colour
 constexpr double disabledOpacity = 0.45; // of the selection's fill
+constexpr float selectedLine = 0.4F; // between two selected segments
 constexpr float disabledInk = 0.55F; // on it
 
 QColor withAlpha(QColor color, float alpha)
@@ -29,18 +32,21 @@ QColor withAlpha(QColor color, float alpha)
     return color;
 }
 
-void fill(QPainter &painter, const QPalette &palette, const SegmentLook &segment, const QRect &cell)
+// What fills a segment's cell up to the outer edge of the control; invalid if nothing does.
+QColor fillColor(const QPalette &palette, const SegmentLook &segment, const QColor &face)
 {
-    if (segment.isSelected) {
-        painter.setOpacity(segment.canAct ? 1.0 : disabledOpacity);
-        painter.fillRect(cell, palette.color(QPalette::Highlight));
-        painter.setOpacity(1.0);
-    }
-    if (segment.canAct && (segment.isPressed || segment.isHovered)) {
-        const auto ink = segment.isSelected ? QPalette::HighlightedText : QPalette::ButtonText;
-        painter.fillRect(
-                cell, withAlpha(palette.color(ink), segment.isPressed ? pressedTint : hoveredTint));
-    }
+    const QColor highlight = palette.color(QPalette::Highlight);
+    const QColor ink =
+            palette.color(segment.isSelected ? QPalette::HighlightedText : QPalette::ButtonText);
+    const double tint = !segment.canAct     ? 0.0
+                        : segment.isPressed ? pressedTint
+                        : segment.isHovered ? hoveredTint
+                                            : 0.0;
+    if (segment.isSelected && !segment.canAct)
+        return mixed(face, highlight, disabledOpacity);
+    if (segment.isSelected)
+        return mixed(highlight, ink, tint);
+    return tint > 0.0 ? withAlpha(ink, float(tint)) : QColor();
 }
 
 void drawContent(QPainter &painter, const QWidget &control, const SegmentLook &segment)
@@ -120,24 +126,37 @@ void drawSegments(QPainter &painter, const QWidget &control, const QList<Segment
     QColor face = palette.color(QPalette::Button);
     if (face == palette.color(QPalette::Window))
         face = face.lighter(raised);
+    QPainterPath shape;
+    shape.addRoundedRect(body, cornerRadius + 0.5, cornerRadius + 0.5);
     painter.fillPath(outline, face);
 
-    painter.save();
-    painter.setClipPath(outline);
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    const QColor lines = palette.color(QPalette::Mid);
-    for (int i = 0; i < segments.size(); ++i) {
-        fill(painter, palette, segments[i], segmentCell(rects, i, direction));
-        if (i + 1 == segments.size())
-            break;
-        const int divider =
-                direction == Qt::RightToLeft ? rects[i].left() - line : rects[i].right() + 1;
-        painter.fillRect(QRect(divider, 0, line, control.height()), lines);
-    }
-    painter.restore();
-
+    const QColor lines = edgeColor(palette);
     painter.setPen(QPen(lines, line));
     painter.drawPath(outline);
+
+    // Over the outline, which would part a selected segment from the edge.
+    painter.save();
+    for (int i = 0; i < segments.size(); ++i) {
+        const QColor color = fillColor(palette, segments[i], face);
+        if (color.isValid()) {
+            const int before = segments[i].isSelected ? line : 0;
+            painter.setClipRect(segmentCell(rects, i, direction).adjusted(-before, 0, 0, 0));
+            painter.fillPath(shape, color);
+        }
+    }
+    painter.restore();
+    for (int i = 0; i + 1 < segments.size(); ++i) {
+        const bool isBeside = segments[i].isSelected || segments[i + 1].isSelected;
+        const bool isBetween = segments[i].isSelected && segments[i + 1].isSelected;
+        if (isBeside && !isBetween)
+            continue; // the selection's own edge parts them
+        const int x = direction == Qt::RightToLeft ? rects[i].left() - line : rects[i].right() + 1;
+        const QColor ink = withAlpha(palette.color(QPalette::HighlightedText), selectedLine);
+        const QRect divider(x, body.top() + line, line, body.height() - 2 * line);
+        painter.fillRect(alignedToPixels(divider, body, painter.deviceTransform()),
+                         isBetween ? ink : lines);
+    }
+
     for (const SegmentLook &segment : segments)
         drawContent(painter, control, segment);
     for (const SegmentLook &segment : segments) {

@@ -379,7 +379,7 @@ TEST(SegmentedControl, tool_tips_are_the_segments_own_or_the_label_that_is_cut_o
     EXPECT_EQ(toolTipAt(0), u"Scope"_s);
 }
 
-TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_the_lines)
+TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_the_edge)
 {
     Control control(Tracking::selectAny, { {}, {}, {} });
     for (int i = 0; i < 3; ++i)
@@ -387,7 +387,8 @@ TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_t
     QPalette palette;
     palette.setColor(QPalette::Button, Qt::white);
     palette.setColor(QPalette::Highlight, Qt::red);
-    palette.setColor(QPalette::Mid, Qt::black);
+    palette.setColor(QPalette::Window, Qt::black); // and so the lines
+    palette.setColor(QPalette::WindowText, Qt::black);
     control.setPalette(palette);
     control.resize(94, 24);
     control.setSelectedSegment(1);
@@ -395,14 +396,18 @@ TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_t
         control.setLayoutDirection(direction);
         control.setSelectedSegment(0);
         const bool isMirrored = direction == Qt::RightToLeft;
+        const auto placed = [&](const QRect &rect) {
+            return isMirrored ? QRect(94 - rect.right() - 1, rect.y(), rect.width(), rect.height())
+                              : rect;
+        };
         for (const int scale : { 1, 2 }) {
             const QImage image = picture(control, scale);
-            expectFilled(image, { isMirrored ? 63 : 3, 4, 28, 16 }, Qt::red);
-            expectFilled(image, { 32, 1, 30, 22 }, Qt::white);
-            expectFilled(image, { 31, 0, 1, 24 }, Qt::black);
-            expectFilled(image, { 62, 0, 1, 24 }, Qt::black);
-            expectFilled(image, { 0, 6, 1, 12 }, Qt::black);
-            expectFilled(image, { 93, 6, 1, 12 }, Qt::black);
+            expectFilled(image, placed({ 0, 6, 32, 12 }), Qt::red);
+            expectFilled(image, placed({ 6, 0, 26, 24 }), Qt::red);
+            expectFilled(image, placed({ 32, 1, 30, 22 }), Qt::white);
+            expectFilled(image, placed({ 62, 0, 1, 24 }), Qt::black);
+            expectFilled(image, placed({ 32, 0, 40, 1 }), Qt::black);
+            expectFilled(image, placed({ 93, 6, 1, 12 }), Qt::black);
             expectFilled(image, { 0, 0, 1, 1 }, ground);
         }
     }
