@@ -26,6 +26,8 @@ class PELLARVINE_EXPORT ColorPickerButton : public NS::Button, public NS::KeyVal
 {
     Q_OBJECT
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged USER true)
+    Q_PROPERTY(
+            QColor defaultColor READ defaultColor WRITE setDefaultColor NOTIFY defaultColorChanged)
     Q_PROPERTY(Pellarvine::ColorPickerViewController *viewController READ viewController CONSTANT)
 
 public:
@@ -36,6 +38,11 @@ public:
 
     /// Default: green. An invalid colour is taken for an opaque black.
     QColor color() const;
+
+    /// What the context menu and the popover go back to. Invalid if there is no such colour.
+    /// Default: invalid.
+    QColor defaultColor() const;
+    void setDefaultColor(const QColor &color);
 
     /// What the popovers show. The button owns it.
     ColorPickerViewController *viewController() const;
@@ -49,6 +56,8 @@ public:
 
 public Q_SLOTS:
     void setColor(const QColor &color);
+    /// To the default colour; does nothing if there is none.
+    void resetColor();
 
     /// What a click does: has the panel show the button's colour, starts to follow it, and opens a
     /// popover to the right of the button. Without a parent widget none is opened; the button
@@ -64,6 +73,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void colorChanged(const QColor &color);
+    void defaultColorChanged(const QColor &color);
 
 protected:
     bool event(QEvent *event) override;

@@ -345,6 +345,23 @@ TEST_F(ColorPickerButtonTest, colours_are_copied_pasted_and_dropped)
     EXPECT_EQ(changes.count(), 2);
 }
 
+TEST_F(ColorPickerButtonTest, a_default_colour_can_be_gone_back_to)
+{
+    button->resetColor(); // there is none
+    EXPECT_EQ(button->color(), QColor(Qt::green));
+    button->setDefaultColor(Qt::blue);
+    press();
+    ASSERT_TRUE(popover());
+    QTest::mouseClick(named<QAbstractButton>(panel()->contentView(), u"Default"_s), Qt::LeftButton);
+    EXPECT_EQ(button->color(), QColor(Qt::blue));
+    clickElsewhere();
+    EXPECT_FALSE(panel()->defaultColor().isValid()); // which was that button's
+    button->setColor(Qt::red);
+    button->resetColor();
+    EXPECT_EQ(button->color(), QColor(Qt::blue));
+    EXPECT_EQ(panel()->recentColors(), QList<QColor> { Qt::blue });
+}
+
 TEST_F(ColorPickerButtonTest, a_press_without_a_click_closes_another_buttons_popover_first)
 {
     auto *const other = new Button(&window);
