@@ -25,7 +25,8 @@ namespace NS {
 ///     portrait->setPlaceholderText(tr("Drop a picture here"));
 ///     connect(portrait, &NS::ImageView::imageEdited, form, &Form::storePortrait);
 ///
-/// Its frame is QFrame's: none unless `frameStyle` is set. Lengths are in device-independent
+/// Its frame is QFrame's: none unless `frameStyle` is set. In style sheets it is a QFrame:
+/// `background`, `border`, `padding` and, for its texts, `color` apply. Lengths are in device-independent
 /// pixels; a bitmap of more pixels than its size in points uses them where the screen has them. Of
 /// animated formats the first frame is shown. Pictures from files that have more pixels than a
 /// large screen keep their size and are decoded to fewer pixels; colours are those of sRGB, to which

@@ -11,6 +11,8 @@
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
+#include <cmath>
+
 namespace Pellarvine::detail {
 
 namespace {
@@ -31,7 +33,7 @@ public:
     {
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
-        const double margin = gap * m_side;
+        const double margin = std::round(gap * m_side); // for sharp edges
         const double radius = cornerRadius * m_side;
         const QRectF tile = QRectF(option.rect).adjusted(margin, margin, -margin, -margin);
         QPainterPath path;

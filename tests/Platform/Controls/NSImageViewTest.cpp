@@ -260,6 +260,24 @@ TEST_F(ImageViewTest, an_empty_well_has_an_outline_and_says_what_to_do)
     EXPECT_FALSE(seen(edge));
 }
 
+TEST_F(ImageViewTest, style_sheets_apply_as_to_a_frame)
+{
+    view.setEditable(false);
+    view.setStyleSheet(u"background: yellow; border: 3px solid blue; padding: 10px; color: red"_s);
+    view.setImageScaling(NS::ImageView::scaleAxesIndependently);
+    view.setPlaceholderText(QString(20, QChar(u'█')));
+    QImage seen = view.grab().toImage();
+    EXPECT_EQ(seen.pixelColor(1, 30), QColor(Qt::blue));
+    EXPECT_EQ(seen.pixelColor(5, 5), QColor(Qt::yellow));
+    const QColor ink = seen.pixelColor(50, 30);
+    EXPECT_GT(ink.red() - ink.green(), 60) << ink.name().toStdString(); // over the yellow
+    view.setImage(NS::Image(filled({ 10, 10 }, Qt::green)));
+    EXPECT_EQ(view.imageRect(), QRectF(13, 13, 74, 34));
+    seen = view.grab().toImage();
+    EXPECT_EQ(seen.pixelColor(14, 14), QColor(Qt::green));
+    EXPECT_EQ(seen.pixelColor(11, 30), QColor(Qt::yellow));
+}
+
 TEST_F(ImageViewTest, the_context_menu_offers_what_is_possible)
 {
     QApplication::clipboard()->setText(u"words"_s);

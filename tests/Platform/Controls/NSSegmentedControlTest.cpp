@@ -413,6 +413,26 @@ TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_t
     }
 }
 
+TEST(SegmentedControl, style_sheets_set_its_colours_and_no_more)
+{
+    Control control(Tracking::selectOne, { QString(3, QChar(u'█')), {} });
+    const QSize size = control.sizeHint();
+    control.setStyleSheet(u"color: red; background-color: yellow; padding: 20px;"
+                          "border: 5px solid green; selection-background-color: blue"_s);
+    control.setSelectedSegment(1);
+    EXPECT_EQ(control.sizeHint(), size);
+    control.resize(size);
+    const QImage seen = control.grab().toImage();
+    const auto inside = [&](int segment) {
+        const QRect rect = control.segmentRect(segment);
+        return seen.pixelColor(rect.left() + 4, rect.center().y());
+    };
+    EXPECT_GT(inside(0).green(), 200);
+    EXPECT_LT(inside(0).blue(), 60); // a little lighter than the yellow behind
+    EXPECT_EQ(inside(1), QColor(Qt::blue));
+    EXPECT_EQ(seen.pixelColor(control.segmentRect(0).center()), QColor(Qt::red));
+}
+
 TEST(SegmentedControl, a_disabled_selected_segment_can_be_read)
 {
     Control control(Tracking::selectOne, { QString(3, QChar(u'█')) });
