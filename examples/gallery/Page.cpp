@@ -31,6 +31,19 @@ Page::Page(const QString &heading, const QString &summary, QWidget *parent)
     setAccessibleName(heading);
 }
 
+void Page::alignTexts()
+{
+    const Qt::Alignment leftToRight = Qt::AlignLeft;
+    const Qt::Alignment rightToLeft = Qt::AlignRight | Qt::AlignAbsolute;
+    const Qt::Alignment wanted = isRightToLeft() ? rightToLeft : leftToRight;
+    const QList<QLabel *> labels = findChildren<QLabel *>();
+    for (QLabel *const label : labels) {
+        const Qt::Alignment side = label->alignment() & Qt::AlignHorizontal_Mask;
+        if (side == leftToRight || side == rightToLeft)
+            label->setAlignment(wanted | (label->alignment() & Qt::AlignVertical_Mask));
+    }
+}
+
 QFrame *makeCard(const QString &title, QWidget *parent)
 {
     auto *const card = new QFrame(parent);
