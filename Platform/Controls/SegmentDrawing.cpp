@@ -18,7 +18,7 @@ namespace Pellarvine::detail {
 namespace {
 
 constexpr int line = SegmentMetrics::line;
-constexpr double cornerRadius = 4.0;
+constexpr double cornerRadius = 4.5;
 constexpr double hoveredTint = 0.06;
 constexpr double pressedTint = 0.14;
 constexpr int raised = 115; // per cent of the palette's button, where that is the window's colour
@@ -103,7 +103,7 @@ void drawRing(QPainter &painter, const QPalette &palette, const SegmentLook &seg
     drawFocusRing(
             painter, QRectF(segment.rect).adjusted(inset, inset, -inset, -inset),
             palette.color(segment.isSelected ? QPalette::HighlightedText : QPalette::Highlight),
-            { .width = segment.isSelected ? 1.0 : 2.0, .radius = cornerRadius - 1.0 });
+            { .width = segment.isSelected ? 1.0 : 2.0, .radius = cornerRadius - 1.5 });
 }
 
 } // namespace
@@ -121,18 +121,22 @@ void drawSegments(QPainter &painter, const QWidget &control, const QList<Segment
     for (int i = 0; i < rects.size(); ++i)
         body |= segmentCell(rects, i, direction);
     painter.setRenderHint(QPainter::Antialiasing);
-    QPainterPath outline;
-    outline.addRoundedRect(QRectF(body).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
+    // On whole pixels, like the lines between the segments.
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF edges = alignedToPixels(body, body, toDevice);
+    const double scale = toDevice.m11() > 0 ? toDevice.m11() : 1;
+    const double stroke = wholeThickness(line * scale) / scale;
+    QPainterPath shape;
+    shape.addRoundedRect(edges, cornerRadius, cornerRadius);
+    QPainterPath inside;
+    inside.addRoundedRect(edges.adjusted(stroke, stroke, -stroke, -stroke), cornerRadius - 1,
+                          cornerRadius - 1);
     QColor face = palette.color(QPalette::Button);
     if (face == palette.color(QPalette::Window))
         face = face.lighter(raised);
-    QPainterPath shape;
-    shape.addRoundedRect(body, cornerRadius + 0.5, cornerRadius + 0.5);
-    painter.fillPath(outline, face);
-
     const QColor lines = edgeColor(palette);
-    painter.setPen(QPen(lines, line));
-    painter.drawPath(outline);
+    painter.fillPath(shape, lines);
+    painter.fillPath(inside, face);
 
     // Over the outline, which would part a selected segment from the edge.
     painter.save();

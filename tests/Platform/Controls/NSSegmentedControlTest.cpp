@@ -9,6 +9,7 @@
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
@@ -409,6 +410,37 @@ TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_t
             expectFilled(image, placed({ 32, 0, 40, 1 }), Qt::black);
             expectFilled(image, placed({ 93, 6, 1, 12 }), Qt::black);
             expectFilled(image, { 0, 0, 1, 1 }, ground);
+        }
+    }
+}
+
+TEST(SegmentedControl, its_lines_are_equally_thick_on_every_screen)
+{
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        for (int place = 0; place < 8; ++place) {
+            QWidget window;
+            window.resize(120, 40);
+            QPalette palette;
+            palette.setColor(QPalette::Button, Qt::white);
+            palette.setColor(QPalette::Window, Qt::black); // and so the lines
+            palette.setColor(QPalette::WindowText, Qt::black);
+            window.setPalette(palette);
+            NS::SegmentedControl control(&window);
+            control.setSegmentCount(3);
+            control.setGeometry(place, 3, 90 + place, 24);
+            const QImage image = picture(window, scale);
+            QString row;
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor color = image.pixelColor(x, qRound(15 * scale));
+                row += color == ground      ? u' '
+                       : color == Qt::black ? u'#'
+                       : color == Qt::white ? u'.'
+                                            : u'?';
+            }
+            row = row.trimmed().replace(QRegularExpression(u"\\.+"_s), u"."_s);
+            const QString stroke(qRound(scale), u'#');
+            EXPECT_EQ(row.toStdString(), QStringList(4, stroke).join(u'.').toStdString())
+                    << scale << " at " << place;
         }
     }
 }
