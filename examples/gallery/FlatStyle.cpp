@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double radius = 4;
-constexpr double knobSide = 16;
+constexpr int knobSide = 16;
 constexpr double grooveHeight = 4;
 
 QColor mixed(const QColor &first, const QColor &second, double share)
@@ -160,6 +160,19 @@ void FlatStyle::polish(QWidget *widget)
         widget->setMinimumHeight(4 * Theme::unit);
 }
 
+int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
+                           const QWidget *widget) const
+{
+    switch (metric) {
+    case PM_SliderLength:
+    case PM_SliderThickness:
+    case PM_SliderControlThickness:
+        return knobSide + 2; // with its edge's smoothing
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
 QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
                                   const QWidget *widget) const
 {
@@ -278,7 +291,7 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         painter->restore();
         QRectF knob(0, 0, knobSide, knobSide);
         knob.moveCenter(middle);
-        return drawBox(painter, knob, option, palette.color(QPalette::Base), knobSide / 2);
+        return drawBox(painter, knob, option, palette.color(QPalette::Base), knobSide / 2.0);
     }
     default:
         break;

@@ -16,6 +16,8 @@ public:
                      const QWidget *widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
                             QPainter *painter, const QWidget *widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                    const QWidget *widget) const override;
     void polish(QWidget *widget) override;
     using QProxyStyle::polish;
     QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
