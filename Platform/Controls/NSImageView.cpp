@@ -461,7 +461,7 @@ QString ImageView::hint(const QRect &room) const
 {
     if (!d->placeholderText.isEmpty() || !d->isEditable)
         return d->placeholderText;
-    const QString text = tr("Drop or paste a picture here");
+    const QString text = detail::wellHint();
     const QRect needed = fontMetrics().boundingRect(room, Qt::AlignCenter | Qt::TextWordWrap, text);
     return room.contains(needed) ? text : QString();
 }

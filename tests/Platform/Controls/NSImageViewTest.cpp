@@ -360,7 +360,7 @@ TEST_F(ImageViewTest, a_refused_picture_is_explained_in_the_view_and_to_the_prog
     EXPECT_EQ(edits.count(), 0);
     EXPECT_FALSE(drop(view, *filesToDrop({ rows[0].first })));
     view.clear(); // another picture, or none, takes the place of the reason
-    EXPECT_EQ(interface->text(QAccessible::Description), QString());
+    EXPECT_TRUE(interface->text(QAccessible::Description).contains(u"Drop"));
 }
 
 TEST_F(ImageViewTest, its_value_binding_shows_the_model_and_carries_edits_back)
