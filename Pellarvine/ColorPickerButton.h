@@ -22,7 +22,8 @@ namespace Pellarvine {
 /// The button takes a colour that is dropped on it or pasted, as a colour or as hex text
 /// ("#1ABC9C"), and gives its own by dragging it out and by copying. Its tool tip, unless one is
 /// set, and its accessible description tell the colour. In style sheets it is a QPushButton:
-/// `background` and `border` apply to what is around the swatch, which keeps its place. Main thread only.
+/// `background` and `border` apply to what is around the swatch, which keeps its place. Main thread
+/// only.
 class PELLARVINE_EXPORT ColorPickerButton : public NS::Button, public NS::KeyValueObserver
 {
     Q_OBJECT

@@ -30,20 +30,7 @@ namespace NS {
 namespace {
 
 constexpr int emptySide = 64;
-constexpr double wellRadius = 4;
 constexpr float refusalOpacity = 0.9F;
-
-// Where a picture can be put.
-void drawWell(QPainter &painter, const QRect &rect, const QColor &color)
-{
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    QPen pen(color, 1);
-    pen.setDashPattern({ 4, 3 });
-    painter.setPen(pen);
-    painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), wellRadius, wellRadius);
-    painter.restore();
-}
 
 // The keys that belong to the view while it has the focus, before any menu of the program.
 enum class Edit {
@@ -491,7 +478,7 @@ void ImageView::paintEvent(QPaintEvent *event)
         painter.drawImage(target, shown);
     } else {
         if (d->isEditable)
-            drawWell(painter, contentsRect(), detail::edgeColor(palette()));
+            detail::drawWell(painter, contentsRect(), detail::edgeColor(palette()));
         painter.setPen(palette().color(QPalette::PlaceholderText));
         if (d->refusal.isEmpty())
             painter.drawText(textRect, Qt::AlignCenter | Qt::TextWordWrap, hint(textRect));

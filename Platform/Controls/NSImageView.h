@@ -26,15 +26,15 @@ namespace NS {
 ///     connect(portrait, &NS::ImageView::imageEdited, form, &Form::storePortrait);
 ///
 /// Its frame is QFrame's: none unless `frameStyle` is set. In style sheets it is a QFrame:
-/// `background`, `border`, `padding` and, for its texts, `color` apply. Lengths are in device-independent
-/// pixels; a bitmap of more pixels than its size in points uses them where the screen has them. Of
-/// animated formats the first frame is shown. Formats are those of Qt's image plugins: Debian's
-/// qt6-image-formats-plugins adds WebP and TIFF, kimageformat6-plugins AVIF and HEIF. Pictures from files that have more pixels than a
-/// large screen keep their size and are decoded to fewer pixels; colours are those of sRGB, to which
-/// a file's colour profile is converted. Files above 512 MB, and pictures
-/// that would take more memory than that, are refused: the view says so until the user does
-/// something, and imageRefused() tells the program. Screen readers see a graphic, named by
-/// `accessibleName`.
+/// `background`, `border`, `padding` and, for its texts, `color` apply. Lengths are in
+/// device-independent pixels; a bitmap of more pixels than its size in points uses them where the
+/// screen has them. Of animated formats the first frame is shown. Formats are those of Qt's image
+/// plugins: Debian's qt6-image-formats-plugins adds WebP and TIFF, kimageformat6-plugins AVIF and
+/// HEIF. Pictures from files that have more pixels than a large screen keep their size and are
+/// decoded to fewer pixels; colours are those of sRGB, to which a file's colour profile is
+/// converted. Files above 512 MB, and pictures that would take more memory than that, are refused:
+/// the view says so until the user does something, and imageRefused() tells the program. Screen
+/// readers see a graphic, named by `accessibleName`.
 class PELLARVINE_EXPORT ImageView : public QFrame
 {
     Q_OBJECT
@@ -67,8 +67,8 @@ public:
     /// setImageData() was given. Empty for an image that came without one. Copying and dragging out
     /// give away that very file, beside the image.
     QByteArray imageData() const;
-    /// Shows the picture that `contents` is a file of, which is decoded as a dropped one is. Whether it
-    /// could be; if not, nothing changes.
+    /// Shows the picture that `contents` is a file of, which is decoded as a dropped one is.
+    /// Whether it could be; if not, nothing changes.
     bool setImageData(const QByteArray &contents);
 
     /// Default: scaleProportionallyDown.

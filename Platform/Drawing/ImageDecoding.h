@@ -29,9 +29,9 @@ struct DecodedImage
     ImageFault fault = ImageFault::none;
 };
 
-/// The first frame of the picture, upright as its camera was held, in sRGB. Of more pixels than a large
-/// screen has, the bitmap gets as many as that. A picture that would take more memory than any
-/// camera's is too large. Any thread.
+/// The first frame of the picture, upright as its camera was held, in sRGB. Of more pixels than a
+/// large screen has, the bitmap gets as many as that. A picture that would take more memory than
+/// any camera's is too large. Any thread.
 PELLARVINE_PRIVATE_EXPORT DecodedImage decodedImage(const QByteArray &bytes);
 
 struct ImageFile

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Every control is seen: its edge has a contrast of 3:1 in the gallery's palettes (WCAG 1.4.11).
-#include "FlatStyle.h"
 #include "Named.h"
 #include "Theme.h"
 

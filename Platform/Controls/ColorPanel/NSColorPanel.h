@@ -67,7 +67,8 @@ public:
 
     /// The colours that were chosen last, the latest first, at most eight; offered below the
     /// colour. One is added when the content is hidden with another colour than it was shown with.
-    /// A program that is to remember them stores them, and sets them when it starts. Default: empty.
+    /// A program that is to remember them stores them, and sets them when it starts. Default:
+    /// empty.
     QList<QColor> recentColors() const;
 
     /// Adds a colour in front, and removes an equal one behind it. Does nothing if it is invalid.

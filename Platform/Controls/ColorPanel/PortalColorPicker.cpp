@@ -10,6 +10,8 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace Pellarvine::detail {
@@ -40,22 +42,23 @@ PortalColorPicker::PortalColorPicker(QDBusConnection bus, QObject *parent)
 
 void PortalColorPicker::pick()
 {
-    if (!m_request.isEmpty())
-        return;
+    if (!m_request.isEmpty()) // which the desktop may have forgotten
+        m_bus.send(QDBusMessage::createMethodCall(portalService, m_request, requests, u"Close"_s));
     // The request's path is known before there is one, so that no answer is missed.
     static int count = 0;
     const QString token = u"pellarvine%1"_s.arg(++count);
     const QString sender = m_bus.baseService().mid(1).replace(u'.', u'_');
-    listenTo(portalPath + "/request/"_L1 + sender + u'/' + token);
+    const QString request = portalPath + "/request/"_L1 + sender + u'/' + token;
+    listenTo(request);
     QDBusMessage call =
             QDBusMessage::createMethodCall(portalService, portalPath, screenshots, u"PickColor"_s);
     call.setArguments({ QString(), QVariantMap { { u"handle_token"_s, token } } });
     auto *const watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, request] {
         watcher->deleteLater();
         const QDBusPendingReply<QDBusObjectPath> reply = *watcher;
-        if (m_request.isEmpty())
-            return; // it is answered already
+        if (m_request != request)
+            return; // it is answered already, or given up
         if (reply.isError())
             listenTo({});
         else if (reply.value().path() != m_request)

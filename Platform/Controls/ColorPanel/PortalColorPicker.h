@@ -23,7 +23,7 @@ public:
     explicit PortalColorPicker(QDBusConnection bus, QObject *parent = nullptr);
 
 public Q_SLOTS:
-    /// Starts picking; does nothing while that goes on.
+    /// Starts picking, in the place of what is still going on.
     void pick();
 
 Q_SIGNALS:
