@@ -255,6 +255,8 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
             arrow.state &= ~State_Enabled;
         proxy()->drawPrimitive(element, &arrow, painter, widget);
     };
+    const bool isHorizontal = option->state & State_Horizontal;
+    const bool isMirrored = option->direction == Qt::RightToLeft;
     switch (control) {
     case CC_ComboBox:
         drawBox(painter, option->rect, option, faceOf(option));
@@ -268,6 +270,22 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
                   box->stepEnabled & QAbstractSpinBox::StepUpEnabled);
         return drawArrow(PE_IndicatorArrowDown, SC_SpinBoxDown,
                          box->stepEnabled & QAbstractSpinBox::StepDownEnabled);
+    }
+    case CC_ScrollBar: {
+        painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+        const QRectF handle = place(SC_ScrollBarSlider).adjusted(3, 3, -3, -3);
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(edgeOf(option));
+        const double corner = std::min(handle.width(), handle.height()) / 2;
+        painter->drawRoundedRect(handle, corner, corner);
+        painter->restore();
+        drawArrow(isHorizontal ? PE_IndicatorArrowLeft : PE_IndicatorArrowUp,
+                  isHorizontal && isMirrored ? SC_ScrollBarAddLine : SC_ScrollBarSubLine, true);
+        return drawArrow(isHorizontal ? PE_IndicatorArrowRight : PE_IndicatorArrowDown,
+                         isHorizontal && isMirrored ? SC_ScrollBarSubLine : SC_ScrollBarAddLine,
+                         true);
     }
     case CC_Slider: {
         const auto *const slider = qstyleoption_cast<const QStyleOptionSlider *>(option);

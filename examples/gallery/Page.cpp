@@ -3,6 +3,7 @@
 
 #include "Theme.h"
 
+#include <QFontInfo>
 #include <QFrame>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -39,7 +40,8 @@ void Page::alignTexts()
     const QList<QLabel *> labels = findChildren<QLabel *>();
     for (QLabel *const label : labels) {
         const Qt::Alignment side = label->alignment() & Qt::AlignHorizontal_Mask;
-        if (side == leftToRight || side == rightToLeft)
+        const bool isCode = QFontInfo(label->font()).fixedPitch();
+        if (!isCode && (side == leftToRight || side == rightToLeft))
             label->setAlignment(wanted | (label->alignment() & Qt::AlignVertical_Mask));
     }
 }

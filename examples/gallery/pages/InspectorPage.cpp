@@ -31,7 +31,7 @@ using namespace Pellarvine;
 namespace {
 
 constexpr int inspectorWidth = 32 * Theme::unit;
-constexpr int rowHeight = 5 * Theme::unit;
+constexpr int rowHeight = 4 * Theme::unit + Theme::unit / 2;
 constexpr int swatchSide = 10;
 
 QString tr(const char *text)
