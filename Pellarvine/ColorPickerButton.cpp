@@ -92,6 +92,7 @@ struct ColorPickerButton::Private
 {
     ColorPickerViewController *viewController = nullptr;
     QColor color = QColor(Qt::green);
+    QColor defaultColor;
     QPoint pressed; // where the mouse was
     bool isDropTarget = false;
 };
@@ -132,6 +133,23 @@ void ColorPickerButton::setColor(const QColor &color)
     Q_EMIT colorChanged(d->color);
 }
 
+QColor ColorPickerButton::defaultColor() const
+{
+    return d->defaultColor;
+}
+
+void ColorPickerButton::setDefaultColor(const QColor &color)
+{
+    if (detail::assign(d->defaultColor, color))
+        Q_EMIT defaultColorChanged(color);
+}
+
+void ColorPickerButton::resetColor()
+{
+    if (d->defaultColor.isValid())
+        setColor(d->defaultColor);
+}
+
 ColorPickerViewController *ColorPickerButton::viewController() const
 {
     return d->viewController;
@@ -144,6 +162,7 @@ void ColorPickerButton::buttonPressed()
     // The panel's colour is one button's at a time.
     if (shownPopover)
         shownPopover->close();
+    panel->setDefaultColor(d->defaultColor);
     panel->setColor(d->color);
     NS::addObserver(panel, this, u"color"_s, NS::KeyValueObservingOptions::newValue);
     if (!parentWidget())
@@ -168,6 +187,7 @@ void ColorPickerButton::popoverDidClose()
 {
     NS::ColorPanel *const panel = panelOf(d->viewController);
     NS::removeObserver(panel, this, u"color"_s);
+    panel->setDefaultColor({});
     if (!panel->contentView()->isVisible())
         panel->reclaimContentView();
 }
@@ -224,6 +244,11 @@ void ColorPickerButton::contextMenuEvent(QContextMenuEvent *event)
                                              this, &ColorPickerButton::paste);
     pasting->setShortcut(QKeySequence::Paste);
     pasting->setEnabled(detail::colorInMimeData(QApplication::clipboard()->mimeData()).has_value());
+    if (d->defaultColor.isValid()) {
+        menu->addSeparator();
+        menu->addAction(tr("&Default Colour"), this, &ColorPickerButton::resetColor)
+                ->setEnabled(d->color != d->defaultColor.toRgb());
+    }
     menu->popup(event->globalPos());
 }
 

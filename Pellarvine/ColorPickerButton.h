@@ -21,11 +21,15 @@ namespace Pellarvine {
 ///
 /// The button takes a colour that is dropped on it or pasted, as a colour or as hex text
 /// ("#1ABC9C"), and gives its own by dragging it out and by copying. Its tool tip, unless one is
-/// set, and its accessible description tell the colour. Main thread only.
+/// set, and its accessible description tell the colour. In style sheets it is a QPushButton:
+/// `background` and `border` apply to what is around the swatch, which keeps its place. Main thread
+/// only.
 class PELLARVINE_EXPORT ColorPickerButton : public NS::Button, public NS::KeyValueObserver
 {
     Q_OBJECT
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged USER true)
+    Q_PROPERTY(
+            QColor defaultColor READ defaultColor WRITE setDefaultColor NOTIFY defaultColorChanged)
     Q_PROPERTY(Pellarvine::ColorPickerViewController *viewController READ viewController CONSTANT)
 
 public:
@@ -36,6 +40,11 @@ public:
 
     /// Default: green. An invalid colour is taken for an opaque black.
     QColor color() const;
+
+    /// What the context menu and the popover go back to. Invalid if there is no such colour.
+    /// Default: invalid.
+    QColor defaultColor() const;
+    void setDefaultColor(const QColor &color);
 
     /// What the popovers show. The button owns it.
     ColorPickerViewController *viewController() const;
@@ -49,6 +58,8 @@ public:
 
 public Q_SLOTS:
     void setColor(const QColor &color);
+    /// To the default colour; does nothing if there is none.
+    void resetColor();
 
     /// What a click does: has the panel show the button's colour, starts to follow it, and opens a
     /// popover to the right of the button. Without a parent widget none is opened; the button
@@ -64,6 +75,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void colorChanged(const QColor &color);
+    void defaultColorChanged(const QColor &color);
 
 protected:
     bool event(QEvent *event) override;

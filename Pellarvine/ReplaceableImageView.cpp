@@ -19,6 +19,7 @@
 #include <QMenu>
 #include <QMetaMethod>
 #include <QMimeData>
+#include <QMimeDatabase>
 #include <QPointer>
 #include <QUrl>
 
@@ -56,13 +57,19 @@ void tell(QObject *delegate, ReplaceableImageView *view, const Data &bytes)
     QMetaObject::metacall(delegate, QMetaObject::InvokeMetaMethod, method.methodIndex(), arguments);
 }
 
-// One filter for all that can be read: "Images (*.png *.jpg …)".
+// One filter for all that can be read, in every spelling: "Images (*.jpe *.jpeg *.jpg *.png …)".
 QString imageFilter()
 {
     QStringList patterns;
     const QList<QByteArray> formats = QImageReader::supportedImageFormats();
     for (const QByteArray &format : formats)
         patterns.append(u"*."_s + QString::fromLatin1(format));
+    const QMimeDatabase database;
+    const QList<QByteArray> types = QImageReader::supportedMimeTypes();
+    for (const QByteArray &type : types)
+        patterns.append(database.mimeTypeForName(QString::fromLatin1(type)).globPatterns());
+    patterns.removeDuplicates();
+    patterns.sort();
     return ReplaceableImageView::tr("Images") + u" ("_s + patterns.join(u' ') + u')';
 }
 
@@ -168,7 +175,7 @@ void ReplaceableImageView::loadImage(const QUrl &url)
 {
     detail::ImageFile file;
     const QPointer<ReplaceableImageView> guard(this);
-    detail::runWithBusyCursor([&] { file = detail::readImageFile(url); });
+    detail::runWithBusyCursor(this, [&] { file = detail::readImageFile(url); });
     if (!guard)
         return;
     if (file.image.fault == detail::ImageFault::tooLarge)
@@ -178,8 +185,10 @@ void ReplaceableImageView::loadImage(const QUrl &url)
     const Data bytes = *file.contents;
     const NS::Image chosen(file.image.bitmap, file.image.size);
     showHonouringBinding(chosen, this);
-    if (guard)
+    if (guard) {
+        rememberFile(chosen, bytes, url.fileName());
         tell(d->delegate, this, bytes);
+    }
     if (guard)
         Q_EMIT imageEdited(chosen, bytes);
 }
@@ -201,7 +210,7 @@ bool ReplaceableImageView::performDragOperation(QDropEvent *event)
         return true;
     // An image beside a file that is none, or that cannot be read.
     std::optional<Data> bytes;
-    detail::runWithBusyCursor([&] { bytes = detail::contentsOfFile(urls.value(0)); });
+    detail::runWithBusyCursor(this, [&] { bytes = detail::contentsOfFile(urls.value(0)); });
     if (!bytes)
         detail::printWarning("Warning: could not fetch image data!");
     else if (guard)

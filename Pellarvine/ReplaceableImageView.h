@@ -30,11 +30,12 @@ namespace Pellarvine {
 /// Return and Space choose a file as the double click does, and so does the context menu. The view
 /// is editable from the start; one that is made not to be takes no drops, but still lets choose.
 ///
-/// Files are read on a thread of their own: while a large one is, the pointer is busy and the
-/// window goes on painting. Directories, pipes, devices and what is not on this machine are no
-/// files. A chosen file that is no picture, or that cannot be read, is passed over in silence; a
-/// picture that is too large is refused as NS::ImageView does it. A file that is dropped and cannot
-/// be read is shown or not as NS::ImageView has it, and prints a warning. Main thread only.
+/// Files are read on a thread of their own: while a large one is, the pointer is busy, the view
+/// shows a spinner and the window goes on painting. Directories, pipes, devices and what is not on
+/// this machine are no files. A chosen file that is no picture, or that cannot be read, is passed
+/// over in silence; a picture that is too large is refused as NS::ImageView does it. A file that is
+/// dropped and cannot be read is shown or not as NS::ImageView has it, and prints a warning. Main
+/// thread only.
 class PELLARVINE_EXPORT ReplaceableImageView : public NS::ImageView
 {
     Q_OBJECT

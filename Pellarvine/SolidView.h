@@ -18,7 +18,9 @@ namespace Pellarvine {
 ///
 /// It draws by its layer. Setting `backgroundColor`, to whatever value, or `usesPaletteColors`
 /// fills that; until then the view is clear, in Qt Designer as in the program. `radius` and the
-/// loading of an interface file turn the layer on without filling it. Main thread only.
+/// loading of an interface file turn the layer on without filling it. Of style sheets,
+/// `background-color` applies while `usesPaletteColors` is set; `background-image`, `border` and
+/// `padding` never do. Main thread only.
 class PELLARVINE_EXPORT SolidView : public QWidget
 {
     Q_OBJECT

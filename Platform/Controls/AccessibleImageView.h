@@ -7,6 +7,12 @@
 
 namespace Pellarvine::detail {
 
+/// What a user can do with an empty view that is editable.
+inline QString wellHint()
+{
+    return NS::ImageView::tr("Drop or paste a picture here");
+}
+
 class AccessibleImageView : public detail::AccessibleControl, public QAccessibleImageInterface
 {
 public:
@@ -27,8 +33,10 @@ public:
             return given;
         if (QString refusal = view()->refusal(); !refusal.isEmpty())
             return refusal;
-        const bool isEmpty = view()->image().isEmpty();
-        return given.isEmpty() && isEmpty ? view()->placeholderText() : given;
+        if (!given.isEmpty() || !view()->image().isEmpty())
+            return given;
+        QString placeholder = view()->placeholderText();
+        return placeholder.isEmpty() && view()->isEditable() ? wellHint() : placeholder;
     }
     QString imageDescription() const override { return text(QAccessible::Name); }
     QSize imageSize() const override { return view()->imageRect().size().toSize(); }

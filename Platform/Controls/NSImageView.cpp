@@ -2,26 +2,24 @@
 #include "Controls/NSImageView.h"
 
 #include "Base/Assign.h"
-#include "Base/FileContents.h"
 #include "Controls/AccessibleImageView.h"
+#include "Controls/PictureTransfer.h"
 #include "Drawing/ImageDecoding.h"
-#include "Drawing/NSGraphicsContext.h"
-#include "View/BusyCursor.h"
+#include "Drawing/Shades.h"
 #include "View/FocusRing.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QDrag>
 #include <QDragEnterEvent>
-#include <QImageReader>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QStyle>
-#include <QUrl>
 
 #include <algorithm>
 #include <cmath>
@@ -33,58 +31,6 @@ namespace {
 
 constexpr int emptySide = 64;
 constexpr float refusalOpacity = 0.9F;
-
-// A look at the file's first bytes, quick enough for a pointer that is passing by.
-bool isImageFile(const QUrl &url)
-{
-    const QString path = detail::ordinaryFilePath(url);
-    if (path.isEmpty())
-        return false;
-    QImageReader reader(path);
-    reader.setDecideFormatFromContent(true);
-    return reader.canRead();
-}
-
-bool holdsImage(const QMimeData *data)
-{
-    return data && (isImageFile(data->urls().value(0)) || data->hasImage());
-}
-
-QByteArray pngFile(const QImage &image)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
-
-struct Taken
-{
-    Image image; // empty if there is none
-    QByteArray data;
-    bool isFile = false;
-    detail::ImageFault fault = detail::ImageFault::none;
-};
-
-// Reads the file once, for the image and for who stores it.
-Taken takenFrom(const QMimeData *source)
-{
-    const QUrl url = source->urls().value(0);
-    const QImage attached = source->hasImage() ? source->imageData().value<QImage>() : QImage();
-    const bool isFile = isImageFile(url);
-    Taken taken;
-    detail::runWithBusyCursor([&] {
-        const detail::ImageFile file = isFile ? detail::readImageFile(url) : detail::ImageFile();
-        if (!file.image.bitmap.isNull())
-            taken = { Image(file.image.bitmap, file.image.size), *file.contents, true, {} };
-        else if (!attached.isNull())
-            taken = { Image(attached), pngFile(attached), false, {} };
-        else
-            taken.fault = file.image.fault;
-    });
-    return taken;
-}
 
 // The keys that belong to the view while it has the focus, before any menu of the program.
 enum class Edit {
@@ -113,10 +59,12 @@ Edit editFor(const QKeyEvent *event)
 struct ImageView::Private
 {
     Image image;
+    detail::PictureFile file; // that the image came from
     ImageScaling scaling = scaleProportionallyDown;
     Qt::Alignment alignment = Qt::AlignCenter;
     bool isEditable = false;
     bool isDropTarget = false;
+    QPoint pressed; // where the mouse was
     QString placeholderText;
     QString refusal; // why the last picture is not shown
     QImage scaled; // the bitmap in the pixels that it was last drawn with
@@ -143,6 +91,7 @@ void ImageView::setImage(const Image &image)
         return;
     const bool isResized = image.size() != d->image.size();
     d->image = image;
+    d->file = {};
     d->scaled = {};
     if (isResized)
         updateGeometry();
@@ -153,6 +102,30 @@ void ImageView::setImage(const Image &image)
 void ImageView::clear()
 {
     setImage({});
+}
+
+QByteArray ImageView::imageData() const
+{
+    return d->file.contents;
+}
+
+bool ImageView::setImageData(const QByteArray &contents)
+{
+    const detail::DecodedImage decoded = detail::decodedImage(contents);
+    if (decoded.bitmap.isNull())
+        return false;
+    const Image image(decoded.bitmap, decoded.size);
+    const QPointer<ImageView> guard(this);
+    setImage(image);
+    if (guard)
+        rememberFile(image, contents, {});
+    return true;
+}
+
+void ImageView::rememberFile(const Image &image, const QByteArray &contents, const QString &name)
+{
+    if (image == d->image)
+        d->file = { contents, name };
 }
 
 ImageView::ImageScaling ImageView::imageScaling() const
@@ -264,7 +237,8 @@ QSize ImageView::minimumSizeHint() const
 void ImageView::copy()
 {
     if (!d->image.isEmpty())
-        QApplication::clipboard()->setImage(d->image.bitmap());
+        QApplication::clipboard()->setMimeData(
+                detail::mimeDataForPicture(d->image.bitmap(), d->file).release());
 }
 
 void ImageView::cut()
@@ -272,20 +246,20 @@ void ImageView::cut()
     if (!d->isEditable || d->image.isEmpty())
         return;
     copy();
-    edit({}, {});
+    edit({});
 }
 
 void ImageView::paste()
 {
     const QMimeData *const pasted = QApplication::clipboard()->mimeData();
-    if (!d->isEditable || !holdsImage(pasted))
+    if (!d->isEditable || !detail::holdsPicture(pasted))
         return;
     take(pasted);
 }
 
 bool ImageView::performDragOperation(QDropEvent *event)
 {
-    return d->isEditable && holdsImage(event->mimeData()) && take(event->mimeData());
+    return d->isEditable && detail::holdsPicture(event->mimeData()) && take(event->mimeData());
 }
 
 void ImageView::didTakeFile(const QByteArray &) { }
@@ -293,16 +267,16 @@ void ImageView::didTakeFile(const QByteArray &) { }
 bool ImageView::take(const QMimeData *source)
 {
     const QPointer<ImageView> guard(this);
-    const Taken taken = takenFrom(source);
+    const detail::TakenPicture taken = detail::takenPicture(source, this);
     if (!guard)
         return false;
     if (taken.image.isEmpty()) {
         refuseImage(detail::explanation(taken.fault));
         return false;
     }
-    edit(taken.image, taken.data);
-    if (guard && taken.isFile)
-        didTakeFile(taken.data);
+    edit(taken);
+    if (guard && !taken.file.contents.isEmpty())
+        didTakeFile(taken.file.contents);
     return true;
 }
 
@@ -320,12 +294,14 @@ void ImageView::setRefusal(const QString &reason)
         update();
 }
 
-void ImageView::edit(const Image &image, const QByteArray &file)
+void ImageView::edit(const detail::TakenPicture &taken)
 {
     const QPointer<ImageView> guard(this);
-    setImage(image);
-    if (guard)
-        Q_EMIT imageEdited(image, file);
+    setImage(taken.image);
+    if (!guard)
+        return;
+    rememberFile(taken.image, taken.file.contents, taken.file.name);
+    Q_EMIT imageEdited(taken.image, taken.data);
 }
 
 QMenu *ImageView::createStandardContextMenu()
@@ -339,12 +315,13 @@ QMenu *ImageView::createStandardContextMenu()
         connect(action, &QAction::triggered, this, perform);
     };
     const bool isFilled = !d->image.isEmpty();
-    const bool canPaste = d->isEditable && holdsImage(QApplication::clipboard()->mimeData());
+    const bool canPaste =
+            d->isEditable && detail::holdsPicture(QApplication::clipboard()->mimeData());
     add(tr("Cu&t"), "edit-cut", QKeySequence::Cut, d->isEditable && isFilled, &ImageView::cut);
     add(tr("&Copy"), "edit-copy", QKeySequence::Copy, isFilled, &ImageView::copy);
     add(tr("&Paste"), "edit-paste", QKeySequence::Paste, canPaste, &ImageView::paste);
     add(tr("Delete"), "edit-delete", QKeySequence::Delete, d->isEditable && isFilled,
-        [this] { edit({}, {}); });
+        [this] { edit({}); });
     return menu;
 }
 
@@ -385,8 +362,9 @@ void ImageView::contextMenuEvent(QContextMenuEvent *event)
 void ImageView::dragEnterEvent(QDragEnterEvent *event)
 {
     // Only what is copied: nobody loses the file that they drop here.
-    const bool isWelcome = d->isEditable && (event->possibleActions() & Qt::CopyAction)
-                           && holdsImage(event->mimeData());
+    const bool isWelcome = d->isEditable && event->source() != this
+                           && (event->possibleActions() & Qt::CopyAction)
+                           && detail::holdsPicture(event->mimeData());
     if (!isWelcome)
         return event->ignore(); // the pointer says so
     event->setDropAction(Qt::CopyAction);
@@ -432,11 +410,47 @@ void ImageView::keyPressEvent(QKeyEvent *event)
         return paste();
     case Edit::remove:
         if (!d->image.isEmpty())
-            edit({}, {});
+            edit({});
         return;
     case Edit::none:
         return QFrame::keyPressEvent(event);
     }
+}
+
+void ImageView::mousePressEvent(QMouseEvent *event)
+{
+    d->pressed = event->position().toPoint();
+    // What may become a drag is not passed on to what the view lies on.
+    if (event->button() != Qt::LeftButton || !d->isEditable || d->image.isEmpty())
+        QFrame::mousePressEvent(event);
+}
+
+void ImageView::mouseMoveEvent(QMouseEvent *event)
+{
+    const int distance = (event->position().toPoint() - d->pressed).manhattanLength();
+    if (!(event->buttons() & Qt::LeftButton) || !d->isEditable || d->image.isEmpty()
+        || distance < QApplication::startDragDistance())
+        return QFrame::mouseMoveEvent(event);
+    const QImage &bitmap = d->image.bitmap();
+    auto *const drag = new QDrag(this);
+    drag->setMimeData(detail::mimeDataForPicture(bitmap, d->file).release());
+    const QSize size = bitmap.size().scaled(QSize(emptySide, emptySide) * devicePixelRatio(),
+                                            Qt::KeepAspectRatio);
+    QPixmap picture = QPixmap::fromImage(
+            bitmap.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    picture.setDevicePixelRatio(devicePixelRatio());
+    drag->setPixmap(picture);
+    drag->exec(Qt::CopyAction);
+}
+
+// The placeholder text, or in a well without one what a user can do there, if that fits.
+QString ImageView::hint(const QRect &room) const
+{
+    if (!d->placeholderText.isEmpty() || !d->isEditable)
+        return d->placeholderText;
+    const QString text = detail::wellHint();
+    const QRect needed = fontMetrics().boundingRect(room, Qt::AlignCenter | Qt::TextWordWrap, text);
+    return room.contains(needed) ? text : QString();
 }
 
 void ImageView::paintEvent(QPaintEvent *event)
@@ -450,18 +464,24 @@ void ImageView::paintEvent(QPaintEvent *event)
     if (!isEnabled())
         painter.setOpacity(0.5);
     if (!target.isEmpty()) {
-        // Scaled once, and well: a painter takes four pixels into account however many there are.
+        // Scaled once for a size, and well: a painter takes four pixels into account however many
+        // there are.
         const QSize pixels = painter.deviceTransform().mapRect(target).size().toSize();
         const QImage &bitmap = d->image.bitmap();
         const bool isReduced = pixels.width() < bitmap.width() || pixels.height() < bitmap.height();
-        if (isReduced && d->scaled.size() != pixels && !pixels.isEmpty())
+        const bool isScaled = pixels != bitmap.size() && !pixels.isEmpty()
+                              && (isReduced || QRectF(contentsRect()).contains(target));
+        if (isScaled && d->scaled.size() != pixels)
             d->scaled = bitmap.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        const QImage &shown = isReduced && !d->scaled.isNull() ? d->scaled : bitmap;
+        const QImage &shown = isScaled ? d->scaled : bitmap;
         painter.setRenderHint(QPainter::SmoothPixmapTransform, shown.size() != pixels);
         painter.drawImage(target, shown);
-    } else if (!d->placeholderText.isEmpty() && d->refusal.isEmpty()) {
+    } else {
+        if (d->isEditable)
+            detail::drawWell(painter, contentsRect(), detail::edgeColor(palette()));
         painter.setPen(palette().color(QPalette::PlaceholderText));
-        painter.drawText(textRect, Qt::AlignCenter | Qt::TextWordWrap, d->placeholderText);
+        if (d->refusal.isEmpty())
+            painter.drawText(textRect, Qt::AlignCenter | Qt::TextWordWrap, hint(textRect));
     }
     if (!d->refusal.isEmpty()) {
         QColor veil = palette().color(QPalette::Base);

@@ -11,6 +11,10 @@ QT_FORWARD_DECLARE_CLASS(QDropEvent)
 QT_FORWARD_DECLARE_CLASS(QMenu)
 QT_FORWARD_DECLARE_CLASS(QMimeData)
 
+namespace Pellarvine::detail {
+struct TakenPicture;
+}
+
 namespace NS {
 
 /// Shows a picture, and lets the user exchange it where it is editable:
@@ -21,13 +25,16 @@ namespace NS {
 ///     portrait->setPlaceholderText(tr("Drop a picture here"));
 ///     connect(portrait, &NS::ImageView::imageEdited, form, &Form::storePortrait);
 ///
-/// Its frame is QFrame's: none unless `frameStyle` is set. Lengths are in device-independent
-/// pixels; a bitmap of more pixels than its size in points uses them where the screen has them. Of
-/// animated formats the first frame is shown. Pictures from files that have more pixels than a
-/// large screen keep their size and are decoded to fewer pixels. Files above 512 MB, and pictures
-/// that would take more memory than that, are refused: the view says so until the user does
-/// something, and imageRefused() tells the program. Screen readers see a graphic, named by
-/// `accessibleName`.
+/// Its frame is QFrame's: none unless `frameStyle` is set. In style sheets it is a QFrame:
+/// `background`, `border`, `padding` and, for its texts, `color` apply. Lengths are in
+/// device-independent pixels; a bitmap of more pixels than its size in points uses them where the
+/// screen has them. Of animated formats the first frame is shown. Formats are those of Qt's image
+/// plugins: Debian's qt6-image-formats-plugins adds WebP and TIFF, kimageformat6-plugins AVIF and
+/// HEIF. Pictures from files that have more pixels than a large screen keep their size and are
+/// decoded to fewer pixels; colours are those of sRGB, to which a file's colour profile is
+/// converted. Files above 512 MB, and pictures that would take more memory than that, are refused:
+/// the view says so until the user does something, and imageRefused() tells the program. Screen
+/// readers see a graphic, named by `accessibleName`.
 class PELLARVINE_EXPORT ImageView : public QFrame
 {
     Q_OBJECT
@@ -56,6 +63,14 @@ public:
     /// Default: empty.
     const Image &image() const;
 
+    /// The file that the image came from, byte for byte: what the user dropped or pasted, or what
+    /// setImageData() was given. Empty for an image that came without one. Copying and dragging out
+    /// give away that very file, beside the image.
+    QByteArray imageData() const;
+    /// Shows the picture that `contents` is a file of, which is decoded as a dropped one is.
+    /// Whether it could be; if not, nothing changes.
+    bool setImageData(const QByteArray &contents);
+
     /// Default: scaleProportionallyDown.
     ImageScaling imageScaling() const;
     void setImageScaling(ImageScaling scaling);
@@ -66,11 +81,13 @@ public:
     void setImageAlignment(Qt::Alignment alignment);
 
     /// Whether the user may drop an image file or image data onto the view, and focus it to cut,
-    /// copy, paste and delete. Default: false. Setting it chooses the focus policy.
+    /// copy, paste and delete, and drag the image out. Default: false. Setting it chooses the focus
+    /// policy.
     bool isEditable() const;
     void setEditable(bool isEditable);
 
-    /// Shown in an empty view. Default: empty.
+    /// Shown in an empty view. Default: empty. An empty view that is editable has a dashed outline,
+    /// and says that a picture can be dropped there if there is no placeholder text.
     QString placeholderText() const;
     void setPlaceholderText(const QString &text);
 
@@ -123,6 +140,9 @@ protected:
     /// the contents of that file. Does nothing here.
     virtual void didTakeFile(const QByteArray &contents);
 
+    /// Has imageData() give `contents`, a file with that name, if `image` is what the view shows.
+    void rememberFile(const NS::Image &image, const QByteArray &contents, const QString &name);
+
     /// Shows the reason in the view and emits imageRefused().
     void refuseImage(const QString &reason);
 
@@ -135,11 +155,14 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QString hint(const QRect &room) const;
     void setRefusal(const QString &reason);
-    void edit(const Image &image, const QByteArray &file);
+    void edit(const Pellarvine::detail::TakenPicture &taken);
     bool take(const QMimeData *source);
 
     struct Private;

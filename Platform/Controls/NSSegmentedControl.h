@@ -23,6 +23,10 @@ namespace NS {
 /// Home and End move, and Space acts; disabled segments are passed over. An ampersand in a label
 /// marks a shortcut, as on Qt's buttons. Screen readers hear a list of tabs, or (toggle) buttons.
 ///
+/// Style sheets set its colours: `color`, `background-color` (which segments show a little
+/// lighter), `selection-color` and `selection-background-color`; `border` and `padding` change
+/// nothing.
+///
 /// Naming a segment that does not exist prints a warning and changes nothing. Main thread only.
 class PELLARVINE_EXPORT SegmentedControl : public QWidget
 {

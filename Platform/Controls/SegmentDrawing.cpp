@@ -2,6 +2,8 @@
 #include "Controls/SegmentDrawing.h"
 
 #include "Controls/SegmentGeometry.h"
+#include "Drawing/PixelAlignment.h"
+#include "Drawing/Shades.h"
 #include "View/FocusRing.h"
 
 #include <QPainter>
@@ -16,11 +18,12 @@ namespace Pellarvine::detail {
 namespace {
 
 constexpr int line = SegmentMetrics::line;
-constexpr double cornerRadius = 4.0;
-constexpr float hoveredTint = 0.06F;
-constexpr float pressedTint = 0.14F;
+constexpr double cornerRadius = 4.5;
+constexpr double hoveredTint = 0.06;
+constexpr double pressedTint = 0.14;
 constexpr int raised = 115; // per cent of the palette's button, where that is the window's colour
 constexpr double disabledOpacity = 0.45; // of the selection's fill
+constexpr float selectedLine = 0.4F; // between two selected segments
 constexpr float disabledInk = 0.55F; // on it
 
 QColor withAlpha(QColor color, float alpha)
@@ -29,18 +32,21 @@ QColor withAlpha(QColor color, float alpha)
     return color;
 }
 
-void fill(QPainter &painter, const QPalette &palette, const SegmentLook &segment, const QRect &cell)
+// What fills a segment's cell up to the outer edge of the control; invalid if nothing does.
+QColor fillColor(const QPalette &palette, const SegmentLook &segment, const QColor &face)
 {
-    if (segment.isSelected) {
-        painter.setOpacity(segment.canAct ? 1.0 : disabledOpacity);
-        painter.fillRect(cell, palette.color(QPalette::Highlight));
-        painter.setOpacity(1.0);
-    }
-    if (segment.canAct && (segment.isPressed || segment.isHovered)) {
-        const auto ink = segment.isSelected ? QPalette::HighlightedText : QPalette::ButtonText;
-        painter.fillRect(
-                cell, withAlpha(palette.color(ink), segment.isPressed ? pressedTint : hoveredTint));
-    }
+    const QColor highlight = palette.color(QPalette::Highlight);
+    const QColor ink =
+            palette.color(segment.isSelected ? QPalette::HighlightedText : QPalette::ButtonText);
+    const double tint = !segment.canAct     ? 0.0
+                        : segment.isPressed ? pressedTint
+                        : segment.isHovered ? hoveredTint
+                                            : 0.0;
+    if (segment.isSelected && !segment.canAct)
+        return mixed(face, highlight, disabledOpacity);
+    if (segment.isSelected)
+        return mixed(highlight, ink, tint);
+    return tint > 0.0 ? withAlpha(ink, float(tint)) : QColor();
 }
 
 void drawContent(QPainter &painter, const QWidget &control, const SegmentLook &segment)
@@ -97,7 +103,7 @@ void drawRing(QPainter &painter, const QPalette &palette, const SegmentLook &seg
     drawFocusRing(
             painter, QRectF(segment.rect).adjusted(inset, inset, -inset, -inset),
             palette.color(segment.isSelected ? QPalette::HighlightedText : QPalette::Highlight),
-            { .width = segment.isSelected ? 1.0 : 2.0, .radius = cornerRadius - 1.0 });
+            { .width = segment.isSelected ? 1.0 : 2.0, .radius = cornerRadius - 1.5 });
 }
 
 } // namespace
@@ -115,29 +121,46 @@ void drawSegments(QPainter &painter, const QWidget &control, const QList<Segment
     for (int i = 0; i < rects.size(); ++i)
         body |= segmentCell(rects, i, direction);
     painter.setRenderHint(QPainter::Antialiasing);
-    QPainterPath outline;
-    outline.addRoundedRect(QRectF(body).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
+    // On whole pixels, like the lines between the segments.
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF edges = alignedToPixels(body, body, toDevice);
+    const double scale = toDevice.m11() > 0 ? toDevice.m11() : 1;
+    const double stroke = wholeThickness(line * scale) / scale;
+    QPainterPath shape;
+    shape.addRoundedRect(edges, cornerRadius, cornerRadius);
+    QPainterPath inside;
+    inside.addRoundedRect(edges.adjusted(stroke, stroke, -stroke, -stroke), cornerRadius - 1,
+                          cornerRadius - 1);
     QColor face = palette.color(QPalette::Button);
     if (face == palette.color(QPalette::Window))
         face = face.lighter(raised);
-    painter.fillPath(outline, face);
+    const QColor lines = edgeColor(palette);
+    painter.fillPath(shape, lines);
+    painter.fillPath(inside, face);
 
+    // Over the outline, which would part a selected segment from the edge.
     painter.save();
-    painter.setClipPath(outline);
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    const QColor lines = palette.color(QPalette::Mid);
     for (int i = 0; i < segments.size(); ++i) {
-        fill(painter, palette, segments[i], segmentCell(rects, i, direction));
-        if (i + 1 == segments.size())
-            break;
-        const int divider =
-                direction == Qt::RightToLeft ? rects[i].left() - line : rects[i].right() + 1;
-        painter.fillRect(QRect(divider, 0, line, control.height()), lines);
+        const QColor color = fillColor(palette, segments[i], face);
+        if (color.isValid()) {
+            const int before = segments[i].isSelected ? line : 0;
+            painter.setClipRect(segmentCell(rects, i, direction).adjusted(-before, 0, 0, 0));
+            painter.fillPath(shape, color);
+        }
     }
     painter.restore();
+    for (int i = 0; i + 1 < segments.size(); ++i) {
+        const bool isBeside = segments[i].isSelected || segments[i + 1].isSelected;
+        const bool isBetween = segments[i].isSelected && segments[i + 1].isSelected;
+        if (isBeside && !isBetween)
+            continue; // the selection's own edge parts them
+        const int x = direction == Qt::RightToLeft ? rects[i].left() - line : rects[i].right() + 1;
+        const QColor ink = withAlpha(palette.color(QPalette::HighlightedText), selectedLine);
+        const QRect divider(x, body.top() + line, line, body.height() - 2 * line);
+        painter.fillRect(alignedToPixels(divider, body, painter.deviceTransform()),
+                         isBetween ? ink : lines);
+    }
 
-    painter.setPen(QPen(lines, line));
-    painter.drawPath(outline);
     for (const SegmentLook &segment : segments)
         drawContent(painter, control, segment);
     for (const SegmentLook &segment : segments) {

@@ -4,6 +4,7 @@
 #include "Base/FileContents.h"
 
 #include <QBuffer>
+#include <QColorSpace>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QImageReader>
@@ -91,6 +92,10 @@ DecodedImage decodedImage(const QByteArray &bytes)
         const bool isTooLarge = pixels * depth / 8 > double(mostMegabytes * megabyte);
         return faulty(isTooLarge ? ImageFault::tooLarge : ImageFault::unreadable);
     }
+    // Pixels are drawn as they are, which is right for sRGB. Null if the profile cannot be read.
+    const QImage converted = bitmap.convertedToColorSpace(QColorSpace::SRgb);
+    if (!converted.isNull())
+        bitmap = converted;
     if (reader.transformation() & QImageIOHandler::TransformationRotate90)
         size.transpose();
     return { bitmap, pixels > shownPixels ? QSizeF(size) : bitmap.deviceIndependentSize() };

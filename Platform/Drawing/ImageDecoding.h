@@ -29,9 +29,9 @@ struct DecodedImage
     ImageFault fault = ImageFault::none;
 };
 
-/// The first frame of the picture, in the orientation of its camera. The bitmap has at most as many
-/// pixels as a large screen. A picture that takes more memory than that of any camera is too large.
-/// Any thread.
+/// The first frame of the picture, in the orientation of its camera and in sRGB. The bitmap has at
+/// most as many pixels as a large screen. A picture that takes more memory than that of any camera
+/// is too large. Any thread.
 PELLARVINE_PRIVATE_EXPORT DecodedImage decodedImage(const QByteArray &bytes);
 
 struct ImageFile

@@ -28,13 +28,18 @@ Span aligned(const Span &span, const Span &space)
     const double thickness = span.end - span.start;
     if (thickness <= 0 || thickness > thickestLine)
         return { at(span.start), at(span.end) };
-    const double whole = std::max(1.0, std::round(thickness));
+    const double whole = wholeThickness(thickness);
     if (span.start + span.end <= space.start + space.end)
         return { at(span.start), at(span.start) + whole };
     return { at(span.end) - whole, at(span.end) };
 }
 
 } // namespace
+
+double wholeThickness(double pixels)
+{
+    return std::max(1.0, std::round(pixels));
+}
 
 QRectF alignedToPixels(const QRectF &rect, const QRectF &space, const QTransform &toDevice)
 {

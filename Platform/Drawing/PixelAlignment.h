@@ -10,11 +10,13 @@ QT_FORWARD_DECLARE_CLASS(QTransform)
 
 namespace Pellarvine::detail {
 
+/// The thickness of a line in whole pixels, at least one.
+PELLARVINE_PRIVATE_EXPORT double wholeThickness(double pixels);
+
 /// Aligns a rectangle to whole pixels, in the same coordinates. The edges of `space` are rounded,
 /// and each edge of `rect` is placed relative to the nearer one, so that opposite sides look the
-/// same. The thickness of a line is rounded separately, to at least one pixel, so it is the same
-/// everywhere. `toDevice` maps both rectangles to pixels. If it rotates or shears, `rect` is
-/// returned unchanged.
+/// same. The thickness of a line is wholeThickness(), so it is the same everywhere. `toDevice` maps
+/// both rectangles to pixels. If it rotates or shears, `rect` is returned unchanged.
 PELLARVINE_PRIVATE_EXPORT QRectF alignedToPixels(const QRectF &rect, const QRectF &space,
                                                  const QTransform &toDevice);
 

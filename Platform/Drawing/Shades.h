@@ -25,4 +25,10 @@ inline QColor mixed(const QColor &first, const QColor &second, double share)
                             mix(first.blueF(), second.blueF()));
 }
 
+/// The edge of a control on a window or a base: where text is readable, at least 3:1 on both.
+inline QColor edgeColor(const QPalette &palette)
+{
+    return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.55);
+}
+
 } // namespace Pellarvine::detail

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "View/DesktopSettings.h"
 
+#include "View/DesktopPortal.h"
+
 #include <QColor>
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -10,7 +12,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-#include <QFile>
 #include <QMap>
 #include <QPointer>
 
@@ -24,32 +25,16 @@ namespace Pellarvine::detail {
 
 namespace {
 
-const QString service = u"org.freedesktop.portal.Desktop"_s;
-const QString path = u"/org/freedesktop/portal/desktop"_s;
 const QString settings = u"org.freedesktop.portal.Settings"_s;
 
 const QStringList groups { u"org.freedesktop.appearance"_s, u"org.gnome.desktop.wm.preferences"_s };
 
-// A colour is three numbers from 0 to 1; others mean that there is none.
 QVariant plainValue(const QVariant &value)
 {
     if (value.userType() != qMetaTypeId<QDBusArgument>())
         return value;
-    const auto argument = value.value<QDBusArgument>();
-    if (argument.currentSignature() != "(ddd)"_L1)
-        return {};
-    double red = -1.0;
-    double green = -1.0;
-    double blue = -1.0;
-    argument.beginStructure();
-    argument >> red >> green >> blue;
-    argument.endStructure();
-    const auto isShare = [](double number) {
-        return number >= 0.0 && number <= 1.0;
-    };
-    if (!isShare(red) || !isShare(green) || !isShare(blue))
-        return {};
-    return QColor::fromRgbF(float(red), float(green), float(blue));
+    const QColor color = portalColor(value);
+    return color.isValid() ? color : QVariant();
 }
 
 } // namespace
@@ -68,11 +53,10 @@ DesktopSettings &DesktopSettings::instance()
 
 void DesktopSettings::start()
 {
-    // Without either, looking for a bus would try to start one.
-    const bool hasBus = qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")
-                        || QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus"_L1);
-    if (hasBus && !m_hasStarted)
-        start(QDBusConnection::sessionBus());
+    if (m_hasStarted)
+        return;
+    if (const std::optional<QDBusConnection> bus = portalBus())
+        start(*bus);
 }
 
 void DesktopSettings::start(QDBusConnection bus)
@@ -82,9 +66,10 @@ void DesktopSettings::start(QDBusConnection bus)
     qDBusRegisterMetaType<Groups>();
     // As a message: with the arguments as parameters, Qt 6.4 drops signals until the program has
     // sent such a variant itself.
-    bus.connect(service, path, settings, u"SettingChanged"_s, this,
+    bus.connect(portalService, portalPath, settings, u"SettingChanged"_s, this,
                 SLOT(settingChanged(QDBusMessage)));
-    QDBusMessage call = QDBusMessage::createMethodCall(service, path, settings, u"ReadAll"_s);
+    QDBusMessage call =
+            QDBusMessage::createMethodCall(portalService, portalPath, settings, u"ReadAll"_s);
     call.setArguments({ groups });
     auto *const watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {

@@ -16,4 +16,17 @@ void drawFocusRing(QPainter &painter, const QRectF &rect, const QColor &color, F
     painter.restore();
 }
 
+void drawWell(QPainter &painter, const QRectF &rect, const QColor &color)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPen pen(color, 1);
+    pen.setDashPattern({ 4, 3 });
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    constexpr double radius = FocusRing().radius;
+    painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter.restore();
+}
+
 } // namespace Pellarvine::detail

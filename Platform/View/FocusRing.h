@@ -20,4 +20,8 @@ struct FocusRing
 /// more makes it a circle. Leaves the painter as it was.
 void drawFocusRing(QPainter &painter, const QRectF &rect, const QColor &color, FocusRing ring = {});
 
+/// Draws a dashed line inside the edge of `rect`, where something can be put. Leaves the painter as
+/// it was.
+void drawWell(QPainter &painter, const QRectF &rect, const QColor &color);
+
 } // namespace Pellarvine::detail

@@ -230,8 +230,11 @@ void GalleryWindow::paintEvent(QPaintEvent *event)
 void GalleryWindow::changeEvent(QEvent *event)
 {
     Pellarvine::Window::changeEvent(event);
-    if (event->type() == QEvent::LayoutDirectionChange)
-        keepClearOfButtons();
+    if (event->type() != QEvent::LayoutDirectionChange)
+        return;
+    keepClearOfButtons();
+    for (Page *const page : std::as_const(m_made))
+        page->alignTexts();
 }
 
 // The inner view lies across the buttons, which stay at the left, and reaches beyond the window at
@@ -313,6 +316,7 @@ void GalleryWindow::showItem(QListWidgetItem *item)
     });
     if (!m_made.contains(name)) {
         m_made[name] = entry->make(nullptr);
+        m_made[name]->alignTexts();
         // Small screens and large fonts scroll the page instead of squeezing it.
         auto *const scroller = new QScrollArea;
         scroller->setAccessibleName(entry->title);

@@ -3,6 +3,7 @@
 
 #include "Theme.h"
 
+#include <QFontInfo>
 #include <QFrame>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -29,6 +30,20 @@ Page::Page(const QString &heading, const QString &summary, QWidget *parent)
     m_content->setSpacing(2 * Theme::unit);
     layout->addLayout(m_content, 1);
     setAccessibleName(heading);
+}
+
+void Page::alignTexts()
+{
+    const Qt::Alignment leftToRight = Qt::AlignLeft;
+    const Qt::Alignment rightToLeft = Qt::AlignRight | Qt::AlignAbsolute;
+    const Qt::Alignment wanted = isRightToLeft() ? rightToLeft : leftToRight;
+    const QList<QLabel *> labels = findChildren<QLabel *>();
+    for (QLabel *const label : labels) {
+        const Qt::Alignment side = label->alignment() & Qt::AlignHorizontal_Mask;
+        const bool isCode = QFontInfo(label->font()).fixedPitch();
+        if (!isCode && (side == leftToRight || side == rightToLeft))
+            label->setAlignment(wanted | (label->alignment() & Qt::AlignVertical_Mask));
+    }
 }
 
 QFrame *makeCard(const QString &title, QWidget *parent)

@@ -18,6 +18,10 @@ public:
     /// Where the page puts its widgets, below the heading.
     QBoxLayout *content() const { return m_content; }
 
+    /// Has its labels, but for code, begin at the side of the layout direction. A label alone goes
+    /// by its text, which is English from right to left too.
+    void alignTexts();
+
     /// Brings the page into the state that its picture should show. Called for screenshots only.
     virtual void showExample() { }
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Theme.h"
 
+#include "FlatStyle.h"
+
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
-#include <QProxyStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -54,34 +55,6 @@ QPalette palette(const Colors &colors)
     return palette;
 }
 
-// Fusion with controls of the grid's four units, easier to hit and to read.
-class Style : public QProxyStyle
-{
-public:
-    Style()
-        : QProxyStyle(u"Fusion"_s)
-    { }
-
-    QSize sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
-                           const QWidget *widget) const override
-    {
-        QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
-        switch (type) {
-        case CT_PushButton:
-            result.rwidth() += Theme::unit;
-            [[fallthrough]];
-        case CT_ComboBox:
-        case CT_LineEdit:
-        case CT_SpinBox:
-            result.setHeight(std::max(result.height(), 4 * Theme::unit));
-            break;
-        default:
-            break;
-        }
-        return result;
-    }
-};
-
 // Palette roles alone, so that one sheet serves both schemes.
 constexpr auto styleSheet = R"(
 QFrame#card { background: palette(base); border: 1px solid palette(mid); border-radius: 8px; }
@@ -103,7 +76,7 @@ QWidget#sidebar { background: palette(alternate-base); border-right: 1px solid p
 
 void Theme::apply(QApplication &application, Scheme scheme)
 {
-    QApplication::setStyle(new Style);
+    QApplication::setStyle(new FlatStyle);
     QApplication::setPalette(palette(scheme == dark ? darkColors : lightColors));
     QApplication::setFont(font(body));
     application.setStyleSheet(QString::fromLatin1(styleSheet));

@@ -345,6 +345,33 @@ TEST_F(ColorPickerButtonTest, colours_are_copied_pasted_and_dropped)
     EXPECT_EQ(changes.count(), 2);
 }
 
+TEST_F(ColorPickerButtonTest, a_default_colour_can_be_gone_back_to)
+{
+    button->resetColor(); // there is none
+    EXPECT_EQ(button->color(), QColor(Qt::green));
+    button->setDefaultColor(Qt::blue);
+    press();
+    ASSERT_TRUE(popover());
+    QTest::mouseClick(named<QAbstractButton>(panel()->contentView(), u"Default"_s), Qt::LeftButton);
+    EXPECT_EQ(button->color(), QColor(Qt::blue));
+    clickElsewhere();
+    EXPECT_FALSE(panel()->defaultColor().isValid()); // which was that button's
+    button->setColor(Qt::red);
+    button->resetColor();
+    EXPECT_EQ(button->color(), QColor(Qt::blue));
+    EXPECT_EQ(panel()->recentColors(), QList<QColor> { Qt::blue });
+}
+
+TEST_F(ColorPickerButtonTest, style_sheets_change_its_bevel_and_not_the_swatch)
+{
+    button->setColor(Qt::red);
+    button->setStyleSheet(u"background: yellow; border: 2px solid blue"_s);
+    const QImage seen = button->grab().toImage();
+    EXPECT_EQ(seen.pixelColor(24, 0), QColor(Qt::blue));
+    EXPECT_EQ(seen.pixelColor(2, 16), QColor(Qt::yellow));
+    EXPECT_EQ(seen.pixelColor(24, 16), QColor(Qt::red));
+}
+
 TEST_F(ColorPickerButtonTest, a_press_without_a_click_closes_another_buttons_popover_first)
 {
     auto *const other = new Button(&window);

@@ -12,7 +12,9 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QDialogButtonBox>
+#include <QFile>
 #include <QFileDialog>
+#include <QImageReader>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPointer>
@@ -160,7 +162,10 @@ TEST_F(ReplaceableImageViewTest, a_double_click_opens_a_sheet_and_a_single_one_d
     EXPECT_EQ(panel()->fileMode(), QFileDialog::ExistingFile);
     EXPECT_TRUE(panel()->testOption(QFileDialog::ReadOnly)); // creates no folders
     ASSERT_EQ(panel()->nameFilters().size(), 1);
-    EXPECT_TRUE(panel()->nameFilters().constFirst().contains(u"*.png"));
+    const QString filter = panel()->nameFilters().constFirst();
+    for (const QByteArray &format : QImageReader::supportedImageFormats())
+        EXPECT_TRUE(filter.contains(u"*."_s + QString::fromLatin1(format))) << format.constData();
+    EXPECT_TRUE(filter.contains(u"*.jpe ")); // a format's other names
     view.selectImage();
     EXPECT_EQ(view.findChildren<QFileDialog *>().size(), 1);
 }
@@ -201,6 +206,7 @@ TEST_F(ReplaceableImageViewTest, the_delegate_gets_a_chosen_file_byte_for_byte)
     ASSERT_EQ(record.received, QList<Data> { bytes });
     EXPECT_EQ(record.teller, &view);
     EXPECT_EQ(record.shownThen, view.image()); // shown first, told then
+    EXPECT_EQ(view.imageData(), bytes);
     const QByteArray large = picture(Qt::blue, 20'000'000);
     choose(folder.file(u"blue.png"_s, large));
     EXPECT_EQ(shown(), QColor(Qt::blue));
@@ -312,7 +318,11 @@ TEST_F(ReplaceableImageViewTest, a_host_that_stores_what_edits_carry_loses_nothi
     EXPECT_EQ(stored(), red);
     view.cut();
     EXPECT_EQ(stored(), QByteArray());
-    view.paste(); // the image alone
+    QFile::remove(path);
+    view.paste(); // the very file that was cut
+    EXPECT_EQ(stored(), red);
+    QApplication::clipboard()->setImage(QImage::fromData(red));
+    view.paste();
     EXPECT_EQ(QImage::fromData(stored(), "PNG").pixelColor(1, 1), QColor(Qt::red));
     QTest::keyClick(&view, Qt::Key_Delete);
     EXPECT_EQ(stored(), QByteArray());

@@ -52,6 +52,18 @@ TEST(SolidView, each_way_of_using_it_gives_it_a_layer_and_only_a_colour_fills_th
     }
 }
 
+TEST(SolidView, style_sheets_change_nothing_but_the_palettes_colour)
+{
+    SolidView view;
+    view.resize(20, 20);
+    view.setStyleSheet(QStringLiteral("background: red; border: 2px solid blue; padding: 4px"));
+    expectFilled(picture(view, 1), view.rect(), ground);
+    view.setBackgroundColor(Qt::green);
+    expectFilled(picture(view, 1), view.rect(), Qt::green);
+    view.setUsesPaletteColors(true);
+    expectFilled(picture(view, 1), view.rect(), Qt::red);
+}
+
 TEST(SolidView, round_corners_are_clear_at_every_scale)
 {
     SolidView view;

@@ -26,7 +26,6 @@ ColorComponentRow::ColorComponentRow(const QString &name, int maximum, const QSt
     m_field->setSuffix(suffix);
     m_field->setButtonSymbols(QAbstractSpinBox::NoButtons);
     m_field->setAlignment(Qt::AlignTrailing);
-    m_field->setFixedWidth(m_field->sizeHint().width() + 8);
     auto *const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
@@ -53,9 +52,15 @@ int ColorComponentRow::nameWidth() const
     return m_name->sizeHint().width();
 }
 
-void ColorComponentRow::setNameWidth(int width)
+int ColorComponentRow::fieldWidth() const
 {
-    m_name->setMinimumWidth(width);
+    return m_field->sizeHint().width() + 8;
+}
+
+void ColorComponentRow::setColumns(int nameWidth, int fieldWidth)
+{
+    m_name->setMinimumWidth(nameWidth);
+    m_field->setFixedWidth(fieldWidth);
 }
 
 } // namespace Pellarvine::detail

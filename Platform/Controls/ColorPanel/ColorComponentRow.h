@@ -24,9 +24,12 @@ public:
     /// What is shown is not reported as edited.
     void setState(int value, const QGradientStops &stops, const QColor &knobColor);
 
-    /// The width of the names of rows that stand above each other.
+    /// @{
+    /// What the name and the field need. Rows that stand above each other have the same columns.
     int nameWidth() const;
-    void setNameWidth(int width);
+    int fieldWidth() const;
+    void setColumns(int nameWidth, int fieldWidth);
+    /// @}
 
     ColorSlider *slider() const { return m_slider; }
     QSpinBox *field() const { return m_field; }

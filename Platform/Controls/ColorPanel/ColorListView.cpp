@@ -3,6 +3,7 @@
 
 #include "Drawing/ColorExchange.h"
 #include "Drawing/NSColorList.h"
+#include "Drawing/Shades.h"
 #include "View/FocusRing.h"
 
 #include <QPainter>
@@ -10,50 +11,57 @@
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
+#include <cmath>
+
 namespace Pellarvine::detail {
 
 namespace {
 
-constexpr int tileSide = 40;
-constexpr int gap = 4;
-constexpr double radius = 6;
+constexpr double gap = 0.1; // between tiles and around them, of their side
+constexpr double cornerRadius = 0.15;
 
 class TileDelegate : public QStyledItemDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    TileDelegate(int side, QObject *parent)
+        : QStyledItemDelegate(parent)
+        , m_side(side)
+    { }
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override
     {
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
-        const QRectF tile = QRectF(option.rect).adjusted(gap, gap, -gap, -gap);
+        const double margin = std::round(gap * m_side); // for sharp edges
+        const double radius = cornerRadius * m_side;
+        const QRectF tile = QRectF(option.rect).adjusted(margin, margin, -margin, -margin);
         QPainterPath path;
         path.addRoundedRect(tile.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
         fillWithColor(*painter, path, index.data(Qt::DecorationRole).value<QColor>());
-        QColor edge = option.palette.color(QPalette::WindowText);
-        edge.setAlphaF(0.2F);
-        painter->strokePath(path, edge);
+        painter->strokePath(path, edgeColor(option.palette));
         const bool isSelected = option.state & QStyle::State_Selected;
         const bool hasFocus = option.state & QStyle::State_HasFocus;
         if (isSelected || hasFocus) {
             const auto role = hasFocus ? QPalette::Highlight : QPalette::PlaceholderText;
-            drawFocusRing(*painter, tile.adjusted(-3, -3, 3, 3), option.palette.color(role),
-                          { .radius = radius + 2 });
+            drawFocusRing(*painter, QRectF(option.rect).adjusted(1, 1, -1, -1),
+                          option.palette.color(role), { .radius = radius + 2 });
         }
         painter->restore();
     }
 
     QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const override
     {
-        return { tileSide, tileSide };
+        return { m_side, m_side };
     }
+
+private:
+    int m_side;
 };
 
 } // namespace
 
-ColorListView::ColorListView(QWidget *parent)
+ColorListView::ColorListView(int tileSide, QWidget *parent)
     : QListWidget(parent)
 {
     setViewMode(QListView::IconMode);
@@ -64,7 +72,7 @@ ColorListView::ColorListView(QWidget *parent)
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setAutoFillBackground(false);
-    setItemDelegate(new TileDelegate(this));
+    setItemDelegate(new TileDelegate(tileSide, this));
     // Not the current item: that is set by the focus as well, which chooses nothing.
     connect(this, &QListWidget::itemSelectionChanged, this, [this] {
         const QList<QListWidgetItem *> items = selectedItems();

@@ -17,7 +17,8 @@ class ColorListView : public QListWidget
     Q_OBJECT
 
 public:
-    explicit ColorListView(QWidget *parent = nullptr);
+    /// A tile's side includes the gap around it.
+    explicit ColorListView(int tileSide = 40, QWidget *parent = nullptr);
 
     void setList(const NS::ColorList &list);
     /// Marks the colour, if it is one of the list.

@@ -3,14 +3,19 @@
 
 #include "Controls/ColorPanel/ColorComponentRow.h"
 #include "Controls/ColorPanel/ColorListView.h"
+#include "Controls/ColorPanel/ColorPanelIcons.h"
 #include "Controls/ColorPanel/ColorSwatch.h"
 #include "Controls/ColorPanel/ColorWheel.h"
 #include "Controls/ColorPanel/HexField.h"
 #include "Controls/ColorPanel/NSColorPanel.h"
+#include "Controls/ColorPanel/PageToolBar.h"
+#include "Controls/ColorPanel/PortalColorPicker.h"
 #include "Controls/ColorPanel/ScreenColorPicker.h"
+#include "Drawing/ColorExchange.h"
 #include "Drawing/DrawnIcon.h"
 #include "Drawing/NSColor.h"
 #include "Drawing/NSColorList.h"
+#include "View/DesktopPortal.h"
 
 #include <QAbstractItemView>
 #include <QActionGroup>
@@ -18,8 +23,6 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
-#include <QPainterPath>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QStackedWidget>
@@ -42,16 +45,7 @@ constexpr int unit = 8;
 constexpr int hueSteps = 360;
 constexpr int percents = 100;
 constexpr int bytes = 255;
-
-// Without the bar that styles draw behind the items in a window's frame.
-class PlainToolBar : public QToolBar
-{
-public:
-    using QToolBar::QToolBar;
-
-protected:
-    void paintEvent(QPaintEvent *) override { }
-};
+constexpr int recentTile = 28; // units
 
 QColor opaque(const HSBA &components)
 {
@@ -107,67 +101,15 @@ int rounded(double component, int steps)
     return int(std::lround(component * steps));
 }
 
-void drawWheel(QPainter &painter, const QColor &ink)
-{
-    QConicalGradient gradient(8, 8, 0);
-    gradient.setStops(hueStops({ 0, 0.85, 0.95 }));
-    painter.setBrush(gradient);
-    painter.setPen(QPen(ink, 1));
-    painter.drawEllipse(QPointF(8, 8), 6, 6);
-}
-
-void drawSliders(QPainter &painter, const QColor &ink)
-{
-    painter.setPen(QPen(ink, 1.25, Qt::SolidLine, Qt::RoundCap));
-    constexpr double knobs[] = { 10.5, 5, 8.5 };
-    for (int i = 0; i < 3; ++i) {
-        const double y = 3.5 + 4.5 * i;
-        painter.drawLine(QPointF(2, y), QPointF(14, y));
-        painter.setBrush(ink);
-        painter.drawEllipse(QPointF(knobs[i], y), 1.5, 1.5);
-    }
-}
-
-void drawTiles(QPainter &painter, const QColor &)
-{
-    painter.setPen(Qt::NoPen);
-    for (int i = 0; i < 9; ++i) {
-        painter.setBrush(opaque({ i / 9.0, 0.7, 0.9 }));
-        const QPoint place(i % 3, i / 3);
-        painter.drawRoundedRect(QRectF(QPointF(2, 2) + 4.25 * QPointF(place), QSizeF(3.5, 3.5)), 1,
-                                1);
-    }
-}
-
-void drawPipette(QPainter &painter, const QColor &ink)
-{
-    painter.translate(8, 8);
-    painter.rotate(45);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ink);
-    painter.drawRoundedRect(QRectF(-2, -8, 4, 5.5), 2, 2);
-    painter.drawRoundedRect(QRectF(-3.5, -3.25, 7, 1.75), 0.75, 0.75);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(ink, 1.25, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    QPainterPath glass(QPointF(-1.5, -1));
-    glass.lineTo(-1.5, 4.5);
-    glass.lineTo(0, 7.5);
-    glass.lineTo(1.5, 4.5);
-    glass.lineTo(1.5, -1);
-    painter.drawPath(glass);
-}
-
 } // namespace
 
 ColorPanelContent::ColorPanelContent(NS::ColorPanel *panel)
     : m_panel(panel)
-    , m_toolbar(new PlainToolBar)
+    , m_toolbar(new PageToolBar)
     , m_items(new QActionGroup(this))
     , m_pages(new QStackedWidget)
 {
     m_toolbar->setAccessibleName(tr("Pages"));
-    m_toolbar->setIconSize({ 2 * unit, 2 * unit });
-    m_toolbar->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     addPage(drawnIcon(&drawWheel), tr("Wheel"), makeWheelPage(),
             [this] { m_panel->setMode(NS::ColorPanel::wheelMode); });
     addPage(drawnIcon(&drawSliders), tr("Sliders"), makeSlidersPage(), [this] {
@@ -189,19 +131,27 @@ ColorPanelContent::ColorPanelContent(NS::ColorPanel *panel)
     layout->addWidget(m_pages, 1);
     layout->addWidget(m_opacity);
     layout->addLayout(makeFooter());
+    layout->addWidget(makeRecentColors());
 
     int nameWidth = 0;
-    for (const ColorComponentRow *const row : std::as_const(m_rows))
+    int fieldWidth = 0;
+    for (const ColorComponentRow *const row : std::as_const(m_rows)) {
         nameWidth = std::max(nameWidth, row->nameWidth());
+        fieldWidth = std::max(fieldWidth, row->fieldWidth());
+    }
     for (ColorComponentRow *const row : std::as_const(m_rows))
-        row->setNameWidth(nameWidth);
+        row->setColumns(nameWidth, fieldWidth);
 
     connect(panel, &NS::ColorPanel::colorChanged, this, &ColorPanelContent::showColor);
     connect(panel, &NS::ColorPanel::modeChanged, this, &ColorPanelContent::showMode);
     connect(panel, &NS::ColorPanel::showsAlphaChanged, this, &ColorPanelContent::showColor);
+    connect(panel, &NS::ColorPanel::defaultColorChanged, this, &ColorPanelContent::showDefault);
+    connect(panel, &NS::ColorPanel::recentColorsChanged, this, &ColorPanelContent::showRecent);
     m_components = NS::Color(panel->color()).hsba();
     fillLists();
     showMode();
+    showDefault();
+    showRecent();
     showColor();
 }
 
@@ -213,9 +163,6 @@ void ColorPanelContent::addPage(const QIcon &icon, const QString &name, QWidget 
     m_items->addAction(item);
     m_pages->addWidget(page);
     connect(item, &QAction::triggered, this, std::move(choose));
-    QWidget *const button = m_toolbar->widgetForAction(item);
-    button->setFocusPolicy(Qt::TabFocus);
-    button->setMinimumSize(5 * unit, 4 * unit);
 }
 
 ColorComponentRow *ColorPanelContent::makeRow(const QString &name, int maximum,
@@ -347,18 +294,51 @@ QLayout *ColorPanelContent::makeFooter()
     layout->setSpacing(unit);
     layout->addWidget(m_swatch);
     layout->addWidget(m_hex, 1);
-    if (ScreenColorPicker::isAvailable()) {
-        auto *const picker = new QToolButton;
-        picker->setIcon(drawnIcon(&drawPipette));
-        picker->setIconSize({ 2 * unit, 2 * unit });
-        picker->setAutoRaise(true);
-        picker->setFocusPolicy(Qt::StrongFocus);
-        picker->setText(tr("Pick a colour from the screen"));
-        picker->setToolTip(picker->text());
-        connect(picker, &QToolButton::clicked, this, &ColorPanelContent::pickFromScreen);
-        layout->addWidget(picker);
-    }
+    m_default = new QPushButton(tr("Default"));
+    m_default->setAutoDefault(false);
+    connect(m_default, &QPushButton::clicked, m_panel,
+            [this] { m_panel->setColor(m_panel->defaultColor()); });
+    layout->addWidget(m_default);
+    layout->addWidget(makeScreenPicker());
     return layout;
+}
+
+QWidget *ColorPanelContent::makeRecentColors()
+{
+    m_recent = new ColorListView(recentTile);
+    m_recent->setFixedHeight(recentTile);
+    connect(m_recent, &ColorListView::chosen, m_panel, &NS::ColorPanel::setColor);
+    return m_recent;
+}
+
+QWidget *ColorPanelContent::makeScreenPicker()
+{
+    auto *const picker = new QToolButton;
+    picker->setIcon(drawnIcon(&drawPipette));
+    picker->setIconSize({ 2 * unit, 2 * unit });
+    picker->setAutoRaise(true);
+    picker->setFocusPolicy(Qt::StrongFocus);
+    picker->setText(tr("Pick a colour from the screen"));
+    picker->setToolTip(picker->text());
+    const auto take = [this](QColor color) {
+        color.setAlphaF(m_panel->color().alphaF());
+        m_panel->setColor(color);
+        if (!isVisible())
+            m_panel->addRecentColor(color); // what it was for has closed meanwhile
+    };
+    if (ScreenColorPicker::isAvailable()) {
+        connect(picker, &QToolButton::clicked, this,
+                [this, take] { ScreenColorPicker::pick(this, take); });
+        return picker;
+    }
+    picker->hide();
+    if (const std::optional<QDBusConnection> bus = portalBus()) {
+        auto *const portal = new PortalColorPicker(*bus, this);
+        connect(portal, &PortalColorPicker::found, picker, &QWidget::show);
+        connect(portal, &PortalColorPicker::picked, this, take);
+        connect(picker, &QToolButton::clicked, portal, &PortalColorPicker::pick);
+    }
+    return picker;
 }
 
 void ColorPanelContent::changeComponents(double HSBA::*component, double value)
@@ -377,12 +357,36 @@ void ColorPanelContent::choose(const HSBA &components)
         showColor(); // the hue of a grey, say, which the panel knows nothing of
 }
 
-void ColorPanelContent::pickFromScreen()
+void ColorPanelContent::showEvent(QShowEvent *event)
 {
-    ScreenColorPicker::pick(this, [this](QColor color) {
-        color.setAlphaF(m_panel->color().alphaF());
-        m_panel->setColor(color);
-    });
+    QWidget::showEvent(event);
+    if (!event->spontaneous())
+        m_opened = m_panel->color();
+}
+
+void ColorPanelContent::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    if (!event->spontaneous() && m_panel->color() != m_opened)
+        m_panel->addRecentColor(m_panel->color());
+}
+
+void ColorPanelContent::showDefault()
+{
+    const QColor color = m_panel->defaultColor();
+    m_default->setVisible(color.isValid());
+    m_default->setToolTip(color.isValid() ? colorDescription(color) : QString());
+}
+
+void ColorPanelContent::showRecent()
+{
+    NS::ColorList list;
+    const QList<QColor> colors = m_panel->recentColors();
+    for (const QColor &color : colors)
+        list.entries.append({ colorDescription(color), NS::Color(color) });
+    m_recent->setList(list);
+    m_recent->setAccessibleName(tr("Recent colours"));
+    m_recent->setVisible(!colors.isEmpty());
 }
 
 void ColorPanelContent::showMode()
@@ -454,6 +458,7 @@ void ColorPanelContent::showColor()
     m_opacity->setState(rounded(alpha, percents), between(clear, shown), color);
     m_opacity->setVisible(m_panel->showsAlpha());
     m_list->setColor(color);
+    m_recent->setColor(color);
     m_swatch->setColor(color);
     m_hex->setColor(color, m_panel->showsAlpha());
 }

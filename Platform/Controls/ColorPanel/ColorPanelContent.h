@@ -4,6 +4,7 @@
 
 #include "Drawing/ColorComponents.h"
 
+#include <QColor>
 #include <QList>
 #include <QWidget>
 
@@ -12,6 +13,7 @@
 QT_FORWARD_DECLARE_CLASS(QActionGroup)
 QT_FORWARD_DECLARE_CLASS(QButtonGroup)
 QT_FORWARD_DECLARE_CLASS(QComboBox)
+QT_FORWARD_DECLARE_CLASS(QPushButton)
 QT_FORWARD_DECLARE_CLASS(QStackedWidget)
 QT_FORWARD_DECLARE_CLASS(QToolBar)
 
@@ -38,6 +40,10 @@ public:
 
     QToolBar *toolbar() const { return m_toolbar; }
 
+protected:
+    void hideEvent(QHideEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
 private:
     ColorComponentRow *makeRow(const QString &name, int maximum, const QString &suffix,
                                std::function<void(int)> change);
@@ -50,9 +56,12 @@ private:
     void changeComponents(double Pellarvine::HSBA::*component, double value);
     void choose(const Pellarvine::HSBA &components);
     void fillLists();
-    void pickFromScreen();
+    QWidget *makeRecentColors();
+    QWidget *makeScreenPicker();
     void showColor();
+    void showDefault();
     void showMode();
+    void showRecent();
 
     NS::ColorPanel *m_panel;
     Pellarvine::HSBA m_components;
@@ -76,6 +85,9 @@ private:
     ColorComponentRow *m_opacity = nullptr;
     ColorSwatch *m_swatch = nullptr;
     HexField *m_hex = nullptr;
+    QPushButton *m_default = nullptr;
+    ColorListView *m_recent = nullptr;
+    QColor m_opened; // what the panel had when this was shown
 };
 
 } // namespace Pellarvine::detail

@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Drawing/ColorExchange.h"
+#include "Drawing/Shades.h"
 #include "View/FocusRing.h"
 
 #include <QMouseEvent>
@@ -112,9 +113,7 @@ void ColorSlider::paintEvent(QPaintEvent *)
     if (isTransparent)
         fillWithCheckerboard(painter, path);
     painter.fillPath(path, gradient);
-    QColor edge = palette().color(QPalette::WindowText);
-    edge.setAlphaF(0.25F);
-    painter.strokePath(path, edge);
+    painter.strokePath(path, edgeColor(palette()));
 
     const QPointF middle(knobPosition(), height() / 2.0);
     constexpr double radius = knobSide / 2.0;
@@ -125,7 +124,7 @@ void ColorSlider::paintEvent(QPaintEvent *)
                         2 * ringRadius },
                       palette().color(QPalette::Highlight), { .radius = ringRadius });
     }
-    painter.setPen(QPen(QColor(0, 0, 0, 90), 1));
+    painter.setPen(QPen(edgeColor(palette()), 1));
     painter.setBrush(Qt::white);
     painter.drawEllipse(middle, radius - 0.5, radius - 0.5);
     QPainterPath face;

@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Drawing/ColorExchange.h"
+#include "Drawing/Shades.h"
 #include "View/AccessibleControl.h"
 
 #include <QApplication>
@@ -86,9 +87,7 @@ void ColorSwatch::paintEvent(QPaintEvent *)
     QPainterPath path;
     path.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
     fillWithColor(painter, path, m_color);
-    QColor edge = palette().color(QPalette::WindowText);
-    edge.setAlphaF(0.3F);
-    painter.strokePath(path, edge);
+    painter.strokePath(path, edgeColor(palette()));
 }
 
 } // namespace Pellarvine::detail

@@ -2,6 +2,7 @@
 #include "Controls/ColorPanel/ColorWheel.h"
 
 #include "Drawing/NSColor.h"
+#include "Drawing/Shades.h"
 #include "View/AccessibleControl.h"
 #include "View/FocusRing.h"
 
@@ -201,9 +202,7 @@ void ColorWheel::paintEvent(QPaintEvent *)
     path.addEllipse(disc);
     painter.fillPath(path, brush);
     painter.fillPath(path, QColor::fromRgbF(0, 0, 0, float(1 - m_brightness)));
-    QColor edge = palette().color(QPalette::WindowText);
-    edge.setAlphaF(0.25F);
-    painter.strokePath(path, edge);
+    painter.strokePath(path, edgeColor(palette()));
     if (hasFocus()) {
         drawFocusRing(painter, disc.adjusted(-3.5, -3.5, 3.5, 3.5),
                       palette().color(QPalette::Highlight), { .radius = disc.width() });

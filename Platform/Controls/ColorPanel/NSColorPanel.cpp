@@ -15,6 +15,8 @@ namespace NS {
 
 namespace {
 
+constexpr qsizetype mostRecentColors = 8;
+
 QPointer<ColorPanel> &shared()
 {
     static QPointer<ColorPanel> panel;
@@ -28,6 +30,8 @@ struct ColorPanel::Private
     QColor color = QColor(Qt::white);
     bool showsAlpha = false;
     Mode mode = wheelMode;
+    QColor defaultColor;
+    QList<QColor> recentColors;
     mutable QPointer<detail::ColorPanelContent> content;
 };
 
@@ -103,6 +107,39 @@ void ColorPanel::setMode(Mode mode)
         return;
     d->mode = mode;
     Q_EMIT modeChanged(mode);
+}
+
+QColor ColorPanel::defaultColor() const
+{
+    return d->defaultColor;
+}
+
+void ColorPanel::setDefaultColor(const QColor &color)
+{
+    if (detail::assign(d->defaultColor, color))
+        Q_EMIT defaultColorChanged(color);
+}
+
+QList<QColor> ColorPanel::recentColors() const
+{
+    return d->recentColors;
+}
+
+void ColorPanel::setRecentColors(const QList<QColor> &colors)
+{
+    QList<QColor> wanted;
+    for (const QColor &color : colors) {
+        const QColor rgb = color.toRgb();
+        if (color.isValid() && wanted.size() < mostRecentColors && !wanted.contains(rgb))
+            wanted.append(rgb);
+    }
+    if (detail::assign(d->recentColors, wanted))
+        Q_EMIT recentColorsChanged(wanted);
+}
+
+void ColorPanel::addRecentColor(const QColor &color)
+{
+    setRecentColors(QList<QColor>(1, color) + d->recentColors);
 }
 
 QToolBar *ColorPanel::toolbar() const

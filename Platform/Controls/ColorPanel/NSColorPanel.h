@@ -4,6 +4,7 @@
 #include <pellarvine/Platform/Global.h>
 
 #include <QColor>
+#include <QList>
 #include <QWidget>
 
 #include <memory>
@@ -21,14 +22,19 @@ namespace NS {
 ///
 /// Its pages are a wheel of hue and saturation with a slider for brightness, sliders for red, green
 /// and blue or hue, saturation and brightness, and the program's colour lists; below them are
-/// opacity, the colour as hex text (read like `Pellarvine::colorWithHex`), and, where the desktop
-/// lets a program see the screen, a loupe to pick a colour from it.
+/// opacity, the colour as hex text (read like `Pellarvine::colorWithHex`), the colours chosen last,
+/// and a way to pick a colour from the screen: a loupe on X11, elsewhere what the desktop's portal
+/// has, if it has one.
 class PELLARVINE_EXPORT ColorPanel : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged USER true)
     Q_PROPERTY(bool showsAlpha READ showsAlpha WRITE setShowsAlpha NOTIFY showsAlphaChanged)
     Q_PROPERTY(Mode mode READ mode WRITE setMode NOTIFY modeChanged)
+    Q_PROPERTY(
+            QColor defaultColor READ defaultColor WRITE setDefaultColor NOTIFY defaultColorChanged)
+    Q_PROPERTY(QList<QColor> recentColors READ recentColors WRITE setRecentColors NOTIFY
+                       recentColorsChanged)
 
 public:
     /// The pages. Setting a number that is none of these changes nothing.
@@ -55,6 +61,19 @@ public:
     /// The page that is shown. Default: wheelMode.
     Mode mode() const;
 
+    /// What a button of the panel goes back to. Invalid if there is none, which hides the button.
+    /// Default: invalid.
+    QColor defaultColor() const;
+
+    /// The colours that were chosen last, the latest first, at most eight; offered below the
+    /// colour. One is added when the content is hidden with another colour than it was shown with.
+    /// A program that is to remember them stores them, and sets them when it starts. Default:
+    /// empty.
+    QList<QColor> recentColors() const;
+
+    /// Adds a colour in front, and removes an equal one behind it. Does nothing if it is invalid.
+    void addRecentColor(const QColor &color);
+
     /// Stands on top of the content and moves with it. Its actions are its items, one a page, the
     /// wheel first; triggering one shows that page.
     QToolBar *toolbar() const;
@@ -71,6 +90,9 @@ public Q_SLOTS:
     void setColor(const QColor &color);
     void setShowsAlpha(bool showsAlpha);
     void setMode(NS::ColorPanel::Mode mode);
+    void setDefaultColor(const QColor &color);
+    /// Passes over invalid colours, equal ones after the first, and what is too many.
+    void setRecentColors(const QList<QColor> &colors);
     /// Shows the window, above others and with the focus.
     void orderFront();
     /// Hides the window, as Esc in it does. Content that is elsewhere stays to be seen there.
@@ -80,6 +102,8 @@ Q_SIGNALS:
     void colorChanged(const QColor &color);
     void showsAlphaChanged(bool showsAlpha);
     void modeChanged(NS::ColorPanel::Mode mode);
+    void defaultColorChanged(const QColor &color);
+    void recentColorsChanged(const QList<QColor> &colors);
 
 protected:
     void changeEvent(QEvent *event) override;

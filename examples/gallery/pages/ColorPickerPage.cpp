@@ -147,6 +147,8 @@ public:
     void showExample() override
     {
         ColorPickerButton *const button = m_buttons.constFirst();
+        NS::ColorPanel::sharedColorPanel()->setRecentColors(
+                { QColor(0x1a, 0xbc, 0x9c), QColor(0xf1, 0xc4, 0x0f), QColor(Qt::white) });
         button->click();
         auto *const popover = button->findChild<NS::Popover *>();
         popover->setStaysInWindow(true);
@@ -195,6 +197,7 @@ private:
     {
         auto *const button = new ColorPickerButton;
         button->setColor(color);
+        button->setDefaultColor(color);
         auto *const label = new QLabel(name);
         label->setBuddy(button);
         button->setAccessibleName(QString(name).remove(u'&'));

@@ -26,6 +26,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using Pellarvine::Data;
 using Pellarvine::ReplaceableImageView;
@@ -214,7 +216,6 @@ QFrame *ImagesPage::makeWell()
     m_cover->setImageScaling(NS::ImageView::scaleProportionallyUpOrDown);
     m_cover->setMinimumSize(30 * Theme::unit, 40 * Theme::unit);
     m_cover->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-    m_cover->setFrameStyle(int(QFrame::StyledPanel) | int(QFrame::Sunken));
     auto *const card = makeCard(tr("Cover"));
     static_cast<QVBoxLayout *>(card->layout())->addWidget(m_cover, 1);
     return card;
@@ -292,9 +293,16 @@ QLayout *ImagesPage::makeFiles()
         file.write("Ask the printer for the spine.\n");
     auto *const row = new QHBoxLayout;
     row->setSpacing(Theme::unit);
-    row->addWidget(new FileTile(first, evening, tr("drag me")), 1);
-    row->addWidget(new FileTile(second, sails, tr("me too")), 1);
-    row->addWidget(new FileTile(notes, sheet(), tr("not welcome")), 1);
+    const QList<FileTile *> tiles { new FileTile(first, evening, tr("drag me")),
+                                    new FileTile(second, sails, tr("me too")),
+                                    new FileTile(notes, sheet(), tr("not welcome")) };
+    int width = 0;
+    for (FileTile *const tile : tiles) {
+        row->addWidget(tile, 1);
+        width = std::max(width, tile->sizeHint().width());
+    }
+    for (FileTile *const tile : tiles)
+        tile->setMinimumWidth(width); // and so they all have the same
     return row;
 }
 

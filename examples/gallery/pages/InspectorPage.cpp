@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A small drawing program: a tool bar, a drawing, and an inspector with the properties of the shape
 // that is selected in its table of layers.
+#include "../FlatStyle.h"
 #include "../Page.h"
 #include "../PictureWidget.h"
 #include "../Theme.h"
@@ -30,7 +31,8 @@ using namespace Pellarvine;
 namespace {
 
 constexpr int inspectorWidth = 32 * Theme::unit;
-constexpr int rowHeight = 5 * Theme::unit;
+constexpr int rowHeight = 4 * Theme::unit + Theme::unit / 2;
+constexpr int swatchSide = 10;
 
 QString tr(const char *text)
 {
@@ -136,6 +138,7 @@ private:
     void addFillAndLine();
     QTableWidget *makeLayers();
     QWidget *makeKnobs();
+    QPixmap swatchOf(const QColor &color) const;
     void fillLayers();
     void showSelected();
     void arrange(int by);
@@ -354,6 +357,18 @@ QWidget *InspectorPage::makeKnobs()
     return row;
 }
 
+// With a rim, without which white and what is nearly white could not be seen.
+QPixmap InspectorPage::swatchOf(const QColor &color) const
+{
+    const double ratio = devicePixelRatio();
+    QPixmap swatch(QSize(swatchSide, swatchSide) * ratio);
+    swatch.setDevicePixelRatio(ratio);
+    swatch.fill(FlatStyle::edge(palette()));
+    QPainter painter(&swatch);
+    painter.fillRect(QRect(1, 1, swatchSide - 2, swatchSide - 2), color);
+    return swatch;
+}
+
 // The front most first.
 void InspectorPage::fillLayers()
 {
@@ -365,9 +380,7 @@ void InspectorPage::fillLayers()
         auto *const cell = new InspectorSectionTableCellView;
         cell->setUsesPaletteColors(m_usesPalette);
         auto *const swatch = new QLabel;
-        QPixmap color(Theme::unit, Theme::unit);
-        color.fill(shape.color);
-        swatch->setPixmap(color);
+        swatch->setPixmap(swatchOf(shape.color));
         auto *const name = new QLabel;
         auto *const kind = new QLabel(shape.kind == rectangle ? ::tr("Rectangle")
                                       : shape.kind == ellipse ? ::tr("Ellipse")

@@ -9,6 +9,7 @@
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
@@ -379,7 +380,7 @@ TEST(SegmentedControl, tool_tips_are_the_segments_own_or_the_label_that_is_cut_o
     EXPECT_EQ(toolTipAt(0), u"Scope"_s);
 }
 
-TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_the_lines)
+TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_the_edge)
 {
     Control control(Tracking::selectAny, { {}, {}, {} });
     for (int i = 0; i < 3; ++i)
@@ -387,7 +388,8 @@ TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_t
     QPalette palette;
     palette.setColor(QPalette::Button, Qt::white);
     palette.setColor(QPalette::Highlight, Qt::red);
-    palette.setColor(QPalette::Mid, Qt::black);
+    palette.setColor(QPalette::Window, Qt::black); // and so the lines
+    palette.setColor(QPalette::WindowText, Qt::black);
     control.setPalette(palette);
     control.resize(94, 24);
     control.setSelectedSegment(1);
@@ -395,17 +397,72 @@ TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_t
         control.setLayoutDirection(direction);
         control.setSelectedSegment(0);
         const bool isMirrored = direction == Qt::RightToLeft;
+        const auto placed = [&](const QRect &rect) {
+            return isMirrored ? QRect(94 - rect.right() - 1, rect.y(), rect.width(), rect.height())
+                              : rect;
+        };
         for (const int scale : { 1, 2 }) {
             const QImage image = picture(control, scale);
-            expectFilled(image, { isMirrored ? 63 : 3, 4, 28, 16 }, Qt::red);
-            expectFilled(image, { 32, 1, 30, 22 }, Qt::white);
-            expectFilled(image, { 31, 0, 1, 24 }, Qt::black);
-            expectFilled(image, { 62, 0, 1, 24 }, Qt::black);
-            expectFilled(image, { 0, 6, 1, 12 }, Qt::black);
-            expectFilled(image, { 93, 6, 1, 12 }, Qt::black);
+            expectFilled(image, placed({ 0, 6, 32, 12 }), Qt::red);
+            expectFilled(image, placed({ 6, 0, 26, 24 }), Qt::red);
+            expectFilled(image, placed({ 32, 1, 30, 22 }), Qt::white);
+            expectFilled(image, placed({ 62, 0, 1, 24 }), Qt::black);
+            expectFilled(image, placed({ 32, 0, 40, 1 }), Qt::black);
+            expectFilled(image, placed({ 93, 6, 1, 12 }), Qt::black);
             expectFilled(image, { 0, 0, 1, 1 }, ground);
         }
     }
+}
+
+TEST(SegmentedControl, its_lines_are_equally_thick_on_every_screen)
+{
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        for (int place = 0; place < 8; ++place) {
+            QWidget window;
+            window.resize(120, 40);
+            QPalette palette;
+            palette.setColor(QPalette::Button, Qt::white);
+            palette.setColor(QPalette::Window, Qt::black); // and so the lines
+            palette.setColor(QPalette::WindowText, Qt::black);
+            window.setPalette(palette);
+            NS::SegmentedControl control(&window);
+            control.setSegmentCount(3);
+            control.setGeometry(place, 3, 90 + place, 24);
+            const QImage image = picture(window, scale);
+            QString row;
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor color = image.pixelColor(x, qRound(15 * scale));
+                row += color == ground      ? u' '
+                       : color == Qt::black ? u'#'
+                       : color == Qt::white ? u'.'
+                                            : u'?';
+            }
+            row = row.trimmed().replace(QRegularExpression(u"\\.+"_s), u"."_s);
+            const QString stroke(qRound(scale), u'#');
+            EXPECT_EQ(row.toStdString(), QStringList(4, stroke).join(u'.').toStdString())
+                    << scale << " at " << place;
+        }
+    }
+}
+
+TEST(SegmentedControl, style_sheets_set_its_colours_and_no_more)
+{
+    Control control(Tracking::selectOne, { QString(3, QChar(u'█')), {} });
+    const QSize size = control.sizeHint();
+    control.setStyleSheet(u"color: red; background-color: yellow; padding: 20px;"
+                          "border: 5px solid green; selection-background-color: blue"_s);
+    control.setSelectedSegment(1);
+    EXPECT_EQ(control.sizeHint(), size);
+    control.resize(size);
+    const QImage seen = control.grab().toImage();
+    const auto inside = [&](int segment) {
+        const QRect rect = control.segmentRect(segment);
+        return seen.pixelColor(rect.left() + 4, rect.center().y());
+    };
+    EXPECT_GT(inside(0).green(), 200);
+    EXPECT_LT(inside(0).blue(), 60); // a little lighter than the yellow behind
+    EXPECT_EQ(inside(1), QColor(Qt::blue));
+    EXPECT_EQ(seen.pixelColor(control.segmentRect(0).center()), QColor(Qt::red));
 }
 
 TEST(SegmentedControl, a_disabled_selected_segment_can_be_read)

@@ -3,6 +3,7 @@
 #include "View/DesktopSettings.h"
 
 #include "Drawing/Shades.h"
+#include "PortalOnBus.h"
 #include "View/ColorSchemeFollower.h"
 #include "Window/TitleBarAction.h"
 
@@ -10,14 +11,10 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDBusArgument>
-#include <QDBusConnection>
 #include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QFile>
-#include <QProcess>
 #include <QScopeGuard>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
@@ -36,29 +33,6 @@ namespace {
 
 const QString preferences = u"org.gnome.desktop.wm.preferences"_s;
 const QString appearance = u"org.freedesktop.appearance"_s;
-
-struct Accent
-{
-    double red;
-    double green;
-    double blue;
-};
-
-[[maybe_unused]] QDBusArgument &operator<<(QDBusArgument &argument, const Accent &accent)
-{
-    argument.beginStructure();
-    argument << accent.red << accent.green << accent.blue;
-    argument.endStructure();
-    return argument;
-}
-
-[[maybe_unused]] const QDBusArgument &operator>>(const QDBusArgument &argument, Accent &accent)
-{
-    argument.beginStructure();
-    argument >> accent.red >> accent.green >> accent.blue;
-    argument.endStructure();
-    return argument;
-}
 
 class Portal : public QObject
 {
@@ -91,37 +65,13 @@ class DesktopSettingsTest : public testing::Test
 protected:
     void SetUp() override
     {
-        if (QStandardPaths::findExecutable(u"dbus-daemon"_s).isEmpty())
+        if (!PortalOnBus::isPossible())
             GTEST_SKIP() << "dbus-daemon is not installed";
-        m_daemon.start(u"dbus-daemon"_s, { u"--session"_s, u"--nofork"_s, u"--print-address=1"_s });
-        QByteArray address;
-        ASSERT_TRUE(QTest::qWaitFor(
-                [&] {
-                    address += m_daemon.readAllStandardOutput();
-                    return address.endsWith('\n');
-                },
-                30'000));
-        m_address = QString::fromLatin1(address.trimmed());
         qDBusRegisterMetaType<Groups>();
-        qDBusRegisterMetaType<Accent>();
-        QDBusConnection desktop = QDBusConnection::connectToBus(m_address, u"portal"_s);
-        ASSERT_TRUE(desktop.registerService(u"org.freedesktop.portal.Desktop"_s));
-        ASSERT_TRUE(desktop.registerObject(u"/org/freedesktop/portal/desktop"_s, &portal,
-                                           QDBusConnection::ExportAllSlots
-                                                   | QDBusConnection::ExportAllSignals));
+        m_bus.start(&portal);
     }
-    void TearDown() override
-    {
-        delete &DesktopSettings::instance(); // the next one starts anew
-        QDBusConnection::disconnectFromBus(u"portal"_s);
-        QDBusConnection::disconnectFromBus(u"program"_s);
-        m_daemon.terminate();
-        m_daemon.waitForFinished();
-    }
-    void start()
-    {
-        DesktopSettings::instance().start(QDBusConnection::connectToBus(m_address, u"program"_s));
-    }
+    void TearDown() override { delete &DesktopSettings::instance(); } // the next one starts anew
+    void start() { DesktopSettings::instance().start(m_bus.program()); }
     void change(const QString &group, const QString &key, const QVariant &value)
     {
         Q_EMIT portal.SettingChanged(group, key, QDBusVariant(value));
@@ -130,8 +80,7 @@ protected:
     Portal portal;
 
 private:
-    QProcess m_daemon;
-    QString m_address;
+    PortalOnBus m_bus;
 };
 
 TEST_F(DesktopSettingsTest, clicks_on_title_bars_do_what_the_user_has_set)
@@ -165,12 +114,12 @@ TEST_F(DesktopSettingsTest, the_palette_follows_scheme_and_accent_while_it_is_as
     {
         const ColorSchemeFollower follower;
         EXPECT_TRUE(QTest::qWaitFor([] { return isDark(QApplication::palette()); }));
-        change(appearance, u"accent-color"_s, QVariant::fromValue(Accent { 1.0, 0.5, 0.0 }));
+        change(appearance, u"accent-color"_s, QVariant::fromValue(PortalColor { 1.0, 0.5, 0.0 }));
         const QColor orange = QColor::fromRgbF(1.0F, 0.5F, 0.0F);
         EXPECT_TRUE(QTest::qWaitFor(
                 [&] { return QApplication::palette().color(QPalette::Highlight) == orange; }));
         // Numbers that are no colour.
-        change(appearance, u"accent-color"_s, QVariant::fromValue(Accent { -1.0, 0.5, 7.0 }));
+        change(appearance, u"accent-color"_s, QVariant::fromValue(PortalColor { -1.0, 0.5, 7.0 }));
         EXPECT_TRUE(QTest::qWaitFor(
                 [&] { return QApplication::palette().color(QPalette::Highlight) != orange; }));
         EXPECT_TRUE(isDark(QApplication::palette()));

@@ -1,0 +1,318 @@
+// SPDX-License-Identifier: MIT
+#include "FlatStyle.h"
+
+#include "Theme.h"
+
+#include <QAbstractSpinBox>
+#include <QPainter>
+#include <QPushButton>
+#include <QStyleOption>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double radius = 4;
+constexpr int knobSide = 16;
+constexpr double grooveHeight = 4;
+
+QColor mixed(const QColor &first, const QColor &second, double share)
+{
+    const auto mix = [share](int from, int to) {
+        return int(std::lround(from + (to - from) * share));
+    };
+    return { mix(first.red(), second.red()), mix(first.green(), second.green()),
+             mix(first.blue(), second.blue()) };
+}
+
+// As far as a disabled control is still to be seen.
+QColor shownIn(const QStyleOption *option, QColor color)
+{
+    if (!(option->state & QStyle::State_Enabled))
+        color.setAlphaF(color.alphaF() * 0.5F);
+    return color;
+}
+
+QColor edgeOf(const QStyleOption *option)
+{
+    return shownIn(option, FlatStyle::edge(option->palette));
+}
+
+bool hasFocus(const QStyleOption *option)
+{
+    return (option->state & QStyle::State_HasFocus) && (option->state & QStyle::State_Enabled);
+}
+
+// A box with an edge, which the focus makes stronger.
+void drawBox(QPainter *painter, const QRectF &rect, const QStyleOption *option, const QColor &fill,
+             double corner = radius)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    const double width = hasFocus(option) ? 2 : 1;
+    painter->setPen(QPen(
+            hasFocus(option) ? option->palette.color(QPalette::Highlight) : edgeOf(option), width));
+    painter->setBrush(fill);
+    const double inset = width / 2;
+    painter->drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), corner, corner);
+    painter->restore();
+}
+
+void drawFocus(QPainter *painter, const QStyleOption *option)
+{
+    const auto *const ring = qstyleoption_cast<const QStyleOptionFocusRect *>(option);
+    const QColor highlight = option->palette.color(QPalette::Highlight);
+    const bool isOnHighlight = ring && ring->backgroundColor == highlight;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(isOnHighlight ? option->palette.color(QPalette::HighlightedText) : highlight);
+    painter->setBrush(Qt::NoBrush);
+    const double inset = isOnHighlight ? 2.5 : 0.5;
+    painter->drawRoundedRect(QRectF(option->rect).adjusted(inset, inset, -inset, -inset), radius,
+                             radius);
+    painter->restore();
+}
+
+QColor faceOf(const QStyleOption *option)
+{
+    const QPalette &palette = option->palette;
+    const QColor face = palette.color(QPalette::Button);
+    const QColor ink = palette.color(QPalette::ButtonText);
+    if (option->state & QStyle::State_Sunken)
+        return mixed(face, ink, 0.14);
+    if (option->state & QStyle::State_On)
+        return mixed(face, palette.color(QPalette::Highlight), 0.3);
+    const auto pointed = QStyle::State_MouseOver | QStyle::State_Enabled;
+    return (option->state & pointed) == pointed ? mixed(face, ink, 0.06) : face;
+}
+
+// The mark of a box that is checked, or partly so.
+void drawMark(QPainter *painter, const QRectF &box, const QStyleOption *option)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(option->palette.color(QPalette::HighlightedText), 2, Qt::SolidLine,
+                         Qt::RoundCap, Qt::RoundJoin));
+    const auto at = [&](double x, double y) {
+        return QPointF(box.x() + x * box.width(), box.y() + y * box.height());
+    };
+    if (option->state & QStyle::State_On)
+        painter->drawPolyline(QPolygonF { at(0.25, 0.52), at(0.43, 0.7), at(0.75, 0.3) });
+    else
+        painter->drawLine(at(0.27, 0.5), at(0.73, 0.5));
+    painter->restore();
+}
+
+void drawCheckBox(QPainter *painter, const QStyleOption *option, double corner)
+{
+    const bool isMarked = option->state & (QStyle::State_On | QStyle::State_NoChange);
+    const QRectF box = option->rect;
+    const QPalette &palette = option->palette;
+    if (isMarked) {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(shownIn(option, palette.color(QPalette::Highlight)));
+        painter->drawRoundedRect(box, corner, corner);
+        painter->restore();
+        return drawMark(painter, box, option);
+    }
+    QStyleOption plain = *option;
+    plain.state &= ~QStyle::State_HasFocus; // whose frame goes around the text
+    drawBox(painter, box, &plain, palette.color(QPalette::Base), corner);
+}
+
+void drawRadioButton(QPainter *painter, const QStyleOption *option)
+{
+    QStyleOption plain = *option;
+    plain.state &= ~QStyle::State_HasFocus;
+    const QRectF box = option->rect;
+    drawBox(painter, box, &plain, option->palette.color(QPalette::Base), box.width() / 2);
+    if (!(option->state & QStyle::State_On))
+        return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(shownIn(option, option->palette.color(QPalette::Highlight)));
+    painter->drawEllipse(box.center(), box.width() / 4, box.height() / 4);
+    painter->restore();
+}
+
+} // namespace
+
+FlatStyle::FlatStyle()
+    : QProxyStyle(u"Fusion"_s)
+{ }
+
+QColor FlatStyle::edge(const QPalette &palette)
+{
+    return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.55);
+}
+
+void FlatStyle::polish(QWidget *widget)
+{
+    QProxyStyle::polish(widget);
+    // A style sheet of the application keeps spin boxes from asking for their size here.
+    if (qobject_cast<QAbstractSpinBox *>(widget))
+        widget->setMinimumHeight(4 * Theme::unit);
+}
+
+int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
+                           const QWidget *widget) const
+{
+    switch (metric) {
+    case PM_SliderLength:
+    case PM_SliderThickness:
+    case PM_SliderControlThickness:
+        return knobSide + 2; // with its edge's smoothing
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption *option, const QSize &size,
+                                  const QWidget *widget) const
+{
+    QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
+    switch (type) {
+    case CT_PushButton:
+        result.rwidth() += Theme::unit;
+        [[fallthrough]];
+    case CT_ComboBox:
+    case CT_LineEdit:
+    case CT_SpinBox:
+        result.setHeight(std::max(result.height(), 4 * Theme::unit));
+        break;
+    default:
+        break;
+    }
+    return result;
+}
+
+void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option,
+                              QPainter *painter, const QWidget *widget) const
+{
+    switch (element) {
+    case PE_PanelButtonCommand:
+        return drawBox(painter, option->rect, option, faceOf(option));
+    case PE_PanelButtonTool:
+        if (option->state & (State_On | State_Sunken | State_MouseOver)) {
+            painter->save();
+            painter->setRenderHint(QPainter::Antialiasing);
+            painter->setPen(Qt::NoPen);
+            painter->setBrush(faceOf(option));
+            painter->drawRoundedRect(option->rect, radius, radius);
+            painter->restore();
+        }
+        return;
+    case PE_FrameLineEdit:
+        return drawBox(painter, option->rect, option, Qt::transparent);
+    case PE_Frame:
+        return drawBox(painter, option->rect, option, Qt::transparent, 0);
+    case PE_FrameFocusRect:
+        if (!qobject_cast<const QPushButton *>(widget)) // whose edge shows it
+            drawFocus(painter, option);
+        return;
+    case PE_IndicatorCheckBox:
+        return drawCheckBox(painter, option, 3);
+    case PE_IndicatorRadioButton:
+        return drawRadioButton(painter, option);
+    case PE_PanelItemViewItem:
+        if (option->state & State_Selected)
+            return painter->fillRect(option->rect, option->palette.color(QPalette::Highlight));
+        [[fallthrough]];
+    default:
+        return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+void FlatStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                            const QWidget *widget) const
+{
+    // The bevel alone, without the shade of a button that Return presses.
+    if (element == CE_PushButtonBevel)
+        return proxy()->drawPrimitive(PE_PanelButtonCommand, option, painter, widget);
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                                   QPainter *painter, const QWidget *widget) const
+{
+    const auto place = [&](SubControl part) {
+        return QRectF(proxy()->subControlRect(control, option, part, widget));
+    };
+    const auto drawArrow = [&](PrimitiveElement element, SubControl part, bool isEnabled) {
+        QStyleOption arrow = *option;
+        const QRectF rect = place(part);
+        const double side = std::min({ 9.0, rect.width(), rect.height() });
+        QRectF square(0, 0, side, side);
+        square.moveCenter(rect.center());
+        arrow.rect = square.toRect();
+        if (!isEnabled)
+            arrow.state &= ~State_Enabled;
+        proxy()->drawPrimitive(element, &arrow, painter, widget);
+    };
+    const bool isHorizontal = option->state & State_Horizontal;
+    const bool isMirrored = option->direction == Qt::RightToLeft;
+    switch (control) {
+    case CC_ComboBox:
+        drawBox(painter, option->rect, option, faceOf(option));
+        return drawArrow(PE_IndicatorArrowDown, SC_ComboBoxArrow, true);
+    case CC_SpinBox: {
+        const auto *const box = qstyleoption_cast<const QStyleOptionSpinBox *>(option);
+        drawBox(painter, option->rect, option, option->palette.color(QPalette::Base));
+        if (!box || box->buttonSymbols == QAbstractSpinBox::NoButtons)
+            return;
+        drawArrow(PE_IndicatorArrowUp, SC_SpinBoxUp,
+                  box->stepEnabled & QAbstractSpinBox::StepUpEnabled);
+        return drawArrow(PE_IndicatorArrowDown, SC_SpinBoxDown,
+                         box->stepEnabled & QAbstractSpinBox::StepDownEnabled);
+    }
+    case CC_ScrollBar: {
+        painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+        const QRectF handle = place(SC_ScrollBarSlider).adjusted(3, 3, -3, -3);
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(edgeOf(option));
+        const double corner = std::min(handle.width(), handle.height()) / 2;
+        painter->drawRoundedRect(handle, corner, corner);
+        painter->restore();
+        drawArrow(isHorizontal ? PE_IndicatorArrowLeft : PE_IndicatorArrowUp,
+                  isHorizontal && isMirrored ? SC_ScrollBarAddLine : SC_ScrollBarSubLine, true);
+        return drawArrow(isHorizontal ? PE_IndicatorArrowRight : PE_IndicatorArrowDown,
+                         isHorizontal && isMirrored ? SC_ScrollBarSubLine : SC_ScrollBarAddLine,
+                         true);
+    }
+    case CC_Slider: {
+        const auto *const slider = qstyleoption_cast<const QStyleOptionSlider *>(option);
+        if (!slider || slider->orientation != Qt::Horizontal)
+            break;
+        const QRectF groove = place(SC_SliderGroove);
+        const QPointF middle = place(SC_SliderHandle).center();
+        QRectF track(groove.left(), middle.y() - grooveHeight / 2, groove.width(), grooveHeight);
+        const QPalette &palette = option->palette;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(edgeOf(option));
+        painter->drawRoundedRect(track, grooveHeight / 2, grooveHeight / 2);
+        if (slider->upsideDown)
+            track.setLeft(middle.x());
+        else
+            track.setRight(middle.x());
+        painter->setBrush(shownIn(option, palette.color(QPalette::Highlight)));
+        painter->drawRoundedRect(track, grooveHeight / 2, grooveHeight / 2);
+        painter->restore();
+        QRectF knob(0, 0, knobSide, knobSide);
+        knob.moveCenter(middle);
+        return drawBox(painter, knob, option, palette.color(QPalette::Base), knobSide / 2.0);
+    }
+    default:
+        break;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
