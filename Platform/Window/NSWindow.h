@@ -44,6 +44,10 @@ enum class WindowButton {
 /// Frames are in units with y upwards from the lower left corner of the primary screen, in one
 /// space for all screens. On Wayland nobody but the compositor places windows: there the origin
 /// means nothing, and only the size of a frame that is set has an effect.
+///
+/// Where the desktop knows of it, the window draws its shadow in a margin of its own, which frames
+/// do not count, but QWidget's geometry, size, minimum and maximum do. What of those is set before
+/// the window is first shown is for the window without the margin, which is added then.
 class PELLARVINE_EXPORT Window : public QWidget
 {
     Q_OBJECT
@@ -103,6 +107,11 @@ public:
     virtual void setFrame(const QRectF &frame, bool display);
     /// Gets there within a fifth of a second if `animate`.
     virtual void setFrame(const QRectF &frame, bool display, bool animate);
+
+    /// The margin around the window, in which its shadow lies and its edges are dragged. 0 until
+    /// the window is shown, while it is maximised or full screen, with native decorations, and
+    /// where the desktop knows of no such margin.
+    int shadowMargin() const;
 
     /// A change keeps the window's frame: the content takes or leaves the title bar's room. With
     /// native decorations it may hide a visible window for a moment.
@@ -169,6 +178,8 @@ public:
     virtual void layoutIfNeeded();
     /// The layout pass, which `NS::setNeedsLayout` and a change of size ask for.
     Q_INVOKABLE virtual void performLayout();
+
+    void setVisible(bool visible) override;
 
 public Q_SLOTS:
     /// In front of the program's other windows, without taking the focus.

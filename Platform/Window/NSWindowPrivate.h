@@ -33,6 +33,8 @@ struct Window::Private
 
     bool isNormal() const { return !q->isMaximized() && !q->isFullScreen(); }
     int barHeight() const;
+    QMarginsF margins() const { return QMarginsF(margin, margin, margin, margin); }
+    QRect seen() const { return q->rect().adjusted(margin, margin, -margin, -margin); }
     void arrange();
     void rearrange();
     void barHeightChanged();
@@ -40,6 +42,9 @@ struct Window::Private
     void enterFocus();
     void applyFlags();
     void updateBorder();
+    void updateMargin();
+    void moveLimits(int by);
+    void prepareMargin();
     void tellResizable();
     void watchNativeWindow();
 
@@ -60,6 +65,9 @@ struct Window::Private
     bool isNative = false;
     bool wasFixed = false; // as the window manager was told
     int boundedWidth = 0; // the least width that boundWidth() has set
+    bool knowsMargins = false; // the desktop does
+    int margin = 0; // around what is seen of the window
+    int normalMargin = 0; // of the window that is neither maximised nor full screen
 };
 
 } // namespace NS

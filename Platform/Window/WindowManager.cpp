@@ -4,10 +4,13 @@
 #include "Base/NSBundle.h"
 
 #include <QGuiApplication>
+#include <QLibrary>
+#include <QMargins>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -61,6 +64,34 @@ bool isSupported(xcb_atom_t feature)
             static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()));
     const auto count = size_t(xcb_get_property_value_length(reply.get())) / sizeof(xcb_atom_t);
     return std::find(features, features + count, feature) != features + count;
+}
+
+// Qt's Wayland plugin has the function for programs that draw shadows, and no header for it. Null
+// where a Qt has it no more.
+using SetMargins = void (*)(QWindow *, const QMargins &);
+SetMargins waylandMargins()
+{
+    static const auto function = reinterpret_cast<SetMargins>(
+            QLibrary::resolve(u"Qt6WaylandClient"_s, 6,
+                              "_ZN15QtWaylandClient23QWaylandNativeInterface16setWindowMarginsEP7"
+                              "QWindowRK8QMargins"));
+    return function;
+}
+
+bool tilesWindows()
+{
+    const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
+    return std::any_of(desktops.begin(), desktops.end(), [](const QString &name) {
+        static const QStringList tiling { u"sway"_s, u"Hyprland"_s, u"river"_s, u"niri"_s };
+        return tiling.contains(name, Qt::CaseInsensitive);
+    });
+}
+
+// Between Qt's units and those of a Wayland surface.
+double waylandScale()
+{
+    const double scale = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble();
+    return scale > 0.0 ? scale : 1.0;
 }
 
 } // namespace
@@ -145,6 +176,30 @@ bool showWindowMenu(QWindow *window, QPoint globalPosition)
                    reinterpret_cast<const char *>(&event));
     xcb_flush(connection());
     return true;
+}
+
+bool knowsMargins()
+{
+    if (!canPlaceWindows())
+        return !tilesWindows() && waylandMargins();
+    return connection() && hasCompositor() && isSupported(atom("_GTK_FRAME_EXTENTS"));
+}
+
+void setMargin(QWindow *window, int margin)
+{
+    if (!canPlaceWindows()) {
+        const int units = qRound(margin * waylandScale());
+        if (waylandMargins() && window->handle())
+            waylandMargins()(window, QMargins(units, units, units, units));
+        return;
+    }
+    if (!connection())
+        return;
+    std::array<uint32_t, 4> extents {};
+    extents.fill(uint32_t(qRound(margin * window->devicePixelRatio())));
+    xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, xcb_window_t(window->winId()),
+                        atom("_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32, extents.size(),
+                        extents.data());
 }
 
 bool isSnapped(const QRect &frame, const QRect &available)

@@ -27,7 +27,6 @@ EMPTY_PLACE = (450, 14)  # of the title bar
 PAGES = ('container', 'bindings', 'colours', 'fonts', 'markup', 'drawing', 'layout', 'borders',
          'inspector', 'segments', 'labels', 'popovers', 'images', 'colour-picker', 'titlebar',
          'navigation', 'about', 'tickets')
-EDGE = 2  # how far inside the visible window a drag of an edge begins
 
 
 def near(one, other, distance=14):
@@ -79,6 +78,13 @@ class WindowOnDesktop:
         left, top, width, height = self.session.window(TITLE).frame
         return (left + x + (width if x < 0 else 0), top + y + (height if y < 0 else 0))
 
+    def edge(self, x, y):
+        """Where a drag of an edge or a corner begins: -1 is the left or upper one, 0 the middle."""
+        left, top, width, height = self.session.window(TITLE).frame
+        inset = self.desktop.EDGE
+        return (left + {-1: inset, 0: width / 2, 1: width - inset}[x],
+                top + {-1: inset, 0: height / 2, 1: height - inset}[y])
+
     def click_on(self, role, name):
         self.session.click(*self.program.find(role, name).center(TITLE))
 
@@ -103,19 +109,18 @@ class WindowManners:
 
     def test_resizes_by_eight_edges(self):
         self.open()
-        middle = (400, 300)
-        for name, place, by, change in (
-                ('right', (-EDGE, middle[1]), (50, 0), (0, 0, 50, 0)),
-                ('left', (EDGE, middle[1]), (30, 0), (30, 0, -30, 0)),
-                ('top', (middle[0], EDGE), (0, 30), (0, 30, 0, -30)),
-                ('bottom', (middle[0], -EDGE), (0, -40), (0, 0, 0, -40)),
-                ('top left', (EDGE, EDGE), (-20, -20), (-20, -20, 20, 20)),
-                ('top right', (-EDGE, EDGE), (-30, 20), (0, 20, -30, -20)),
-                ('bottom left', (EDGE, -EDGE), (-20, 20), (-20, 0, 20, 20)),
-                ('bottom right', (-EDGE, -EDGE), (30, 20), (0, 0, 30, 20))):
+        for name, side, by, change in (
+                ('right', (1, 0), (50, 0), (0, 0, 50, 0)),
+                ('left', (-1, 0), (30, 0), (30, 0, -30, 0)),
+                ('top', (0, -1), (0, 30), (0, 30, 0, -30)),
+                ('bottom', (0, 1), (0, -40), (0, 0, 0, -40)),
+                ('top left', (-1, -1), (-20, -20), (-20, -20, 20, 20)),
+                ('top right', (1, -1), (-30, 20), (0, 20, -30, -20)),
+                ('bottom left', (-1, 1), (-20, 20), (-20, 0, 20, 20)),
+                ('bottom right', (1, 1), (30, 20), (0, 0, 30, 20))):
             with self.subTest(name):
                 before = self.settled().frame
-                self.session.drag(self.at(*place), by)
+                self.session.drag(self.edge(*side), by)
                 self.expect_frame([a + b for a, b in zip(before, change)], name)
 
     def test_maximises_by_a_double_click_and_comes_back(self):
@@ -206,13 +211,32 @@ class WindowManners:
         self.assertFalse(self.program.find_all('dialog'))
 
 
+class WindowWithShadow:
+    """The margin in which a window draws its shadow, which its frame does not count."""
+
+    def test_frames_are_those_of_what_is_seen(self):
+        program = os.path.join(os.path.dirname(GALLERY), 'sizes_program')
+        if not os.path.exists(program):
+            self.skipTest('%s is not built' % program)
+        self.session.launch([program]).wait(60)
+        with open(self.session.path('program.log'), encoding='utf-8') as log:
+            told = [line.strip() for line in log if ': ' in line]
+        self.assertEqual(told, [
+            'shown: 500 x 400, shadow', 'restored: 500 x 400, shadow',
+            'shown again: 500 x 400, shadow', 'framed: 600 x 450, shadow',
+            'from a state: 600 x 450, shadow', 'back to the state: 600 x 450, shadow',
+            'native: margin 0', 'with its own decorations: 600 x 450, shadow',
+            'fixed: 400 x 300, shadow', 'laid out: 300 x 222, shadow',
+            'laid out anew: 300 x 282, shadow', 'maximised first: 450 x 350, shadow'])
+
+
 class TiledWindow:
     """A window that the desktop has tiled, where the program has no say in its size."""
 
     def test_an_edge_does_not_resize_it_by_hand(self):
         before = self.open().frame
         self.assertEqual(before[2:], self.session.size)
-        self.session.drag(self.at(-EDGE, 300), (-120, 0))
+        self.session.drag(self.edge(1, 0), (-120, 0))
         self.assertEqual(self.settled().frame, before)
         x, y, width, _ = self.program.children()[0].extents()
         self.assertEqual(width, before[2], 'the program resized its window')
@@ -243,6 +267,8 @@ def _case(desktop, cases=WindowManners):
 
 CASES = [_case(desktop) for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway,
                                         x11.Openbox)]
+CASES += [_case(desktop, WindowWithShadow)
+          for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell)]
 CASES += [_case(sway.TilingSway, TiledWindow), _case(x11.Openbox, NamedWidgets)]
 globals().update({case.__name__: case for case in CASES})
 
