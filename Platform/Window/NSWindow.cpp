@@ -53,19 +53,12 @@ Window::Window(QWidget *parent)
             [this] { d->boundWidth(); });
     connect(d->titleBar, &detail::TitleBarView::clicked, this,
             [this](detail::TitleBarClick click, QPoint position) {
-                switch (detail::titleBarAction(click)) {
-                case detail::TitleBarAction::zoom:
-                    return zoom();
-                case detail::TitleBarAction::miniaturize:
-                    return miniaturize();
-                case detail::TitleBarAction::lower:
-                    return lower();
-                case detail::TitleBarAction::windowMenu:
-                    return detail::showWindowMenu(this, position);
-                case detail::TitleBarAction::none:
-                    return;
-                }
+                d->takeClick(click, position);
             });
+    connect(&detail::DesktopSettings::instance(), &detail::DesktopSettings::changed, this, [this] {
+        if (d->followsDesktopButtonLayout)
+            d->updateButtonLayout();
+    });
     connect(new QShortcut(QKeyCombination(Qt::ALT, Qt::Key_Space), this), &QShortcut::activated,
             this, [this] {
                 if (!d->isNative)
@@ -129,7 +122,8 @@ void Window::setFrame(const QRectF &frame, bool display)
 void Window::setFrame(const QRectF &frame, bool display, bool animate)
 {
     constexpr int duration = 200; // milliseconds
-    if (!animate || !isVisible() || !d->isNormal())
+    if (!animate || !isVisible() || !d->isNormal()
+        || detail::DesktopSettings::instance().reducesMotion())
         return setFrame(frame, display);
     delete d->animation;
     d->animation = new QVariantAnimation(this);
@@ -271,6 +265,19 @@ void Window::setFullKeyboardAccess(bool hasAccess)
         return;
     d->titleBar->setButtonFocusPolicy(hasAccess ? Qt::TabFocus : Qt::NoFocus);
     Q_EMIT fullKeyboardAccessChanged(hasAccess);
+}
+
+bool Window::followsDesktopButtonLayout() const
+{
+    return d->followsDesktopButtonLayout;
+}
+
+void Window::setFollowsDesktopButtonLayout(bool follows)
+{
+    if (!detail::assign(d->followsDesktopButtonLayout, follows))
+        return;
+    d->updateButtonLayout();
+    Q_EMIT followsDesktopButtonLayoutChanged(follows);
 }
 
 bool Window::hasNativeDecorations() const

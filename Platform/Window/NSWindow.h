@@ -62,6 +62,8 @@ class PELLARVINE_EXPORT Window : public QWidget
                        setMovableByWindowBackground NOTIFY movableByWindowBackgroundChanged)
     Q_PROPERTY(bool fullKeyboardAccess READ hasFullKeyboardAccess WRITE setFullKeyboardAccess NOTIFY
                        fullKeyboardAccessChanged)
+    Q_PROPERTY(bool followsDesktopButtonLayout READ followsDesktopButtonLayout WRITE
+                       setFollowsDesktopButtonLayout NOTIFY followsDesktopButtonLayoutChanged)
     Q_PROPERTY(bool nativeDecorations READ hasNativeDecorations WRITE setNativeDecorations NOTIFY
                        nativeDecorationsChanged)
 
@@ -105,7 +107,8 @@ public:
     /// Rounded to whole units; minimum and maximum size hold, keeping the upper left corner. Does
     /// nothing while the window is maximised or full screen. `display` repaints before it returns.
     virtual void setFrame(const QRectF &frame, bool display);
-    /// Gets there within a fifth of a second if `animate`.
+    /// Gets there within a fifth of a second if `animate`, and at once if the user has asked the
+    /// desktop for less motion.
     virtual void setFrame(const QRectF &frame, bool display, bool animate);
 
     /// The margin around the window, in which its shadow lies and its edges are dragged. 0 until
@@ -161,6 +164,12 @@ public:
     bool hasFullKeyboardAccess() const;
     void setFullKeyboardAccess(bool hasAccess);
 
+    /// Whether the title bar has the buttons that the user has set for the desktop's title bars, on
+    /// the sides and in the order set there, and follows changes of that. Default: false, which is
+    /// close, minimise and zoom on the left.
+    bool followsDesktopButtonLayout() const;
+    void setFollowsDesktopButtonLayout(bool follows);
+
     /// Leaves title, buttons, moving and resizing to the desktop's own frame; accessories and other
     /// views in the title bar stay below it. Default: false. Hides a visible window for a moment.
     bool hasNativeDecorations() const;
@@ -198,6 +207,7 @@ Q_SIGNALS:
     void representedURLChanged(const QUrl &url);
     void movableByWindowBackgroundChanged(bool isMovable);
     void fullKeyboardAccessChanged(bool hasAccess);
+    void followsDesktopButtonLayoutChanged(bool follows);
     void nativeDecorationsChanged(bool areNative);
     /// The button beside the title, which shows once somebody is connected, was clicked.
     void documentVersionsRequested();

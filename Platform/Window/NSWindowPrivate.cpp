@@ -4,6 +4,7 @@
 #include "View/NSView.h"
 #include "Window/StandardWindowButton.h"
 #include "Window/WindowManager.h"
+#include "Window/WindowMenu.h"
 #include "Window/WindowShadow.h"
 
 #include <QLayout>
@@ -108,6 +109,29 @@ void Window::Private::applyFlags()
     q->setWindowFlags(flags);
     if (wasVisible)
         q->show();
+}
+
+void Window::Private::takeClick(detail::TitleBarClick click, QPoint position)
+{
+    switch (detail::titleBarAction(click)) {
+    case detail::TitleBarAction::zoom:
+        return q->zoom();
+    case detail::TitleBarAction::miniaturize:
+        return q->miniaturize();
+    case detail::TitleBarAction::lower:
+        return q->lower();
+    case detail::TitleBarAction::windowMenu:
+        return detail::showWindowMenu(q, position);
+    case detail::TitleBarAction::none:
+        return;
+    }
+}
+
+void Window::Private::updateButtonLayout()
+{
+    titleBar->setButtonLayout(followsDesktopButtonLayout ? detail::desktopButtonLayout()
+                                                         : detail::ButtonLayout());
+    rearrange();
 }
 
 void Window::Private::updateBorder()

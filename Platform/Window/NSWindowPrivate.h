@@ -41,6 +41,8 @@ struct Window::Private
     void boundWidth();
     void enterFocus();
     void applyFlags();
+    void takeClick(detail::TitleBarClick click, QPoint position);
+    void updateButtonLayout();
     void updateBorder();
     void updateMargin();
     void moveLimits(int by);
@@ -62,6 +64,7 @@ struct Window::Private
             detail::TitleBarView::standardHeight; // that the window's height counts with
     bool isMovableByBackground = false;
     bool hasFullKeyboardAccess = false;
+    bool followsDesktopButtonLayout = false;
     bool isNative = false;
     bool wasFixed = false; // as the window manager was told
     int boundedWidth = 0; // the least width that boundWidth() has set
