@@ -2,10 +2,9 @@
 #include "Window/WindowManager.h"
 
 #include "Base/NSBundle.h"
+#include "Window/WaylandPlugin.h"
 
 #include <QGuiApplication>
-#include <QLibrary>
-#include <QMargins>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
@@ -66,32 +65,12 @@ bool isSupported(xcb_atom_t feature)
     return std::find(features, features + count, feature) != features + count;
 }
 
-// Qt's Wayland plugin has the function for programs that draw shadows, and no header for it. Null
-// where a Qt has it no more.
-using SetMargins = void (*)(QWindow *, const QMargins &);
-SetMargins waylandMargins()
-{
-    static const auto function = reinterpret_cast<SetMargins>(
-            QLibrary::resolve(u"Qt6WaylandClient"_s, 6,
-                              "_ZN15QtWaylandClient23QWaylandNativeInterface16setWindowMarginsEP7"
-                              "QWindowRK8QMargins"));
-    return function;
-}
-
-bool tilesWindows()
+bool isDesktop(const QStringList &names)
 {
     const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
-    return std::any_of(desktops.begin(), desktops.end(), [](const QString &name) {
-        static const QStringList tiling { u"sway"_s, u"Hyprland"_s, u"river"_s, u"niri"_s };
-        return tiling.contains(name, Qt::CaseInsensitive);
+    return std::any_of(desktops.begin(), desktops.end(), [&names](const QString &desktop) {
+        return names.contains(desktop, Qt::CaseInsensitive);
     });
-}
-
-// Between Qt's units and those of a Wayland surface.
-double waylandScale()
-{
-    const double scale = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble();
-    return scale > 0.0 ? scale : 1.0;
 }
 
 } // namespace
@@ -154,6 +133,9 @@ void setApplicationId()
 
 bool showWindowMenu(QWindow *window, QPoint globalPosition)
 {
+    // Others may ignore the request, which Qt does not tell.
+    if (!canPlaceWindows() && isDesktop({ u"KDE"_s, u"GNOME"_s }))
+        return WaylandPlugin::showWindowMenu(window, globalPosition);
     if (!connection())
         return false;
     const xcb_atom_t message = atom("_GTK_SHOW_WINDOW_MENU");
@@ -181,18 +163,15 @@ bool showWindowMenu(QWindow *window, QPoint globalPosition)
 bool knowsMargins()
 {
     if (!canPlaceWindows())
-        return !tilesWindows() && waylandMargins();
+        return !isDesktop({ u"sway"_s, u"Hyprland"_s, u"river"_s, u"niri"_s })
+               && WaylandPlugin::knowsMargins();
     return connection() && hasCompositor() && isSupported(atom("_GTK_FRAME_EXTENTS"));
 }
 
 void setMargin(QWindow *window, int margin)
 {
-    if (!canPlaceWindows()) {
-        const int units = qRound(margin * waylandScale());
-        if (waylandMargins() && window->handle())
-            waylandMargins()(window, QMargins(units, units, units, units));
-        return;
-    }
+    if (!canPlaceWindows())
+        return WaylandPlugin::setMargin(window, margin);
     if (!connection())
         return;
     std::array<uint32_t, 4> extents {};

@@ -186,6 +186,9 @@ class WindowManners:
             self.picture('menu')
             self.session.press('Esc')
             self.expect_frame(before, 'after the menu')
+        x, y, width, height = before
+        self.session.drag(self.at(*EMPTY_PLACE), (60, 40))
+        self.expect_frame((x + 60, y + 40, width, height), 'moved after the menus')
 
     def test_closes_by_its_button(self):
         self.open()
