@@ -10,6 +10,7 @@
 #include <QMetaEnum>
 #include <QPointer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace NS {
 
@@ -19,6 +20,16 @@ QPointer<ColorPanel> &shared()
 {
     static QPointer<ColorPanel> panel;
     return panel;
+}
+
+// A popover is there for the window that it belongs to.
+QWidget *windowInUse()
+{
+    QWidget *window = QApplication::activeWindow();
+    while (window && window->parentWidget()
+           && (window->windowType() == Qt::Tool || window->windowType() == Qt::Popup))
+        window = window->parentWidget()->window();
+    return window;
 }
 
 } // namespace
@@ -133,6 +144,20 @@ void ColorPanel::reclaimContentView()
 
 void ColorPanel::orderFront()
 {
+    const QWidget *const window = windowInUse();
+    if (window && window != this && window->windowHandle()) {
+        if (!windowHandle())
+            create();
+        if (windowHandle()->transientParent() != window->windowHandle()) {
+            // Desktops look at it when a window is shown.
+            const QPoint place = pos();
+            if (isVisible()) {
+                hide();
+                move(place);
+            }
+            windowHandle()->setTransientParent(window->windowHandle());
+        }
+    }
     show();
     raise();
     activateWindow();

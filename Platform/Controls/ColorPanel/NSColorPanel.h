@@ -71,7 +71,8 @@ public Q_SLOTS:
     void setColor(const QColor &color);
     void setShowsAlpha(bool showsAlpha);
     void setMode(NS::ColorPanel::Mode mode);
-    /// Shows the window, above others and with the focus.
+    /// Shows the window, above others and with the focus. It then stays above the window that is
+    /// active now.
     void orderFront();
     /// Hides the window, as Esc in it does. Content that is elsewhere stays to be seen there.
     void orderOut();
