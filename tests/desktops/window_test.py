@@ -3,6 +3,7 @@
 this; with PICTURES set to a folder, it leaves pictures there."""
 import os
 import shutil
+import subprocess
 import sys
 import tempfile
 import time
@@ -21,6 +22,8 @@ import sway
 import x11
 
 GALLERY = os.path.abspath(os.environ.get('GALLERY', 'build/dev/bin/gallery'))
+HERE = os.path.dirname(os.path.abspath(__file__))
+PICTURE = os.path.join(HERE, '../../docs/images/notes.png')  # to drop and to paste
 PICTURES = os.environ.get('PICTURES')
 TITLE = 'Pellarvine Gallery'
 EMPTY_PLACE = (450, 14)  # of the title bar
@@ -233,6 +236,80 @@ class WindowWithShadow:
             'laid out anew: 300 x 282, shadow', 'maximised first: 450 x 350, shadow'])
 
 
+class OtherPrograms:
+    """Pictures that come from other programs, and what the user sets for all programs."""
+
+    def open_neighbour(self):
+        """A second program with a small window."""
+        program = os.path.join(os.path.dirname(GALLERY), 'neighbour_program')
+        if not os.path.exists(program):
+            self.skipTest('%s is not built' % program)
+        self.start('neighbour', program, PICTURE)
+        self.session.shown_window('Neighbour')
+        return self.session.settled_window('Neighbour').frame
+
+    def start(self, name, *command, **more):
+        process = self.session.spawn(name, command, QT_QPA_PLATFORM=self.session.PLATFORM, **more)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.terminate)
+
+    def test_an_image_well_takes_a_dropped_file_and_a_pasted_picture(self):
+        self.open('--page', 'images')
+        well = self.program.find('graphic', 'Cover')
+        self.assertIn('Drop a picture', well.description)
+        x, y, width, height = self.open_neighbour()
+        start = (x + width / 2, y + height - 30)
+        middle = well.center(TITLE)
+        half = [length / 2 - 12 for length in well.extents()[2:]]
+        # A corner of the well beside the neighbour, wherever the desktop has put that.
+        end = next((px, py) for px in (middle[0] - half[0], middle[0] + half[0])
+                   for py in (middle[1] - half[1], middle[1] + half[1])
+                   if not (x - 24 < px < x + width + 24 and y - 24 < py < y + height + 24))
+        self.session.drag(start, (end[0] - start[0], end[1] - start[1]))
+        time.sleep(1)
+        self.picture('dropped')
+        self.assertEqual(well.description, '', 'the well is empty after the drop')
+
+        self.session.click(*end)
+        self.session.press('Delete')
+        time.sleep(0.5)
+        self.assertIn('Drop a picture', well.description)
+        copying = (['wl-copy', '--foreground', '--type', 'image/png']
+                   if self.session.PLATFORM == 'wayland'
+                   else ['xclip', '-quiet', '-selection', 'clipboard', '-t', 'image/png', '-i'])
+        if not shutil.which(copying[0]):
+            self.skipTest('%s is not installed' % copying[0])
+        self.start('copying', 'sh', '-c', 'exec "$@" < "$0"', PICTURE, *copying)
+        time.sleep(1)
+        self.session.click(*end)
+        self.session.press('Ctrl+v')
+        time.sleep(1)
+        self.assertEqual(well.description, '', 'nothing was pasted')
+
+    def test_a_window_turns_dark_and_light_with_the_desktop(self):
+        if not shutil.which('convert'):
+            self.skipTest('ImageMagick is not installed')
+        portal = subprocess.Popen([sys.executable, os.path.join(HERE, 'portal.py')], text=True,
+                                  stdin=subprocess.PIPE, env=self.session.environment)
+        self.addCleanup(portal.wait)
+        self.addCleanup(portal.stdin.close)
+        self.session.wait_for_service('org.freedesktop.portal.Desktop')
+        frame = self.open_neighbour()
+        for scheme, is_dark in (('1', True), ('2', False), ('1', True)):
+            print('org.freedesktop.appearance color-scheme', scheme, file=portal.stdin, flush=True)
+            time.sleep(1)
+            self.assertEqual(self.brightness(frame) < 0.5, is_dark)
+
+    def brightness(self, frame):
+        """In the middle of a window, from 0 to 1."""
+        x, y, width, height = frame
+        path = self.session.path('window.png')
+        self.session.picture(path)
+        return float(self.session.output_of(
+            'convert', path, '-crop', '1x1+%d+%d' % (x + width / 2, y + height / 2),
+            '-format', '%[fx:mean]', 'info:'))
+
+
 class TiledWindow:
     """A window that the desktop has tiled, where the program has no say in its size."""
 
@@ -272,6 +349,8 @@ CASES = [_case(desktop) for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShel
                                         x11.Openbox)]
 CASES += [_case(desktop, WindowWithShadow)
           for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell)]
+CASES += [_case(desktop, OtherPrograms)
+          for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway)]
 CASES += [_case(sway.TilingSway, TiledWindow), _case(x11.Openbox, NamedWidgets)]
 globals().update({case.__name__: case for case in CASES})
 
