@@ -136,21 +136,22 @@ void Window::Private::updateButtonLayout()
 
 void Window::Private::updateBorder()
 {
-    updateMargin();
+    const bool canBeTranslucent = q->testAttribute(Qt::WA_TranslucentBackground)
+                                  && detail::WindowManager::hasCompositor();
+    updateMargin(canBeTranslucent);
     const QRect frame = seen().translated(q->geometry().topLeft());
     const bool isSnapped =
             detail::WindowManager::canPlaceWindows()
             && detail::WindowManager::isSnapped(frame, q->screen()->availableGeometry());
     border->setVisible(!isNative && isNormal() && !isSnapped);
-    border->setRound(q->testAttribute(Qt::WA_TranslucentBackground)
-                     && detail::WindowManager::hasCompositor());
+    border->setRound(canBeTranslucent);
     edges->setEnabled(!isNative && isNormal() && styleMask & resizable);
     tellResizable();
 }
 
-void Window::Private::updateMargin()
+void Window::Private::updateMargin(bool canBeTranslucent)
 {
-    const bool hasShadow = knowsMargins && !isNative && isNormal();
+    const bool hasShadow = knowsMargins && canBeTranslucent && !isNative && isNormal();
     const int by = (hasShadow ? detail::WindowShadow::margin : 0) - margin;
     if (by == 0 || !q->windowHandle())
         return;
@@ -196,9 +197,8 @@ void Window::Private::moveLimits(int by)
 // not known by then.
 void Window::Private::prepareMargin()
 {
-    knowsMargins = q->isWindow() && q->testAttribute(Qt::WA_TranslucentBackground)
-                   && detail::WindowManager::knowsMargins();
-    updateMargin();
+    knowsMargins = q->isWindow() && detail::WindowManager::knowsMargins();
+    updateMargin(q->testAttribute(Qt::WA_TranslucentBackground));
 }
 
 void Window::Private::tellResizable()

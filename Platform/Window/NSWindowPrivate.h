@@ -44,7 +44,7 @@ struct Window::Private
     void takeClick(detail::TitleBarClick click, QPoint position);
     void updateButtonLayout();
     void updateBorder();
-    void updateMargin();
+    void updateMargin(bool canBeTranslucent);
     void moveLimits(int by);
     void prepareMargin();
     void tellResizable();
