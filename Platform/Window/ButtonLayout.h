@@ -19,16 +19,16 @@ struct PELLARVINE_INTERNAL_EXPORT ButtonLayout
     {
         return left.contains(kind) || right.contains(kind);
     }
-    /// Where a button begins in a bar, or 0 if the layout lacks it. `margin` is beside the outermost
-    /// button, `gap` between two.
+    /// Where a button begins in a bar, or 0 if the layout lacks it. `margin` is beside the
+    /// outermost button, `gap` between two.
     double place(NS::WindowButton kind, double barWidth, double margin, double buttonWidth,
                  double gap) const;
 
     friend bool operator==(const ButtonLayout &, const ButtonLayout &) = default;
 };
 
-/// What the user has set for title bars: in KWin's file under KDE, else told by the settings portal.
-/// The standard layout where neither says anything.
+/// What the user has set for title bars: in KWin's file under KDE, else told by the settings
+/// portal. The standard layout where neither says anything.
 PELLARVINE_INTERNAL_EXPORT ButtonLayout desktopButtonLayout();
 
 } // namespace Pellarvine::detail

@@ -188,6 +188,7 @@ public:
     /// The layout pass, which `NS::setNeedsLayout` and a change of size ask for.
     Q_INVOKABLE virtual void performLayout();
 
+    /// Has the margin for the shadow by the time that the window is seen.
     void setVisible(bool visible) override;
 
 public Q_SLOTS:

@@ -58,7 +58,7 @@ double scale()
 
 bool knowsMargins()
 {
-    return marginSetter();
+    return marginSetter() != nullptr;
 }
 
 void setMargin(QWindow *window, int margin)

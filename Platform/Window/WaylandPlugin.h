@@ -7,9 +7,9 @@
 QT_FORWARD_DECLARE_CLASS(QPoint)
 QT_FORWARD_DECLARE_CLASS(QWindow)
 
-/// What Qt's Wayland plugin can do for programs that draw their own frames, and has no public header
-/// for. Its functions are looked up by name; where a Qt lacks one, nothing happens. For windows of
-/// that plugin alone.
+/// What Qt's Wayland plugin can do for programs that draw their own frames, and has no public
+/// header for. Its functions are looked up by name; where a Qt lacks one, nothing happens. For
+/// windows of that plugin alone.
 namespace Pellarvine::detail::WaylandPlugin {
 
 /// Whether setMargin() works.
@@ -19,8 +19,8 @@ bool knowsMargins();
 /// the compositor. A visible window grows or shrinks by the difference.
 void setMargin(QWindow *window, int margin);
 
-/// Asks the compositor to show its menu for the window; a compositor without one ignores that. False
-/// if it could not be asked.
+/// Asks the compositor to show its menu for the window; a compositor without one ignores that.
+/// False if it could not be asked.
 bool showWindowMenu(QWindow *window, QPoint globalPosition);
 
 } // namespace Pellarvine::detail::WaylandPlugin

@@ -19,20 +19,20 @@ constexpr int side = 2 * corner + 1;
 
 QPixmap make(bool isActive, double scale)
 {
-    QPixmap picture(QSize(side, side) * scale);
-    picture.setDevicePixelRatio(scale);
-    picture.fill(Qt::transparent);
+    QPixmap result(QSize(side, side) * scale);
+    result.setDevicePixelRatio(scale);
+    result.fill(Qt::transparent);
     QPainterPath window;
     window.addRoundedRect(QRectF(0, 0, side, side).adjusted(margin, margin, -margin, -margin),
                           cornerRadius, cornerRadius);
-    QPainter painter(&picture);
+    QPainter painter(&result);
     const auto drawLayer = [&](double alpha, double down, double blurRadius) {
         const NS::Color black({ .red = 0, .green = 0, .blue = 0, .alpha = alpha });
         NS::Shadow(black, { 0, -down }, blurRadius).draw(painter, window);
     };
     drawLayer(isActive ? 0.34 : 0.2, 4, 13);
     drawLayer(isActive ? 0.12 : 0.08, 1, 3);
-    return picture;
+    return result;
 }
 
 // The last one of each kind: a window on a screen of another scale makes its own again.

@@ -144,18 +144,18 @@ void ColorPanel::reclaimContentView()
 
 void ColorPanel::orderFront()
 {
-    const QWidget *const window = windowInUse();
-    if (window && window != this && window->windowHandle()) {
+    const QWidget *const owner = windowInUse();
+    if (owner && owner != this && owner->windowHandle()) {
         if (!windowHandle())
             create();
-        if (windowHandle()->transientParent() != window->windowHandle()) {
+        if (windowHandle()->transientParent() != owner->windowHandle()) {
             // Desktops look at it when a window is shown.
             const QPoint place = pos();
             if (isVisible()) {
                 hide();
                 move(place);
             }
-            windowHandle()->setTransientParent(window->windowHandle());
+            windowHandle()->setTransientParent(owner->windowHandle());
         }
     }
     show();
