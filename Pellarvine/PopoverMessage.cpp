@@ -10,6 +10,7 @@
 #include "View/NSView.h"
 #include "Window/NSPopover.h"
 #include "Window/PopoverBubble.h"
+#include "Window/SeenRect.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -118,8 +119,8 @@ double roomFor(const QWidget *view, QWidget *content)
 {
     const auto surface = detail::PopoverBubble::surfaceFor(view, content, content->size(), false);
     const bool isInWindow = surface == detail::PopoverBubble::Surface::child;
-    const int height =
-            isInWindow ? view->window()->height() : view->screen()->availableGeometry().height();
+    const int height = isInWindow ? detail::seenRect(view->window()).height()
+                                  : view->screen()->availableGeometry().height();
     return height - 2 * detail::PopoverShape::margin;
 }
 

@@ -262,8 +262,12 @@ void Window::awakeFromNib()
         detail::fatalError("The window's close button is in no view");
 
     const QRectF closeFrame = NS::frame(closeButton);
-    if (d->trafficLightHorizontalMargin == 0.0)
-        setTrafficLightHorizontalMargin(closeFrame.left());
+    if (d->trafficLightHorizontalMargin == 0.0) {
+        // The close button may stand anywhere in a layout of the desktop's.
+        setTrafficLightHorizontalMargin(followsDesktopButtonLayout()
+                                                ? detail::TitleBarView::standardButtonPlace.x()
+                                                : closeFrame.left());
+    }
     if (d->trafficLightVerticalMargin == 0.0) {
         const double top = closeFrame.y() + closeFrame.height(); // y grows upwards
         setTrafficLightVerticalMargin(NS::frame(parent).height() - top);
@@ -287,11 +291,17 @@ void Window::awakeFromNib()
     if (QWidget *const inner = d->innerTitleBarView) {
         adopt(inner);
         if (d->keepsTitleBarViewClear) {
-            // The buttons stand on the left whichever way text runs.
+            // The buttons stand on a side of their own whichever way text runs.
+            const auto *const bar = qobject_cast<const detail::TitleBarView *>(titleBar);
+            const detail::ButtonLayout buttons = bar ? bar->buttonLayout() : detail::ButtonLayout();
+            const auto inset = [&](const auto &side) {
+                return side.isEmpty() ? hm : hm + d->trafficLightSpan + hm;
+            };
             LayoutConstraint::activateConstraints({
                     NS::leftAnchor(inner).constraintEqualToAnchor(NS::leftAnchor(titleBar),
-                                                                  hm + d->trafficLightSpan + hm),
-                    NS::rightAnchor(inner).constraintEqualToAnchor(NS::rightAnchor(titleBar), -hm),
+                                                                  inset(buttons.left)),
+                    NS::rightAnchor(inner).constraintEqualToAnchor(NS::rightAnchor(titleBar),
+                                                                   -inset(buttons.right)),
             });
         } else {
             LayoutConstraint::activateConstraints({
@@ -340,16 +350,18 @@ double Window::verticalPlace(const QWidget *item) const
 void Window::layoutIfNeeded()
 {
     // A missing button leaves its place empty.
-    int position = 0;
+    const auto *const bar = qobject_cast<const detail::TitleBarView *>(titleBarView());
+    const detail::ButtonLayout buttons = bar ? bar->buttonLayout() : detail::ButtonLayout();
     for (const WindowButton kind :
          { WindowButton::close, WindowButton::miniaturize, WindowButton::zoom }) {
         if (QAbstractButton *const button = standardWindowButton(kind)) {
             const QRectF frame = NS::frame(button);
-            const double x = d->trafficLightHorizontalMargin
-                             + (frame.width() + d->trafficLightGap) * position;
-            NS::setFrame(button, QRectF(x, verticalPlace(button), frame.width(), frame.height()));
+            const double y = verticalPlace(button);
+            const double x = buttons.place(kind, NS::frame(button->parentWidget()).width(),
+                                           d->trafficLightHorizontalMargin, frame.width(),
+                                           d->trafficLightGap);
+            NS::setFrame(button, QRectF(x, y, frame.width(), frame.height()));
         }
-        ++position;
     }
     for (QWidget *const item :
          { static_cast<QWidget *>(standardWindowButton(WindowButton::documentIcon)),

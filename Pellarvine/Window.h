@@ -59,7 +59,8 @@ public:
     bool hidesTitle() const;
     void setHidesTitle(bool hidesTitle);
 
-    /// From the title bar's left edge to the close button. 0 is replaced by the standard place in
+    /// From the title bar's left edge to the close button, and with followsDesktopButtonLayout()
+    /// from either edge to the outermost button. 0 is replaced by the standard place in
     /// awakeFromNib().
     double trafficLightHorizontalMargin() const;
     void setTrafficLightHorizontalMargin(double margin);

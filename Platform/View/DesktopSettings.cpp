@@ -27,7 +27,12 @@ namespace {
 
 const QString settings = u"org.freedesktop.portal.Settings"_s;
 
-const QStringList groups { u"org.freedesktop.appearance"_s, u"org.gnome.desktop.wm.preferences"_s };
+const QString appearance = u"org.freedesktop.appearance"_s;
+const QString gnomeInterface = u"org.gnome.desktop.interface"_s;
+const QString kdeGlobals = u"org.kde.kdeglobals.KDE"_s;
+
+const QStringList groups { appearance, u"org.gnome.desktop.wm.preferences"_s, gnomeInterface,
+                           kdeGlobals };
 
 QVariant plainValue(const QVariant &value)
 {
@@ -88,6 +93,15 @@ void DesktopSettings::start(QDBusConnection bus)
 QVariant DesktopSettings::value(const QString &group, const QString &key) const
 {
     return m_values.value(group + u' ' + key);
+}
+
+bool DesktopSettings::reducesMotion() const
+{
+    const QVariant animates = value(gnomeInterface, u"enable-animations"_s);
+    const QVariant duration = value(kdeGlobals, u"AnimationDurationFactor"_s);
+    return value(appearance, u"reduced-motion"_s).toUInt() == 1
+           || (animates.isValid() && !animates.toBool())
+           || (duration.isValid() && duration.toDouble() == 0.0);
 }
 
 void DesktopSettings::settingChanged(const QDBusMessage &message)

@@ -32,6 +32,9 @@ public:
     /// "org.gnome.desktop.wm.preferences".
     QVariant value(const QString &group, const QString &key) const;
 
+    /// Whether the user has asked for less motion, or for no animations.
+    bool reducesMotion() const;
+
 Q_SIGNALS:
     void changed(const QString &group, const QString &key, const QVariant &value);
 

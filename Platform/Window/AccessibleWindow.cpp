@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Window/AccessibleWindow.h"
 
+#include "Window/SeenRect.h"
 #include "Window/WindowBorder.h"
 
 namespace Pellarvine::detail {
@@ -32,6 +33,12 @@ int AccessibleWindow::indexOfChild(const QAccessibleInterface *child) const
     const int index = AccessibleControl::indexOfChild(child);
     const int border = borderIndex();
     return index == border ? -1 : index > border ? index - 1 : index;
+}
+
+QRect AccessibleWindow::rect() const
+{
+    const QRect seen = seenRect(widget()).translated(widget()->mapToGlobal(QPoint()));
+    return AccessibleControl::rect().intersected(seen);
 }
 
 } // namespace Pellarvine::detail

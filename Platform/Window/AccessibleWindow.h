@@ -18,6 +18,8 @@ public:
     int childCount() const override;
     QAccessibleInterface *child(int index) const override;
     int indexOfChild(const QAccessibleInterface *child) const override;
+    /// Without the window's shadow.
+    QRect rect() const override;
 
 private:
     int borderIndex() const;

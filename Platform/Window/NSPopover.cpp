@@ -5,6 +5,7 @@
 #include "View/NSView.h"
 #include "Window/PopoverBubble.h"
 #include "Window/PopoverInput.h"
+#include "Window/SeenRect.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -322,8 +323,8 @@ QRectF Popover::Private::anchorFor(const QRectF &areaInWindow) const
 QRectF Popover::Private::room(const QRectF &anchor) const
 {
     if (bubble->surface() == detail::PopoverBubble::Surface::child) {
-        return QRectF(view->window()->rect().adjusted(windowMargin, windowMargin, -windowMargin,
-                                                      -windowMargin));
+        return QRectF(detail::seenRect(view->window())
+                              .adjusted(windowMargin, windowMargin, -windowMargin, -windowMargin));
     }
     if (bubble->surface() == detail::PopoverBubble::Surface::unplacedWindow) {
         constexpr double plenty = 1 << 14; // the window system slides it

@@ -53,23 +53,16 @@ Window::Window(QWidget *parent)
             [this] { d->boundWidth(); });
     connect(d->titleBar, &detail::TitleBarView::clicked, this,
             [this](detail::TitleBarClick click, QPoint position) {
-                switch (detail::titleBarAction(click)) {
-                case detail::TitleBarAction::zoom:
-                    return zoom();
-                case detail::TitleBarAction::miniaturize:
-                    return miniaturize();
-                case detail::TitleBarAction::lower:
-                    return lower();
-                case detail::TitleBarAction::windowMenu:
-                    return detail::showWindowMenu(this, position);
-                case detail::TitleBarAction::none:
-                    return;
-                }
+                d->takeClick(click, position);
             });
+    connect(&detail::DesktopSettings::instance(), &detail::DesktopSettings::changed, this, [this] {
+        if (d->followsDesktopButtonLayout)
+            d->updateButtonLayout();
+    });
     connect(new QShortcut(QKeyCombination(Qt::ALT, Qt::Key_Space), this), &QShortcut::activated,
             this, [this] {
                 if (!d->isNative)
-                    detail::showWindowMenu(this, mapToGlobal(QPoint(0, d->barHeight())));
+                    detail::showWindowMenu(this, mapToGlobal(d->titleBar->geometry().bottomLeft()));
             });
     d->arrange();
     NS::setNeedsLayout(this);
@@ -102,7 +95,12 @@ QRectF Window::frameRectForContentRect(const QRectF &content, StyleMask styleMas
 
 QRectF Window::frame() const
 {
-    return NS::frame(this);
+    return NS::frame(this).marginsRemoved(d->margins());
+}
+
+int Window::shadowMargin() const
+{
+    return d->margin;
 }
 
 void Window::setFrame(const QRectF &frame)
@@ -115,7 +113,7 @@ void Window::setFrame(const QRectF &frame, bool display)
     if (!d->isNormal())
         return;
     delete d->animation;
-    NS::setFrame(this, frame);
+    NS::setFrame(this, frame.marginsAdded(d->margins()));
     d->arrange(); // a hidden window hears of its size when it is shown
     if (display)
         repaint();
@@ -124,7 +122,8 @@ void Window::setFrame(const QRectF &frame, bool display)
 void Window::setFrame(const QRectF &frame, bool display, bool animate)
 {
     constexpr int duration = 200; // milliseconds
-    if (!animate || !isVisible() || !d->isNormal())
+    if (!animate || !isVisible() || !d->isNormal()
+        || detail::DesktopSettings::instance().reducesMotion())
         return setFrame(frame, display);
     delete d->animation;
     d->animation = new QVariantAnimation(this);
@@ -132,8 +131,9 @@ void Window::setFrame(const QRectF &frame, bool display, bool animate)
     d->animation->setEndValue(frame);
     d->animation->setDuration(duration);
     d->animation->setEasingCurve(QEasingCurve::OutCubic);
-    connect(d->animation, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant &value) { NS::setFrame(this, value.toRectF()); });
+    connect(d->animation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        NS::setFrame(this, value.toRectF().marginsAdded(d->margins()));
+    });
     d->animation->start(QAbstractAnimation::DeleteWhenStopped);
 }
 
@@ -267,6 +267,19 @@ void Window::setFullKeyboardAccess(bool hasAccess)
     Q_EMIT fullKeyboardAccessChanged(hasAccess);
 }
 
+bool Window::followsDesktopButtonLayout() const
+{
+    return d->followsDesktopButtonLayout;
+}
+
+void Window::setFollowsDesktopButtonLayout(bool follows)
+{
+    if (!detail::assign(d->followsDesktopButtonLayout, follows))
+        return;
+    d->updateButtonLayout();
+    Q_EMIT followsDesktopButtonLayoutChanged(follows);
+}
+
 bool Window::hasNativeDecorations() const
 {
     return d->isNative;
@@ -285,12 +298,13 @@ void Window::setNativeDecorations(bool areNative)
 
 QByteArray Window::saveState() const
 {
-    return saveGeometry();
+    return detail::grownWindowState(saveGeometry(), -d->margin, -d->normalMargin);
 }
 
 bool Window::restoreState(const QByteArray &state)
 {
-    return detail::isWholeWindowState(state) && restoreGeometry(state);
+    return detail::isWholeWindowState(state)
+           && restoreGeometry(detail::grownWindowState(state, d->margin, d->normalMargin));
 }
 
 void Window::awakeFromNib() { }
@@ -349,6 +363,16 @@ void Window::toggleFullScreen()
 }
 
 // Events
+
+void Window::setVisible(bool visible)
+{
+    if (visible && !isVisible() && isWindow()) {
+        if (!testAttribute(Qt::WA_WState_Created))
+            create();
+        d->prepareMargin();
+    }
+    QWidget::setVisible(visible);
+}
 
 bool Window::event(QEvent *event)
 {
@@ -445,16 +469,19 @@ void Window::showEvent(QShowEvent *event)
 void Window::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::Window));
+    painter.fillRect(d->seen(), palette().color(QPalette::Window));
     QStyleOption option;
     option.initFrom(this);
+    option.rect = d->seen();
     style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
 }
 
 void Window::mousePressEvent(QMouseEvent *event)
 {
+    if (!d->seen().contains(event->position().toPoint()))
+        return;
     // What the content leaves of a title bar that it reaches up behind is still the title bar.
-    if (d->styleMask & fullSizeContentView && event->position().y() < d->barHeight()) {
+    if (d->styleMask & fullSizeContentView && event->position().y() < d->margin + d->barHeight()) {
         QCoreApplication::sendEvent(d->titleBar, event);
         return;
     }

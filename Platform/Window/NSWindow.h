@@ -44,6 +44,10 @@ enum class WindowButton {
 /// Frames are in units with y upwards from the lower left corner of the primary screen, in one
 /// space for all screens. On Wayland nobody but the compositor places windows: there the origin
 /// means nothing, and only the size of a frame that is set has an effect.
+///
+/// Where the desktop knows of it, the window draws its shadow in a margin of its own, which frames
+/// do not count, but QWidget's geometry, size, minimum and maximum do. What of those is set before
+/// the window is first shown is for the window without the margin, which is added then.
 class PELLARVINE_EXPORT Window : public QWidget
 {
     Q_OBJECT
@@ -58,6 +62,8 @@ class PELLARVINE_EXPORT Window : public QWidget
                        setMovableByWindowBackground NOTIFY movableByWindowBackgroundChanged)
     Q_PROPERTY(bool fullKeyboardAccess READ hasFullKeyboardAccess WRITE setFullKeyboardAccess NOTIFY
                        fullKeyboardAccessChanged)
+    Q_PROPERTY(bool followsDesktopButtonLayout READ followsDesktopButtonLayout WRITE
+                       setFollowsDesktopButtonLayout NOTIFY followsDesktopButtonLayoutChanged)
     Q_PROPERTY(bool nativeDecorations READ hasNativeDecorations WRITE setNativeDecorations NOTIFY
                        nativeDecorationsChanged)
 
@@ -101,8 +107,14 @@ public:
     /// Rounded to whole units; minimum and maximum size hold, keeping the upper left corner. Does
     /// nothing while the window is maximised or full screen. `display` repaints before it returns.
     virtual void setFrame(const QRectF &frame, bool display);
-    /// Gets there within a fifth of a second if `animate`.
+    /// Gets there within a fifth of a second if `animate`, and at once if the user has asked the
+    /// desktop for less motion.
     virtual void setFrame(const QRectF &frame, bool display, bool animate);
+
+    /// The margin around the window, in which its shadow lies and its edges are dragged. 0 until
+    /// the window is shown, while it is maximised or full screen, with native decorations, and
+    /// where the desktop knows of no such margin.
+    int shadowMargin() const;
 
     /// A change keeps the window's frame: the content takes or leaves the title bar's room. With
     /// native decorations it may hide a visible window for a moment.
@@ -152,6 +164,12 @@ public:
     bool hasFullKeyboardAccess() const;
     void setFullKeyboardAccess(bool hasAccess);
 
+    /// Whether the title bar has the buttons that the user has set for the desktop's title bars, on
+    /// the sides and in the order set there, and follows changes of that. Default: false, which is
+    /// close, minimise and zoom on the left.
+    bool followsDesktopButtonLayout() const;
+    void setFollowsDesktopButtonLayout(bool follows);
+
     /// Leaves title, buttons, moving and resizing to the desktop's own frame; accessories and other
     /// views in the title bar stay below it. Default: false. Hides a visible window for a moment.
     bool hasNativeDecorations() const;
@@ -170,6 +188,9 @@ public:
     /// The layout pass, which `NS::setNeedsLayout` and a change of size ask for.
     Q_INVOKABLE virtual void performLayout();
 
+    /// Has the margin for the shadow by the time that the window is seen.
+    void setVisible(bool visible) override;
+
 public Q_SLOTS:
     /// In front of the program's other windows, without taking the focus.
     virtual void orderFront();
@@ -187,6 +208,7 @@ Q_SIGNALS:
     void representedURLChanged(const QUrl &url);
     void movableByWindowBackgroundChanged(bool isMovable);
     void fullKeyboardAccessChanged(bool hasAccess);
+    void followsDesktopButtonLayoutChanged(bool follows);
     void nativeDecorationsChanged(bool areNative);
     /// The button beside the title, which shows once somebody is connected, was clicked.
     void documentVersionsRequested();

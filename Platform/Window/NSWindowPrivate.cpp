@@ -4,6 +4,8 @@
 #include "View/NSView.h"
 #include "Window/StandardWindowButton.h"
 #include "Window/WindowManager.h"
+#include "Window/WindowMenu.h"
+#include "Window/WindowShadow.h"
 
 #include <QLayout>
 #include <QScreen>
@@ -40,8 +42,9 @@ void Window::Private::arrange()
 {
     const int height = barHeight();
     titleBar->setVisible(height > 0);
-    titleBar->setGeometry(0, 0, q->width(), height);
-    q->setContentsMargins(0, styleMask & fullSizeContentView ? 0 : height, 0, 0);
+    titleBar->setGeometry(margin, margin, seen().width(), height);
+    q->setContentsMargins(margin, margin + (styleMask & fullSizeContentView ? 0 : height), margin,
+                          margin);
     titleBar->arrange();
     border->arrange();
     boundWidth();
@@ -71,7 +74,7 @@ void Window::Private::barHeightChanged()
 void Window::Private::boundWidth()
 {
     const int set = q->minimumWidth();
-    int least = titleBar->isHidden() ? 0 : titleBar->leastWidth();
+    int least = titleBar->isHidden() ? 0 : titleBar->leastWidth() + 2 * margin;
     if (const QLayout *const layout = q->layout())
         least = std::max(least, layout->totalMinimumSize().width());
     if (set == boundedWidth ? least == set : least <= set)
@@ -108,16 +111,94 @@ void Window::Private::applyFlags()
         q->show();
 }
 
+void Window::Private::takeClick(detail::TitleBarClick click, QPoint position)
+{
+    switch (detail::titleBarAction(click)) {
+    case detail::TitleBarAction::zoom:
+        return q->zoom();
+    case detail::TitleBarAction::miniaturize:
+        return q->miniaturize();
+    case detail::TitleBarAction::lower:
+        return q->lower();
+    case detail::TitleBarAction::windowMenu:
+        return detail::showWindowMenu(q, position);
+    case detail::TitleBarAction::none:
+        return;
+    }
+}
+
+void Window::Private::updateButtonLayout()
+{
+    titleBar->setButtonLayout(followsDesktopButtonLayout ? detail::desktopButtonLayout()
+                                                         : detail::ButtonLayout());
+    rearrange();
+}
+
 void Window::Private::updateBorder()
 {
+    const bool canBeTranslucent = q->testAttribute(Qt::WA_TranslucentBackground)
+                                  && detail::WindowManager::hasCompositor();
+    updateMargin(canBeTranslucent);
+    const QRect frame = seen().translated(q->geometry().topLeft());
     const bool isSnapped =
             detail::WindowManager::canPlaceWindows()
-            && detail::WindowManager::isSnapped(q->geometry(), q->screen()->availableGeometry());
+            && detail::WindowManager::isSnapped(frame, q->screen()->availableGeometry());
     border->setVisible(!isNative && isNormal() && !isSnapped);
-    border->setRound(q->testAttribute(Qt::WA_TranslucentBackground)
-                     && detail::WindowManager::hasCompositor());
+    border->setRound(canBeTranslucent);
     edges->setEnabled(!isNative && isNormal() && styleMask & resizable);
     tellResizable();
+}
+
+void Window::Private::updateMargin(bool canBeTranslucent)
+{
+    const bool hasShadow = knowsMargins && canBeTranslucent && !isNative && isNormal();
+    const int by = (hasShadow ? detail::WindowShadow::margin : 0) - margin;
+    if (by == 0 || !q->windowHandle())
+        return;
+    const QRect geometry = q->geometry().adjusted(-by, -by, by, by);
+    const bool hasPlace = q->testAttribute(Qt::WA_Moved);
+    const bool hasSize = q->testAttribute(Qt::WA_Resized);
+    margin += by;
+    if (isNormal())
+        normalMargin = margin;
+    border->setMargin(margin);
+    edges->setMargin(margin);
+    // The desktop keeps to the limits when it changes the size.
+    if (by < 0)
+        moveLimits(by);
+    detail::WindowManager::setMargin(q->windowHandle(), margin);
+    if (by > 0)
+        moveLimits(by);
+    if (!q->isVisible() && isNormal()) {
+        q->setGeometry(geometry);
+        q->setAttribute(Qt::WA_Moved, hasPlace);
+        q->setAttribute(Qt::WA_Resized, hasSize);
+    }
+    rearrange();
+}
+
+// Moves what the program has set; the rest is the layout's and boundWidth()'s.
+void Window::Private::moveLimits(int by)
+{
+    if (q->layout())
+        q->layout()->activate(); // for the heights below
+    const auto moved = [by](int limit) {
+        return limit >= QWIDGETSIZE_MAX ? limit : std::max(0, limit + 2 * by);
+    };
+    q->setMaximumSize(moved(q->maximumWidth()), moved(q->maximumHeight()));
+    if (q->minimumWidth() != boundedWidth)
+        q->setMinimumWidth(moved(q->minimumWidth()));
+    const int layoutHeight = q->layout() ? q->layout()->totalMinimumSize().height() : 0;
+    if (q->minimumHeight() > 0 && q->minimumHeight() != layoutHeight)
+        q->setMinimumHeight(moved(q->minimumHeight()));
+}
+
+// Before the window is shown, and not when its native window is made: that it will be maximised is
+// not known by then.
+void Window::Private::prepareMargin()
+{
+    knowsMargins = q->isWindow() && detail::WindowManager::knowsMargins();
+    updateMargin(q->testAttribute(Qt::WA_TranslucentBackground));
 }
 
 void Window::Private::tellResizable()
@@ -136,6 +217,10 @@ void Window::Private::watchNativeWindow()
         window->installEventFilter(titleBar);
         window->installEventFilter(drag);
         window->installEventFilter(edges);
+        if (margin > 0 && !q->isVisible()) { // a new one knows nothing of it
+            detail::WindowManager::setMargin(window, margin);
+            window->setGeometry(q->geometry());
+        }
     }
 }
 

@@ -33,13 +33,20 @@ struct Window::Private
 
     bool isNormal() const { return !q->isMaximized() && !q->isFullScreen(); }
     int barHeight() const;
+    QMarginsF margins() const { return QMarginsF(margin, margin, margin, margin); }
+    QRect seen() const { return q->rect().adjusted(margin, margin, -margin, -margin); }
     void arrange();
     void rearrange();
     void barHeightChanged();
     void boundWidth();
     void enterFocus();
     void applyFlags();
+    void takeClick(detail::TitleBarClick click, QPoint position);
+    void updateButtonLayout();
     void updateBorder();
+    void updateMargin(bool canBeTranslucent);
+    void moveLimits(int by);
+    void prepareMargin();
     void tellResizable();
     void watchNativeWindow();
 
@@ -57,9 +64,13 @@ struct Window::Private
             detail::TitleBarView::standardHeight; // that the window's height counts with
     bool isMovableByBackground = false;
     bool hasFullKeyboardAccess = false;
+    bool followsDesktopButtonLayout = false;
     bool isNative = false;
     bool wasFixed = false; // as the window manager was told
     int boundedWidth = 0; // the least width that boundWidth() has set
+    bool knowsMargins = false; // the desktop does
+    int margin = 0; // around what is seen of the window
+    int normalMargin = 0; // of the window that is neither maximised nor full screen
 };
 
 } // namespace NS

@@ -5,6 +5,7 @@
 #include "Drawing/Shades.h"
 #include "View/AccessibleControl.h"
 #include "View/NSView.h"
+#include "Window/SeenRect.h"
 #include "Window/WindowManager.h"
 
 #include <QAccessible>
@@ -69,8 +70,9 @@ PopoverBubble::Surface PopoverBubble::surfaceFor(const QWidget *view, QWidget *c
     // that it can put near another one never has the keyboard.
     if (!WindowManager::canPlaceWindows()) {
         const double length = PopoverShape::arrowLength;
+        const QSize room = seenRect(window).size();
         const bool hasRoom =
-                size.width() <= window->width() && size.height() + length <= window->height();
+                size.width() <= room.width() && size.height() + length <= room.height();
         return hasRoom || firstFocusable(content) ? Surface::child : Surface::unplacedWindow;
     }
     return WindowManager::hasCompositor() ? Surface::translucentWindow : Surface::maskedWindow;

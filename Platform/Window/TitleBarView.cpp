@@ -71,8 +71,7 @@ TitleBarView::TitleBarView(NS::Window *window, WindowDrag *drag)
     m_title->resize(0, standardHeight); // else showing it asks it for a size
     for (const NS::WindowButton kind : controls) {
         StandardWindowButton *const button = makeButton(kind);
-        button->setGeometry(QRect(standardButtonPlace + QPoint(buttonDistance * int(kind), 0),
-                                  button->sizeHint()));
+        button->move(standardButtonPlace + QPoint(buttonDistance * int(kind), 0));
         connect(button, &StandardWindowButton::hovered, this, &TitleBarView::showGlyphs);
     }
     connect(m_buttons[int(NS::WindowButton::close)], &QAbstractButton::clicked, window,
@@ -137,8 +136,10 @@ void TitleBarView::updateButtons()
     for (const auto &button : m_buttons) {
         if (!button || button->parentWidget() != this)
             continue;
-        const bool isOffered =
-                button->kind() != NS::WindowButton::documentVersions || m_offersVersions;
+        const bool isControl = std::ranges::find(controls, button->kind()) != std::end(controls);
+        const bool isOffered = isControl ? m_buttonLayout.contains(button->kind())
+                                         : button->kind() != NS::WindowButton::documentVersions
+                                                   || m_offersVersions;
         button->setVisible(!m_isBare && isOffered && this->button(button->kind()));
     }
     if (m_title)
@@ -189,6 +190,27 @@ void TitleBarView::setBare(bool isBare)
 {
     m_isBare = isBare;
     updateButtons();
+}
+
+void TitleBarView::setButtonLayout(const ButtonLayout &layout)
+{
+    if (!assign(m_buttonLayout, layout))
+        return;
+    placeButtons();
+    updateButtons();
+}
+
+// Those that are still in the bar.
+void TitleBarView::placeButtons()
+{
+    for (const NS::WindowButton kind : controls) {
+        StandardWindowButton *const button = m_buttons[int(kind)];
+        if (!button || button->parentWidget() != this)
+            continue;
+        const double x = m_buttonLayout.place(kind, width(), standardButtonPlace.x(),
+                                              button->width(), buttonDistance - button->width());
+        button->move(int(x), button->y());
+    }
 }
 
 void TitleBarView::setButtonFocusPolicy(Qt::FocusPolicy policy)
@@ -251,6 +273,8 @@ int TitleBarView::fullScreenHeight() const
 void TitleBarView::arrange()
 {
     const QScopedValueRollback<bool> guard(m_isArranging, true);
+    if (!m_buttonLayout.right.isEmpty())
+        placeButtons();
     arrangeTitle();
     arrangeAccessories();
     updateMask();
@@ -259,16 +283,30 @@ void TitleBarView::arrange()
 int TitleBarView::leastWidth() const
 {
     int width = layout() ? layout()->totalMinimumSize().width() : 0;
-    for (const NS::WindowButton kind : controls) {
-        const StandardWindowButton *const control = button(kind);
-        if (control && !control->isHidden() && control->parentWidget() == this)
-            width = std::max(width, control->x() + control->width() + standardButtonPlace.x());
-    }
+    const Ends ends = buttonEnds();
+    const int buttonsWidth = ends.left + this->width() - ends.right;
+    if (buttonsWidth > 0)
+        width = std::max(width, buttonsWidth + standardButtonPlace.x());
     for (NS::TitlebarAccessoryViewController *const controller : m_accessories) {
         if (const QWidget *const view = controller->view())
             width = std::max({ width, view->minimumWidth(), view->minimumSizeHint().width() });
     }
     return width;
+}
+
+TitleBarView::Ends TitleBarView::buttonEnds() const
+{
+    Ends ends { 0, width() };
+    for (const NS::WindowButton kind : controls) {
+        const StandardWindowButton *const control = button(kind);
+        if (!control || control->isHidden() || control->parentWidget() != this)
+            continue;
+        if (m_buttonLayout.right.contains(kind))
+            ends.right = std::min(ends.right, control->x());
+        else
+            ends.left = std::max(ends.left, control->x() + control->width());
+    }
+    return ends;
 }
 
 // A mask leaves the pointer, its cursor and the wheel to what lies below.
@@ -296,12 +334,9 @@ void TitleBarView::arrangeTitle()
 {
     if (!m_title)
         return;
-    int left = titleMargin;
-    for (const NS::WindowButton kind : controls) {
-        const StandardWindowButton *const control = button(kind);
-        if (control && !control->isHidden() && control->parentWidget() == this)
-            left = std::max(left, control->geometry().right() + 1 + titleMargin);
-    }
+    const Ends ends = buttonEnds();
+    const int left = ends.left + titleMargin;
+    const int right = ends.right - titleMargin;
     const auto buttonWidth = [this](NS::WindowButton kind) {
         const StandardWindowButton *const button = this->button(kind);
         return button && !button->isHidden() ? button->width() + documentGap : 0;
@@ -315,12 +350,12 @@ void TitleBarView::arrangeTitle()
         m_title->setStringValue(titleText());
     const bool isMeasured = isSeen && !m_title->stringValue().isEmpty();
     const QSize titleSize = isMeasured ? m_title->sizeHint() : QSize(0, standardHeight);
-    const int room = std::max(0, width() - left - titleMargin - before - after);
+    const int room = std::max(0, right - left - before - after);
     const int titleWidth = std::min(room, titleSize.width());
 
     const int total = before + titleWidth + after;
     int x = std::max(left, (width() - total) / 2);
-    x = std::max(left, std::min(x, width() - titleMargin - total));
+    x = std::max(left, std::min(x, right - total));
     const auto place = [](QWidget *item, int itemX, QSize size) {
         item->setGeometry(itemX, (standardHeight - size.height()) / 2, size.width(), size.height());
     };

@@ -2,6 +2,7 @@
 // Not API.
 #pragma once
 
+#include "Window/ButtonLayout.h"
 #include "Window/NSWindow.h"
 #include "Window/TitleBarAction.h"
 
@@ -39,6 +40,8 @@ public:
     void setTitleVisible(bool isVisible);
     /// Whether the desktop draws title and buttons instead.
     void setBare(bool isBare);
+    const ButtonLayout &buttonLayout() const { return m_buttonLayout; }
+    void setButtonLayout(const ButtonLayout &layout);
     void setButtonFocusPolicy(Qt::FocusPolicy policy);
 
     StandardWindowButton *button(NS::WindowButton kind) const;
@@ -85,6 +88,14 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    struct Ends
+    {
+        int left; // up to where the buttons on the left reach
+        int right; // from where on those on the right stand
+    };
+
+    Ends buttonEnds() const;
+    void placeButtons();
     StandardWindowButton *makeButton(NS::WindowButton kind);
     void updateButtons();
     void showGlyphs(bool areShown);
@@ -100,6 +111,7 @@ private:
     std::array<QPointer<StandardWindowButton>, 7> m_buttons; // by kind
     QList<NS::TitlebarAccessoryViewController *> m_accessories;
     NS::Window::StyleMask m_styleMask;
+    ButtonLayout m_buttonLayout;
     bool m_hasDocument = false;
     bool m_offersVersions = false;
     bool m_isTitleVisible = true;

@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Window/StandardWindowButton.h"
+#include "Window/WindowShadow.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -11,7 +12,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-constexpr int cornerRadius = 8;
+constexpr int cornerRadius = WindowShadow::cornerRadius;
 
 } // namespace
 
@@ -35,12 +36,25 @@ void WindowBorder::setRound(bool isRound)
     update();
 }
 
+void WindowBorder::setMargin(int margin)
+{
+    if (!assign(m_margin, margin))
+        return;
+    arrange();
+    update();
+}
+
+QRect WindowBorder::seen() const
+{
+    return rect().adjusted(m_margin, m_margin, -m_margin, -m_margin);
+}
+
 // What lies outside the mask scrolls and paints as if nothing were above it.
 void WindowBorder::arrange()
 {
-    const QRect whole = parentWidget()->rect();
-    setGeometry(whole);
-    QRegion region = QRegion(whole) - QRegion(whole.adjusted(1, 1, -1, -1));
+    setGeometry(parentWidget()->rect());
+    const QRect whole = seen();
+    QRegion region = QRegion(rect()) - QRegion(whole.adjusted(1, 1, -1, -1));
     if (m_isRound) {
         constexpr QSize corner(cornerRadius, cornerRadius);
         QRect square(whole.topLeft(), corner);
@@ -63,16 +77,20 @@ void WindowBorder::paintEvent(QPaintEvent *)
     if (m_isRound) {
         QPainterPath outside;
         outside.addRect(rect());
-        outside.addRoundedRect(rect(), radius(), radius());
+        outside.addRoundedRect(seen(), radius(), radius());
         painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
         painter.fillPath(outside, Qt::black);
+        if (m_margin > 0) {
+            painter.setCompositionMode(QPainter::CompositionMode_DestinationOver);
+            WindowShadow::draw(painter, rect(), looksActive(this));
+        }
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     }
     QColor line = palette().color(QPalette::WindowText);
     line.setAlphaF(looksActive(this) ? 0.28F : 0.18F);
     painter.setPen(line);
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius() - 0.5,
+    painter.drawRoundedRect(QRectF(seen()).adjusted(0.5, 0.5, -0.5, -0.5), radius() - 0.5,
                             radius() - 0.5);
 }
 

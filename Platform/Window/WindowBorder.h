@@ -7,7 +7,7 @@
 namespace Pellarvine::detail {
 
 /// The fine line around a window, above everything in it, which also cuts the window's corners
-/// round. It covers no more than the line and the corners.
+/// round and draws the shadow in the window's margin. It covers no more than those.
 class WindowBorder : public QWidget
 {
     Q_OBJECT
@@ -17,6 +17,8 @@ public:
 
     /// Round corners need a translucent window.
     void setRound(bool isRound);
+    /// Around the window that is seen.
+    void setMargin(int margin);
     void arrange();
 
 protected:
@@ -24,8 +26,10 @@ protected:
 
 private:
     double radius() const;
+    QRect seen() const;
 
     bool m_isRound = false;
+    int m_margin = 0;
 };
 
 } // namespace Pellarvine::detail

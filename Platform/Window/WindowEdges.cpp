@@ -83,6 +83,8 @@ void WindowEdges::setEnabled(bool isEnabled)
 
 int WindowEdges::depthAt(QPoint position) const
 {
+    if (m_margin > 0)
+        return 1; // the line around the window
     for (const QWidget *widget = m_window->childAt(position); widget && widget != m_window;
          widget = widget->parentWidget()) {
         if (qobject_cast<const QAbstractButton *>(widget)
@@ -96,8 +98,9 @@ Qt::Edges WindowEdges::edgesAt(QPoint position) const
 {
     if (!m_isEnabled || QApplication::activePopupWidget() || !m_window->rect().contains(position))
         return {};
-    const QSize size = m_window->size();
+    const QSize size = m_window->size() - 2 * QSize(m_margin, m_margin);
     const int reach = depthAt(position);
+    position -= QPoint(m_margin, m_margin);
     int x = endAt(position.x(), size.width(), reach);
     int y = endAt(position.y(), size.height(), reach);
     if (x == 0 && y != 0)

@@ -28,6 +28,9 @@ public:
     ~WindowEdges() override;
 
     void setEnabled(bool isEnabled);
+    /// Around the window that is seen. The pointer takes hold of the edges there, and leaves the
+    /// window's content to its widgets.
+    void setMargin(int margin) { m_margin = margin; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -38,6 +41,7 @@ private:
 
     QWidget *m_window;
     bool m_isEnabled = true;
+    int m_margin = 0;
     bool m_hasCursor = false;
     Qt::Edges m_dragged; // since the button was pressed
     bool m_canBeByHand = false;

@@ -2,12 +2,14 @@
 #include "Window/WindowManager.h"
 
 #include "Base/NSBundle.h"
+#include "Window/WaylandPlugin.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -61,6 +63,14 @@ bool isSupported(xcb_atom_t feature)
             static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()));
     const auto count = size_t(xcb_get_property_value_length(reply.get())) / sizeof(xcb_atom_t);
     return std::find(features, features + count, feature) != features + count;
+}
+
+bool isDesktop(const QStringList &names)
+{
+    const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
+    return std::any_of(desktops.begin(), desktops.end(), [&names](const QString &desktop) {
+        return names.contains(desktop, Qt::CaseInsensitive);
+    });
 }
 
 } // namespace
@@ -123,6 +133,9 @@ void setApplicationId()
 
 bool showWindowMenu(QWindow *window, QPoint globalPosition)
 {
+    // Others may ignore the request, which Qt does not tell.
+    if (!canPlaceWindows() && isDesktop({ u"KDE"_s, u"GNOME"_s }))
+        return WaylandPlugin::showWindowMenu(window, globalPosition);
     if (!connection())
         return false;
     const xcb_atom_t message = atom("_GTK_SHOW_WINDOW_MENU");
@@ -145,6 +158,27 @@ bool showWindowMenu(QWindow *window, QPoint globalPosition)
                    reinterpret_cast<const char *>(&event));
     xcb_flush(connection());
     return true;
+}
+
+bool knowsMargins()
+{
+    if (!canPlaceWindows())
+        return !isDesktop({ u"sway"_s, u"Hyprland"_s, u"river"_s, u"niri"_s })
+               && WaylandPlugin::knowsMargins();
+    return connection() && hasCompositor() && isSupported(atom("_GTK_FRAME_EXTENTS"));
+}
+
+void setMargin(QWindow *window, int margin)
+{
+    if (!canPlaceWindows())
+        return WaylandPlugin::setMargin(window, margin);
+    if (!connection())
+        return;
+    std::array<uint32_t, 4> extents {};
+    extents.fill(uint32_t(qRound(margin * window->devicePixelRatio())));
+    xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, xcb_window_t(window->winId()),
+                        atom("_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32, extents.size(),
+                        extents.data());
 }
 
 bool isSnapped(const QRect &frame, const QRect &available)

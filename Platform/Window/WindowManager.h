@@ -32,6 +32,15 @@ void setApplicationId();
 /// Asks the window manager to show its own menu for the window. False if it has none to show.
 bool showWindowMenu(QWindow *window, QPoint globalPosition);
 
+/// Whether the desktop knows of a margin around a window, in which the window draws its own shadow:
+/// it then places, snaps and maximises what is inside. Not where a Wayland compositor tiles all
+/// windows: Qt does not tell which ones, and the shadows would lie on the windows beside.
+bool knowsMargins();
+
+/// Tells the desktop of that margin on all sides, in device-independent pixels. On Wayland this
+/// grows or shrinks a visible window by it; the window managers of X11 do so themselves.
+void setMargin(QWindow *window, int margin);
+
 /// Whether a window of that frame fills a half of the screen, as desktops do with windows that are
 /// dragged to its edge: it touches three edges of the space that there is for windows.
 PELLARVINE_INTERNAL_EXPORT bool isSnapped(const QRect &frame, const QRect &available);

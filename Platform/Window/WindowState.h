@@ -13,4 +13,9 @@ namespace Pellarvine::detail {
 /// lacks for 0.
 bool isWholeWindowState(const QByteArray &state);
 
+/// Such a state with its frames grown on all sides: the window's own, and the one that it has when
+/// it is neither maximised nor full screen.
+PELLARVINE_INTERNAL_EXPORT QByteArray grownWindowState(const QByteArray &state, int by,
+                                                       int normalBy);
+
 } // namespace Pellarvine::detail

@@ -33,6 +33,10 @@ class Item:
         return str(self._property(_INTERFACE, 'Name'))
 
     @property
+    def description(self):
+        return str(self._property(_INTERFACE, 'Description'))
+
+    @property
     def role(self):
         return str(self._call(_INTERFACE, 'GetRoleName'))
 

@@ -53,6 +53,7 @@ class Session:
     PLATFORM = 'wayland'
     CAN_TILE = True
     CAN_MINIMIZE = True
+    EDGE = -4  # where a drag of an edge begins, inside the visible window: here in its shadow
 
     @classmethod
     def missing(cls):

@@ -20,6 +20,7 @@ class Sway(Session):
     RULES = 'for_window [title=".*"] floating enable, border none'
     CAN_TILE = False  # by the keys of the other desktops
     CAN_MINIMIZE = False
+    EDGE = 2  # no shadow
 
     def start(self):
         with open(self.path('config', 'sway'), 'w', encoding='utf-8') as file:

@@ -3,6 +3,7 @@
 this; with PICTURES set to a folder, it leaves pictures there."""
 import os
 import shutil
+import subprocess
 import sys
 import tempfile
 import time
@@ -21,13 +22,14 @@ import sway
 import x11
 
 GALLERY = os.path.abspath(os.environ.get('GALLERY', 'build/dev/bin/gallery'))
+HERE = os.path.dirname(os.path.abspath(__file__))
+PICTURE = os.path.join(HERE, '../../docs/images/notes.png')  # to drop and to paste
 PICTURES = os.environ.get('PICTURES')
 TITLE = 'Pellarvine Gallery'
 EMPTY_PLACE = (450, 14)  # of the title bar
 PAGES = ('container', 'bindings', 'colours', 'fonts', 'markup', 'drawing', 'layout', 'borders',
          'inspector', 'segments', 'labels', 'popovers', 'images', 'colour-picker', 'titlebar',
          'navigation', 'about', 'tickets')
-EDGE = 2  # how far inside the visible window a drag of an edge begins
 
 
 def near(one, other, distance=14):
@@ -79,6 +81,13 @@ class WindowOnDesktop:
         left, top, width, height = self.session.window(TITLE).frame
         return (left + x + (width if x < 0 else 0), top + y + (height if y < 0 else 0))
 
+    def edge(self, x, y):
+        """Where a drag of an edge or a corner begins: -1 is the left or upper one, 0 the middle."""
+        left, top, width, height = self.session.window(TITLE).frame
+        inset = self.desktop.EDGE
+        return (left + {-1: inset, 0: width / 2, 1: width - inset}[x],
+                top + {-1: inset, 0: height / 2, 1: height - inset}[y])
+
     def click_on(self, role, name):
         self.session.click(*self.program.find(role, name).center(TITLE))
 
@@ -103,19 +112,18 @@ class WindowManners:
 
     def test_resizes_by_eight_edges(self):
         self.open()
-        middle = (400, 300)
-        for name, place, by, change in (
-                ('right', (-EDGE, middle[1]), (50, 0), (0, 0, 50, 0)),
-                ('left', (EDGE, middle[1]), (30, 0), (30, 0, -30, 0)),
-                ('top', (middle[0], EDGE), (0, 30), (0, 30, 0, -30)),
-                ('bottom', (middle[0], -EDGE), (0, -40), (0, 0, 0, -40)),
-                ('top left', (EDGE, EDGE), (-20, -20), (-20, -20, 20, 20)),
-                ('top right', (-EDGE, EDGE), (-30, 20), (0, 20, -30, -20)),
-                ('bottom left', (EDGE, -EDGE), (-20, 20), (-20, 0, 20, 20)),
-                ('bottom right', (-EDGE, -EDGE), (30, 20), (0, 0, 30, 20))):
+        for name, side, by, change in (
+                ('right', (1, 0), (50, 0), (0, 0, 50, 0)),
+                ('left', (-1, 0), (30, 0), (30, 0, -30, 0)),
+                ('top', (0, -1), (0, 30), (0, 30, 0, -30)),
+                ('bottom', (0, 1), (0, -40), (0, 0, 0, -40)),
+                ('top left', (-1, -1), (-20, -20), (-20, -20, 20, 20)),
+                ('top right', (1, -1), (-30, 20), (0, 20, -30, -20)),
+                ('bottom left', (-1, 1), (-20, 20), (-20, 0, 20, 20)),
+                ('bottom right', (1, 1), (30, 20), (0, 0, 30, 20))):
             with self.subTest(name):
                 before = self.settled().frame
-                self.session.drag(self.at(*place), by)
+                self.session.drag(self.edge(*side), by)
                 self.expect_frame([a + b for a, b in zip(before, change)], name)
 
     def test_maximises_by_a_double_click_and_comes_back(self):
@@ -181,6 +189,9 @@ class WindowManners:
             self.picture('menu')
             self.session.press('Esc')
             self.expect_frame(before, 'after the menu')
+        x, y, width, height = before
+        self.session.drag(self.at(*EMPTY_PLACE), (60, 40))
+        self.expect_frame((x + 60, y + 40, width, height), 'moved after the menus')
 
     def test_closes_by_its_button(self):
         self.open()
@@ -206,13 +217,106 @@ class WindowManners:
         self.assertFalse(self.program.find_all('dialog'))
 
 
+class WindowWithShadow:
+    """The margin in which a window draws its shadow, which its frame does not count."""
+
+    def test_frames_are_those_of_what_is_seen(self):
+        program = os.path.join(os.path.dirname(GALLERY), 'sizes_program')
+        if not os.path.exists(program):
+            self.skipTest('%s is not built' % program)
+        self.session.launch([program]).wait(60)
+        with open(self.session.path('program.log'), encoding='utf-8') as log:
+            told = [line.strip() for line in log if ': ' in line]
+        self.assertEqual(told, [
+            'shown: 500 x 400, shadow', 'restored: 500 x 400, shadow',
+            'shown again: 500 x 400, shadow', 'framed: 600 x 450, shadow',
+            'from a state: 600 x 450, shadow', 'back to the state: 600 x 450, shadow',
+            'native: margin 0', 'with its own decorations: 600 x 450, shadow',
+            'fixed: 400 x 300, shadow', 'laid out: 300 x 222, shadow',
+            'laid out anew: 300 x 282, shadow', 'maximised first: 450 x 350, shadow'])
+
+
+class OtherPrograms:
+    """Pictures that come from other programs, and what the user sets for all programs."""
+
+    def open_neighbour(self):
+        """A second program with a small window."""
+        program = os.path.join(os.path.dirname(GALLERY), 'neighbour_program')
+        if not os.path.exists(program):
+            self.skipTest('%s is not built' % program)
+        self.start('neighbour', program, PICTURE)
+        self.session.shown_window('Neighbour')
+        return self.session.settled_window('Neighbour').frame
+
+    def start(self, name, *command, **more):
+        process = self.session.spawn(name, command, QT_QPA_PLATFORM=self.session.PLATFORM, **more)
+        self.addCleanup(process.wait)
+        self.addCleanup(process.terminate)
+
+    def test_an_image_well_takes_a_dropped_file_and_a_pasted_picture(self):
+        self.open('--page', 'images')
+        well = self.program.find('graphic', 'Cover')
+        self.assertIn('Drop a picture', well.description)
+        x, y, width, height = self.open_neighbour()
+        start = (x + width / 2, y + height - 30)
+        middle = well.center(TITLE)
+        half = [length / 2 - 12 for length in well.extents()[2:]]
+        # A corner of the well beside the neighbour, wherever the desktop has put that.
+        end = next((px, py) for px in (middle[0] - half[0], middle[0] + half[0])
+                   for py in (middle[1] - half[1], middle[1] + half[1])
+                   if not (x - 24 < px < x + width + 24 and y - 24 < py < y + height + 24))
+        self.session.drag(start, (end[0] - start[0], end[1] - start[1]))
+        time.sleep(1)
+        self.picture('dropped')
+        self.assertEqual(well.description, '', 'the well is empty after the drop')
+
+        self.session.click(*end)
+        self.session.press('Delete')
+        time.sleep(0.5)
+        self.assertIn('Drop a picture', well.description)
+        copying = (['wl-copy', '--foreground', '--type', 'image/png']
+                   if self.session.PLATFORM == 'wayland'
+                   else ['xclip', '-quiet', '-selection', 'clipboard', '-t', 'image/png', '-i'])
+        if not shutil.which(copying[0]):
+            self.skipTest('%s is not installed' % copying[0])
+        self.start('copying', 'sh', '-c', 'exec "$@" < "$0"', PICTURE, *copying)
+        time.sleep(1)
+        self.session.click(*end)
+        self.session.press('Ctrl+v')
+        time.sleep(1)
+        self.assertEqual(well.description, '', 'nothing was pasted')
+
+    def test_a_window_turns_dark_and_light_with_the_desktop(self):
+        if not shutil.which('convert'):
+            self.skipTest('ImageMagick is not installed')
+        portal = subprocess.Popen([sys.executable, os.path.join(HERE, 'portal.py')], text=True,
+                                  stdin=subprocess.PIPE, env=self.session.environment)
+        self.addCleanup(portal.wait)
+        self.addCleanup(portal.stdin.close)
+        self.session.wait_for_service('org.freedesktop.portal.Desktop')
+        frame = self.open_neighbour()
+        for scheme, is_dark in (('1', True), ('2', False), ('1', True)):
+            print('org.freedesktop.appearance color-scheme', scheme, file=portal.stdin, flush=True)
+            time.sleep(1)
+            self.assertEqual(self.brightness(frame) < 0.5, is_dark)
+
+    def brightness(self, frame):
+        """In the middle of a window, from 0 to 1."""
+        x, y, width, height = frame
+        path = self.session.path('window.png')
+        self.session.picture(path)
+        return float(self.session.output_of(
+            'convert', path, '-crop', '1x1+%d+%d' % (x + width / 2, y + height / 2),
+            '-format', '%[fx:mean]', 'info:'))
+
+
 class TiledWindow:
     """A window that the desktop has tiled, where the program has no say in its size."""
 
     def test_an_edge_does_not_resize_it_by_hand(self):
         before = self.open().frame
         self.assertEqual(before[2:], self.session.size)
-        self.session.drag(self.at(-EDGE, 300), (-120, 0))
+        self.session.drag(self.edge(1, 0), (-120, 0))
         self.assertEqual(self.settled().frame, before)
         x, y, width, _ = self.program.children()[0].extents()
         self.assertEqual(width, before[2], 'the program resized its window')
@@ -243,6 +347,10 @@ def _case(desktop, cases=WindowManners):
 
 CASES = [_case(desktop) for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway,
                                         x11.Openbox)]
+CASES += [_case(desktop, WindowWithShadow)
+          for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell)]
+CASES += [_case(desktop, OtherPrograms)
+          for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway)]
 CASES += [_case(sway.TilingSway, TiledWindow), _case(x11.Openbox, NamedWidgets)]
 globals().update({case.__name__: case for case in CASES})
 

@@ -48,6 +48,7 @@ class XSession(Session):
 
 class Openbox(XSession):
     NAME = 'openbox'
+    EDGE = 2  # no shadow
     PROGRAMS = (*XSession.PROGRAMS, 'openbox')
     CAN_TILE = False
 

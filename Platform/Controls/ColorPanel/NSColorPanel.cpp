@@ -10,6 +10,7 @@
 #include <QMetaEnum>
 #include <QPointer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace NS {
 
@@ -21,6 +22,16 @@ QPointer<ColorPanel> &shared()
 {
     static QPointer<ColorPanel> panel;
     return panel;
+}
+
+// A popover is there for the window that it belongs to.
+QWidget *windowInUse()
+{
+    QWidget *window = QApplication::activeWindow();
+    while (window && window->parentWidget()
+           && (window->windowType() == Qt::Tool || window->windowType() == Qt::Popup))
+        window = window->parentWidget()->window();
+    return window;
 }
 
 } // namespace
@@ -170,6 +181,20 @@ void ColorPanel::reclaimContentView()
 
 void ColorPanel::orderFront()
 {
+    const QWidget *const owner = windowInUse();
+    if (owner && owner != this && owner->windowHandle()) {
+        if (!windowHandle())
+            create();
+        if (windowHandle()->transientParent() != owner->windowHandle()) {
+            // Desktops look at it when a window is shown.
+            const QPoint place = pos();
+            if (isVisible()) {
+                hide();
+                move(place);
+            }
+            windowHandle()->setTransientParent(owner->windowHandle());
+        }
+    }
     show();
     raise();
     activateWindow();

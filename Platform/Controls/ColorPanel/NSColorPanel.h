@@ -93,7 +93,8 @@ public Q_SLOTS:
     void setDefaultColor(const QColor &color);
     /// Passes over invalid colours, equal ones after the first, and what is too many.
     void setRecentColors(const QList<QColor> &colors);
-    /// Shows the window, above others and with the focus.
+    /// Shows the window, above others and with the focus. It then stays above the window that is
+    /// active now.
     void orderFront();
     /// Hides the window, as Esc in it does. Content that is elsewhere stays to be seen there.
     void orderOut();

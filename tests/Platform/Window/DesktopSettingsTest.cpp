@@ -5,9 +5,10 @@
 #include "Drawing/Shades.h"
 #include "PortalOnBus.h"
 #include "View/ColorSchemeFollower.h"
+#include "Window/ButtonLayout.h"
 #include "Window/TitleBarAction.h"
 
-#include <pellarvine/Platform/NSWindow.h>
+#include <pellarvine/Pellarvine/Window.h>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -21,7 +22,9 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using Pellarvine::detail::ButtonLayout;
 using Pellarvine::detail::ColorSchemeFollower;
+using Pellarvine::detail::desktopButtonLayout;
 using Pellarvine::detail::DesktopSettings;
 using Pellarvine::detail::isDark;
 using Pellarvine::detail::TitleBarAction;
@@ -131,6 +134,76 @@ TEST_F(DesktopSettingsTest, the_palette_follows_scheme_and_accent_while_it_is_as
     EXPECT_EQ(QApplication::palette(), before);
 }
 
+TEST_F(DesktopSettingsTest, each_desktop_says_in_its_own_way_that_there_should_be_less_motion)
+{
+    start();
+    NS::Window window;
+    window.show();
+    const QRectF before = window.frame();
+    const struct
+    {
+        QString group;
+        QString key;
+        QVariant less;
+        QVariant usual;
+    } settings[] = {
+        { appearance, u"reduced-motion"_s, 1U, 0U },
+        { u"org.gnome.desktop.interface"_s, u"enable-animations"_s, false, true },
+        { u"org.kde.kdeglobals.KDE"_s, u"AnimationDurationFactor"_s, u"0"_s, u"1.5"_s },
+    };
+    for (const auto &setting : settings) {
+        const auto reduces = [] {
+            return DesktopSettings::instance().reducesMotion();
+        };
+        EXPECT_FALSE(reduces()) << setting.key.toStdString();
+        change(setting.group, setting.key, setting.less);
+        EXPECT_TRUE(QTest::qWaitFor(reduces)) << setting.key.toStdString();
+        const QRectF other = window.frame().adjusted(0, 0, 40, 0);
+        window.setFrame(other, false, true);
+        EXPECT_EQ(window.frame(), other) << setting.key.toStdString();
+        change(setting.group, setting.key, setting.usual);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !reduces(); })) << setting.key.toStdString();
+    }
+    window.setFrame(before, false, true);
+    EXPECT_NE(window.frame(), before);
+}
+
+TEST_F(DesktopSettingsTest, buttons_stand_where_the_user_wants_them_once_the_window_asks_for_it)
+{
+    using NS::WindowButton;
+    portal.settings[preferences][u"button-layout"_s] = u"close:appmenu,minimize"_s;
+    start();
+    ASSERT_TRUE(QTest::qWaitFor([] {
+        return DesktopSettings::instance().value(preferences, u"button-layout"_s).isValid();
+    }));
+    Pellarvine::Window window;
+    window.setTrafficLightHorizontalMargin(10);
+    window.resize(400, 300);
+    window.show();
+    const auto x = [&](WindowButton kind) {
+        window.layoutIfNeeded();
+        const QAbstractButton *const button = window.standardWindowButton(kind);
+        return button->isVisible() ? button->x() : -1;
+    };
+    EXPECT_EQ(x(WindowButton::miniaturize), 30);
+    window.setFollowsDesktopButtonLayout(true);
+    EXPECT_EQ(x(WindowButton::close), 10);
+    EXPECT_EQ(x(WindowButton::miniaturize), 400 - 10 - 14);
+    EXPECT_EQ(x(WindowButton::zoom), -1);
+    window.resize(500, 300);
+    EXPECT_EQ(x(WindowButton::miniaturize), 500 - 10 - 14);
+    change(preferences, u"button-layout"_s, u":minimize,maximize,close"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return x(WindowButton::close) == 500 - 10 - 14; }));
+    EXPECT_EQ(x(WindowButton::zoom), 500 - 10 - 14 - 20);
+    EXPECT_EQ(x(WindowButton::miniaturize), 500 - 10 - 14 - 40);
+    window.resize(1, 300); // as narrow as it gets: the buttons still have room
+    EXPECT_GE(x(WindowButton::miniaturize), 0);
+    EXPECT_LT(window.width(), 100);
+    window.setFollowsDesktopButtonLayout(false);
+    EXPECT_EQ(x(WindowButton::close), 10);
+    EXPECT_EQ(x(WindowButton::zoom), 50);
+}
+
 struct KwinSetting
 {
     const char *name;
@@ -174,5 +247,27 @@ INSTANTIATE_TEST_SUITE_P(
                         KwinSetting { "unknown", "MouseBindings", "CommandActiveTitlebar3=Shade",
                                       TitleBarClick::right, TitleBarAction::windowMenu }),
         [](const auto &test) { return test.param.name; });
+
+TEST(KwinButtons, are_read_from_its_file_too)
+{
+    using NS::WindowButton;
+    const QTemporaryDir folder;
+    const auto restore = qScopeGuard([] {
+        qunsetenv("XDG_CURRENT_DESKTOP");
+        qunsetenv("XDG_CONFIG_HOME");
+    });
+    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
+    qputenv("XDG_CURRENT_DESKTOP", "KDE");
+    ButtonLayout expected {
+        {}, { WindowButton::miniaturize, WindowButton::zoom, WindowButton::close }
+    };
+    EXPECT_EQ(desktopButtonLayout(), expected); // KWin's own standard
+    QFile file(folder.filePath(u"kwinrc"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[org.kde.kdecoration2]\nButtonsOnLeft=XM\nButtonsOnRight=I\n");
+    file.close();
+    expected = { { WindowButton::close }, { WindowButton::miniaturize } };
+    EXPECT_EQ(desktopButtonLayout(), expected);
+}
 
 #include "DesktopSettingsTest.moc"

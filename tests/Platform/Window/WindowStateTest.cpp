@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "Window/WindowState.h"
+
 #include <pellarvine/Platform/NSWindow.h>
 
 #include <QDataStream>
@@ -45,6 +47,16 @@ TEST(WindowState, with_sizes_that_no_window_has_is_refused)
         }
     }
     EXPECT_EQ(window.frame(), QRectF(100, 200, 400, 322));
+}
+
+TEST(WindowState, grows_by_a_margin_and_shrinks_back)
+{
+    Window window(QRectF(100, 200, 400, 300), whole);
+    const QByteArray state = window.saveState();
+    const QByteArray grown = Pellarvine::detail::grownWindowState(state, 20, 0);
+    EXPECT_EQ(Pellarvine::detail::grownWindowState(grown, -20, 0), state);
+    ASSERT_TRUE(window.restoreState(grown));
+    EXPECT_EQ(window.frame(), QRectF(80, 180, 440, 362));
 }
 
 TEST(WindowState, brings_back_a_maximised_window_and_its_normal_size)

@@ -20,6 +20,7 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QToolBar>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -400,6 +401,31 @@ TEST_F(ColorPanelTest, its_content_moves_out_and_back)
     panel->reclaimContentView();
     EXPECT_EQ(content->parentWidget(), panel);
     EXPECT_FALSE(panel->isVisible());
+}
+
+TEST_F(ColorPanelTest, it_stays_above_the_window_that_it_was_asked_for_in)
+{
+    const auto open = [](QWidget &window) {
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    };
+    QWidget document;
+    open(document);
+    QWidget inspector(&document, Qt::Tool); // as a popover is
+    open(inspector);
+    panel->orderFront();
+    EXPECT_EQ(panel->windowHandle()->transientParent(), document.windowHandle());
+    {
+        QWidget other;
+        open(other);
+        panel->orderFront();
+        EXPECT_EQ(panel->windowHandle()->transientParent(), other.windowHandle());
+        EXPECT_TRUE(panel->isVisible());
+    }
+    EXPECT_TRUE(panel->isVisible()); // whatever becomes of that window
+    panel->orderFront(); // which its own activity does not change
+    EXPECT_TRUE(panel->isVisible());
 }
 
 TEST_F(ColorPanelTest, content_that_was_destroyed_elsewhere_is_made_anew)

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// Not API.
+#pragma once
+
+#include <QtGlobal>
+
+QT_FORWARD_DECLARE_CLASS(QPoint)
+QT_FORWARD_DECLARE_CLASS(QWindow)
+
+/// What Qt's Wayland plugin can do for programs that draw their own frames, and has no public
+/// header for. Its functions are looked up by name; where a Qt lacks one, nothing happens. For
+/// windows of that plugin alone.
+namespace Pellarvine::detail::WaylandPlugin {
+
+/// Whether setMargin() works.
+bool knowsMargins();
+
+/// What lies that far inside of a window's edges, in device-independent pixels, is the window for
+/// the compositor. A visible window grows or shrinks by the difference.
+void setMargin(QWindow *window, int margin);
+
+/// Asks the compositor to show its menu for the window; a compositor without one ignores that.
+/// False if it could not be asked.
+bool showWindowMenu(QWindow *window, QPoint globalPosition);
+
+} // namespace Pellarvine::detail::WaylandPlugin

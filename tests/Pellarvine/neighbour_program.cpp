@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// A window that is as dark as the desktop. Any drag in it carries the file that is named first, for
+// others to drop.
+#include <pellarvine/Platform/NSApplication.h>
+#include <pellarvine/Platform/NSWindow.h>
+
+#include <QDrag>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QUrl>
+
+namespace {
+
+class Neighbour : public NS::Window
+{
+protected:
+    void mousePressEvent(QMouseEvent *event) override { event->accept(); }
+    void mouseMoveEvent(QMouseEvent *) override
+    {
+        auto *const files = new QMimeData;
+        files->setUrls({ QUrl::fromLocalFile(QCoreApplication::arguments().value(1)) });
+        auto *const drag = new QDrag(this);
+        drag->setMimeData(files);
+        drag->exec(Qt::CopyAction);
+    }
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    NS::Application application(argc, argv);
+    application.setFollowsColorScheme(true);
+    Neighbour neighbour;
+    neighbour.setWindowTitle(QStringLiteral("Neighbour"));
+    neighbour.setFixedSize(100, 120);
+    neighbour.show();
+    return NS::Application::exec();
+}

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+// Tells on standard output what frame a window has in one situation after the other, for desktops
+// on which the window has a margin for its shadow.
+#include <pellarvine/Platform/NSWindow.h>
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QLabel>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <cstdio>
+
+namespace {
+
+void wait() // for the desktop
+{
+    QEventLoop loop;
+    QTimer::singleShot(700, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void tell(const char *situation, const NS::Window &window)
+{
+    wait();
+    const QSize size = window.frame().size().toSize();
+    std::printf("%s: %d x %d%s\n", situation, size.width(), size.height(),
+                window.shadowMargin() > 0 ? ", shadow" : "");
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    NS::Window window;
+    window.setMinimumSize(300, 200);
+    window.resize(500, 400);
+    window.show();
+    tell("shown", window);
+    window.showMaximized();
+    wait();
+    window.showNormal();
+    tell("restored", window);
+    window.hide();
+    window.show();
+    tell("shown again", window);
+    window.setFrame(QRectF(100, 100, 600, 450));
+    tell("framed", window);
+
+    const QByteArray state = window.saveState();
+    NS::Window other;
+    other.restoreState(state);
+    other.show();
+    tell("from a state", other);
+    other.setFrame(QRectF(100, 100, 400, 300));
+    other.restoreState(state);
+    tell("back to the state", other);
+    other.hide();
+
+    window.setNativeDecorations(true);
+    wait();
+    std::printf("native: margin %d\n", window.shadowMargin());
+    window.setNativeDecorations(false);
+    tell("with its own decorations", window);
+    window.hide();
+
+    NS::Window fixed;
+    fixed.setFixedSize(400, 300);
+    fixed.show();
+    tell("fixed", fixed);
+    fixed.hide();
+
+    NS::Window laidOut;
+    auto *const content = new QLabel;
+    content->setMinimumSize(300, 200);
+    laidOut.setContentView(content);
+    laidOut.show();
+    tell("laid out", laidOut);
+    content->setMinimumHeight(260);
+    tell("laid out anew", laidOut);
+    laidOut.hide();
+
+    NS::Window large;
+    large.resize(450, 350);
+    large.showMaximized();
+    wait();
+    large.showNormal();
+    tell("maximised first", large);
+}
