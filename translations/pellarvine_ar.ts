@@ -83,6 +83,10 @@
         <source>This picture is too large to be shown.</source>
         <translation>هذه الصورة أكبر من أن تُعرض.</translation>
     </message>
+    <message>
+        <source>Drop or paste a picture here</source>
+        <translation>أفلت صورة هنا أو ألصقها</translation>
+    </message>
 </context>
 <context>
     <name>NS::Window</name>
@@ -167,6 +171,10 @@
         <source>The program does not know the address of its issue tracker.</source>
         <translation>لا يعرف البرنامج عنوان متتبّع البلاغات الخاص به.</translation>
     </message>
+    <message>
+        <source>The address of the issue tracker is not a valid HTTPS URL.</source>
+        <translation>عنوان متتبّع البلاغات ليس عنوان HTTPS صالحًا.</translation>
+    </message>
 </context>
 <context>
     <name>Pellarvine::ColorPickerButton</name>
@@ -181,6 +189,10 @@
     <message>
         <source>&amp;Paste Colour</source>
         <translation>&amp;لصق اللون</translation>
+    </message>
+    <message>
+        <source>&amp;Default Colour</source>
+        <translation>اللون الا&amp;فتراضي</translation>
     </message>
 </context>
 <context>
@@ -433,6 +445,14 @@
         <source>Pick a colour from the screen</source>
         <translation>التقاط لون من الشاشة</translation>
     </message>
+    <message>
+        <source>Default</source>
+        <translation>افتراضي</translation>
+    </message>
+    <message>
+        <source>Recent colours</source>
+        <translation>ألوان استُخدمت حديثًا</translation>
+    </message>
 </context>
 <context>
     <name>Pellarvine::detail::ColorSwatch</name>
@@ -537,6 +557,10 @@
     <message>
         <source>The server redirects too many times.</source>
         <translation>يحيل الخادوم مرات كثيرة.</translation>
+    </message>
+    <message>
+        <source>The server rejected it with status %1.</source>
+        <translation>رفضه الخادوم بالحالة %1.</translation>
     </message>
 </context>
 </TS>

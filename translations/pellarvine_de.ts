@@ -83,6 +83,10 @@
         <source>This picture is too large to be shown.</source>
         <translation>Dieses Bild ist zu groß, um angezeigt zu werden.</translation>
     </message>
+    <message>
+        <source>Drop or paste a picture here</source>
+        <translation>Bild hier ablegen oder einfügen</translation>
+    </message>
 </context>
 <context>
     <name>NS::Window</name>
@@ -167,6 +171,10 @@
         <source>The program does not know the address of its issue tracker.</source>
         <translation>Das Programm kennt die Adresse seiner Fehlerverwaltung nicht.</translation>
     </message>
+    <message>
+        <source>The address of the issue tracker is not a valid HTTPS URL.</source>
+        <translation>Die Adresse der Fehlerverwaltung ist keine gültige HTTPS-URL.</translation>
+    </message>
 </context>
 <context>
     <name>Pellarvine::ColorPickerButton</name>
@@ -181,6 +189,10 @@
     <message>
         <source>&amp;Paste Colour</source>
         <translation>Farbe &amp;einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;Default Colour</source>
+        <translation>&amp;Standardfarbe</translation>
     </message>
 </context>
 <context>
@@ -433,6 +445,14 @@
         <source>Pick a colour from the screen</source>
         <translation>Eine Farbe vom Bildschirm aufnehmen</translation>
     </message>
+    <message>
+        <source>Default</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Recent colours</source>
+        <translation>Zuletzt verwendete Farben</translation>
+    </message>
 </context>
 <context>
     <name>Pellarvine::detail::ColorSwatch</name>
@@ -537,6 +557,10 @@
     <message>
         <source>The server redirects too many times.</source>
         <translation>Der Server leitet zu oft weiter.</translation>
+    </message>
+    <message>
+        <source>The server rejected it with status %1.</source>
+        <translation>Der Server hat es mit dem Status %1 abgelehnt.</translation>
     </message>
 </context>
 </TS>

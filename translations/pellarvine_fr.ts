@@ -83,6 +83,10 @@
         <source>This picture is too large to be shown.</source>
         <translation>Cette image est trop grande pour être affichée.</translation>
     </message>
+    <message>
+        <source>Drop or paste a picture here</source>
+        <translation>Déposez ou collez une image ici</translation>
+    </message>
 </context>
 <context>
     <name>NS::Window</name>
@@ -167,6 +171,10 @@
         <source>The program does not know the address of its issue tracker.</source>
         <translation>Le programme ne connaît pas l’adresse de son gestionnaire de tickets.</translation>
     </message>
+    <message>
+        <source>The address of the issue tracker is not a valid HTTPS URL.</source>
+        <translation>L’adresse du suivi des bogues n’est pas une URL HTTPS valide.</translation>
+    </message>
 </context>
 <context>
     <name>Pellarvine::ColorPickerButton</name>
@@ -181,6 +189,10 @@
     <message>
         <source>&amp;Paste Colour</source>
         <translation>C&amp;oller la couleur</translation>
+    </message>
+    <message>
+        <source>&amp;Default Colour</source>
+        <translation>Couleur par &amp;défaut</translation>
     </message>
 </context>
 <context>
@@ -433,6 +445,14 @@
         <source>Pick a colour from the screen</source>
         <translation>Prélever une couleur à l’écran</translation>
     </message>
+    <message>
+        <source>Default</source>
+        <translation>Par défaut</translation>
+    </message>
+    <message>
+        <source>Recent colours</source>
+        <translation>Couleurs récentes</translation>
+    </message>
 </context>
 <context>
     <name>Pellarvine::detail::ColorSwatch</name>
@@ -537,6 +557,10 @@
     <message>
         <source>The server redirects too many times.</source>
         <translation>Le serveur redirige trop de fois.</translation>
+    </message>
+    <message>
+        <source>The server rejected it with status %1.</source>
+        <translation>Le serveur l’a refusé avec l’état %1.</translation>
     </message>
 </context>
 </TS>
