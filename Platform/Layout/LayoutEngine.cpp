@@ -67,7 +67,7 @@ LayoutEngine::LayoutEngine(QWidget *host)
 LayoutEngine::~LayoutEngine()
 {
     LayoutHosts::all().remove(m_host, this);
-    for (const Active &active : inOrder())
+    for (const Active &active : copiesInOrder())
         active.constraint->setEngine(nullptr);
 }
 
@@ -77,19 +77,19 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
 {
     acquire(constraint->firstItem(), ancestor);
     acquire(constraint->secondItem(), ancestor);
-    const Solver::Addition added = m_system.add(*constraint, ancestor);
-    if (!added.constraint) {
-        warnAbout(*constraint, added.conflict);
-        release(constraint->firstItem(), ancestor);
-        release(constraint->secondItem(), ancestor);
+    Active active;
+    active.constraint = constraint;
+    active.first = constraint->firstItem();
+    active.second = constraint->secondItem();
+    active.ancestor = ancestor;
+    if (!addAgain(active)) {
+        release(active.first, ancestor);
+        release(active.second, ancestor);
         constraint->setEngine(nullptr);
         return;
     }
-    m_active.insert_or_assign(constraint.get(),
-                              Active { constraint, constraint->firstItem(),
-                                       constraint->secondItem(), ancestor, added.constraint,
-                                       m_nextNumber++,
-                                       m_system.expressionOf(*constraint, ancestor).terms });
+    active.number = m_nextNumber++;
+    m_active.insert_or_assign(constraint.get(), std::move(active));
     request();
     constraint->setEngine(this);
 }
@@ -148,14 +148,20 @@ void LayoutEngine::takeOut(Active &active)
         m_system.solver().remove(*handle);
 }
 
-// Adds a constraint that was taken out. If it contradicts others, warns and returns false: the
-// caller has to remove it.
+// Adds a constraint that is not in the solver. If it contradicts others, warns and returns false:
+// the caller has to remove it.
 bool LayoutEngine::addAgain(Active &active)
 {
-    const Solver::Addition added = m_system.add(*active.constraint, active.ancestor);
+    return addAgain(active, m_system.expressionOf(*active.constraint, active.ancestor));
+}
+
+bool LayoutEngine::addAgain(Active &active, Solver::Expression expression)
+{
+    const Solver::Addition added = m_system.add(*active.constraint, expression);
     if (!added.constraint)
         warnAbout(*active.constraint, added.conflict);
     active.handle = added.constraint;
+    active.terms = std::move(expression.terms);
     return added.constraint.has_value();
 }
 
@@ -163,25 +169,35 @@ void LayoutEngine::warnAbout(const LayoutConstraint &constraint,
                              const std::vector<Solver::Constraint> &conflict) const
 {
     QStringList others;
-    for (const Active &active : inOrder()) {
+    for (const Active *const active : inOrder()) {
         const bool isNamed =
-                std::find(conflict.begin(), conflict.end(), active.handle) != conflict.end();
-        if (isNamed && active.constraint.get() != &constraint)
-            others.append(active.constraint->description());
+                std::find(conflict.begin(), conflict.end(), active->handle) != conflict.end();
+        if (isNamed && active->constraint.get() != &constraint)
+            others.append(active->constraint->description());
     }
     const QString text = u"Warning: dropped the constraint %1, which contradicts %2"_s.arg(
             constraint.description(), others.isEmpty() ? u"itself"_s : others.join(u", "_s));
     printWarning(text.toStdString());
 }
 
-std::vector<LayoutEngine::Active> LayoutEngine::inOrder() const
+// Valid until a constraint goes.
+std::vector<const LayoutEngine::Active *> LayoutEngine::inOrder() const
+{
+    std::vector<const Active *> all;
+    all.reserve(m_active.size());
+    for (const auto &[constraint, active] : m_active)
+        all.push_back(&active);
+    std::sort(all.begin(), all.end(),
+              [](const Active *one, const Active *other) { return one->number < other->number; });
+    return all;
+}
+
+std::vector<LayoutEngine::Active> LayoutEngine::copiesInOrder() const
 {
     std::vector<Active> all;
     all.reserve(m_active.size());
-    for (const auto &[constraint, active] : m_active)
-        all.push_back(active);
-    std::sort(all.begin(), all.end(),
-              [](const Active &one, const Active &other) { return one.number < other.number; });
+    for (const Active *const active : inOrder())
+        all.push_back(*active);
     return all;
 }
 
@@ -203,7 +219,7 @@ void LayoutEngine::acquire(QWidget *widget, const QWidget *ancestor)
     item.placings += widget != ancestor ? 1 : 0;
     if (known)
         return;
-    refresh(item);
+    // The next pass takes over what the widget asks for: no required constraint depends on that.
     watch(widget);
     item.ending =
             connect(widget, &QObject::destroyed, this, [this, widget] { drop({ widget }, false); });
@@ -236,7 +252,7 @@ void LayoutEngine::drop(const QSet<QWidget *> &widgets, bool areAlive)
 {
     QList<std::shared_ptr<LayoutConstraint>> moved;
     const QPointer<LayoutEngine> self(this);
-    std::vector<Active> all = inOrder();
+    std::vector<Active> all = copiesInOrder();
     for (Active &active : all) {
         if (!m_active.contains(active.constraint.get()))
             continue;
@@ -305,7 +321,7 @@ void LayoutEngine::takeOverAllOf(LayoutEngine *lower)
 {
     LayoutHosts::all().takeOverFrom(lower, this);
     takeOver(lower->m_host);
-    std::vector<Active> moving = lower->inOrder();
+    std::vector<Active> moving = lower->copiesInOrder();
     for (Active &active : moving) {
         lower->takeOut(active);
         lower->m_active.erase(active.constraint.get());
@@ -334,8 +350,8 @@ void LayoutEngine::reorder()
 {
     std::vector<LayoutItem *> order;
     QSet<const QWidget *> seen;
-    for (const Active &active : inOrder()) {
-        for (QWidget *const widget : { active.first, active.second }) {
+    for (const Active *const active : inOrder()) {
+        for (QWidget *const widget : { active->first, active->second }) {
             LayoutItem *const item = m_system.find(widget);
             if (item && !seen.contains(widget)) {
                 seen.insert(widget);
@@ -370,8 +386,8 @@ void LayoutEngine::refresh()
         refresh(*item);
     // Fonts may have changed.
     std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
-    for (const Active &active : inOrder()) {
-        const auto &constraint = active.constraint;
+    for (const Active *const active : inOrder()) {
+        const auto &constraint = active->constraint;
         if (!isBaseline(constraint->firstAttribute()) && !isBaseline(constraint->secondAttribute()))
             continue;
         if (!updateBaseline(m_active.at(constraint.get())))
@@ -385,9 +401,8 @@ bool LayoutEngine::updateBaseline(Active &active)
 {
     Solver::Expression expression = m_system.expressionOf(*active.constraint, active.ancestor);
     if (!active.handle || expression.terms != active.terms) {
-        active.terms = std::move(expression.terms);
         takeOut(active);
-        return addAgain(active);
+        return addAgain(active, std::move(expression));
     }
     const auto conflict = m_system.solver().setConstant(*active.handle, expression.constant);
     if (!conflict.empty())
@@ -418,13 +433,13 @@ void LayoutEngine::refresh(LayoutItem &item)
 
 void LayoutEngine::rebuild()
 {
-    const std::vector<Active> all = inOrder();
-    for (const Active &active : all)
-        takeOut(m_active.at(active.constraint.get()));
+    const std::vector<const Active *> all = inOrder();
+    for (const Active *const active : all)
+        takeOut(m_active.at(active->constraint.get()));
     std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
-    for (const Active &active : all) {
-        if (!addAgain(m_active.at(active.constraint.get())))
-            contradicting.push_back(active.constraint);
+    for (const Active *const active : all) {
+        if (!addAgain(m_active.at(active->constraint.get())))
+            contradicting.push_back(active->constraint);
     }
     request();
     removeAll(contradicting);
@@ -432,30 +447,30 @@ void LayoutEngine::rebuild()
 
 void LayoutEngine::apply()
 {
-    if (m_isApplying)
+    if (m_placing)
         return;
     refresh();
     m_system.solve(m_host->size());
 
     // Placing a widget runs its code, which may change the items.
-    std::vector<std::pair<QPointer<QWidget>, QRect>> places;
+    std::vector<std::pair<QWidget *, QRect>> places;
+    places.reserve(m_system.items().size());
     for (const LayoutItem *const item : m_system.items()) {
         if (!item->isGiven)
             places.emplace_back(item->widget, m_system.place(*item));
     }
     const QPointer<LayoutEngine> self(this);
-    const QPointer<QWidget> host(m_host);
-    m_isApplying = true;
     for (const auto &[widget, place] : places) {
-        if (!widget || !host || !host->isAncestorOf(widget))
+        if (!m_system.find(widget))
             continue;
+        m_placing = widget;
         const QWidget *const parent = widget->parentWidget();
-        const QPoint origin = parent == host ? QPoint() : parent->mapTo(host.data(), QPoint());
+        const QPoint origin = parent == m_host ? QPoint() : parent->mapTo(m_host, QPoint());
         widget->setGeometry(place.translated(-origin));
+        if (!self)
+            return;
     }
-    if (!self)
-        return;
-    m_isApplying = false;
+    m_placing = nullptr;
 
     // Qt does not hold windows to a height that follows their width.
     if (m_layout && m_host->isWindow() && hasHeightForWidth()) {
@@ -467,7 +482,20 @@ void LayoutEngine::apply()
 
 bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
 {
+    switch (event->type()) {
+    case QEvent::ParentChange:
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::LayoutRequest:
+    case QEvent::LayoutDirectionChange:
+    case QEvent::DynamicPropertyChange:
+        break;
+    default:
+        return false;
+    }
     auto *const widget = static_cast<QWidget *>(watched);
+    if (widget == m_placing && (event->type() == QEvent::Move || event->type() == QEvent::Resize))
+        return false;
     const LayoutItem *const item = m_system.find(widget);
     const bool isHost = widget == m_host;
     const bool isBetween = !isHost && !item;
@@ -480,8 +508,7 @@ bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Resize:
         if (isHost && !m_layout && event->type() == QEvent::Resize)
             apply();
-        else if (isBetween ? m_host->isAncestorOf(widget) && !m_isApplying
-                           : !isHost && item->isGiven)
+        else if (isBetween ? m_host->isAncestorOf(widget) && !m_placing : !isHost && item->isGiven)
             request();
         break;
     case QEvent::LayoutRequest:

@@ -67,10 +67,12 @@ private:
         std::vector<Solver::Term> terms; ///< of one about a baseline, in the solver
     };
 
-    std::vector<Active> inOrder() const;
+    std::vector<const Active *> inOrder() const;
+    std::vector<Active> copiesInOrder() const;
     void removeAll(const std::vector<std::shared_ptr<NS::LayoutConstraint>> &constraints);
     void takeOut(Active &active);
     bool addAgain(Active &active);
+    bool addAgain(Active &active, Solver::Expression expression);
     bool updateBaseline(Active &active);
     void warnAbout(const NS::LayoutConstraint &constraint,
                    const std::vector<Solver::Constraint> &conflict) const;
@@ -100,7 +102,7 @@ private:
     int m_nextNumber = 0;
     bool m_isOrderStale = false; // constraints have gone, by which items came
     bool m_isStale = false; // what the widgets ask for may have changed
-    bool m_isApplying = false;
+    QWidget *m_placing = nullptr; // the widget that apply() is placing
     std::optional<QSize> m_minimumSize;
     std::optional<QSize> m_sizeHint;
     std::optional<QSize> m_maximumSize;

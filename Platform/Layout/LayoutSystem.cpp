@@ -163,8 +163,7 @@ void LayoutSystem::setWishes(LayoutItem &item, bool hasHints)
                              || (widget->layout() && widget->layout()->hasHeightForWidth());
     item.x.setPlace(m_solver, {});
     item.y.setPlace(m_solver, {});
-    LengthHints width = lengthHints(widget, Qt::Horizontal);
-    LengthHints height = lengthHints(widget, Qt::Vertical);
+    auto [width, height] = sizeHints(widget);
     width.insets = across(item.insets);
     height.insets = along(item.insets);
     if (item.hasHeightForWidth) {
@@ -187,10 +186,10 @@ bool LayoutSystem::setHostInsets(const QMarginsF &insets)
 }
 
 LayoutSystem::Solver::Addition LayoutSystem::add(const LayoutConstraint &constraint,
-                                                 const QWidget *ancestor)
+                                                 const Solver::Expression &expression)
 {
     const bool isRequired = constraint.priority() >= NS::LayoutPriority::required;
-    return m_solver.add(expressionOf(constraint, ancestor), relationOf(constraint.relation()),
+    return m_solver.add(expression, relationOf(constraint.relation()),
                         isRequired ? Solver::required : Solver::Strength { constraint.priority() });
 }
 

@@ -51,7 +51,7 @@ public:
 
     /// Null for the host and for what no constraint is about.
     LayoutItem *find(const QWidget *widget) const;
-    /// The last one in order. The caller gives it a frame or wishes next.
+    /// The last one in order. Before sizes are asked for, the caller gives it a frame or wishes.
     LayoutItem &add(QWidget *widget);
     /// Gives all items another order: what is left open, or wanted equally, goes by it.
     void setOrder(const std::vector<LayoutItem *> &items);
@@ -69,11 +69,13 @@ public:
     /// have to be added again.
     bool setHostInsets(const QMarginsF &insets);
 
-    /// Adds a constraint between the host and items. Leading and trailing follow the direction of
-    /// `ancestor`, the nearest common ancestor of its two widgets.
-    Solver::Addition add(const NS::LayoutConstraint &constraint, const QWidget *ancestor);
+    /// What a constraint between the host and items says. Leading and trailing follow the direction
+    /// of `ancestor`, the nearest common ancestor of its two widgets.
     Solver::Expression expressionOf(const NS::LayoutConstraint &constraint,
                                     const QWidget *ancestor) const;
+    /// Adds a constraint that says `expression`.
+    Solver::Addition add(const NS::LayoutConstraint &constraint,
+                         const Solver::Expression &expression);
 
     void solve(const QSize &hostSize);
     /// Where solve() has put the item's widget, in the host.

@@ -18,9 +18,9 @@ ConstraintSolver::ConstraintSolver(const ConstraintSolver &other)
 
 ConstraintSolver::~ConstraintSolver() = default;
 
-ConstraintSolver::Variable ConstraintSolver::addVariable()
+ConstraintSolver::Variable ConstraintSolver::addVariable(bool isWanted)
 {
-    return Variable { d->makeSymbol({ .number = d->nextNumber++ }) };
+    return Variable { d->makeSymbol({ .number = d->nextNumber++, .isWanted = isWanted }) };
 }
 
 void ConstraintSolver::removeVariable(Variable variable)

@@ -86,7 +86,9 @@ public:
     ConstraintSolver &operator=(const ConstraintSolver &) = delete;
     ~ConstraintSolver();
 
-    Variable addVariable();
+    /// `isWanted` says that a constraint will want a value of the variable alone. The solver then
+    /// works best if other constraints say what other variables are.
+    Variable addVariable(bool isWanted = false);
 
     /// No constraint may mention it any more.
     void removeVariable(Variable variable);

@@ -4,6 +4,8 @@
 
 #include "Base/Global.h"
 
+#include <QVarLengthArray>
+
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -12,6 +14,17 @@ namespace Pellarvine::detail {
 
 /// What rounding may leave of a coefficient that should be 0, beside others of the order of 1.
 inline constexpr double smallestCoefficient = 1e-9;
+
+/// Returns a sum of numbers of that size, exactly 0 where rounding alone is left of it, of which
+/// `rounding` then keeps the largest share.
+inline double roundedSum(double sum, double size, double &rounding)
+{
+    const double share = std::abs(sum) / std::max(1.0, size);
+    if (share > smallestCoefficient)
+        return sum;
+    rounding = std::max(rounding, share);
+    return 0.0;
+}
 
 /// A sum: the constant and each entry's symbol times its coefficient.
 struct PELLARVINE_INTERNAL_EXPORT LinearRow
@@ -26,7 +39,10 @@ struct PELLARVINE_INTERNAL_EXPORT LinearRow
         bool operator==(const Entry &) const = default;
     };
 
-    std::vector<Entry> entries; ///< in the order of their symbols, none of them 0
+    /// Most rows are short.
+    using Entries = QVarLengthArray<Entry, 4>;
+
+    Entries entries; ///< in the order of their symbols, none of them 0
     double constant = 0.0;
     /// How much rounding has left of coefficients that cancelled out, beside what they came from:
     /// 0 while all was exact, and larger the less the others can be relied on.
@@ -54,20 +70,10 @@ struct PELLARVINE_INTERNAL_EXPORT LinearRow
     /// Puts `value` in the place of `symbol`.
     void substitute(Symbol symbol, const LinearRow &value);
 
-    /// Returns a sum of numbers of that size, exactly 0 where rounding alone is left of it.
-    double rounded(double sum, double size)
-    {
-        const double share = std::abs(sum) / std::max(1.0, size);
-        if (share > smallestCoefficient)
-            return sum;
-        rounding = std::max(rounding, share);
-        return 0.0;
-    }
-
 private:
     double sumOf(double one, double other)
     {
-        return rounded(one + other, std::abs(one) + std::abs(other));
+        return roundedSum(one + other, std::abs(one) + std::abs(other), rounding);
     }
 
     template <typename Entries>
@@ -98,7 +104,7 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
             const auto place = lowerBound(entries, symbol);
             if (place == entries.end() || place->symbol != symbol) {
                 if (std::abs(share) > smallestCoefficient) {
-                    entries.insert(place, { symbol, share });
+                    entries.emplace(place, Entry { symbol, share });
                     appears(symbol);
                 }
             } else if (place->coefficient = sumOf(place->coefficient, share);
@@ -109,7 +115,7 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
         }
         return;
     }
-    std::vector<Entry> sum;
+    Entries sum;
     sum.reserve(entries.size() + other.entries.size());
     auto mine = entries.cbegin();
     auto theirs = other.entries.cbegin();
@@ -135,7 +141,7 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
             ++theirs;
         }
     }
-    entries.swap(sum);
+    entries = std::move(sum);
 }
 
 } // namespace Pellarvine::detail

@@ -4,7 +4,7 @@
 
 #include "Layout/Solver/Tableau.h"
 
-#include <map>
+#include <cstddef>
 
 namespace Pellarvine::detail {
 
@@ -14,6 +14,9 @@ class Objective
 {
 public:
     using Symbol = LinearRow::Symbol;
+
+    /// Makes room for one symbol more, the next in order.
+    void addSymbol();
 
     /// Adds the symbol, which is never negative, as many times as `weight` says.
     void add(Symbol symbol, double level, double weight, const Tableau &tableau);
@@ -43,15 +46,22 @@ public:
 private:
     struct Level
     {
-        LinearRow cost;
+        double level;
         int uses = 0;
+        double rounding = 0.0;
     };
 
-    void addToLevel(Symbol symbol, double level, double factor, int uses, const Tableau &tableau);
+    std::size_t indexOf(double level);
+    void erase(std::size_t index);
+    void addToLevel(Symbol symbol, std::size_t index, double factor, const Tableau &tableau);
+    void addCost(Symbol symbol, std::size_t index, double share);
+    const double *costsOf(Symbol symbol) const;
+    double *costsOf(Symbol symbol);
 
-    void suspect(const LinearRow &row);
-
-    std::map<double, Level, std::greater<>> m_levels;
+    std::vector<Level> m_levels; // the highest first
+    int m_symbolCount = 0;
+    std::vector<double> m_costs; // of the first symbol, one for each level, then of the second, ...
+    std::vector<double> m_factors; // substitute()'s
     std::vector<Symbol> m_suspects; // whose costs have changed, and so may have fallen below 0
 };
 

@@ -44,6 +44,7 @@ private:
 void Simplex::addSymbol()
 {
     m_tableau.addSymbol();
+    m_objective.addSymbol();
     m_isFixed.push_back(0);
     m_partners.push_back(-1);
 }
@@ -119,6 +120,7 @@ std::vector<Simplex::Symbol> Simplex::insertRequired(LinearRow row, Symbol marke
 {
     row.solveFor(marker);
     m_tableau.insert(std::move(row), marker);
+    m_needsRepair = true;
     return repair();
 }
 
@@ -175,6 +177,7 @@ void Simplex::makeBasic(const std::vector<char> &isWanted)
 void Simplex::makeFeasible()
 {
     while (true) {
+        m_needsRepair = true;
         const std::vector<Symbol> contradiction = repair();
         if (contradiction.empty())
             return;
@@ -260,9 +263,23 @@ void Simplex::passKinks(Symbol entering)
     }
 }
 
+void Simplex::shift(Symbol symbol, double delta)
+{
+    m_tableau.shift(symbol, delta);
+    const auto isInfeasible = [&](int index) {
+        return excess(index) > smallestValue;
+    };
+    if (m_tableau.isBasic(symbol))
+        m_needsRepair = m_needsRepair || isInfeasible(m_tableau.rowOf(symbol));
+    const auto &rows = m_tableau.rowsWith(symbol);
+    m_needsRepair = m_needsRepair || std::any_of(rows.begin(), rows.end(), isInfeasible);
+}
+
 // The dual simplex: the objective is at its optimum, but some basic symbols have the wrong sign.
 std::vector<Simplex::Symbol> Simplex::repair()
 {
+    if (!m_needsRepair)
+        return {};
     Effort effort(*this);
     for (int leaving = infeasibleRow(false); leaving >= 0 && effort.goesOn();
          leaving = infeasibleRow(effort.isCareful())) {
@@ -287,6 +304,7 @@ std::vector<Simplex::Symbol> Simplex::repair()
             return symbolsOf(leaving);
         pivot(leaving, entering);
     }
+    m_needsRepair = false;
     return {};
 }
 

@@ -75,7 +75,7 @@ public:
     bool minimizeWithinOptimum(LinearRow &cost) { return minimize(cost, true); }
 
     /// Puts "symbol + delta" in the place of the symbol. The caller repairs after that.
-    void shift(Symbol symbol, double delta) { m_tableau.shift(symbol, delta); }
+    void shift(Symbol symbol, double delta);
 
     /// Makes all rows feasible again after shift(). Returns nothing, or the symbols of a
     /// contradiction.
@@ -100,6 +100,7 @@ private:
     std::vector<Symbol> m_partners; // by symbol; -1: none
     unsigned long long m_pivots = 0;
     bool m_hasFailed = false;
+    bool m_needsRepair = false; // a row may be infeasible
 };
 
 /// What rounding may leave of a value that should not be there, in device-independent pixels.

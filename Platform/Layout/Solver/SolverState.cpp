@@ -154,13 +154,18 @@ void ConstraintSolver::Private::setWeight(int index, double weight)
 // If the row says what a variable is, makes that its definition. If not, it is expanded.
 bool ConstraintSolver::Private::define(LinearRow &row)
 {
-    // Best a variable that nothing depends on yet.
-    Symbol variable = newestFree(row, true);
-    if (variable < 0)
-        variable = expandLittle(row);
+    // Best a variable that nothing depends on yet, and rather a place than a size: what is wanted
+    // of a size will be its definition.
+    Symbol variable = -1;
+    for (const bool canBeWanted : { false, true }) {
+        if (variable < 0)
+            variable = newestFree(row, true, canBeWanted);
+        if (variable < 0)
+            variable = expandLittle(row, canBeWanted);
+    }
     if (variable < 0) {
         row = definitions.expand(row, simplex.tableau());
-        variable = newestFree(row, false);
+        variable = newestFree(row, false, true);
     }
     if (variable < 0)
         return false;
@@ -171,12 +176,13 @@ bool ConstraintSolver::Private::define(LinearRow &row)
 
 // Else one that a few definitions lead to, while the rest of the row does not: that keeps the row
 // short. Returns -1, with the row as it was, if there is none.
-ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(LinearRow &row)
+ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(LinearRow &row,
+                                                                          bool canBeWanted)
 {
     constexpr int mostSteps = 4;
     LinearRow little = row;
     for (int step = 0;; ++step) {
-        const Symbol found = newestFree(little, false);
+        const Symbol found = newestFree(little, false, canBeWanted);
         if (found >= 0) {
             if (definitions.leadsTo(little, found))
                 return -1;
@@ -197,15 +203,16 @@ ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(Linear
 
 // The last variable of the row that has no definition, and on request that no definition mentions.
 // Not one with a small coefficient, if there is another: those of its definition would be large.
-ConstraintSolver::Private::Symbol ConstraintSolver::Private::newestFree(const LinearRow &row,
-                                                                        bool isUnused) const
+ConstraintSolver::Private::Symbol
+ConstraintSolver::Private::newestFree(const LinearRow &row, bool isUnused, bool canBeWanted) const
 {
     double largest = 0.0;
     const auto newest = [&](double smallest) {
         Symbol found = -1;
         for (const auto &[symbol, coefficient] : row.entries) {
             if (std::abs(coefficient) < smallest || !isVariable(symbol)
-                || definitions.isDefined(symbol) || (isUnused && definitions.isUsed(symbol)))
+                || definitions.isDefined(symbol) || (isUnused && definitions.isUsed(symbol))
+                || (!canBeWanted && symbols[symbol].isWanted))
                 continue;
             largest = std::max(largest, std::abs(coefficient));
             if (found < 0 || symbols[symbol].number > symbols[found].number)

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/Solver/VariableDefinitions.h"
 
-#include "Layout/Solver/SortedIndices.h"
-
 #include <numeric>
 #include <utility>
 
@@ -35,7 +33,7 @@ void VariableDefinitions::undefine(Symbol variable)
 
 void VariableDefinitions::replace(Symbol symbol, Symbol partner, const LinearRow &replacement)
 {
-    for (const Symbol user : std::vector<Symbol>(m_states[symbol].users)) {
+    for (const Symbol user : SortedIndices(m_states[symbol].users)) {
         LinearRow definition = *m_states[user].definition;
         undefine(user);
         definition.substitute(symbol, replacement);
@@ -46,7 +44,7 @@ void VariableDefinitions::replace(Symbol symbol, Symbol partner, const LinearRow
 
 void VariableDefinitions::eliminate(Symbol symbol, Symbol partner, const Tableau &tableau)
 {
-    const std::vector<Symbol> &users = m_states[symbol].users;
+    const SortedIndices &users = m_states[symbol].users;
     if (users.size() == 1) {
         undefine(users.front());
         return;
@@ -82,7 +80,7 @@ std::vector<VariableDefinitions::Symbol>
 VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
 {
     std::vector<Symbol> order;
-    std::vector<std::pair<Symbol, std::size_t>> path;
+    std::vector<std::pair<Symbol, qsizetype>> path;
     for (const Symbol root : roots) {
         if (m_marks[root] || !isDefined(root))
             continue;
@@ -111,6 +109,12 @@ VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
 // From the symbol upwards: little depends on what was added last.
 bool VariableDefinitions::leadsTo(const LinearRow &row, Symbol symbol)
 {
+    const bool canLead =
+            std::any_of(row.entries.begin(), row.entries.end(), [&](const auto &entry) {
+                return isDefined(entry.symbol) && entry.symbol != symbol;
+            });
+    if (!canLead)
+        return false;
     std::vector<Symbol> depending { symbol };
     bool isFound = false;
     for (std::size_t i = 0; i < depending.size() && !isFound; ++i) {
@@ -138,7 +142,7 @@ LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &table
     result.constant = row.constant;
     result.rounding = row.rounding;
     std::vector<Symbol> touched;
-    const auto add = [&](const std::vector<LinearRow::Entry> &entries, double factor) {
+    const auto add = [&](const LinearRow::Entries &entries, double factor) {
         for (const auto &[symbol, coefficient] : entries) {
             if (!m_marks[symbol]) {
                 m_marks[symbol] = 1;
@@ -150,7 +154,7 @@ LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &table
     };
     const auto takeSum = [&](Symbol symbol) {
         const double sum = std::exchange(m_sums[symbol], 0.0);
-        return result.rounded(sum, std::exchange(m_sizes[symbol], 0.0));
+        return roundedSum(sum, std::exchange(m_sizes[symbol], 0.0), result.rounding);
     };
     const auto substitute = [&](Symbol symbol, const LinearRow &value) {
         const double factor = takeSum(symbol);
