@@ -460,8 +460,9 @@ void LayoutEngine::apply()
             places.emplace_back(item->widget, m_system.place(*item));
     }
     const QPointer<LayoutEngine> self(this);
+    const unsigned changes = m_system.changes();
     for (const auto &[widget, place] : places) {
-        if (!m_system.find(widget))
+        if (m_system.changes() != changes && !m_system.find(widget))
             continue;
         m_placing = widget;
         const QWidget *const parent = widget->parentWidget();

@@ -111,6 +111,7 @@ LayoutItem &LayoutSystem::add(QWidget *widget)
             m_order.begin(), m_order.end(), depthOf(widget),
             [](int depth, const LayoutItem *other) { return depth < depthOf(other->widget); });
     m_order.insert(place, item.get());
+    ++m_changes;
     return *item;
 }
 
@@ -135,6 +136,7 @@ void LayoutSystem::remove(LayoutItem &item)
     item.y.removeFrom(m_solver);
     std::erase(m_order, &item);
     m_items.erase(item.widget);
+    ++m_changes;
 }
 
 void LayoutSystem::setFrame(LayoutItem &item, const QRectF &frame)

@@ -57,6 +57,8 @@ public:
     void setOrder(const std::vector<LayoutItem *> &items);
     /// No constraint may be about it any more.
     void remove(LayoutItem &item);
+    /// How often an item has come or gone.
+    unsigned changes() const { return m_changes; }
     /// Parents first.
     const std::vector<LayoutItem *> &items() const { return m_order; }
 
@@ -104,6 +106,7 @@ private:
     QMarginsF m_hostInsets;
     std::unordered_map<const QWidget *, std::unique_ptr<LayoutItem>> m_items;
     std::vector<LayoutItem *> m_order;
+    unsigned m_changes = 0;
 };
 
 } // namespace Pellarvine::detail

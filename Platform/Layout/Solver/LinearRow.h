@@ -79,6 +79,10 @@ private:
     template <typename Entries>
     static auto lowerBound(Entries &entries, Symbol symbol)
     {
+        // Of a few, one after the other is faster.
+        if (entries.size() <= 8)
+            return std::find_if(entries.begin(), entries.end(),
+                                [&](const Entry &entry) { return entry.symbol >= symbol; });
         return std::lower_bound(
                 entries.begin(), entries.end(), symbol,
                 [](const Entry &entry, Symbol wanted) { return entry.symbol < wanted; });

@@ -195,8 +195,11 @@ void VariableDefinitions::evaluate(const Tableau &tableau, std::vector<double> &
         m_order = dependencies(roots);
         m_isOrderValid = true;
     }
-    for (Symbol symbol = 0; symbol < int(m_states.size()); ++symbol)
-        values[symbol] = tableau.value(symbol);
+    std::fill(values.begin(), values.end(), 0.0);
+    for (int index = 0; index < tableau.size(); ++index) {
+        if (const Symbol basic = tableau.basic(index); basic >= 0)
+            values[basic] = tableau.row(index).constant;
+    }
     for (const Symbol variable : m_order) {
         const LinearRow &row = definition(variable);
         double value = row.constant;
