@@ -67,8 +67,11 @@ LayoutEngine::LayoutEngine(QWidget *host)
 LayoutEngine::~LayoutEngine()
 {
     LayoutHosts::all().remove(m_host, this);
-    for (const Active &active : copiesInOrder())
-        active.constraint->setEngine(nullptr);
+    std::vector<std::shared_ptr<LayoutConstraint>> all;
+    for (const Active *const active : inOrder())
+        all.push_back(active->constraint);
+    for (const auto &constraint : all)
+        constraint->setEngine(nullptr);
 }
 
 // Constraints
@@ -82,6 +85,8 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
     active.first = constraint->firstItem();
     active.second = constraint->secondItem();
     active.ancestor = ancestor;
+    active.isOfBaseline =
+            isBaseline(constraint->firstAttribute()) || isBaseline(constraint->secondAttribute());
     if (!addAgain(active)) {
         release(active.first, ancestor);
         release(active.second, ancestor);
@@ -161,7 +166,8 @@ bool LayoutEngine::addAgain(Active &active, Solver::Expression expression)
     if (!added.constraint)
         warnAbout(*active.constraint, added.conflict);
     active.handle = added.constraint;
-    active.terms = std::move(expression.terms);
+    if (active.isOfBaseline)
+        active.terms = std::move(expression.terms);
     return added.constraint.has_value();
 }
 
@@ -181,12 +187,13 @@ void LayoutEngine::warnAbout(const LayoutConstraint &constraint,
 }
 
 // Valid until a constraint goes.
-std::vector<const LayoutEngine::Active *> LayoutEngine::inOrder() const
+std::vector<const LayoutEngine::Active *> LayoutEngine::inOrder(bool ofBaselines) const
 {
     std::vector<const Active *> all;
-    all.reserve(m_active.size());
-    for (const auto &[constraint, active] : m_active)
-        all.push_back(&active);
+    for (const auto &[constraint, active] : m_active) {
+        if (active.isOfBaseline || !ofBaselines)
+            all.push_back(&active);
+    }
     std::sort(all.begin(), all.end(),
               [](const Active *one, const Active *other) { return one->number < other->number; });
     return all;
@@ -386,10 +393,8 @@ void LayoutEngine::refresh()
         refresh(*item);
     // Fonts may have changed.
     std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
-    for (const Active *const active : inOrder()) {
+    for (const Active *const active : inOrder(true)) {
         const auto &constraint = active->constraint;
-        if (!isBaseline(constraint->firstAttribute()) && !isBaseline(constraint->secondAttribute()))
-            continue;
         if (!updateBaseline(m_active.at(constraint.get())))
             contradicting.push_back(constraint);
     }

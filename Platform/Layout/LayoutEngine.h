@@ -64,10 +64,11 @@ private:
         QWidget *ancestor = nullptr;
         std::optional<Solver::Constraint> handle; ///< none while it is out of the solver
         int number = 0;
-        std::vector<Solver::Term> terms; ///< of one about a baseline, in the solver
+        bool isOfBaseline = false;
+        std::vector<Solver::Term> terms; ///< of one of a baseline, in the solver
     };
 
-    std::vector<const Active *> inOrder() const;
+    std::vector<const Active *> inOrder(bool ofBaselines = false) const;
     std::vector<Active> copiesInOrder() const;
     void removeAll(const std::vector<std::shared_ptr<NS::LayoutConstraint>> &constraints);
     void takeOut(Active &active);

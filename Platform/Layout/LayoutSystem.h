@@ -45,8 +45,6 @@ class LayoutSystem
 public:
     using Solver = ConstraintSolver;
 
-    LayoutSystem();
-
     Solver &solver() { return m_solver; }
 
     /// Null for the host and for what no constraint is about.
@@ -84,25 +82,36 @@ public:
     QRect place(const LayoutItem &item) const;
 
     // Sizes of the host, in whole units.
-    QSize smallestSize() const;
-    QSize preferredSize() const;
-    QSize largestSize() const; ///< QLAYOUTSIZE_MAX where there is no limit
+    QSize smallestSize();
+    QSize preferredSize();
+    QSize largestSize(); ///< QLAYOUTSIZE_MAX where there is no limit
     /// The height at `width` of a host that `level` keeps small.
-    int fittingHeight(int width, double level) const;
+    int fittingHeight(int width, double level);
     bool hasHeightForWidth() const;
 
 private:
     AnchorAxis xAxisOf(const QWidget *widget) const;
     Anchor anchorOf(QWidget *widget, NS::LayoutAttribute attribute) const;
-    Solver wanting(double level, double length) const;
-    void solveWidthsFirst(Solver &solver) const;
-    QSize hostSize(const Solver &solver, int (*rounded)(double)) const;
+    void solveWidthsFirst();
+    QSize hostSize(int (*rounded)(double)) const;
+
+    // One direction of the host: what the solver is told to want of it just now.
+    class HostAxis
+    {
+    public:
+        explicit HostAxis(Solver &solver);
+        Solver::Variable extent() const { return m_extent; }
+        void want(Solver &solver, double level, double length);
+
+    private:
+        Solver::Variable m_extent;
+        Solver::Constraint m_wish;
+        double m_level;
+    };
 
     Solver m_solver;
-    Solver::Variable m_width;
-    Solver::Variable m_height;
-    Solver::Constraint m_hostWidth;
-    Solver::Constraint m_hostHeight;
+    HostAxis m_width { m_solver };
+    HostAxis m_height { m_solver };
     QMarginsF m_hostInsets;
     std::unordered_map<const QWidget *, std::unique_ptr<LayoutItem>> m_items;
     std::vector<LayoutItem *> m_order;

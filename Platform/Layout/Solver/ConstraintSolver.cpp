@@ -88,7 +88,13 @@ void ConstraintSolver::remove(Constraint constraint)
 
 void ConstraintSolver::setWeight(Constraint constraint, double weight)
 {
-    d->setWeight(int(constraint), weight);
+    d->changeStrengths(int(constraint), [&](Strength &strength) { strength.weight = weight; });
+    d->settle();
+}
+
+void ConstraintSolver::setLevel(Constraint constraint, double level)
+{
+    d->changeStrengths(int(constraint), [&](Strength &strength) { strength.level = level; });
     d->settle();
 }
 

@@ -108,6 +108,8 @@ public:
 
     /// Gives a wanted constraint another weight, for either side.
     void setWeight(Constraint constraint, double weight);
+    /// Gives a wanted constraint another level, for either side.
+    void setLevel(Constraint constraint, double level);
 
     /// Gives the constraint's expression another constant. Returns nothing, or the required
     /// constraints that contradict each other with that constant; the old one then stays.

@@ -4,8 +4,6 @@
 
 #include "Base/Global.h"
 
-#include <QVarLengthArray>
-
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -39,10 +37,7 @@ struct PELLARVINE_INTERNAL_EXPORT LinearRow
         bool operator==(const Entry &) const = default;
     };
 
-    /// Most rows are short.
-    using Entries = QVarLengthArray<Entry, 4>;
-
-    Entries entries; ///< in the order of their symbols, none of them 0
+    std::vector<Entry> entries; ///< in the order of their symbols, none of them 0
     double constant = 0.0;
     /// How much rounding has left of coefficients that cancelled out, beside what they came from:
     /// 0 while all was exact, and larger the less the others can be relied on.
@@ -108,7 +103,7 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
             const auto place = lowerBound(entries, symbol);
             if (place == entries.end() || place->symbol != symbol) {
                 if (std::abs(share) > smallestCoefficient) {
-                    entries.emplace(place, Entry { symbol, share });
+                    entries.insert(place, { symbol, share });
                     appears(symbol);
                 }
             } else if (place->coefficient = sumOf(place->coefficient, share);
@@ -119,7 +114,7 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
         }
         return;
     }
-    Entries sum;
+    std::vector<Entry> sum;
     sum.reserve(entries.size() + other.entries.size());
     auto mine = entries.cbegin();
     auto theirs = other.entries.cbegin();
@@ -145,7 +140,7 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
             ++theirs;
         }
     }
-    entries = std::move(sum);
+    entries.swap(sum);
 }
 
 } // namespace Pellarvine::detail

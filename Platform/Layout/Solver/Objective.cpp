@@ -39,6 +39,10 @@ std::size_t Objective::indexOf(double level)
     const auto index = std::size_t(place - m_levels.begin());
     if (place != m_levels.end() && place->level == level)
         return index;
+    // Levels come and go often, so that a few unused ones stay.
+    constexpr std::size_t manyLevels = 16;
+    if (m_levels.size() == manyLevels && eraseUnused())
+        return indexOf(level);
     const std::size_t before = m_levels.size();
     m_levels.insert(place, Level { level });
     std::vector<double> costs(std::size_t(m_symbolCount) * m_levels.size());
@@ -50,12 +54,21 @@ std::size_t Objective::indexOf(double level)
     return index;
 }
 
-void Objective::erase(std::size_t index)
+bool Objective::eraseUnused()
 {
-    const std::size_t before = m_levels.size();
-    std::size_t place = 0;
-    std::erase_if(m_costs, [&](double) { return place++ % before == index; });
-    m_levels.erase(m_levels.begin() + std::ptrdiff_t(index));
+    const auto isUnused = [](const Level &level) {
+        return level.uses == 0;
+    };
+    auto target = m_costs.begin();
+    for (auto source = m_costs.cbegin(); source != m_costs.cend();) {
+        for (const Level &level : m_levels) {
+            if (!isUnused(level))
+                *target++ = *source;
+            ++source;
+        }
+    }
+    m_costs.erase(target, m_costs.end());
+    return std::erase_if(m_levels, isUnused) > 0;
 }
 
 void Objective::addCost(Symbol symbol, std::size_t index, double share)
@@ -90,8 +103,12 @@ void Objective::remove(Symbol symbol, double level, double weight, const Tableau
 {
     const std::size_t index = indexOf(level);
     addToLevel(symbol, index, -weight, tableau);
-    if (--m_levels[index].uses == 0)
-        erase(index);
+    if (--m_levels[index].uses > 0)
+        return;
+    // What rounding has left.
+    m_levels[index].rounding = 0.0;
+    for (std::size_t place = index; place < m_costs.size(); place += m_levels.size())
+        m_costs[place] = 0.0;
 }
 
 void Objective::dropColumn(Symbol symbol)
@@ -167,22 +184,22 @@ int Objective::compare(Symbol symbol, double coefficient, Symbol other,
     return 0;
 }
 
-Objective::Symbol Objective::entering(const std::vector<char> &isFixed)
+Objective::Symbol Objective::entering(const std::vector<char> &isFixed, bool isCareful)
 {
     std::sort(m_suspects.begin(), m_suspects.end());
     m_suspects.erase(std::unique(m_suspects.begin(), m_suspects.end()), m_suspects.end());
+    const auto levelOf = [&](Symbol symbol) {
+        const double *const costs = costsOf(symbol);
+        return std::find_if(costs, costs + m_levels.size(), isCost) - costs;
+    };
     Symbol found = -1;
-    std::size_t highest = 0;
     std::erase_if(m_suspects, [&](Symbol symbol) {
         if (isFixed[symbol] || !isLoweredBy(symbol))
             return true;
-        const double *const costs = costsOf(symbol);
-        const auto index =
-                std::size_t(std::find_if(costs, costs + m_levels.size(), isCost) - costs);
-        if (found < 0 || index < highest) {
+        if (found < 0
+            || (isCareful ? levelOf(symbol) < levelOf(found)
+                          : compare(symbol, 1.0, found, 1.0) < 0))
             found = symbol;
-            highest = index;
-        }
         return false;
     });
     return found;

@@ -38,10 +38,10 @@ public:
     /// Whether the costs rise less (below 0), as much (0) or more by `symbol` for each unit of its
     /// coefficient than by `other`.
     int compare(Symbol symbol, double coefficient, Symbol other, double otherCoefficient) const;
-    /// The first symbol, after Bland's rule, that lowers the highest level it has a cost in, of
-    /// those that `isFixed` does not rule out; -1 if there is none. What it rules out once it must
-    /// rule out until clear().
-    Symbol entering(const std::vector<char> &isFixed);
+    /// The symbol that lowers the costs most, or, carefully, after Bland's rule, the first one that
+    /// lowers the highest level, of those that `isFixed` does not rule out; -1 if there is none.
+    /// What it rules out once it must rule out until clear().
+    Symbol entering(const std::vector<char> &isFixed, bool isCareful);
 
 private:
     struct Level
@@ -52,7 +52,7 @@ private:
     };
 
     std::size_t indexOf(double level);
-    void erase(std::size_t index);
+    bool eraseUnused();
     void addToLevel(Symbol symbol, std::size_t index, double factor, const Tableau &tableau);
     void addCost(Symbol symbol, std::size_t index, double share);
     const double *costsOf(Symbol symbol) const;

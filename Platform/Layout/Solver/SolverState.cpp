@@ -137,20 +137,6 @@ void ConstraintSolver::Private::removeCosts(const Record &record)
                            record.partnerStrength.weight);
 }
 
-void ConstraintSolver::Private::setWeight(int index, double weight)
-{
-    const Record old = records[index];
-    for (Strength *const strength :
-         { &records[index].markerStrength, &records[index].partnerStrength }) {
-        if (strength->weight > 0.0)
-            strength->weight = weight;
-    }
-    addCosts(records[index]);
-    removeCosts(old);
-    decidedPivots.reset();
-    simplex.optimize();
-}
-
 // If the row says what a variable is, makes that its definition. If not, it is expanded.
 bool ConstraintSolver::Private::define(LinearRow &row)
 {

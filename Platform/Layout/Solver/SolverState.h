@@ -52,7 +52,8 @@ struct ConstraintSolver::Private
     Symbol expandLittle(LinearRow &row, bool canBeWanted);
     void addCosts(const Record &record);
     void removeCosts(const Record &record);
-    void setWeight(int record, double weight);
+    template <typename Change>
+    void changeStrengths(int record, Change change);
     static std::shared_ptr<const LinearRow> termsOf(const Expression &expression, double factor);
     static LinearRow rowOf(const Record &record);
     Symbol newestFree(const LinearRow &row, bool isUnused, bool canBeWanted) const;
@@ -93,5 +94,20 @@ struct ConstraintSolver::Private
     std::optional<unsigned long long> checkedPivots;
     int checkedChanges = 0;
 };
+
+template <typename Change>
+void ConstraintSolver::Private::changeStrengths(int index, Change change)
+{
+    const Record old = records[index];
+    for (Strength *const strength :
+         { &records[index].markerStrength, &records[index].partnerStrength }) {
+        if (strength->weight > 0.0)
+            change(*strength);
+    }
+    addCosts(records[index]);
+    removeCosts(old);
+    decidedPivots.reset();
+    simplex.optimize();
+}
 
 } // namespace Pellarvine::detail

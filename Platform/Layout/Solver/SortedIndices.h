@@ -2,23 +2,19 @@
 // Not API.
 #pragma once
 
-#include <QVarLengthArray>
-
 #include <algorithm>
+#include <vector>
 
 namespace Pellarvine::detail {
 
-/// Most are few.
-using SortedIndices = QVarLengthArray<int, 4>;
-
-inline void insertSorted(SortedIndices &indices, int index)
+inline void insertSorted(std::vector<int> &indices, int index)
 {
     const auto place = std::lower_bound(indices.begin(), indices.end(), index);
     if (place == indices.end() || *place != index)
-        indices.emplace(place, index); // insert() moves one by one
+        indices.insert(place, index);
 }
 
-inline void removeSorted(SortedIndices &indices, int index)
+inline void removeSorted(std::vector<int> &indices, int index)
 {
     const auto place = std::lower_bound(indices.begin(), indices.end(), index);
     if (place != indices.end() && *place == index)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/Solver/Tableau.h"
 
+#include "Layout/Solver/SortedIndices.h"
+
 #include <utility>
 
 namespace Pellarvine::detail {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/Solver/VariableDefinitions.h"
 
+#include "Layout/Solver/SortedIndices.h"
+
 #include <numeric>
 #include <utility>
 
@@ -33,7 +35,7 @@ void VariableDefinitions::undefine(Symbol variable)
 
 void VariableDefinitions::replace(Symbol symbol, Symbol partner, const LinearRow &replacement)
 {
-    for (const Symbol user : SortedIndices(m_states[symbol].users)) {
+    for (const Symbol user : std::vector<Symbol>(m_states[symbol].users)) {
         LinearRow definition = *m_states[user].definition;
         undefine(user);
         definition.substitute(symbol, replacement);
@@ -44,7 +46,7 @@ void VariableDefinitions::replace(Symbol symbol, Symbol partner, const LinearRow
 
 void VariableDefinitions::eliminate(Symbol symbol, Symbol partner, const Tableau &tableau)
 {
-    const SortedIndices &users = m_states[symbol].users;
+    const std::vector<Symbol> &users = m_states[symbol].users;
     if (users.size() == 1) {
         undefine(users.front());
         return;
@@ -80,7 +82,7 @@ std::vector<VariableDefinitions::Symbol>
 VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
 {
     std::vector<Symbol> order;
-    std::vector<std::pair<Symbol, qsizetype>> path;
+    std::vector<std::pair<Symbol, std::size_t>> path;
     for (const Symbol root : roots) {
         if (m_marks[root] || !isDefined(root))
             continue;
@@ -142,7 +144,7 @@ LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &table
     result.constant = row.constant;
     result.rounding = row.rounding;
     std::vector<Symbol> touched;
-    const auto add = [&](const LinearRow::Entries &entries, double factor) {
+    const auto add = [&](const std::vector<LinearRow::Entry> &entries, double factor) {
         for (const auto &[symbol, coefficient] : entries) {
             if (!m_marks[symbol]) {
                 m_marks[symbol] = 1;
