@@ -186,6 +186,8 @@ int Objective::compare(Symbol symbol, double coefficient, Symbol other,
 
 Objective::Symbol Objective::entering(const std::vector<char> &isFixed, bool isCareful)
 {
+    std::erase_if(m_suspects,
+                  [&](Symbol symbol) { return isFixed[symbol] || !isLoweredBy(symbol); });
     std::sort(m_suspects.begin(), m_suspects.end());
     m_suspects.erase(std::unique(m_suspects.begin(), m_suspects.end()), m_suspects.end());
     const auto levelOf = [&](Symbol symbol) {
@@ -193,15 +195,12 @@ Objective::Symbol Objective::entering(const std::vector<char> &isFixed, bool isC
         return std::find_if(costs, costs + m_levels.size(), isCost) - costs;
     };
     Symbol found = -1;
-    std::erase_if(m_suspects, [&](Symbol symbol) {
-        if (isFixed[symbol] || !isLoweredBy(symbol))
-            return true;
+    for (const Symbol symbol : m_suspects) {
         if (found < 0
             || (isCareful ? levelOf(symbol) < levelOf(found)
                           : compare(symbol, 1.0, found, 1.0) < 0))
             found = symbol;
-        return false;
-    });
+    }
     return found;
 }
 

@@ -300,7 +300,7 @@ std::vector<Simplex::Symbol> Simplex::repair()
         }
         if (entering < 0)
             return symbolsOf(leaving);
-        const std::vector<int> changing = m_tableau.rowsWith(entering);
+        const SortedIndices changing = m_tableau.rowsWith(entering);
         pivot(leaving, entering);
         for (const int index : changing)
             check(index);

@@ -81,6 +81,7 @@ std::shared_ptr<const LinearRow> ConstraintSolver::Private::termsOf(const Expres
                                                                     double factor)
 {
     auto terms = std::make_shared<LinearRow>();
+    terms->entries.reserve(expression.terms.size());
     for (const auto &[variable, coefficient] : expression.terms)
         terms->add(int(variable), factor * coefficient);
     return terms;
@@ -89,7 +90,9 @@ std::shared_ptr<const LinearRow> ConstraintSolver::Private::termsOf(const Expres
 // "row = 0" is what the constraint says.
 LinearRow ConstraintSolver::Private::rowOf(const Record &record)
 {
-    LinearRow row = *record.terms;
+    LinearRow row;
+    row.entries.reserve(record.terms->entries.size() + 2);
+    row.entries = record.terms->entries;
     row.constant = record.factor * record.constant;
     row.add(record.marker, record.markerSign);
     if (record.partner >= 0)
@@ -166,6 +169,11 @@ ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(Linear
                                                                           bool canBeWanted)
 {
     constexpr int mostSteps = 4;
+    const bool canChange =
+            std::any_of(row.entries.begin(), row.entries.end(),
+                        [&](const auto &entry) { return definitions.isDefined(entry.symbol); });
+    if (!canChange && newestFree(row, false, canBeWanted) < 0)
+        return -1;
     LinearRow little = row;
     for (int step = 0;; ++step) {
         const Symbol found = newestFree(little, false, canBeWanted);

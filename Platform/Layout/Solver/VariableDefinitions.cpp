@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/Solver/VariableDefinitions.h"
 
-#include "Layout/Solver/SortedIndices.h"
-
 #include <numeric>
 #include <utility>
 
@@ -35,7 +33,7 @@ void VariableDefinitions::undefine(Symbol variable)
 
 void VariableDefinitions::replace(Symbol symbol, Symbol partner, const LinearRow &replacement)
 {
-    for (const Symbol user : std::vector<Symbol>(m_states[symbol].users)) {
+    for (const Symbol user : SortedIndices(m_states[symbol].users)) {
         LinearRow definition = *m_states[user].definition;
         undefine(user);
         definition.substitute(symbol, replacement);
@@ -46,7 +44,7 @@ void VariableDefinitions::replace(Symbol symbol, Symbol partner, const LinearRow
 
 void VariableDefinitions::eliminate(Symbol symbol, Symbol partner, const Tableau &tableau)
 {
-    const std::vector<Symbol> &users = m_states[symbol].users;
+    const SortedIndices &users = m_states[symbol].users;
     if (users.size() == 1) {
         undefine(users.front());
         return;
