@@ -13,7 +13,6 @@
 #include <QWidget>
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -67,10 +66,7 @@ LayoutEngine::LayoutEngine(QWidget *host)
 LayoutEngine::~LayoutEngine()
 {
     LayoutHosts::all().remove(m_host, this);
-    std::vector<std::shared_ptr<LayoutConstraint>> all;
-    for (const Active *const active : inOrder())
-        all.push_back(active->constraint);
-    for (const auto &constraint : all)
+    for (const auto &constraint : constraints())
         constraint->setEngine(nullptr);
 }
 
@@ -138,12 +134,9 @@ void LayoutEngine::updateStrength(LayoutConstraint *constraint)
 
 std::vector<std::shared_ptr<LayoutConstraint>> LayoutEngine::constraints() const
 {
-    std::map<int, std::shared_ptr<LayoutConstraint>> byNumber;
-    for (const auto &[key, active] : m_active)
-        byNumber.emplace(active.number, active.constraint);
     std::vector<std::shared_ptr<LayoutConstraint>> all;
-    for (const auto &[number, constraint] : byNumber)
-        all.push_back(constraint);
+    for (const Active *const active : inOrder())
+        all.push_back(active->constraint);
     return all;
 }
 

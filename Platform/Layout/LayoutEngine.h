@@ -40,6 +40,14 @@ public:
     /// The active ones, in the order in which they came.
     std::vector<std::shared_ptr<NS::LayoutConstraint>> constraints() const;
 
+    /// The engine that decides where the widget is, or null.
+    static LayoutEngine *placing(const QWidget *widget);
+    /// Whether the constraints leave a widget that the engine places one place.
+    bool isDetermined(const QWidget *widget);
+    /// The constraints on which its place and size in that direction depend, in order.
+    std::vector<std::shared_ptr<NS::LayoutConstraint>> affecting(const QWidget *widget,
+                                                                 Qt::Orientation orientation);
+
     // What the QLayout answers with; sizes are without the host's margins, which Qt adds.
     void invalidate();
     void apply();

@@ -295,6 +295,28 @@ QRect LayoutSystem::place(const LayoutItem &item) const
     return NS::roundedToUnits(rect.marginsAdded(item.insets));
 }
 
+// That a length is 0 where nobody says what it is does not count.
+bool LayoutSystem::isDetermined(const LayoutItem &item) const
+{
+    const Solver::Variable variables[] = { item.x.origin(), item.x.extent(), item.y.origin(),
+                                           item.y.extent() };
+    return std::all_of(std::begin(variables), std::end(variables), [&](Solver::Variable variable) {
+        return m_solver.isDetermined(variable, LayoutLevel::unwanted);
+    });
+}
+
+std::vector<LayoutSystem::Solver::Constraint>
+LayoutSystem::determining(const LayoutItem &item, Qt::Orientation orientation) const
+{
+    const LayoutAxis &axis = orientation == Qt::Horizontal ? item.x : item.y;
+    std::vector<Solver::Constraint> all = m_solver.determining(axis.origin());
+    for (const Solver::Constraint constraint : m_solver.determining(axis.extent())) {
+        if (std::find(all.begin(), all.end(), constraint) == all.end())
+            all.push_back(constraint);
+    }
+    return all;
+}
+
 QSize LayoutSystem::hostSize(int (*rounded)(double)) const
 {
     return { rounded(m_solver.value(m_width.extent())),

@@ -81,6 +81,12 @@ public:
     /// Where solve() has put the item's widget, in the host.
     QRect place(const LayoutItem &item) const;
 
+    /// Whether constraints and wishes leave the item one place, after solve().
+    bool isDetermined(const LayoutItem &item) const;
+    /// The constraints on which its place and size in that direction depend, after solve().
+    std::vector<Solver::Constraint> determining(const LayoutItem &item,
+                                                Qt::Orientation orientation) const;
+
     // Sizes of the host, in whole units.
     QSize smallestSize();
     QSize preferredSize();

@@ -144,4 +144,20 @@ double ConstraintSolver::value(Variable variable) const
     return d->values[int(variable)];
 }
 
+bool ConstraintSolver::isDetermined(Variable variable, double level) const
+{
+    Private scratch(*d);
+    return scratch.isDetermined(int(variable), level);
+}
+
+std::vector<ConstraintSolver::Constraint> ConstraintSolver::determining(Variable variable) const
+{
+    std::vector<Private::Symbol> symbols;
+    const LinearRow row =
+            d->definitions.expand({ { { int(variable), 1.0 } }, 0.0 }, d->simplex.tableau());
+    for (const auto &entry : row.entries)
+        symbols.push_back(entry.symbol);
+    return d->ownersOf(symbols);
+}
+
 } // namespace Pellarvine::detail

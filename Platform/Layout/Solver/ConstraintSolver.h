@@ -120,6 +120,12 @@ public:
     void solve();
     double value(Variable variable) const;
 
+    /// Whether the constraints that are wanted at a higher level than that, and the required ones,
+    /// leave the variable a single value.
+    bool isDetermined(Variable variable, double level) const;
+    /// The constraints on which its value depends just now, or nearby.
+    std::vector<Constraint> determining(Variable variable) const;
+
 private:
     struct Private;
     std::unique_ptr<Private> d;

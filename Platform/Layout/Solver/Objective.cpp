@@ -103,12 +103,24 @@ void Objective::remove(Symbol symbol, double level, double weight, const Tableau
 {
     const std::size_t index = indexOf(level);
     addToLevel(symbol, index, -weight, tableau);
-    if (--m_levels[index].uses > 0)
-        return;
-    // What rounding has left.
+    // Rounding may have left something.
+    if (--m_levels[index].uses == 0)
+        clearColumn(index);
+}
+
+void Objective::clearColumn(std::size_t index)
+{
     m_levels[index].rounding = 0.0;
     for (std::size_t place = index; place < m_costs.size(); place += m_levels.size())
         m_costs[place] = 0.0;
+}
+
+void Objective::drop(double level)
+{
+    for (std::size_t index = 0; index < m_levels.size(); ++index) {
+        if (m_levels[index].level <= level)
+            clearColumn(index);
+    }
 }
 
 void Objective::dropColumn(Symbol symbol)

@@ -23,6 +23,8 @@ public:
     /// Takes back what add() of the same values added.
     void remove(Symbol symbol, double level, double weight, const Tableau &tableau);
     void clear();
+    /// Drops the costs at that level and below it.
+    void drop(double level);
     void dropColumn(Symbol symbol);
     /// Puts `value` in the place of a symbol that becomes basic.
     void substitute(Symbol symbol, const LinearRow &value);
@@ -53,6 +55,7 @@ private:
 
     std::size_t indexOf(double level);
     bool eraseUnused();
+    void clearColumn(std::size_t index);
     void addToLevel(Symbol symbol, std::size_t index, double factor, const Tableau &tableau);
     void addCost(Symbol symbol, std::size_t index, double share);
     const double *costsOf(Symbol symbol) const;

@@ -60,6 +60,8 @@ public:
     /// Makes all rows feasible while there are no costs. If they cannot be, that is rounding.
     void makeFeasible();
     void clearCosts() { m_objective.clear(); }
+    /// Drops the costs at that level and below it.
+    void dropCosts(double level) { m_objective.drop(level); }
 
     /// Makes a symbol that may take any value from now on basic, if a row mentions it.
     void makeBasic(Symbol symbol);

@@ -375,4 +375,20 @@ void ConstraintSolver::Private::decide()
     evaluate();
 }
 
+// Looks how far it can be moved in either direction. For a copy only.
+bool ConstraintSolver::Private::isDetermined(Symbol variable, double level)
+{
+    simplex.dropCosts(level);
+    for (const double direction : { 1.0, -1.0 }) {
+        LinearRow row = definitions.expand({ { { variable, direction } }, 0.0 }, simplex.tableau());
+        const bool isFree =
+                std::any_of(row.entries.begin(), row.entries.end(),
+                            [&](const auto &entry) { return isVariable(entry.symbol); });
+        const double before = row.constant;
+        if (isFree || !simplex.minimizeWithinOptimum(row) || before - row.constant > smallestValue)
+            return false;
+    }
+    return true;
+}
+
 } // namespace Pellarvine::detail

@@ -74,6 +74,7 @@ struct ConstraintSolver::Private
     void solve();
     bool isUndecided();
     void decide();
+    bool isDetermined(Symbol variable, double level);
     void fixCosts();
     void evaluate() { definitions.evaluate(simplex.tableau(), values); }
 
