@@ -86,4 +86,13 @@ bool isPlacedByOtherLayout(const QWidget *widget)
     return !ConstraintLayout::canServe(parent) && holds(parent->layout(), widget);
 }
 
+bool isReachable(const QWidget *from, const QWidget *ancestor)
+{
+    for (; from != ancestor; from = from->parentWidget()) {
+        if (isPlacedByOtherLayout(from))
+            return false;
+    }
+    return true;
+}
+
 } // namespace Pellarvine::detail

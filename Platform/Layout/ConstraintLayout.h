@@ -41,4 +41,7 @@ private:
 /// Whether a Qt layout of another kind places the widget in its parent.
 bool isPlacedByOtherLayout(const QWidget *widget);
 
+/// Whether no such layout decides where `from`, or what lies between it and `ancestor`, is.
+bool isReachable(const QWidget *from, const QWidget *ancestor);
+
 } // namespace Pellarvine::detail

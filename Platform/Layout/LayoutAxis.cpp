@@ -11,7 +11,7 @@ using Solver = ConstraintSolver;
 LayoutAxis::LayoutAxis(Solver &solver, double weight)
     : m_weight(weight)
     , m_origin(solver.addVariable())
-    , m_extent(solver.addVariable())
+    , m_extent(solver.addVariable(true))
 { }
 
 void LayoutAxis::setWeight(Solver &solver, double weight)

@@ -22,9 +22,9 @@ public:
 
     void setWish(ConstraintSolver &solver, const LengthWish &wish);
 
-    /// Another target for the wish that there is. Returns whether it is another one. For a copy of
-    /// the solver, too.
+    /// Another target for the wish that there is. Returns whether it is another one.
     bool setTarget(ConstraintSolver &solver, double length) const;
+    double target(const ConstraintSolver &solver) const { return -solver.constant(*m_target); }
 
     /// Holds the axis to that place, or to none.
     void setPlace(ConstraintSolver &solver, std::optional<double> origin);

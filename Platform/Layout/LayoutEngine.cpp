@@ -13,27 +13,12 @@
 #include <QWidget>
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 using NS::LayoutConstraint;
 
 namespace Pellarvine::detail {
-
-namespace {
-
-// Whether no Qt layout of another kind decides where the widgets on that way are.
-bool isReachable(const QWidget *from, const QWidget *ancestor)
-{
-    for (; from != ancestor; from = from->parentWidget()) {
-        if (isPlacedByOtherLayout(from))
-            return false;
-    }
-    return true;
-}
-
-} // namespace
 
 LayoutEngine *LayoutEngine::on(QWidget *host)
 {
@@ -67,8 +52,8 @@ LayoutEngine::LayoutEngine(QWidget *host)
 LayoutEngine::~LayoutEngine()
 {
     LayoutHosts::all().remove(m_host, this);
-    for (const Active &active : inOrder())
-        active.constraint->setEngine(nullptr);
+    for (const auto &constraint : constraints())
+        constraint->setEngine(nullptr);
 }
 
 // Constraints
@@ -77,19 +62,21 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
 {
     acquire(constraint->firstItem(), ancestor);
     acquire(constraint->secondItem(), ancestor);
-    const Solver::Addition added = m_system.add(*constraint, ancestor);
-    if (!added.constraint) {
-        warnAbout(*constraint, added.conflict);
-        release(constraint->firstItem(), ancestor);
-        release(constraint->secondItem(), ancestor);
+    Active active;
+    active.constraint = constraint;
+    active.first = constraint->firstItem();
+    active.second = constraint->secondItem();
+    active.ancestor = ancestor;
+    active.isOfBaseline =
+            isBaseline(constraint->firstAttribute()) || isBaseline(constraint->secondAttribute());
+    if (!addAgain(active)) {
+        release(active.first, ancestor);
+        release(active.second, ancestor);
         constraint->setEngine(nullptr);
         return;
     }
-    m_active.insert_or_assign(constraint.get(),
-                              Active { constraint, constraint->firstItem(),
-                                       constraint->secondItem(), ancestor, added.constraint,
-                                       m_nextNumber++,
-                                       m_system.expressionOf(*constraint, ancestor).terms });
+    active.number = m_nextNumber++;
+    m_active.insert_or_assign(constraint.get(), std::move(active));
     request();
     constraint->setEngine(this);
 }
@@ -133,12 +120,9 @@ void LayoutEngine::updateStrength(LayoutConstraint *constraint)
 
 std::vector<std::shared_ptr<LayoutConstraint>> LayoutEngine::constraints() const
 {
-    std::map<int, std::shared_ptr<LayoutConstraint>> byNumber;
-    for (const auto &[key, active] : m_active)
-        byNumber.emplace(active.number, active.constraint);
     std::vector<std::shared_ptr<LayoutConstraint>> all;
-    for (const auto &[number, constraint] : byNumber)
-        all.push_back(constraint);
+    for (const Active *const active : inOrder())
+        all.push_back(active->constraint);
     return all;
 }
 
@@ -148,14 +132,21 @@ void LayoutEngine::takeOut(Active &active)
         m_system.solver().remove(*handle);
 }
 
-// Adds a constraint that was taken out. If it contradicts others, warns and returns false: the
-// caller has to remove it.
+// Adds a constraint that is not in the solver. If it contradicts others, warns and returns false:
+// the caller has to remove it.
 bool LayoutEngine::addAgain(Active &active)
 {
-    const Solver::Addition added = m_system.add(*active.constraint, active.ancestor);
+    return addAgain(active, m_system.expressionOf(*active.constraint, active.ancestor));
+}
+
+bool LayoutEngine::addAgain(Active &active, Solver::Expression expression)
+{
+    const Solver::Addition added = m_system.add(*active.constraint, expression);
     if (!added.constraint)
         warnAbout(*active.constraint, added.conflict);
     active.handle = added.constraint;
+    if (active.isOfBaseline)
+        active.terms = std::move(expression.terms);
     return added.constraint.has_value();
 }
 
@@ -163,158 +154,37 @@ void LayoutEngine::warnAbout(const LayoutConstraint &constraint,
                              const std::vector<Solver::Constraint> &conflict) const
 {
     QStringList others;
-    for (const Active &active : inOrder()) {
+    for (const Active *const active : inOrder()) {
         const bool isNamed =
-                std::find(conflict.begin(), conflict.end(), active.handle) != conflict.end();
-        if (isNamed && active.constraint.get() != &constraint)
-            others.append(active.constraint->description());
+                std::find(conflict.begin(), conflict.end(), active->handle) != conflict.end();
+        if (isNamed && active->constraint.get() != &constraint)
+            others.append(active->constraint->description());
     }
     const QString text = u"Warning: dropped the constraint %1, which contradicts %2"_s.arg(
             constraint.description(), others.isEmpty() ? u"itself"_s : others.join(u", "_s));
     printWarning(text.toStdString());
 }
 
-std::vector<LayoutEngine::Active> LayoutEngine::inOrder() const
+// Valid until a constraint goes.
+std::vector<const LayoutEngine::Active *> LayoutEngine::inOrder(bool ofBaselines) const
 {
-    std::vector<Active> all;
-    all.reserve(m_active.size());
-    for (const auto &[constraint, active] : m_active)
-        all.push_back(active);
+    std::vector<const Active *> all;
+    for (const auto &[constraint, active] : m_active) {
+        if (active.isOfBaseline || !ofBaselines)
+            all.push_back(&active);
+    }
     std::sort(all.begin(), all.end(),
-              [](const Active &one, const Active &other) { return one.number < other.number; });
+              [](const Active *one, const Active *other) { return one->number < other->number; });
     return all;
 }
 
-// Items
-
-void LayoutEngine::acquire(QWidget *widget, const QWidget *ancestor)
+std::vector<LayoutEngine::Active> LayoutEngine::copiesInOrder() const
 {
-    if (!widget || widget == m_host)
-        return;
-    for (QWidget *between = widget->parentWidget(); between != m_host;
-         between = between->parentWidget()) {
-        LayoutEngine *const lower = LayoutHosts::all().ownEngine(between);
-        if (lower && lower->m_system.find(widget) && isReachable(between, m_host))
-            takeOverAllOf(lower);
-    }
-    LayoutItem *const known = m_system.find(widget);
-    LayoutItem &item = known ? *known : m_system.add(widget);
-    ++item.uses;
-    item.placings += widget != ancestor ? 1 : 0;
-    if (known)
-        return;
-    refresh(item);
-    watch(widget);
-    item.ending =
-            connect(widget, &QObject::destroyed, this, [this, widget] { drop({ widget }, false); });
-}
-
-void LayoutEngine::release(QWidget *widget, const QWidget *ancestor)
-{
-    LayoutItem *const item = m_system.find(widget);
-    if (!item)
-        return;
-    m_isOrderStale = true;
-    item->placings -= widget != ancestor ? 1 : 0;
-    if (--item->uses > 0)
-        return;
-    disconnect(item->ending);
-    widget->removeEventFilter(this);
-    m_system.remove(*item);
-}
-
-// The widget and what lies between it and the host, since that may move or leave too.
-void LayoutEngine::watch(QWidget *widget)
-{
-    for (; widget && widget != m_host; widget = widget->parentWidget())
-        widget->installEventFilter(this);
-}
-
-// Ends all constraints of these widgets, which are gone or have left the host. Those that lie as a
-// whole where the widgets are now go on there.
-void LayoutEngine::drop(const QSet<QWidget *> &widgets, bool areAlive)
-{
-    QList<std::shared_ptr<LayoutConstraint>> moved;
-    const QPointer<LayoutEngine> self(this);
-    std::vector<Active> all = inOrder();
-    for (Active &active : all) {
-        if (!m_active.contains(active.constraint.get()))
-            continue;
-        const bool isFirst = widgets.contains(active.first);
-        const bool isSecond = !active.second || widgets.contains(active.second);
-        if (!isFirst && !widgets.contains(active.second))
-            continue;
-        if (areAlive && isFirst && isSecond)
-            moved.append(active.constraint);
-        takeOut(active);
-        m_active.erase(active.constraint.get());
-        release(active.first, active.ancestor);
-        release(active.second, active.ancestor);
-        active.constraint->setEngine(nullptr);
-        if (!self)
-            return;
-    }
-    request();
-    LayoutConstraint::activateConstraints(moved);
-}
-
-void LayoutEngine::dropStrayed()
-{
-    QSet<QWidget *> strayed;
-    for (const LayoutItem *const item : m_system.items()) {
-        if (!m_host->isAncestorOf(item->widget))
-            strayed.insert(item->widget);
-    }
-    if (strayed.isEmpty())
-        return;
-    LayoutHosts::all().giveBackStrayed(this, m_host);
-    drop(strayed, true);
-}
-
-bool LayoutEngine::isGiven(const LayoutItem &item) const
-{
-    const QWidget *const widget = item.widget;
-    if (item.placings == 0 || NS::translatesAutoresizingMaskIntoConstraints(widget)
-        || isPlacedByOtherLayout(widget))
-        return true;
-    for (const QWidget *between = widget->parentWidget(); between != m_host;
-         between = between->parentWidget()) {
-        const LayoutEngine *const lower = LayoutHosts::all().ownEngine(between);
-        if (lower && lower->m_system.find(widget))
-            return true;
-    }
-    return false;
-}
-
-bool LayoutEngine::placesBelow(const QWidget *widget) const
-{
-    const auto &items = m_system.items();
-    return std::any_of(items.begin(), items.end(),
-                       [&](const LayoutItem *item) { return widget->isAncestorOf(item->widget); });
-}
-
-// From now on constraints whose common ancestor is that widget come here.
-void LayoutEngine::takeOver(QWidget *host)
-{
-    LayoutHosts::all().takeOver(host, this);
-    connect(host, &QObject::destroyed, this, [host] { LayoutHosts::all().giveBack(host); });
-}
-
-// The lower engine stays behind without constraints.
-void LayoutEngine::takeOverAllOf(LayoutEngine *lower)
-{
-    LayoutHosts::all().takeOverFrom(lower, this);
-    takeOver(lower->m_host);
-    std::vector<Active> moving = lower->inOrder();
-    for (Active &active : moving) {
-        lower->takeOut(active);
-        lower->m_active.erase(active.constraint.get());
-        lower->release(active.first, active.ancestor);
-        lower->release(active.second, active.ancestor);
-    }
-    lower->request();
-    for (const Active &active : moving)
-        add(active.constraint, active.ancestor);
+    std::vector<Active> all;
+    all.reserve(m_active.size());
+    for (const Active *const active : inOrder())
+        all.push_back(*active);
+    return all;
 }
 
 // Passes
@@ -334,8 +204,8 @@ void LayoutEngine::reorder()
 {
     std::vector<LayoutItem *> order;
     QSet<const QWidget *> seen;
-    for (const Active &active : inOrder()) {
-        for (QWidget *const widget : { active.first, active.second }) {
+    for (const Active *const active : inOrder()) {
+        for (QWidget *const widget : { active->first, active->second }) {
             LayoutItem *const item = m_system.find(widget);
             if (item && !seen.contains(widget)) {
                 seen.insert(widget);
@@ -370,10 +240,8 @@ void LayoutEngine::refresh()
         refresh(*item);
     // Fonts may have changed.
     std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
-    for (const Active &active : inOrder()) {
-        const auto &constraint = active.constraint;
-        if (!isBaseline(constraint->firstAttribute()) && !isBaseline(constraint->secondAttribute()))
-            continue;
+    for (const Active *const active : inOrder(true)) {
+        const auto &constraint = active->constraint;
         if (!updateBaseline(m_active.at(constraint.get())))
             contradicting.push_back(constraint);
     }
@@ -385,9 +253,8 @@ bool LayoutEngine::updateBaseline(Active &active)
 {
     Solver::Expression expression = m_system.expressionOf(*active.constraint, active.ancestor);
     if (!active.handle || expression.terms != active.terms) {
-        active.terms = std::move(expression.terms);
         takeOut(active);
-        return addAgain(active);
+        return addAgain(active, std::move(expression));
     }
     const auto conflict = m_system.solver().setConstant(*active.handle, expression.constant);
     if (!conflict.empty())
@@ -418,13 +285,13 @@ void LayoutEngine::refresh(LayoutItem &item)
 
 void LayoutEngine::rebuild()
 {
-    const std::vector<Active> all = inOrder();
-    for (const Active &active : all)
-        takeOut(m_active.at(active.constraint.get()));
+    const std::vector<const Active *> all = inOrder();
+    for (const Active *const active : all)
+        takeOut(m_active.at(active->constraint.get()));
     std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
-    for (const Active &active : all) {
-        if (!addAgain(m_active.at(active.constraint.get())))
-            contradicting.push_back(active.constraint);
+    for (const Active *const active : all) {
+        if (!addAgain(m_active.at(active->constraint.get())))
+            contradicting.push_back(active->constraint);
     }
     request();
     removeAll(contradicting);
@@ -432,30 +299,31 @@ void LayoutEngine::rebuild()
 
 void LayoutEngine::apply()
 {
-    if (m_isApplying)
+    if (m_placing)
         return;
     refresh();
     m_system.solve(m_host->size());
 
     // Placing a widget runs its code, which may change the items.
-    std::vector<std::pair<QPointer<QWidget>, QRect>> places;
+    std::vector<std::pair<QWidget *, QRect>> places;
+    places.reserve(m_system.items().size());
     for (const LayoutItem *const item : m_system.items()) {
         if (!item->isGiven)
             places.emplace_back(item->widget, m_system.place(*item));
     }
     const QPointer<LayoutEngine> self(this);
-    const QPointer<QWidget> host(m_host);
-    m_isApplying = true;
+    const unsigned changes = m_system.changes();
     for (const auto &[widget, place] : places) {
-        if (!widget || !host || !host->isAncestorOf(widget))
+        if (m_system.changes() != changes && !m_system.find(widget))
             continue;
+        m_placing = widget;
         const QWidget *const parent = widget->parentWidget();
-        const QPoint origin = parent == host ? QPoint() : parent->mapTo(host.data(), QPoint());
+        const QPoint origin = parent == m_host ? QPoint() : parent->mapTo(m_host, QPoint());
         widget->setGeometry(place.translated(-origin));
+        if (!self)
+            return;
     }
-    if (!self)
-        return;
-    m_isApplying = false;
+    m_placing = nullptr;
 
     // Qt does not hold windows to a height that follows their width.
     if (m_layout && m_host->isWindow() && hasHeightForWidth()) {
@@ -467,7 +335,20 @@ void LayoutEngine::apply()
 
 bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
 {
+    switch (event->type()) {
+    case QEvent::ParentChange:
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::LayoutRequest:
+    case QEvent::LayoutDirectionChange:
+    case QEvent::DynamicPropertyChange:
+        break;
+    default:
+        return false;
+    }
     auto *const widget = static_cast<QWidget *>(watched);
+    if (widget == m_placing && (event->type() == QEvent::Move || event->type() == QEvent::Resize))
+        return false;
     const LayoutItem *const item = m_system.find(widget);
     const bool isHost = widget == m_host;
     const bool isBetween = !isHost && !item;
@@ -480,8 +361,7 @@ bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Resize:
         if (isHost && !m_layout && event->type() == QEvent::Resize)
             apply();
-        else if (isBetween ? m_host->isAncestorOf(widget) && !m_isApplying
-                           : !isHost && item->isGiven)
+        else if (isBetween ? m_host->isAncestorOf(widget) && !m_placing : !isHost && item->isGiven)
             request();
         break;
     case QEvent::LayoutRequest:

@@ -40,6 +40,14 @@ public:
     /// The active ones, in the order in which they came.
     std::vector<std::shared_ptr<NS::LayoutConstraint>> constraints() const;
 
+    /// The engine that decides where the widget is, or null.
+    static LayoutEngine *placing(const QWidget *widget);
+    /// Whether the constraints leave a widget that the engine places one place.
+    bool isDetermined(const QWidget *widget);
+    /// The constraints on which its place and size in that direction depend, in order.
+    std::vector<std::shared_ptr<NS::LayoutConstraint>> affecting(const QWidget *widget,
+                                                                 Qt::Orientation orientation);
+
     // What the QLayout answers with; sizes are without the host's margins, which Qt adds.
     void invalidate();
     void apply();
@@ -64,13 +72,16 @@ private:
         QWidget *ancestor = nullptr;
         std::optional<Solver::Constraint> handle; ///< none while it is out of the solver
         int number = 0;
-        std::vector<Solver::Term> terms; ///< of one about a baseline, in the solver
+        bool isOfBaseline = false;
+        std::vector<Solver::Term> terms; ///< of one of a baseline, in the solver
     };
 
-    std::vector<Active> inOrder() const;
+    std::vector<const Active *> inOrder(bool ofBaselines = false) const;
+    std::vector<Active> copiesInOrder() const;
     void removeAll(const std::vector<std::shared_ptr<NS::LayoutConstraint>> &constraints);
     void takeOut(Active &active);
     bool addAgain(Active &active);
+    bool addAgain(Active &active, Solver::Expression expression);
     bool updateBaseline(Active &active);
     void warnAbout(const NS::LayoutConstraint &constraint,
                    const std::vector<Solver::Constraint> &conflict) const;
@@ -100,7 +111,7 @@ private:
     int m_nextNumber = 0;
     bool m_isOrderStale = false; // constraints have gone, by which items came
     bool m_isStale = false; // what the widgets ask for may have changed
-    bool m_isApplying = false;
+    QWidget *m_placing = nullptr; // the widget that apply() is placing
     std::optional<QSize> m_minimumSize;
     std::optional<QSize> m_sizeHint;
     std::optional<QSize> m_maximumSize;

@@ -196,7 +196,8 @@ void findUnmet(const QWidget *widget, Qt::Orientation orientation, const QRectF 
 {
     const bool isHorizontal = orientation == Qt::Horizontal;
     const QMarginsF insets = NS::alignmentRectInsets(widget);
-    LengthHints hints = lengthHints(widget, orientation);
+    const SizeHints both = sizeHints(widget);
+    LengthHints hints = isHorizontal ? both.width : both.height;
     hints.insets = isHorizontal ? insets.left() + insets.right() : insets.top() + insets.bottom();
     // Lines break before text is cut off.
     if (widget->hasHeightForWidth())

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using NS::LayoutAttribute;
 using NS::LayoutConstraint;
@@ -60,13 +61,6 @@ double along(const QMarginsF &insets)
     return insets.top() + insets.bottom();
 }
 
-ConstraintSolver::Constraint addLength(ConstraintSolver &solver,
-                                       ConstraintSolver::Variable variable, double length,
-                                       double level)
-{
-    return solver.addTarget({ { { variable } }, -length }, { level }, { level });
-}
-
 ConstraintSolver::Relation relationOf(LayoutRelation relation)
 {
     switch (relation) {
@@ -80,6 +74,32 @@ ConstraintSolver::Relation relationOf(LayoutRelation relation)
     return ConstraintSolver::Relation::equal;
 }
 
+// Puts back the heights that follow widths, so that no question depends on the one before.
+class KeptHeights
+{
+public:
+    KeptHeights(ConstraintSolver &solver, const std::vector<LayoutItem *> &items)
+        : m_solver(solver)
+    {
+        for (const LayoutItem *const item : items) {
+            if (item->hasHeightForWidth)
+                m_heights.emplace_back(&item->y, item->y.target(solver));
+        }
+    }
+
+    ~KeptHeights()
+    {
+        for (const auto &[axis, height] : m_heights)
+            axis->setTarget(m_solver, height);
+    }
+
+    Q_DISABLE_COPY_MOVE(KeptHeights)
+
+private:
+    ConstraintSolver &m_solver;
+    std::vector<std::pair<const LayoutAxis *, double>> m_heights;
+};
+
 } // namespace
 
 LayoutItem::LayoutItem(QWidget *ofWidget, int number, ConstraintSolver &solver)
@@ -88,12 +108,23 @@ LayoutItem::LayoutItem(QWidget *ofWidget, int number, ConstraintSolver &solver)
     , y(solver, weightOf(number))
 { }
 
-LayoutSystem::LayoutSystem()
-    : m_width(m_solver.addVariable())
-    , m_height(m_solver.addVariable())
-    , m_hostWidth(addLength(m_solver, m_width, roomyLength, LayoutLevel::container))
-    , m_hostHeight(addLength(m_solver, m_height, roomyLength, LayoutLevel::container))
+LayoutSystem::HostAxis::HostAxis(Solver &solver)
+    : m_extent(solver.addVariable())
+    , m_wish(solver.addTarget({ { { m_extent } }, -roomyLength }, { LayoutLevel::container },
+                              { LayoutLevel::container }))
+    , m_level(LayoutLevel::container)
 { }
+
+// The host moves while it is wanted less, so that few others give way on its way there.
+void LayoutSystem::HostAxis::want(Solver &solver, double level, double length)
+{
+    if (level < m_level)
+        solver.setLevel(m_wish, level);
+    solver.setConstant(m_wish, -length);
+    if (level > m_level)
+        solver.setLevel(m_wish, level);
+    m_level = level;
+}
 
 // Items
 
@@ -111,12 +142,13 @@ LayoutItem &LayoutSystem::add(QWidget *widget)
             m_order.begin(), m_order.end(), depthOf(widget),
             [](int depth, const LayoutItem *other) { return depth < depthOf(other->widget); });
     m_order.insert(place, item.get());
+    ++m_changes;
     return *item;
 }
 
 void LayoutSystem::setOrder(const std::vector<LayoutItem *> &items)
 {
-    std::vector<Solver::Variable> variables { m_width, m_height };
+    std::vector<Solver::Variable> variables { m_width.extent(), m_height.extent() };
     int number = 0;
     for (LayoutItem *const item : items) {
         for (LayoutAxis *const axis : { &item->x, &item->y }) {
@@ -135,6 +167,7 @@ void LayoutSystem::remove(LayoutItem &item)
     item.y.removeFrom(m_solver);
     std::erase(m_order, &item);
     m_items.erase(item.widget);
+    ++m_changes;
 }
 
 void LayoutSystem::setFrame(LayoutItem &item, const QRectF &frame)
@@ -163,8 +196,7 @@ void LayoutSystem::setWishes(LayoutItem &item, bool hasHints)
                              || (widget->layout() && widget->layout()->hasHeightForWidth());
     item.x.setPlace(m_solver, {});
     item.y.setPlace(m_solver, {});
-    LengthHints width = lengthHints(widget, Qt::Horizontal);
-    LengthHints height = lengthHints(widget, Qt::Vertical);
+    auto [width, height] = sizeHints(widget);
     width.insets = across(item.insets);
     height.insets = along(item.insets);
     if (item.hasHeightForWidth) {
@@ -187,10 +219,10 @@ bool LayoutSystem::setHostInsets(const QMarginsF &insets)
 }
 
 LayoutSystem::Solver::Addition LayoutSystem::add(const LayoutConstraint &constraint,
-                                                 const QWidget *ancestor)
+                                                 const Solver::Expression &expression)
 {
     const bool isRequired = constraint.priority() >= NS::LayoutPriority::required;
-    return m_solver.add(expressionOf(constraint, ancestor), relationOf(constraint.relation()),
+    return m_solver.add(expression, relationOf(constraint.relation()),
                         isRequired ? Solver::required : Solver::Strength { constraint.priority() });
 }
 
@@ -210,7 +242,8 @@ LayoutSystem::Solver::Expression LayoutSystem::expressionOf(const LayoutConstrai
 AnchorAxis LayoutSystem::xAxisOf(const QWidget *widget) const
 {
     const LayoutItem *const item = find(widget);
-    return item ? AnchorAxis { item->x.origin(), item->x.extent() } : AnchorAxis { {}, m_width };
+    return item ? AnchorAxis { item->x.origin(), item->x.extent() }
+                : AnchorAxis { {}, m_width.extent() };
 }
 
 Anchor LayoutSystem::anchorOf(QWidget *widget, LayoutAttribute attribute) const
@@ -221,8 +254,8 @@ Anchor LayoutSystem::anchorOf(QWidget *widget, LayoutAttribute attribute) const
         anchor.x = { item->x.origin(), item->x.extent() };
         anchor.y = { item->y.origin(), item->y.extent() };
     } else {
-        anchor.x = { {}, m_width, m_hostInsets.left(), m_hostInsets.right() };
-        anchor.y = { {}, m_height, m_hostInsets.top(), m_hostInsets.bottom() };
+        anchor.x = { {}, m_width.extent(), m_hostInsets.left(), m_hostInsets.right() };
+        anchor.y = { {}, m_height.extent(), m_hostInsets.top(), m_hostInsets.bottom() };
     }
     if (isBaseline(attribute))
         anchor.baseline = baselineOf(widget, attribute);
@@ -233,26 +266,26 @@ Anchor LayoutSystem::anchorOf(QWidget *widget, LayoutAttribute attribute) const
 
 void LayoutSystem::solve(const QSize &hostSize)
 {
-    m_solver.setConstant(m_hostWidth, -hostSize.width());
-    m_solver.setConstant(m_hostHeight, -hostSize.height());
-    solveWidthsFirst(m_solver);
+    m_width.want(m_solver, LayoutLevel::container, hostSize.width());
+    m_height.want(m_solver, LayoutLevel::container, hostSize.height());
+    solveWidthsFirst();
 }
 
 // Heights that follow widths are measured once the widths are settled.
-void LayoutSystem::solveWidthsFirst(Solver &solver) const
+void LayoutSystem::solveWidthsFirst()
 {
-    solver.solve();
+    m_solver.solve();
     bool hasChanged = false;
     for (const LayoutItem *const item : m_order) {
         if (!item->hasHeightForWidth)
             continue;
         const int width =
-                std::max(0, qRound(solver.value(item->x.extent()) + across(item->insets)));
+                std::max(0, qRound(m_solver.value(item->x.extent()) + across(item->insets)));
         const double height = item->widget->heightForWidth(width) - along(item->insets);
-        hasChanged = item->y.setTarget(solver, std::max(0.0, height)) || hasChanged;
+        hasChanged = item->y.setTarget(m_solver, std::max(0.0, height)) || hasChanged;
     }
     if (hasChanged)
-        solver.solve();
+        m_solver.solve();
 }
 
 QRect LayoutSystem::place(const LayoutItem &item) const
@@ -262,55 +295,72 @@ QRect LayoutSystem::place(const LayoutItem &item) const
     return NS::roundedToUnits(rect.marginsAdded(item.insets));
 }
 
-// What the solver says of a host that wants that length in both directions.
-LayoutSystem::Solver LayoutSystem::wanting(double level, double length) const
+// That a length is 0 where nobody says what it is does not count.
+bool LayoutSystem::isDetermined(const LayoutItem &item) const
 {
-    Solver solver(m_solver);
-    solver.remove(m_hostWidth);
-    solver.remove(m_hostHeight);
-    addLength(solver, m_width, length, level);
-    addLength(solver, m_height, length, level);
-    return solver;
+    const Solver::Variable variables[] = { item.x.origin(), item.x.extent(), item.y.origin(),
+                                           item.y.extent() };
+    return std::all_of(std::begin(variables), std::end(variables), [&](Solver::Variable variable) {
+        return m_solver.isDetermined(variable, LayoutLevel::unwanted);
+    });
 }
 
-QSize LayoutSystem::hostSize(const Solver &solver, int (*rounded)(double)) const
+std::vector<LayoutSystem::Solver::Constraint>
+LayoutSystem::determining(const LayoutItem &item, Qt::Orientation orientation) const
 {
-    return { rounded(solver.value(m_width)), rounded(solver.value(m_height)) };
+    const LayoutAxis &axis = orientation == Qt::Horizontal ? item.x : item.y;
+    std::vector<Solver::Constraint> all = m_solver.determining(axis.origin());
+    for (const Solver::Constraint constraint : m_solver.determining(axis.extent())) {
+        if (std::find(all.begin(), all.end(), constraint) == all.end())
+            all.push_back(constraint);
+    }
+    return all;
 }
 
-QSize LayoutSystem::smallestSize() const
+QSize LayoutSystem::hostSize(int (*rounded)(double)) const
 {
-    Solver solver = wanting(LayoutLevel::shrinking, 0.0);
+    return { rounded(m_solver.value(m_width.extent())),
+             rounded(m_solver.value(m_height.extent())) };
+}
+
+QSize LayoutSystem::smallestSize()
+{
+    const KeptHeights keptHeights(m_solver, m_order);
+    m_width.want(m_solver, LayoutLevel::shrinking, 0.0);
+    m_height.want(m_solver, LayoutLevel::shrinking, 0.0);
     for (const LayoutItem *const item : m_order) {
         if (item->hasHeightForWidth)
-            item->y.setTarget(solver, item->minimumHeight);
+            item->y.setTarget(m_solver, item->minimumHeight);
     }
-    solver.solve();
-    return hostSize(solver, roundedUp);
+    m_solver.solve();
+    return hostSize(roundedUp);
 }
 
-QSize LayoutSystem::preferredSize() const
+QSize LayoutSystem::preferredSize()
 {
-    Solver solver = wanting(NS::LayoutPriority::fittingSizeCompression, 0.0);
-    solveWidthsFirst(solver);
-    return hostSize(solver, roundedUp);
+    const KeptHeights keptHeights(m_solver, m_order);
+    m_width.want(m_solver, NS::LayoutPriority::fittingSizeCompression, 0.0);
+    m_height.want(m_solver, NS::LayoutPriority::fittingSizeCompression, 0.0);
+    solveWidthsFirst();
+    return hostSize(roundedUp);
 }
 
-QSize LayoutSystem::largestSize() const
+QSize LayoutSystem::largestSize()
 {
-    Solver solver = wanting(LayoutLevel::growing, QLAYOUTSIZE_MAX);
-    solveWidthsFirst(solver);
-    return hostSize(solver, roundedDown);
+    const KeptHeights keptHeights(m_solver, m_order);
+    m_width.want(m_solver, LayoutLevel::growing, QLAYOUTSIZE_MAX);
+    m_height.want(m_solver, LayoutLevel::growing, QLAYOUTSIZE_MAX);
+    solveWidthsFirst();
+    return hostSize(roundedDown);
 }
 
-int LayoutSystem::fittingHeight(int width, double level) const
+int LayoutSystem::fittingHeight(int width, double level)
 {
-    Solver solver(m_solver);
-    solver.setConstant(m_hostWidth, -width);
-    solver.remove(m_hostHeight);
-    addLength(solver, m_height, 0.0, level);
-    solveWidthsFirst(solver);
-    return roundedUp(solver.value(m_height));
+    const KeptHeights keptHeights(m_solver, m_order);
+    m_width.want(m_solver, LayoutLevel::container, width);
+    m_height.want(m_solver, level, 0.0);
+    solveWidthsFirst();
+    return roundedUp(m_solver.value(m_height.extent()));
 }
 
 bool LayoutSystem::hasHeightForWidth() const

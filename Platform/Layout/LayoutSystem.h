@@ -45,18 +45,18 @@ class LayoutSystem
 public:
     using Solver = ConstraintSolver;
 
-    LayoutSystem();
-
     Solver &solver() { return m_solver; }
 
     /// Null for the host and for what no constraint is about.
     LayoutItem *find(const QWidget *widget) const;
-    /// The last one in order. The caller gives it a frame or wishes next.
+    /// The last one in order. Before sizes are asked for, the caller gives it a frame or wishes.
     LayoutItem &add(QWidget *widget);
     /// Gives all items another order: what is left open, or wanted equally, goes by it.
     void setOrder(const std::vector<LayoutItem *> &items);
     /// No constraint may be about it any more.
     void remove(LayoutItem &item);
+    /// How often an item has come or gone.
+    unsigned changes() const { return m_changes; }
     /// Parents first.
     const std::vector<LayoutItem *> &items() const { return m_order; }
 
@@ -69,39 +69,59 @@ public:
     /// have to be added again.
     bool setHostInsets(const QMarginsF &insets);
 
-    /// Adds a constraint between the host and items. Leading and trailing follow the direction of
-    /// `ancestor`, the nearest common ancestor of its two widgets.
-    Solver::Addition add(const NS::LayoutConstraint &constraint, const QWidget *ancestor);
+    /// What a constraint between the host and items says. Leading and trailing follow the direction
+    /// of `ancestor`, the nearest common ancestor of its two widgets.
     Solver::Expression expressionOf(const NS::LayoutConstraint &constraint,
                                     const QWidget *ancestor) const;
+    /// Adds a constraint that says `expression`.
+    Solver::Addition add(const NS::LayoutConstraint &constraint,
+                         const Solver::Expression &expression);
 
     void solve(const QSize &hostSize);
     /// Where solve() has put the item's widget, in the host.
     QRect place(const LayoutItem &item) const;
 
+    /// Whether constraints and wishes leave the item one place, after solve().
+    bool isDetermined(const LayoutItem &item) const;
+    /// The constraints on which its place and size in that direction depend, after solve().
+    std::vector<Solver::Constraint> determining(const LayoutItem &item,
+                                                Qt::Orientation orientation) const;
+
     // Sizes of the host, in whole units.
-    QSize smallestSize() const;
-    QSize preferredSize() const;
-    QSize largestSize() const; ///< QLAYOUTSIZE_MAX where there is no limit
+    QSize smallestSize();
+    QSize preferredSize();
+    QSize largestSize(); ///< QLAYOUTSIZE_MAX where there is no limit
     /// The height at `width` of a host that `level` keeps small.
-    int fittingHeight(int width, double level) const;
+    int fittingHeight(int width, double level);
     bool hasHeightForWidth() const;
 
 private:
     AnchorAxis xAxisOf(const QWidget *widget) const;
     Anchor anchorOf(QWidget *widget, NS::LayoutAttribute attribute) const;
-    Solver wanting(double level, double length) const;
-    void solveWidthsFirst(Solver &solver) const;
-    QSize hostSize(const Solver &solver, int (*rounded)(double)) const;
+    void solveWidthsFirst();
+    QSize hostSize(int (*rounded)(double)) const;
+
+    // One direction of the host: what the solver is told to want of it just now.
+    class HostAxis
+    {
+    public:
+        explicit HostAxis(Solver &solver);
+        Solver::Variable extent() const { return m_extent; }
+        void want(Solver &solver, double level, double length);
+
+    private:
+        Solver::Variable m_extent;
+        Solver::Constraint m_wish;
+        double m_level;
+    };
 
     Solver m_solver;
-    Solver::Variable m_width;
-    Solver::Variable m_height;
-    Solver::Constraint m_hostWidth;
-    Solver::Constraint m_hostHeight;
+    HostAxis m_width { m_solver };
+    HostAxis m_height { m_solver };
     QMarginsF m_hostInsets;
     std::unordered_map<const QWidget *, std::unique_ptr<LayoutItem>> m_items;
     std::vector<LayoutItem *> m_order;
+    unsigned m_changes = 0;
 };
 
 } // namespace Pellarvine::detail

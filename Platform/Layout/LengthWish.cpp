@@ -9,20 +9,24 @@
 
 namespace Pellarvine::detail {
 
-LengthHints lengthHints(const QWidget *widget, Qt::Orientation orientation)
+SizeHints sizeHints(const QWidget *widget)
 {
-    const bool isHorizontal = orientation == Qt::Horizontal;
-    const auto length = [&](const QSize &size) {
-        return isHorizontal ? size.width() : size.height();
-    };
     const QSizePolicy policy = widget->sizePolicy();
-    LengthHints hints;
-    hints.policy = isHorizontal ? policy.horizontalPolicy() : policy.verticalPolicy();
-    hints.hint = length(widget->sizeHint());
-    hints.minimumHint = length(widget->minimumSizeHint());
-    hints.minimum = length(widget->minimumSize());
-    hints.maximum = length(widget->maximumSize());
-    return hints;
+    const QSize hint = widget->sizeHint();
+    const QSize minimumHint = widget->minimumSizeHint();
+    const QSize minimum = widget->minimumSize();
+    const QSize maximum = widget->maximumSize();
+    const auto lengthHints = [&](QSizePolicy::Policy lengthPolicy, auto length) {
+        LengthHints hints;
+        hints.policy = lengthPolicy;
+        hints.hint = length(hint);
+        hints.minimumHint = length(minimumHint);
+        hints.minimum = length(minimum);
+        hints.maximum = length(maximum);
+        return hints;
+    };
+    return { lengthHints(policy.horizontalPolicy(), [](QSize size) { return size.width(); }),
+             lengthHints(policy.verticalPolicy(), [](QSize size) { return size.height(); }) };
 }
 
 LengthWish lengthWish(const LengthHints &hints)

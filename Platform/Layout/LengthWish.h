@@ -22,9 +22,15 @@ struct LengthHints
     double insets = 0.0; ///< how much longer it is than the part of it that is aligned
 };
 
+/// What a widget says about its width and its height.
+struct SizeHints
+{
+    LengthHints width;
+    LengthHints height;
+};
+
 /// Without the insets.
-PELLARVINE_INTERNAL_EXPORT LengthHints lengthHints(const QWidget *widget,
-                                                   Qt::Orientation orientation);
+PELLARVINE_INTERNAL_EXPORT SizeHints sizeHints(const QWidget *widget);
 
 /// The length that the aligned part of a widget wants in one direction, and how much.
 struct LengthWish

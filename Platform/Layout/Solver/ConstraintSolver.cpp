@@ -18,9 +18,9 @@ ConstraintSolver::ConstraintSolver(const ConstraintSolver &other)
 
 ConstraintSolver::~ConstraintSolver() = default;
 
-ConstraintSolver::Variable ConstraintSolver::addVariable()
+ConstraintSolver::Variable ConstraintSolver::addVariable(bool isWanted)
 {
-    return Variable { d->makeSymbol({ .number = d->nextNumber++ }) };
+    return Variable { d->makeSymbol({ .number = d->nextNumber++, .isWanted = isWanted }) };
 }
 
 void ConstraintSolver::removeVariable(Variable variable)
@@ -88,7 +88,13 @@ void ConstraintSolver::remove(Constraint constraint)
 
 void ConstraintSolver::setWeight(Constraint constraint, double weight)
 {
-    d->setWeight(int(constraint), weight);
+    d->changeStrengths(int(constraint), [&](Strength &strength) { strength.weight = weight; });
+    d->settle();
+}
+
+void ConstraintSolver::setLevel(Constraint constraint, double level)
+{
+    d->changeStrengths(int(constraint), [&](Strength &strength) { strength.level = level; });
     d->settle();
 }
 
@@ -136,6 +142,22 @@ void ConstraintSolver::solve()
 double ConstraintSolver::value(Variable variable) const
 {
     return d->values[int(variable)];
+}
+
+bool ConstraintSolver::isDetermined(Variable variable, double level) const
+{
+    Private scratch(*d);
+    return scratch.isDetermined(int(variable), level);
+}
+
+std::vector<ConstraintSolver::Constraint> ConstraintSolver::determining(Variable variable) const
+{
+    std::vector<Private::Symbol> symbols;
+    const LinearRow row =
+            d->definitions.expand({ { { int(variable), 1.0 } }, 0.0 }, d->simplex.tableau());
+    for (const auto &entry : row.entries)
+        symbols.push_back(entry.symbol);
+    return d->ownersOf(symbols);
 }
 
 } // namespace Pellarvine::detail

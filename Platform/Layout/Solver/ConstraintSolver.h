@@ -86,7 +86,9 @@ public:
     ConstraintSolver &operator=(const ConstraintSolver &) = delete;
     ~ConstraintSolver();
 
-    Variable addVariable();
+    /// `isWanted` says that a constraint will want a value of the variable alone. The solver then
+    /// works best if other constraints say what other variables are.
+    Variable addVariable(bool isWanted = false);
 
     /// No constraint may mention it any more.
     void removeVariable(Variable variable);
@@ -106,6 +108,8 @@ public:
 
     /// Gives a wanted constraint another weight, for either side.
     void setWeight(Constraint constraint, double weight);
+    /// Gives a wanted constraint another level, for either side.
+    void setLevel(Constraint constraint, double level);
 
     /// Gives the constraint's expression another constant. Returns nothing, or the required
     /// constraints that contradict each other with that constant; the old one then stays.
@@ -115,6 +119,12 @@ public:
     /// Takes a snapshot of the solution, which `value` reads until the next one.
     void solve();
     double value(Variable variable) const;
+
+    /// Whether the constraints that are wanted at a higher level than that, and the required ones,
+    /// leave the variable a single value.
+    bool isDetermined(Variable variable, double level) const;
+    /// The constraints on which its value depends just now, or nearby.
+    std::vector<Constraint> determining(Variable variable) const;
 
 private:
     struct Private;

@@ -13,6 +13,17 @@ namespace Pellarvine::detail {
 /// What rounding may leave of a coefficient that should be 0, beside others of the order of 1.
 inline constexpr double smallestCoefficient = 1e-9;
 
+/// Returns a sum of numbers of that size, exactly 0 where rounding alone is left of it, of which
+/// `rounding` then keeps the largest share.
+inline double roundedSum(double sum, double size, double &rounding)
+{
+    const double share = std::abs(sum) / std::max(1.0, size);
+    if (share > smallestCoefficient)
+        return sum;
+    rounding = std::max(rounding, share);
+    return 0.0;
+}
+
 /// A sum: the constant and each entry's symbol times its coefficient.
 struct PELLARVINE_INTERNAL_EXPORT LinearRow
 {
@@ -54,25 +65,19 @@ struct PELLARVINE_INTERNAL_EXPORT LinearRow
     /// Puts `value` in the place of `symbol`.
     void substitute(Symbol symbol, const LinearRow &value);
 
-    /// Returns a sum of numbers of that size, exactly 0 where rounding alone is left of it.
-    double rounded(double sum, double size)
-    {
-        const double share = std::abs(sum) / std::max(1.0, size);
-        if (share > smallestCoefficient)
-            return sum;
-        rounding = std::max(rounding, share);
-        return 0.0;
-    }
-
 private:
     double sumOf(double one, double other)
     {
-        return rounded(one + other, std::abs(one) + std::abs(other));
+        return roundedSum(one + other, std::abs(one) + std::abs(other), rounding);
     }
 
     template <typename Entries>
     static auto lowerBound(Entries &entries, Symbol symbol)
     {
+        // Of a few, one after the other is faster.
+        if (entries.size() <= 8)
+            return std::find_if(entries.begin(), entries.end(),
+                                [&](const Entry &entry) { return entry.symbol >= symbol; });
         return std::lower_bound(
                 entries.begin(), entries.end(), symbol,
                 [](const Entry &entry, Symbol wanted) { return entry.symbol < wanted; });

@@ -4,7 +4,7 @@
 
 #include "Layout/Solver/Tableau.h"
 
-#include <map>
+#include <cstddef>
 
 namespace Pellarvine::detail {
 
@@ -15,11 +15,16 @@ class Objective
 public:
     using Symbol = LinearRow::Symbol;
 
+    /// Makes room for one symbol more, the next in order.
+    void addSymbol();
+
     /// Adds the symbol, which is never negative, as many times as `weight` says.
     void add(Symbol symbol, double level, double weight, const Tableau &tableau);
     /// Takes back what add() of the same values added.
     void remove(Symbol symbol, double level, double weight, const Tableau &tableau);
     void clear();
+    /// Drops the costs at that level and below it.
+    void drop(double level);
     void dropColumn(Symbol symbol);
     /// Puts `value` in the place of a symbol that becomes basic.
     void substitute(Symbol symbol, const LinearRow &value);
@@ -35,23 +40,31 @@ public:
     /// Whether the costs rise less (below 0), as much (0) or more by `symbol` for each unit of its
     /// coefficient than by `other`.
     int compare(Symbol symbol, double coefficient, Symbol other, double otherCoefficient) const;
-    /// The first symbol, after Bland's rule, that lowers the highest level it has a cost in, of
-    /// those that `isFixed` does not rule out; -1 if there is none. What it rules out once it must
-    /// rule out until clear().
-    Symbol entering(const std::vector<char> &isFixed);
+    /// The symbol that lowers the costs most, or, carefully, after Bland's rule, the first one that
+    /// lowers the highest level, of those that `isFixed` does not rule out; -1 if there is none.
+    /// What it rules out once it must rule out until clear().
+    Symbol entering(const std::vector<char> &isFixed, bool isCareful);
 
 private:
     struct Level
     {
-        LinearRow cost;
+        double level;
         int uses = 0;
+        double rounding = 0.0;
     };
 
-    void addToLevel(Symbol symbol, double level, double factor, int uses, const Tableau &tableau);
+    std::size_t indexOf(double level);
+    bool eraseUnused();
+    void clearColumn(std::size_t index);
+    void addToLevel(Symbol symbol, std::size_t index, double factor, const Tableau &tableau);
+    void addCost(Symbol symbol, std::size_t index, double share);
+    const double *costsOf(Symbol symbol) const;
+    double *costsOf(Symbol symbol);
 
-    void suspect(const LinearRow &row);
-
-    std::map<double, Level, std::greater<>> m_levels;
+    std::vector<Level> m_levels; // the highest first
+    int m_symbolCount = 0;
+    std::vector<double> m_costs; // of the first symbol, one for each level, then of the second, ...
+    std::vector<double> m_factors; // substitute()'s
     std::vector<Symbol> m_suspects; // whose costs have changed, and so may have fallen below 0
 };
 

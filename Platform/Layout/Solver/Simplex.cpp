@@ -44,6 +44,7 @@ private:
 void Simplex::addSymbol()
 {
     m_tableau.addSymbol();
+    m_objective.addSymbol();
     m_isFixed.push_back(0);
     m_partners.push_back(-1);
 }
@@ -118,7 +119,7 @@ bool Simplex::insert(LinearRow &row)
 std::vector<Simplex::Symbol> Simplex::insertRequired(LinearRow row, Symbol marker)
 {
     row.solveFor(marker);
-    m_tableau.insert(std::move(row), marker);
+    check(m_tableau.insert(std::move(row), marker));
     return repair();
 }
 
@@ -128,6 +129,7 @@ std::vector<char> Simplex::startAgain()
     for (Symbol symbol = 0; symbol < int(wasBasic.size()); ++symbol)
         wasBasic[symbol] = m_tableau.isBasic(symbol);
     m_tableau = {};
+    m_misses = {};
     m_objective.clear();
     for (std::size_t i = 0; i < wasBasic.size(); ++i)
         m_tableau.addSymbol();
@@ -174,6 +176,8 @@ void Simplex::makeBasic(const std::vector<char> &isWanted)
 
 void Simplex::makeFeasible()
 {
+    for (int index = 0; index < m_tableau.size(); ++index)
+        check(index);
     while (true) {
         const std::vector<Symbol> contradiction = repair();
         if (contradiction.empty())
@@ -214,8 +218,10 @@ void Simplex::dropColumn(Symbol symbol)
 void Simplex::optimize()
 {
     Effort effort(*this);
-    for (Symbol entering = m_objective.entering(m_isFixed); entering >= 0 && effort.goesOn();
-         entering = m_objective.entering(m_isFixed)) {
+    while (effort.goesOn()) {
+        const Symbol entering = m_objective.entering(m_isFixed, effort.isCareful());
+        if (entering < 0)
+            return;
         if (!effort.isCareful())
             passKinks(entering);
         const int leaving = leavingRow(entering, effort.isCareful());
@@ -260,12 +266,21 @@ void Simplex::passKinks(Symbol entering)
     }
 }
 
+void Simplex::shift(Symbol symbol, double delta)
+{
+    m_tableau.shift(symbol, delta);
+    if (m_tableau.isBasic(symbol))
+        check(m_tableau.rowOf(symbol));
+    for (const int index : m_tableau.rowsWith(symbol))
+        check(index);
+}
+
 // The dual simplex: the objective is at its optimum, but some basic symbols have the wrong sign.
 std::vector<Simplex::Symbol> Simplex::repair()
 {
     Effort effort(*this);
-    for (int leaving = infeasibleRow(false); leaving >= 0 && effort.goesOn();
-         leaving = infeasibleRow(effort.isCareful())) {
+    for (int leaving = infeasibleRow(); leaving >= 0 && effort.goesOn();
+         leaving = effort.isCareful() ? firstInfeasibleRow() : infeasibleRow()) {
         const LinearRow &row = m_tableau.row(leaving);
         const double sign = row.constant > 0.0 ? -1.0 : 1.0;
         const double smallest = smallestPivot * std::max(1.0, row.largestCoefficient());
@@ -285,7 +300,10 @@ std::vector<Simplex::Symbol> Simplex::repair()
         }
         if (entering < 0)
             return symbolsOf(leaving);
+        const SortedIndices changing = m_tableau.rowsWith(entering);
         pivot(leaving, entering);
+        for (const int index : changing)
+            check(index);
     }
     return {};
 }
@@ -377,16 +395,35 @@ double Simplex::excess(int index) const
     return isFixed(m_tableau.basic(index)) ? std::abs(constant) : -constant;
 }
 
-// The row that misses most, or, carefully, the one of the first symbol; -1 if none misses anything.
-int Simplex::infeasibleRow(bool isCareful) const
+bool Simplex::isFeasible(int index) const
+{
+    return m_tableau.basic(index) < 0 || excess(index) <= smallestValue;
+}
+
+void Simplex::check(int index)
+{
+    if (!isFeasible(index))
+        m_misses.emplace(excess(index), index);
+}
+
+// The row that misses most; -1 if none misses anything.
+int Simplex::infeasibleRow()
+{
+    while (!m_misses.empty()) {
+        const auto [miss, index] = m_misses.top();
+        if (!isFeasible(index) && excess(index) == miss)
+            return index;
+        m_misses.pop();
+    }
+    return -1;
+}
+
+// The infeasible row of the first symbol, after Bland's rule.
+int Simplex::firstInfeasibleRow() const
 {
     int found = -1;
     for (int index = 0; index < m_tableau.size(); ++index) {
-        if (m_tableau.basic(index) < 0 || excess(index) <= smallestValue)
-            continue;
-        if (found < 0
-            || (isCareful ? m_tableau.basic(index) < m_tableau.basic(found)
-                          : excess(index) > excess(found)))
+        if (!isFeasible(index) && (found < 0 || m_tableau.basic(index) < m_tableau.basic(found)))
             found = index;
     }
     return found;

@@ -4,6 +4,10 @@
 
 #include "Layout/Solver/Objective.h"
 
+#include <queue>
+
+#include <utility>
+
 namespace Pellarvine::detail {
 
 /// Keeps a tableau where its objective is lowest, while no symbol is negative: by the primal
@@ -52,10 +56,12 @@ public:
     void insertAnyhow(LinearRow row, Symbol marker);
     /// Makes those symbols basic, as far as the rows allow it, while there are no costs.
     void makeBasic(const std::vector<char> &isWanted);
-    bool isFeasible() const { return infeasibleRow(false) < 0; }
+    bool isFeasible() const { return firstInfeasibleRow() < 0; }
     /// Makes all rows feasible while there are no costs. If they cannot be, that is rounding.
     void makeFeasible();
     void clearCosts() { m_objective.clear(); }
+    /// Drops the costs at that level and below it.
+    void dropCosts(double level) { m_objective.drop(level); }
 
     /// Makes a symbol that may take any value from now on basic, if a row mentions it.
     void makeBasic(Symbol symbol);
@@ -75,7 +81,7 @@ public:
     bool minimizeWithinOptimum(LinearRow &cost) { return minimize(cost, true); }
 
     /// Puts "symbol + delta" in the place of the symbol. The caller repairs after that.
-    void shift(Symbol symbol, double delta) { m_tableau.shift(symbol, delta); }
+    void shift(Symbol symbol, double delta);
 
     /// Makes all rows feasible again after shift(). Returns nothing, or the symbols of a
     /// contradiction.
@@ -89,7 +95,10 @@ private:
     void passKinks(Symbol entering);
     double roomIn(int index, Symbol entering, double slack) const;
     int leavingRow(Symbol entering, bool isCareful) const;
-    int infeasibleRow(bool isCareful) const;
+    bool isFeasible(int index) const;
+    void check(int index);
+    int infeasibleRow();
+    int firstInfeasibleRow() const;
     double excess(int index) const;
     void pivot(int index, Symbol entering);
     std::vector<Symbol> symbolsOf(int index) const;
@@ -100,6 +109,8 @@ private:
     std::vector<Symbol> m_partners; // by symbol; -1: none
     unsigned long long m_pivots = 0;
     bool m_hasFailed = false;
+    // By how much rows are, or once were, infeasible; among them all that are.
+    std::priority_queue<std::pair<double, int>> m_misses;
 };
 
 /// What rounding may leave of a value that should not be there, in device-independent pixels.

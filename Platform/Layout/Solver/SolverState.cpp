@@ -81,6 +81,7 @@ std::shared_ptr<const LinearRow> ConstraintSolver::Private::termsOf(const Expres
                                                                     double factor)
 {
     auto terms = std::make_shared<LinearRow>();
+    terms->entries.reserve(expression.terms.size());
     for (const auto &[variable, coefficient] : expression.terms)
         terms->add(int(variable), factor * coefficient);
     return terms;
@@ -89,7 +90,9 @@ std::shared_ptr<const LinearRow> ConstraintSolver::Private::termsOf(const Expres
 // "row = 0" is what the constraint says.
 LinearRow ConstraintSolver::Private::rowOf(const Record &record)
 {
-    LinearRow row = *record.terms;
+    LinearRow row;
+    row.entries.reserve(record.terms->entries.size() + 2);
+    row.entries = record.terms->entries;
     row.constant = record.factor * record.constant;
     row.add(record.marker, record.markerSign);
     if (record.partner >= 0)
@@ -137,30 +140,21 @@ void ConstraintSolver::Private::removeCosts(const Record &record)
                            record.partnerStrength.weight);
 }
 
-void ConstraintSolver::Private::setWeight(int index, double weight)
-{
-    const Record old = records[index];
-    for (Strength *const strength :
-         { &records[index].markerStrength, &records[index].partnerStrength }) {
-        if (strength->weight > 0.0)
-            strength->weight = weight;
-    }
-    addCosts(records[index]);
-    removeCosts(old);
-    decidedPivots.reset();
-    simplex.optimize();
-}
-
 // If the row says what a variable is, makes that its definition. If not, it is expanded.
 bool ConstraintSolver::Private::define(LinearRow &row)
 {
-    // Best a variable that nothing depends on yet.
-    Symbol variable = newestFree(row, true);
-    if (variable < 0)
-        variable = expandLittle(row);
+    // Best a variable that nothing depends on yet, and rather a place than a size: what is wanted
+    // of a size will be its definition.
+    Symbol variable = -1;
+    for (const bool canBeWanted : { false, true }) {
+        if (variable < 0)
+            variable = newestFree(row, true, canBeWanted);
+        if (variable < 0)
+            variable = expandLittle(row, canBeWanted);
+    }
     if (variable < 0) {
         row = definitions.expand(row, simplex.tableau());
-        variable = newestFree(row, false);
+        variable = newestFree(row, false, true);
     }
     if (variable < 0)
         return false;
@@ -171,12 +165,18 @@ bool ConstraintSolver::Private::define(LinearRow &row)
 
 // Else one that a few definitions lead to, while the rest of the row does not: that keeps the row
 // short. Returns -1, with the row as it was, if there is none.
-ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(LinearRow &row)
+ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(LinearRow &row,
+                                                                          bool canBeWanted)
 {
     constexpr int mostSteps = 4;
+    const bool canChange =
+            std::any_of(row.entries.begin(), row.entries.end(),
+                        [&](const auto &entry) { return definitions.isDefined(entry.symbol); });
+    if (!canChange && newestFree(row, false, canBeWanted) < 0)
+        return -1;
     LinearRow little = row;
     for (int step = 0;; ++step) {
-        const Symbol found = newestFree(little, false);
+        const Symbol found = newestFree(little, false, canBeWanted);
         if (found >= 0) {
             if (definitions.leadsTo(little, found))
                 return -1;
@@ -197,15 +197,16 @@ ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(Linear
 
 // The last variable of the row that has no definition, and on request that no definition mentions.
 // Not one with a small coefficient, if there is another: those of its definition would be large.
-ConstraintSolver::Private::Symbol ConstraintSolver::Private::newestFree(const LinearRow &row,
-                                                                        bool isUnused) const
+ConstraintSolver::Private::Symbol
+ConstraintSolver::Private::newestFree(const LinearRow &row, bool isUnused, bool canBeWanted) const
 {
     double largest = 0.0;
     const auto newest = [&](double smallest) {
         Symbol found = -1;
         for (const auto &[symbol, coefficient] : row.entries) {
             if (std::abs(coefficient) < smallest || !isVariable(symbol)
-                || definitions.isDefined(symbol) || (isUnused && definitions.isUsed(symbol)))
+                || definitions.isDefined(symbol) || (isUnused && definitions.isUsed(symbol))
+                || (!canBeWanted && symbols[symbol].isWanted))
                 continue;
             largest = std::max(largest, std::abs(coefficient));
             if (found < 0 || symbols[symbol].number > symbols[found].number)
@@ -372,6 +373,22 @@ void ConstraintSolver::Private::decide()
             renew();
     }
     evaluate();
+}
+
+// Looks how far it can be moved in either direction. For a copy only.
+bool ConstraintSolver::Private::isDetermined(Symbol variable, double level)
+{
+    simplex.dropCosts(level);
+    for (const double direction : { 1.0, -1.0 }) {
+        LinearRow row = definitions.expand({ { { variable, direction } }, 0.0 }, simplex.tableau());
+        const bool isFree =
+                std::any_of(row.entries.begin(), row.entries.end(),
+                            [&](const auto &entry) { return isVariable(entry.symbol); });
+        const double before = row.constant;
+        if (isFree || !simplex.minimizeWithinOptimum(row) || before - row.constant > smallestValue)
+            return false;
+    }
+    return true;
 }
 
 } // namespace Pellarvine::detail

@@ -19,6 +19,7 @@ struct ConstraintSolver::Private
     struct SymbolState
     {
         int number = -1; // of a variable: its place in the order of all
+        bool isWanted = false; // of a variable: a constraint wants a value of it alone
         int owner = -1; // of another symbol: the constraint that it belongs to
     };
 
@@ -48,13 +49,14 @@ struct ConstraintSolver::Private
     std::vector<Constraint> addReliably(int record);
     void addAnyhow(int record);
     bool define(LinearRow &row);
-    Symbol expandLittle(LinearRow &row);
+    Symbol expandLittle(LinearRow &row, bool canBeWanted);
     void addCosts(const Record &record);
     void removeCosts(const Record &record);
-    void setWeight(int record, double weight);
+    template <typename Change>
+    void changeStrengths(int record, Change change);
     static std::shared_ptr<const LinearRow> termsOf(const Expression &expression, double factor);
     static LinearRow rowOf(const Record &record);
-    Symbol newestFree(const LinearRow &row, bool isUnused) const;
+    Symbol newestFree(const LinearRow &row, bool isUnused, bool canBeWanted) const;
     std::vector<Constraint> ownersOf(const std::vector<Symbol> &contradiction) const;
     void remove(int record);
     void takeOut(int record);
@@ -72,6 +74,7 @@ struct ConstraintSolver::Private
     void solve();
     bool isUndecided();
     void decide();
+    bool isDetermined(Symbol variable, double level);
     void fixCosts();
     void evaluate() { definitions.evaluate(simplex.tableau(), values); }
 
@@ -92,5 +95,20 @@ struct ConstraintSolver::Private
     std::optional<unsigned long long> checkedPivots;
     int checkedChanges = 0;
 };
+
+template <typename Change>
+void ConstraintSolver::Private::changeStrengths(int index, Change change)
+{
+    const Record old = records[index];
+    for (Strength *const strength :
+         { &records[index].markerStrength, &records[index].partnerStrength }) {
+        if (strength->weight > 0.0)
+            change(*strength);
+    }
+    addCosts(records[index]);
+    removeCosts(old);
+    decidedPivots.reset();
+    simplex.optimize();
+}
 
 } // namespace Pellarvine::detail

@@ -50,7 +50,7 @@ bool ConstraintSolver::Private::isMissed() const
 // Looks at the snapshot after each change of the basis, and from time to time in any case.
 bool ConstraintSolver::Private::isUnreliable()
 {
-    constexpr int mostUnchecked = 32;
+    constexpr int mostUnchecked = 64;
     if (simplex.hasFailed() || std::max(simplex.rounding(), definitions.rounding()) > fatalRounding)
         return true;
     if (checkedPivots == simplex.pivots() && std::abs(changes - checkedChanges) < mostUnchecked)

@@ -2,19 +2,23 @@
 // Not API.
 #pragma once
 
+#include <QVarLengthArray>
+
 #include <algorithm>
-#include <vector>
 
 namespace Pellarvine::detail {
 
-inline void insertSorted(std::vector<int> &indices, int index)
+/// Most are one or two.
+using SortedIndices = QVarLengthArray<int, 2>;
+
+inline void insertSorted(SortedIndices &indices, int index)
 {
     const auto place = std::lower_bound(indices.begin(), indices.end(), index);
     if (place == indices.end() || *place != index)
-        indices.insert(place, index);
+        indices.emplace(place, index); // insert() moves the others one by one
 }
 
-inline void removeSorted(std::vector<int> &indices, int index)
+inline void removeSorted(SortedIndices &indices, int index)
 {
     const auto place = std::lower_bound(indices.begin(), indices.end(), index);
     if (place != indices.end() && *place == index)

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/Solver/Tableau.h"
 
-#include "Layout/Solver/SortedIndices.h"
-
 #include <utility>
 
 namespace Pellarvine::detail {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Layout/Solver/LinearRow.h"
+#include "Layout/Solver/SortedIndices.h"
 
 namespace Pellarvine::detail {
 
@@ -27,7 +28,7 @@ public:
     int rowOf(Symbol symbol) const { return m_columns[symbol].row; }
     bool isBasic(Symbol symbol) const { return rowOf(symbol) >= 0; }
     /// The rows that mention a symbol that is not basic, in order.
-    const std::vector<int> &rowsWith(Symbol symbol) const { return m_columns[symbol].rows; }
+    const SortedIndices &rowsWith(Symbol symbol) const { return m_columns[symbol].rows; }
     /// What a basic symbol is while all others are 0, and those others.
     double value(Symbol symbol) const { return isBasic(symbol) ? row(rowOf(symbol)).constant : 0; }
 
@@ -49,7 +50,7 @@ private:
     struct Column
     {
         int row = -1;
-        std::vector<int> rows;
+        SortedIndices rows;
     };
 
     std::vector<Column> m_columns; // by symbol

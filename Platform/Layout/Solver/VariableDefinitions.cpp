@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/Solver/VariableDefinitions.h"
 
-#include "Layout/Solver/SortedIndices.h"
-
 #include <numeric>
 #include <utility>
 
@@ -35,7 +33,7 @@ void VariableDefinitions::undefine(Symbol variable)
 
 void VariableDefinitions::replace(Symbol symbol, Symbol partner, const LinearRow &replacement)
 {
-    for (const Symbol user : std::vector<Symbol>(m_states[symbol].users)) {
+    for (const Symbol user : SortedIndices(m_states[symbol].users)) {
         LinearRow definition = *m_states[user].definition;
         undefine(user);
         definition.substitute(symbol, replacement);
@@ -46,7 +44,7 @@ void VariableDefinitions::replace(Symbol symbol, Symbol partner, const LinearRow
 
 void VariableDefinitions::eliminate(Symbol symbol, Symbol partner, const Tableau &tableau)
 {
-    const std::vector<Symbol> &users = m_states[symbol].users;
+    const SortedIndices &users = m_states[symbol].users;
     if (users.size() == 1) {
         undefine(users.front());
         return;
@@ -111,6 +109,12 @@ VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
 // From the symbol upwards: little depends on what was added last.
 bool VariableDefinitions::leadsTo(const LinearRow &row, Symbol symbol)
 {
+    const bool canLead =
+            std::any_of(row.entries.begin(), row.entries.end(), [&](const auto &entry) {
+                return isDefined(entry.symbol) && entry.symbol != symbol;
+            });
+    if (!canLead)
+        return false;
     std::vector<Symbol> depending { symbol };
     bool isFound = false;
     for (std::size_t i = 0; i < depending.size() && !isFound; ++i) {
@@ -150,7 +154,7 @@ LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &table
     };
     const auto takeSum = [&](Symbol symbol) {
         const double sum = std::exchange(m_sums[symbol], 0.0);
-        return result.rounded(sum, std::exchange(m_sizes[symbol], 0.0));
+        return roundedSum(sum, std::exchange(m_sizes[symbol], 0.0), result.rounding);
     };
     const auto substitute = [&](Symbol symbol, const LinearRow &value) {
         const double factor = takeSum(symbol);
@@ -191,8 +195,11 @@ void VariableDefinitions::evaluate(const Tableau &tableau, std::vector<double> &
         m_order = dependencies(roots);
         m_isOrderValid = true;
     }
-    for (Symbol symbol = 0; symbol < int(m_states.size()); ++symbol)
-        values[symbol] = tableau.value(symbol);
+    std::fill(values.begin(), values.end(), 0.0);
+    for (int index = 0; index < tableau.size(); ++index) {
+        if (const Symbol basic = tableau.basic(index); basic >= 0)
+            values[basic] = tableau.row(index).constant;
+    }
     for (const Symbol variable : m_order) {
         const LinearRow &row = definition(variable);
         double value = row.constant;

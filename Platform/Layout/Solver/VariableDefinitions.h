@@ -59,7 +59,7 @@ private:
     struct State
     {
         std::optional<LinearRow> definition;
-        std::vector<Symbol> users; // the variables whose definitions mention it
+        SortedIndices users; // the variables whose definitions mention it
     };
 
     std::vector<Symbol> dependencies(const std::vector<Symbol> &roots);

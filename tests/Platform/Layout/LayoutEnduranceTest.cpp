@@ -115,12 +115,12 @@ private:
     std::vector<QWidget *> m_buttons;
 };
 
-// Rounding to whole units may fall to either side.
+// Rounding to whole units may fall to either side, at each edge.
 bool isNear(const QRect &one, const QRect &other)
 {
     return std::abs(one.left() - other.left()) <= 1 && std::abs(one.top() - other.top()) <= 1
-           && std::abs(one.width() - other.width()) <= 1
-           && std::abs(one.height() - other.height()) <= 1;
+           && std::abs(one.right() - other.right()) <= 1
+           && std::abs(one.bottom() - other.bottom()) <= 1;
 }
 
 std::string textOf(const QRect &rect)

@@ -22,13 +22,12 @@ TEST(LengthWish, a_widget_is_asked_in_either_direction)
     widget.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     widget.setMinimumSize(70, 0);
     widget.setMaximumSize(QWIDGETSIZE_MAX, 90);
-    const LengthHints width = lengthHints(&widget, Qt::Horizontal);
+    const auto [width, height] = sizeHints(&widget);
     EXPECT_EQ(width.policy, QSizePolicy::Expanding);
     EXPECT_EQ(width.hint, 100.0);
     EXPECT_EQ(width.minimumHint, 60.0);
     EXPECT_EQ(width.minimum, 70.0);
     EXPECT_EQ(width.maximum, QWIDGETSIZE_MAX);
-    const LengthHints height = lengthHints(&widget, Qt::Vertical);
     EXPECT_EQ(height.policy, QSizePolicy::Fixed);
     EXPECT_EQ(height.hint, 40.0);
     EXPECT_EQ(height.minimumHint, 30.0);

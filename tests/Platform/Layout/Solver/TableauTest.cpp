@@ -53,7 +53,7 @@ TEST(Tableau, pivots_keep_the_solutions_and_the_columns)
         for (int basic = 0; basic < rows; ++basic)
             ASSERT_NEAR(values[basic], valueOf(equations[basic], values), 1e-6) << step;
         for (int symbol = 0; symbol < symbols; ++symbol) {
-            std::vector<int> mentioned;
+            SortedIndices mentioned;
             for (int i = 0; i < rows; ++i) {
                 if (tableau.row(i).coefficientOf(symbol) != 0.0)
                     mentioned.push_back(i);
