@@ -9,11 +9,15 @@
 #include "Window/TitleBarView.h"
 
 #include <QAbstractButton>
+#include <QLayout>
 #include <QPointer>
+#include <QScreen>
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <optional>
+#include <utility>
 
 using NS::LayoutAttribute;
 using NS::LayoutConstraint;
@@ -27,6 +31,17 @@ namespace {
 double finiteOr0(double number)
 {
     return std::isfinite(number) ? number : 0.0;
+}
+
+double accessoriesHeight(const NS::Window *window)
+{
+    double height = 0.0;
+    for (TitlebarAccessoryViewController *const controller :
+         window->titlebarAccessoryViewControllers()) {
+        if (const QWidget *const view = controller->view())
+            height += view->height();
+    }
+    return height;
 }
 
 // The parent is the only one who would delete it.
@@ -56,6 +71,13 @@ struct Window::Private
     std::optional<double> defaultTitleBarHeight;
     QPointer<TitlebarAccessoryViewController> dummyTitleBarAccessoryViewController;
 
+    // What the content's least height added to the frame for the last title bar height.
+    double frameExcess = 0.0;
+    double excessiveHeight = -1.0; // of the frame with it
+
+    QList<std::shared_ptr<LayoutConstraint>> viewBottoms; // to the title bar's lower edge
+    double roomBelowViews = 0.0; // as the constraints have it
+
     double standardHeight()
     {
         if (!defaultTitleBarHeight) {
@@ -64,6 +86,22 @@ struct Window::Private
                     frame.height() - contentRectForFrameRect(frame, titled).height();
         }
         return *defaultTitleBarHeight;
+    }
+
+    // Of the part of the title bar that buttons and views share: the standard bar and the window's
+    // own accessory. Those of the program lie below it.
+    double bandHeight(const Window *window, const QWidget *titleBar) const
+    {
+        const double whole = NS::frame(titleBar).height();
+        const auto accessories = window->titlebarAccessoryViewControllers();
+        for (TitlebarAccessoryViewController *const controller : accessories) {
+            const QWidget *const view = controller->view();
+            const bool isOwn = controller == dummyTitleBarAccessoryViewController
+                               && controller == accessories.constFirst();
+            if (!isOwn && view && view->parentWidget() == titleBar)
+                return std::min(whole, double(view->y()));
+        }
+        return whole;
     }
 };
 
@@ -216,8 +254,12 @@ void Window::setTitleBarHeight(double height)
 {
     const double old = d->titleBarHeight;
     const double standard = d->standardHeight();
-    const double h = std::clamp(finiteOr0(height), standard, double(QWIDGETSIZE_MAX));
+    const double highest = std::max(standard, double(screen()->availableSize().height()));
+    const double h = std::clamp(finiteOr0(height), standard, highest);
     d->titleBarHeight = h;
+    const QRectF before = frame();
+    const double accessoriesBefore = accessoriesHeight(this);
+    const double excess = before.height() == d->excessiveHeight ? d->frameExcess : 0.0;
 
     if (TitlebarAccessoryViewController *const previous = d->dummyTitleBarAccessoryViewController) {
         removeTitlebarAccessoryViewControllerAtIndex(0); // taken to be it
@@ -233,17 +275,25 @@ void Window::setTitleBarHeight(double height)
     controller->setFullScreenMinHeight(h);
     addTitlebarAccessoryViewController(controller);
 
-    // From the value stored before, which at first is 0 and not the standard height: that is meant.
-    const double difference = old - h;
-    const QRectF before = frame();
-    const bool hasPlace = testAttribute(Qt::WA_Moved);
-    const bool hasSize = testAttribute(Qt::WA_Resized);
-    NS::Window::setFrame(QRectF(before.x(), before.y() - difference, before.width(),
-                                before.height() + difference),
-                         false);
-    // Its upper edge stays, or is for the desktop to choose, as its size is for the content.
-    setAttribute(Qt::WA_Moved, hasPlace);
-    setAttribute(Qt::WA_Resized, hasSize);
+    if (!isMaximized() && !isFullScreen()) {
+        // From the value stored before, which at first is 0 and not the standard height: that is
+        // meant.
+        const double difference = old - h;
+        // As the accessory makes it, whatever the window's least and greatest heights made of it.
+        const double growth =
+                styleMask() & titled ? accessoriesHeight(this) - accessoriesBefore : 0.0;
+        const double chosen = before.height() - excess + growth + difference;
+        const bool hasPlace = testAttribute(Qt::WA_Moved);
+        const bool hasSize = testAttribute(Qt::WA_Resized);
+        NS::Window::setFrame(
+                QRectF(before.x(), before.y() + before.height() - chosen, before.width(), chosen),
+                false);
+        // Its upper edge stays, or is for the desktop to choose, as its size is for the content.
+        setAttribute(Qt::WA_Moved, hasPlace);
+        setAttribute(Qt::WA_Resized, hasSize);
+        d->excessiveHeight = frame().height();
+        d->frameExcess = d->excessiveHeight - chosen;
+    }
     if (h != old)
         Q_EMIT titleBarHeightChanged(h);
 }
@@ -288,6 +338,8 @@ void Window::awakeFromNib()
         view->setParent(nullptr);
         NS::addSubview(titleBar, view);
     };
+    d->viewBottoms.clear();
+    d->roomBelowViews = 0.0;
     if (QWidget *const inner = d->innerTitleBarView) {
         adopt(inner);
         if (d->keepsTitleBarViewClear) {
@@ -316,20 +368,26 @@ void Window::awakeFromNib()
                 NS::topAnchor(inner).constraintEqualToAnchor(NS::topAnchor(titleBar), vm),
         });
         const bool isCentered = d->centerTrafficLightButtons;
-        LayoutConstraint::make(inner, LayoutAttribute::bottom, NS::LayoutRelation::equal, titleBar,
-                               isCentered ? LayoutAttribute::bottom : LayoutAttribute::top, 1.0,
-                               isCentered ? -vm : vm + lh)
-                ->setActive(true);
+        const std::shared_ptr<LayoutConstraint> bottom = LayoutConstraint::make(
+                inner, LayoutAttribute::bottom, NS::LayoutRelation::equal, titleBar,
+                isCentered ? LayoutAttribute::bottom : LayoutAttribute::top, 1.0,
+                isCentered ? -vm : vm + lh);
+        bottom->setActive(true);
+        if (isCentered)
+            d->viewBottoms.append(bottom);
     }
     if (QWidget *const toolbar = d->toolbarView) {
         adopt(toolbar);
+        const std::shared_ptr<LayoutConstraint> bottom =
+                NS::bottomAnchor(toolbar).constraintEqualToAnchor(NS::bottomAnchor(titleBar), -vm);
+        d->viewBottoms.append(bottom);
         LayoutConstraint::activateConstraints({
                 NS::leadingAnchor(toolbar).constraintEqualToAnchor(NS::leadingAnchor(titleBar), hm),
                 NS::trailingAnchor(toolbar).constraintEqualToAnchor(NS::trailingAnchor(titleBar),
                                                                     -hm),
                 NS::topAnchor(toolbar).constraintEqualToAnchor(NS::topAnchor(titleBar),
                                                                2.0 * vm + lh),
-                NS::bottomAnchor(toolbar).constraintEqualToAnchor(NS::bottomAnchor(titleBar), -vm),
+                bottom,
         });
     }
 }
@@ -343,7 +401,7 @@ double Window::verticalPlace(const QWidget *item) const
         detail::fatalError("An item of the window's title bar is in no view");
     const double room = NS::frame(parent).height();
     const double height = NS::frame(item).height();
-    return d->centerTrafficLightButtons ? room * 0.5 - height * 0.5
+    return d->centerTrafficLightButtons ? room - d->bandHeight(this, parent) * 0.5 - height * 0.5
                                         : room - height - d->trafficLightVerticalMargin;
 }
 
@@ -362,6 +420,14 @@ void Window::layoutIfNeeded()
                                            d->trafficLightGap);
             NS::setFrame(button, QRectF(x, y, frame.width(), frame.height()));
         }
+    }
+    if (const QWidget *const titleBar = titleBarView()) {
+        const double below = NS::frame(titleBar).height() - d->bandHeight(this, titleBar);
+        const double grown = below - std::exchange(d->roomBelowViews, below);
+        for (const auto &bottom : std::as_const(d->viewBottoms))
+            bottom->setConstant(bottom->constant() - grown);
+        if (grown != 0.0 && titleBar->layout())
+            titleBar->layout()->activate(); // or the views would follow after the next painting
     }
     for (QWidget *const item :
          { static_cast<QWidget *>(standardWindowButton(WindowButton::documentIcon)),

@@ -89,10 +89,11 @@ public:
     QWidget *toolbarView() const;
     void setToolbarView(QWidget *view);
 
-    /// Of the whole title bar; at least the standard height. Each call, with an equal value too,
-    /// exchanges the accessory at index 0 for one of the height that is missing, and gives the
-    /// window's frame the difference to the value before. That is 0 at first: the first call makes
-    /// the window lower by the standard height.
+    /// Of the title bar without accessories of the program's own; at least the standard height and
+    /// at most the available height of the screen. Each call, with an equal value too, exchanges
+    /// the accessory at index 0 for one of the height that is missing. The window keeps its frame,
+    /// and is higher only while there is no room for the content. But the first call makes it lower
+    /// by the standard height: the value before counts as 0.
     double titleBarHeight() const;
     void setTitleBarHeight(double height);
 

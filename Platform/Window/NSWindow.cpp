@@ -78,6 +78,7 @@ Window::Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent)
 
 Window::~Window()
 {
+    delete d->content; // which watches a view that ends after the window's own parts
     disconnect(d->titleBar, nullptr, this, nullptr); // which outlives what its signals reach
 }
 

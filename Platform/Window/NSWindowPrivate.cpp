@@ -62,7 +62,11 @@ void Window::Private::barHeightChanged()
     const int grown = titleBar->fullHeight() - std::exchange(fullBarHeight, titleBar->fullHeight());
     if (grown != 0 && isNormal() && styleMask & titled) {
         const bool hasSize = q->testAttribute(Qt::WA_Resized);
-        q->resize(q->width(), q->height() + grown);
+        const int height = q->height() + grown;
+        arrange();
+        if (q->layout() && q->testAttribute(Qt::WA_WState_Created))
+            q->layout()->activate(); // whose least height is that with the former bar
+        q->resize(q->width(), height);
         // Without a size of its own, the window still gets the one that its content asks for.
         q->setAttribute(Qt::WA_Resized, hasSize);
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Window/WindowContent.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCloseEvent>
 #include <QScopedValueRollback>
 
@@ -9,7 +10,13 @@ namespace Pellarvine::detail {
 WindowContent::WindowContent(NS::Window *window)
     : QObject(window)
     , m_window(window)
-{ }
+{
+    // Qt has neither a signal nor an event for a file path.
+    const auto *const dispatcher = QAbstractEventDispatcher::instance();
+    connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this,
+            &WindowContent::followFilePaths);
+    connect(dispatcher, &QAbstractEventDispatcher::awake, this, &WindowContent::followFilePaths);
+}
 
 void WindowContent::setView(QWidget *view)
 {
@@ -68,6 +75,7 @@ void WindowContent::passOn(Occasion occasion)
     if ((m_hasTitle || !title.isEmpty()) && isMine(!m_window->windowTitle().isEmpty(), m_hasTitle))
         m_window->setWindowTitle(title);
     const QString path = m_view->windowFilePath();
+    m_filePath = path;
     if ((m_hasDocument || !path.isEmpty())
         && isMine(!m_window->representedURL().isEmpty(), m_hasDocument))
         m_window->setRepresentedURL(path.isEmpty() ? QUrl() : QUrl::fromLocalFile(path));
@@ -76,6 +84,15 @@ void WindowContent::passOn(Occasion occasion)
         m_window->setWindowIcon(m_view->windowIcon());
     if (occasion == change || m_view->isWindowModified())
         m_window->setWindowModified(m_view->isWindowModified());
+}
+
+void WindowContent::followFilePaths()
+{
+    if (m_view && m_view->windowFilePath() != m_filePath)
+        passOn(change);
+    const QString path = m_window->windowFilePath();
+    if (path != m_window->representedURL().toLocalFile())
+        m_window->setRepresentedURL(path.isEmpty() ? QUrl() : QUrl::fromLocalFile(path));
 }
 
 void WindowContent::takeWindowState()
@@ -113,14 +130,6 @@ bool WindowContent::eventFilter(QObject *watched, QEvent *event)
     case QEvent::WindowIconChange:
     case QEvent::ModifiedChange:
         passOn(change);
-        // Programs set the file's path next, which is no event.
-        QMetaObject::invokeMethod(
-                this,
-                [this] {
-                    if (m_view)
-                        passOn(change);
-                },
-                Qt::QueuedConnection);
         return false;
     case QEvent::WindowStateChange:
         passOnState();

@@ -43,9 +43,11 @@ private:
     bool closeWindow();
     void passOn(Occasion occasion);
     void passOnState();
+    void followFilePaths();
 
     NS::Window *m_window;
     QPointer<QWidget> m_view;
+    QString m_filePath; // the view's, as it was passed on
     bool m_isAsking = false;
     bool m_isPassingOn = false;
     bool m_isPassingState = false;

@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QScreen>
 #include <QSignalSpy>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -145,6 +146,56 @@ TEST(Window, a_height_before_the_window_shows_leaves_it_the_size_that_its_conten
     window.setTitleBarHeight(52);
     window.show();
     EXPECT_EQ(window.size(), QSize(320, 240 + 52));
+}
+
+TEST(Window, a_shown_window_keeps_its_frame_at_every_height)
+{
+    class Content : public QWidget
+    {
+        QSize minimumSizeHint() const override { return { 100, 70 }; }
+    };
+    Opened opened;
+    Window &window = opened.window;
+    window.setContentView(new Content);
+    window.show();
+    window.setTitleBarHeight(52);
+    const QRectF frame = window.frame();
+    const double highest = window.screen()->availableSize().height();
+    for (const int greatest : { QWIDGETSIZE_MAX, window.height() }) {
+        window.setMaximumHeight(greatest);
+        for (const double height : { 30.0, 80.0, 22.0, frame.height() - 70, 22.0, 52.0 }) {
+            window.setTitleBarHeight(height);
+            EXPECT_EQ(window.frame(), frame) << height;
+            QCoreApplication::processEvents();
+            EXPECT_EQ(window.frame(), frame) << height << ", later";
+        }
+    }
+    window.setMaximumHeight(QWIDGETSIZE_MAX);
+
+    // It grows while there is no room for the content, and not beyond what a screen can show.
+    const double top = frame.y() + frame.height();
+    for (const double height : { frame.height(), 5000.0, 1e300 }) {
+        const double high = std::min(height, highest);
+        for (int i = 0; i < 2; ++i) {
+            window.setTitleBarHeight(height);
+            QCoreApplication::processEvents();
+            EXPECT_EQ(window.titleBarHeight(), high);
+            EXPECT_EQ(window.frame(), QRectF(100, top - high - 70, 400, high + 70));
+        }
+        window.setTitleBarHeight(30);
+        EXPECT_EQ(window.frame(), frame);
+    }
+    window.setTitleBarHeight(frame.height());
+    window.setFrame(QRectF(0, 0, 500, 600), false);
+    window.setTitleBarHeight(30);
+    EXPECT_EQ(window.frame(), QRectF(0, 0, 500, 600)) << "the frame that was chosen since";
+
+    window.showMaximized();
+    window.setTitleBarHeight(60);
+    window.setTitleBarHeight(90);
+    window.showNormal();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.frame(), QRectF(0, 0, 500, 600));
 }
 
 TEST(Window, numbers_that_are_none_count_as_0)
@@ -425,6 +476,46 @@ TEST(Window, buttons_lie_above_the_adopted_views)
          { WindowButton::close, WindowButton::miniaturize, WindowButton::zoom }) {
         QAbstractButton *const button = opened.window.standardWindowButton(kind);
         EXPECT_EQ(opened.window.titleBarView()->childAt(button->geometry().center()), button);
+    }
+}
+
+TEST(Window, an_accessory_of_the_program_lies_below_buttons_and_views)
+{
+    for (const int height : { 22, 60 }) {
+        Opened opened(height);
+        Window &window = opened.window;
+        auto *const inner = new QWidget;
+        QPointer<QWidget> toolbar;
+        window.setInnerTitleBarView(inner);
+        if (height == 60)
+            window.setToolbarView(toolbar = new QWidget);
+        window.awakeFromNib();
+        window.show();
+        NS::TitlebarAccessoryViewController accessory;
+        auto *const view = new QWidget;
+        view->resize(10, 30);
+        accessory.setView(view);
+        const auto expectBand = [&](const char *when) {
+            window.grab();
+            const QAbstractButton *const close = window.standardWindowButton(WindowButton::close);
+            EXPECT_EQ(close->y(), height / 2 - 8) << when;
+            EXPECT_NEAR(window.titleBarTextField()->geometry().center().y(), height / 2, 1) << when;
+            for (const QWidget *const adopted : { inner, toolbar.data() })
+                EXPECT_EQ(adopted ? adopted->geometry().bottom() + 1 : height - 3, height - 3)
+                        << when;
+        };
+        expectBand("without it");
+        window.addTitlebarAccessoryViewController(&accessory);
+        expectBand("with it");
+        EXPECT_EQ(window.titleBarView()->height(), height + 30);
+        EXPECT_EQ(window.titleBarView()->childAt(20, height + 10), view);
+        view->resize(10, 50);
+        expectBand("when it has grown");
+        window.toggleFullScreen();
+        expectBand("in full screen");
+        window.toggleFullScreen();
+        window.removeTitlebarAccessoryViewControllerAtIndex(1);
+        expectBand("without it again");
     }
 }
 

@@ -173,6 +173,15 @@ TEST(NSWindow, accessories_grow_the_window_at_the_bottom)
     delete upper;
     delete lower;
     EXPECT_EQ(shown.window.frame(), QRectF(100, 200, 400, 322));
+
+    shown.window.contentView()->setMinimumHeight(300);
+    QCoreApplication::processEvents();
+    NS::TitlebarAccessoryViewController *const only = makeAccessory(30);
+    shown.window.addTitlebarAccessoryViewController(only);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown.window.frame(), QRectF(100, 170, 400, 352));
+    delete only;
+    EXPECT_EQ(shown.window.frame(), QRectF(100, 200, 400, 322)) << "as low as the content can be";
 }
 
 TEST(NSWindow, full_screen_keeps_as_much_of_the_title_bar_as_the_accessories_ask_for)

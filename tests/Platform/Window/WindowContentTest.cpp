@@ -6,9 +6,11 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QCloseEvent>
+#include <QEventLoop>
 #include <QMainWindow>
 #include <QPointer>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -128,6 +130,32 @@ TEST(WindowContent, gives_the_window_its_title_mark_icon_and_document)
     editor->setWindowTitle(u"Elsewhere"_s);
     EXPECT_EQ(window.windowTitle(), u"letter.txt[*]"_s);
     delete editor;
+}
+
+TEST(WindowContent, gives_a_shown_window_each_document_that_it_saves_as)
+{
+    Opened opened;
+    for (const QString &name : { u"draft.txt"_s, u"letter.txt"_s }) {
+        opened.editor->setWindowFilePath(u"/home/ada/"_s + name);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(opened.window.representedURL(), QUrl::fromLocalFile(u"/home/ada/"_s + name));
+        EXPECT_EQ(opened.window.windowTitle(), name + u"[*]"_s);
+    }
+    opened.editor->setWindowFilePath({});
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(opened.window.representedURL().isEmpty());
+
+    // In an event loop that waits afterwards, and set on the window itself.
+    for (QWidget *const widget :
+         { static_cast<QWidget *>(opened.editor), static_cast<QWidget *>(&opened.window) }) {
+        const QString path = u"/home/ada/"_s + QLatin1String(widget->metaObject()->className());
+        QTimer::singleShot(0, widget, [&] { widget->setWindowFilePath(path); });
+        QEventLoop loop;
+        QObject::connect(&opened.window, &Window::representedURLChanged, &loop, &QEventLoop::quit);
+        QTimer::singleShot(std::chrono::seconds(5), &loop, &QEventLoop::quit);
+        loop.exec();
+        EXPECT_EQ(opened.window.representedURL(), QUrl::fromLocalFile(path));
+    }
 }
 
 TEST(WindowContent, without_a_title_leaves_the_one_that_the_window_has)
