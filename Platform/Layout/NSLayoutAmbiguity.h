@@ -18,8 +18,8 @@ namespace NS {
 
 /// The active constraints on which the place and the size of the widget in one direction depend, in
 /// the order in which they became active. Those that could change without moving it, such as an
-/// inequality that holds with room to spare, are not among them. Empty for a widget that constraints
-/// do not place.
+/// inequality that holds with room to spare, are not among them. Empty for a widget that
+/// constraints do not place.
 [[nodiscard]] PELLARVINE_EXPORT QList<std::shared_ptr<LayoutConstraint>>
 constraintsAffectingLayout(const QWidget *widget, Qt::Orientation orientation);
 

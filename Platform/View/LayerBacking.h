@@ -8,8 +8,8 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 
 namespace Pellarvine::detail {
 
-/// Sets up the new layer of a widget. A widget that is being destroyed may only be a QWidget by then:
-/// qobject_cast it.
+/// Sets up the new layer of a widget. A widget that is being destroyed may only be a QWidget by
+/// then: qobject_cast it.
 using LayerSetUp = void (*)(QWidget *widget, CA::Layer &layer);
 
 /// Makes the widget layer-backed, as NS::setWantsLayer() does. `setUp` is called when somebody

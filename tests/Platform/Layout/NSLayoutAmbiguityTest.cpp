@@ -37,7 +37,7 @@ TEST(LayoutAmbiguity, a_place_is_open_until_constraints_and_hints_say_one)
     const auto top = [&](QWidget *widget) {
         return topAnchor(widget).constraintEqualToAnchor(topAnchor(&window), 20);
     };
-    const auto atLeast =
+    const auto lowerBound =
             leadingAnchor(label).constraintGreaterThanOrEqualToAnchor(leadingAnchor(&window), 10);
     const auto atMost =
             leadingAnchor(label).constraintLessThanOrEqualToAnchor(leadingAnchor(&window), 10);
@@ -52,8 +52,8 @@ TEST(LayoutAmbiguity, a_place_is_open_until_constraints_and_hints_say_one)
         { "no constraints", label, {}, false },
         { "no x", label, { top(label) }, true },
         { "a place and a hint", label, { top(label), leading(label, 10) }, false },
-        { "an x that has room", label, { top(label), atLeast }, true },
-        { "an x between two limits", label, { top(label), atLeast, atMost }, false },
+        { "an x that has room", label, { top(label), lowerBound }, true },
+        { "an x between two limits", label, { top(label), lowerBound, atMost }, false },
         { "a wish",
           label,
           { top(label), leading(label, 10)->withPriority(LayoutPriority::defaultLow) },
