@@ -5,6 +5,7 @@
 #include "View/NSView.h"
 
 #include <QMetaMethod>
+#include <QPointer>
 #include <QWidget>
 
 namespace NS {
@@ -14,15 +15,18 @@ namespace {
 using Pin = void (*)(QWidget *, QWidget *);
 using PinWithBorder = void (*)(QWidget *, QWidget *, double);
 
-void prepare(QWidget *receiver, QWidget *subview)
+// The program hears that the subview is shown, and may take it away: false then.
+bool prepare(const QPointer<QWidget> &receiver, const QPointer<QWidget> &subview)
 {
     setTranslatesAutoresizingMaskIntoConstraints(subview, false);
     addSubview(receiver, subview);
+    return receiver && subview && subview->parentWidget() == receiver;
 }
 
 void add(QWidget *receiver, QWidget *subview, const char *signature, Pin pin)
 {
-    prepare(receiver, subview);
+    if (!prepare(receiver, subview))
+        return;
     const QMetaMethod own = detail::methodWithSignature(receiver, signature);
     if (own.isValid())
         own.invoke(receiver, Qt::DirectConnection, Q_ARG(QWidget *, subview));
@@ -33,7 +37,8 @@ void add(QWidget *receiver, QWidget *subview, const char *signature, Pin pin)
 void add(QWidget *receiver, QWidget *subview, double border, const char *signature,
          PinWithBorder pin)
 {
-    prepare(receiver, subview);
+    if (!prepare(receiver, subview))
+        return;
     const QMetaMethod own = detail::methodWithSignature(receiver, signature);
     if (own.isValid()) {
         own.invoke(receiver, Qt::DirectConnection, Q_ARG(QWidget *, subview),

@@ -4,6 +4,8 @@
 #include "Scenes/NSStoryboard.h"
 #include "View/NSView.h"
 
+#include <QPointer>
+
 #include <memory>
 
 namespace NS {
@@ -19,10 +21,12 @@ ViewController *instantiateViewControllerWithIdentifier(const ViewController *re
     auto *const controller = qobject_cast<ViewController *>(made.get());
     if (!controller)
         return nullptr;
-    QWidget *const view = controller->view();
+    const QPointer<QWidget> view = controller->view();
     setTranslatesAutoresizingMaskIntoConstraints(view, false);
     addSubview(pinInsideSubview, view);
-    pinWidthAndHeight(view, pinInsideSubview);
+    // A callback may have taken it away.
+    if (view && view->parentWidget() == pinInsideSubview)
+        pinWidthAndHeight(view, pinInsideSubview);
     static_cast<void>(made.release());
     return controller;
 }

@@ -58,7 +58,7 @@ bool BackInput::eventFilter(QObject *watched, QEvent *event)
     const auto *const widget = static_cast<QWidget *>(watched);
     if (event->type() == QEvent::MouseButtonPress) {
         const bool isBack = static_cast<QMouseEvent *>(event)->button() == Qt::BackButton;
-        return isBack && isInnermost(widget) && m_navigation->goBack();
+        return isBack && isInnermost(widget) && goBack();
     }
     auto *const press = static_cast<QKeyEvent *>(event);
     const bool isBack = press->matches(QKeySequence::Back) && isInnermost(widget);
@@ -72,8 +72,17 @@ bool BackInput::eventFilter(QObject *watched, QEvent *event)
         return false;
     // What no widget inside has taken arrives at the view.
     if (press->key() == Qt::Key_Escape && press->modifiers() == Qt::NoModifier)
-        return widget == view() && m_navigation->goBack();
-    return isBack && m_navigation->goBack();
+        return widget == view() && goBack();
+    return isBack && goBack();
+}
+
+// The input is used up even if a controller refuses to leave: Esc would close a dialog around it.
+bool BackInput::goBack()
+{
+    const bool isUsed = m_navigation->canGoBack();
+    if (isUsed)
+        m_navigation->goBack();
+    return isUsed;
 }
 
 const QWidget *BackInput::view() const

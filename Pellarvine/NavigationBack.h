@@ -36,6 +36,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    bool goBack();
     const QWidget *view() const;
     bool isInside(const QWidget *widget) const;
     bool isInnermost(const QWidget *widget) const;

@@ -108,7 +108,8 @@ bool NavigationController::goBack()
     const QList<NS::ViewController *> all = detail::screens(this);
     if (all.size() < 2)
         return false;
-    NS::ViewController *const top = all.constLast();
+    const QPointer<NavigationController> self = this;
+    const QPointer<NS::ViewController> top = all.constLast();
     NS::ViewController *const source = top->parentViewController() == this ? top : this;
     // Called by Qt's events, which no exception may cross.
     try {
@@ -116,7 +117,7 @@ bool NavigationController::goBack()
     } catch (const std::exception &error) {
         detail::printWarning(error);
     }
-    return true;
+    return !self || !top || !detail::screens(this).contains(top);
 }
 
 QAction *NavigationController::backAction()

@@ -64,7 +64,8 @@ public:
     /// after this controller was hidden and shown again, because the pushed views remain.
     bool canGoBack() const;
     /// Goes back by one, as an `UnwindSegue` from the uppermost controller to the one below.
-    /// Returns false if there is none. An exception of the program's code is printed as a warning.
+    /// Returns false if there is none, or if canUnwind() of the uppermost refuses. An exception of
+    /// the program's code is printed as a warning.
     Q_INVOKABLE bool goBack();
     /// An action that goes back, enabled while that is possible: for a menu or
     /// QToolButton::setDefaultAction(). Made by the first call and owned by this controller.

@@ -4,8 +4,36 @@
 #include "Base/Failure.h"
 #include "Pellarvine/NSView+AutoLayout.h"
 #include "Pellarvine/NavigationController.h"
+#include "Pellarvine/NavigationDeparture.h"
+#include "Pellarvine/NavigationSegue.h"
+#include "Scenes/NSViewControllerPrivate.h"
+
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
 
 namespace Pellarvine::detail {
+
+NavigationController *navigationControllerOf(const NavigationSegue &segue)
+{
+    const auto *const source = qobject_cast<NS::ViewController *>(segue.sourceController());
+    QString reason;
+    for (const NS::ViewController *outer = source; outer; outer = outer->parentViewController()) {
+        if (qobject_cast<const NavigationController *>(outer))
+            return segue.findNavigationController();
+        if (isLoadingView(outer))
+            reason = u"is not in a navigation controller before its view is loaded"_s;
+        else if (Departure::isLeaving(outer))
+            reason = u"is leaving its navigation controller"_s;
+    }
+    if (reason.isEmpty())
+        return segue.findNavigationController(); // ends the process
+    printWarning(u"The segue \"%1\" of %2 does nothing: its source %3"_s
+                         .arg(segue.identifier(),
+                              QString::fromUtf8(source->metaObject()->className()), reason)
+                         .toStdString());
+    return nullptr;
+}
 
 bool isHiddenByCall(const QWidget *view)
 {
@@ -27,7 +55,8 @@ QList<NS::ViewController *> screens(const NavigationController *navigation)
         NS::ViewController *const controller = NS::viewController(view);
         const bool isScreen =
                 controller
-                && (controller->parentViewController() == navigation || stack.contains(controller));
+                && (controller->parentViewController() == navigation
+                    || (stack.contains(controller) && !Departure::isLeaving(controller)));
         if (isScreen)
             found.append(controller);
     }
@@ -45,6 +74,10 @@ bool canBePlaced(NS::ViewController *controller, const NavigationController *nav
         printWarning("A navigation controller cannot show a view that has been destroyed");
         return false;
     }
+    if (Departure::isLeaving(controller)) {
+        printWarning("A navigation controller cannot show a controller that is leaving it");
+        return false;
+    }
     const bool isAround =
             outer || (contentView && (view == contentView || view->isAncestorOf(contentView)));
     if (isAround)
@@ -57,43 +90,31 @@ bool place(NS::ViewController *controller, NavigationController *navigation)
     const QPointer<NS::ViewController> placed = controller;
     const QPointer<NavigationController> container = navigation;
     navigation->addChildViewController(controller);
-    if (!placed || !container)
+    if (!placed || !container || placed->parentViewController() != container)
         return false;
-    QWidget *const contentView = container->contentView();
+    const QPointer<QWidget> contentView = container->contentView();
     if (!contentView)
         fatalError("The navigation controller has no content view");
-    QWidget *const view = placed->view();
+    const QPointer<QWidget> view = placed->view();
     if (!view)
         return false;
     if (view->parentWidget() == contentView)
         view->raise();
     NS::addAndPin(contentView, view);
-    return placed && container;
+    return placed && container && placed->parentViewController() == container && view && contentView
+           && view->parentWidget() == contentView;
 }
 
-QList<QPointer<NS::ViewController>> takeAway(const QList<QPointer<NS::ViewController>> &controllers)
+QList<NS::ViewController *> pushedAbove(NS::ViewController *controller,
+                                        const NavigationController *navigation)
 {
-    QList<QPointer<NS::ViewController>> children;
-    for (const QPointer<NS::ViewController> &controller : controllers) {
-        if (!controller)
-            continue;
-        if (controller->parentViewController())
-            children.append(controller);
-        controller->removeFromParentViewController();
-        QWidget *const view =
-                controller && controller->isViewLoaded() ? controller->view() : nullptr;
-        if (view)
-            view->setParent(nullptr);
-    }
-    return children;
-}
-
-void deleteUnowned(const QList<QPointer<NS::ViewController>> &controllers)
-{
-    for (const QPointer<NS::ViewController> &controller : controllers) {
-        if (controller && !controller->parent())
-            controller->deleteLater();
-    }
+    const QList<NS::ViewController *> all = screens(navigation);
+    const QList<NS::ViewController *> stack = navigation->navigationStack();
+    const qsizetype place = all.indexOf(controller);
+    qsizetype first = stack.size();
+    while (place >= 0 && first > 0 && all.indexOf(stack[first - 1]) > place)
+        --first;
+    return stack.sliced(first);
 }
 
 } // namespace Pellarvine::detail

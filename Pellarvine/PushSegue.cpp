@@ -18,14 +18,17 @@ PushSegue::~PushSegue() = default;
 
 void PushSegue::perform()
 {
-    const QPointer<NavigationController> navigation = findNavigationController();
+    const QPointer<NavigationController> navigation = detail::navigationControllerOf(*this);
     const QPointer<NS::ViewController> destination =
             qobject_cast<NS::ViewController *>(destinationController());
-    if (!destination)
+    if (!navigation || !destination)
         return;
     destination->view(); // what it throws leaves everything as it was
-    if (detail::canBePlaced(destination, navigation) && detail::place(destination, navigation))
-        navigation->setNavigationStack(navigation->navigationStack() << destination);
+    if (!detail::canBePlaced(destination, navigation) || !detail::place(destination, navigation))
+        return;
+    QList<NS::ViewController *> stack = navigation->navigationStack();
+    stack.insert(stack.size() - detail::pushedAbove(destination, navigation).size(), destination);
+    navigation->setNavigationStack(stack);
 }
 
 } // namespace Pellarvine

@@ -19,8 +19,12 @@ public:
     /// Adds the destination as a child of the navigation controller, fills the content view with
     /// its view, above the others, and appends it to the stack, even if the stack contains it
     /// already. Does nothing if the destination is not a view controller. Refuses a destination
-    /// that is or contains the navigation controller, with a warning. Stops the process if the
-    /// source is in no navigation controller, or if there is no content view.
+    /// that is or contains the navigation controller, and a source whose view is being loaded or
+    /// that is being removed, with a warning. Stops the process if the source is in no navigation
+    /// controller for another reason, or if there is no content view.
+    ///
+    /// Callbacks may navigate: what viewWillAppear() of the destination pushes lies above the
+    /// destination, and a destination that goes back there is not shown.
     void perform() override;
 };
 

@@ -2,9 +2,12 @@
 #include "Pellarvine/ReplaceSegue.h"
 
 #include "Pellarvine/NavigationController.h"
+#include "Pellarvine/NavigationDeparture.h"
 #include "Pellarvine/NavigationPlacement.h"
 
 #include <QPointer>
+
+#include <algorithm>
 
 namespace Pellarvine {
 
@@ -19,23 +22,28 @@ ReplaceSegue::~ReplaceSegue() = default;
 
 void ReplaceSegue::perform()
 {
-    NavigationController *const found = findNavigationController();
-    const QPointer<NavigationController> navigation = found;
+    const QPointer<NavigationController> navigation = detail::navigationControllerOf(*this);
     const QPointer<NS::ViewController> destination =
             qobject_cast<NS::ViewController *>(destinationController());
-    if (!destination)
+    if (!navigation || !destination)
         return;
     destination->view(); // what it throws leaves everything as it was
     if (!detail::canBePlaced(destination, navigation))
         return;
-    QList<QPointer<NS::ViewController>> stack;
-    for (NS::ViewController *const controller : found->navigationStack())
-        stack.append(controller);
-    QList<QPointer<NS::ViewController>> removed = detail::takeAway(stack);
+    detail::Departure departure(navigation);
+    // What a callback pushes meanwhile leaves as well.
+    while (navigation) {
+        const QList<NS::ViewController *> stack = navigation->navigationStack();
+        const auto next = std::find_if(stack.begin(), stack.end(), [&](const auto *controller) {
+            return !departure.hasTaken(controller);
+        });
+        if (next == stack.end())
+            break;
+        departure.takeAway(*next);
+    }
     if (navigation && destination && detail::place(destination, navigation))
-        navigation->setNavigationStack({ destination });
-    removed.removeAll(navigation.data());
-    detail::deleteUnowned(removed);
+        navigation->setNavigationStack(QList { destination.data() }
+                                       + detail::pushedAbove(destination, navigation));
 }
 
 } // namespace Pellarvine

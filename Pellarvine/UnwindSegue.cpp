@@ -2,6 +2,7 @@
 #include "Pellarvine/UnwindSegue.h"
 
 #include "Pellarvine/NavigationController.h"
+#include "Pellarvine/NavigationDeparture.h"
 #include "Pellarvine/NavigationPlacement.h"
 
 #include <QPointer>
@@ -48,7 +49,7 @@ void UnwindSegue::perform()
 {
     const QPointer<NS::ViewController> destination =
             qobject_cast<NS::ViewController *>(destinationController());
-    QPointer<NavigationController> navigation = findNavigationController();
+    QPointer<NavigationController> navigation = detail::navigationControllerOf(*this);
     QList<QPointer<NS::ViewController>> leaving;
     while (destination && navigation && leaving.isEmpty()) {
         leaving = above(destination, navigation);
@@ -62,7 +63,9 @@ void UnwindSegue::perform()
     if (leaving.isEmpty() || !destination || !navigation)
         return;
     destination->prepareForUnwind(this);
-    const QList<QPointer<NS::ViewController>> removed = detail::takeAway(leaving);
+    detail::Departure departure(navigation);
+    for (const QPointer<NS::ViewController> &controller : std::as_const(leaving))
+        departure.takeAway(controller);
     if (navigation) {
         QList<NS::ViewController *> stack = navigation->navigationStack();
         stack.removeIf([&](NS::ViewController *controller) {
@@ -70,7 +73,6 @@ void UnwindSegue::perform()
         });
         navigation->setNavigationStack(stack);
     }
-    detail::deleteUnowned(removed);
 }
 
 QObject *UnwindSegue::existingDestination(NS::ViewController *source, const QString &scene)

@@ -29,8 +29,8 @@ public:
     /// Removed controllers without a QObject parent are deleted, as by a replace.
     ///
     /// The nearest navigation controller around the source that contains the destination is used.
-    /// Nothing happens if none does, or if the destination is the uppermost already. Stops the
-    /// process if the source is in no navigation controller.
+    /// Nothing happens if none does, or if the destination is the uppermost already. A source in no
+    /// navigation controller fails as in a push.
     void perform() override;
 
     /// The nearest screen below `source` that was made from that scene of its storyboard, or null.

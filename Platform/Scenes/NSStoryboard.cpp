@@ -42,10 +42,13 @@ QObject *objectNamed(QObject *root, const QString &name)
     return root->objectName() == name ? root : root->findChild<QObject *>(name);
 }
 
-void fill(QWidget *container, QWidget *view)
+void fill(const QPointer<QWidget> &container, const QPointer<QWidget> &view)
 {
     setTranslatesAutoresizingMaskIntoConstraints(view, false);
     addSubview(container, view);
+    // A callback may have taken it away.
+    if (!container || !view || view->parentWidget() != container)
+        return;
     LayoutConstraint::activateConstraints({
             leadingAnchor(container).constraintEqualToAnchor(leadingAnchor(view)),
             trailingAnchor(container).constraintEqualToAnchor(trailingAnchor(view)),

@@ -92,6 +92,8 @@ public:
         }
     }
 
+    static bool isLoading(const ViewController *controller) { return controller->d->isLoading; }
+
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         // The window system hides and shows minimised windows spontaneously.
@@ -321,3 +323,12 @@ void ViewController::loadView()
 }
 
 } // namespace NS
+
+namespace Pellarvine::detail {
+
+bool isLoadingView(const NS::ViewController *controller)
+{
+    return NS::ViewWatch::isLoading(controller);
+}
+
+} // namespace Pellarvine::detail

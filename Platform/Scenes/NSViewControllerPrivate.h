@@ -2,6 +2,7 @@
 // Not API: what a view controller and the storyboard that makes it share.
 #pragma once
 
+#include "Base/Global.h"
 #include "Scenes/NSViewController.h"
 
 #include <QPointer>
@@ -35,3 +36,10 @@ struct ViewController::Private
 };
 
 } // namespace NS
+
+namespace Pellarvine::detail {
+
+/// Whether the controller's view() is running: loadView(), viewDidLoad() or what lies between.
+PELLARVINE_PRIVATE_EXPORT bool isLoadingView(const NS::ViewController *controller);
+
+} // namespace Pellarvine::detail

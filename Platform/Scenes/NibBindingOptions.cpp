@@ -5,6 +5,7 @@
 #include "Scenes/NibFile.h"
 
 #include <QRegularExpression>
+#include <QStringList>
 
 #include <optional>
 
@@ -49,6 +50,7 @@ NibBindingOptions nibBindingOptions(const QString &text, const QString &entry)
     static const QRegularExpression option(
             uR"re(\G\s*\|\s*(\w+)\s*(?:\(\s*"([^"]*)"\s*\))?\s*)re"_s);
     NibBindingOptions options;
+    QStringList names;
     qsizetype end = 0;
     while (end < text.size()) {
         const auto match = option.match(text, end);
@@ -60,6 +62,10 @@ NibBindingOptions nibBindingOptions(const QString &text, const QString &entry)
                  "oneWay, format(\"%.1f\"), placeholder(\"None\"), title(\"name\"), tag(\"code\")"_s
                          .arg(text.sliced(end).trimmed()),
                  entry);
+        if (names.contains(match.captured(1)))
+            fail(match.captured(1), u"the option \"%1\" is there twice"_s.arg(match.captured(1)),
+                 entry);
+        names.append(match.captured(1));
         end = match.capturedEnd();
     }
     if (!options.format.isEmpty() && !BindingFormat::parsed(options.format))

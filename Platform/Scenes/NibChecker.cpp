@@ -208,6 +208,10 @@ void NibChecker::checkProperty(const NibElement &element, const NibProperty &pro
                      u"%1 has no property \"%2\""_s.arg(description(element), name));
     if (!property.problem.isEmpty())
         failProperty(element, property, u"%1 (property \"%2\")"_s.arg(property.problem, name));
+    const QString meant = misspeltNibProperty(name, property.values);
+    if (!meant.isEmpty())
+        failProperty(element, property,
+                     u"\"%1\" has the entries of \"%2\": is the name misspelt?"_s.arg(name, meant));
 }
 
 void NibChecker::checkDeclared(const NibElement &element, const NibProperty &property,

@@ -109,7 +109,7 @@ void NibConnector::take(const Entry &entry, const NibConstraint &said)
             said.secondItem.isEmpty() ? nullptr : item(entry, said.secondItem),
             said.secondAttribute, said.multiplier, said.constant);
     constraint->setPriority(said.priority);
-    m_constraints.append(constraint);
+    m_constraints.append({ entry, constraint });
 }
 
 QWidget *NibConnector::item(const Entry &entry, const QString &name) const
@@ -157,7 +157,24 @@ void NibConnector::connect()
         if (action.receiver)
             QObject::connect(action.object, action.signal, action.receiver, action.slot);
     }
-    NS::LayoutConstraint::activateConstraints(m_constraints);
+    activateConstraints();
+}
+
+void NibConnector::activateConstraints() const
+{
+    QList<std::shared_ptr<NS::LayoutConstraint>> made;
+    for (const Constraint &constraint : m_constraints)
+        made.append(constraint.made);
+    NS::LayoutConstraint::activateConstraints(made);
+    for (const Constraint &constraint : m_constraints) {
+        if (!m_checksOwnerEntries || constraint.made->isActive())
+            continue;
+        run(constraint, [&] {
+            throw NibFault { NS::NibError::malformed, constraint.text.text,
+                             u"the constraint \"%1\" contradicts others, which are required too"_s
+                                     .arg(constraint.text.text) };
+        });
+    }
 }
 
 void NibConnector::setOutlet(const Outlet &outlet)

@@ -28,7 +28,8 @@ public:
     void add(QObject *object, const QString &property, const NibText &value);
 
     /// From now on there is no owner: entries that begin with it are checked against its class,
-    /// unless that is null, and not connected.
+    /// unless that is null, and not connected. Constraints that contradict others are errors then,
+    /// not only warnings.
     void checkOwnerEntries(const QMetaObject *ownerClass);
 
     /// Connects the entries. After a NibError, all outlets and bindings are undone.
@@ -65,6 +66,11 @@ private:
         QMetaMethod slot;
     };
 
+    struct Constraint : Entry
+    {
+        std::shared_ptr<NS::LayoutConstraint> made;
+    };
+
     // All of these throw NibFault.
     void take(const Entry &entry, const NibOutlet &outlet);
     void take(const Entry &entry, const NibBinding &binding);
@@ -72,6 +78,7 @@ private:
     void take(const Entry &entry, const NibConstraint &constraint);
     Path path(const Entry &entry, const NibPath &path) const;
     QWidget *item(const Entry &entry, const QString &name) const;
+    void activateConstraints() const;
     void setOutlet(const Outlet &outlet);
     void bindValue(const ValueBinding &binding);
     static void bindList(const ValueBinding &binding);
@@ -88,7 +95,7 @@ private:
     QList<Outlet> m_outlets;
     QList<ValueBinding> m_bindings;
     QList<Action> m_actions;
-    QList<std::shared_ptr<NS::LayoutConstraint>> m_constraints;
+    QList<Constraint> m_constraints;
     QList<std::function<void()>> m_undo;
 };
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <numeric>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -161,12 +162,54 @@ const auto *grammar(const QString &property)
                         [&](const auto &grammar) { return grammar.first == property; });
 }
 
+// How many letters have to be added, left out or replaced to make one of the other.
+qsizetype distance(QStringView one, QStringView other)
+{
+    QList<qsizetype> row(other.size() + 1);
+    std::iota(row.begin(), row.end(), 0);
+    for (const QChar letter : one) {
+        qsizetype diagonal = row[0]++;
+        for (qsizetype i = 0; i < other.size(); ++i) {
+            const qsizetype replaced = diagonal + (letter == other[i] ? 0 : 1);
+            diagonal = row[i + 1];
+            row[i + 1] = std::min({ replaced, diagonal + 1, row[i] + 1 });
+        }
+    }
+    return row.constLast();
+}
+
+bool isEntry(const QString &property, const QString &text)
+{
+    try {
+        nibEntry(property, text);
+        return true;
+    } catch (const NibFault &) {
+        return false;
+    }
+}
+
 } // namespace
 
 bool isListBinding(const QObject *object, const QString &key)
 {
     return (key == "choices"_L1 || key == "items"_L1)
            && object->metaObject()->indexOfProperty(key.toUtf8().constData()) < 0;
+}
+
+QString misspeltNibProperty(const QString &property, const QList<NibText> &values)
+{
+    for (const auto &known : grammars) {
+        const QString name = known.first;
+        if (property == name || distance(property.toLower(), name) > 2)
+            continue;
+        for (const NibText &value : values) {
+            const QList<NibText> entries = nibEntries(value);
+            if (std::any_of(entries.cbegin(), entries.cend(),
+                            [&](const NibText &entry) { return isEntry(name, entry.text); }))
+                return name;
+        }
+    }
+    return {};
 }
 
 bool holdsNibEntries(const QString &property)

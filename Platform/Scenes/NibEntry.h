@@ -74,6 +74,11 @@ using NibEntry = std::variant<NibOutlet, NibBinding, NibAction, NibConstraint>;
 /// Whether a dynamic property of that name holds entries.
 PELLARVINE_INTERNAL_EXPORT bool holdsNibEntries(const QString &property);
 
+/// The property that was meant, if the name is similar to one of those and the value has its
+/// entries: "bindings" for "binding". Else empty.
+PELLARVINE_INTERNAL_EXPORT QString misspeltNibProperty(const QString &property,
+                                                       const QList<NibText> &values);
+
 /// The entries in a value of such a property, one on each line, with their places.
 PELLARVINE_INTERNAL_EXPORT QList<NibText> nibEntries(const NibText &value);
 

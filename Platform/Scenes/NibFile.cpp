@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes/NibFile.h"
 
+#include <QHash>
 #include <QSet>
 
+#include <climits>
 #include <optional>
 #include <utility>
 
@@ -53,6 +55,21 @@ QString problem(const QString &tag, const QString &kind, const QString &text)
         u"green"_s,  u"blue"_s, u"hour"_s,      u"minute"_s, u"second"_s,     u"year"_s,
         u"month"_s,  u"day"_s,  u"pointsize"_s, u"weight"_s, u"horstretch"_s, u"verstretch"_s,
     };
+    // Values outside these are left out or replaced in silence.
+    static const QHash<QString, std::pair<int, int>> ranges {
+        { u"pointsize"_s, { 1, INT_MAX } },
+        { u"weight"_s, { 0, 1000 } },
+        { u"red"_s, { 0, 255 } },
+        { u"green"_s, { 0, 255 } },
+        { u"blue"_s, { 0, 255 } },
+        { u"horstretch"_s, { 0, 255 } },
+        { u"verstretch"_s, { 0, 255 } },
+        { u"month"_s, { 1, 12 } },
+        { u"day"_s, { 1, 31 } },
+        { u"hour"_s, { 0, 23 } },
+        { u"minute"_s, { 0, 59 } },
+        { u"second"_s, { 0, 59 } },
+    };
     static const QSet<QString> booleans { u"bool"_s,        u"bold"_s,      u"italic"_s,
                                           u"underline"_s,   u"strikeout"_s, u"kerning"_s,
                                           u"antialiasing"_s };
@@ -62,9 +79,12 @@ QString problem(const QString &tag, const QString &kind, const QString &text)
         static_cast<void>(text.toDouble(&isValid));
         return isValid ? QString() : u"\"%1\" is no number"_s.arg(text);
     }
-    if (wholes.contains(tag))
-        static_cast<void>(text.toInt(&isValid));
-    else if (tag == "uint"_L1)
+    if (wholes.contains(tag)) {
+        const int value = text.toInt(&isValid);
+        const auto [least, most] = ranges.value(tag, { INT_MIN, INT_MAX });
+        isValid = isValid && value >= least && value <= most;
+    }
+    if (tag == "uint"_L1)
         static_cast<void>(text.toUInt(&isValid));
     else if (tag == "longlong"_L1)
         static_cast<void>(text.toLongLong(&isValid));

@@ -23,6 +23,14 @@ namespace {
 // Far more than a window can show. All of them are made when the outermost view is loaded.
 constexpr int mostEmbedded = 1000;
 
+// Widgets are what interface files name.
+QStringList sceneClassNames()
+{
+    QStringList names = NS::registeredClassNames();
+    names.removeIf([](const QString &name) { return NS::registeredClass(name)->isWidget(); });
+    return names;
+}
+
 } // namespace
 
 class StoryboardFile::Reader
@@ -118,7 +126,7 @@ private:
         const NS::RegisteredClass *const type = NS::registeredClass(scene.className);
         if (!type) {
             fail(u"there is no class \"%1\" (%2)"_s.arg(scene.className,
-                                                        NS::registeredClassNames().join(u", "_s)));
+                                                        sceneClassNames().join(u", "_s)));
         }
         if (m_file.scene(scene.identifier))
             fail(u"there is a scene \"%1\" already"_s.arg(scene.identifier));
@@ -171,6 +179,12 @@ private:
     void readEmbed()
     {
         checkAttributes({ u"source"_s, u"destination"_s, u"container"_s }, { u"identifier"_s });
+        const auto container = std::make_pair(attribute("source"_L1), attribute("container"_L1));
+        if (m_containers.contains(container)) {
+            fail(u"there is a scene in \"%1\" of the scene \"%2\" already"_s.arg(container.second,
+                                                                                 container.first));
+        }
+        m_containers.insert(container);
         add({ true,
               attribute("identifier"_L1),
               {},
@@ -286,6 +300,7 @@ private:
     XmlReader m_xml;
     XmlPlace m_root; // where the outermost element begins
     QSet<std::pair<QString, QString>> m_segueNames; // each with its source
+    QSet<std::pair<QString, QString>> m_containers; // of embedded scenes, each with its source
     QSet<const SceneElement *> m_isOpen; // being visited by checkEmbedded()
     QHash<const SceneElement *, int> m_embeddedCounts; // of the scenes that have been visited
 };

@@ -594,8 +594,9 @@ TEST_F(MailStoryboard, the_uppermost_view_is_enabled_and_all_below_it_are_covere
 {
     ViewController *const list = top();
     auto *const login = screenWithField();
-    PushSegue({}, list, new Pushing(login)).perform();
-    ViewController *const pushing = top(); // in the stack, which grew from the inside out
+    auto *const pushing = new Pushing(login);
+    PushSegue({}, list, pushing).perform();
+    EXPECT_THAT(mail->navigationStack(), ElementsAre(list, pushing, login));
     EXPECT_TRUE(login->view()->isEnabled());
     EXPECT_FALSE(pushing->view()->isEnabled());
     EXPECT_FALSE(list->view()->isEnabled());

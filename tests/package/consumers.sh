@@ -65,6 +65,16 @@ lines=$(cat "$examples"/notes/*.{cpp,h} | grep -cvE '^ *(//.*)?$')
 cmake -S "$scratch/letters" -B "$scratch/letters/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" \
     >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
 cmake --build "$scratch/letters/build" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
+# Its forms are checked at each build, with its own classes.
+cp "$scratch/letters/Greeting.ui" "$scratch/right.ui"
+sed -i 's/owner\.greeting/owner.greting/' "$scratch/letters/Greeting.ui"
+if cmake --build "$scratch/letters/build" >"$scratch/log" 2>&1; then
+    fail "a misspelt form is built"
+fi
+grep -q 'Greeting.ui:.*GreetingController has no key "greting"' "$scratch/log" ||
+    { cat "$scratch/log"; exit 1; }
+cp "$scratch/right.ui" "$scratch/letters/Greeting.ui"
+cmake --build "$scratch/letters/build" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
 (cd "$scratch/letters/build" && ctest --output-on-failure) >"$scratch/log" 2>&1 \
     || { cat "$scratch/log"; exit 1; }
 "$scratch/letters/build/letters" --help | grep -q Usage || fail "the written program does not start"

@@ -62,6 +62,13 @@ TEST_F(CheckCommand, says_where_each_mistake_is)
           "/Form.ui:22:40: error: badge: Badge has no property \"numbr\"" },
         { u"Form.ui"_s, "returnPressed", "returnPresed", u"Form.ui"_s,
           "/Form.ui:10:50: error: nameField: QLineEdit has no signal \"returnPresed\"" },
+        // A program that loads the form is only warned.
+        { u"Form.ui"_s, "outlets\" stdset=\"0\"><string>owner.field",
+          "constraints\" stdset=\"0\"><string>width = 10\nwidth = 20", u"Form.ui"_s,
+          "/Form.ui:9:1: error: nameField: the constraint \"width = 20\" contradicts others" },
+        // A property of the program's own.
+        { u"Form.ui"_s, "outlets\" stdset=\"0\"><string>owner.field",
+          "action\" stdset=\"0\"><string>delete", u"Form.ui"_s, "" },
         // Only a storyboard says of which class the owner is.
         { u"Form.ui"_s, "owner.name", "owner.nmae", u"Form.ui"_s, "" },
         { u"Form.ui"_s, "owner.name", "owner.nmae", u"Form.storyboard"_s,

@@ -140,6 +140,11 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
           ":2:1: <scene> has no attribute \"color\" (identifier, class, interface)", false },
         { "<scene identifier='a' class='Form'/>\n<scene identifier='a' class='Form'/>",
           ":3:1: there is a scene \"a\" already", true },
+        { "<scene identifier='a' class='Form'/>\n"
+          "<scene identifier='b' class='Form'/>\n"
+          "<embed source='a' destination='b' container='box'/>\n"
+          "<embed source='a' destination='b' container='box'/>",
+          ":5:1: there is a scene in \"box\" of the scene \"a\" already", true },
         { "<scene identifier='a' class='Forn'/>", ":2:1: there is no class \"Forn\" (", true },
         { "<scene identifier='a' class='Form' interface='Lost.ui'/>",
           ":2:1: there is no interface file \"Lost.ui\"", true },
@@ -187,7 +192,8 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
                     NS::Storyboard::storyboardWithContentsOfFile(
                             storyboard("<scene identifier='a' class='Forn'/>"));
                 }),
-                testing::ContainsRegex("[(, ]Form[,)]"));
+                testing::AllOf(testing::ContainsRegex("[(, ]Form[,)]"),
+                               testing::Not(HasSubstr("NS::TextField"))));
     EXPECT_THAT(problem([&] {
                     NS::Storyboard::storyboardWithContentsOfFile(
                             storyboard({}, " initialScene='a'"));
@@ -224,7 +230,7 @@ TEST_F(NSStoryboard, a_file_that_would_grow_as_it_is_read_or_shown_is_refused)
         scenes += "<scene identifier='" + name + "' class='Form' interface='Form.ui'/>\n";
         for (int twice = 0; i > 0 && twice < 2; ++twice)
             scenes += "<embed source='s" + QByteArray::number(i - 1) + "' destination='" + name
-                      + "' container='box'/>";
+                      + "' container='" + (twice ? "box" : "field") + "'/>";
     }
     EXPECT_THAT(problem([&] { NS::Storyboard::storyboardWithContentsOfFile(storyboard(scenes)); }),
                 HasSubstr("more than 1000 scenes lie within the scene \"s"));
@@ -253,7 +259,7 @@ TEST_F(NSStoryboard, outlets_triggers_and_containers_are_checked_when_the_view_i
           ":4:1: the scene has no widget \"field2\"" },
         { {},
           "<embed source='a' destination='b' container='box'/>\n"
-          "<embed source='a' destination='c' container='box'/>",
+          "<embed source='a' destination='c' container='field'/>",
           ":7:36: the scene has no object \"x\"" },
     };
     for (const Row &row : rows) {

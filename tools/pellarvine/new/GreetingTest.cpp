@@ -1,6 +1,6 @@
+#include "Classes.h"
 #include "GreetingController.h"
 
-#include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSStoryboard.h>
 
 #include <QLabel>
@@ -17,7 +17,7 @@ class GreetingTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { NS::registerClass<GreetingController>(); }
+    void initTestCase() { pellarvineRegisterClasses(); }
 
     void the_window_shows_the_greeting()
     {

@@ -1,8 +1,8 @@
-#include "GreetingController.h"
+#include "Classes.h"
 
 #include <pellarvine/Pellarvine/Application.h>
-#include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSStoryboard.h>
+#include <pellarvine/Platform/NSViewController.h>
 #include <pellarvine/Platform/Translations.h>
 
 #include <QCommandLineParser>
@@ -28,7 +28,7 @@ int main(int argc, char **argv)
     parser.addHelpOption();
     parser.process(application);
 
-    NS::registerClass<GreetingController>();
+    pellarvineRegisterClasses();
     const std::unique_ptr<QObject> scene(
             NS::Storyboard::storyboardWithName(u"Main"_s)->instantiateInitialController());
     QWidget *const window = qobject_cast<NS::ViewController *>(scene.get())->view();
