@@ -7,6 +7,8 @@
 #include <QAbstractButton>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QEvent>
+#include <QPointer>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +26,39 @@ bool commitAndApply(Settings *settings, const QDialogButtonBox *box)
 {
     return NS::commitEditing(box->window()) && settings->apply();
 }
+
+// Resets the settings once the dialog of a box, which it may join later, is rejected.
+class Rejection : public QObject
+{
+public:
+    Rejection(Settings *settings, QDialogButtonBox *box)
+        : QObject(box)
+        , m_settings(settings)
+        , m_box(box)
+    {
+        box->installEventFilter(this);
+        follow();
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show)
+            follow();
+        return false;
+    }
+
+private:
+    void follow()
+    {
+        disconnect(m_connection);
+        if (QDialog *const shown = dialog(m_box); shown && m_settings)
+            m_connection = connect(shown, &QDialog::rejected, m_settings, &Settings::reset);
+    }
+
+    QPointer<Settings> m_settings;
+    QDialogButtonBox *m_box;
+    QMetaObject::Connection m_connection;
+};
 
 } // namespace
 
@@ -61,6 +96,7 @@ void connectButtons(Settings *settings, QDialogButtonBox *box)
         if (dialog(box))
             dialog(box)->reject();
     });
+    new Rejection(settings, box);
 }
 
 } // namespace Pellarvine

@@ -2,6 +2,8 @@
 #include "Shared/Settings.h"
 
 #include "Base/Failure.h"
+#include "KeyValue/ControlBindings.h"
+#include "KeyValue/EditingEvent.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/KeyValueEquality.h"
 #include "KeyValue/NSKeyValueBinding.h"
@@ -9,7 +11,12 @@
 #include <QDynamicPropertyChangeEvent>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
+#include <QHash>
+#include <QMetaObject>
 
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -24,6 +31,9 @@ struct Settings::Private
     QString group;
     QVariantMap defaults;
     QVariantMap stored; // what the properties are like in the storage
+    QVariantMap values; // what they were last, each of its default's type
+    QHash<detail::ControlBinding *, QString> editors; // edits that their properties do not have
+    QVariantMap overtaken; // properties with such an edit whose stored value has changed meanwhile
     QFileSystemWatcher watcher;
     bool appliesAtOnce = false;
     bool isModified = false;
@@ -33,27 +43,63 @@ struct Settings::Private
     QVariant current(const QString &key) const { return q->property(key.toUtf8().constData()); }
     void set(const QString &key, const QVariant &value) const
     {
-        NS::setValueForKeyPath(q, key, value);
+        q->setProperty(key.toUtf8().constData(), value);
     }
-    bool isAll(const QVariantMap &values) const
+    bool isEdited(const QString &key) const
     {
-        for (auto it = values.begin(); it != values.end(); ++it) {
+        return std::find(editors.begin(), editors.end(), key) != editors.end();
+    }
+    bool isAll(const QVariantMap &wanted) const
+    {
+        for (auto it = wanted.begin(); it != wanted.end(); ++it) {
             if (!NS::isEqual(current(it.key()), it.value()))
                 return false;
         }
         return true;
     }
 
-    void setAll(const QVariantMap &values)
+    void setAll(const QVariantMap &wanted)
     {
         ++batch;
-        for (auto it = values.begin(); it != values.end(); ++it)
+        overtaken.clear();
+        for (auto it = wanted.begin(); it != wanted.end(); ++it)
             set(it.key(), it.value());
+        const auto edits = editors.keys();
+        for (detail::ControlBinding *const editor : edits) {
+            if (editors.contains(editor))
+                editor->discard();
+        }
         --batch;
         changed();
     }
 
+    void check(const QString &key, const QVariant &byDefault) const
+    {
+        const char *problem = nullptr;
+        if (!byDefault.isValid())
+            problem = "has no default value";
+        else if (key.isEmpty() || q->metaObject()->indexOfProperty(key.toUtf8().constData()) >= 0)
+            problem = "needs another name: Settings has a property of this name";
+        if (problem)
+            throw std::invalid_argument("the setting \"" + key.toStdString() + "\" " + problem);
+    }
+
     QString path(const QString &key) const { return group.isEmpty() ? key : group + u'/' + key; }
+
+    // The value as the type of the default, converted as key-value coding does; none if it does
+    // not fit.
+    std::optional<QVariant> fitting(const QString &key, const QVariant &value) const
+    {
+        QObject reader;
+        reader.setProperty("keepsPropertyTypes", true);
+        reader.setProperty("value", defaults.value(key));
+        try {
+            NS::setValueForKeyPath(&reader, u"value"_s, value);
+        } catch (const NS::KeyValueException &) {
+            return std::nullopt;
+        }
+        return reader.property("value");
+    }
 
     // The default for what is missing or of another type.
     QVariant read(const QString &key)
@@ -61,19 +107,41 @@ struct Settings::Private
         QVariant byDefault = defaults.value(key);
         if (!storage->contains(path(key)))
             return byDefault;
-        const QVariant value = storage->value(path(key));
-        QObject reader; // converts as key-value coding does
-        reader.setProperty("keepsPropertyTypes", true);
-        reader.setProperty("value", byDefault);
-        try {
-            NS::setValueForKeyPath(&reader, u"value"_s, value);
-        } catch (const NS::KeyValueException &) {
-            detail::printWarning("Warning: the setting " + path(key).toStdString() + " in "
-                                 + storage->fileName().toStdString() + " is no "
-                                 + byDefault.typeName() + "; its default is used");
-            return byDefault;
+        if (const auto value = fitting(key, storage->value(path(key))))
+            return *value;
+        detail::printWarning("Warning: the setting " + path(key).toStdString() + " in "
+                             + storage->fileName().toStdString() + " is no " + byDefault.typeName()
+                             + "; its default is used");
+        return byDefault;
+    }
+
+    // A property has been set, perhaps to something of another type.
+    void settle(const QString &key)
+    {
+        const QVariant value = current(key);
+        if (value.metaType() == defaults.value(key).metaType()) {
+            values[key] = value;
+            changed();
+            return;
         }
-        return reader.property("value");
+        const auto fit = fitting(key, value);
+        if (!fit)
+            detail::printWarning("Warning: the setting " + path(key).toStdString()
+                                 + " keeps its value, since \"" + value.toString().toStdString()
+                                 + "\" is no " + defaults.value(key).typeName());
+        set(key, fit.value_or(values.value(key))); // which comes back here
+    }
+
+    void editingChanged(const detail::EditingEvent &event)
+    {
+        if (event.isEditing()) {
+            editors.insert(event.editor(), event.property());
+        } else if (const QString key = editors.take(event.editor()); !isEdited(key)) {
+            const QVariant before = overtaken.take(key);
+            if (before.isValid() && NS::isEqual(current(key), before))
+                set(key, stored.value(key));
+        }
+        changed();
     }
 
     void watch()
@@ -92,10 +160,13 @@ struct Settings::Private
         storage->sync();
         ++batch;
         for (const QString &key : defaults.keys()) {
-            const bool isEdited = !NS::isEqual(current(key), stored.value(key));
+            const QVariant before = stored.value(key);
+            const bool differs = !NS::isEqual(current(key), before);
             stored[key] = read(key);
-            if (!isEdited)
+            if (!differs && !isEdited(key))
                 set(key, stored.value(key));
+            else if (!differs)
+                overtaken.insert(key, before);
         }
         --batch;
         changed();
@@ -107,8 +178,14 @@ struct Settings::Private
             return;
         if (appliesAtOnce && !isAll(stored))
             q->apply();
-        const bool wasModified = std::exchange(isModified, !isAll(stored));
-        const bool wasAllDefault = std::exchange(isAllDefault, isAll(defaults));
+        update();
+    }
+
+    void update()
+    {
+        const bool hasEdits = !editors.isEmpty();
+        const bool wasModified = std::exchange(isModified, hasEdits || !isAll(stored));
+        const bool wasAllDefault = std::exchange(isAllDefault, !hasEdits && isAll(defaults));
         if (wasModified != isModified)
             Q_EMIT q->modifiedChanged(isModified);
         if (wasAllDefault != isAllDefault)
@@ -131,6 +208,7 @@ Settings::Settings(std::unique_ptr<QSettings> storage, const QString &group,
     d->defaults = defaults;
     ++d->batch;
     for (auto it = defaults.begin(); it != defaults.end(); ++it) {
+        d->check(it.key(), it.value());
         d->stored[it.key()] = d->read(it.key());
         setProperty(it.key().toUtf8().constData(), d->stored.value(it.key()));
     }
@@ -180,8 +258,12 @@ bool Settings::event(QEvent *event)
 {
     if (event->type() == QEvent::DynamicPropertyChange) {
         const auto *const change = static_cast<QDynamicPropertyChangeEvent *>(event);
-        if (d->defaults.contains(QString::fromUtf8(change->propertyName())))
-            d->changed();
+        const QString key = QString::fromUtf8(change->propertyName());
+        if (d->defaults.contains(key))
+            d->settle(key);
+    } else if (event->type() == detail::EditingEvent::eventType()) {
+        d->editingChanged(*static_cast<detail::EditingEvent *>(event));
+        return true;
     }
     return QObject::event(event);
 }
@@ -200,15 +282,20 @@ bool Settings::apply()
     }
     d->storage->sync();
     if (d->storage->status() != QSettings::NoError) {
-        detail::printWarning("Warning: the settings cannot be written to "
-                             + d->storage->fileName().toStdString());
+        const QString file = d->storage->fileName();
+        // Where QSettings would store for an application without an organization.
+        const bool isNobodys = file.contains("/Unknown Organization/"_L1);
+        detail::printWarning("Warning: the settings cannot be written to " + file.toStdString()
+                             + (isNobodys ? ": call QCoreApplication::setOrganizationName() before "
+                                            "they are made"
+                                          : ""));
         return false;
     }
     for (auto it = d->defaults.cbegin(); it != d->defaults.cend(); ++it)
         d->stored[it.key()] = d->current(it.key());
     d->watch();
-    if (std::exchange(d->isModified, false))
-        Q_EMIT modifiedChanged(false);
+    d->overtaken.clear();
+    d->update();
     Q_EMIT applied();
     return true;
 }

@@ -20,10 +20,14 @@ namespace Pellarvine {
 ///     const int port = m_settings->property("port").toInt();
 ///
 /// Each default makes a dynamic property of its name. The property always has the type of the
-/// default: key-value coding refuses a value that does not convert, and a stored one that does not
-/// convert is a warning and the default. The properties contain the edited values. apply() stores
-/// them; with `appliesAtOnce` each change is stored at once. A value that equals its default is not
-/// stored, so it follows the default of a later version.
+/// default. A value that does not convert is refused: key-value coding throws, and setProperty()
+/// prints a warning. A stored value that does not convert is a warning and the default. The
+/// properties contain the edited values. apply() stores them; with `appliesAtOnce` each change is
+/// stored at once. A value that equals its default is not stored, so it follows the default of a
+/// later version.
+///
+/// A bound control can have an edit that the property does not have yet: it waits
+/// (`NS::BindingOptions::commit`) or was refused. It counts as an edit of the property.
 ///
 /// Changes that another program makes in the file are read; a property that is being edited keeps
 /// its edit. Main thread only.
@@ -37,18 +41,21 @@ class PELLARVINE_EXPORT Settings : public QObject
     Q_PROPERTY(bool keepsPropertyTypes READ keepsPropertyTypes CONSTANT)
 
 public:
-    /// In the application's own QSettings, which can be written once the program has called
-    /// QCoreApplication::setOrganizationName().
+    /// In the application's own QSettings, which can be written if the program has called
+    /// QCoreApplication::setOrganizationName() before.
+    ///
+    /// Throws `std::invalid_argument` for a default without a value, and for one whose name is
+    /// empty or a declared property's, such as "modified" or "objectName".
     explicit Settings(const QString &group, const QVariantMap &defaults, QObject *parent = nullptr);
 
-    /// In `storage`, which is not null.
+    /// In `storage`, which is not null. Throws the same.
     Settings(std::unique_ptr<QSettings> storage, const QString &group, const QVariantMap &defaults,
              QObject *parent = nullptr);
 
     ~Settings() override;
 
-    bool isModified() const; ///< a property differs from what is stored
-    bool isAllDefault() const; ///< each property has its default
+    bool isModified() const; ///< a property differs from what is stored, or a control has an edit
+    bool isAllDefault() const; ///< each property has its default, and no control has an edit
 
     /// Whether each change is stored at once: for what a program remembers by itself, such as the
     /// place of its window. Default: false.
@@ -62,15 +69,15 @@ public:
     /// what that throws.
     void bindChildren(QObject *root);
 
-    bool event(QEvent *event) override; ///< learns of changes of the properties
+    bool event(QEvent *event) override; ///< learns of changes of the properties and of edits
 
 public Q_SLOTS:
-    /// Stores the properties. False, with a warning, if the file cannot be written; they are still
-    /// modified then.
+    /// Stores the properties, without what controls still hold (see `NS::commitEditing`). False,
+    /// with a warning, if the file cannot be written; they are still modified then.
     bool apply();
 
-    void reset(); ///< back to what is stored
-    void restoreDefaults(); ///< sets the defaults, and stores nothing yet
+    void reset(); ///< back to what is stored; discards the edits in controls, too
+    void restoreDefaults(); ///< the same with the defaults; stores nothing yet
 
 Q_SIGNALS:
     void modifiedChanged(bool isModified);

@@ -3,6 +3,7 @@
 
 #include "Base/Failure.h"
 #include "Controls/NSSegmentedControl.h"
+#include "KeyValue/BindingValue.h"
 #include "KeyValue/ChangeObserver.h"
 #include "KeyValue/ControlBindings.h"
 #include "KeyValue/KeyValueAccess.h"
@@ -100,12 +101,13 @@ public:
         , m_model(model)
         , m_keyPath(keyPath)
         , m_keys(keys)
-        , m_list([this] { fill(); })
+        , m_list([this](const QVariant &items) { fill(items.toList()); })
     {
+        requireOneThread(control, m_model.get(), m_keyPath);
         NS::addObserver(m_model.get(), &m_list, m_keyPath, NS::KeyValueObservingOptions::newValue);
         for (const char *const name : { selectedObject, selectedTag })
             control->setProperty(name, NS::nullObject());
-        fill();
+        fill(NS::valueForKeyPath(m_model.get(), m_keyPath).toList());
         m_offer.whenSelected(this, [this] { selected(); });
         control->installEventFilter(this);
         setParent(control);
@@ -132,12 +134,11 @@ private:
         });
     }
 
-    void fill()
+    void fill(const QVariantList &items)
     {
-        QObject *const model = m_model.get();
-        m_items = model ? NS::valueForKeyPath(model, m_keyPath).toList() : QVariantList();
+        m_items = items;
         m_tags.clear();
-        m_titles = std::make_unique<ChangeObserver>([this] { retitle(); });
+        m_titles = std::make_unique<ChangeObserver>([this](const QVariant &) { retitle(); });
         m_lives = std::make_unique<QObject>();
         for (const QVariant &item : std::as_const(m_items)) {
             m_tags.append(partOf(item, m_keys.tag));

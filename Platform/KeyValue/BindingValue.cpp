@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "KeyValue/BindingValue.h"
 
+#include "Base/Failure.h"
 #include "KeyValue/KeyValueAccess.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/KeyValueEquality.h"
@@ -12,22 +13,22 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
 
 using namespace Qt::StringLiterals;
 
 namespace Pellarvine::detail {
 
-WayToValue wayToValue(QObject *root, const QString &keyPath)
+void requireOneThread([[maybe_unused]] const QObject *object, [[maybe_unused]] const QObject *model,
+                      [[maybe_unused]] const QString &keyPath)
 {
-    WayToValue way { root };
-    for (qsizetype dot = keyPath.indexOf(u'.'); dot >= 0; dot = keyPath.indexOf(u'.', dot + 1)) {
-        const QVariant value = NS::valueForKeyPath(root, keyPath.first(dot));
-        if (!value.isValid())
-            return { way.lastObject, true };
-        if (const auto held = object(value))
-            way.lastObject = *held;
-    }
-    return way;
+#ifndef QT_NO_DEBUG
+    if (object && model && object->thread() != model->thread())
+        fatalError("Error: the objects of the binding of "
+                   + std::string(object->metaObject()->className()) + " to "
+                   + model->metaObject()->className() + ".\"" + keyPath.toStdString()
+                   + "\" live in two threads");
+#endif
 }
 
 bool isWritable(QObject *root, const QString &keyPath)
@@ -50,7 +51,12 @@ QString boundProperty(const QObject *object, const QString &binding)
         || object->property("value").isValid())
         return binding;
     const QMetaProperty user = metaObject->userProperty();
-    return user.isValid() ? QString::fromUtf8(user.name()) : binding;
+    if (user.isValid())
+        return QString::fromUtf8(user.name());
+    // Qt declares none there.
+    if (object->inherits("QCalendarWidget"))
+        return u"selectedDate"_s;
+    return object->inherits("QAction") ? u"checked"_s : binding;
 }
 
 QVariant remembered(const QVariant &value)

@@ -2,6 +2,8 @@
 // Not API: how the bindings of controls judge values and key paths.
 #pragma once
 
+#include "Base/Global.h"
+
 #include <QMetaType>
 #include <QString>
 #include <QVariant>
@@ -10,15 +12,9 @@ QT_FORWARD_DECLARE_CLASS(QObject)
 
 namespace Pellarvine::detail {
 
-/// What lies between an object and the value at the end of a key path.
-struct WayToValue
-{
-    QObject *lastObject = nullptr; ///< the root itself if the path has one key
-    bool isBroken = false; ///< there is nothing that could hold the value
-};
-
-WayToValue wayToValue(QObject *root, const QString &keyPath);
-
+/// Aborts a debug build if the objects live in two threads. They may be null.
+PELLARVINE_PRIVATE_EXPORT void requireOneThread(const QObject *object, const QObject *model,
+                                                const QString &keyPath);
 /// Whether the value at the end of the path can be written. True where that cannot be known yet,
 /// since the way to it leads through null.
 bool isWritable(QObject *root, const QString &keyPath);

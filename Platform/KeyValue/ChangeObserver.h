@@ -4,6 +4,8 @@
 
 #include "KeyValue/KeyValueObserving.h"
 
+#include <QVariant>
+
 #include <functional>
 #include <utility>
 
@@ -13,16 +15,16 @@ namespace Pellarvine::detail {
 class ChangeObserver : public NS::KeyValueObserver
 {
 public:
-    explicit ChangeObserver(std::function<void()> changed)
+    explicit ChangeObserver(std::function<void(const QVariant &value)> changed)
         : m_changed(std::move(changed))
     { }
-    void observeValue(const QString &, QObject *, const NS::KeyValueChange *) override
+    void observeValue(const QString &, QObject *, const NS::KeyValueChange *change) override
     {
-        m_changed();
+        m_changed(change->newValue);
     }
 
 private:
-    const std::function<void()> m_changed;
+    const std::function<void(const QVariant &value)> m_changed;
 };
 
 } // namespace Pellarvine::detail

@@ -5,6 +5,8 @@
 #include "KeyValue/KeyValueAccess.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/KeyValueObserving.h"
+#include "KeyValue/KeyValuePath.h"
+#include "KeyValue/KeyValueSubscription.h"
 #include "KeyValue/NSComputedBinding.h"
 #include "KeyValue/NSKeyValueBinding.h"
 
@@ -21,7 +23,8 @@ namespace {
 
 class ComputedBinding final : public ControlBinding,
                               public std::enable_shared_from_this<ComputedBinding>,
-                              private NS::KeyValueObserver
+                              private NS::KeyValueObserver,
+                              private Listener
 {
 public:
     ComputedBinding(QObject *control, QString key, std::span<const NS::BindingSource> sources,
@@ -39,9 +42,13 @@ public:
         if (!findProperty(m_control, m_key, m_key).isWritable)
             throw NS::KeyValueException(NS::KeyValueException::readOnly,
                                         m_control->metaObject()->className(), m_key, m_key);
-        for (const NS::BindingSource &source : m_sources)
-            NS::addObserver(source.object.get(), this, source.keyPath,
-                            NS::KeyValueObservingOptions::newValue);
+        for (const NS::BindingSource &source : m_sources) {
+            QObject *const object = source.object.get();
+            requireOneThread(m_control, object, source.keyPath);
+            m_paths.push_back(Registration::add(object, this, source.keyPath,
+                                                NS::KeyValueObservingOptions::newValue));
+            m_destructions.push_back(Subscription::toDestruction(object, this));
+        }
         show();
     }
 
@@ -66,6 +73,12 @@ public:
 private:
     void observeValue(const QString &, QObject *, const NS::KeyValueChange *) override
     {
+        changed();
+    }
+    void fired(const Slot *) override { changed(); } // a source is gone
+
+    void changed()
+    {
         const auto later = [self = weak_from_this()] {
             if (const auto binding = self.lock())
                 binding->show();
@@ -80,10 +93,8 @@ private:
         if (m_hasEnded || !m_control)
             return;
         QVariantList values;
-        for (const NS::BindingSource &source : m_sources) {
-            QObject *const object = source.object.get();
-            values.append(object ? NS::valueForKeyPath(object, source.keyPath) : QVariant());
-        }
+        for (Registration *const path : m_paths)
+            values.append(path->value());
         const QVariant value = m_function(values);
         if (m_hasEnded || !m_control)
             return;
@@ -103,6 +114,8 @@ private:
     QPointer<QObject> m_control;
     QString m_key;
     std::vector<NS::BindingSource> m_sources;
+    std::vector<Registration *> m_paths; // to the sources; the base class owns them
+    std::vector<Subscription> m_destructions; // of the sources
     std::function<QVariant(const QVariantList &)> m_function;
     QPointer<Pellarvine::BindingGroup> m_group;
     QVariant m_value; // what the function has returned last

@@ -35,15 +35,18 @@ ControlBindings::ControlBindings(QObject *control)
 
 ControlBindings::~ControlBindings()
 {
-    for (const auto &[name, binding] : m_byName)
+    const auto bindings = std::exchange(m_byName, {});
+    for (const auto &[name, binding] : bindings)
         binding->end();
 }
 
 void ControlBindings::add(const QString &name, const std::shared_ptr<ControlBinding> &binding)
 {
-    remove(name);
-    m_byName[name] = binding;
     const QPointer<ControlBindings> guard(this);
+    remove(name);
+    if (!guard)
+        return;
+    m_byName[name] = binding;
     try {
         binding->start();
     } catch (...) {
@@ -60,8 +63,10 @@ void ControlBindings::remove(const QString &name)
         return;
     const std::shared_ptr<ControlBinding> binding = std::move(found->second);
     m_byName.erase(found);
+    const QPointer<ControlBindings> guard(this);
     binding->end();
-    selectionChanged();
+    if (guard)
+        selectionChanged();
 }
 
 ControlBinding *ControlBindings::find(const QString &name) const

@@ -40,6 +40,9 @@ public:
 
     /// See commitEditing().
     virtual bool commit() { return true; }
+
+    /// Shows the model's value in place of what the user made of it.
+    virtual void discard() { }
 };
 
 /// A child of the control.

@@ -102,6 +102,25 @@ std::string WatchedPath::name() const
     return className + '.' + m_keyPath.toStdString();
 }
 
+WatchedPath::Place WatchedPath::place() const
+{
+    if (!m_walk)
+        return { root(), m_keyPath };
+    const auto &middles = m_walk->middles;
+    if (!m_walk->leaf)
+        return { middles.empty() ? nullptr : middles.back().object, {}, true };
+    const Keys &keys = m_walk->keys;
+    int key = m_walk->leafFirstKey;
+    Place place { m_walk->leaf, keys.at(key) };
+    if (!leafHasTail())
+        return place;
+    QVariant value = withoutNull(readProperty(m_walk->leaf, m_access, place.key));
+    while (++key + 1 < keys.size() && value.isValid())
+        value = withoutNull(valueInside(value, keys.at(key), m_keyPath));
+    place.isMissing = !value.isValid();
+    return place;
+}
+
 QVariant WatchedPath::value()
 {
     if (m_walk && m_walk->isVolatile)

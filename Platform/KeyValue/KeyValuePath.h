@@ -35,6 +35,15 @@ public:
     /// "Person.address.city", for messages.
     std::string name() const;
 
+    /// Where the value is.
+    struct Place
+    {
+        QObject *object = nullptr; ///< the last object on the way
+        QString key; ///< the property of that object
+        bool isMissing = false; ///< null on the way: there is nothing that could hold a value
+    };
+    Place place() const;
+
     /// Goes on watching the root, but no longer keeps it alive.
     void releaseRoot();
 

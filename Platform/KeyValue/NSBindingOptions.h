@@ -59,7 +59,8 @@ struct BindingOptions
     bool required = false;
 
     /// Is told why an edit was refused, and with an empty text when the control holds a value that
-    /// fits again. It may destroy the control.
+    /// fits again. It may call the control's deleteLater(), but not destroy it: the control may
+    /// still be working on the key that was pressed.
     ///
     /// A refused edit stays in the control and the model keeps its value. A widget gets the dynamic
     /// property `invalid`, for style sheets (`QLineEdit[invalid="true"]`), and the message as its

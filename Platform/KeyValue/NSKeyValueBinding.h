@@ -19,7 +19,8 @@ QT_FORWARD_DECLARE_CLASS(QObject)
 ///     NS::bind(saveButton, u"enabled"_s, account, u"isEdited"_s);
 ///     NS::unbind(saveButton, u"enabled"_s);
 ///
-/// Main thread only, as the controls are.
+/// Main thread only, as the controls are: a model that lives in another thread is a fatal error in
+/// debug builds.
 namespace NS {
 
 /// The binding's name that stands for what a control is about.
@@ -32,7 +33,8 @@ inline const QString NSObservedKeyPathKey = QStringLiteral("NSObservedKeyPath");
 
 /// Binds a property of `object` to the property that `keyPath` leads to from `observed`. `binding`
 /// is the property's name; "value", in a class without a property of that name, is its USER
-/// property: the text of a QLineEdit, whether a QCheckBox is checked.
+/// property: the text of a QLineEdit, whether a QCheckBox is checked. Where Qt
+/// declares none, it is the `selectedDate` of a QCalendarWidget and the `checked` of a QAction.
 ///
 /// The model wins at first: its value is written to `object`. From then on each of its changes is,
 /// and each edit of the property of `object` is written back, unless that property does not report
@@ -46,7 +48,7 @@ inline const QString NSObservedKeyPathKey = QStringLiteral("NSObservedKeyPath");
 /// maxLength leaves the model's text whole until its user types. A value that does not fit is shown
 /// as well as the control can, with a warning.
 ///
-/// While an object on the way of the key path is null there is nothing to edit: the control is
+/// While an object on the way of the key path is null, or has been destroyed, there is nothing to edit: the control is
 /// empty (at -1 if the property is an index), and a widget whose property goes both ways is
 /// disabled, whatever a binding of its `enabled` says. See BindingOptions::noSelectionPlaceholder.
 ///

@@ -7,6 +7,7 @@
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/KeyValueEquality.h"
 #include "KeyValue/KeyValueObserving.h"
+#include "KeyValue/KeyValuePath.h"
 
 #include <QSequentialIterable>
 
@@ -42,7 +43,7 @@ struct ObjectListModel::Private : KeyValueObserver
 
     ObjectListModel *q = nullptr;
     ObjectReference model { static_cast<QObject *>(nullptr) };
-    QString keyPath;
+    detail::Registration *source = nullptr; // to the list; the base class owns it
     QList<Column> columns;
     QVariantList items;
     Keys keys; // the object of each item; null for what is none
@@ -50,12 +51,6 @@ struct ObjectListModel::Private : KeyValueObserver
     bool isMade = false;
 
     void observeValue(const QString &, QObject *, const KeyValueChange *) override { follow(); }
-
-    QVariant list() const
-    {
-        QObject *const object = model.get();
-        return object ? valueForKeyPath(object, keyPath) : QVariant();
-    }
 
     static QVariant part(const QVariant &item, const QString &key)
     {
@@ -69,7 +64,7 @@ struct ObjectListModel::Private : KeyValueObserver
     // Takes the list as it is now, in steps that views can follow.
     void follow()
     {
-        const QVariantList wanted = list().toList();
+        const QVariantList wanted = source->value().toList();
         const bool isOfValues =
                 std::none_of(wanted.begin(), wanted.end(),
                              [](const QVariant &item) { return detail::object(item).has_value(); });
@@ -239,9 +234,9 @@ struct ObjectListModel::Private : KeyValueObserver
         QObject holder;
         holder.setProperty("item", items[row]);
         setValueForKeyPath(&holder, key.isEmpty() ? u"item"_s : u"item."_s + key, value);
-        QVariant copy = list();
+        QVariant copy = source->value();
         copy.view<QSequentialIterable>().set(row, holder.property("item"));
-        setValueForKeyPath(model.get(), keyPath, copy);
+        source->setValue(copy);
     }
 };
 
@@ -252,9 +247,11 @@ ObjectListModel::ObjectListModel(const ObjectReference &observed, const QString 
 {
     d->q = this;
     d->model = observed;
-    d->keyPath = keyPath;
     d->columns = columns;
-    addObserver(observed.get(), d.get(), keyPath, KeyValueObservingOptions::newValueAndInitial);
+    detail::requireOneThread(this, observed.get(), keyPath);
+    d->source = detail::Registration::add(observed.get(), d.get(), keyPath,
+                                          KeyValueObservingOptions::newValue);
+    d->follow();
     for (const QVariant &item : std::as_const(d->items)) {
         for (const Column &column : columns)
             Private::part(item, column.keyPath); // throws for a key that is not there
@@ -325,7 +322,7 @@ Qt::ItemFlags ObjectListModel::flags(const QModelIndex &index) const
     try {
         const bool isWritable =
                 held ? !column.keyPath.isEmpty() && detail::isWritable(*held, column.keyPath)
-                     : d->model.get() && detail::isWritable(d->model.get(), d->keyPath);
+                     : d->model.get() && detail::isWritable(d->model.get(), d->source->keyPath());
         flags.setFlag(Qt::ItemIsEditable, column.isEditable && isWritable);
     } catch (const KeyValueException &) {
         flags.setFlag(Qt::ItemIsEditable, false);

@@ -4,9 +4,11 @@
 #include "Base/Failure.h"
 #include "KeyValue/BindingValue.h"
 #include "KeyValue/ChangeSignal.h"
+#include "KeyValue/EditingEvent.h"
 #include "KeyValue/KeyValueAccess.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/KeyValueEquality.h"
+#include "KeyValue/KeyValuePath.h"
 #include "KeyValue/NSKeyValueBinding.h"
 #include "KeyValue/WidgetAccess.h"
 
@@ -110,8 +112,8 @@ ValueBinding::ValueBinding(QObject *control, QString key, NS::ObjectReference mo
     , m_model(std::move(model))
     , m_keyPath(std::move(keyPath))
     , m_options(std::move(options))
-    , m_modelObserver([this] { show(); })
-    , m_controlObserver([this] { edited(); })
+    , m_modelObserver([this](const QVariant &) { show(); })
+    , m_controlObserver([this](const QVariant &) { edited(); })
 { }
 
 ValueBinding::~ValueBinding() = default;
@@ -129,7 +131,9 @@ void ValueBinding::start()
                                         + "\" is no format with one conversion");
     }
     QObject *const model = m_model.get();
-    NS::addObserver(model, &m_modelObserver, m_keyPath, NS::KeyValueObservingOptions::newValue);
+    requireOneThread(m_control, model, m_keyPath);
+    m_path = Registration::add(model, &m_modelObserver, m_keyPath,
+                               NS::KeyValueObservingOptions::newValue);
     m_isTwoWay = m_options.direction != NS::BindingOptions::toControl
                  && isWritable(model, m_keyPath) && observesControl();
     // A window with a title to show is more than its title.
@@ -140,6 +144,12 @@ void ValueBinding::start()
     if (m_isTwoWay)
         observeEditing();
     show();
+}
+
+void ValueBinding::end()
+{
+    m_hasEnded = true;
+    tellOfEdit();
 }
 
 // False if the control does not tell of its changes, and need not.
@@ -193,19 +203,20 @@ void ValueBinding::show()
     const Pass pass(this);
     if (!pass.isPossible())
         return;
-    QObject *const model = m_model.get();
-    const QVariant value = NS::valueForKeyPath(model, m_keyPath);
-    const WayToValue way = wayToValue(model, m_keyPath);
-    if (keepsEdit(value, way.lastObject))
+    const auto leave = qScopeGuard([this] { tellOfEdit(); });
+    const QVariant value = m_path->value();
+    const WatchedPath::Place place = m_path->place();
+    if (keepsEdit(value, place.object))
         return;
     m_value = remembered(value);
-    m_holder = way.lastObject;
+    m_holder = place.object;
+    m_holderKey = place.key;
     m_isEdited = false;
     m_isPending = false;
     setMessage({});
     if (isOver())
         return;
-    setLacksSelection(way.isBroken);
+    setLacksSelection(place.isMissing);
     if (isOver())
         return;
     const QVariant display = shown(value);
@@ -301,6 +312,8 @@ void ValueBinding::edited()
     m_isPending = true;
     if (m_options.commit == NS::BindingOptions::onEachChange)
         carry();
+    else
+        tellOfEdit();
 }
 
 void ValueBinding::focusEntered()
@@ -336,7 +349,7 @@ bool ValueBinding::commit()
         return true;
     const Pass pass(this);
     if (!m_isPending) {
-        const QString message = fault(NS::valueForKeyPath(m_model.get(), m_keyPath));
+        const QString message = fault(m_path->value());
         if (message.isEmpty() || refuse(message))
             return true;
     } else if (carry()) {
@@ -348,10 +361,19 @@ bool ValueBinding::commit()
     return false;
 }
 
+void ValueBinding::discard()
+{
+    if (isOver() || !m_isEdited)
+        return;
+    m_isEdited = false;
+    show();
+}
+
 // Writes the edit to the model. False if it was refused; then the control keeps it.
 bool ValueBinding::carry()
 {
     const Pass pass(this);
+    const auto end = qScopeGuard([this] { tellOfEdit(); });
     if (!pass.isPossible() || m_lacksSelection)
         return true;
     QVariant value = NS::valueForKeyPath(m_control, m_key);
@@ -368,13 +390,12 @@ bool ValueBinding::carry()
         return refuse(message);
     if (isOver())
         return true;
-    QObject *const model = m_model.get();
-    const QVariant current = NS::valueForKeyPath(model, m_keyPath);
+    const QVariant current = m_path->value();
     if (!holdsAlready(current, value)) {
         const QVariant *const outer = std::exchange(m_carried, &value);
         const auto leave = qScopeGuard([this, outer] { m_carried = outer; });
         try {
-            NS::setValueForKeyPath(model, m_keyPath, value);
+            m_path->setValue(value);
         } catch (const NS::KeyValueException &error) {
             if (error.reason() != NS::KeyValueException::notConvertible)
                 throw;
@@ -386,7 +407,7 @@ bool ValueBinding::carry()
     if (isOver())
         return true;
     m_isPending = false;
-    m_value = remembered(NS::valueForKeyPath(m_model.get(), m_keyPath));
+    m_value = remembered(m_path->value());
     setMessage({});
     return true;
 }
@@ -410,6 +431,24 @@ bool ValueBinding::refuse(const QString &message)
     if (!isOver())
         setMessage(message);
     return false;
+}
+
+// Tells the model of an edit that is not in it, once that begins and once it is over.
+void ValueBinding::tellOfEdit()
+{
+    QObject *const holder = m_isPending && !m_carried && !m_hasEnded ? m_holder.data() : nullptr;
+    if (holder == m_told)
+        return;
+    const auto self = shared_from_this();
+    const auto tell = [this](QObject *object, bool isEditing) {
+        EditingEvent event(m_holderKey, this, isEditing);
+        QCoreApplication::sendEvent(object, &event);
+    };
+    const QPointer<QObject> former = std::exchange(m_told, holder);
+    if (former)
+        tell(former, false);
+    if (holder && holder == m_told)
+        tell(holder, true);
 }
 
 // Marks the control while there is a message.

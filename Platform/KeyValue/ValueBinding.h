@@ -20,6 +20,8 @@
 
 namespace Pellarvine::detail {
 
+class Registration;
+
 /// Looking at a model never changes it: what the control reports while the model's value is written
 /// to it is not carried back. What it reports at any other time is an edit.
 class ValueBinding final : public ControlBinding,
@@ -32,11 +34,12 @@ public:
     ~ValueBinding() override;
 
     void start() override;
-    void end() override { m_hasEnded = true; }
+    void end() override;
     QVariantMap info() const override;
     void siblingShown() override;
     bool lacksSelection() const override { return m_lacksSelection && m_disables; }
     bool commit() override;
+    void discard() override;
 
 private:
     class FocusFilter;
@@ -63,6 +66,7 @@ private:
     bool carry();
     QString fault(const QVariant &value) const;
     bool refuse(const QString &message);
+    void tellOfEdit();
     void setMessage(const QString &message);
     void showMessage() const;
 
@@ -78,7 +82,10 @@ private:
     bool m_disables = false; // the control, while it lacks a selection
     int m_depth = 0; // of passes within passes
 
+    Registration *m_path = nullptr; // to the model's value; m_modelObserver owns it
     QPointer<QObject> m_holder; // the last object on the way, when its value was shown
+    QString m_holderKey;
+    QPointer<QObject> m_told; // the holder that knows of an edit that is not in it
     QVariant m_value; // of the model, as it was shown or carried last
     const QVariant *m_carried = nullptr; // what is being written to the model
     bool m_isEdited = false; // the control holds what its user made of it, at least as its spelling

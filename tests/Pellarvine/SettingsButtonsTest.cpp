@@ -7,9 +7,12 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTest>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -23,10 +26,11 @@ TEST(SettingsButtons, give_the_standard_buttons_of_a_dialog_their_meaning)
             { { u"port"_s, 80 } });
     QDialog dialog;
     QLineEdit field(&dialog);
-    QDialogButtonBox box(&dialog);
+    QDialogButtonBox box;
     box.setStandardButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply
                            | QDialogButtonBox::Reset | QDialogButtonBox::RestoreDefaults);
     connectButtons(&settings, &box);
+    box.setParent(&dialog);
     NS::BindingOptions options;
     options.commit = NS::BindingOptions::whenEditingFinishes;
     options.onInvalid = [](const QString &) {
@@ -67,6 +71,26 @@ TEST(SettingsButtons, give_the_standard_buttons_of_a_dialog_their_meaning)
     box.button(QDialogButtonBox::Cancel)->click();
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(settings.property("port"), 8080);
+
+    // What is typed, fits or not, can be applied and discarded; Esc and closing do so too.
+    const std::function<void()> discards[] = {
+        [&] { box.button(QDialogButtonBox::Reset)->click(); },
+        [&] { box.button(QDialogButtonBox::Cancel)->click(); },
+        [&] { QTest::keyClick(&field, Qt::Key_Escape); },
+        [&] { dialog.close(); },
+    };
+    for (const auto &discard : discards) {
+        for (const QString &text : { u"70"_s, u"none"_s }) {
+            dialog.open();
+            field.setText(text);
+            EXPECT_EQ(enabled(), std::tuple(true, true, true));
+            EXPECT_EQ(NS::commitEditing(&dialog), text == u"70"_s);
+            discard();
+            EXPECT_EQ(field.text(), u"8080"_s);
+            EXPECT_FALSE(field.property("invalid").isValid());
+            EXPECT_EQ(enabled(), std::tuple(false, false, true));
+        }
+    }
 }
 
 } // namespace Pellarvine

@@ -5,6 +5,7 @@
 #include <pellarvine/Platform/NSKeyValueBinding.h>
 #include <pellarvine/Shared/Settings.h>
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QSpinBox>
@@ -13,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -112,6 +114,108 @@ TEST_F(SettingsFile, changes_of_the_file_are_followed_except_for_what_is_being_e
     EXPECT_EQ(object->property("host"), u"theirs"_s);
 }
 
+TEST_F(SettingsFile, an_edit_that_waits_in_its_control_counts_as_an_edit)
+{
+    folder.file(u"app.ini"_s, "[network]\nport=81\n");
+    const auto object = settings();
+    QLineEdit host;
+    QLineEdit port;
+    NS::bind(&host, u"text"_s, object.get(), u"host"_s,
+             { .commit = NS::BindingOptions::whenEditingFinishes });
+    NS::BindingOptions options;
+    options.onInvalid = [](const QString &) {
+    };
+    NS::bind(&port, u"text"_s, object.get(), u"port"_s, options);
+    const auto change = [this](const QString &newHost, int newPort) {
+        const auto other = storage();
+        other->setValue(u"network/host"_s, newHost);
+        other->setValue(u"network/port"_s, newPort);
+    };
+
+    host.setText(u"mine"_s);
+    EXPECT_TRUE(object->isModified());
+    EXPECT_FALSE(object->isAllDefault());
+    change(u"theirs"_s, 82);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return port.text() == u"82"_s; }));
+    EXPECT_EQ(host.text(), u"mine"_s);
+    object->reset();
+    EXPECT_EQ(host.text(), u"theirs"_s);
+    EXPECT_FALSE(object->isModified());
+
+    // An edit that ends unused makes room for the change of the file.
+    host.setText(u"mine"_s);
+    change(u"new"_s, 83);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return port.text() == u"83"_s; }));
+    NS::unbind(&host, u"text"_s);
+    EXPECT_EQ(object->property("host"), u"new"_s);
+    EXPECT_FALSE(object->isModified());
+
+    // So does a refused edit.
+    port.setText(u"none"_s);
+    EXPECT_TRUE(object->isModified());
+    object->reset();
+    EXPECT_EQ(port.text(), u"83"_s);
+    EXPECT_FALSE(port.property("invalid").isValid());
+    object->setProperty("port", 80);
+    port.setText(u"none"_s);
+    object->restoreDefaults();
+    EXPECT_EQ(port.text(), u"80"_s);
+}
+
+TEST_F(SettingsFile, names_and_defaults_that_no_property_can_have_are_refused)
+{
+    for (const char *const name :
+         { "modified", "allDefault", "appliesAtOnce", "objectName", "keepsPropertyTypes", "" })
+        EXPECT_THROW(Settings(storage(), {}, { { QString::fromUtf8(name), 1 } }),
+                     std::invalid_argument)
+                << name;
+    EXPECT_THROW(Settings(storage(), {}, { { u"port"_s, QVariant() } }), std::invalid_argument);
+}
+
+TEST_F(SettingsFile, a_property_keeps_the_type_of_its_default)
+{
+    const auto object = settings();
+    QSpinBox port;
+    port.setMaximum(65535);
+    NS::bind(&port, u"value"_s, object.get(), u"port"_s);
+    object->setProperty("port", u"8080"_s);
+    EXPECT_EQ(object->property("port"), QVariant(8080));
+    ::testing::internal::CaptureStdout();
+    object->setProperty("port", u"many"_s);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+                ::testing::HasSubstr("network/port keeps its value, since \"many\" is no int"));
+    EXPECT_EQ(object->property("port"), QVariant(8080));
+    EXPECT_EQ(port.value(), 8080);
+    object->setProperty("port", QVariant());
+    EXPECT_EQ(object->property("port"), QVariant(0)); // as by key-value coding
+    EXPECT_EQ(port.value(), 0);
+    object->restoreDefaults();
+    EXPECT_EQ(object->property("port"), QVariant(80));
+}
+
+TEST_F(SettingsFile, an_enumeration_is_chosen_in_a_combo_box_by_the_data_of_its_items)
+{
+    const QVariantMap defaults { { u"lines"_s, QVariant::fromValue(Qt::Horizontal) } };
+    Settings object(storage(), {}, defaults);
+    QComboBox box;
+    box.addItem(u"Vertical"_s, QVariant::fromValue(Qt::Vertical));
+    box.addItem(u"Horizontal"_s, QVariant::fromValue(Qt::Horizontal));
+    NS::BindingOptions options;
+    options.transformer = [&](const QVariant &value) {
+        return box.findData(value);
+    };
+    options.reverseTransformer = [&](const QVariant &index) {
+        return box.itemData(index.toInt());
+    };
+    NS::bind(&box, u"currentIndex"_s, &object, u"lines"_s, options);
+    EXPECT_EQ(box.currentIndex(), 1);
+    box.setCurrentIndex(0);
+    EXPECT_EQ(object.property("lines"), QVariant::fromValue(Qt::Vertical));
+    EXPECT_TRUE(object.apply());
+    EXPECT_EQ(Settings(storage(), {}, defaults).property("lines"),
+              QVariant::fromValue(Qt::Vertical));
+}
+
 TEST_F(SettingsFile, a_value_of_another_type_is_a_warning_and_the_default)
 {
     folder.file(u"app.ini"_s, "[network]\nport=many\nratio=1\n");
@@ -143,6 +247,14 @@ TEST_F(SettingsFile, a_file_that_cannot_be_written_leaves_the_edits)
     EXPECT_FALSE(object.apply());
     EXPECT_THAT(::testing::internal::GetCapturedStdout(), ::testing::HasSubstr("/proc/nowhere"));
     EXPECT_TRUE(object.isModified());
+
+    // The application has no organization.
+    Settings nobodys({}, { { u"port"_s, 80 } });
+    nobodys.setProperty("port", 81);
+    ::testing::internal::CaptureStdout();
+    EXPECT_FALSE(nobodys.apply());
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
+                ::testing::HasSubstr("QCoreApplication::setOrganizationName()"));
 }
 
 TEST_F(SettingsFile, a_tree_of_widgets_is_bound_by_their_dynamic_property)

@@ -56,6 +56,7 @@ TEST(ComputedBinding, a_source_is_kept_by_a_shared_pointer_and_has_no_value_once
             [](const QString &first, const QString &second, int) { return first + u'/' + second; });
     const std::weak_ptr<Person> reference = std::exchange(kept, nullptr);
     watched.reset();
+    EXPECT_EQ(label.text(), u"Ada/"_s);
     other.setAge(1);
     EXPECT_EQ(label.text(), u"Ada/"_s);
     NS::unbind(&label, u"text"_s);

@@ -4,7 +4,10 @@
 
 #include <pellarvine/Platform/KeyValueCoding.h>
 #include <pellarvine/Platform/KeyValueObserving.h>
+#include <pellarvine/Platform/NSChoices.h>
+#include <pellarvine/Platform/NSComputedBinding.h>
 #include <pellarvine/Platform/NSKeyValueBinding.h>
+#include <pellarvine/Platform/NSObjectListModel.h>
 #include <pellarvine/Platform/NSSegmentedControl.h>
 
 #include <QAction>
@@ -33,6 +36,7 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTextBrowser>
+#include <QThread>
 #include <QToolBox>
 #include <QToolButton>
 #include <gmock/gmock.h>
@@ -40,6 +44,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -569,6 +574,34 @@ TEST(ControlBinding, nothing_is_selected_or_edited_while_there_is_no_object)
     EXPECT_EQ(customer.kind, 2);
 }
 
+TEST(ControlBinding, nothing_is_selected_once_an_object_on_the_way_is_destroyed)
+{
+    Book book;
+    auto customer = std::make_unique<Customer>();
+    customer->number = u"17"_s;
+    book.select(customer.get());
+    QLineEdit field;
+    QLabel label;
+    NS::bind(&field, u"text"_s, &book, u"customer.number"_s,
+             { .commit = NS::BindingOptions::whenEditingFinishes });
+    NS::bind(&label, u"text"_s, { { &book, u"customer.number"_s } },
+             [](const std::optional<QString> &number) { return number.value_or(u"none"_s); });
+    field.setText(u"18"_s);
+    // The book goes on pointing at it, and does not tell.
+    EXPECT_EQ(output([&] { customer.reset(); }), "");
+    EXPECT_EQ(field.text(), QString());
+    EXPECT_FALSE(field.isEnabled());
+    EXPECT_EQ(label.text(), u"none"_s);
+    field.setText(u"19"_s);
+    EXPECT_TRUE(NS::commitEditing(&field));
+    Customer next;
+    next.number = u"20"_s;
+    book.select(&next);
+    EXPECT_EQ(field.text(), u"20"_s);
+    EXPECT_TRUE(field.isEnabled());
+    EXPECT_EQ(label.text(), u"20"_s);
+}
+
 TEST(ControlBinding, an_edit_that_waits_reaches_the_model_once_it_is_finished)
 {
     QWidget window;
@@ -807,5 +840,58 @@ TEST(ControlBinding, a_control_may_be_destroyed_while_it_is_marked_or_committed)
     EXPECT_FALSE(field);
     EXPECT_EQ(cell.writes, 0);
 }
+
+TEST(ControlBinding, value_stands_for_what_a_control_of_qt_is_about)
+{
+    QCalendarWidget calendar;
+    QAction action;
+    QGroupBox group;
+    QListWidget list;
+    QKeySequenceEdit keys;
+    action.setCheckable(true);
+    group.setCheckable(true);
+    group.setChecked(false);
+    list.addItems({ u"a"_s, u"b"_s });
+    const struct
+    {
+        QObject *control;
+        const char *property;
+        QVariant value;
+    } rows[] = {
+        { &calendar, "selectedDate", QDate(2024, 1, 2) },
+        { &action, "checked", true },
+        { &group, "checked", true },
+        { &list, "currentRow", 1 },
+        { &keys, "keySequence", QVariant::fromValue(QKeySequence(u"Ctrl+K"_s)) },
+    };
+    for (const auto &row : rows) {
+        Cell cell(row.value);
+        EXPECT_EQ(output([&] { NS::bind(row.control, NS::NSValueBinding, &cell, u"value"_s); }),
+                  "");
+        EXPECT_EQ(row.control->property(row.property), row.value) << row.property;
+    }
+}
+
+#ifndef QT_NO_DEBUG
+TEST(ControlBinding, models_of_another_thread_are_refused)
+{
+    Book book;
+    QThread thread;
+    book.moveToThread(&thread);
+    QLabel label;
+    QComboBox box;
+    const QString key = u"customer"_s;
+    const std::function<void()> binds[] = {
+        [&] { NS::bind(&label, u"text"_s, &book, key); },
+        [&] {
+            NS::bind(&label, u"text"_s, { { &book, key } }, [](QObject *) { return 1; });
+        },
+        [&] { NS::bindChoices(&box, &book, key); },
+        [&] { const NS::ObjectListModel model(&book, key, {}); },
+    };
+    for (const auto &bind : binds)
+        EXPECT_DEATH(bind(), "Error: .*\"customer\".*two threads");
+}
+#endif
 
 #include "ControlBindingTest.moc"
