@@ -52,6 +52,7 @@ private:
         { { "QAbstractSlider", "minimum" }, "rangeChanged(int,int)" },
         { { "QAbstractSlider", "maximum" }, "rangeChanged(int,int)" },
         { { "QDockWidget", "floating" }, "topLevelChanged(bool)" },
+        { { "QDockWidget", "windowTitle" }, "windowTitleChanged(QString)" },
     };
 };
 

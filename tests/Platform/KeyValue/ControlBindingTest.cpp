@@ -347,6 +347,8 @@ TEST(ControlBinding, every_editor_of_qt_widgets_is_bound_both_ways)
               return action;
           },
           u"checked"_s, true, false },
+        { "QDockWidget", [] { return new QDockWidget; }, u"windowTitle"_s, u"a"_s, u"b"_s },
+        { "QWidget", [] { return new QWidget; }, u"windowTitle"_s, u"a"_s, u"b"_s },
         { "QDateEdit", [] { return new QDateEdit; }, u"date"_s, QDate(2020, 1, 2),
           QDate(2021, 3, 4) },
         { "QTimeEdit", [] { return new QTimeEdit; }, u"time"_s, QTime(1, 2), QTime(3, 4) },
