@@ -16,9 +16,9 @@ class NavigationSegue;
 
 namespace Pellarvine::detail {
 
-/// The navigation controller that the segue is to change. Null, with a warning, if its source lies in
-/// none at this moment, because its view is being loaded or it is being taken away; a source that
-/// lies in none for another reason stops the process.
+/// The navigation controller that the segue is to change. Null, with a warning, if its source lies
+/// in none at this moment, because its view is being loaded or it is being taken away; a source
+/// that lies in none for another reason stops the process.
 NavigationController *navigationControllerOf(const NavigationSegue &segue);
 
 /// The controllers whose views lie in the content view, the lowest first: children of the
@@ -35,8 +35,8 @@ bool isHiddenByCall(const QWidget *view);
 bool canBePlaced(NS::ViewController *controller, const NavigationController *navigation);
 
 /// Makes the controller a child, and pins its view in the content view, above all others. Without a
-/// content view, stops the process. The program is told of all that and may delete what it likes, or
-/// navigate: false if one of the two is gone, or if the controller has been taken away again.
+/// content view, stops the process. The program is told of all that and may delete what it likes,
+/// or navigate: false if one of the two is gone, or if the controller has been taken away again.
 bool place(NS::ViewController *controller, NavigationController *navigation);
 
 /// The last controllers of the stack, those whose views lie above that of this one. The program may

@@ -48,9 +48,10 @@ inline const QString NSObservedKeyPathKey = QStringLiteral("NSObservedKeyPath");
 /// maxLength leaves the model's text whole until its user types. A value that does not fit is shown
 /// as well as the control can, with a warning.
 ///
-/// While an object on the way of the key path is null, or has been destroyed, there is nothing to edit: the control is
-/// empty (at -1 if the property is an index), and a widget whose property goes both ways is
-/// disabled, whatever a binding of its `enabled` says. See BindingOptions::noSelectionPlaceholder.
+/// While an object on the way of the key path is null, or has been destroyed, there is nothing to
+/// edit: the control is empty (at -1 if the property is an index), and a widget whose property goes
+/// both ways is disabled, whatever a binding of its `enabled` says. See
+/// BindingOptions::noSelectionPlaceholder.
 ///
 /// A binding of that name that was there is replaced. Throws `KeyValueException`, with nothing
 /// bound, for a key that one of the objects lacks or that `object` cannot write, and for a model

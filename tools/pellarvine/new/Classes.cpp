@@ -1,4 +1,5 @@
 #include "Classes.h"
+
 #include "GreetingController.h"
 
 #include <pellarvine/Platform/ClassRegistry.h>
