@@ -324,9 +324,10 @@ TEST(TicketDialog, a_ticket_goes_to_the_programs_tracker_and_stays_if_that_rejec
         EXPECT_EQ(dialog.summary(), isSent ? u""_s : u"It <crashes>"_s);
         EXPECT_EQ(dialog.description(), isSent ? u""_s : u"On opening"_s);
         const auto labels = dialog.findChildren<QLabel *>();
-        EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&](const QLabel *label) {
-            return label->text().startsWith(outcome);
-        }));
+        EXPECT_TRUE(
+                std::any_of(labels.begin(), labels.end(), [&text = outcome](const QLabel *label) {
+                    return label->text().startsWith(text);
+                }));
         if (project != "letters"_L1)
             continue;
         ASSERT_EQ(server.requests().size(), 1);

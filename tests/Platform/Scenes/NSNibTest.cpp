@@ -629,7 +629,7 @@ TEST_F(Nib, a_combo_box_offers_choices_and_a_view_shows_items)
     EXPECT_EQ(model->index(1, 0).data(), u"Two"_s);
     for (const auto &[entry, message] : { std::pair(entries, "offered by a QComboBox"),
                                           std::pair(items, "shown by a QListView") }) {
-        const NS::NibError error = errorOf([&] {
+        const NS::NibError error = errorOf([&, &entry = entry] {
             form(widget.arg(u"QLabel"_s, property(u"bindings"_s, entry))).instantiate(&owner);
         });
         EXPECT_EQ(error.reason(), NS::NibError::unknownKeyPath);

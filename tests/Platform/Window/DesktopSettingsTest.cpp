@@ -136,7 +136,11 @@ TEST_F(DesktopSettingsTest, the_palette_follows_scheme_and_accent_while_it_is_as
 
 TEST_F(DesktopSettingsTest, each_desktop_says_in_its_own_way_that_there_should_be_less_motion)
 {
+    portal.settings[appearance][u"reduced-motion"_s] = 0U;
     start();
+    ASSERT_TRUE(QTest::qWaitFor([] {
+        return DesktopSettings::instance().value(appearance, u"reduced-motion"_s).isValid();
+    }));
     NS::Window window;
     window.show();
     const QRectF before = window.frame();
