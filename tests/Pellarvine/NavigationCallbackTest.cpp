@@ -10,6 +10,8 @@
 #include <QApplication>
 #include <QFile>
 #include <QKeyEvent>
+#include <QPointer>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -17,6 +19,7 @@
 
 #include <functional>
 #include <utility>
+#include <vector>
 
 using NS::ViewController;
 using Pellarvine::NavigationController;
@@ -124,6 +127,17 @@ protected:
 
 TEST_F(NavigationCallback, the_stack_and_the_screen_agree_whatever_a_callback_does)
 {
+    // What a controller that is leaving would have shown has no owner.
+    std::vector<QPointer<Screen>> screens;
+    const auto deleteOrphans = qScopeGuard([&] {
+        for (const QPointer<Screen> &screen : screens) {
+            if (screen && !screen->parent() && !navigation.navigationStack().contains(screen))
+                delete screen;
+        }
+    });
+    const auto made = [&] {
+        return screens.emplace_back(new Screen).get();
+    };
     const struct
     {
         const char *name;
@@ -131,19 +145,19 @@ TEST_F(NavigationCallback, the_stack_and_the_screen_agree_whatever_a_callback_do
     } actions[] = {
         { "push",
           [&](Screen *self) {
-              PushSegue({}, self, new Screen).perform();
+              PushSegue({}, self, made()).perform();
           } },
         { "push above all",
           [&](Screen *) {
-              PushSegue({}, &navigation, new Screen).perform();
+              PushSegue({}, &navigation, made()).perform();
           } },
         { "replace",
           [&](Screen *self) {
-              ReplaceSegue({}, self, new Screen).perform();
+              ReplaceSegue({}, self, made()).perform();
           } },
         { "replace all",
           [&](Screen *) {
-              ReplaceSegue({}, &navigation, new Screen).perform();
+              ReplaceSegue({}, &navigation, made()).perform();
           } },
         { "go back",
           [&](Screen *) {
@@ -167,7 +181,7 @@ TEST_F(NavigationCallback, the_stack_and_the_screen_agree_whatever_a_callback_do
             for (const bool isReplace : { false, true }) {
                 SCOPED_TRACE(::testing::Message() << action.name << " in callback " << callback
                                                   << (isReplace ? ", replaced" : ""));
-                auto *const screen = new Screen;
+                Screen *const screen = made();
                 screen->actions[callback] = action.run;
                 ViewController *const below = navigation.topViewController();
                 if (isReplace)
@@ -180,7 +194,7 @@ TEST_F(NavigationCallback, the_stack_and_the_screen_agree_whatever_a_callback_do
                 if (!navigation.navigationStack().contains(screen))
                     continue;
                 if (isReplace)
-                    ReplaceSegue({}, &navigation, new Screen).perform();
+                    ReplaceSegue({}, &navigation, made()).perform();
                 else if (navigation.topViewController() == screen)
                     navigation.goBack();
                 expectAgreement();
