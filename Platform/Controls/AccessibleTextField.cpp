@@ -133,6 +133,17 @@ QAccessible::Role AccessibleTextField::role() const
     return AccessibleControl::childCount() > 0 ? QAccessible::Client : QAccessible::StaticText;
 }
 
+// An inner editor has the focus in the field's place, and a name.
+QAccessible::State AccessibleTextField::state() const
+{
+    QAccessible::State state = AccessibleControl::state();
+    if (AccessibleControl::childCount() > 0) {
+        state.focusable = false;
+        state.focused = false;
+    }
+    return state;
+}
+
 int AccessibleTextField::childCount() const
 {
     return AccessibleControl::childCount() + int(linksOf(field()).size());

@@ -43,6 +43,7 @@ public:
     ~AccessibleTextField() override;
 
     QAccessible::Role role() const override;
+    QAccessible::State state() const override;
     int childCount() const override;
     QAccessibleInterface *child(int index) const override;
     int indexOfChild(const QAccessibleInterface *child) const override;
