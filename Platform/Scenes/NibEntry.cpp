@@ -199,7 +199,7 @@ bool isListBinding(const QObject *object, const QString &key)
 QString misspeltNibProperty(const QString &property, const QList<NibText> &values)
 {
     for (const auto &known : grammars) {
-        const QString name = known.first;
+        const QString &name = known.first;
         if (property == name || distance(property.toLower(), name) > 2)
             continue;
         for (const NibText &value : values) {

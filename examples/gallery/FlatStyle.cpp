@@ -245,7 +245,7 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         return QRectF(proxy()->subControlRect(control, option, part, widget));
     };
     const auto drawArrow = [&](PrimitiveElement element, SubControl part, bool isEnabled) {
-        QStyleOption arrow = *option;
+        QStyleOption arrow = *static_cast<const QStyleOption *>(option);
         const QRectF rect = place(part);
         const double side = std::min({ 9.0, rect.width(), rect.height() });
         QRectF square(0, 0, side, side);

@@ -499,7 +499,8 @@ TEST(Window, an_accessory_of_the_program_lies_below_buttons_and_views)
             window.grab();
             const QAbstractButton *const close = window.standardWindowButton(WindowButton::close);
             EXPECT_EQ(close->y(), height / 2 - 8) << when;
-            EXPECT_NEAR(window.titleBarTextField()->geometry().center().y(), height / 2, 1) << when;
+            EXPECT_NEAR(window.titleBarTextField()->geometry().center().y(), 0.5 * height, 1)
+                    << when;
             for (const QWidget *const adopted : { inner, toolbar.data() })
                 EXPECT_EQ(adopted ? adopted->geometry().bottom() + 1 : height - 3, height - 3)
                         << when;
