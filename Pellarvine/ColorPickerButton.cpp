@@ -5,7 +5,7 @@
 #include "Base/Failure.h"
 #include "Drawing/ColorExchange.h"
 #include "Pellarvine/ColorPickerButtonCell.h"
-#include "View/AccessibleControl.h"
+#include "View/AccessibleButton.h"
 #include "View/FocusRing.h"
 #include "View/NSView.h"
 #include "Window/NSPopover.h"
@@ -33,19 +33,19 @@ namespace {
 constexpr int preferredWidth = 48;
 constexpr int smallestWidth = 24;
 
-class AccessibleColorPickerButton : public detail::AccessibleControl
+class AccessibleColorPickerButton : public detail::AccessibleButton
 {
 public:
     explicit AccessibleColorPickerButton(ColorPickerButton *button)
-        : AccessibleControl(button, QAccessible::ButtonDropDown, ColorPickerButton::tr("Colour"))
+        : AccessibleButton(button, QAccessible::ButtonDropDown, ColorPickerButton::tr("Colour"))
     { }
 
     QString text(QAccessible::Text text) const override
     {
-        const QColor color = button()->color();
+        const QColor color = static_cast<ColorPickerButton *>(widget())->color();
         if (text == QAccessible::Value)
             return detail::hexText(color, color.alpha() < 255);
-        QString given = AccessibleControl::text(text);
+        QString given = AccessibleButton::text(text);
         if (text != QAccessible::Description)
             return given;
         // Text values do not reach screen readers on every platform, descriptions do.
@@ -54,25 +54,11 @@ public:
     }
     QAccessible::State state() const override
     {
-        QAccessible::State state = AccessibleControl::state();
+        QAccessible::State state = AccessibleButton::state();
         state.hasPopup = true;
         state.pressed = button()->isDown();
         return state;
     }
-    QStringList actionNames() const override
-    {
-        return QStringList(pressAction()) + AccessibleControl::actionNames();
-    }
-    void doAction(const QString &name) override
-    {
-        if (name == pressAction())
-            button()->click();
-        else
-            AccessibleControl::doAction(name);
-    }
-
-private:
-    ColorPickerButton *button() const { return static_cast<ColorPickerButton *>(widget()); }
 };
 
 // The popover of any button that shows the panel's content.

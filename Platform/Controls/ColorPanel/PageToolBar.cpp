@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/ColorPanel/PageToolBar.h"
 
-#include "View/AccessibleControl.h"
+#include "View/AccessibleButton.h"
 
 #include <QActionEvent>
 #include <QToolButton>
@@ -12,35 +12,23 @@ namespace {
 
 constexpr QSize leastSize(40, 32);
 
-class AccessiblePageButton : public AccessibleControl
+class AccessiblePageButton : public AccessibleButton
 {
 public:
     explicit AccessiblePageButton(QToolButton *button)
-        : AccessibleControl(button, QAccessible::RadioButton)
+        : AccessibleButton(button, QAccessible::RadioButton)
     { }
 
     QAccessible::State state() const override
     {
-        QAccessible::State state = AccessibleControl::state();
+        QAccessible::State state = AccessibleButton::state();
         state.checkable = true;
         state.checked = button()->isChecked();
         return state;
     }
-    QStringList actionNames() const override
-    {
-        return QStringList(pressAction()) + AccessibleControl::actionNames();
-    }
-    void doAction(const QString &name) override
-    {
-        if (name == pressAction())
-            button()->click();
-        else
-            AccessibleControl::doAction(name);
-    }
 
 private:
     QString ownName() const override { return button()->text(); }
-    QToolButton *button() const { return static_cast<QToolButton *>(widget()); }
 };
 
 // Qt's own interface of a tool button that can be checked is that of a check box.
