@@ -5,6 +5,7 @@
 #include "Controls/NSTextField.h"
 #include "View/AccessibleControl.h"
 #include "View/NSView.h"
+#include "Window/DocumentMenu.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
 #include "Window/StandardWindowButton.h"
 #include "Window/TitleBarHandles.h"
@@ -12,12 +13,8 @@
 
 #include <QChildEvent>
 #include <QContextMenuEvent>
-#include <QDesktopServices>
-#include <QDir>
-#include <QFileInfo>
 #include <QFontMetrics>
 #include <QLayout>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -82,20 +79,8 @@ TitleBarView::TitleBarView(NS::Window *window, WindowDrag *drag)
             [window] { window->isFullScreen() ? window->toggleFullScreen() : window->zoom(); });
 
     StandardWindowButton *const icon = makeButton(NS::WindowButton::documentIcon);
-    connect(icon, &QAbstractButton::clicked, this, [this, icon] {
-        QMenu menu(this);
-        QFileInfo place(m_window->representedURL().toLocalFile());
-        while (!place.filePath().isEmpty() && !place.isRoot()) {
-            place = QFileInfo(place.absolutePath());
-            const QString folder = place.absoluteFilePath();
-            QAction *const entry = menu.addAction(place.isRoot() ? QDir::toNativeSeparators(folder)
-                                                                 : place.fileName());
-            connect(entry, &QAction::triggered, this,
-                    [folder] { QDesktopServices::openUrl(QUrl::fromLocalFile(folder)); });
-        }
-        if (!menu.isEmpty())
-            menu.exec(icon->mapToGlobal(icon->rect().bottomLeft()));
-    });
+    connect(icon, &QAbstractButton::clicked, this,
+            [this, icon] { showDocumentMenu(icon, m_window->representedURL()); });
     connect(makeButton(NS::WindowButton::documentVersions), &QAbstractButton::clicked, window,
             &NS::Window::documentVersionsRequested);
     updateButtons();

@@ -19,8 +19,10 @@ namespace Pellarvine::detail {
 class StandardWindowButton;
 class WindowDrag;
 
-/// The view at the top of a window: in its first 22 units the standard buttons, the title and what
-/// belongs to the document, below them the accessories. What no child takes moves the window.
+/// The view at the top of a window. Its first 22 units show the standard buttons, the title, and the
+/// document's icon and versions button; the accessories are stacked below. A press that no child
+/// takes moves the window. The window owns the bar; the bar owns the buttons, not the accessories'
+/// controllers. Lengths are in device-independent pixels.
 class TitleBarView : public QWidget
 {
     Q_OBJECT
@@ -33,7 +35,7 @@ public:
     TitleBarView(NS::Window *window, WindowDrag *drag);
     ~TitleBarView() override;
 
-    /// Which buttons there are. What is not in the mask is hidden, and not answered by button().
+    /// Which buttons there are. The others are hidden, and button() returns null for them.
     void setStyleMask(NS::Window::StyleMask styleMask);
     void setHasDocument(bool hasDocument);
     void setOffersVersions(bool offers);
@@ -53,26 +55,26 @@ public:
         return m_accessories;
     }
 
-    /// Of the standard bar and all accessories.
+    /// The height of the standard bar and all accessories.
     int fullHeight() const;
-    /// In full screen: what the accessories ask for at the least.
+    /// The height in full screen: the greatest least height that an accessory asks for there.
     int fullScreenHeight() const;
 
-    /// The least that buttons and views need.
+    /// The least width that the buttons and views need.
     int leastWidth() const;
 
-    /// Whether the bar of a window whose content reaches up behind it, and which draws nothing,
-    /// leaves the content the clicks beside its own controls.
+    /// Whether the content lies behind the bar. Then the bar draws no background, and the content
+    /// takes the clicks beside the bar's own controls.
     void setLetsClicksThrough(bool lets);
 
-    /// Places title, document buttons and accessories. The standard buttons are put in their places
-    /// when they are made and stay where they are moved to.
+    /// Places the title, the document's buttons and the accessories. The standard buttons get their
+    /// places when they are made, and stay where a program moves them.
     void arrange();
     /// After a change of the window's title, state or activity.
     void refresh();
 
 Q_SIGNALS:
-    /// The accessories' heights became others.
+    /// The accessories' heights changed.
     void fullHeightChanged();
     void leastWidthChanged();
     void clicked(Pellarvine::detail::TitleBarClick click, QPoint globalPosition);
