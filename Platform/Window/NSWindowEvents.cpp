@@ -91,6 +91,7 @@ void Window::changeEvent(QEvent *event)
 void Window::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
+    d->confirmMargin();
     d->arrange();
     d->updateBorder();
     windowDidResize(event);

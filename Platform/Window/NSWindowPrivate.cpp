@@ -16,6 +16,11 @@
 
 namespace NS {
 
+bool Window::Private::isTiled() const
+{
+    return q->windowHandle() && detail::WindowManager::isTiled(q->windowHandle());
+}
+
 // Hints for single buttons would bring the desktop's frame back on X11.
 Qt::WindowFlags Window::Private::flagsFor(StyleMask styleMask, bool isNative)
 {
@@ -146,7 +151,8 @@ void Window::Private::updateBorder()
     const QRect frame = seen().translated(q->geometry().topLeft());
     const bool isSnapped =
             detail::WindowManager::canPlaceWindows()
-            && detail::WindowManager::isSnapped(frame, q->screen()->availableGeometry());
+                    ? detail::WindowManager::isSnapped(frame, q->screen()->availableGeometry())
+                    : isTiled();
     border->setVisible(!isNative && isNormal() && !isSnapped);
     border->setRound(canBeTranslucent);
     edges->setEnabled(!isNative && isNormal() && styleMask & resizable);
@@ -155,7 +161,8 @@ void Window::Private::updateBorder()
 
 void Window::Private::updateMargin(bool canBeTranslucent)
 {
-    const bool hasShadow = knowsMargins && canBeTranslucent && !isNative && isNormal();
+    const bool hasShadow =
+            knowsMargins && canBeTranslucent && !isNative && isNormal() && !isTiled();
     const int by = (hasShadow ? detail::WindowShadow::margin : 0) - margin;
     if (by == 0 || !q->windowHandle())
         return;
@@ -203,6 +210,22 @@ void Window::Private::prepareMargin()
 {
     knowsMargins = q->isWindow() && detail::WindowManager::knowsMargins();
     updateMargin(q->testAttribute(Qt::WA_TranslucentBackground));
+}
+
+// The window grows by the margin after the compositor has been told of it. Mutter cuts the visible
+// window down to the picture that it has by then, and keeps that until it is told again.
+void Window::Private::confirmMargin()
+{
+    const bool hasGrown = margin > std::exchange(confirmedMargin, margin);
+    if (!hasGrown || !q->isVisible() || detail::WindowManager::canPlaceWindows())
+        return;
+    QMetaObject::invokeMethod(
+            q,
+            [this] {
+                if (q->windowHandle())
+                    detail::WindowManager::setMargin(q->windowHandle(), margin);
+            },
+            Qt::QueuedConnection);
 }
 
 void Window::Private::tellResizable()

@@ -32,6 +32,7 @@ struct Window::Private
     { }
 
     bool isNormal() const { return !q->isMaximized() && !q->isFullScreen(); }
+    bool isTiled() const;
     int barHeight() const;
     QMarginsF margins() const { return QMarginsF(margin, margin, margin, margin); }
     QRect seen() const { return q->rect().adjusted(margin, margin, -margin, -margin); }
@@ -47,6 +48,7 @@ struct Window::Private
     void updateMargin(bool canBeTranslucent);
     void moveLimits(int by);
     void prepareMargin();
+    void confirmMargin();
     void tellResizable();
     void watchNativeWindow();
 
@@ -70,6 +72,7 @@ struct Window::Private
     int boundedWidth = 0; // the least width that boundWidth() has set
     bool knowsMargins = false; // the desktop does
     int margin = 0; // around what is seen of the window
+    int confirmedMargin = 0; // that the window has had a resize event with
     int normalMargin = 0; // of the window that is neither maximised nor full screen
 };
 

@@ -68,6 +68,21 @@ void setMargin(QWindow *window, int margin)
         marginSetter()(window, QMargins(units, units, units, units));
 }
 
+bool isTiled(QWindow *window)
+{
+    // static QWaylandWindow *QWaylandWindow::fromWlSurface(wl_surface *)
+    static const auto fromSurface = lookedUp<const void *(*)(void *)>(
+            "_ZN15QtWaylandClient14QWaylandWindow13fromWlSurfaceEP10wl_surface");
+    // QFlags<ToplevelWindowTilingState> QWaylandWindow::toplevelWindowTilingStates() const
+    static const auto tilingStates = lookedUp<int (*)(const void *)>(
+            "_ZNK15QtWaylandClient14QWaylandWindow26toplevelWindowTilingStatesEv");
+    if (!fromSurface || !tilingStates || !window->handle())
+        return false;
+    void *const surface = resource("surface", window);
+    const void *const waylandWindow = surface ? fromSurface(surface) : nullptr;
+    return waylandWindow && tilingStates(waylandWindow) != 0;
+}
+
 bool showWindowMenu(QWindow *window, QPoint globalPosition)
 {
     constexpr uint32_t showWindowMenuRequest = 4; // of xdg_toplevel

@@ -19,6 +19,9 @@ bool knowsMargins();
 /// the compositor. A visible window grows or shrinks by the difference.
 void setMargin(QWindow *window, int margin);
 
+/// Whether the compositor has tiled the window. It tells that with each change of the window's size.
+bool isTiled(QWindow *window);
+
 /// Asks the compositor to show its menu for the window; a compositor without one ignores that.
 /// False if it could not be asked.
 bool showWindowMenu(QWindow *window, QPoint globalPosition);

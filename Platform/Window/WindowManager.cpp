@@ -181,6 +181,11 @@ void setMargin(QWindow *window, int margin)
                         extents.data());
 }
 
+bool isTiled(QWindow *window)
+{
+    return !canPlaceWindows() && WaylandPlugin::isTiled(window);
+}
+
 bool isSnapped(const QRect &frame, const QRect &available)
 {
     const int touched = int(frame.left() == available.left()) + int(frame.top() == available.top())

@@ -41,6 +41,9 @@ bool knowsMargins();
 /// grows or shrinks a visible window by it; the window managers of X11 do so themselves.
 void setMargin(QWindow *window, int margin);
 
+/// Whether the desktop says that the window is tiled. Only Wayland compositors do.
+bool isTiled(QWindow *window);
+
 /// Whether a window of that frame fills a half of the screen, as desktops do with windows that are
 /// dragged to its edge: it touches three edges of the space that there is for windows.
 PELLARVINE_INTERNAL_EXPORT bool isSnapped(const QRect &frame, const QRect &available);

@@ -96,6 +96,13 @@ class WindowOnDesktop:
             self.session.picture(os.path.join(PICTURES, '%s-%s.png'
                                               % (self.desktop.__name__.lower(), name)))
 
+    def brightness(self, x, y):
+        """Of one pixel of the screen, from 0 to 1."""
+        path = self.session.path('screen.png')
+        self.session.picture(path)
+        return float(self.session.output_of('convert', path, '-crop', '1x1+%d+%d' % (x, y),
+                                            '-format', '%[fx:mean]', 'info:'))
+
     def expect_frame(self, wanted, what):
         frame = self.settled().frame
         self.assertTrue(near(frame, wanted), '%s: %s instead of %s' % (what, frame, wanted))
@@ -169,6 +176,13 @@ class WindowManners:
         window = self.settled()
         self.picture('tiled')
         self.assertAlmostEqual(window.width, self.session.size[0] / 2, delta=3)
+        if self.session.PLATFORM == 'wayland' and shutil.which('convert'):
+            left, top, width, height = window.frame
+            bottom = top + height - 1
+            self.assertGreater(self.brightness(left, bottom), 0.5, 'a round corner')
+            beside, far = (self.brightness(left + width + distance, top + height / 2)
+                           for distance in (4, 100))
+            self.assertAlmostEqual(beside, far, delta=0.005, msg='a shadow')
         self.session.drag(self.at(300, 14), (200, 150))
         self.assertTrue(near(self.settled().frame[2:], before[2:]))
 
@@ -298,16 +312,8 @@ class OtherPrograms:
         for scheme, is_dark in (('1', True), ('2', False), ('1', True)):
             print('org.freedesktop.appearance color-scheme', scheme, file=portal.stdin, flush=True)
             time.sleep(1)
-            self.assertEqual(self.brightness(frame) < 0.5, is_dark)
-
-    def brightness(self, frame):
-        """In the middle of a window, from 0 to 1."""
-        x, y, width, height = frame
-        path = self.session.path('window.png')
-        self.session.picture(path)
-        return float(self.session.output_of(
-            'convert', path, '-crop', '1x1+%d+%d' % (x + width / 2, y + height / 2),
-            '-format', '%[fx:mean]', 'info:'))
+            x, y, width, height = frame
+            self.assertEqual(self.brightness(x + width / 2, y + height / 2) < 0.5, is_dark)
 
 
 class TiledWindow:
