@@ -19,10 +19,10 @@ namespace Pellarvine::detail {
 class StandardWindowButton;
 class WindowDrag;
 
-/// The view at the top of a window. Its first 22 units show the standard buttons, the title, and the
-/// document's icon and versions button; the accessories are stacked below. A press that no child
-/// takes moves the window. The window owns the bar; the bar owns the buttons, not the accessories'
-/// controllers. Lengths are in device-independent pixels.
+/// The view at the top of a window. Its first 22 units show the standard buttons, the title, and
+/// the document's icon and versions button; the accessories are stacked below. A press that no
+/// child takes moves the window. The window owns the bar; the bar owns the buttons, not the
+/// accessories' controllers. Lengths are in device-independent pixels.
 class TitleBarView : public QWidget
 {
     Q_OBJECT

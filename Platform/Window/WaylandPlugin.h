@@ -19,7 +19,8 @@ bool knowsMargins();
 /// the compositor. A visible window grows or shrinks by the difference.
 void setMargin(QWindow *window, int margin);
 
-/// Whether the compositor has tiled the window. It tells that with each change of the window's size.
+/// Whether the compositor has tiled the window: as of its last resize event. False where Qt's
+/// plugin cannot tell.
 bool isTiled(QWindow *window);
 
 /// Asks the compositor to show its menu for the window; a compositor without one ignores that.
