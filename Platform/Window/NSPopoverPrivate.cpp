@@ -103,7 +103,7 @@ detail::PopoverBubble::Surface Popover::Private::neededSurface() const
     if (staysInWindow || isKeptInWindow)
         return Bubble::Surface::child;
     return Bubble::surfaceFor(view, controller->view(), fitsInWindow(),
-                              behavior == Behavior::transient);
+                              behavior != Behavior::applicationDefined);
 }
 
 void Popover::Private::startWatching()
@@ -144,10 +144,12 @@ void Popover::Private::createBubble()
         // Qt closes popups when the program loses the keyboard.
         if (input.hasKeyJustClosedPopup())
             return;
-        // A compositor may refuse the keyboard: then the popup never comes up. What the popover
-        // has opened keeps it.
+        // A compositor may refuse the keyboard: then the popup never comes up. Some others only
+        // close it.
         const bool hasComeUp = bubble->windowHandle() && bubble->windowHandle()->isExposed();
-        if (!hasComeUp || input.hasDialog() || detail::PortalColorPicker::isPicking())
+        const bool isForGood = hasComeUp && behavior == Behavior::transient && !input.hasDialog()
+                               && !detail::PortalColorPicker::isPicking();
+        if (!isForGood)
             keepInWindow();
         else
             q->performClose();

@@ -77,7 +77,7 @@ protected:
 } // namespace
 
 PopoverBubble::Surface PopoverBubble::surfaceFor(const QWidget *view, QWidget *content,
-                                                 bool fitsInWindow, bool isTransient)
+                                                 bool fitsInWindow, bool clicksClose)
 {
     const QWidget *const window = view->window();
     const bool isInMenu =
@@ -95,7 +95,7 @@ PopoverBubble::Surface PopoverBubble::surfaceFor(const QWidget *view, QWidget *c
     const QWidget *const open = QApplication::activePopupWidget();
     const bool canTakeKeyboard =
             window->isActiveWindow() && (!open || open == window) && WaylandPlugin::hasSeenInput();
-    return isTransient && canTakeKeyboard ? Surface::popup : Surface::child;
+    return clicksClose && canTakeKeyboard ? Surface::popup : Surface::child;
 }
 
 QWidget *PopoverBubble::firstFocusable(QWidget *content)

@@ -26,9 +26,9 @@ public:
         hint, ///< a window that a Wayland compositor places, without the keyboard
     };
 
-    /// The surface for a popover of that view. Popups need a popover that a click elsewhere closes.
+    /// The surface for a popover of that view. Only one that a click elsewhere closes is a popup.
     static Surface surfaceFor(const QWidget *view, QWidget *content, bool fitsInWindow,
-                              bool isTransient);
+                              bool clicksClose);
     /// The first that can have the focus; null if nothing can.
     static QWidget *firstFocusable(QWidget *content);
 

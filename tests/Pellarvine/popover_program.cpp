@@ -97,6 +97,8 @@ int main(int argc, char **argv)
     });
     QObject::connect(button(u"Keep open"_s, layout, 3, 1), &QPushButton::clicked, events,
                      [show] { show(Popover::Behavior::applicationDefined); });
+    QObject::connect(button(u"Half open"_s, layout, 4, 1), &QPushButton::clicked, events,
+                     [show] { show(Popover::Behavior::semitransient); });
     QObject::connect(button(u"Other"_s, layout, 1, 0), &QPushButton::clicked, events,
                      [tell] { tell(u" other"_s); });
     auto *const message = button(u"Message"_s, layout, 2, 0);
