@@ -182,7 +182,8 @@ void PopoverBubble::setAnchor(const QRectF &anchor, NS::RectEdge edge)
     // The arrow's tip is that far from the edge of the window.
     constexpr double inset = PopoverShape::margin - PopoverShape::arrowLength;
     const QRectF touched = anchor.adjusted(inset, inset, -inset, -inset);
-    winId(); // makes the window
+    if (!windowHandle())
+        create(); // not winId(), which gives the widgets of the parent windows of their own, too
     WaylandPlugin::setPopupAnchor(windowHandle(), touched.toRect(), qtEdge(edge));
 }
 

@@ -62,10 +62,10 @@ private:
     QList<QPointer<QWidget>> m_openers;
 };
 
-// The widget that is that window, or null.
+// The widget that has that window, or null.
 QWidget *widgetOf(const QObject *window)
 {
-    const QWidgetList widgets = QApplication::topLevelWidgets();
+    const QWidgetList widgets = QApplication::allWidgets();
     const auto found = std::find_if(widgets.begin(), widgets.end(), [window](QWidget *widget) {
         return widget->windowHandle() == window;
     });
@@ -164,8 +164,16 @@ bool PopoverInput::hasDialog() const
     });
 }
 
-// Qt sends all presses to a popup, wherever they are, and to the widgets behind it once it is gone.
-// So a popover in a popup closes before Qt looks for the receiver.
+// Since Qt 6.8 a popup gets all presses before the window that they are on, which gets those that
+// the popup ignores.
+bool PopoverInput::isOutsideOfPopup(const QObject *watched, QPointerEvent *event) const
+{
+    return m_bubble && m_bubble->windowType() == Qt::Popup && watched == m_bubble->windowHandle()
+           && !m_bubble->rect().contains(event->points().constFirst().position().toPoint());
+}
+
+// That window would send the press to the popup, and to the widget that it is on once the popup is
+// gone. So the popover closes before.
 bool PopoverInput::isBesidePopup(const QObject *watched) const
 {
     return watched->isWindowType() && m_bubble && m_bubble->windowType() == Qt::Popup
@@ -296,6 +304,10 @@ bool PopoverInput::eventFilter(QObject *watched, QEvent *event)
     case QEvent::MouseButtonDblClick:
     case QEvent::TouchBegin:
     case QEvent::TabletPress:
+        if (isOutsideOfPopup(watched, static_cast<QPointerEvent *>(event))) {
+            event->ignore();
+            return true;
+        }
         press(watched, static_cast<QPointerEvent *>(event));
         return false;
     case QEvent::KeyPress:

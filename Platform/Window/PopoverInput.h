@@ -45,6 +45,7 @@ protected:
 
 private:
     bool contains(const QWidget *widget) const;
+    bool isOutsideOfPopup(const QObject *watched, QPointerEvent *event) const;
     bool isBesidePopup(const QObject *watched) const;
     bool isElsewhere(const QWidget *widget) const;
     bool closesFor(const QWidget *widget) const;
