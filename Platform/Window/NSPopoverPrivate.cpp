@@ -102,6 +102,8 @@ detail::PopoverBubble::Surface Popover::Private::neededSurface() const
 {
     if (staysInWindow || isKeptInWindow)
         return Bubble::Surface::child;
+    if (bubble && bubble->isPlacedForUs() && bubble->view() == view)
+        return bubble->surface();
     return Bubble::surfaceFor(view, controller->view(), fitsInWindow(),
                               behavior != Behavior::applicationDefined);
 }
@@ -138,22 +140,7 @@ void Popover::Private::createBubble()
     bubble = new Bubble(view, content, surface);
     input.setBubble(bubble);
     connect(bubble, &Bubble::escaped, q, &Popover::performClose);
-    connect(bubble, &Bubble::dismissed, q, [this] {
-        if (bubble->surface() != Bubble::Surface::popup)
-            return q->performClose();
-        // Qt closes popups when the program loses the keyboard.
-        if (input.hasKeyJustClosedPopup())
-            return;
-        // A compositor may refuse the keyboard: then the popup never comes up. Some others only
-        // close it.
-        const bool hasComeUp = bubble->windowHandle() && bubble->windowHandle()->isExposed();
-        const bool isForGood = hasComeUp && behavior == Behavior::transient && !input.hasDialog()
-                               && !detail::PortalColorPicker::isPicking();
-        if (!isForGood)
-            keepInWindow();
-        else
-            q->performClose();
-    });
+    connect(bubble, &Bubble::dismissed, q, [this] { dismiss(); });
     connect(bubble, &Bubble::moved, q, [this] { updateArrow(); });
     connect(bubble, &Bubble::contentChanged, q, [this] {
         if (isShown)
@@ -173,6 +160,25 @@ void Popover::Private::createBubble()
     updateArrow();
     enterFocus();
     announce();
+}
+
+// The window system, or Qt, closes the bubble's window.
+void Popover::Private::dismiss()
+{
+    if (bubble->surface() != Bubble::Surface::popup)
+        return q->performClose();
+    // Qt closes popups when the program loses the keyboard.
+    if (input.hasKeyJustClosedPopup())
+        return;
+    // A popup that never came up has not got the keyboard. Others end for a click in another
+    // program, for a dialog, or for picking a colour.
+    const bool hasComeUp = bubble->windowHandle() && bubble->windowHandle()->isExposed();
+    const bool hasUserLeft =
+            hasComeUp && !input.hasDialog() && !detail::PortalColorPicker::isPicking();
+    if (hasUserLeft && behavior == Behavior::transient)
+        q->performClose();
+    else
+        keepInWindow();
 }
 
 // Takes it out of a popup that ends, in which it also had the keyboard for itself.

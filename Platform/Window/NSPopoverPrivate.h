@@ -36,6 +36,7 @@ struct Popover::Private
     void removeBubble();
     void place();
     void updateArrow();
+    void dismiss();
     void keepInWindow();
     void enterFocus();
     void announce();
