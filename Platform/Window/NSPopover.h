@@ -31,15 +31,15 @@ enum class RectEdge {
 ///         popover->showRelativeToRect({}, button, NS::RectEdge::minY);
 ///     });
 ///
-/// It stays on its screen, on another edge if need be, and follows its view. It closes when the view
-/// is hidden, scrolled out of sight or destroyed. The first widget in it that accepts the focus gets
-/// it, until the popover closes; Esc closes it. Without such a widget the focus stays where it is,
-/// and a screen reader reads the content out.
+/// It stays on its screen, on another edge if need be, and follows its view. It closes when the
+/// view is hidden, scrolled out of sight or destroyed. The first widget in it that accepts the focus
+/// gets it, until the popover closes; Esc closes it. Without such a widget the focus stays where it
+/// is, and a screen reader reads the content out.
 ///
 /// Under Wayland, where programs cannot place windows, the window of the view contains the popover.
-/// If it has no room there, it is a popup, like a menu, and the compositor places it. Before Qt 6.8,
-/// which does not tell where that is, a popup has no arrow and does not follow the view. Main thread
-/// only.
+/// If it has no room there, it is a popup, like a menu, and the compositor places it. Qt
+/// before 6.8 does not tell where that is: a popup then has no arrow and does not follow the view.
+/// Main thread only.
 class PELLARVINE_EXPORT Popover : public QObject
 {
     Q_OBJECT
