@@ -32,14 +32,14 @@ enum class RectEdge {
 ///     });
 ///
 /// It stays on its screen, on another edge if need be, and follows its view. It closes when the
-/// view is hidden, scrolled out of sight or destroyed. The first widget in it that accepts the focus
-/// gets it, until the popover closes; Esc closes it. Without such a widget the focus stays where it
-/// is, and a screen reader reads the content out.
+/// view is hidden, scrolled out of sight or destroyed. The first widget in it that accepts the
+/// focus gets it, until the popover closes; Esc closes it. Without such a widget the focus stays
+/// where it is, and a screen reader reads the content out.
 ///
 /// Under Wayland, where programs cannot place windows, the window of the view contains the popover.
-/// If it has no room there, it is a popup, like a menu, and the compositor places it. Qt
-/// before 6.8 does not tell where that is: a popup then has no arrow and does not follow the view.
-/// Main thread only.
+/// If it has no room there, it is a popup, like a menu, and the compositor places it. Qt before 6.8
+/// does not tell where that is: a popup then has no arrow and does not follow the view. Main thread
+/// only.
 class PELLARVINE_EXPORT Popover : public QObject
 {
     Q_OBJECT
@@ -60,8 +60,9 @@ public:
     /// What closes it besides close() and Esc in it.
     enum class Behavior {
         applicationDefined = 0, ///< nothing
-        transient = 1, ///< a click or a key elsewhere, which still does what it does; another
-                       ///< program that becomes active, but not to pick a colour
+        /// A click or a key elsewhere, which still does what it does. Another program that becomes
+        /// active, but not while the desktop picks a colour.
+        transient = 1,
         semitransient = 2, ///< a click elsewhere in the window of its view, or Esc there
     };
     Q_ENUM(Behavior)
