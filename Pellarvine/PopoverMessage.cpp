@@ -117,7 +117,7 @@ public:
 // The height that a message at the view can have, or somewhat less.
 double roomFor(const QWidget *view, QWidget *content)
 {
-    const auto surface = detail::PopoverBubble::surfaceFor(view, content, content->size(), false);
+    const auto surface = detail::PopoverBubble::surfaceFor(view, content, false, true);
     const bool isInWindow = surface == detail::PopoverBubble::Surface::child;
     const int height = isInWindow ? detail::seenRect(view->window()).height()
                                   : view->screen()->availableGeometry().height();

@@ -18,11 +18,11 @@ namespace Pellarvine {
 ///     PopoverMessage::showMessage(tr("There is a folder of that name."), nameField);
 ///     PopoverMessage::showMarkupMessage(tr("**Saved** to the desktop"), exportButton);
 ///
-/// The text wraps at 250 device-independent pixels. The message stays until the user clicks or
-/// types anywhere else, which does there what it always does, or presses Esc; a screen reader reads
-/// it out. Each call shows its message; one that is still open at the same view closes behind it. A
-/// message that is taller than the screen scrolls, and has the keyboard for that until it closes.
-/// Nothing is shown at a view that is not visible. The view may not be null. Main thread only.
+/// The text wraps at 250 device-independent pixels. Screen readers read it out. The next click or
+/// key elsewhere closes the message and still takes effect; Esc closes it, too. Each call shows a
+/// new message, and closes one that is open at the same view. A message that is taller than the
+/// screen scrolls, and has the keyboard for that. Does nothing if the view is not visible; it may
+/// not be null. Main thread only.
 class PELLARVINE_EXPORT PopoverMessage
 {
 public:

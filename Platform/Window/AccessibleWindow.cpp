@@ -9,9 +9,9 @@ namespace Pellarvine::detail {
 // Beyond the children if there is none.
 int AccessibleWindow::borderIndex() const
 {
-    const int count = AccessibleControl::childCount();
+    const int count = AccessiblePopups::childCount();
     for (int i = 0; i < count; ++i) {
-        if (qobject_cast<WindowBorder *>(AccessibleControl::child(i)->object()))
+        if (qobject_cast<WindowBorder *>(AccessiblePopups::child(i)->object()))
             return i;
     }
     return count;
@@ -19,18 +19,18 @@ int AccessibleWindow::borderIndex() const
 
 int AccessibleWindow::childCount() const
 {
-    const int count = AccessibleControl::childCount();
+    const int count = AccessiblePopups::childCount();
     return borderIndex() < count ? count - 1 : count;
 }
 
 QAccessibleInterface *AccessibleWindow::child(int index) const
 {
-    return AccessibleControl::child(index < borderIndex() ? index : index + 1);
+    return AccessiblePopups::child(index < borderIndex() ? index : index + 1);
 }
 
 int AccessibleWindow::indexOfChild(const QAccessibleInterface *child) const
 {
-    const int index = AccessibleControl::indexOfChild(child);
+    const int index = AccessiblePopups::indexOfChild(child);
     const int border = borderIndex();
     return index == border ? -1 : index > border ? index - 1 : index;
 }
@@ -38,7 +38,7 @@ int AccessibleWindow::indexOfChild(const QAccessibleInterface *child) const
 QRect AccessibleWindow::rect() const
 {
     const QRect seen = seenRect(widget()).translated(widget()->mapToGlobal(QPoint()));
-    return AccessibleControl::rect().intersected(seen);
+    return AccessiblePopups::rect().intersected(seen);
 }
 
 } // namespace Pellarvine::detail

@@ -2,17 +2,17 @@
 // Not API.
 #pragma once
 
-#include "View/AccessibleControl.h"
+#include "Window/AccessiblePopups.h"
 
 namespace Pellarvine::detail {
 
 /// A window for screen readers: with the role of one, and without the border, which is nothing but
 /// a drawing.
-class AccessibleWindow : public AccessibleControl
+class AccessibleWindow : public AccessiblePopups
 {
 public:
     explicit AccessibleWindow(QWidget *window)
-        : AccessibleControl(window, QAccessible::Window)
+        : AccessiblePopups(window, QAccessible::Window)
     { }
 
     int childCount() const override;

@@ -2,82 +2,14 @@
 #include "Window/NSPopover.h"
 
 #include "Base/Assign.h"
-#include "View/NSView.h"
-#include "Window/PopoverBubble.h"
-#include "Window/PopoverInput.h"
-#include "Window/SeenRect.h"
+#include "Window/NSPopoverPrivate.h"
 
-#include <QAccessible>
-#include <QApplication>
 #include <QEvent>
 #include <QPointer>
-#include <QScreen>
-#include <QWindow>
 
-#include <algorithm>
-#include <optional>
 #include <utility>
 
 namespace NS {
-
-namespace {
-
-// What a child bubble keeps free at the edges of its window.
-constexpr int windowMargin = 4;
-
-QRectF overlap(const QRectF &one, const QRectF &other)
-{
-    // QRectF::intersected loses lines and points, which are places too.
-    QRectF result;
-    result.setCoords(std::max(one.left(), other.left()), std::max(one.top(), other.top()),
-                     std::min(one.right(), other.right()), std::min(one.bottom(), other.bottom()));
-    return result;
-}
-
-} // namespace
-
-struct Popover::Private
-{
-    explicit Private(Popover *popover)
-        : q(popover)
-        , input(popover)
-    { }
-
-    QSizeF fittingSize() const;
-    std::optional<QRectF> visibleArea() const;
-    QRectF anchorFor(const QRectF &areaInWindow) const;
-    QRectF room(const QRectF &anchor) const;
-
-    void startWatching();
-    void stopWatching();
-    void createBubble();
-    void removeBubble();
-    void place();
-    void updateArrow();
-    void enterFocus();
-    void announce();
-    void follow(QObject *watched, QEvent *event);
-
-    Popover *q;
-    detail::PopoverInput input;
-    QPointer<ViewController> controller;
-    Behavior behavior = Behavior::applicationDefined;
-    QSizeF contentSize;
-    QSizeF lastSize; // on the screen
-    QRectF rect;
-    QPointer<QWidget> opener;
-    bool deletesOnClose = false;
-    bool staysInWindow = false;
-
-    bool isShown = false;
-    bool isClosing = false;
-    QPointer<QWidget> view;
-    RectEdge preferredEdge = RectEdge::maxY;
-    RectEdge edge = RectEdge::maxY;
-    QPointer<detail::PopoverBubble> bubble;
-    QPointer<QWidget> focusBefore;
-    QMetaObject::Connection viewEnding;
-};
 
 Popover::Popover(QObject *parent)
     : QObject(parent)
@@ -214,6 +146,7 @@ void Popover::showRelativeToRect(const QRectF &rect, QWidget *view, RectEdge pre
         Q_EMIT willShow();
         if (!self || !kept || !d->controller)
             return;
+        d->isKeptInWindow = false;
     }
     disconnect(d->viewEnding);
     d->view = view;
@@ -268,8 +201,12 @@ void Popover::close()
 
 void Popover::performClose()
 {
-    if (d->isShown && !d->isClosing && popoverShouldClose())
+    if (!d->isShown || d->isClosing)
+        return;
+    if (popoverShouldClose())
         close();
+    else if (d->bubble && d->bubble->surface() == detail::PopoverBubble::Surface::popup)
+        d->keepInWindow(); // a popup would keep the clicks, too
 }
 
 bool Popover::popoverShouldClose()
@@ -278,206 +215,6 @@ bool Popover::popoverShouldClose()
 }
 
 void Popover::popoverDidClose() { }
-
-// The bubble
-
-// What the view asks for, as high as its text at that width.
-QSizeF Popover::Private::fittingSize() const
-{
-    QWidget *const content = controller ? controller->view() : nullptr;
-    if (!content)
-        return { 0, 0 };
-    content->ensurePolished();
-    const auto bounded = [content](QSize size) {
-        return size.expandedTo(content->minimumSize()).boundedTo(content->maximumSize());
-    };
-    QSize size = content->sizeHint();
-    if (!size.isValid())
-        size = content->size();
-    size = bounded(size.expandedTo(content->minimumSizeHint()));
-    if (content->hasHeightForWidth())
-        size.setHeight(content->heightForWidth(size.width()));
-    return bounded(size);
-}
-
-// The part of the place in the view that no ancestor cuts off, in the window, y downwards.
-std::optional<QRectF> Popover::Private::visibleArea() const
-{
-    QRectF area = detail::popoverArea(rect, view->size());
-    for (const QWidget *widget = view; !widget->isWindow(); widget = widget->parentWidget()) {
-        area.translate(widget->pos());
-        area = overlap(area, QRectF(widget->parentWidget()->rect()));
-    }
-    if (area.width() < 0.0 || area.height() < 0.0)
-        return {};
-    return area;
-}
-
-QRectF Popover::Private::anchorFor(const QRectF &areaInWindow) const
-{
-    if (bubble->surface() == detail::PopoverBubble::Surface::child)
-        return areaInWindow;
-    return areaInWindow.translated(view->window()->mapToGlobal(QPoint()));
-}
-
-QRectF Popover::Private::room(const QRectF &anchor) const
-{
-    if (bubble->surface() == detail::PopoverBubble::Surface::child) {
-        return QRectF(detail::seenRect(view->window())
-                              .adjusted(windowMargin, windowMargin, -windowMargin, -windowMargin));
-    }
-    if (bubble->surface() == detail::PopoverBubble::Surface::unplacedWindow) {
-        constexpr double plenty = 1 << 14; // the window system slides it
-        return anchor.adjusted(-plenty, -plenty, plenty, plenty);
-    }
-    const QScreen *screen = QGuiApplication::screenAt(anchor.center().toPoint());
-    if (!screen)
-        screen = view->screen();
-    constexpr int margin = detail::PopoverShape::margin;
-    return QRectF(screen->availableGeometry().adjusted(margin, margin, -margin, -margin));
-}
-
-void Popover::Private::startWatching()
-{
-    qApp->installEventFilter(q);
-    input.start();
-}
-
-void Popover::Private::stopWatching()
-{
-    qApp->removeEventFilter(q);
-    input.stop();
-}
-
-void Popover::Private::createBubble()
-{
-    QWidget *const content = controller->view();
-    if (!content) {
-        q->close();
-        return;
-    }
-    const auto surface =
-            detail::PopoverBubble::surfaceFor(view, content, q->contentSize(), staysInWindow);
-    const bool isUsable = bubble && bubble->view() == view && bubble->surface() == surface
-                          && content->parentWidget() == bubble;
-    if (isUsable) {
-        place();
-        return;
-    }
-    const bool hadBubble = bubble;
-    if (hadBubble)
-        removeBubble();
-    bubble = new detail::PopoverBubble(view, content, surface);
-    input.setBubble(bubble);
-    connect(bubble, &detail::PopoverBubble::escaped, q, &Popover::performClose);
-    connect(bubble, &detail::PopoverBubble::moved, q, [this] { updateArrow(); });
-    connect(bubble, &detail::PopoverBubble::contentChanged, q, [this] {
-        if (isShown)
-            place();
-    });
-    connect(bubble, &detail::PopoverBubble::pressedBeside, q,
-            [this](QPoint globalPosition) { input.clickBehind(globalPosition); });
-    connect(bubble, &QObject::destroyed, q, &Popover::close);
-    if (!hadBubble)
-        focusBefore = QApplication::focusWidget();
-    place();
-    if (!bubble)
-        return;
-    bubble->show();
-    if (!bubble->isWindow())
-        bubble->raise();
-    updateArrow();
-    enterFocus();
-    announce();
-}
-
-// Leaves the content to its controller, and the focus to who had it.
-void Popover::Private::removeBubble()
-{
-    if (!bubble)
-        return;
-    detail::PopoverBubble *const former = std::exchange(bubble, nullptr);
-    former->disconnect(q);
-    const bool wasActive = former->isWindow() && former->isActiveWindow();
-    QWidget *const focused = former->window()->focusWidget();
-    const bool hadFocus = former->isWindow() ? wasActive : focused && former->isAncestorOf(focused);
-    former->hide();
-    former->releaseContent();
-    former->deleteLater();
-    if (!hadFocus || !focusBefore || !focusBefore->isVisible())
-        return;
-    if (wasActive)
-        focusBefore->activateWindow();
-    focusBefore->setFocus(Qt::PopupFocusReason);
-}
-
-void Popover::Private::place()
-{
-    const std::optional<QRectF> area = visibleArea();
-    if (!area) {
-        q->close();
-        return;
-    }
-    const QRectF anchor = anchorFor(*area);
-    const QSizeF size = q->contentSize();
-    const auto placement = detail::placePopover(anchor, size, room(anchor), preferredEdge);
-    edge = placement.edge;
-    bubble->setBody(placement.body);
-    updateArrow();
-    if (contentSize.isEmpty() && size != std::exchange(lastSize, size))
-        Q_EMIT q->contentSizeChanged(size);
-}
-
-// From where the bubble is, which need not be where it was put.
-void Popover::Private::updateArrow()
-{
-    const std::optional<QRectF> area = view ? visibleArea() : std::nullopt;
-    if (!bubble || !area)
-        return;
-    if (bubble->surface() == detail::PopoverBubble::Surface::unplacedWindow)
-        bubble->setArrow(edge, {});
-    else
-        bubble->setArrow(edge, detail::popoverArrow(anchorFor(*area), bubble->body(), edge));
-}
-
-void Popover::Private::enterFocus()
-{
-    if (!bubble->takesFocus())
-        return;
-    if (bubble->isWindow())
-        bubble->activateWindow();
-    if (QWidget *const first = detail::PopoverBubble::firstFocusable(controller->view()))
-        first->setFocus(Qt::PopupFocusReason);
-}
-
-void Popover::Private::announce()
-{
-    if (!controller->title().isEmpty())
-        bubble->setAccessibleName(controller->title());
-    QAccessibleEvent event(bubble,
-                           bubble->takesFocus() ? QAccessible::DialogStart : QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
-}
-
-void Popover::Private::follow(QObject *watched, QEvent *event)
-{
-    if (!view || !watched->isWidgetType())
-        return;
-    auto *const widget = static_cast<QWidget *>(watched);
-    if (widget != view && !widget->isAncestorOf(view))
-        return;
-    if (event->type() == QEvent::Hide && widget == view && !view->isVisible()) {
-        q->close();
-    } else if (event->type() == QEvent::ParentChange && bubble
-               && view->window() != bubble->parentWidget()) {
-        if (view->isVisible())
-            createBubble();
-        else
-            q->close();
-    } else if (bubble && view->isVisible()) {
-        place();
-    }
-}
 
 bool Popover::eventFilter(QObject *watched, QEvent *event)
 {

@@ -31,10 +31,15 @@ enum class RectEdge {
 ///         popover->showRelativeToRect({}, button, NS::RectEdge::minY);
 ///     });
 ///
-/// It stays on its screen, on another edge if need be, and follows its view. It closes when that is
-/// hidden, scrolled out of sight or destroyed. If something in it can have the focus, that goes in,
-/// to the first, and back afterwards; Esc closes it. Otherwise the focus stays where it is, and a
-/// screen reader reads it out. Main thread only.
+/// It stays on its screen, on another edge if need be, and follows its view. It closes when the
+/// view is hidden, scrolled out of sight or destroyed. The first widget in it that accepts the
+/// focus gets it, until the popover closes; Esc closes it. Without such a widget the focus stays
+/// where it is, and a screen reader reads the content out.
+///
+/// Under Wayland, where programs cannot place windows, the window of the view contains the popover.
+/// If it has no room there, it is a popup, like a menu, and the compositor places it. Qt before 6.8
+/// does not tell where that is: a popup then has no arrow and does not follow the view. Main thread
+/// only.
 class PELLARVINE_EXPORT Popover : public QObject
 {
     Q_OBJECT
@@ -52,12 +57,13 @@ class PELLARVINE_EXPORT Popover : public QObject
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
 
 public:
-    /// What closes it besides close().
+    /// What closes it besides close() and Esc in it.
     enum class Behavior {
-        applicationDefined = 0, ///< the program closes it, or Esc in it
-        transient =
-                1, ///< so does a click or a key elsewhere, which is not lost, and another program
-        semitransient = 2, ///< so does a click elsewhere in the window of its view, or Esc there
+        applicationDefined = 0, ///< nothing
+        /// A click or a key elsewhere, which still does what it does. Another program that becomes
+        /// active, but not while the desktop picks a colour.
+        transient = 1,
+        semitransient = 2, ///< a click elsewhere in the window of its view, or Esc there
     };
     Q_ENUM(Behavior)
 
@@ -93,9 +99,10 @@ public:
     bool deletesOnClose() const;
     void setDeletesOnClose(bool deletes);
 
-    /// Whether the window of its view contains it, instead of a window of its own. Under Wayland,
-    /// where windows cannot be placed, it does anyway; only a message that has no room there gets
-    /// one, without an arrow. From the next show on; default: false.
+    /// Whether the window of its view always contains it, and makes it smaller if there is no room.
+    /// Under Wayland this also happens to an `applicationDefined` popover with the focus, and to
+    /// one that is shown while its window is not active: a popup would take all keys and clicks.
+    /// From the next show on; default: false.
     bool staysInWindow() const;
     void setStaysInWindow(bool stays);
 

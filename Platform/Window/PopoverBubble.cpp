@@ -3,12 +3,13 @@
 
 #include "Drawing/NSShadow.h"
 #include "Drawing/Shades.h"
-#include "View/AccessibleControl.h"
 #include "View/NSView.h"
-#include "Window/SeenRect.h"
+#include "Window/AccessiblePopups.h"
+#include "Window/WaylandPlugin.h"
 #include "Window/WindowManager.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -26,6 +27,21 @@ bool isFocusable(const QWidget *widget, const QWidget *content)
            && widget->isEnabledTo(content) && (widget == content || widget->isVisibleTo(content));
 }
 
+Qt::Edge qtEdge(NS::RectEdge edge)
+{
+    switch (edge) {
+    case NS::RectEdge::minX:
+        return Qt::LeftEdge;
+    case NS::RectEdge::maxX:
+        return Qt::RightEdge;
+    case NS::RectEdge::minY:
+        return Qt::BottomEdge;
+    case NS::RectEdge::maxY:
+        return Qt::TopEdge;
+    }
+    Q_UNREACHABLE();
+}
+
 void collectTexts(QAccessibleInterface *part, QStringList &texts)
 {
     if (!part || part->state().invisible)
@@ -40,12 +56,12 @@ void collectTexts(QAccessibleInterface *part, QStringList &texts)
 }
 
 // A dialog to work in, or a message that is read out as it comes up. Orca says nothing of an alert.
-class AccessibleBubble : public AccessibleControl
+class AccessibleBubble : public AccessiblePopups
 {
 public:
     explicit AccessibleBubble(PopoverBubble *bubble)
-        : AccessibleControl(bubble,
-                            bubble->takesFocus() ? QAccessible::Dialog : QAccessible::Notification)
+        : AccessiblePopups(bubble,
+                           bubble->takesFocus() ? QAccessible::Dialog : QAccessible::Notification)
     { }
 
 protected:
@@ -60,22 +76,26 @@ protected:
 
 } // namespace
 
-PopoverBubble::Surface PopoverBubble::surfaceFor(const QWidget *view, QWidget *content, QSizeF size,
-                                                 bool staysInWindow)
+PopoverBubble::Surface PopoverBubble::surfaceFor(const QWidget *view, QWidget *content,
+                                                 bool fitsInWindow, bool clicksClose)
 {
     const QWidget *const window = view->window();
-    if (staysInWindow || window->graphicsProxyWidget() || window->windowType() == Qt::Popup)
+    const bool isInMenu =
+            window->windowType() == Qt::Popup && !qobject_cast<const PopoverBubble *>(window);
+    if (window->graphicsProxyWidget() || isInMenu)
         return Surface::child;
-    // A Wayland client neither places its windows nor learns where they are. The kind of window
-    // that it can put near another one never has the keyboard.
-    if (!WindowManager::canPlaceWindows()) {
-        const double length = PopoverShape::arrowLength;
-        const QSize room = seenRect(window).size();
-        const bool hasRoom =
-                size.width() <= room.width() && size.height() + length <= room.height();
-        return hasRoom || firstFocusable(content) ? Surface::child : Surface::unplacedWindow;
-    }
-    return WindowManager::hasCompositor() ? Surface::translucentWindow : Surface::maskedWindow;
+    if (WindowManager::canPlaceWindows())
+        return WindowManager::hasCompositor() ? Surface::translucentWindow : Surface::maskedWindow;
+    if (fitsInWindow)
+        return Surface::child;
+    if (!firstFocusable(content))
+        return Surface::hint;
+    // A popup takes the keyboard from the whole desktop. So it needs a user who has just done
+    // something in the window that it belongs to, and no other popup may be open.
+    const QWidget *const open = QApplication::activePopupWidget();
+    const bool canTakeKeyboard =
+            window->isActiveWindow() && (!open || open == window) && WaylandPlugin::hasSeenInput();
+    return clicksClose && canTakeKeyboard ? Surface::popup : Surface::child;
 }
 
 QWidget *PopoverBubble::firstFocusable(QWidget *content)
@@ -99,7 +119,9 @@ PopoverBubble::PopoverBubble(QWidget *view, QWidget *content, Surface surface)
     makeAccessible<PopoverBubble, AccessibleBubble>();
     if (surface != Surface::child) {
         Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint;
-        flags |= surface == Surface::unplacedWindow ? Qt::ToolTip : Qt::Tool;
+        flags |= surface == Surface::popup  ? Qt::Popup
+                 : surface == Surface::hint ? Qt::ToolTip
+                                            : Qt::Tool;
         if (!m_takesFocus) {
             flags |= Qt::WindowDoesNotAcceptFocus;
             setAttribute(Qt::WA_ShowWithoutActivating);
@@ -153,6 +175,16 @@ void PopoverBubble::setArrow(NS::RectEdge edge, std::optional<double> arrow)
     m_edge = edge;
     m_arrow = arrow;
     updateShape();
+}
+
+void PopoverBubble::setAnchor(const QRectF &anchor, NS::RectEdge edge)
+{
+    // The arrow's tip is that far from the edge of the window.
+    constexpr double inset = PopoverShape::margin - PopoverShape::arrowLength;
+    const QRectF touched = anchor.adjusted(inset, inset, -inset, -inset);
+    if (!windowHandle())
+        create(); // not winId(), which gives the widgets of the parent windows of their own, too
+    WaylandPlugin::setPopupAnchor(windowHandle(), touched.toRect(), qtEdge(edge));
 }
 
 QPainterPath PopoverBubble::outline() const
@@ -236,6 +268,12 @@ void PopoverBubble::changeEvent(QEvent *event)
     }
 }
 
+void PopoverBubble::closeEvent(QCloseEvent *event)
+{
+    Q_EMIT dismissed();
+    event->setAccepted(!isVisible()); // it can refuse to close
+}
+
 void PopoverBubble::keyPressEvent(QKeyEvent *event)
 {
     // Keys that nothing in it wants are not for what lies behind it.
@@ -245,7 +283,8 @@ void PopoverBubble::keyPressEvent(QKeyEvent *event)
 
 void PopoverBubble::mousePressEvent(QMouseEvent *event)
 {
-    if (!outline().contains(event->position()))
+    // Qt sends a popup the clicks outside of it, too.
+    if (rect().contains(event->position().toPoint()) && !outline().contains(event->position()))
         Q_EMIT pressedBeside(event->globalPosition().toPoint());
 }
 

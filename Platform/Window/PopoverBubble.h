@@ -22,12 +22,13 @@ public:
         translucentWindow,
         maskedWindow, ///< where nothing mixes windows: without shadow and smooth edges
         child, ///< in the window of the view
-        unplacedWindow, ///< near the view; the window system alone knows where: without an arrow
+        popup, ///< a window that a Wayland compositor places, with the keyboard, like a menu
+        hint, ///< a window that a Wayland compositor places, without the keyboard
     };
 
-    /// The surface for a popover of that view, for content of that size.
-    static Surface surfaceFor(const QWidget *view, QWidget *content, QSizeF size,
-                              bool staysInWindow);
+    /// The surface for a popover of that view. Only one that a click elsewhere closes is a popup.
+    static Surface surfaceFor(const QWidget *view, QWidget *content, bool fitsInWindow,
+                              bool clicksClose);
     /// The first that can have the focus; null if nothing can.
     static QWidget *firstFocusable(QWidget *content);
 
@@ -36,6 +37,8 @@ public:
     ~PopoverBubble() override;
 
     Surface surface() const { return m_surface; }
+    /// Whether the window system decides where it is.
+    bool isPlacedForUs() const { return m_surface == Surface::popup || m_surface == Surface::hint; }
     bool takesFocus() const { return m_takesFocus; }
     QWidget *view() const { return m_view; }
 
@@ -46,11 +49,15 @@ public:
     QRectF body() const;
     void setBody(const QRectF &body);
     void setArrow(NS::RectEdge edge, std::optional<double> arrow);
+    /// Asks the window system to place the window at that edge of `anchor`, in the coordinates of
+    /// the parent.
+    void setAnchor(const QRectF &anchor, NS::RectEdge edge);
     /// In its own coordinates.
     QPainterPath outline() const;
 
 Q_SIGNALS:
     void escaped();
+    void dismissed(); ///< by the window system, or by Qt for another window
     void moved();
     void contentChanged(); ///< and may want another size
     void pressedBeside(QPoint globalPosition); ///< on what seems to lie behind it
@@ -59,6 +66,7 @@ protected:
     bool event(QEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void moveEvent(QMoveEvent *event) override;

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "Window/PopoverInput.h"
 
+#include "Controls/ColorPanel/PortalColorPicker.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QPointerEvent>
 #include <QTimer>
+#include <QWindow>
 
+#include <algorithm>
 #include <utility>
 
 namespace Pellarvine::detail {
@@ -58,6 +62,16 @@ private:
     QList<QPointer<QWidget>> m_openers;
 };
 
+// The widget that has that window, or null.
+QWidget *widgetOf(const QObject *window)
+{
+    const QWidgetList widgets = QApplication::allWidgets();
+    const auto found = std::find_if(widgets.begin(), widgets.end(), [window](QWidget *widget) {
+        return widget->windowHandle() == window;
+    });
+    return found == widgets.end() ? nullptr : *found;
+}
+
 bool isModifier(int key)
 {
     switch (key) {
@@ -83,8 +97,8 @@ PopoverInput::PopoverInput(NS::Popover *popover)
 {
     connect(qApp, &QGuiApplication::applicationStateChanged, this,
             [this](Qt::ApplicationState state) {
-                const bool isPopupsDoing = !m_keyboardMayGo.hasExpired();
-                if (state != Qt::ApplicationActive && !isPopupsDoing
+                if (state != Qt::ApplicationActive && !hasKeyJustClosedPopup()
+                    && !PortalColorPicker::isPicking()
                     && m_popover->behavior() == NS::Popover::Behavior::transient)
                     m_popover->performClose();
             });
@@ -122,7 +136,8 @@ bool PopoverInput::contains(const QWidget *widget) const
 bool PopoverInput::isElsewhere(const QWidget *widget) const
 {
     const Qt::WindowType type = widget->window()->windowType();
-    if (type == Qt::Popup || type == Qt::ToolTip)
+    const bool isBubble = qobject_cast<const PopoverBubble *>(widget->window());
+    if (!isBubble && (type == Qt::Popup || type == Qt::ToolTip))
         return false; // a menu or a list: what opened it counted
     const QWidget *const view = m_popover->positioningView();
     const QWidget *const modal = QApplication::activeModalWidget();
@@ -140,8 +155,39 @@ bool PopoverInput::closesFor(const QWidget *widget) const
            && widget->window() == view->window();
 }
 
+bool PopoverInput::hasDialog() const
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(), [this](const QWidget *window) {
+        const Qt::WindowType type = window->windowType();
+        return window->isVisible() && type != Qt::Popup && type != Qt::ToolTip && contains(window);
+    });
+}
+
+// Since Qt 6.8 a popup gets all presses before the window that they are on, which gets those that
+// the popup ignores.
+bool PopoverInput::isOutsideOfPopup(const QObject *watched, QPointerEvent *event) const
+{
+    return m_bubble && m_bubble->windowType() == Qt::Popup && watched == m_bubble->windowHandle()
+           && !m_bubble->rect().contains(event->points().constFirst().position().toPoint());
+}
+
+// That window would send the press to the popup, and to the widget that it is on once the popup is
+// gone. So the popover closes before.
+bool PopoverInput::isBesidePopup(const QObject *watched) const
+{
+    return watched->isWindowType() && m_bubble && m_bubble->windowType() == Qt::Popup
+           && QApplication::activePopupWidget() == m_bubble && watched != m_bubble->windowHandle();
+}
+
 void PopoverInput::press(QObject *watched, QPointerEvent *event)
 {
+    QPoint position = event->points().constFirst().position().toPoint();
+    if (QWidget *const window = isBesidePopup(watched) ? widgetOf(watched) : nullptr) {
+        QWidget *const child = window->childAt(position);
+        watched = child ? child : window;
+        position = static_cast<QWidget *>(watched)->mapFrom(window, position);
+    }
     if (!watched->isWidgetType()) {
         // Windows of widgets hand the event on to the widgets.
         const bool isForeign = watched->isWindowType() && !watched->inherits("QWidgetWindow");
@@ -155,10 +201,9 @@ void PopoverInput::press(QObject *watched, QPointerEvent *event)
     QWidget *const view = m_popover->positioningView();
     QWidget *const opener = m_popover->opener();
     if (opener && (opener == widget || opener->isAncestorOf(widget))) {
-        const QPointF position = event->points().constFirst().position();
         const bool isInPlace = opener != view
                                || popoverArea(m_popover->positioningRect(), view->size())
-                                          .contains(widget->mapTo(view, position.toPoint()));
+                                          .contains(widget->mapTo(view, position));
         if (isInPlace)
             ClosingClick::instance().add(opener);
     }
@@ -259,6 +304,10 @@ bool PopoverInput::eventFilter(QObject *watched, QEvent *event)
     case QEvent::MouseButtonDblClick:
     case QEvent::TouchBegin:
     case QEvent::TabletPress:
+        if (isOutsideOfPopup(watched, static_cast<QPointerEvent *>(event))) {
+            event->ignore();
+            return true;
+        }
         press(watched, static_cast<QPointerEvent *>(event));
         return false;
     case QEvent::KeyPress:

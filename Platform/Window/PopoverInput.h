@@ -27,6 +27,12 @@ public:
     void stop();
     void setBubble(PopoverBubble *bubble) { m_bubble = bubble; }
 
+    /// Whether a dialog that belongs to something in the popover is on the screen.
+    bool hasDialog() const;
+
+    /// Whether a key has just closed a list or a menu, for which the program may lose the keyboard.
+    bool hasKeyJustClosedPopup() const { return !m_keyboardMayGo.hasExpired(); }
+
     /// Whether the click or the key is still under way that has closed the popover of `opener`.
     static bool hasJustClosed(const QWidget *opener);
 
@@ -39,6 +45,8 @@ protected:
 
 private:
     bool contains(const QWidget *widget) const;
+    bool isOutsideOfPopup(const QObject *watched, QPointerEvent *event) const;
+    bool isBesidePopup(const QObject *watched) const;
     bool isElsewhere(const QWidget *widget) const;
     bool closesFor(const QWidget *widget) const;
     bool watchPopups(QObject *watched, const QEvent *event);

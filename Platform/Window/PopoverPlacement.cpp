@@ -118,6 +118,15 @@ std::optional<double> popoverArrow(const QRectF &anchor, const QRectF &body, Rec
     return std::clamp(middle - start, inset, extent - inset);
 }
 
+std::optional<RectEdge> popoverEdge(const QRectF &anchor, const QRectF &body)
+{
+    for (const RectEdge edge : { RectEdge::maxY, RectEdge::minY, RectEdge::minX, RectEdge::maxX }) {
+        if (popoverArrow(anchor, body, edge))
+            return edge;
+    }
+    return {};
+}
+
 QPainterPath popoverOutline(const QRectF &body, RectEdge edge, std::optional<double> arrow)
 {
     QPainterPath outline;

@@ -47,6 +47,10 @@ PELLARVINE_INTERNAL_EXPORT PopoverPlacement placePopover(const QRectF &anchor, Q
 PELLARVINE_INTERNAL_EXPORT std::optional<double>
 popoverArrow(const QRectF &anchor, const QRectF &body, NS::RectEdge edge);
 
+/// The edge of the anchor that a body which got to this place lies beside; none if it does not.
+PELLARVINE_INTERNAL_EXPORT std::optional<NS::RectEdge> popoverEdge(const QRectF &anchor,
+                                                                   const QRectF &body);
+
 /// The outline of a body whose anchor lies at that edge of its own, that is on the opposite side.
 PELLARVINE_INTERNAL_EXPORT QPainterPath popoverOutline(const QRectF &body, NS::RectEdge edge,
                                                        std::optional<double> arrow);

@@ -3,7 +3,9 @@
 
 #include <QGuiApplication>
 #include <QLibrary>
+#include <QLibraryInfo>
 #include <QMargins>
+#include <QVersionNumber>
 #include <QWindow>
 
 #include <cstdint>
@@ -96,6 +98,30 @@ bool showWindowMenu(QWindow *window, QPoint globalPosition)
     const QPointF place = QPointF(window->mapFromGlobal(globalPosition)) * scale();
     send(toplevel, showWindowMenuRequest, seat, serial, int32_t(place.x()), int32_t(place.y()));
     return true;
+}
+
+bool hasSeenInput()
+{
+    return resource("serial") != nullptr;
+}
+
+bool tellsPopupPlaces()
+{
+    return QLibraryInfo::version() >= QVersionNumber(6, 8);
+}
+
+void setPopupAnchor(QWindow *popup, const QRect &anchor, Qt::Edge edge)
+{
+    constexpr uint slide = 1 | 2; // along x and y, values of xdg_positioner
+    constexpr uint flipX = 4;
+    constexpr uint flipY = 8;
+    const bool isAboveOrBelow = edge == Qt::TopEdge || edge == Qt::BottomEdge;
+    const QRectF scaled(QPointF(anchor.topLeft()) * scale(), QSizeF(anchor.size()) * scale());
+    popup->setProperty("_q_waylandPopupAnchorRect", scaled.toRect());
+    popup->setProperty("_q_waylandPopupAnchor", QVariant::fromValue(Qt::Edges(edge)));
+    popup->setProperty("_q_waylandPopupGravity", QVariant::fromValue(Qt::Edges(edge)));
+    popup->setProperty("_q_waylandPopupConstraintAdjustment",
+                       slide | (isAboveOrBelow ? flipY : flipX));
 }
 
 } // namespace Pellarvine::detail::WaylandPlugin

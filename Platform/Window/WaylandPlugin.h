@@ -2,9 +2,10 @@
 // Not API.
 #pragma once
 
-#include <QtGlobal>
+#include <Qt>
 
 QT_FORWARD_DECLARE_CLASS(QPoint)
+QT_FORWARD_DECLARE_CLASS(QRect)
 QT_FORWARD_DECLARE_CLASS(QWindow)
 
 /// What Qt's Wayland plugin can do for programs that draw their own frames, and has no public
@@ -26,5 +27,17 @@ bool isTiled(QWindow *window);
 /// Asks the compositor to show its menu for the window; a compositor without one ignores that.
 /// False if it could not be asked.
 bool showWindowMenu(QWindow *window, QPoint globalPosition);
+
+/// Whether the user has clicked or typed in the program yet. Only then can a popup have the
+/// keyboard.
+bool hasSeenInput();
+
+/// Whether the plugin moves popups, in Qt's eyes too, to where the compositor has placed them.
+bool tellsPopupPlaces();
+
+/// Asks the compositor to place the popup beside that edge of `anchor`, in device-independent
+/// pixels from the parent's corner; on the opposite edge, or slid along it, where there is no room.
+/// For popups that are not visible yet; an older Qt places them by their geometry.
+void setPopupAnchor(QWindow *popup, const QRect &anchor, Qt::Edge edge);
 
 } // namespace Pellarvine::detail::WaylandPlugin

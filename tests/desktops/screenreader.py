@@ -37,6 +37,11 @@ class Item:
         return str(self._property(_INTERFACE, 'Description'))
 
     @property
+    def text(self):
+        """What is written in it."""
+        return str(self._call('org.a11y.atspi.Text', 'GetText', dbus.Int32(0), dbus.Int32(-1)))
+
+    @property
     def role(self):
         return str(self._call(_INTERFACE, 'GetRoleName'))
 
@@ -83,17 +88,15 @@ class Item:
         return tuple(map(int, self._call('org.a11y.atspi.Component', 'GetExtents', dbus.UInt32(0))))
 
     def center(self, title):
-        """Its middle on the desktop, if it lies in the window of that title."""
+        """Its middle on the desktop, if it lies in the window of that title or in a popup of it."""
         x, y, width, height = self.extents()
         if self._session.PLATFORM != 'xcb':
             item = self
-            while True:
+            while item.role != 'application':
                 name, path = item._property(_INTERFACE, 'Parent')
-                above = Item(self._session, self._bus, name, path)
-                if above.role == 'application':
-                    break
-                item = above
-            left, top, _, _ = item.extents()
+                item = Item(self._session, self._bus, name, path)
+            window_item = next(child for child in item.children() if child.name == title)
+            left, top, _, _ = window_item.extents()
             window = self._session.window(title)
             x, y = x - left + window.x, y - top + window.y
         return (x + width / 2, y + height / 2)

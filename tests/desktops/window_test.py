@@ -17,6 +17,7 @@ except ImportError as error:
 
 import gnome
 import kwin
+import popovers
 import screenreader
 import sway
 import x11
@@ -357,6 +358,8 @@ CASES += [_case(desktop, WindowWithShadow)
           for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell)]
 CASES += [_case(desktop, OtherPrograms)
           for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway)]
+CASES += [_case(desktop, popovers.LargePopovers)
+          for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway, x11.Openbox)]
 CASES += [_case(sway.TilingSway, TiledWindow), _case(x11.Openbox, NamedWidgets)]
 globals().update({case.__name__: case for case in CASES})
 

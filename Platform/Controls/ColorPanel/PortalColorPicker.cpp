@@ -24,6 +24,8 @@ constexpr uint leastVersion = 2; // of that interface, which picks colours
 
 } // namespace
 
+int PortalColorPicker::s_requests = 0;
+
 PortalColorPicker::PortalColorPicker(QDBusConnection bus, QObject *parent)
     : QObject(parent)
     , m_bus(std::move(bus))
@@ -38,6 +40,11 @@ PortalColorPicker::PortalColorPicker(QDBusConnection bus, QObject *parent)
         if (!reply.isError() && reply.value().variant().toUInt() >= leastVersion)
             Q_EMIT found();
     });
+}
+
+PortalColorPicker::~PortalColorPicker()
+{
+    s_requests -= int(!m_request.isEmpty());
 }
 
 void PortalColorPicker::pick()
@@ -71,6 +78,7 @@ void PortalColorPicker::listenTo(const QString &request)
     if (!m_request.isEmpty())
         m_bus.disconnect(portalService, m_request, requests, u"Response"_s, this,
                          SLOT(respond(QDBusMessage)));
+    s_requests += int(!request.isEmpty()) - int(!m_request.isEmpty());
     m_request = request;
     if (!m_request.isEmpty())
         m_bus.connect(portalService, m_request, requests, u"Response"_s, this,

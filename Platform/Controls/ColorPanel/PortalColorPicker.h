@@ -21,6 +21,10 @@ class PELLARVINE_INTERNAL_EXPORT PortalColorPicker : public QObject
 public:
     /// Asks the portal on that bus whether it can.
     explicit PortalColorPicker(QDBusConnection bus, QObject *parent = nullptr);
+    ~PortalColorPicker() override;
+
+    /// Whether the desktop lets the user pick a colour now, for any of them.
+    static bool isPicking() { return s_requests > 0; }
 
 public Q_SLOTS:
     /// Starts picking, in the place of what is still going on.
@@ -40,6 +44,7 @@ private:
 
     QDBusConnection m_bus;
     QString m_request; // the path of the one that is not answered yet
+    static int s_requests; // of all, that are not answered yet
 };
 
 } // namespace Pellarvine::detail

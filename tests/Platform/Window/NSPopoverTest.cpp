@@ -20,6 +20,7 @@
 #include <QWindow>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -27,6 +28,7 @@ using NS::Popover;
 using NS::RectEdge;
 using Pellarvine::detail::placePopover;
 using Pellarvine::detail::popoverArrow;
+using Pellarvine::detail::popoverEdge;
 using Pellarvine::detail::popoverOutline;
 
 namespace {
@@ -164,6 +166,7 @@ TEST(PopoverPlacement, slides_along_the_edge_and_the_arrow_stays_at_the_anchor)
     EXPECT_EQ(popoverArrow(corner, placement.body, placement.edge), 182);
     // And not from a place that it was pushed to.
     EXPECT_FALSE(popoverArrow(anchor, placement.body.translated(0, 20), placement.edge));
+    EXPECT_FALSE(popoverEdge(anchor, placement.body.translated(0, 20)));
     EXPECT_FALSE(popoverArrow(anchor, placement.body.translated(0, 200), placement.edge));
 }
 
@@ -176,6 +179,7 @@ TEST(PopoverPlacement, the_outline_touches_the_anchor_on_every_edge)
                 placePopover(anchor, { 100, 60 }, { 0, 0, 800, 600 }, RectEdge(edge));
         const auto outline = popoverOutline(placement.body, placement.edge,
                                             popoverArrow(anchor, placement.body, placement.edge));
+        EXPECT_EQ(popoverEdge(anchor, placement.body), RectEdge(edge));
         const QPointF inwards = (placement.body.center() - tips[edge]) / 30.0;
         EXPECT_TRUE(outline.contains(tips[edge] + inwards)) << edge;
         EXPECT_FALSE(outline.contains(tips[edge] - inwards)) << edge;
@@ -513,20 +517,32 @@ TEST(Popover, another_in_it_keeps_it_open_and_closes_first)
     EXPECT_FALSE(scene.popover.isShown());
 }
 
-TEST(Popover, asks_before_a_click_closes_it_but_not_before_the_program_does)
+TEST(Popover, asks_before_the_user_closes_it_but_not_before_the_program_does)
 {
     Scene scene;
     Asking asking;
     asking.setBehavior(Popover::Behavior::transient);
-    asking.setContentViewController(controllerOf(new QLabel(u"Unsaved"_s)));
-    asking.showRelativeToRect({}, &scene.button, RectEdge::minY);
-    QApplication::processEvents();
-    scene.click(&scene.other);
-    EXPECT_TRUE(asking.isShown());
-    asking.mayClose = true;
-    scene.click(&scene.other);
-    EXPECT_FALSE(asking.isShown());
-    EXPECT_EQ(asking.closings, 1);
+    QWidget *const content = new QLabel(u"Unsaved"_s);
+    asking.setContentViewController(controllerOf(content));
+    const auto click = [&] {
+        scene.click(&scene.other);
+    };
+    const auto closeWindow = [&] {
+        content->window()->close();
+    }; // by a key of the desktop
+    for (const std::function<void()> &act : { std::function<void()>(click), { closeWindow } }) {
+        asking.mayClose = false;
+        asking.closings = 0;
+        asking.showRelativeToRect({}, &scene.button, RectEdge::minY);
+        QApplication::processEvents();
+        act();
+        EXPECT_TRUE(asking.isShown());
+        EXPECT_TRUE(content->isVisible());
+        asking.mayClose = true;
+        act();
+        EXPECT_FALSE(asking.isShown());
+        EXPECT_EQ(asking.closings, 1);
+    }
     asking.mayClose = false;
     asking.showRelativeToRect({}, &scene.button, RectEdge::minY);
     asking.close();

@@ -3,6 +3,9 @@
 
 #include "PortalOnBus.h"
 
+#include <pellarvine/Platform/NSPopover.h>
+
+#include <QApplication>
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -138,6 +141,28 @@ TEST_F(PortalColorPickerTest, it_reports_what_the_desktop_has_picked)
     picker->pick();
     EXPECT_TRUE(picks.wait());
     EXPECT_EQ(picks.count(), 1);
+}
+
+// The desktop may take the keyboard for it, as if the user had left the program.
+TEST_F(PortalColorPickerTest, a_transient_popover_stays_until_the_desktop_has_picked)
+{
+    ASSERT_TRUE(isFound());
+    QWidget window;
+    window.show();
+    auto *const controller = new NS::ViewController;
+    controller->setView(new QWidget);
+    NS::Popover popover;
+    popover.setContentViewController(controller);
+    popover.setBehavior(NS::Popover::Behavior::transient);
+    popover.showRelativeToRect({}, &window, NS::RectEdge::maxY);
+    portal.forgets = true; // until the user has picked
+    picker->pick();
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_TRUE(popover.isShown());
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    picker.reset();
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_FALSE(popover.isShown());
 }
 
 #include "PortalColorPickerTest.moc"
