@@ -242,7 +242,7 @@ QList<TitlebarAccessoryViewController *> Window::titlebarAccessoryViewController
     return d->titleBar->accessories();
 }
 
-// Manners
+// Behaviour
 
 bool Window::isMovableByWindowBackground() const
 {

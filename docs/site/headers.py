@@ -15,7 +15,8 @@ and lines keep their numbers.
 
 A header whose first lines say "Not API" is not copied.
 
-OUTPUT/qt.tags gets the Qt classes that the headers and the Markdown name, with their pages on doc.qt.io.
+OUTPUT/qt.tags gets the Qt classes that the headers and the Markdown name, with their pages on
+doc.qt.io.
 """
 import re
 import shutil
