@@ -18,6 +18,8 @@ namespace Pellarvine::detail {
 
 namespace {
 
+constexpr qsizetype mostAuthors = 12; // in the window itself
+
 struct Messages
 {
     Q_DECLARE_TR_FUNCTIONS(Pellarvine::AboutWindowController)
@@ -103,7 +105,9 @@ QString releaseNotes(const NS::Metainfo &metainfo)
 
 QString aboutAuthors(const NS::Metainfo &metainfo)
 {
-    const QStringList authors = lines(metainfo, u"Pellarvine::Authors"_s);
+    QStringList authors = lines(metainfo, u"Pellarvine::Authors"_s);
+    if (authors.size() > mostAuthors)
+        authors = authors.first(mostAuthors) << Messages::tr("others");
     const QString names =
             authors.isEmpty() ? metainfo.developer : QLocale().createSeparatedList(authors);
     return names.isEmpty() ? QString() : Messages::tr("By %1").arg(names);
@@ -147,7 +151,10 @@ QList<AboutDocument> aboutDocuments(const NS::Metainfo &metainfo)
     QString text = licenseText(license);
     if (text.isEmpty())
         text = license;
+    const QStringList authors = lines(metainfo, u"Pellarvine::Authors"_s);
     QList<AboutDocument> documents {
+        { u"about:authors"_s, Messages::tr("Authors"),
+          authors.size() > mostAuthors ? authors.join(u'\n') : QString() },
         { u"about:license"_s, Messages::tr("License: %1").arg(license), text },
         { u"about:credits"_s, Messages::tr("Credits"),
           lines(metainfo, u"Pellarvine::Credits"_s).join(u'\n') },

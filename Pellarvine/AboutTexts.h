@@ -7,7 +7,7 @@
 namespace Pellarvine::detail {
 
 /// "By Ada and Grace": the key Pellarvine::Authors of `<custom>`, a name a line, else the
-/// developer.
+/// developer. Of more than twelve, "others" stands for the rest.
 QString aboutAuthors(const NS::Metainfo &metainfo);
 
 /// Links to the website, the bug tracker and the source code, as rich text.
@@ -21,7 +21,8 @@ struct AboutDocument
     QString text;
 };
 
-/// License, credits, libraries and release notes; without those that are empty.
+/// Authors (if they are too many for the window), license, credits, libraries and release notes;
+/// without those that are empty.
 QList<AboutDocument> aboutDocuments(const NS::Metainfo &metainfo);
 
 /// The texts of the licenses in an SPDX expression, of those that are found: LICENSES/ID.txt in the

@@ -18,7 +18,8 @@ namespace Pellarvine {
 /// "homepage", "bugtracker" and "vcs-browser", the release notes, and entries in `<custom>`, one
 /// per line:
 ///
-///     <value key="Pellarvine::Authors">      names; without them, the developer's is shown
+///     <value key="Pellarvine::Authors">      names, twelve in the window and all on demand;
+///                                            without them, the developer's is shown
 ///     <value key="Pellarvine::Credits">      other people and works
 ///     <value key="Pellarvine::Libraries">    "SQLite 3.46, blessing", below Qt and this library
 ///

@@ -10,7 +10,7 @@ namespace Pellarvine {
 
 /// Draws the colour of a ColorPickerButton in place of a text and an icon: a rounded swatch with a
 /// darker rim, over a checkerboard where the colour is transparent. In any other button it draws
-/// nothing, and prints a warning each time.
+/// nothing, and prints a warning each time. Main thread only.
 class PELLARVINE_EXPORT ColorPickerButtonCell : public NS::ButtonCell
 {
     Q_OBJECT

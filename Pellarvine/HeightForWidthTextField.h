@@ -14,6 +14,7 @@ namespace Pellarvine {
 /// Its `preferredMaxLayoutWidth` is its own width as of the last layout pass, whatever is set. The
 /// height that it asks for is that at this width; the width is what the text wants, so that a field
 /// that was made narrow gets wider with its window again. Everything else is as in NS::TextField.
+/// Main thread only.
 class PELLARVINE_EXPORT HeightForWidthTextField : public NS::TextField
 {
     Q_OBJECT

@@ -16,7 +16,7 @@ class Parser;
 ///
 /// In Qt Designer, type the markup as `markup`, or as `stringValue`, which `awakeFromNib()` styles
 /// as the file is loaded. Set in code, `stringValue` is shown as it is, markup and all.
-/// docs/markup.md has the grammar.
+/// docs/markup.md has the grammar. Main thread only.
 class PELLARVINE_EXPORT MarkupLabel : public HeightForWidthTextField
 {
     Q_OBJECT

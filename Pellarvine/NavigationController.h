@@ -28,7 +28,7 @@ namespace Pellarvine {
 /// offers the user a way back by backAction(), by an `UnwindSegue` at a button, or by
 /// `backInputEnabled`. There is no animation. Views below the uppermost stay in place: they show
 /// through a view without a background, and are disabled. The keyboard focus moves to the pushed
-/// view. Screen readers announce it.
+/// view. Screen readers announce it. Main thread only.
 class PELLARVINE_EXPORT NavigationController : public NS::ViewController
 {
     Q_OBJECT

@@ -27,13 +27,14 @@ namespace {
 constexpr int weakBelow = 50;
 constexpr int strongFrom = 70;
 
-// Overwrites the text in the buffer that `field` shares with it, and then empties the field.
+// Empties the field and overwrites the memory of its text, unless the text is also someone else's: a
+// literal in read-only memory, or a text of the program that was set. clear() would copy the text.
 void wipe(QLineEdit *field)
 {
-    const QString text = field->text();
-    auto *const units = const_cast<QChar *>(text.constData());
-    std::fill(units, units + text.size(), QChar(u'0'));
-    field->clear();
+    QString text = field->text();
+    field->setText(QString());
+    if (text.isDetached())
+        std::fill(text.begin(), text.end(), QChar(u'0'));
 }
 
 QLabel *makeText()
@@ -202,7 +203,8 @@ PassphraseDialog::~PassphraseDialog()
         field->disconnect(this);
         wipe(field);
     }
-    std::fill(d->accepted.begin(), d->accepted.end(), QChar(u'0'));
+    if (d->accepted.isDetached())
+        std::fill(d->accepted.begin(), d->accepted.end(), QChar(u'0'));
 }
 
 PassphraseDialog::Purpose PassphraseDialog::purpose() const
@@ -247,8 +249,7 @@ void PassphraseDialog::done(int result)
     if (result == Accepted) {
         if (!d->isComplete())
             return;
-        // A copy of its own, since the field's buffer is overwritten.
-        d->accepted = QString(d->passphrase->text().constData(), d->passphrase->text().size());
+        d->accepted = d->passphrase->text(); // shared, so that wipe() leaves it
     }
     for (QLineEdit *const field : d->fields())
         wipe(field);

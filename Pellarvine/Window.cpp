@@ -329,9 +329,9 @@ void Window::awakeFromNib()
     QWidget *const titleBar = titleBarView();
     if (!titleBar)
         return detail::printWarning("Warning: Window can't resolve title bar view!");
-    const double hm = d->trafficLightHorizontalMargin;
-    const double vm = d->trafficLightVerticalMargin;
-    const double lh = d->trafficLightHeight;
+    const double horizontalMargin = d->trafficLightHorizontalMargin;
+    const double verticalMargin = d->trafficLightVerticalMargin;
+    const double buttonHeight = d->trafficLightHeight;
 
     const auto adopt = [titleBar](QWidget *view) {
         NS::setTranslatesAutoresizingMaskIntoConstraints(view, false);
@@ -347,7 +347,8 @@ void Window::awakeFromNib()
             const auto *const bar = qobject_cast<const detail::TitleBarView *>(titleBar);
             const detail::ButtonLayout buttons = bar ? bar->buttonLayout() : detail::ButtonLayout();
             const auto inset = [&](const auto &side) {
-                return side.isEmpty() ? hm : hm + d->trafficLightSpan + hm;
+                return side.isEmpty() ? horizontalMargin
+                                      : horizontalMargin + d->trafficLightSpan + horizontalMargin;
             };
             LayoutConstraint::activateConstraints({
                     NS::leftAnchor(inner).constraintEqualToAnchor(NS::leftAnchor(titleBar),
@@ -358,20 +359,21 @@ void Window::awakeFromNib()
         } else {
             LayoutConstraint::activateConstraints({
                     NS::leadingAnchor(inner).constraintEqualToAnchor(NS::leadingAnchor(titleBar),
-                                                                     2.0 * hm),
+                                                                     2.0 * horizontalMargin),
                     // Not negated: it reaches beyond the title bar by as much as it starts inside.
                     NS::trailingAnchor(inner).constraintEqualToAnchor(NS::trailingAnchor(titleBar),
-                                                                      2.0 * hm),
+                                                                      2.0 * horizontalMargin),
             });
         }
         LayoutConstraint::activateConstraints({
-                NS::topAnchor(inner).constraintEqualToAnchor(NS::topAnchor(titleBar), vm),
+                NS::topAnchor(inner).constraintEqualToAnchor(NS::topAnchor(titleBar),
+                                                             verticalMargin),
         });
         const bool isCentered = d->centerTrafficLightButtons;
         const std::shared_ptr<LayoutConstraint> bottom = LayoutConstraint::make(
                 inner, LayoutAttribute::bottom, NS::LayoutRelation::equal, titleBar,
                 isCentered ? LayoutAttribute::bottom : LayoutAttribute::top, 1.0,
-                isCentered ? -vm : vm + lh);
+                isCentered ? -verticalMargin : verticalMargin + buttonHeight);
         bottom->setActive(true);
         if (isCentered)
             d->viewBottoms.append(bottom);
@@ -379,14 +381,16 @@ void Window::awakeFromNib()
     if (QWidget *const toolbar = d->toolbarView) {
         adopt(toolbar);
         const std::shared_ptr<LayoutConstraint> bottom =
-                NS::bottomAnchor(toolbar).constraintEqualToAnchor(NS::bottomAnchor(titleBar), -vm);
+                NS::bottomAnchor(toolbar).constraintEqualToAnchor(NS::bottomAnchor(titleBar),
+                                                                  -verticalMargin);
         d->viewBottoms.append(bottom);
         LayoutConstraint::activateConstraints({
-                NS::leadingAnchor(toolbar).constraintEqualToAnchor(NS::leadingAnchor(titleBar), hm),
+                NS::leadingAnchor(toolbar).constraintEqualToAnchor(NS::leadingAnchor(titleBar),
+                                                                   horizontalMargin),
                 NS::trailingAnchor(toolbar).constraintEqualToAnchor(NS::trailingAnchor(titleBar),
-                                                                    -hm),
+                                                                    -horizontalMargin),
                 NS::topAnchor(toolbar).constraintEqualToAnchor(NS::topAnchor(titleBar),
-                                                               2.0 * vm + lh),
+                                                               2.0 * verticalMargin + buttonHeight),
                 bottom,
         });
     }

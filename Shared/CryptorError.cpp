@@ -24,7 +24,7 @@ const char *CryptorError::what() const noexcept
     case invalidHMAC:
         return "wrong passphrase or damaged container";
     case truncatedFile:
-        return "the container ends within its header";
+        return "not an encrypted container, or cut short within its header";
     }
     return "unknown container error";
 }
@@ -37,7 +37,7 @@ QString CryptorError::localizedDescription() const
     case invalidHMAC:
         return Messages::tr("The passphrase is wrong, or the container is damaged.");
     case truncatedFile:
-        return Messages::tr("The container ends within its header.");
+        return Messages::tr("This is not an encrypted container, or it is cut short.");
     }
     return QString::fromLatin1(what());
 }

@@ -3,6 +3,7 @@
 
 #include "Shared/TransferError.h"
 
+#include <QBuffer>
 #include <QByteArrayView>
 #include <QCoreApplication>
 #include <QFileDevice>
@@ -16,6 +17,21 @@ namespace {
 // Qt has the translations of it.
 constexpr auto closedByTheOtherSide = "The remote host closed the connection";
 constexpr qint64 longestBacklog = 4 * transferLength;
+
+struct Messages
+{
+    Q_DECLARE_TR_FUNCTIONS(Pellarvine::TransferError)
+};
+
+// The device's own description. A device that nobody has opened has none.
+QString description(const QIODevice &device, QIODevice::OpenModeFlag direction)
+{
+    const bool hasNone = device.errorString() == QBuffer().errorString();
+    if (!hasNone || device.openMode().testFlag(direction))
+        return device.errorString();
+    return direction == QIODevice::ReadOnly ? Messages::tr("The device is not open for reading.")
+                                            : Messages::tr("The device is not open for writing.");
+}
 
 // Whether a device ended with an error. Qt returns -1 also at the end of a closed socket or
 // process.
@@ -48,7 +64,8 @@ Data readPiece(QIODevice &device, qsizetype length)
             && (device.waitForReadyRead(-1) || device.bytesAvailable() > 0))
             continue;
         if (hasFailed(device, isRefused))
-            throw TransferError(TransferError::readFailed, device.errorString());
+            throw TransferError(TransferError::readFailed,
+                                description(device, QIODevice::ReadOnly));
         return {};
     }
 }
@@ -56,7 +73,7 @@ Data readPiece(QIODevice &device, qsizetype length)
 void writeAll(QIODevice &device, QByteArrayView bytes)
 {
     const auto fail = [&] {
-        throw TransferError(TransferError::writeFailed, device.errorString());
+        throw TransferError(TransferError::writeFailed, description(device, QIODevice::WriteOnly));
     };
     while (!bytes.isEmpty()) {
         const qint64 count = device.write(bytes.data(), bytes.size());

@@ -36,6 +36,7 @@ OpeningDevice::OpeningDevice(QIODevice *source, QStringView passphrase, Mode mod
 {
     d->mode = mode;
     d->reader.emplace(*source, passphrase, mode == Mode::verifyFirst);
+    setErrorString(tr("The device is not open."));
 }
 
 OpeningDevice::~OpeningDevice() = default;
@@ -49,8 +50,10 @@ void OpeningDevice::setTransfer(const Transfer &transfer)
 bool OpeningDevice::open(OpenMode mode)
 {
     const OpenMode direction = mode & ReadWrite;
-    if (isOpen() || d->isOver || direction != ReadOnly)
+    if (isOpen() || d->isOver || direction != ReadOnly) {
+        setErrorString(tr("The device opens once, and for reading alone."));
         return false;
+    }
     if (d->mode == Mode::verifyFirst && !succeeds([this] { d->reader->verify(); }))
         return false;
     return QIODevice::open(ReadOnly);

@@ -19,15 +19,19 @@ struct SealingDevice::Private
 SealingDevice::SealingDevice(QIODevice *target, QStringView passphrase, QObject *parent)
     : QIODevice(parent)
     , d(std::make_unique<Private>(Private { target, Encryptor(passphrase) }))
-{ }
+{
+    setErrorString(tr("The device is not open."));
+}
 
 SealingDevice::~SealingDevice() = default;
 
 bool SealingDevice::open(OpenMode mode)
 {
     const OpenMode direction = mode & ReadWrite;
-    if (isOpen() || !d->encryptor || direction != WriteOnly)
+    if (isOpen() || !d->encryptor || direction != WriteOnly) {
+        setErrorString(tr("The device opens once, and for writing alone."));
         return false;
+    }
     QIODevice::open(WriteOnly | Unbuffered);
     // The header is written also for an empty container.
     return put(d->encryptor->feed({}));

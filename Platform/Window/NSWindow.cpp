@@ -235,7 +235,7 @@ QList<TitlebarAccessoryViewController *> Window::titlebarAccessoryViewController
     return d->titleBar->accessories();
 }
 
-// Manners
+// Behaviour
 
 bool Window::isMovableByWindowBackground() const
 {

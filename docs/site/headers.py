@@ -14,9 +14,13 @@ copying and moving, and overrides. All else stays as it is, undocumented too,
 and lines keep their numbers.
 
 A header whose first lines say "Not API" is not copied.
+
+OUTPUT/qt.tags gets the Qt classes that the headers and the Markdown name, with their pages on
+doc.qt.io.
 """
 import re
 import shutil
+import subprocess
 import sys
 from pathlib import Path
 
@@ -25,6 +29,9 @@ PROPERTY = re.compile(r"Q_PROPERTY\(\s*(.+?)\s*\b(\w+)\s+(?:READ|MEMBER)\b")
 PARENT = re.compile(r"^explicit \w+\(Q(Widget|Object) \*parent = nullptr\)")
 SPECIAL = re.compile(r"^(?:virtual )?~\w+\(|^(?:constexpr )?(\w+)\((?:const )?\1 &&?\w*\)"
                      r"|^(\w+) &operator=\((?:const )?\2 &&?\w*\)")
+
+# Names of Qt headers that are no classes.
+WITHOUT_PAGE = {"QHashFunctions", "QStringLiteral", "QVariantHash", "QVariantList", "QVariantMap"}
 
 
 class Declaration:
@@ -157,6 +164,20 @@ def complete(members, lines):
                     break
 
 
+def write_qt_tags(sources, output):
+    """A tag file, for doxygen to link to Qt's own reference. Debian packages none for Qt 6."""
+    qt = Path(subprocess.run(["qtpaths6", "--query", "QT_INSTALL_HEADERS"], check=True,
+                             stdout=subprocess.PIPE, text=True).stdout.strip())
+    names = set()
+    for path in [*(output / "include").rglob("*.h"), *(sources / "docs").rglob("*.md")]:
+        names.update(re.findall(r"\bQ[A-Z]\w+", path.read_text(encoding="utf-8")))
+    classes = [name for name in sorted(names - WITHOUT_PAGE) if list(qt.glob(f"Qt*/{name}"))]
+    compounds = "".join(f'<compound kind="class"><name>{name}</name>'
+                        f'<filename>{name.lower()}.html</filename></compound>\n'
+                        for name in classes)
+    (output / "qt.tags").write_text(f"<tagfile>\n{compounds}</tagfile>\n", encoding="utf-8")
+
+
 def copy(sources, output):
     """Copies the public headers; returns what they are included as, "Platform/NSView.h"."""
     copied = []
@@ -177,3 +198,4 @@ def copy(sources, output):
 
 if __name__ == "__main__":
     copy(Path(sys.argv[1]), Path(sys.argv[2]))
+    write_qt_tags(Path(sys.argv[1]), Path(sys.argv[2]))

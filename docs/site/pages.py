@@ -25,7 +25,7 @@ def read_map(path):
 
 
 def title_of(name):
-    return name.replace("-", " ").capitalize()
+    return "Title bar" if name == "titlebar" else name.replace("-", " ").capitalize()
 
 
 def page_id(name):

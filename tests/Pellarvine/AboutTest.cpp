@@ -225,6 +225,32 @@ TEST_F(About, a_long_name_wraps)
     EXPECT_GE(name->height(), name->heightForWidth(name->width()));
 }
 
+TEST_F(About, many_authors_do_not_fit_the_window_and_have_one_that_scrolls)
+{
+    const ResourceFile plist(u":/Info.plist"_s,
+                             "<plist><dict><key>CFBundleIdentifier</key>"
+                             "<string>org.example.letters</string></dict></plist>");
+    const ResourceFile file(u":/org.example.letters.metainfo.xml"_s,
+                            "<component><custom><value key='Pellarvine::Authors'>"
+                                    + QByteArray("Ada Lovelace\n").repeated(2999)
+                                    + "Zoe</value></custom></component>");
+    AboutWindowController controller;
+    controller.showWindow();
+    QWidget *const window = controller.window();
+    EXPECT_LE(window->height(), window->screen()->availableGeometry().height());
+    EXPECT_THAT(
+            text(window, u"authorsLabel"_s).toStdString(),
+            testing::AllOf(testing::StartsWith("By Ada Lovelace, "), testing::EndsWith("others")));
+
+    ASSERT_THAT(controller.applicationDocuments().toStdString(),
+                testing::HasSubstr("<a href=\"about:authors\">Authors</a>"));
+    controller.openLink(u"about:authors"_s);
+    const auto *const all = window->findChild<QPlainTextEdit *>();
+    ASSERT_TRUE(all);
+    EXPECT_TRUE(all->toPlainText().endsWith(u"Ada Lovelace\nZoe"_s));
+    EXPECT_LE(all->window()->height(), window->screen()->availableGeometry().height());
+}
+
 TEST_F(About, Tab_reaches_the_texts_and_Ctrl_W_closes)
 {
     const ResourceFile file(u":/Info.plist"_s, "<plist><dict><key>CFBundleName</key>"

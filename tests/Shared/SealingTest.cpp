@@ -309,6 +309,53 @@ TEST(SealingDevice, a_full_disk_is_told_and_stays_told)
     EXPECT_EQ(later.errorString(), u"No space left on device"_s);
 }
 
+TEST(Sealing, a_device_that_is_not_open_is_told_in_words)
+{
+    QBuffer closed;
+    const QString unknown = closed.errorString(); // Qt's, of a device without an error
+    const QString notReadable = u"The device is not open for reading."_s;
+    const QString notWritable = u"The device is not open for writing."_s;
+
+    SealingDevice sealed(&closed, passphrase);
+    EXPECT_NE(sealed.errorString(), unknown);
+    EXPECT_FALSE(sealed.finish());
+    EXPECT_NE(sealed.errorString(), unknown);
+    EXPECT_FALSE(sealed.open(QIODevice::ReadWrite));
+    EXPECT_EQ(sealed.errorString(), u"The device opens once, and for writing alone."_s);
+    EXPECT_FALSE(sealed.open(QIODevice::WriteOnly)); // the target is not open
+    EXPECT_EQ(sealed.errorString(), notWritable);
+
+    OpeningDevice text(&closed, passphrase);
+    EXPECT_NE(text.errorString(), unknown);
+    EXPECT_FALSE(text.open(QIODevice::ReadWrite));
+    EXPECT_EQ(text.errorString(), u"The device opens once, and for reading alone."_s);
+    EXPECT_FALSE(text.open(QIODevice::ReadOnly));
+    EXPECT_EQ(text.errorString(), notReadable);
+
+    QFile missing(u"/nowhere/missing"_s);
+    EXPECT_FALSE(missing.open(QIODevice::ReadOnly)); // it knows why
+    QBuffer open;
+    ASSERT_TRUE(open.open(QIODevice::ReadWrite));
+    const struct
+    {
+        QIODevice *in;
+        QIODevice *out;
+        QString error;
+    } rows[] = {
+        { &closed, &open, notReadable },
+        { &open, &closed, notWritable },
+        { &missing, &open, u"No such file or directory"_s },
+    };
+    for (const auto &row : rows) {
+        try {
+            seal(*row.in, *row.out, passphrase);
+            ADD_FAILURE() << qPrintable(row.error);
+        } catch (const TransferError &error) {
+            EXPECT_EQ(error.localizedDescription(), row.error);
+        }
+    }
+}
+
 TEST(OpeningDevice, a_wrong_passphrase_shows_before_any_text_or_with_the_last_read)
 {
     QByteArray bytes = Encryptor::encrypt(textOfLength(3 << 20), passphrase);

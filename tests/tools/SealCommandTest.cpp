@@ -90,13 +90,15 @@ TEST_F(SealCommand, each_fault_of_a_container_has_its_status_and_leaves_nothing)
         int status;
         QByteArray cause;
     };
+    const QByteArray tooShort = "not a sealed file, or cut short within its header";
     const Case cases[] = {
         { "#!/bin/sh\necho this is no container, whoever calls it one", 3, "not a sealed file" },
         { damaged, 4, "wrong passphrase or damaged" },
         { sealed.chopped(1), 4, "wrong passphrase or damaged" },
         { sealed.first(36), 4, "wrong passphrase or damaged" },
-        { sealed.first(35), 5, "truncated, it ends within its header" },
-        { "", 5, "truncated, it ends within its header" },
+        { sealed.first(35), 5, tooShort },
+        { "hello\n", 5, tooShort },
+        { "", 5, tooShort },
     };
     write(u"old"_s, "precious");
     for (const Case &each : cases) {

@@ -102,7 +102,8 @@ CommandError described(const CryptorError &error, const QByteArray &name)
     case CryptorError::truncatedFile:
         break;
     }
-    return { ExitStatus::truncatedFile, name + ": truncated, it ends within its header" };
+    return { ExitStatus::truncatedFile,
+             name + ": not a sealed file, or cut short within its header" };
 }
 
 void runTransfer(Direction direction, const QByteArrayList &arguments)
