@@ -193,10 +193,13 @@ QRectF ImageView::imageRect() const
     QSizeF size = d->image.size();
     if (d->image.isEmpty() || size.isEmpty() || room.isEmpty())
         return {};
-    const QSizeF fitting = size.scaled(room.size(), Qt::KeepAspectRatio);
+    const double ratio = devicePixelRatio();
+    // A long thin image keeps a pixel, to be seen.
+    const QSizeF fitting =
+            size.scaled(room.size(), Qt::KeepAspectRatio).expandedTo(QSizeF(1, 1) / ratio);
     switch (d->scaling) {
     case scaleProportionallyDown:
-        size = fitting.width() < size.width() ? fitting : size;
+        size = fitting.width() < size.width() || fitting.height() < size.height() ? fitting : size;
         break;
     case scaleAxesIndependently:
         return room;
@@ -215,7 +218,6 @@ QRectF ImageView::imageRect() const
                          offset(room.height() - size.height(), alignment & Qt::AlignTop,
                                 alignment & Qt::AlignBottom));
     // On whole pixels, so that an image in its own size stays sharp.
-    const double ratio = devicePixelRatio();
     const QPointF snapped(std::round(origin.x() * ratio) / ratio,
                           std::round(origin.y() * ratio) / ratio);
     return { room.topLeft() + snapped, size };
@@ -434,8 +436,10 @@ void ImageView::mouseMoveEvent(QMouseEvent *event)
     const QImage &bitmap = d->image.bitmap();
     auto *const drag = new QDrag(this);
     drag->setMimeData(detail::mimeDataForPicture(bitmap, d->file).release());
-    const QSize size = bitmap.size().scaled(QSize(emptySide, emptySide) * devicePixelRatio(),
-                                            Qt::KeepAspectRatio);
+    const QSize size =
+            bitmap.size()
+                    .scaled(QSize(emptySide, emptySide) * devicePixelRatio(), Qt::KeepAspectRatio)
+                    .expandedTo({ 1, 1 });
     QPixmap picture = QPixmap::fromImage(
             bitmap.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     picture.setDevicePixelRatio(devicePixelRatio());

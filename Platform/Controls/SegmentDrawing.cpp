@@ -149,6 +149,7 @@ void drawSegments(QPainter &painter, const QWidget &control, const QList<Segment
         }
     }
     painter.restore();
+    painter.setRenderHint(QPainter::Antialiasing, false);
     for (int i = 0; i + 1 < segments.size(); ++i) {
         const bool isBeside = segments[i].isSelected || segments[i + 1].isSelected;
         const bool isBetween = segments[i].isSelected && segments[i + 1].isSelected;
@@ -160,6 +161,7 @@ void drawSegments(QPainter &painter, const QWidget &control, const QList<Segment
         painter.fillRect(alignedToPixels(divider, body, painter.deviceTransform()),
                          isBetween ? ink : lines);
     }
+    painter.setRenderHint(QPainter::Antialiasing);
 
     for (const SegmentLook &segment : segments)
         drawContent(painter, control, segment);

@@ -11,6 +11,12 @@ namespace Pellarvine::detail {
 namespace {
 
 constexpr double thickestLine = 8; // pixels
+constexpr double inexactness = 1.0 / 256;
+
+double wholePixels(double length)
+{
+    return std::floor(length + inexactness);
+}
 
 struct Span
 {
@@ -22,8 +28,8 @@ Span aligned(const Span &span, const Span &space)
 {
     const double middle = (space.start + space.end) / 2;
     const auto at = [&](double place) {
-        return place <= middle ? std::round(space.start) + std::round(place - space.start)
-                               : std::round(space.end) - std::round(space.end - place);
+        return place <= middle ? std::round(space.start) + wholePixels(place - space.start)
+                               : std::round(space.end) - wholePixels(space.end - place);
     };
     const double thickness = span.end - span.start;
     if (thickness <= 0 || thickness > thickestLine)
@@ -38,7 +44,7 @@ Span aligned(const Span &span, const Span &space)
 
 double wholeThickness(double pixels)
 {
-    return std::max(1.0, std::round(pixels));
+    return std::max(1.0, wholePixels(pixels));
 }
 
 QRectF alignedToPixels(const QRectF &rect, const QRectF &space, const QTransform &toDevice)

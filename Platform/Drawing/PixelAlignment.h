@@ -10,13 +10,16 @@ QT_FORWARD_DECLARE_CLASS(QTransform)
 
 namespace Pellarvine::detail {
 
-/// The thickness of a line in whole pixels, at least one.
+/// The thickness of a line in whole pixels, at least one. It is rounded down, as browsers round the
+/// widths of borders: what lies beside the line is rounded by itself, and would cover the last pixel
+/// of a line that was rounded up.
 PELLARVINE_PRIVATE_EXPORT double wholeThickness(double pixels);
 
-/// Aligns a rectangle to whole pixels, in the same coordinates. The edges of `space` are rounded,
-/// and each edge of `rect` is placed relative to the nearer one, so that opposite sides look the
-/// same. The thickness of a line is wholeThickness(), so it is the same everywhere. `toDevice` maps
-/// both rectangles to pixels. If it rotates or shears, `rect` is returned unchanged.
+/// Aligns a rectangle to whole pixels, in the same coordinates. The edges of `space` are rounded.
+/// The distance of each edge of `rect` from the nearer one is rounded down, so that opposite sides
+/// look the same and lines meet at corners. The thickness of a line is wholeThickness(), so it is
+/// the same everywhere. `toDevice` maps both rectangles to pixels. If it rotates or shears, `rect`
+/// is returned unchanged.
 PELLARVINE_PRIVATE_EXPORT QRectF alignedToPixels(const QRectF &rect, const QRectF &space,
                                                  const QTransform &toDevice);
 

@@ -78,7 +78,7 @@ TEST(BorderView, lines_are_equally_thick_on_every_side_and_place_of_every_screen
             const QImage image = picture(window, scale);
             const QPoint middle =
                     (QPointF(view.geometry().center()) * scale).toPoint(); // white, inside
-            const int thickness = qRound(scale);
+            const int thickness = int(scale);
             int width = 0;
             int height = 0;
             QString across;
@@ -110,6 +110,34 @@ TEST(BorderView, lines_are_equally_thick_on_every_side_and_place_of_every_screen
             EXPECT_EQ(down.trimmed().toStdString(), expected(height).toStdString())
                     << scale << " at " << place;
             EXPECT_EQ(inked, 2 * thickness * (width + height - 2 * thickness));
+        }
+    }
+}
+
+TEST(BorderView, a_child_beside_a_line_covers_none_of_it)
+{
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        for (int place = 0; place < 12; ++place) {
+            QWidget window;
+            window.resize(80, 80);
+            View view;
+            view.setParent(&window);
+            view.setGeometry(place, place, 40 + place, 40 + place % 5);
+            view.setBorders(true, true, true, true);
+            QWidget child(&view);
+            child.setGeometry(view.rect().adjusted(1, 1, -1, -1));
+            const auto ink = [&window, scale] {
+                qsizetype inked = 0;
+                const QImage image = picture(window, scale);
+                for (int y = 0; y < image.height(); ++y) {
+                    for (int x = 0; x < image.width(); ++x)
+                        inked += image.pixelColor(x, y) == line;
+                }
+                return inked;
+            };
+            const qsizetype whole = ink();
+            child.setAutoFillBackground(true);
+            EXPECT_EQ(ink(), whole) << scale << " at " << place;
         }
     }
 }

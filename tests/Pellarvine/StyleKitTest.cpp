@@ -72,7 +72,7 @@ TEST(StyleKit, the_line_of_a_tool_bar_is_equally_thick_wherever_the_bar_lies)
                 line += image.pixelColor(9, y) == gray;
                 paper += image.pixelColor(9, y) == QColor(Qt::white);
             }
-            EXPECT_EQ(line, qRound(scale)) << scale << " at " << height;
+            EXPECT_EQ(line, int(scale)) << scale << " at " << height;
             EXPECT_NEAR(line + paper, height * scale, 1) << "no gap between them";
         }
     }

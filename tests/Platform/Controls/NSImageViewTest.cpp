@@ -12,6 +12,7 @@
 #include <QClipboard>
 #include <QColorSpace>
 #include <QColorTransform>
+#include <QDrag>
 #include <QFile>
 #include <QImageReader>
 #include <QMenu>
@@ -61,6 +62,40 @@ protected:
         QString path = folder.filePath(name);
         EXPECT_TRUE(filled({ 4, 4 }, color).save(path, "PNG"));
         return path;
+    }
+    struct Drag
+    {
+        int count = 0;
+        QByteArray contents; // of the file
+        QSize picture;
+    };
+    // What a drag by that distance with that button gives a program that it is dropped on.
+    Drag draggedOut(int distance = 40, Qt::MouseButton button = Qt::LeftButton)
+    {
+        Drag seen;
+        const auto look = [&] {
+            if (const auto *const drag = view.findChild<QDrag *>()) {
+                ++seen.count;
+                QFile file(drag->mimeData()->urls().value(0).toLocalFile());
+                if (!file.fileName().isEmpty() && file.open(QIODevice::ReadOnly))
+                    seen.contents = file.readAll();
+                EXPECT_TRUE(drag->mimeData()->hasImage());
+                EXPECT_EQ(drag->supportedActions(), Qt::CopyAction);
+                seen.picture = drag->pixmap().size();
+            }
+            QDrag::cancel();
+        };
+        view.show();
+        QTimer::singleShot(0, &view, look); // in the drag's own event loop
+        const QPoint from(20, 20);
+        QTest::mousePress(&view, button, {}, from);
+        QMouseEvent move(QEvent::MouseMove, from + QPoint(distance, 0),
+                         view.mapToGlobal(from + QPoint(distance, 0)), Qt::NoButton, button, {});
+        QApplication::sendEvent(&view, &move);
+        QCoreApplication::processEvents();
+        QTest::mouseRelease(&view, button, {}, from);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return seen;
     }
     QColor shown() const { return view.image().bitmap().pixelColor(0, 0); }
 
@@ -206,6 +241,7 @@ TEST_F(ImageViewTest, copies_give_the_very_file_that_the_image_came_from)
     ASSERT_TRUE(drop(view, *filesToDrop({ path })));
     EXPECT_EQ(view.imageData(), bytes);
     EXPECT_EQ(copied(), std::pair(u"portrait.jpg"_s, bytes));
+    EXPECT_EQ(draggedOut().contents, bytes);
     view.setImage(NS::Image(filled({ 4, 4 }, Qt::blue))); // which came without a file
     EXPECT_EQ(view.imageData(), QByteArray());
     EXPECT_EQ(copied(), std::pair(QString(), QByteArray()));
@@ -214,6 +250,46 @@ TEST_F(ImageViewTest, copies_give_the_very_file_that_the_image_came_from)
     EXPECT_TRUE(view.setImageData(bytes)); // as a program does that has stored it
     EXPECT_NEAR(shown().red(), 255, 2);
     EXPECT_EQ(copied(), std::pair(u"image.jpg"_s, bytes));
+}
+
+TEST_F(ImageViewTest, an_image_is_dragged_out_of_an_editable_view)
+{
+    EXPECT_EQ(draggedOut().count, 0) << "there is nothing to drag";
+    view.setImage(NS::Image(filled({ 40, 20 }, Qt::red)));
+    const Drag drag = draggedOut();
+    EXPECT_EQ(drag.count, 1);
+    EXPECT_EQ(drag.picture, QSize(64, 32));
+    EXPECT_EQ(drag.contents, QByteArray()) << "it came without a file";
+    EXPECT_EQ(draggedOut(1).count, 0) << "a click moves a little";
+    EXPECT_EQ(draggedOut(40, Qt::RightButton).count, 0);
+    view.setImage(NS::Image(filled({ 5000, 1 }, Qt::red)));
+    EXPECT_EQ(draggedOut().picture, QSize(64, 1));
+    view.setEditable(false);
+    EXPECT_EQ(draggedOut().count, 0);
+    EXPECT_EQ(shown(), QColor(Qt::red)) << "the image is copied";
+}
+
+TEST_F(ImageViewTest, a_long_thin_image_is_seen)
+{
+    using View = NS::ImageView;
+    for (const QSize size : { QSize(5000, 1), QSize(1, 5000) }) {
+        for (const auto scaling : { View::scaleProportionallyDown, View::scaleAxesIndependently,
+                                    View::scaleProportionallyUpOrDown }) {
+            view.setImage(NS::Image(filled(size, Qt::red)));
+            view.setImageScaling(scaling);
+            const QImage seen = view.grab().toImage();
+            int inked = 0;
+            for (int y = 0; y < seen.height(); ++y) {
+                for (int x = 0; x < seen.width(); ++x)
+                    inked += seen.pixelColor(x, y) == QColor(Qt::red);
+            }
+            const int length = size.width() > 1 ? seen.width() : seen.height();
+            if (scaling == View::scaleAxesIndependently)
+                EXPECT_EQ(inked, seen.width() * seen.height());
+            else
+                EXPECT_EQ(inked, length);
+        }
+    }
 }
 
 TEST_F(ImageViewTest, colours_of_another_profile_look_as_they_should)

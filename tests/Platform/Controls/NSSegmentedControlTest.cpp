@@ -438,7 +438,7 @@ TEST(SegmentedControl, its_lines_are_equally_thick_on_every_screen)
                                             : u'?';
             }
             row = row.trimmed().replace(QRegularExpression(u"\\.+"_s), u"."_s);
-            const QString stroke(qRound(scale), u'#');
+            const QString stroke(int(scale), u'#');
             EXPECT_EQ(row.toStdString(), QStringList(4, stroke).join(u'.').toStdString())
                     << scale << " at " << place;
         }

@@ -73,7 +73,7 @@ TEST(Layer, a_line_is_equally_thick_wherever_it_lies)
             int thickness = 0;
             for (int i = 0; i < image.height(); ++i)
                 thickness += image.pixelColor(3, i) == QColor(Qt::red);
-            EXPECT_EQ(thickness, qRound(scale)) << scale << " at " << y;
+            EXPECT_EQ(thickness, int(scale)) << scale << " at " << y;
         }
     }
 }
