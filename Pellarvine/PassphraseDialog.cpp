@@ -27,8 +27,9 @@ namespace {
 constexpr int weakBelow = 50;
 constexpr int strongFrom = 70;
 
-// Empties the field and overwrites the memory of its text, unless the text is also someone else's: a
-// literal in read-only memory, or a text of the program that was set. clear() would copy the text.
+// Empties the field and overwrites the memory of its text, unless the text is also someone else's:
+// a literal in read-only memory, or a text of the program that was set. clear() would copy the
+// text.
 void wipe(QLineEdit *field)
 {
     QString text = field->text();

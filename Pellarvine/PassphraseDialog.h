@@ -18,9 +18,9 @@ namespace Pellarvine {
 ///
 /// If an existing passphrase was wrong, call setError() and exec() again. Return accepts once the
 /// passphrase is complete, Esc rejects. The dialog stores the passphrase nowhere. When it closes,
-/// it overwrites the memory of its fields and empties them, except for texts that the program shares
-/// with them. Copies in Qt's undo history and in the input method are out of its reach. Main thread
-/// only.
+/// it overwrites the memory of its fields and empties them, except for texts that the program
+/// shares with them. Copies in Qt's undo history and in the input method are out of its reach. Main
+/// thread only.
 class PELLARVINE_EXPORT PassphraseDialog : public QDialog
 {
     Q_OBJECT

@@ -157,6 +157,14 @@
         <source>Release Notes</source>
         <translation>ملاحظات الإصدار</translation>
     </message>
+    <message>
+        <source>others</source>
+        <translation>آخرون</translation>
+    </message>
+    <message>
+        <source>Authors</source>
+        <translation>المؤلفون</translation>
+    </message>
 </context>
 <context>
     <name>Pellarvine::Application</name>
@@ -213,8 +221,8 @@
         <translation>عبارة المرور خاطئة أو أن الحاوية تالفة.</translation>
     </message>
     <message>
-        <source>The container ends within its header.</source>
-        <translation>تنتهي الحاوية داخل ترويستها.</translation>
+        <source>This is not an encrypted container, or it is cut short.</source>
+        <translation>هذه ليست حاوية مشفّرة، أو إنها مبتورة.</translation>
     </message>
 </context>
 <context>
@@ -222,6 +230,17 @@
     <message>
         <source>Back</source>
         <translation>رجوع</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::OpeningDevice</name>
+    <message>
+        <source>The device is not open.</source>
+        <translation>الجهاز غير مفتوح.</translation>
+    </message>
+    <message>
+        <source>The device opens once, and for reading alone.</source>
+        <translation>يُفتح الجهاز مرة واحدة، وللقراءة فقط.</translation>
     </message>
 </context>
 <context>
@@ -303,6 +322,17 @@
     </message>
 </context>
 <context>
+    <name>Pellarvine::SealingDevice</name>
+    <message>
+        <source>The device is not open.</source>
+        <translation>الجهاز غير مفتوح.</translation>
+    </message>
+    <message>
+        <source>The device opens once, and for writing alone.</source>
+        <translation>يُفتح الجهاز مرة واحدة، وللكتابة فقط.</translation>
+    </message>
+</context>
+<context>
     <name>Pellarvine::TicketDialog</name>
     <message>
         <source>&amp;Include facts about the program and this computer</source>
@@ -374,6 +404,14 @@
     <message>
         <source>The transfer was cancelled.</source>
         <translation>أُلغي النقل.</translation>
+    </message>
+    <message>
+        <source>The device is not open for reading.</source>
+        <translation>الجهاز غير مفتوح للقراءة.</translation>
+    </message>
+    <message>
+        <source>The device is not open for writing.</source>
+        <translation>الجهاز غير مفتوح للكتابة.</translation>
     </message>
 </context>
 <context>

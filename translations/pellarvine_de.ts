@@ -157,6 +157,14 @@
         <source>Release Notes</source>
         <translation>Versionshinweise</translation>
     </message>
+    <message>
+        <source>others</source>
+        <translation>weitere</translation>
+    </message>
+    <message>
+        <source>Authors</source>
+        <translation>Autoren</translation>
+    </message>
 </context>
 <context>
     <name>Pellarvine::Application</name>
@@ -213,8 +221,8 @@
         <translation>Die Passphrase ist falsch, oder der Container ist beschädigt.</translation>
     </message>
     <message>
-        <source>The container ends within its header.</source>
-        <translation>Der Container endet innerhalb seines Kopfes.</translation>
+        <source>This is not an encrypted container, or it is cut short.</source>
+        <translation>Dies ist kein verschlüsselter Container, oder er ist abgeschnitten.</translation>
     </message>
 </context>
 <context>
@@ -222,6 +230,17 @@
     <message>
         <source>Back</source>
         <translation>Zurück</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::OpeningDevice</name>
+    <message>
+        <source>The device is not open.</source>
+        <translation>Das Gerät ist nicht geöffnet.</translation>
+    </message>
+    <message>
+        <source>The device opens once, and for reading alone.</source>
+        <translation>Das Gerät lässt sich einmal öffnen, und nur zum Lesen.</translation>
     </message>
 </context>
 <context>
@@ -303,6 +322,17 @@
     </message>
 </context>
 <context>
+    <name>Pellarvine::SealingDevice</name>
+    <message>
+        <source>The device is not open.</source>
+        <translation>Das Gerät ist nicht geöffnet.</translation>
+    </message>
+    <message>
+        <source>The device opens once, and for writing alone.</source>
+        <translation>Das Gerät lässt sich einmal öffnen, und nur zum Schreiben.</translation>
+    </message>
+</context>
+<context>
     <name>Pellarvine::TicketDialog</name>
     <message>
         <source>&amp;Include facts about the program and this computer</source>
@@ -374,6 +404,14 @@
     <message>
         <source>The transfer was cancelled.</source>
         <translation>Die Übertragung wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>The device is not open for reading.</source>
+        <translation>Das Gerät ist nicht zum Lesen geöffnet.</translation>
+    </message>
+    <message>
+        <source>The device is not open for writing.</source>
+        <translation>Das Gerät ist nicht zum Schreiben geöffnet.</translation>
     </message>
 </context>
 <context>

@@ -157,6 +157,14 @@
         <source>Release Notes</source>
         <translation>Notes de version</translation>
     </message>
+    <message>
+        <source>others</source>
+        <translation>d’autres</translation>
+    </message>
+    <message>
+        <source>Authors</source>
+        <translation>Auteurs</translation>
+    </message>
 </context>
 <context>
     <name>Pellarvine::Application</name>
@@ -213,8 +221,8 @@
         <translation>La phrase secrète est fausse, ou le conteneur est endommagé.</translation>
     </message>
     <message>
-        <source>The container ends within its header.</source>
-        <translation>Le conteneur se termine au milieu de son en-tête.</translation>
+        <source>This is not an encrypted container, or it is cut short.</source>
+        <translation>Ce n’est pas un conteneur chiffré, ou il est tronqué.</translation>
     </message>
 </context>
 <context>
@@ -222,6 +230,17 @@
     <message>
         <source>Back</source>
         <translation>Retour</translation>
+    </message>
+</context>
+<context>
+    <name>Pellarvine::OpeningDevice</name>
+    <message>
+        <source>The device is not open.</source>
+        <translation>Le périphérique n’est pas ouvert.</translation>
+    </message>
+    <message>
+        <source>The device opens once, and for reading alone.</source>
+        <translation>Le périphérique ne s’ouvre qu’une fois, et en lecture seule.</translation>
     </message>
 </context>
 <context>
@@ -303,6 +322,17 @@
     </message>
 </context>
 <context>
+    <name>Pellarvine::SealingDevice</name>
+    <message>
+        <source>The device is not open.</source>
+        <translation>Le périphérique n’est pas ouvert.</translation>
+    </message>
+    <message>
+        <source>The device opens once, and for writing alone.</source>
+        <translation>Le périphérique ne s’ouvre qu’une fois, et en écriture seule.</translation>
+    </message>
+</context>
+<context>
     <name>Pellarvine::TicketDialog</name>
     <message>
         <source>&amp;Include facts about the program and this computer</source>
@@ -374,6 +404,14 @@
     <message>
         <source>The transfer was cancelled.</source>
         <translation>Le transfert a été annulé.</translation>
+    </message>
+    <message>
+        <source>The device is not open for reading.</source>
+        <translation>Le périphérique n’est pas ouvert en lecture.</translation>
+    </message>
+    <message>
+        <source>The device is not open for writing.</source>
+        <translation>Le périphérique n’est pas ouvert en écriture.</translation>
     </message>
 </context>
 <context>
