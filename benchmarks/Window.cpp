@@ -26,6 +26,11 @@ void emptyWindow(benchmark::State &state)
     start(state, QStringLiteral(PELLARVINE_EMPTY_WINDOW), {});
 }
 
+void ownWindow(benchmark::State &state)
+{
+    start(state, QStringLiteral(PELLARVINE_OWN_WINDOW), {});
+}
+
 void gallery(benchmark::State &state)
 {
     start(state, QStringLiteral(PELLARVINE_GALLERY), { u"--exit-when-shown"_s });
@@ -43,6 +48,11 @@ constexpr int starts = 5;
 
 BENCHMARK(emptyWindow)
         ->Name("window/empty")
+        ->Iterations(starts)
+        ->UseRealTime()
+        ->Unit(benchmark::kMillisecond);
+BENCHMARK(ownWindow)
+        ->Name("window/own")
         ->Iterations(starts)
         ->UseRealTime()
         ->Unit(benchmark::kMillisecond);
@@ -64,6 +74,11 @@ int main(int argc, char **argv)
     return runBenchmarks(argc, argv,
                          { { .name = "window-start",
                              .subject = "window/gallery",
+                             .baseline = "window/empty",
+                             .kind = Goal::timeAtMost,
+                             .limit = 1.15 },
+                           { .name = "window-own-start",
+                             .subject = "window/own",
                              .baseline = "window/empty",
                              .kind = Goal::timeAtMost,
                              .limit = 1.15 } });
