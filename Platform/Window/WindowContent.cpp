@@ -2,6 +2,7 @@
 #include "Window/WindowContent.h"
 
 #include <QAbstractEventDispatcher>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QScopedValueRollback>
 
