@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double side = 22.0; // the drawings' own unit square
+constexpr double side = 22.0; // of the square that the drawings use as coordinates
 
 struct Inks
 {
@@ -167,7 +167,7 @@ public:
         return picture;
     }
 
-    // Any will do; the widget box shows no icon that has none.
+    // The widget box shows no icon without a size.
     QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override
     {
         return { QSize(int(side), int(side)) };

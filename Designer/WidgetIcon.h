@@ -3,7 +3,7 @@
 
 #include <QIcon>
 
-/// What the picture of a class in the widget box shows.
+/// The picture of a class in the widget box.
 enum class Glyph {
     border,
     solid,
@@ -22,5 +22,5 @@ enum class Glyph {
     window,
 };
 
-/// Drawn, at any size and scale, in the colours of the palette.
+/// The icon, drawn in the colours of the palette, at any size and scale. Main thread only.
 QIcon widgetIcon(Glyph glyph);

@@ -35,7 +35,7 @@ QWidget *make(QWidget *parent)
     return new View(parent);
 }
 
-// The class, its header and what makes one agree, whatever the entry says besides.
+// Sets the class, its header and the function that makes a widget, so that these three agree.
 template <typename View>
 WidgetEntry entry(const QString &folder, const QString &file, Glyph glyph, const QSize &size)
 {

@@ -10,19 +10,19 @@
 
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
-/// What Qt Designer is told of one class of view.
+/// The description of a class for Qt Designer.
 struct WidgetEntry
 {
     QString className; ///< with its namespace
-    QString header; ///< as a program includes it
+    QString header; ///< the path in a program's #include
     QString group; ///< the heading in the widget box
     Glyph glyph;
-    QString toolTip; ///< what it is, in a few words
-    QString whatsThis; ///< what it does, in a sentence or two
-    bool isContainer = false; ///< takes children
-    bool isInWidgetBox = true; ///< false for windows, which are forms and not parts of one
-    QSize size; ///< of one just dropped
-    QVariantMap properties; ///< that a new one is given: numbers, Booleans, texts, text lists
+    QString toolTip; ///< a description in a few words
+    QString whatsThis; ///< a description in one or two sentences
+    bool isContainer = false; ///< whether it can contain children
+    bool isInWidgetBox = true; ///< false for windows, which are whole forms
+    QSize size; ///< the size when it is dropped on a form
+    QVariantMap properties; ///< initial values: numbers, Booleans, texts, lists of texts
     QWidget *(*make)(QWidget *parent);
 };
 

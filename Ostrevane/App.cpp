@@ -27,7 +27,7 @@ namespace {
 // The name of the folder for a program without an identifier.
 const QString fallbackIdentifier = u"org.example.test"_s;
 
-// The text in the bundle's dictionary; nothing if there is none, or a value of another type.
+// The text in the bundle's dictionary. Nothing if the key is missing or has another type.
 std::optional<QString> text(const QString &key)
 {
     const QVariant value = NS::Bundle::main().objectForInfoDictionaryKey(key);
@@ -36,7 +36,7 @@ std::optional<QString> text(const QString &key)
     return value.toString();
 }
 
-// Creates the folder and those above it; 0, or the number of the error.
+// Creates the folder and those above it. Returns 0 or the error number.
 int createFolders(const QString &path)
 {
     if (QFileInfo(path).isDir())
@@ -98,7 +98,7 @@ QString App::deviceModel()
 {
     utsname identification {};
     ::uname(&identification);
-    // The field is shorter here than where programs expect 256 bytes.
+    // The field has fewer bytes on Linux than the 256 of a MachineField.
     detail::MachineField machine {};
     static_assert(sizeof(identification.machine) <= sizeof(machine));
     std::copy(std::begin(identification.machine), std::end(identification.machine),

@@ -17,22 +17,23 @@ namespace Pellarvine {
 ///         openDatabase(folder->toLocalFile() + u"notes.db"_s);
 ///
 /// Name, version and copyright come from `NS::Bundle::main()`: from the Info.plist of the program,
-/// or from what it has told Qt. Values are computed in every call. Any thread, once there is a
-/// QCoreApplication.
+/// or from what it has told Qt. Each call computes its value again. The functions may be called
+/// from any thread, after the QCoreApplication is made.
 class PELLARVINE_EXPORT App
 {
 public:
-    /// Has static functions only.
+    /// All functions are static.
     App() = delete;
 
-    /// "CFBundleDisplayName" if that is text, even an empty one; else "CFBundleName"; else empty.
+    /// "CFBundleDisplayName" if it is text, which may be empty. Otherwise "CFBundleName", or an
+    /// empty text.
     static QString name();
 
-    /// "CFBundleShortVersionString" if that is text and not empty; else "CFBundleVersion", the
-    /// build number; else "0".
+    /// "CFBundleShortVersionString" if it is text and not empty. Otherwise "CFBundleVersion", the
+    /// build number, or "0".
     static QString version();
 
-    /// "NSHumanReadableCopyright" if that is text, else empty.
+    /// "NSHumanReadableCopyright" if it is text, otherwise an empty text.
     static QString copyright();
 
     /// Always "macOS": the platform of the API, not that of the machine.
@@ -42,15 +43,14 @@ public:
     /// them.
     static QString operatingSystem();
 
-    /// The machine hardware name of uname(): "x86_64". A byte above 127 in it stops the process.
+    /// The machine hardware name of uname(): "x86_64". A byte above 127 in it aborts the process.
     static QString deviceModel();
 
-    /// The application's folder for its data, as a URL that ends in a slash. The folder and those
-    /// above it are created if they are missing, for the user alone (mode 0700). It is named after
-    /// the bundle identifier, or "org.example.test" without one, in $XDG_DATA_HOME, or in
-    /// ~/.local/share if that variable is unset or relative. Nothing if the folder cannot be
-    /// created or the identifier contains a path separator; one line on standard output gives the
-    /// reason.
+    /// The folder for the application's data, as a URL that ends in a slash. It is in
+    /// $XDG_DATA_HOME, or in ~/.local/share if that variable is unset or relative, and has the name
+    /// of the bundle identifier, or "org.example.test" without one. Missing folders are created for
+    /// the user only (mode 0700). Returns nothing, and prints the reason on standard output, if the
+    /// folder cannot be created or the identifier contains a path separator.
     static std::optional<QUrl> applicationSupportSubdirectory();
 };
 

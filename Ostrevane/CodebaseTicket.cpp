@@ -27,7 +27,7 @@ struct Tracker
     QString project;
 };
 
-std::mutex trackerMutex; // guards what the program has set
+std::mutex trackerMutex; // guards the values of setTracker()
 
 // Never destroyed, so that a ticket can be posted while the process exits.
 Tracker &chosenTracker()
@@ -49,7 +49,7 @@ const Tracker &saidTracker()
     return *tracker;
 }
 
-// The value that the program has set, else that of its Info.plist, else that of the build.
+// The value of setTracker(), otherwise that of the Info.plist, otherwise that of the build.
 QString setting(QString Tracker::*field, const char *built)
 {
     {

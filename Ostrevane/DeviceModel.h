@@ -11,11 +11,11 @@
 
 namespace Pellarvine::detail {
 
-/// The field, zeros where nothing stands.
+/// The field `machine` of uname(), filled with zeros.
 using MachineField = std::array<std::int8_t, 256>;
 
-/// Every byte but the zeros, also behind them, as the character of that code. A negative byte stops
-/// the process.
+/// Each byte that is not zero, even after a zero, as the character of that code. A negative byte
+/// aborts the process.
 PELLARVINE_INTERNAL_EXPORT QString deviceModel(const MachineField &machine);
 
 } // namespace Pellarvine::detail

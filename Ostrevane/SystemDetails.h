@@ -6,8 +6,8 @@
 
 namespace Pellarvine::detail {
 
-/// Qt, the operating system, and the kernel with the machine, a line each. In English, for the
-/// people who read reports.
+/// Qt, the operating system, and the kernel with the machine, one line each. In English, for the
+/// readers of reports. Any thread.
 QStringList systemDetails();
 
 } // namespace Pellarvine::detail

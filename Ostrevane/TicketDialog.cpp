@@ -147,10 +147,10 @@ TicketDialog::TicketDialog(Sender sender, QWidget *parent)
     d->facts->setChecked(true);
     d->preview->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     d->remark->setText(tr("The program’s name and version are sent in any case."));
-    d->progress->setRange(0, 0); // how far it is is not known
+    d->progress->setRange(0, 0); // shows activity; the progress is not known
     d->progress->setAccessibleName(tr("Sending"));
     d->outcome->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    d->outcome->setFocusPolicy(Qt::StrongFocus); // such flags alone make no stop for Tab
+    d->outcome->setFocusPolicy(Qt::StrongFocus); // the flags alone do not make it a Tab stop
 
     const auto showContent = [this] {
         d->showContent(sentDescription());

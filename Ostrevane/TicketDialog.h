@@ -18,7 +18,7 @@ namespace Pellarvine {
 ///     helpMenu->addAction(Pellarvine::TicketDialog::makeAction(window));
 ///
 /// A report that could not be sent stays in the dialog and can be sent again. It includes facts
-/// about the program and the machine unless the user leaves them out; the request itself always
+/// about the program and the machine unless the user clears the check box; the HTTP request always
 /// names the program and its version. Esc closes the dialog while a transfer continues; the dialog
 /// shows the result when it is opened again.
 ///

@@ -87,7 +87,7 @@ QByteArray userAgent()
 {
     if (!QCoreApplication::instance())
         return "Pellarvine"; // nothing is sent
-    // Asked once: a ticket may be posted while the process exits.
+    // Computed once, because a ticket may be posted while the process exits.
     static const auto *const agent = [] {
         const QByteArray name = token(App::name());
         return new QByteArray((name.isEmpty() ? "Pellarvine" : name) + '/' + token(App::version()));

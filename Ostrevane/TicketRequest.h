@@ -9,8 +9,8 @@
 
 namespace Pellarvine::detail {
 
-/// The HTTP request that files a ticket with the tracker at `baseUrl`, which ends in a slash. Stops
-/// the process if `isValid` says no.
+/// The HTTP request that files a ticket with the tracker at `baseUrl`, which ends in a slash.
+/// Aborts the process if `isValid` is false.
 class PELLARVINE_INTERNAL_EXPORT TicketRequest
 {
 public:
@@ -20,7 +20,7 @@ public:
     static bool isValid(const CodebaseTicket &ticket, const QString &baseUrl);
 
     const QNetworkRequest &head() const { return m_head; }
-    QByteArray body() const; ///< made afresh in every call
+    QByteArray body() const; ///< computed in each call
 
     void send(CodebaseTicket::Callback callback,
               URLSession::Rejection rejection = URLSession::Rejection::success) const;

@@ -9,32 +9,32 @@ QT_FORWARD_DECLARE_CLASS(QAction)
 
 namespace Pellarvine {
 
-/// An application whose about command shows the shared `AboutWindowController`'s window:
+/// A QApplication with an about command, which shows the shared `AboutWindowController`'s window:
 ///
 ///     Pellarvine::Application application(argc, argv);
 ///     helpMenu->addAction(application.aboutAction());
 ///
-/// It is a QApplication in everything else.
+/// Make one object, in main(), as for QApplication. Main thread only.
 class PELLARVINE_EXPORT Application : public NS::Application
 {
     Q_OBJECT
     Q_PROPERTY(QAction *aboutAction READ aboutAction CONSTANT)
 
 public:
-    /// Both arguments outlive the object, as for QApplication.
+    /// Both arguments must outlive the object, as for QApplication. Aborts the process without a
+    /// display, as QApplication does.
     Application(int &argc, char **argv);
     ~Application() override;
 
-    /// An action "About " and the name of the application, for menus. The application owns it, and
-    /// returns the same one in each call.
+    /// An action for menus, whose text is "About " and the name of the application. Each call
+    /// returns the same one, which the application owns.
     QAction *aboutAction();
 
-    /// Shows the shared about window, as `AboutWindowController::show()` does, and not Qt's panel.
-    /// `sender` is ignored.
+    /// Shows the shared about window, as `AboutWindowController::show()` does. `sender` is ignored.
     Q_INVOKABLE void orderFrontStandardAboutPanel(const QVariant &sender = {}) override;
 
 protected:
-    /// Keeps the action in the program's language.
+    /// Translates the action again when the language changes.
     bool event(QEvent *event) override;
 
 private:

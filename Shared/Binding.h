@@ -16,41 +16,46 @@ namespace Pellarvine {
 ///             [](const QVariant &title) {
 ///                 return title.isValid() ? title : QVariant(tr("Untitled")); });
 ///
-/// While it is made, the first side is copied to the second: the first wins. From then on every
-/// change of the first is written to the second and, in a two-way binding, every change of the
-/// second to the first, on the thread that makes the change and before its setter returns. A side
-/// that equals the new value already (NS::isEqual) is not written, which ends the exchange; nor is
-/// one whose type has no `==`. Null is carried as no value, an invalid QVariant.
+/// The constructor copies the first side to the second. From then on each change of the first side
+/// is written to the second and, in a two-way binding, each change of the second side to the first.
+/// A side that is equal to the new value (NS::isEqual), or whose type has no `==`, is not written.
+/// Null is carried as an invalid QVariant.
 ///
-/// Two things are not carried back: what a type that cannot hold null reports after null has been
-/// written to it ("" of a QString), and the text "5" of a side that holds 5 as its text. Every
-/// other report is, also of a control that limits what it is given, such as a slider: `NS::bind` is
-/// for controls, it never changes a model that is only shown.
+/// A side that changes the value that it gets, such as a slider with a limit, changes the other
+/// side too. Use `NS::bind` for controls: it never changes a model that is only shown. Two changes
+/// are not carried back: "" of a QString that got null, and the text "5" of a text property that
+/// got 5.
 ///
-/// Two transformers that do not undo each other make the sides write to each other again and again.
-/// After `deepestExchange` passes within passes the binding stops, prints one warning that names
-/// both key paths, and leaves the sides as they are; the next change from outside starts anew.
+/// If the sides never agree, for example because the transformers are not inverse to each other,
+/// the binding stops after `deepestExchange` nested passes and prints a warning. The sides keep
+/// their values, and the next change starts again.
 ///
-/// An object given by a shared pointer is kept alive; one given plainly may die first, and the
-/// binding then does nothing. The binding may be destroyed within its own transformers and writes.
-/// What goes wrong in a later pass, a value that does not fit say, is printed as a warning. Writing
-/// ends a binding that the target's QProperty has by itself; a debug build warns. Both objects must
-/// live in one thread: a debug build stops the process if they do not.
+/// A failure in the constructor is thrown. Later failures, such as a value that does not fit, are
+/// printed as a warning, or passed to the function of setErrorHandler(). In debug builds of the
+/// library, a warning also says that a write has ended the target's own QProperty binding.
+///
+/// An object that is given by a shared pointer is kept alive. Another one may be destroyed first;
+/// the binding then does nothing. The binding may be destroyed within its transformers and writes.
+///
+/// Both objects must live in one thread, where the binding is made, destroyed and used. A debug
+/// build of the library aborts the process if they live in two; a release build does not check. A
+/// value is carried on the thread that makes the change, before its setter returns.
 class PELLARVINE_EXPORT Binding final : public detail::BindingBase
 {
 public:
-    /// Takes a value or no value, and returns either.
+    /// Converts a value. The argument and the result may be invalid, which is null.
     using Transformer = std::function<QVariant(const QVariant &)>;
 
-    /// `forwardTransformer` is applied to values going from the first object to the second,
-    /// `reverseTransformer` to those going back. Throws `NS::KeyValueException` for a key path that
-    /// an object lacks or that is observed and does not report changes, and for a first value that
-    /// the second side cannot take; and what a transformer throws.
+    /// Binds `with`, a key path of `object`, to `toWith`, a key path of `to`. `forwardTransformer`
+    /// converts values on the way from the first object to the second, `reverseTransformer` on the
+    /// way back. Throws `NS::KeyValueException` if an object lacks its key path, if a path that is
+    /// observed does not report its changes, and if the second side cannot take the first value.
+    /// Passes on what a transformer throws.
     [[nodiscard]] Binding(NS::ObjectReference object, const QString &with, NS::ObjectReference to,
                           const QString &toWith, bool twoWayBinding = true,
                           Transformer forwardTransformer = {}, Transformer reverseTransformer = {});
 
-    /// Does not compile, and says what to use instead.
+    /// For functions of other types. The compiler's message names the class to use.
     template <typename Function, typename... Others>
     requires(!std::is_convertible_v<Function, Transformer>)
             Binding(NS::ObjectReference object, const QString &with, NS::ObjectReference to,
@@ -63,15 +68,16 @@ public:
                 "for functions of other types, use TransformableBinding<A, B>");
     }
 
-    /// Replaces an object, which is no longer kept alive, and nothing else: nothing is copied, and
-    /// the binding goes on listening to the object it was made with. A change is carried if it
-    /// comes from what is now `first` or `second`, and written to what is now the other.
+    /// Replaces an object. No value is copied. The binding still observes the objects that it was
+    /// made with, and only these: it carries a change if the object that changed is still first()
+    /// or second(), to the present object of the other side. The old object is no longer kept
+    /// alive.
     using BindingBase::setFirst;
     using BindingBase::setSecond;
 
-    /// From the first object to the second; empty if there is none.
+    /// Converts from the first object to the second. May be empty.
     const Transformer &forwardTransformer() const;
-    /// From the second object to the first; empty if there is none.
+    /// Converts from the second object to the first. May be empty.
     const Transformer &reverseTransformer() const;
 };
 

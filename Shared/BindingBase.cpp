@@ -28,7 +28,7 @@ using detail::WatchedPath;
 
 namespace {
 
-// What a value can be asked to be equal to: anything but a type without an ==.
+// Whether values can be compared with `value`: its type has an ==, or it is an object.
 bool canBeCompared(const QVariant &value)
 {
     return value.metaType().isEqualityComparable() || object(value);
@@ -43,7 +43,7 @@ Direction opposite(Direction direction)
 
 struct BindingPrivate
 {
-    // What may keep a pass from being made.
+    // Reasons to look closer before a pass starts.
     enum Obstacle : quint8 {
         none = 0,
         stopped = 1,
@@ -55,34 +55,33 @@ struct BindingPrivate
     struct Replacements
     {
         std::optional<NS::ObjectReference> objects[2];
-        std::unique_ptr<WatchedPath> paths[2]; // to the objects, made when first needed
+        std::unique_ptr<WatchedPath> paths[2]; // from the objects; made when they are first needed
     };
 
-    // What few bindings need. Programs may have thousands.
+    // Data that few bindings need: programs may have thousands of bindings.
     struct Extras
     {
         std::function<void(const BindingError &)> errorHandler;
-        QVariant refused; // what could not be written last
-        bool hasError = false; // and the error handler knows
+        QVariant refused; // the value that is being carried, for the error handler
+        bool hasError = false; // the error handler was called with a message
         QPointer<BindingGroup> group;
-        std::function<void(Direction)> carry; // for the group
-        // What is being written to each side, while that holds it as another type or cannot hold
-        // it.
+        std::function<void(Direction)> carry; // called by the group
+        // The value that is being written to each side, if it has another type than the side.
         const QVariant *given[2] = {};
     };
 
     std::unique_ptr<Transformers> transformers;
-    Registration *firstPath = nullptr; // the second's is the one before; the base class owns both
-    std::unique_ptr<Replacements> replacements; // of objects that were set later
+    Registration *firstPath = nullptr; // its next() is the second side's; the base class owns both
+    std::unique_ptr<Replacements> replacements; // after setFirst() and setSecond()
     int isEqualMethod = -1; // of the second object, if both key paths are the same
-    qint8 depth = 0; // of passes within passes
+    qint8 depth = 0; // the number of nested passes
     bool isTwoWay = false;
     bool transformsForward = false;
     bool transformsReverse = false;
     bool hasOneKeyPath = false;
     quint8 obstacles = none;
-    bool isDirect = true; // neither gone nor with replaced objects
-    bool isGone = false; // the binding is destroyed, but a pass still runs
+    bool isDirect = true; // false after the destructor and after an object was replaced
+    bool isGone = false; // the binding was destroyed while a pass runs
     bool hasWarned = false;
     std::unique_ptr<Extras> extras;
 
@@ -102,11 +101,11 @@ struct BindingPrivate
         return *extras;
     }
 
-    bool tellsOfErrors() const { return extras && extras->errorHandler; }
+    bool hasErrorHandler() const { return extras && extras->errorHandler; }
 
     const QString &keyPath(int side) const { return path(side)->keyPath(); }
 
-    // The path to write to; null if its object is gone.
+    // The path to write to. Null if its object was destroyed.
     WatchedPath *target(Direction direction)
     {
         const int side = direction == Direction::forward ? 1 : 0;
@@ -135,8 +134,9 @@ struct BindingPrivate
         return std::nullopt;
     }
 
-    // The same for a change of one of the registered paths, where that takes more than a glance.
-    Q_NEVER_INLINE std::optional<Direction> directionInDoubt(const Registration *path) const
+    // The same for a change of a registered path, if objects were replaced or the key paths are
+    // equal.
+    Q_NEVER_INLINE std::optional<Direction> directionOf(const Registration *path) const
     {
         if (replacements)
             return direction(path->root(), path->keyPath());
@@ -145,14 +145,14 @@ struct BindingPrivate
         return isFirst ? Direction::forward : Direction::reverse;
     }
 
-    // Whether another pass may start.
+    // Whether a pass may start now.
     bool mayPass(Direction direction)
     {
         return Q_LIKELY(depth < BindingBase::deepestExchange && obstacles == none)
-               || mayPassInDoubt(direction);
+               || mayPassObstacles(direction);
     }
 
-    Q_NEVER_INLINE bool mayPassInDoubt(Direction direction)
+    Q_NEVER_INLINE bool mayPassObstacles(Direction direction)
     {
         if (depth == BindingBase::deepestExchange)
             stop();
@@ -167,9 +167,9 @@ struct BindingPrivate
                                        [carry = extras->carry, direction] { carry(direction); });
     }
 
-    // Whether the source tells of nothing but what this binding is writing to it: the emptiness of
-    // a type that cannot hold null, or the value as its own type. Carried back, that would put ""
-    // or "5" where null or 5 is.
+    // Whether the source reports only the value that this binding is writing to it, converted to
+    // the source's type: null as "", or 5 as "5". If it were carried back, it would replace null
+    // and 5.
     bool reportsWhatItWasGiven(Direction direction)
     {
         const int side = direction == Direction::forward ? 0 : 1;
@@ -184,7 +184,7 @@ struct BindingPrivate
                && NS::isEqual(converted, held);
     }
 
-    // The functions that are kept out of line are what a change does not need as a rule.
+    // Functions that most changes do not need are not inlined.
     Q_NEVER_INLINE void stop()
     {
         if (obstacles & stopped)
@@ -205,7 +205,7 @@ struct BindingPrivate
         return { std::current_exception(), isGone ? "a binding that has ended since" : name() };
     }
 
-    // Tells the program of an exception, or of none. False if it does not want to know.
+    // Calls the error handler; an empty message ends the error. False if there is no handler.
     Q_NEVER_INLINE bool report(Direction direction, const QString &message)
     {
         if (isGone || !extras || !extras->errorHandler)
@@ -232,7 +232,7 @@ struct BindingPrivate
         replacements->paths[side].reset();
     }
 
-    // A pass that boxes nothing. False if it is not possible.
+    // A pass without QVariants. False if it is not possible.
     bool passPlain(const WatchedPath &source, Direction direction)
     {
         const WatchedPath *const to = target(direction);
@@ -316,7 +316,7 @@ struct BindingPrivate
 
 namespace {
 
-// Counts a pass, and keeps what it works on until the outermost has returned.
+// Counts a pass, and keeps the private data until the outermost pass has returned.
 class Pass
 {
 public:
@@ -340,7 +340,7 @@ private:
     BindingPrivate *d;
 };
 
-// Most who meet this exception wanted one direction only.
+// Adds a hint to the exception: the caller probably wants one direction only.
 void observeEditedSide(Registration *path)
 {
     try {
@@ -499,7 +499,7 @@ void BindingBase::pathChanged(Registration &path)
 {
     Direction direction = &path == d->firstPath ? Direction::forward : Direction::reverse;
     if (Q_UNLIKELY(d->replacements || d->hasOneKeyPath)) {
-        const auto found = d->directionInDoubt(&path);
+        const auto found = d->directionOf(&path);
         if (!found)
             return;
         direction = *found;
@@ -512,14 +512,14 @@ void BindingBase::pathChanged(Registration &path)
 #ifndef QT_NO_DEBUG
         const PropertyBindingWatch watch(passing->target(direction));
 #endif
-        const bool isPlain = !passing->tellsOfErrors() && passing->passPlain(path, direction);
+        const bool isPlain = !passing->hasErrorHandler() && passing->passPlain(path, direction);
         if (!isPlain)
             passing->passBoxed(direction, path);
         if (Q_UNLIKELY(passing->extras && passing->extras->hasError))
             passing->report(direction, {});
     } catch (const NS::KeyValueException &error) {
         if (!passing->report(direction, QString::fromUtf8(error.what())))
-            throw; // names its class and key path already
+            throw; // its text names the class and the key path
     } catch (const std::exception &error) {
         if (!passing->report(direction, QString::fromUtf8(error.what())))
             throw passing->failure();

@@ -13,8 +13,8 @@
 #include <functional>
 #include <memory>
 
-// Not API: what Binding and TransformableBinding share. Their users read the public part of
-// BindingBase.
+// The common base of Binding and TransformableBinding. BindingBase, whose public name is
+// AnyBinding, and BindingError are API.
 
 namespace Pellarvine::detail {
 
@@ -26,34 +26,34 @@ enum class Direction {
     reverse,
 };
 
-/// `value` as a value of `type`, invalid if it is none: a checked downcast, of objects and of
-/// numbers too (3.0 is an int, 3.7 is not).
+/// `value` as a value of `type`. Invalid if `value` is an object of another class, a number that
+/// `type` cannot hold exactly (3.0 fits into int, 3.7 does not), or of another type.
 PELLARVINE_EXPORT QVariant downcast(const QVariant &value, QMetaType type);
 
-/// One value on its way from the side that has changed to the other.
+/// The transfer of one value from the side that has changed to the other side.
 struct PELLARVINE_EXPORT Passage
 {
     BindingPrivate *binding;
     Direction direction;
     PlainProperty source;
     PlainProperty target;
-    const bool *isDirect; ///< while true, `root` is whole, and the target is its property
-    const NS::ObjectReference *root; ///< null if the target is found another way
+    const bool *isDirect; ///< while true, `root` is valid, and the target is its property
+    const NS::ObjectReference *root; ///< null if the target's key path has several keys
 
-    /// hasItsTarget() at a fraction of its cost.
+    /// As hasItsTarget(), but faster for a key path of one key.
     bool stillHasItsTarget() const
     {
         return root && *isDirect ? root->get() == target.object : hasItsTarget();
     }
 
-    /// Whether `target` is still what it was. To be asked after a function of the program has run.
+    /// Whether `target` is still the property to write. Check it after the program's code has run.
     bool hasItsTarget() const;
 
-    /// Writes a boxed value if the target differs; nothing if the binding is gone.
+    /// Writes a value in a QVariant, unless the target is equal or the binding was destroyed.
     void write(const QVariant &value) const;
 };
 
-/// The functions that a binding applies on the way.
+/// The transformers of a binding.
 class PELLARVINE_EXPORT Transformers
 {
 public:
@@ -65,8 +65,8 @@ public:
     virtual bool transforms(Direction direction) const = 0;
     virtual QVariant transformed(Direction direction, const QVariant &value) const = 0;
 
-    /// Does the whole passage without boxing the values, if their types are known. Asked for
-    /// directions that transform.
+    /// Transfers the value without a QVariant and returns true, if the types are known. Called for
+    /// directions that have a transformer only.
     virtual bool pass(const Passage &passage) const;
 };
 
@@ -75,58 +75,59 @@ public:
 /// A value that a binding could not carry.
 struct BindingError
 {
-    QObject *object; ///< that was to be written; null if it is gone
-    QString keyPath; ///< of that object
-    QVariant value; ///< what it could not take; a value that a transformer refused, as it came
-    QString message; ///< of the exception, in UTF-8; empty once a value was carried again
+    QObject *object; ///< the object that was not written; null if it was destroyed
+    QString keyPath; ///< the key path of that object
+    QVariant value; ///< the refused value; if a transformer refused it, its argument
+    QString message; ///< the text of the exception; empty if the error is over
 };
 
-/// What `Binding` and `TransformableBinding` have in common; not made by itself.
+/// The base class of `Binding` and `TransformableBinding`, which describe it.
 class PELLARVINE_EXPORT BindingBase : private NS::KeyValueObserver
 {
 public:
-    /// How many passes of one binding may run within each other: a pass writes a side, whose change
-    /// brings the next pass. The pass behind the last is not made. Instead a warning names both key
-    /// paths, and the binding does nothing more until the outermost pass has returned.
+    /// The limit of nested passes of one binding. A pass writes to a side, whose change starts the
+    /// next pass within it. At the limit a warning names both key paths, and the binding does
+    /// nothing more until the outermost pass has returned.
     static constexpr int deepestExchange = 16;
 
-    BindingBase() = delete; ///< there is nothing to bind
+    BindingBase() = delete; ///< not possible: a binding needs two objects
     ~BindingBase() override;
 
-    /// Null once an object that is only watched has been destroyed.
-    QObject *first() const;
-    QObject *second() const; ///< likewise
-    const QString &firstKeyPath() const; ///< as it was given
-    const QString &secondKeyPath() const; ///< as it was given
-    bool twoWayBinding() const; ///< changes of the second side are carried too
+    QObject *first() const; ///< null after it was destroyed
+    QObject *second() const; ///< null after it was destroyed
+    const QString &firstKeyPath() const; ///< as passed to the constructor
+    const QString &secondKeyPath() const; ///< as passed to the constructor
+    bool twoWayBinding() const; ///< whether changes of the second side are carried
 
-    /// Calls a function, instead of printing a warning, for a value that the side to be written
-    /// cannot take, and for whatever is derived from std::exception and thrown by a transformer:
-    /// that is how a transformer refuses a value. The function is called again, with an empty
-    /// message, when a value has been carried after an error. It may destroy the binding.
+    /// Sets a function that is called, instead of a warning being printed, if a side cannot take a
+    /// value or a transformer throws an exception derived from std::exception. A transformer
+    /// refuses a value by throwing. The function is called again, with an empty message, when the
+    /// next value is carried. It may destroy the binding. It is called on the thread that makes the
+    /// change.
     ///
     ///     binding.setErrorHandler([label](const Pellarvine::BindingError &error) {
     ///         label->setText(error.message);
     ///     });
     void setErrorHandler(std::function<void(const BindingError &)> handler);
 
-    /// Leaves it to a group when changes are carried; null, the default, carries each at once. The
-    /// group is not owned. If both sides change in between, the later change is carried.
+    /// Lets changes wait for the next flush of a group. If both sides change before it, the later
+    /// change is carried. The group is not owned. Default: null, each change is carried at once.
     void setGroup(BindingGroup *group);
 
-    /// Called by the key-value layer. Carries the change's new value to the other side; ignores
-    /// objects and key paths that are neither side's. No change at all stops the process.
+    /// Called by the key-value layer. Carries the change's new value to the other side. Does
+    /// nothing for an object and a key path that belong to neither side. A null `change` aborts the
+    /// process.
     void observeValue(const QString &keyPath, QObject *object,
                       const NS::KeyValueChange *change) override;
 
 protected:
-    /// Registers, and makes the first pass.
+    /// Registers the observers and carries the first value.
     BindingBase(NS::ObjectReference object, const QString &with, NS::ObjectReference to,
                 const QString &toWith, bool twoWayBinding,
                 std::unique_ptr<Transformers> transformers);
 
-    void setFirst(NS::ObjectReference object); ///< for `Binding`, which says how
-    void setSecond(NS::ObjectReference object); ///< likewise
+    void setFirst(NS::ObjectReference object); ///< public and described in `Binding`
+    void setSecond(NS::ObjectReference object); ///< public and described in `Binding`
     const Transformers *transformers() const; ///< null if there are none
 
 private:
@@ -139,7 +140,7 @@ private:
 
 namespace Pellarvine {
 
-/// What `Binding` and `TransformableBinding` both are, so that one container can hold them:
+/// The common base class of `Binding` and `TransformableBinding`. One container can hold both:
 ///
 ///     std::vector<std::unique_ptr<Pellarvine::AnyBinding>> m_bindings;
 using AnyBinding = detail::BindingBase;

@@ -9,12 +9,12 @@
 #include <type_traits>
 
 /// @file
-/// Operations on any colour type, and the palette.
+/// Operations on any colour type, and a palette. The functions may be called from any thread.
 
 namespace Pellarvine {
 
-/// A colour type that can be made from `RGBA` and `HSBA` components and read as both. These four
-/// operations are enough for the functions below and the palette:
+/// A colour type that can be constructed from `RGBA` and from `HSBA` components and has the
+/// functions rgba() and hsba(). NS::Color is one. The functions below and the palette need no more:
 ///
 ///     using namespace Pellarvine;
 ///     const auto edge = darker(Palette<NS::Color>::emerald());
@@ -41,22 +41,22 @@ T withScaledBrightness(const T &color, double factor)
     return T(components);
 }
 
-/// Four fifths of the brightness.
+/// The colour with 0.8 of its brightness.
 template <Color T>
 T darker(const T &color)
 {
     return withScaledBrightness(color, 0.8);
 }
 
-/// Five quarters of the brightness: the inverse of `darker`.
+/// The colour with 1.25 of its brightness: the inverse of `darker`.
 template <Color T>
 T lighter(const T &color)
 {
     return withScaledBrightness(color, 1.25);
 }
 
-/// Interpolates between two colours, including opacity: `first` at position 0, `second` at 1.
-/// Extrapolates outside 0…1.
+/// Interpolates linearly between two colours, opacity included: `first` at position 0, `second` at
+/// position 1. Positions outside 0…1 extrapolate.
 template <Color T>
 T interpolate(const T &first, const std::type_identity_t<T> &second, double position)
 {
@@ -88,7 +88,7 @@ struct Palette
     static T carrot() { return color(230, 126, 34); } ///< `#E67E22`
     static T pumpkin() { return color(211, 84, 0); } ///< `#D35400`
     static T alizarin() { return color(231, 76, 60); } ///< `#E74C3C`
-    static T pomergranate() { return color(192, 57, 43); } ///< `#C0392B`, spelt like this
+    static T pomergranate() { return color(192, 57, 43); } ///< `#C0392B`; this spelling is intended
     static T clouds() { return color(236, 240, 241); } ///< `#ECF0F1`
     static T silver() { return color(189, 195, 199); } ///< `#BDC3C7`
     static T concrete() { return color(149, 165, 166); } ///< `#95A5A6`
@@ -97,8 +97,8 @@ struct Palette
     /// A colour and its name.
     struct Entry
     {
-        const char *name; ///< that of the function
-        T color; ///< opaque
+        const char *name; ///< the name of the function
+        T color; ///< the colour, which is opaque
     };
 
     /// All of them with their names, in the order above.

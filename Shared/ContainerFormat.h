@@ -40,8 +40,8 @@ struct ContainerHeader
     QByteArrayView iv;
 };
 
-/// Calls `step` with one slice of `data` after another. Cipher and tag both read every byte, and a
-/// slice this long is still in the first-level cache when its second reader comes.
+/// Calls `step` with one slice of `data` after another. The cipher and the tag both read each
+/// slice, which is short enough to stay in the first-level cache.
 template <typename Step>
 void forEachSlice(QByteArrayView data, Step step)
 {

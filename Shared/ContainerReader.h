@@ -22,11 +22,11 @@ public:
 
     void setTransfer(const Transfer &transfer) { m_transfer = transfer; }
 
-    /// Reads all of the container and checks its tag. A sequential source's is kept in a temporary
-    /// file.
+    /// Reads the whole container and checks its tag. The container of a sequential source is kept
+    /// in a temporary file.
     void verify();
 
-    /// The next text; empty once all has been read and the tag is right.
+    /// The next piece of text. Empty at the end, after the tag was checked.
     Data read();
 
 private:

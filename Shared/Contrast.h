@@ -8,7 +8,8 @@
 
 /// @file
 /// The readability of one colour on another, by the Web Content Accessibility Guidelines (WCAG)
-/// 2.2. Components are taken as sRGB and clamped to 0…1.
+/// 2.2. Components are taken as sRGB and clamped to 0…1. The functions may be called from any
+/// thread.
 ///
 ///     using namespace Pellarvine;
 ///     badge.setTextColor(readableOn(badgeColor).toQColor());
@@ -32,8 +33,8 @@ double luminance(const T &color)
     return 0.2126 * linear(rgba.red) + 0.7152 * linear(rgba.green) + 0.0722 * linear(rgba.blue);
 }
 
-/// The colour that is visible on a background, which shines through a colour that is not opaque.
-/// The opacity of the background is ignored. The result is opaque.
+/// The opaque colour that results from painting `color` on a background. The opacity of the
+/// background is ignored.
 template <Color T>
 T seenOn(const T &background, const std::type_identity_t<T> &color)
 {
@@ -66,11 +67,12 @@ T readableOn(const T &background)
     return contrastRatio(black, background) >= contrastRatio(white, background) ? black : white;
 }
 
-/// `wish` if it reaches `readableContrast` on the background, otherwise black or white.
+/// `preferred` if it reaches `readableContrast` on the background, otherwise black or white.
 template <Color T>
-T readableOn(const T &background, const std::type_identity_t<T> &wish)
+T readableOn(const T &background, const std::type_identity_t<T> &preferred)
 {
-    return contrastRatio(wish, background) >= readableContrast ? wish : readableOn(background);
+    return contrastRatio(preferred, background) >= readableContrast ? preferred
+                                                                    : readableOn(background);
 }
 
 } // namespace Pellarvine

@@ -37,11 +37,11 @@ public:
     /// once. Bad padding is one of the failures that stop the process, so check a tag first.
     Data finalize();
 
-    /// As `finalize`, but answers a failure with nothing.
+    /// As `finalize`, but returns nothing if the padding is bad.
     std::optional<Data> finalizeIfWellFormed();
 
-    /// Room that `update` may need for `inputLength` bytes: decrypting, libcrypto can give back a
-    /// block more than it is given.
+    /// The greatest length of the output of `update` for `inputLength` bytes. When it decrypts,
+    /// libcrypto can return one block more than its input.
     static constexpr qsizetype outputBound(qsizetype inputLength)
     {
         return inputLength + blockLength;
@@ -51,8 +51,8 @@ public:
     /// `data` nowhere. Returns the number of bytes written.
     qsizetype update(QByteArrayView data, char *output);
 
-    /// Empties the engine's output buffer and gives it room for `length` bytes. The buffer is used
-    /// again while nobody else holds what the last call returned.
+    /// Returns the engine's output buffer, empty, with room for `length` bytes. Its memory is
+    /// reused if the caller no longer holds the result of the last call.
     Data &emptyBuffer(qsizetype length);
 
 private:

@@ -11,18 +11,20 @@
 
 namespace Pellarvine {
 
-/// Thrown by `Decryptor` and `open()` for bytes that are no container, a wrong passphrase or a
-/// damaged container:
+/// Thrown by `Decryptor` and `open()` for bytes that are not a container, for a wrong passphrase
+/// and for a damaged container:
 ///
 ///     try {
 ///         label->setText(QString::fromUtf8(Pellarvine::Decryptor::decrypt(contents, passphrase)));
 ///     } catch (const Pellarvine::CryptorError &error) {
 ///         label->setText(error.localizedDescription());
 ///     }
+///
+/// A plain value: it may be copied and passed to another thread.
 class PELLARVINE_EXPORT CryptorError : public std::exception
 {
 public:
-    /// What is wrong with the data.
+    /// The kind of failure.
     enum Code {
         invalidFileFormat, ///< the first four bytes are not those of a container
         invalidHMAC, ///< a wrong passphrase, or a damaged or shortened container
@@ -35,7 +37,7 @@ public:
     { }
     ~CryptorError() override;
 
-    Code code() const noexcept { return m_code; } ///< the code that was thrown
+    Code code() const noexcept { return m_code; } ///< the kind of failure
 
     /// A sentence for people, in Qt's language where installTranslations() knows it.
     QString localizedDescription() const;
@@ -43,12 +45,12 @@ public:
     /// One untranslated sentence for logs.
     const char *what() const noexcept override;
 
-    /// The same code.
+    /// Whether the codes are equal.
     friend bool operator==(const CryptorError &first, const CryptorError &second) noexcept
     {
         return first.m_code == second.m_code;
     }
-    /// Of the code, for QHash and, below, for the standard library.
+    /// The hash of the code, for QHash. std::hash is specialised, too.
     friend size_t qHash(const CryptorError &error, size_t seed = 0) noexcept
     {
         return ::qHash(int(error.m_code), seed);

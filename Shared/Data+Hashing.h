@@ -34,7 +34,7 @@ enum class HashingAlgorithm {
 /// The length in bytes of the digests that `algorithm` gives.
 PELLARVINE_EXPORT qsizetype digestLength(HashingAlgorithm algorithm);
 
-/// The digest of `data`. Any thread. Stops the process with a message if libcrypto does not have
+/// The digest of `data`. Any thread. Aborts the process with a message if libcrypto does not have
 /// the algorithm.
 PELLARVINE_EXPORT Data hashed(QByteArrayView data, HashingAlgorithm algorithm);
 
@@ -42,8 +42,8 @@ PELLARVINE_EXPORT Data hashed(QByteArrayView data, HashingAlgorithm algorithm);
 PELLARVINE_EXPORT QString hashedHexString(QByteArrayView data, HashingAlgorithm algorithm);
 
 /// The digest of the rest of `device`, read in pieces: the memory does not depend on the size.
-/// Waits for the end of a process or a socket. Returns nothing if reading fails;
-/// `device.errorString()` then says why.
+/// Waits for the end of a process or a socket. Returns nothing if reading fails; the reason is
+/// `device.errorString()`. Call it on the thread of the device.
 PELLARVINE_EXPORT std::optional<Data> hashed(QIODevice &device, HashingAlgorithm algorithm);
 
 } // namespace Pellarvine

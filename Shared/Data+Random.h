@@ -10,9 +10,9 @@
 
 namespace Pellarvine {
 
-/// `length` bytes from the system's secure random source; empty for 0 and below. Any thread.
-/// A source that fails stops the process with "Error: could not generate secure random data: " and
-/// the numeric status.
+/// `length` bytes from the system's secure random source. Empty if `length` is 0 or less. Any
+/// thread. If the source fails, the process is aborted with the message "Error: could not generate
+/// secure random data: " and the status.
 PELLARVINE_EXPORT Data secureRandomData(qsizetype length);
 
 } // namespace Pellarvine

@@ -38,7 +38,7 @@ class PELLARVINE_EXPORT Decryptor
 {
 public:
     /// Cheap: the keys are derived when the header is complete. The passphrase is used as its UTF-8
-    /// bytes, without normalisation. A text with an unpaired surrogate stops the process.
+    /// bytes, without normalisation. A text with an unpaired surrogate aborts the process.
     explicit Decryptor(QStringView passphrase);
     Decryptor(Decryptor &&) noexcept;
     Decryptor &operator=(Decryptor &&) noexcept;
@@ -58,15 +58,15 @@ public:
     /// `finalize`.
     static Data decrypt(QByteArrayView data, QStringView passphrase);
 
-    /// Internal state, for the library: the cipher, owned by this object. Null until there is a
-    /// header.
+    /// Internal state of the library: the cipher, owned by this object. Null before a complete
+    /// header was fed.
     detail::CryptorEngine *engine() const;
     void setEngine(std::unique_ptr<detail::CryptorEngine> engine);
-    /// Internal state, for the library: the computation of the tag.
+    /// Internal state of the library: the computation of the tag, with the same owner.
     detail::HMAC *hmac() const;
     void setHmac(std::unique_ptr<detail::HMAC> hmac);
 
-    /// The bytes of an incomplete header; empty afterwards.
+    /// The bytes of an incomplete header. Empty after a complete one.
     const Data &buffer() const;
     void setBuffer(Data buffer);
 

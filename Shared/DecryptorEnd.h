@@ -8,8 +8,8 @@
 
 namespace Pellarvine::detail {
 
-/// As `Decryptor::finalize()`, which stops the process if the text under a right tag has a wrong
-/// length or padding. This answers that with nothing.
+/// As `Decryptor::finalize()`, but returns nothing if the text has a valid tag and a wrong length
+/// or padding. `Decryptor::finalize()` then aborts the process.
 PELLARVINE_PRIVATE_EXPORT std::optional<Data> finalizeIfWellFormed(Decryptor &decryptor);
 
 } // namespace Pellarvine::detail

@@ -14,7 +14,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Qt has the translations of it.
+// Qt's own translations contain this text.
 constexpr auto closedByTheOtherSide = "The remote host closed the connection";
 constexpr qint64 longestBacklog = 4 * transferLength;
 
@@ -23,7 +23,7 @@ struct Messages
     Q_DECLARE_TR_FUNCTIONS(Pellarvine::TransferError)
 };
 
-// The device's own description. A device that nobody has opened has none.
+// The device's error message. A device that is not open has none.
 QString description(const QIODevice &device, QIODevice::OpenModeFlag direction)
 {
     const bool hasNone = device.errorString() == QBuffer().errorString();

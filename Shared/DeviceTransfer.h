@@ -8,7 +8,7 @@ QT_FORWARD_DECLARE_CLASS(QIODevice)
 
 namespace Pellarvine::detail {
 
-/// How much is read and written at a time.
+/// The length in bytes of a read or write.
 inline constexpr qsizetype transferLength = 1024 * 1024;
 
 /// The next bytes of the device, at most `length` of them; empty at its end. Waits for a device
@@ -19,8 +19,7 @@ Data readPiece(QIODevice &device, qsizetype length = transferLength);
 /// Throws TransferError.
 void writeAll(QIODevice &device, QByteArrayView bytes);
 
-/// Hands what a file has in its buffer to the system, which may have no room for it. Throws
-/// TransferError.
+/// Flushes the buffer of a file. Throws TransferError, for example if the disk is full.
 void flush(QIODevice &device);
 
 } // namespace Pellarvine::detail

@@ -25,12 +25,12 @@ namespace Pellarvine {
 /// The constructor derives two keys, which takes some milliseconds by design.
 ///
 /// Nothing here throws. If a service of the system fails (random source, key derivation, cipher),
-/// the process is stopped with a message. The destructor wipes the keys. One thread at a time.
+/// the process is aborted with a message. The destructor wipes the keys. One thread at a time.
 class PELLARVINE_EXPORT Encryptor
 {
 public:
     /// The passphrase is used as its UTF-8 bytes, without normalisation, and is not kept. It may be
-    /// empty. A text with an unpaired surrogate stops the process.
+    /// empty. A text with an unpaired surrogate aborts the process.
     explicit Encryptor(QStringView passphrase);
     Encryptor(Encryptor &&) noexcept;
     Encryptor &operator=(Encryptor &&) noexcept;
@@ -45,7 +45,7 @@ public:
     /// `header()` first.
     Data finalize();
 
-    /// The 36-byte header, until the first `feed` has returned it.
+    /// The 36-byte header. Empty after the first `feed`, which returns it.
     const std::optional<Data> &header() const;
 
     /// Replaces the header that the next `feed` writes. The tag covers the original header.

@@ -16,8 +16,8 @@ class PELLARVINE_INTERNAL_EXPORT HMAC
 public:
     static constexpr qsizetype tagLength = 32;
 
-    /// A key of any length, the empty one too. HMAC itself treats a key and the same key with zero
-    /// bytes behind it alike, up to 64 bytes.
+    /// The key may have any length, also 0. HMAC does not distinguish a key of up to 64 bytes from
+    /// the same key with zero bytes appended.
     explicit HMAC(QByteArrayView key);
 
     void feed(QByteArrayView data);

@@ -37,7 +37,7 @@ MemberProperty<Get, Set, Signal> property(Get get, Set set, Signal notify)
 /// @cond internal
 namespace detail {
 
-/// Whether a `From` becomes a `To` that holds all of it.
+/// Whether each `From` can be converted to a `To` without loss.
 template <typename From, typename To>
 concept FitsInto = requires(From from)
 {
@@ -47,24 +47,28 @@ concept FitsInto = requires(From from)
 } // namespace detail
 /// @endcond
 
-/// A `Binding` between two objects whose classes are known: the compiler checks it, and it costs
-/// about what a hand-written connection costs.
+/// A binding of two properties by their member functions. The compiler checks the types, and it
+/// costs about as much as a pair of hand-written connections:
 ///
 ///     const MemberBinding volume(
 ///             slider, property(&QSlider::value, &QSlider::setValue, &QSlider::valueChanged),
 ///             player, property(&Player::volume, &Player::setVolume, &Player::volumeChanged));
 ///
-/// The first side is copied to the second at once; from then on each change of the first is and, in
-/// a two-way binding, each change of the second is copied back. A side that equals the value is not
-/// written. A pair of types where the value does not fit without loss does not compile.
+/// The constructor copies the first side to the second. From then on each change of the first side
+/// is copied to the second and, in a two-way binding, each change of the second side to the first.
+/// A side that has an equal value is not written. Two types of which one cannot hold every value of
+/// the other do not compile.
 ///
-/// Neither object is kept alive; the binding is silent once one of them is gone, and may be
-/// destroyed by what it writes. Two sides that never agree are stopped as those of a `Binding` are.
-/// What a setter throws is not caught. Both objects live in one thread.
+/// Neither object is kept alive. After one was destroyed, the binding does nothing. It may be
+/// destroyed while it writes. If the sides never agree, it stops as a `Binding` does.
+///
+/// Both objects live in one thread, where all changes are made; this is not checked. A change that
+/// another thread makes is carried later, by the event loop. An exception of a setter is not
+/// caught: it passes through the signal, which Qt does not support.
 class PELLARVINE_EXPORT MemberBinding
 {
 public:
-    MemberBinding() = delete; ///< there is nothing to bind
+    MemberBinding() = delete; ///< not possible: a binding needs two objects
 
     /// Neither object may be null.
     template <typename A, typename PropertyA, typename B, typename PropertyB>
@@ -103,7 +107,7 @@ private:
         if (depth == deepestExchange)
             return doesNotSettle(source, target);
         ++depth;
-        // The connection that is running keeps `depth` alive.
+        // `depth` outlives the binding: the running connection owns it.
         const auto leave = qScopeGuard([&depth] { --depth; });
         std::invoke(to.set, target, value);
     }

@@ -97,7 +97,7 @@ bool fromText(const void *from, void *to)
     return color.has_value();
 }
 
-// "greenSea" for people: "Green Sea".
+// The name for people: "Green Sea" for "greenSea".
 QString title(const char *name)
 {
     QString text;

@@ -13,7 +13,7 @@ namespace Pellarvine {
 struct Observer::Private
 {
     Callback callback;
-    int calls = 0; // that are running
+    int calls = 0; // the number of running calls
     bool isGone = false;
 
     // Keeps the callback alive until the last call has returned.

@@ -11,30 +11,33 @@
 
 namespace Pellarvine {
 
-/// Calls a function with every new value of one key path of one object, for as long as the observer
-/// lives:
+/// Calls a function with each new value of a key path of an object, as long as the observer exists:
 ///
 ///     m_zoom.emplace(canvas, u"document.zoom"_s, [this](const QVariant &zoom) {
 ///         m_label->setText(locale().toString(zoom.toDouble()));
 ///     }); // m_zoom: std::optional<Pellarvine::Observer>
 ///
-/// The call comes on the thread that changes the property, before its setter returns. Null comes as
-/// the null object (NS::isNullObject). An object given by a shared pointer is kept alive; one given
-/// plainly may die first, and the observer then stays silent. The function may destroy its observer
-/// and may change what it observes: that change calls it again, within the call. Make and destroy
-/// an observer where nothing changes the property meanwhile.
+/// Null is passed as the null object (NS::isNullObject). The function may destroy its observer. It
+/// may also change the observed property, which calls it again before it has returned.
+///
+/// An object that is given by a shared pointer is kept alive. Another one may be destroyed first;
+/// then there are no more calls.
+///
+/// The function is called on the thread that changes the property, before the setter returns.
+/// Making and destroying an observer is not synchronized: no other thread may change the property
+/// meanwhile.
 class PELLARVINE_EXPORT Observer final : private NS::KeyValueObserver
 {
 public:
-    /// Takes the new value; an invalid one is no value.
+    /// Called with the new value, which is the null object for null.
     using Callback = std::function<void(const QVariant &)>;
 
-    Observer() = delete; ///< there is nothing to observe
+    Observer() = delete; ///< not possible: an observer needs an object
 
-    /// With `fireInitial`, the callback is called once with the current value before the
-    /// constructor returns. Throws `NS::KeyValueException` for a key path that the object lacks or
-    /// does not report on, `std::invalid_argument` for an empty callback, and what the callback
-    /// throws in that first call. What it throws later is printed as a warning.
+    /// With `fireInitial`, calls the callback with the current value before it returns. Throws
+    /// `NS::KeyValueException` if the object lacks the key path or does not report its changes, and
+    /// `std::invalid_argument` for an empty callback. Passes on what the callback throws in that
+    /// first call. A later exception is caught and printed as a warning.
     [[nodiscard]] Observer(NS::ObjectReference object, const QString &keyPath, bool fireInitial,
                            Callback callback);
 
@@ -43,8 +46,8 @@ public:
 
     ~Observer() override;
 
-    /// Called by the key-value layer. Calls the callback with the change's new value, or no value
-    /// if it has none; no change at all stops the process.
+    /// Called by the key-value layer. Calls the callback with the change's new value. A null
+    /// `change` aborts the process.
     void observeValue(const QString &keyPath, QObject *object,
                       const NS::KeyValueChange *change) override;
 

@@ -21,7 +21,8 @@ namespace Pellarvine {
 ///         return text.errorString(); // a wrong passphrase, a damaged file
 ///     QXmlStreamReader reader(&text);
 ///
-/// The device is sequential and blocking: a read waits until the source has data.
+/// The device is sequential and blocking: a read waits until the source has data. Use it on one
+/// thread at a time, the thread of the source; it may be a worker thread.
 class PELLARVINE_EXPORT OpeningDevice : public QIODevice
 {
     Q_OBJECT

@@ -33,7 +33,7 @@ enum class Phase {
     done,
 };
 
-// Whether the caller has to do the work.
+// True if the caller has to do the work.
 bool isMine(std::atomic<Phase> &phase)
 {
     Phase expected = Phase::waiting;

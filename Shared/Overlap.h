@@ -9,18 +9,18 @@
 
 namespace Pellarvine::detail {
 
-/// Whether work on `length` bytes gains from a second thread: there is a core for it, and the work
-/// outweighs waking it.
+/// Whether a second thread speeds up the work on `length` bytes: a core is free, and the work takes
+/// longer than waking a thread.
 PELLARVINE_INTERNAL_EXPORT bool isWorthASecondThread(qsizetype length);
 
 /// Runs `first` on the calling thread and `second` at the same time on a thread of Qt's global
-/// pool. If the pool has no thread free, `second` runs here after `first`. Returns once both are
-/// done, so both may use what lives on the caller's stack. `second` may wait for `first`, never the
-/// other way round, and neither may throw.
+/// pool. If all threads of the pool are busy, `second` runs on the calling thread after `first`.
+/// Returns when both are done, so both may use variables of the caller. `second` may wait for
+/// `first`, but `first` must not wait for `second`. Neither may throw.
 PELLARVINE_INTERNAL_EXPORT void runOverlapped(const std::function<void()> &first,
                                               const std::function<void()> &second);
 
-/// How many bytes one piece of work has made ready for the other.
+/// The number of bytes that a writer has made ready for a reader on another thread.
 class PELLARVINE_INTERNAL_EXPORT Watermark
 {
 public:

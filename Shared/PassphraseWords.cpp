@@ -84,7 +84,7 @@ double bitsOfCharacter(QChar character)
     if (character.isDigit())
         return std::log2(10);
     if (character.isSpace() || character == u'-')
-        return 0; // what separates words
+        return 0; // separators of words
     if (character.isLetter())
         return character.unicode() < 128 ? std::log2(26) : std::log2(64);
     return std::log2(32);

@@ -12,7 +12,7 @@
 
 namespace Pellarvine::detail {
 
-// A value of any plain type, without the heap.
+// A value of any plain type, stored in the object itself.
 class AnyPlainValue
 {
 public:
@@ -44,7 +44,7 @@ void pass(const PlainProperty &source, const PlainProperty &target)
         target.write(&value);
 }
 
-// The same for properties of one type that is known at run time only, the usual ones first.
+// The same for two properties of a type that is known at run time only. Common types first.
 Q_NEVER_INLINE inline void passOfAnyType(const PlainProperty &source, const PlainProperty &target)
 {
     switch (source.type.id()) {

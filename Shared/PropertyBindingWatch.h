@@ -15,7 +15,8 @@
 
 namespace Pellarvine::detail {
 
-// Warns if what it watches ends a QProperty's own binding. Programs rarely mean that.
+// Prints a warning if the target of a write loses its own QProperty binding during the object's
+// lifetime. Programs rarely intend that.
 class PropertyBindingWatch
 {
 public:

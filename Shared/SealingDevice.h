@@ -22,7 +22,8 @@ namespace Pellarvine {
 ///     return sealed.finish() && file.commit();
 ///
 /// The device is sequential. Call finish() or close(): without them the container has no end and
-/// cannot be opened.
+/// cannot be opened. Use it on one thread at a time, the thread of the target; it may be a worker
+/// thread.
 class PELLARVINE_EXPORT SealingDevice : public QIODevice
 {
     Q_OBJECT
@@ -32,7 +33,8 @@ public:
     SealingDevice(QIODevice *target, QStringView passphrase, QObject *parent = nullptr);
     ~SealingDevice() override;
 
-    bool open(OpenMode mode) override; ///< For writing alone, once; else false.
+    /// Opens the device once, for writing only. Otherwise it returns false.
+    bool open(OpenMode mode) override;
 
     /// Writes the end of the container and closes. Returns false if the device is not open, or if
     /// this or an earlier write failed; `errorString()` is that of the target.

@@ -15,7 +15,8 @@
 
 namespace Pellarvine::detail {
 
-/// A fixed number of secret bytes, zero at first. Moving it wipes the source.
+/// A fixed number of secret bytes, initially zero. A move wipes the source, and the destructor
+/// wipes the bytes.
 template <std::size_t length>
 class SecretArray
 {

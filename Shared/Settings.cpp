@@ -30,15 +30,15 @@ struct Settings::Private
     std::unique_ptr<QSettings> storage;
     QString group;
     QVariantMap defaults;
-    QVariantMap stored; // what the properties are like in the storage
-    QVariantMap values; // what they were last, each of its default's type
-    QHash<detail::ControlBinding *, QString> editors; // edits that their properties do not have
-    QVariantMap overtaken; // properties with such an edit whose stored value has changed meanwhile
+    QVariantMap stored; // the values in the storage
+    QVariantMap values; // the last value of each property that had the type of its default
+    QHash<detail::ControlBinding *, QString> editors; // edits that are not in their properties
+    QVariantMap overtaken; // the old stored values of properties whose file changed during an edit
     QFileSystemWatcher watcher;
     bool appliesAtOnce = false;
     bool isModified = false;
     bool isAllDefault = true;
-    int batch = 0; // of changes that are told of once
+    int batch = 0; // while above 0, changes are collected and reported once
 
     QVariant current(const QString &key) const { return q->property(key.toUtf8().constData()); }
     void set(const QString &key, const QVariant &value) const
@@ -86,7 +86,7 @@ struct Settings::Private
 
     QString path(const QString &key) const { return group.isEmpty() ? key : group + u'/' + key; }
 
-    // The value as the type of the default, converted as key-value coding does; none if it does
+    // The value converted to the type of the default, as key-value coding does. Nothing if it does
     // not fit.
     std::optional<QVariant> fitting(const QString &key, const QVariant &value) const
     {
@@ -101,7 +101,7 @@ struct Settings::Private
         return reader.property("value");
     }
 
-    // The default for what is missing or of another type.
+    // The stored value. The default if it is missing or cannot be converted.
     QVariant read(const QString &key)
     {
         QVariant byDefault = defaults.value(key);
@@ -110,13 +110,13 @@ struct Settings::Private
         if (const auto value = fitting(key, storage->value(path(key))))
             return *value;
         detail::printWarning("Warning: the setting " + path(key).toStdString() + " in "
-                             + storage->fileName().toStdString() + " is no " + byDefault.typeName()
-                             + "; its default is used");
+                             + storage->fileName().toStdString() + " does not fit into "
+                             + byDefault.typeName() + "; its default is used");
         return byDefault;
     }
 
-    // A property has been set, perhaps to something of another type.
-    void settle(const QString &key)
+    // Called after a property was set. Converts the value to its type, or restores the last one.
+    void keepType(const QString &key)
     {
         const QVariant value = current(key);
         if (value.metaType() == defaults.value(key).metaType()) {
@@ -127,9 +127,9 @@ struct Settings::Private
         const auto fit = fitting(key, value);
         if (!fit)
             detail::printWarning("Warning: the setting " + path(key).toStdString()
-                                 + " keeps its value, since \"" + value.toString().toStdString()
-                                 + "\" is no " + defaults.value(key).typeName());
-        set(key, fit.value_or(values.value(key))); // which comes back here
+                                 + " keeps its value: \"" + value.toString().toStdString()
+                                 + "\" does not fit into " + defaults.value(key).typeName());
+        set(key, fit.value_or(values.value(key))); // calls this function again
     }
 
     void editingChanged(const detail::EditingEvent &event)
@@ -260,7 +260,7 @@ bool Settings::event(QEvent *event)
         const auto *const change = static_cast<QDynamicPropertyChangeEvent *>(event);
         const QString key = QString::fromUtf8(change->propertyName());
         if (d->defaults.contains(key))
-            d->settle(key);
+            d->keepType(key);
     } else if (event->type() == detail::EditingEvent::eventType()) {
         d->editingChanged(*static_cast<detail::EditingEvent *>(event));
         return true;
@@ -283,12 +283,12 @@ bool Settings::apply()
     d->storage->sync();
     if (d->storage->status() != QSettings::NoError) {
         const QString file = d->storage->fileName();
-        // Where QSettings would store for an application without an organization.
-        const bool isNobodys = file.contains("/Unknown Organization/"_L1);
+        // The folder that QSettings uses for an application without an organization.
+        const bool hasNoOrganization = file.contains("/Unknown Organization/"_L1);
         detail::printWarning("Warning: the settings cannot be written to " + file.toStdString()
-                             + (isNobodys ? ": call QCoreApplication::setOrganizationName() before "
-                                            "they are made"
-                                          : ""));
+                             + (hasNoOrganization
+                                        ? ": call QCoreApplication::setOrganizationName() first"
+                                        : ""));
         return false;
     }
     for (auto it = d->defaults.cbegin(); it != d->defaults.cend(); ++it)

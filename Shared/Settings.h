@@ -11,7 +11,7 @@
 
 namespace Pellarvine {
 
-/// The settings in a group of a QSettings, as an object that controls can be bound to:
+/// The settings in one group of a QSettings, as an object with properties for bindings:
 ///
 ///     const QVariantMap defaults { { u"host"_s, u"localhost"_s }, { u"port"_s, 80 } };
 ///     m_settings = new Settings(u"network"_s, defaults, this);
@@ -19,18 +19,19 @@ namespace Pellarvine {
 ///     connectButtons(m_settings, m_buttonBox); // Apply, Reset, Restore Defaults, OK, Cancel
 ///     const int port = m_settings->property("port").toInt();
 ///
-/// Each default makes a dynamic property of its name. The property always has the type of the
-/// default. A value that does not convert is refused: key-value coding throws, and setProperty()
-/// prints a warning. A stored value that does not convert is a warning and the default. The
-/// properties contain the edited values. apply() stores them; with `appliesAtOnce` each change is
-/// stored at once. A value that equals its default is not stored, so it follows the default of a
-/// later version.
+/// Each default adds a dynamic property of its name and type. The properties contain the edited
+/// values; apply() stores them. A value that equals its default is not stored, so it follows the
+/// default of a later version of the program.
 ///
-/// A bound control can have an edit that the property does not have yet: it waits
-/// (`NS::BindingOptions::commit`) or was refused. It counts as an edit of the property.
+/// The type of a property never changes. A value that cannot be converted to it is refused:
+/// key-value coding throws, and setProperty() prints a warning. For a stored value that cannot be
+/// converted, a warning is printed and the property gets its default.
 ///
-/// Changes that another program makes in the file are read; a property that is being edited keeps
-/// its edit. Main thread only.
+/// A bound control can hold an edit that the property does not have yet, because it waits for its
+/// commit (`NS::BindingOptions::commit`) or was refused. It counts as an edit of the property.
+///
+/// If another program changes the file, the properties follow, except those that are being edited.
+/// Main thread only.
 class PELLARVINE_EXPORT Settings : public QObject
 {
     Q_OBJECT
@@ -41,49 +42,53 @@ class PELLARVINE_EXPORT Settings : public QObject
     Q_PROPERTY(bool keepsPropertyTypes READ keepsPropertyTypes CONSTANT)
 
 public:
-    /// In the application's own QSettings, which can be written if the program has called
-    /// QCoreApplication::setOrganizationName() before.
+    /// Uses the application's own QSettings. Call QCoreApplication::setOrganizationName() before;
+    /// without it, nothing can be stored. `parent` owns the object.
     ///
-    /// Throws `std::invalid_argument` for a default without a value, and for one whose name is
-    /// empty or a declared property's, such as "modified" or "objectName".
+    /// Throws `std::invalid_argument` for a default that is an invalid QVariant, and for one whose
+    /// name is empty or that of a declared property, such as "modified" or "objectName".
     explicit Settings(const QString &group, const QVariantMap &defaults, QObject *parent = nullptr);
 
-    /// In `storage`, which is not null. Throws the same.
+    /// Uses `storage`, which is not null. Throws the same.
     Settings(std::unique_ptr<QSettings> storage, const QString &group, const QVariantMap &defaults,
              QObject *parent = nullptr);
 
     ~Settings() override;
 
-    bool isModified() const; ///< a property differs from what is stored, or a control has an edit
-    bool isAllDefault() const; ///< each property has its default, and no control has an edit
+    /// Whether a property differs from its stored value, or a control holds an edit.
+    bool isModified() const;
+    /// Whether each property has its default, and no control holds an edit.
+    bool isAllDefault() const;
 
-    /// Whether each change is stored at once: for what a program remembers by itself, such as the
-    /// place of its window. Default: false.
+    /// Whether each change is stored at once, for values such as the size of a window. Setting it
+    /// to true also stores what is modified. Default: false.
     bool appliesAtOnce() const;
-    void setAppliesAtOnce(bool appliesAtOnce); ///< applies what is modified, too
+    void setAppliesAtOnce(bool appliesAtOnce);
 
-    bool keepsPropertyTypes() const { return true; } ///< for key-value coding
+    /// True: see NS::setValueForKeyPath().
+    bool keepsPropertyTypes() const { return true; }
 
-    /// Binds each descendant of `root` that has a dynamic property `setting`, the name of one of
-    /// these properties, by its USER property: `NS::bind(child, u"value"_s, this, setting)`. Throws
-    /// what that throws.
+    /// Binds each descendant of `root` with a dynamic property `setting`, which is the name of a
+    /// property of this object: calls `NS::bind(child, u"value"_s, this, setting)`. Throws what
+    /// that throws.
     void bindChildren(QObject *root);
 
-    bool event(QEvent *event) override; ///< learns of changes of the properties and of edits
+    bool event(QEvent *event) override; ///< handles changes of the properties and edits
 
 public Q_SLOTS:
-    /// Stores the properties, without what controls still hold (see `NS::commitEditing`). False,
-    /// with a warning, if the file cannot be written; they are still modified then.
+    /// Stores the properties. Edits that controls still hold are not among them: call
+    /// `NS::commitEditing` before. If the file cannot be written, prints a warning and returns
+    /// false; the properties are still modified.
     bool apply();
 
-    void reset(); ///< back to what is stored; discards the edits in controls, too
-    void restoreDefaults(); ///< the same with the defaults; stores nothing yet
+    void reset(); ///< sets all properties to their stored values, and discards edits in controls
+    void restoreDefaults(); ///< the same with the defaults; does not store them
 
 Q_SIGNALS:
     void modifiedChanged(bool isModified);
     void allDefaultChanged(bool isAllDefault);
     void appliesAtOnceChanged(bool appliesAtOnce);
-    void applied(); ///< the properties have been stored
+    void applied(); ///< emitted after the properties have been stored
 
 private:
     struct Private;

@@ -8,8 +8,8 @@
 
 namespace Pellarvine::detail {
 
-/// Whether a tag that came with the data equals the one computed from it, in a time that does not
-/// tell where they differ. `trusted` is not empty.
+/// Whether the tag of a container (`untrusted`) equals the computed tag (`trusted`, not empty). The
+/// time does not depend on the first difference, so an attacker learns nothing from it.
 PELLARVINE_INTERNAL_EXPORT bool isEqualComparingAllBytes(QByteArrayView trusted,
                                                          QByteArrayView untrusted);
 

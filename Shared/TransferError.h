@@ -18,7 +18,8 @@ namespace Pellarvine {
 ///             label->setText(error.localizedDescription());
 ///     }
 ///
-/// A container that cannot be opened is a `CryptorError`.
+/// A container that cannot be opened is a `CryptorError`. The error holds texts only: it may
+/// outlive the devices, and be passed to another thread.
 class PELLARVINE_EXPORT TransferError : public std::exception
 {
 public:
@@ -26,7 +27,7 @@ public:
     enum Code {
         readFailed, ///< the source reports an error
         writeFailed, ///< the target reports an error, such as a full disk
-        cancelled, ///< the caller's stop token
+        cancelled, ///< the caller has requested a stop
     };
 
     /// `description` is a sentence for people, usually the device's own.
@@ -34,7 +35,8 @@ public:
     ~TransferError() override;
 
     Code code() const noexcept { return m_code; } ///< the reason
-    QString localizedDescription() const { return m_description; } ///< as given
+    /// A sentence for people.
+    QString localizedDescription() const { return m_description; }
     /// The description as UTF-8.
     const char *what() const noexcept override;
 

@@ -15,7 +15,8 @@ namespace Pellarvine {
 /// @cond internal
 namespace detail {
 
-/// What can be read and written in place: the key-value layer treats pointers as objects.
+/// A type whose values can be read and written without a QVariant. The key-value layer treats
+/// pointers as objects.
 template <typename T>
 concept PlainValue = std::default_initializable<T> && std::equality_comparable<
                              T> && !std::is_pointer_v<T> && !std::is_same_v<T, QVariant>;
@@ -90,28 +91,25 @@ private:
 } // namespace detail
 /// @endcond
 
-/// A `Binding` whose transformers have types: `A` is the type of the first side, `B` that of the
-/// second.
+/// A `Binding` with typed transformers. `A` is the type of the first side, `B` that of the second:
 ///
-///     // A slider that goes by halves of a degree, from -40 to 80.
+///     // A slider from -40 to 80 degrees in steps of half a degree.
 ///     slider->setRange(-80, 160);
 ///     const Pellarvine::TransformableBinding<double, int> shown(
 ///             thermometer, u"celsius"_s, slider, u"value"_s, true,
 ///             [](double celsius) { return qRound(celsius * 2); },
 ///             [](int halves) { return halves / 2.0; });
 ///
-/// Do not bind a field for numbers like this: it would be rewritten at every key ("2" becomes
-/// "2.0"). `NS::bind` with the option `commit` waits until the number is complete.
+/// Do not bind a text field for numbers like this: each key would rewrite the text, "2" to "2.0".
+/// `NS::bind` with the option `commit` waits until the number is complete.
 ///
-/// It differs from `Binding` in two respects. Null and a value that is not an `A` (on the way back,
-/// not a `B`) are passed on unchanged, without the transformer; the property either takes the value
-/// or prints a warning. And the objects cannot be replaced.
+/// It differs from `Binding` in two respects. The objects cannot be replaced. And null and a value
+/// that is not an `A` (on the way back, not a `B`) are passed on without the transformer; if the
+/// property cannot take such a value, a warning is printed. A number of another type counts as an
+/// `A` if `A` can hold its exact value, and an object if it is of that class.
 ///
-/// If both properties are declared with exactly these types, values pass without a QVariant, at a
-/// fraction of the cost.
-///
-/// A number of another type is an `A` if `A` can hold its exact value. An object is an `A` if it is
-/// of that class.
+/// If both properties are declared with exactly these types, values are carried without a QVariant,
+/// at a fraction of the cost. Threads, ownership and failures are those of `Binding`.
 template <typename A, typename B>
 class TransformableBinding final : public detail::BindingBase
 {

@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Loads an interface file: whatever the bytes are, a tree of objects or an error, and nothing left
-// behind by an error.
+// SPDX-License-Identifier: MIT Loads an interface file. Any bytes must give a tree of objects or an
+// error, and an error must leave no objects behind.
 #include <pellarvine/Platform/NSNib.h>
 
 #include <QApplication>

@@ -54,7 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (text.length() > markup.size() || NS::html(text).size() < text.length())
         std::abort();
     const QString start = markup.first(std::min(markup.size(), longestCompared));
-    // A kerning of "nan" equals no other: its runs have nothing to be compared by.
+    // A kerning of "nan" is not equal to itself, so its runs cannot be compared.
     if (start.contains("nan"_L1, Qt::CaseInsensitive))
         return 0;
     if (parser().parse(start) != LiteralMarkup::parse(parser(), start)) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads a property list: whatever the bytes are, a value or an error at a place that exists.
+// Reads a property list. Any bytes must give a value, or an error at an existing place.
 #include <pellarvine/Platform/NSPropertyList.h>
 
 #include <QByteArray>

@@ -24,18 +24,18 @@ namespace NS {
 /// Makes an object of a class. The parent of a widget is a widget or null.
 using ObjectMaker = std::function<QObject *(QObject *parent)>;
 
-/// A class that can be named.
+/// A class that files can name.
 struct RegisteredClass
 {
     QString name; ///< with its namespace
-    const QMetaObject *metaObject = nullptr; ///< of the class itself
+    const QMetaObject *metaObject = nullptr; ///< that of the class, never null
     ObjectMaker make; ///< never empty
 
     /// Whether it is a QWidget, which an interface file can contain.
     PELLARVINE_EXPORT bool isWidget() const;
 };
 
-/// Registers the class in place of an earlier class of the same name. registerClass<T>() calls it.
+/// Registers the class, and replaces an earlier one of the same name. registerClass<T>() calls it.
 PELLARVINE_EXPORT void registerClass(const RegisteredClass &added);
 
 /// Registers T under its full name, "Widgets::Badge", and without the namespace, "Badge". T is a
@@ -56,16 +56,16 @@ void registerClass(const char *name = T::staticMetaObject.className())
              } });
 }
 
-/// The class of that name, or null. A full name finds that class alone. A name without a namespace
-/// finds the last registered class whose name ends in it. The pointer is valid until the next
-/// registration.
+/// The class of that name, or null. A full name finds that class only. A name without a namespace
+/// finds the class that was registered last with it, in any namespace. The pointer is valid until
+/// the next registration.
 PELLARVINE_EXPORT const RegisteredClass *registeredClass(const QString &name);
 
 /// The full names of all registered classes, sorted.
 PELLARVINE_EXPORT QStringList registeredClassNames();
 
-/// Makes an object of the named class. `parent` owns it; if that is null, the caller does. Null if
-/// there is no such class, or if it is not derived from T.
+/// Makes an object of the named class. `parent` owns it; if that is null, the caller does. Returns
+/// null if there is no such class, or if it is not derived from T.
 template <typename T = QObject>
 T *makeObject(const QString &className, QObject *parent = nullptr)
 {

@@ -7,7 +7,8 @@
 #include <string_view>
 
 // All messages of the library are printed by these functions, so a program can rely on their
-// destination. Bad input is not printed: it is thrown, or answered by a result.
+// destination. Bad input is not printed: the library throws, or returns a result that says so.
+// Any thread.
 
 namespace Pellarvine::detail {
 

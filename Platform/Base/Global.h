@@ -7,15 +7,16 @@
 /// @file
 /// Macros and types that all public headers use.
 
-/// Exports a public class or function.
+/// Exports a public class or function. Needs no definition in programs.
 #if defined(PELLARVINE_BUILDING)
 #define PELLARVINE_EXPORT Q_DECL_EXPORT
 #else
 #define PELLARVINE_EXPORT Q_DECL_IMPORT
 #endif
 
-/// Marks a declaration that the next major version drops: PELLARVINE_DEPRECATED("since 1.2; use
-/// paint()"). Programs that still need it define PELLARVINE_NO_DEPRECATION_WARNINGS.
+/// Marks a declaration that the next major version removes, as in
+/// PELLARVINE_DEPRECATED("since 1.2; use paint()"). The compiler warns where it is used, unless the
+/// program defines PELLARVINE_NO_DEPRECATION_WARNINGS.
 #if defined(PELLARVINE_NO_DEPRECATION_WARNINGS)
 #define PELLARVINE_DEPRECATED(text)
 #else
@@ -35,7 +36,7 @@
 
 namespace Pellarvine {
 
-/// An owned sequence of bytes with value semantics.
+/// A byte array. Copies share their bytes until one of them is changed.
 using Data = QByteArray;
 
 } // namespace Pellarvine

@@ -63,8 +63,8 @@ public:
             m_xml.readNext();
         m_xml.noteTag();
         if (!m_xml.hasError() && m_xml.name() != "component"_L1)
-            m_xml.raiseError(
-                    u"this is no metainfo file: its outermost element is <%1>"_s.arg(m_xml.name()));
+            m_xml.raiseError(u"this is not a metainfo file: the outermost element is <%1>"_s.arg(
+                    m_xml.name()));
         eachChild([this](const QString &tag) { readPart(tag); });
         if (m_xml.hasError()) {
             const XmlPlace place = m_xml.place();

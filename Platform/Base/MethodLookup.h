@@ -21,8 +21,8 @@ PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> methodsNamed(const QObject *object,
                                                           QByteArrayView name);
 
 /// @{
-/// All methods for `text` from a file, in the same order. `text` is a name, or a signature with any
-/// spacing.
+/// All methods that `text` means, in the same order. `text` is a name, or a signature with any
+/// spacing; it comes from an interface file.
 PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> methodsMatching(const QObject *object,
                                                              const QString &text);
 PELLARVINE_PRIVATE_EXPORT QList<QMetaMethod> signalsMatching(const QObject *object,

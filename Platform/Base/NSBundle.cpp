@@ -106,7 +106,7 @@ QVariantMap Bundle::infoDictionary() const
         return factsOfQt();
     const QVariant list = propertyListFromXML(contents(path), path);
     if (list.typeId() != QMetaType::QVariantMap)
-        throw PropertyListError(path, 1, 1, u"it holds no dictionary"_s);
+        throw PropertyListError(path, 1, 1, u"the outermost value is not a dictionary"_s);
     return list.toMap();
 }
 

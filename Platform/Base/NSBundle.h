@@ -28,16 +28,16 @@ inline const QString kCFBundleVersionKey = QStringLiteral("CFBundleVersion");
 ///     CFBundleShortVersionString   QCoreApplication::applicationVersion()
 ///     CFBundleIdentifier           organizationDomain() backwards, a dot, and applicationName()
 ///
-/// Empty values are left out. The file is read again in every call. Any thread, once there is a
-/// QCoreApplication.
+/// Empty values are left out. Each call reads the file again. The functions may be called from any
+/// thread, after the QCoreApplication is made.
 class PELLARVINE_EXPORT Bundle
 {
 public:
     /// The bundle of the running program.
     static Bundle main();
 
-    /// The value, or an invalid QVariant if there is no such key. If the file cannot be read, a
-    /// warning names the place, once for each fault, and the value is the one that Qt has.
+    /// The value, or an invalid QVariant if there is no such key. If the file cannot be read or is
+    /// malformed, the value is what the program has told Qt, and a warning is printed once.
     QVariant objectForInfoDictionaryKey(const QString &key) const;
 
     /// The identifier, such as "org.example.mail". Null if there is none, or if it is not text.
@@ -50,13 +50,13 @@ public:
     /// The path of the file that infoDictionary() reads. Empty if there is none.
     QString infoDictionaryPath() const;
 
-    /// The contents of the AppStream metainfo file. Empty if there is no such file, or if it cannot
-    /// be read; a warning then names the place, once for each fault.
+    /// The contents of the AppStream metainfo file. Empty if there is no such file. Empty too if it
+    /// cannot be read or is malformed; then a warning is printed once.
     Metainfo metainfo() const;
 
-    /// The path of the file that metainfo() reads. Its name is bundleIdentifier() and
-    /// ".metainfo.xml". It is looked for in the program's resources (":/"), beside the executable,
-    /// and in ../share/metainfo from there. Empty if there is none.
+    /// The path of the file that metainfo() reads, such as ":/org.example.mail.metainfo.xml": the
+    /// name is bundleIdentifier(). The places, in this order, are the program's resources (":/"),
+    /// the executable's folder, and ../share/metainfo from there. Empty if there is no file.
     QString metainfoPath() const;
 
 private:

@@ -17,16 +17,17 @@ namespace NS {
 ///     if (!metainfo.releases.isEmpty())
 ///         label->setText(metainfo.releases.first().version);
 ///
-/// Members are empty if the file lacks the element. Texts are those in the first language of
-/// `QLocale().uiLanguages()` that the file has, else the untranslated ones. A plain value.
+/// A member is empty if the file lacks its element. Texts are in the first language of
+/// `QLocale().uiLanguages()` that the file has, otherwise untranslated. A plain value: it holds no
+/// file open, and any thread may read a copy of its own.
 struct Metainfo
 {
     /// A version of the program and its changes.
     struct Release
     {
         QString version; ///< "1.4"
-        QDate date; ///< invalid if the file names none
-        /// Paragraphs and list items, a line each; items begin with "• ".
+        QDate date; ///< invalid if the file has none
+        /// One line for each paragraph and list item. Items begin with "• ".
         QString description;
 
         bool operator==(const Release &) const = default;

@@ -29,15 +29,15 @@ public:
     QVariant read()
     {
         if (!nextChild())
-            fail(u"there is nothing in it"_s);
+            fail(u"the file has no element"_s);
         if (m_xml.name() != "plist"_L1)
-            fail(u"this is no property list: its outermost element is <%1>"_s.arg(m_xml.name()));
+            fail(u"this is not a property list: the outermost element is <%1>"_s.arg(m_xml.name()));
         if (!nextChild())
-            fail(u"this list is empty"_s);
+            fail(u"the property list is empty"_s);
         QVariant result = value(0);
         if (nextChild())
             fail(u"there is a second value"_s);
-        nextChild(); // nothing may follow the list
+        nextChild(); // fails if anything follows the list
         return result;
     }
 
@@ -72,23 +72,23 @@ private:
             bool isValid = false;
             const QString number = text();
             const double result = number.trimmed().toDouble(&isValid);
-            return isValid ? result : fail(u"\"%1\" is no number"_s.arg(number));
+            return isValid ? result : fail(u"\"%1\" is not a number"_s.arg(number));
         }
         if (tag == "true"_L1 || tag == "false"_L1) {
             if (!text().trimmed().isEmpty())
-                fail(u"a <%1> is empty"_s.arg(tag));
+                fail(u"<%1> must be empty"_s.arg(tag));
             return tag == "true"_L1;
         }
         if (tag == "date"_L1) {
             const QString date = text();
             const QDateTime result = QDateTime::fromString(date.trimmed(), Qt::ISODate);
-            return result.isValid() ? result.toUTC() : fail(u"\"%1\" is no date"_s.arg(date));
+            return result.isValid() ? result.toUTC() : fail(u"\"%1\" is not a date"_s.arg(date));
         }
         if (tag == "data"_L1) {
             const QByteArray bytes = text().simplified().remove(u' ').toLatin1();
             const auto decoded =
                     QByteArray::fromBase64Encoding(bytes, QByteArray::AbortOnBase64DecodingErrors);
-            return decoded ? *decoded : fail(u"this is no Base64"_s);
+            return decoded ? *decoded : fail(u"this is not Base64"_s);
         }
         return fail(u"there is no type \"%1\""_s.arg(tag));
     }
@@ -101,7 +101,7 @@ private:
                 fail(u"a <key> is missing before this <%1>"_s.arg(m_xml.name()));
             const QString key = text();
             if (map.contains(key))
-                fail(u"the key \"%1\" is there twice"_s.arg(key));
+                fail(u"the key \"%1\" occurs twice"_s.arg(key));
             if (!nextChild() || m_xml.name() == "key"_L1)
                 fail(u"the key \"%1\" has no value"_s.arg(key));
             map.insert(key, value(depth + 1));
@@ -121,7 +121,7 @@ private:
             return result;
         const qulonglong large = digits.toULongLong(&isValid, isHexadecimal ? 16 : 10);
         if (!isValid)
-            fail(u"\"%1\" is no integer"_s.arg(number));
+            fail(u"\"%1\" is not an integer"_s.arg(number));
         return large;
     }
 

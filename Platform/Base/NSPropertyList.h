@@ -11,7 +11,7 @@
 
 namespace NS {
 
-/// An error in a property list, with its place.
+/// Thrown for a malformed property list or metainfo file, with the place of the error.
 class PELLARVINE_EXPORT PropertyListError : public std::exception
 {
 public:
@@ -19,7 +19,7 @@ public:
     PropertyListError(QString file, int line, int column, const QString &message);
     ~PropertyListError() override;
 
-    /// The name that was passed to propertyListFromXML().
+    /// The name that was passed to propertyListFromXML(); from NS::Bundle, the file's path.
     const QString &file() const noexcept { return m_file; }
 
     /// The line of the error, from 1.

@@ -4,7 +4,14 @@
 #include <pellarvine/Platform/Global.h>
 
 /// @file
-/// The version of the library at compile time and at run time, by semantic versioning.
+/// The version of the library at compile time and at run time. Versions are semantic:
+///
+///     #if PELLARVINE_VERSION_MAJOR > 1 || PELLARVINE_VERSION_MINOR >= 2
+///         view->repaint(); // if that were new in 1.2
+///     #endif
+///     qInfo("runs with Pellarvine %s", reinterpret_cast<const char *>(PellarvineVersionString));
+///
+/// The variables are constant. Any thread may read them.
 
 #define PELLARVINE_VERSION_MAJOR 1 ///< increases with incompatible changes
 #define PELLARVINE_VERSION_MINOR 0 ///< increases with new API

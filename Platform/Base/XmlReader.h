@@ -17,9 +17,9 @@ struct XmlPlace
     int column = 0;
 };
 
-/// Reads the contents of a file. If they are not text, the first read is an error. A document type
-/// declaration with contents is an error: entities and default attributes could expand a small file
-/// into a large one, or read other files.
+/// Reads the contents of an XML file, and knows the places of its tags. Contents that are not text
+/// are an error of the first read. A document type declaration with contents is an error: entities
+/// and default attributes could expand a small file into a large one, or read other files.
 class PELLARVINE_PRIVATE_EXPORT XmlReader : public QXmlStreamReader
 {
 public:
@@ -28,20 +28,20 @@ public:
     /// As QXmlStreamReader::readNext(). A document type declaration with contents is an error.
     TokenType readNext();
 
-    /// Call it after readNext(). Raises an error for text that is not white space.
+    /// Raises an error if the last readNext() has read text other than white space.
     void refuseText();
 
-    /// Goes to the next element in the current one. False at its end and at an error, such as text
-    /// between the elements. Calls noteTag().
+    /// Goes to the next child of the current element and calls noteTag(). False at the end of the
+    /// current element and after an error, such as text between the children.
     bool readChild();
 
-    /// Call it after a start tag has been read if its place is needed.
+    /// Remembers the place of the start tag that has just been read, for place().
     void noteTag();
 
-    /// The place of the tag of the last noteTag(); after an error, the place of the error.
+    /// The place of the last noteTag(); after an error, the place of the error.
     XmlPlace place() const;
 
-    /// The present place of the reader.
+    /// The place that the reader has come to.
     XmlPlace position() const { return { int(lineNumber()), int(columnNumber()) + 1 }; }
 
 private:
@@ -50,9 +50,9 @@ private:
 
     QString m_text;
     XmlPlace m_place { 1, 1 };
-    int m_line = 1; // of m_lineStart
+    int m_line = 1; // the line that begins at m_lineStart
     qsizetype m_lineStart = 0;
-    qsizetype m_scanned = 0;
+    qsizetype m_scanned = 0; // line ends before it are counted
     qsizetype m_tokenStart = 0;
 };
 

@@ -20,7 +20,7 @@ QString undoubled(QString text)
 
 std::optional<BindingFormat> BindingFormat::parsed(const QString &text)
 {
-    // At most two digits, so that a file cannot ask for gigabytes of blanks.
+    // Width and precision have at most two digits, so a file cannot demand gigabytes of spaces.
     static const QRegularExpression sentence(
             uR"(^((?:[^%]|%%)*)%([-+ #0]*\d{0,2}(?:\.\d{0,2})?)([dixXoeEfFgGs])((?:[^%]|%%)*)$)"_s,
             QRegularExpression::DotMatchesEverythingOption);

@@ -11,19 +11,20 @@
 
 namespace Pellarvine::detail {
 
-/// A printf format with a single conversion, checked, so that no text can reach past its argument.
+/// A checked printf format. It has exactly one conversion, so printf reads no missing argument.
 class PELLARVINE_PRIVATE_EXPORT BindingFormat
 {
 public:
-    /// Nothing if `text` is no such format.
+    /// Returns nothing if `text` has no conversion, several, or one that is not supported.
     static std::optional<BindingFormat> parsed(const QString &text);
 
-    /// An empty text for no value, and the value's text if it is no number where one is needed.
+    /// The formatted value. Empty for an invalid QVariant. If the conversion needs a number and
+    /// `value` is not one, the text of `value` without the format.
     QString apply(const QVariant &value) const;
 
 private:
-    QString m_before; // with its percent signs undoubled
-    QByteArray m_conversion; // "%8.2f", with the length that apply() passes
+    QString m_before; // with "%" for "%%"
+    QByteArray m_conversion; // "%8.2f"; "%8lld", with the length of the type that apply() passes
     QString m_after;
     char m_type = 's';
 };

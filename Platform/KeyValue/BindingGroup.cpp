@@ -15,8 +15,8 @@ namespace Pellarvine {
 
 struct BindingGroup::Private
 {
-    std::vector<std::function<void()>> pending; // empty ones have been forgotten
-    QHash<const void *, std::size_t> places; // of the keys in it
+    std::vector<std::function<void()>> pending; // empty after forget()
+    QHash<const void *, std::size_t> places; // in `pending`, by key
     bool isFlushing = false;
 };
 
@@ -66,7 +66,7 @@ void BindingGroup::flush()
         return;
     d->isFlushing = true;
     const QPointer<BindingGroup> self = this;
-    // A carried change may end bindings that wait for their turn, and delete the group.
+    // A change that is carried may end bindings that are still pending, and may delete the group.
     for (std::size_t index = 0; self && index < d->pending.size(); ++index) {
         if (const auto carry = std::exchange(d->pending[index], nullptr))
             detail::warnOfExceptions(carry);

@@ -10,8 +10,8 @@
 
 namespace Pellarvine {
 
-/// Carries the changes of its bindings once for each turn of the event loop, so that no target sees
-/// a state in between:
+/// Collects changes and carries each binding of the group once, when the event loop runs next. The
+/// targets see no state in between:
 ///
 ///     Pellarvine::BindingGroup group;
 ///     NS::bind(label, u"text"_s, { { person, u"first"_s }, { person, u"last"_s } }, &fullName,
@@ -19,24 +19,25 @@ namespace Pellarvine {
 ///     person->setFirst(u"Ada"_s);
 ///     person->setLast(u"Lovelace"_s); // fullName() is called once, when the event loop runs
 ///
-/// A binding that is not in a group carries each change at once. Bindings that change while the
-/// group carries changes do so at once, too. Main thread only.
+/// A binding that is not in a group carries each change at once. While the group carries changes,
+/// its bindings carry new changes at once, too. An exception that a binding throws then is caught
+/// and printed as a warning. Main thread only.
 class PELLARVINE_EXPORT BindingGroup : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Without bindings.
+    /// A group without bindings. `parent` owns it.
     explicit BindingGroup(QObject *parent = nullptr);
-    /// Carries what is pending. The group's bindings then carry each change at once.
+    /// Carries all pending changes. After that, its bindings carry each change at once.
     ~BindingGroup() override;
 
-    /// Whether a change waits to be carried.
+    /// Whether a change is waiting.
     bool isPending() const;
 
     /// @cond internal
-    // For bindings. `carry` is called by the next flush(), once for all calls with that key; the
-    // last call's counts. False if changes are to be carried at once.
+    // Called by bindings. The next flush() calls `carry`; of several calls with one key, it calls
+    // the last one's. Returns false during a flush: the caller then carries the change itself.
     bool defer(const void *key, std::function<void()> carry);
     void forget(const void *key);
     /// @endcond

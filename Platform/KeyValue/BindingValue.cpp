@@ -53,7 +53,7 @@ QString boundProperty(const QObject *object, const QString &binding)
     const QMetaProperty user = metaObject->userProperty();
     if (user.isValid())
         return QString::fromUtf8(user.name());
-    // Qt declares none there.
+    // These have no USER property.
     if (object->inherits("QCalendarWidget"))
         return u"selectedDate"_s;
     return object->inherits("QAction") ? u"checked"_s : binding;
@@ -106,7 +106,7 @@ bool isBlank(const QVariant &value)
            || (value.typeId() == QMetaType::QString && value.toString().trimmed().isEmpty());
 }
 
-QString misfit(QMetaType type)
+QString conversionMessage(QMetaType type)
 {
     if (type.id() == QMetaType::Double || type.id() == QMetaType::Float)
         return QCoreApplication::translate("NS::Binding", "Enter a number.");

@@ -11,7 +11,7 @@
 
 namespace Pellarvine::detail {
 
-/// Calls a function with each change, whatever has changed.
+/// Calls a function with each new value, for any key path.
 class ChangeObserver : public NS::KeyValueObserver
 {
 public:

@@ -16,13 +16,13 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Names, so that the classes need not be linked.
+// By name, so that this library needs no widget classes.
 class ChangeSignals
 {
 public:
     static ChangeSignals &shared()
     {
-        // Never destroyed: observers in static variables may ask late.
+        // Never destroyed: an observer in a static variable may need it when the process exits.
         static auto *const signalTable = new ChangeSignals;
         return *signalTable;
     }
@@ -41,7 +41,7 @@ public:
 
 private:
     mutable std::mutex m_mutex;
-    // What the editors of Qt leave out.
+    // Properties of Qt's editors that are declared without NOTIFY.
     QHash<std::pair<QByteArray, QByteArray>, QByteArray> m_signals {
         { { "QTextEdit", "plainText" }, "textChanged()" },
         { { "QTextEdit", "html" }, "textChanged()" },

@@ -8,8 +8,8 @@ QT_FORWARD_DECLARE_STRUCT(QMetaObject)
 
 namespace Pellarvine::detail {
 
-/// The index of the signal that tells when `property` of an object of this class changes: its
-/// NOTIFY signal, else the registered one; -1 if there is neither.
+/// The index of the signal that reports changes of `property`: its NOTIFY signal, otherwise the
+/// registered one. -1 if there is neither. Any thread.
 int changeSignal(const QMetaObject *metaObject, const QMetaProperty &property);
 
 } // namespace Pellarvine::detail

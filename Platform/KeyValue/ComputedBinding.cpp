@@ -75,7 +75,7 @@ private:
     {
         changed();
     }
-    void fired(const Slot *) override { changed(); } // a source is gone
+    void fired(const Slot *) override { changed(); } // a source was destroyed
 
     void changed()
     {
@@ -118,7 +118,7 @@ private:
     std::vector<Subscription> m_destructions; // of the sources
     std::function<QVariant(const QVariantList &)> m_function;
     QPointer<Pellarvine::BindingGroup> m_group;
-    QVariant m_value; // what the function has returned last
+    QVariant m_value; // the last result of the function
     bool m_hasEnded = false;
 };
 

@@ -77,7 +77,7 @@ ControlBinding *ControlBindings::find(const QString &name) const
 
 bool ControlBindings::commit()
 {
-    const auto bindings = m_byName; // any of them may end meanwhile
+    const auto bindings = m_byName; // a copy, because any of them may end meanwhile
     bool isDone = true;
     for (const auto &[name, binding] : bindings)
         isDone = binding->commit() && isDone;

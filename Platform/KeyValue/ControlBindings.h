@@ -13,7 +13,7 @@
 
 namespace Pellarvine::detail {
 
-/// One binding, of one property of a control.
+/// A binding of one property of a control.
 class ControlBinding
 {
 public:
@@ -22,67 +22,70 @@ public:
     ControlBinding &operator=(const ControlBinding &) = delete;
     virtual ~ControlBinding() = default;
 
-    /// Makes the first pass and begins to observe. Throws what that can throw.
+    /// Writes the first value and begins to observe the model. Throws KeyValueException, and what
+    /// the program's functions throw.
     virtual void start() = 0;
 
-    /// No more passes. A pass that runs keeps the binding alive until it returns.
+    /// Stops the binding. A pass that is running keeps the object alive until it returns.
     virtual void end() = 0;
 
-    /// See infoForBinding().
+    /// For NS::infoForBinding().
     virtual QVariantMap info() const = 0;
 
-    /// Another property of the control has been written, which may have made room for a value that
-    /// the control could not show.
+    /// Called after another binding has written to the control. A new range, for example, may let
+    /// the control show a value that it could not hold before.
     virtual void siblingShown() { }
 
-    /// Whether the control edits nothing, since an object on the way to its property is null.
+    /// Whether the control is to be disabled because an object on the model's path is null.
     virtual bool lacksSelection() const { return false; }
 
-    /// See commitEditing().
+    /// For NS::commitEditing(): writes the edit. False if it is refused.
     virtual bool commit() { return true; }
 
-    /// Shows the model's value in place of what the user made of it.
+    /// Shows the model's value again in place of the user's edit.
     virtual void discard() { }
 };
 
-/// A child of the control.
+/// The bindings of a control. The object is a child of the control.
 class PELLARVINE_PRIVATE_EXPORT ControlBindings : public QObject
 {
 public:
-    /// Null if the control has no bindings.
+    /// The bindings of a control, or null if it has none.
     static ControlBindings *of(const QObject *control);
-    /// Makes them if need be.
+    /// The same; makes the object if the control has none.
     static ControlBindings &made(QObject *control);
 
     ~ControlBindings() override;
 
-    /// Starts the binding, after whatever had that name has ended. Throws what start() throws; the
-    /// name is unbound then.
+    /// Ends an earlier binding of that name and starts `binding`. Throws what start() throws; then
+    /// the name has no binding.
     void add(const QString &name, const std::shared_ptr<ControlBinding> &binding);
     void remove(const QString &name);
     ControlBinding *find(const QString &name) const;
 
-    /// False if one of them could not commit. All are asked.
+    /// Commits all bindings. False if one of them refuses.
     bool commit();
 
-    /// Calls `write`, which writes a property of the control on a model's behalf. What the control
-    /// reports meanwhile is no edit. May destroy this object.
+    /// Calls `write`, which writes the model's value to the control, and then siblingShown() of the
+    /// other bindings. Changes that the control reports meanwhile are not edits of the user. The
+    /// call may destroy this object.
     void show(const ControlBinding *binding, const std::function<void()> &write);
     bool isShowing() const { return *m_showing > 0; }
 
-    /// The `enabled` that a binding wants for the control; a control that lacks its selection gets
-    /// it later. False if this is no widget: then it is up to the caller.
+    /// Called with the value of a binding of `enabled`. If the control is disabled because a
+    /// binding lacks its selection, remembers the value for later and returns true. Otherwise the
+    /// caller writes it.
     bool keepEnabled(const QVariant &enabled);
-    /// Disables a widget, one of whose bindings lacks a selection, or enables it again.
+    /// Disables the widget if one of its bindings lacks a selection, otherwise restores `enabled`.
     void selectionChanged();
 
 private:
     explicit ControlBindings(QObject *control);
 
     std::map<QString, std::shared_ptr<ControlBinding>> m_byName;
-    std::shared_ptr<int> m_showing = std::make_shared<int>(0); // calls of show() that run
-    bool m_isRefreshing = false; // the bindings that have room now, which make room for no other
-    QVariant m_enabled; // what the control gets back; no value while nothing lacks a selection
+    std::shared_ptr<int> m_showing = std::make_shared<int>(0); // running calls of show()
+    bool m_isRefreshing = false; // siblingShown() is being called, and must not call itself
+    QVariant m_enabled; // restored later; invalid unless a binding lacks a selection
 };
 
 } // namespace Pellarvine::detail

@@ -11,8 +11,8 @@ namespace Pellarvine::detail {
 
 class ControlBinding;
 
-/// Sent to a model when a control begins to hold an edit of one of its properties that the property
-/// does not have, since it waits or was refused, and when the control no longer does.
+/// Sent to a model when a control begins to hold an edit that is not in the model, and when it no
+/// longer holds it. Such an edit waits for its commit, or was refused.
 class PELLARVINE_PRIVATE_EXPORT EditingEvent : public QEvent
 {
 public:
@@ -21,7 +21,7 @@ public:
     static QEvent::Type eventType();
 
     const QString &property() const { return m_property; }
-    /// Alive until the event that says that it no longer holds the edit has been sent.
+    /// Valid until the second event has been sent, whose isEditing() is false.
     ControlBinding *editor() const { return m_editor; }
     bool isEditing() const { return m_isEditing; }
 

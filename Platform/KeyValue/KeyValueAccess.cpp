@@ -53,7 +53,7 @@ bool isPlain(QMetaType type)
            && type.alignOf() <= qsizetype(alignof(std::max_align_t));
 }
 
-// A class that declares a `visible` of its own is taken at its word.
+// A class that declares its own `visible` is read through its getter.
 bool isExplicitState(const QObject *object, const QMetaProperty &property)
 {
     const QByteArrayView name = property.name();
@@ -66,7 +66,7 @@ QVariant explicitState(const QObject *widget, const Access &access, const QStrin
     const bool isEnabled = key == "enabled"_L1;
     if (const WidgetAccess *const installed = widgetAccess())
         return isEnabled ? installed->enabled(widget) : installed->visible(widget);
-    // Without the widgets library it is known of some widgets only.
+    // Without the widgets library, the state of some widgets only can be derived from the getters.
     if (widget->metaObject()->property(access.index).read(widget).toBool())
         return true;
     const QObject *const parent = widget->parent();
@@ -100,7 +100,7 @@ bool isInteger(QMetaType type)
     }
 }
 
-// QVariant rounds 3.7 to 4, cuts integers that are too long and calls any text true.
+// QVariant::convert() rounds 3.7 to 4, truncates large integers and turns any text into true.
 bool keepsAll(const QVariant &value, const QVariant &converted)
 {
     const QMetaType from = value.metaType();
@@ -121,7 +121,7 @@ bool keepsAll(const QVariant &value, const QVariant &converted)
     return !source || !*source || !target || *target;
 }
 
-// `value` as something of `type`, or nothing if it does not fit.
+// `value` converted to `type`. Nothing if it does not fit.
 std::optional<QVariant> converted(const QVariant &value, QMetaType type)
 {
     if (!type.isValid() || type.id() == QMetaType::QVariant || value.metaType() == type)
@@ -134,21 +134,21 @@ std::optional<QVariant> converted(const QVariant &value, QMetaType type)
     return result;
 }
 
-// What the exception says about a value that does not fit.
+// The text of the exception for a value that does not fit.
 QString description(const QVariant &value, QMetaType type)
 {
     QString text = value.toString();
     if (value.typeId() == QMetaType::QString)
         text = u"\"%1\""_s.arg(text);
-    return u"%1%2 is no %3"_s.arg(QString::fromUtf8(value.typeName()),
-                                  text.isEmpty() ? text : u" "_s + text,
-                                  QString::fromUtf8(type.name()));
+    return u"%1%2 does not fit into %3"_s.arg(QString::fromUtf8(value.typeName()),
+                                              text.isEmpty() ? text : u" "_s + text,
+                                              QString::fromUtf8(type.name()));
 }
 
 void writeDynamic(QObject *object, const QString &key, const QVariant &value, const KeyPath &path)
 {
     const QByteArray name = key.toUtf8();
-    // An invalid value would remove the property, and with it the key.
+    // setProperty() with an invalid value would remove the property.
     QVariant written = value.isValid() ? value : NS::nullObject();
     if (object->property("keepsPropertyTypes").toBool()) {
         const QMetaType type = object->property(name.constData()).metaType();
@@ -166,7 +166,7 @@ bool isEmpty(const QVariant &value)
     return !value.isValid() || NS::isNullObject(value);
 }
 
-// The property `key` of the gadget in a container, or of the one that it points to.
+// The property `key` of a gadget in a QVariant, or of a gadget that the QVariant points to.
 struct GadgetProperty
 {
     QMetaProperty property;
@@ -199,8 +199,9 @@ struct GadgetProperty
 bool replaceInside(QVariant &container, const Keys &keys, qsizetype index, const QVariant &value,
                    const KeyPath &path);
 
-// Changes what `inner`, an object or a container, holds under keys[index...]. True if it is another
-// one by that and has to be written back: not an object, and not where the way ends at nothing.
+// Writes `value` to keys[index...] of `inner`, an object or a container. True if `inner` has
+// changed and must be written back. It is false for an object, which is changed in place, and if a
+// value on the path is null, which changes nothing.
 bool setInside(QVariant &inner, const Keys &keys, qsizetype index, const QVariant &value,
                const KeyPath &path)
 {
@@ -277,7 +278,7 @@ Access findProperty(QObject *object, const QString &key, const KeyPath &path)
              u"it can only be written"_s);
     access.type = property.metaType();
     access.isWritable = property.isWritable();
-    // A D-Bus interface answers in a variant of its own.
+    // The getter of a D-Bus interface returns its value in a QVariant of its own.
     access.isExplicitState = isExplicitState(object, property);
     access.isPlain = isPlain(access.type) && !access.isExplicitState
                      && !object->inherits("QDBusAbstractInterface");
@@ -311,7 +312,7 @@ void writeProperty(QObject *object, const Access &access, const QString &key, co
         property.reset(object);
         return;
     }
-    // Left to QMetaProperty: it knows the names of an enumeration's values.
+    // QMetaProperty converts names of enumeration values; converted() cannot.
     const bool isName = property.isEnumType() && value.typeId() == QMetaType::QString;
     const auto fitting = isName ? value : converted(value, property.metaType());
     if (!fitting || !property.write(object, *fitting))

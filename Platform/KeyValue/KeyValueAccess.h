@@ -15,62 +15,64 @@ QT_FORWARD_DECLARE_CLASS(QObject)
 
 namespace Pellarvine::detail {
 
-/// The whole path that a key belongs to, for the exception's sake.
+/// The whole key path, for exceptions.
 using KeyPath = QString;
 using Keys = QStringList;
 
-/// The keys of a path from `root`. Throws if one of them is empty.
+/// The keys of `path`. Throws if one of them is empty; the exception names the class of `root`.
 Keys keys(const QObject *root, const KeyPath &path);
 
-/// In bytes. The alignment is at most std::max_align_t's.
+/// The greatest size in bytes of the type of a PlainProperty. Its alignment is at most that of
+/// std::max_align_t.
 inline constexpr qsizetype longestPlain = 64;
 
-/// How a key of an object is reached, looked up once.
+/// The way to read and write a key of an object, looked up once.
 struct Access
 {
-    QMetaType type; ///< of a declared property
-    int index = -1; ///< of a declared property in its meta-object; -1 for a dynamic one
-    /// Can be a PlainProperty: its type is no pointer, which key-value coding treats as an object
-    /// or null, has an ==, and is no longer than longestPlain.
+    QMetaType type; ///< invalid for a dynamic property
+    int index = -1; ///< in the meta-object; -1 for a dynamic property
+    /// Whether it can be a PlainProperty. Its type has an ==, is at most longestPlain bytes long,
+    /// and is not a pointer: key-value coding treats pointers as objects or null.
     bool isPlain = false;
     bool isWritable = true;
-    /// A widget's own `visible` or `enabled`: read as they were set, where Qt's getters tell what
-    /// the ancestors make of them. No value where that is unknown.
+    /// Whether it is the `visible` or `enabled` of a QWidget. These are read as the program has set
+    /// them; Qt's getters depend on the ancestors too. The value is invalid if it is not known.
     bool isExplicitState = false;
 };
 
-/// The key's access. Throws if the object has no such key or cannot read it.
+/// Looks up a key. Throws if the object has no such key or cannot read it.
 Access findProperty(QObject *object, const QString &key, const KeyPath &path);
 
-/// Reads as it stands: null pointers stay what they are. No value for a dynamic property that has
+/// Reads a property. A null pointer stays a null pointer. Invalid for a dynamic property that has
 /// been removed.
 QVariant readProperty(QObject *object, const Access &access, const QString &key);
 
-/// Throws if the property is read-only or cannot take the value.
+/// Writes a property. Throws if it is read-only or cannot take the value.
 void writeProperty(QObject *object, const Access &access, const QString &key, const QVariant &value,
                    const KeyPath &path);
 
-/// What the gadget or map `container` holds under `key`. Throws if it is neither, or has no such
-/// key; a map may lack it.
+/// The value of `key` in the gadget or map `container`. Invalid if a map lacks the key. Throws if a
+/// gadget lacks it, and if `container` is neither.
 PELLARVINE_PRIVATE_EXPORT QVariant valueInside(const QVariant &container, const QString &key,
                                                const KeyPath &path);
 
-/// Writes to the end of keys[first...], starting at an object.
+/// Writes `value` to the path keys[first...] of `object`.
 void setValue(QObject *object, const Keys &keys, qsizetype first, const QVariant &value,
               const KeyPath &path);
 
-/// Any arithmetic type, bool and enumerations too.
+/// Whether `type` is an arithmetic type, such as bool, or an enumeration.
 bool isNumber(QMetaType type);
 
-/// The object that `value` holds, by a pointer or a shared one: null for a null pointer, nothing if
-/// it holds something else.
+/// The object that `value` points to, by a plain or a shared pointer. Null for a null pointer.
+/// Nothing if `value` is not such a pointer.
 PELLARVINE_PRIVATE_EXPORT std::optional<QObject *> object(const QVariant &value);
 
-/// Nothing for a null pointer and the null object, else the value.
+/// An invalid QVariant for a null pointer and the null object, otherwise `value`.
 PELLARVINE_PRIVATE_EXPORT QVariant withoutNull(const QVariant &value);
 
-/// The index of the object's own isEqual(QObject *), or -1; and the answer of that method.
+/// The index of the object's method isEqual(QObject *), or -1.
 int isEqualMethod(const QObject *object);
+/// Whether the objects are equal. `method` is the isEqualMethod() of `first`.
 bool isEqual(QObject *first, QObject *second, int method);
 
 } // namespace Pellarvine::detail

@@ -11,7 +11,7 @@ QVariant valueForKeyPath(QObject *object, const QString &keyPath)
     QVariant value = QVariant::fromValue(object);
     for (const QString &key : keys) {
         if (const auto holder = detail::object(value)) {
-            // Only the object that was asked may not be null.
+            // Null is an error at the start of the path only.
             if (!*holder && &key != &keys.constFirst())
                 return {};
             const detail::Access access = detail::findProperty(*holder, key, keyPath);

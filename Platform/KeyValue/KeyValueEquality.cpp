@@ -56,7 +56,7 @@ std::optional<Number> number(const QVariant &value)
 
 bool isEqual(double value, const Number &integer)
 {
-    // Not by making a double of the integer: above 2^53 that rounds.
+    // Conversion of the integer to double would round above 2^53.
     if (value != std::trunc(value))
         return false;
     constexpr double past = 9223372036854775808.0; // 2^63

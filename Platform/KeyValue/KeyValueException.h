@@ -10,36 +10,38 @@
 
 namespace NS {
 
-/// What key-value coding and observing throw, the one exception of both: a key path that does not
-/// fit the objects it is used on.
+/// Thrown by key-value coding, observing and bindings for a key path or a value that does not fit
+/// the objects:
 ///
 ///     try {
 ///         NS::setValueForKeyPath(window, u"toolBar.depth"_s, 32);
 ///     } catch (const NS::KeyValueException &error) {
 ///         qWarning("%s", error.what()); // ToolBar has no key "depth" (key path "toolBar.depth")
 ///     }
+///
+/// It holds texts only: it may outlive the objects, and be passed to another thread.
 class PELLARVINE_EXPORT KeyValueException : public std::exception
 {
 public:
-    /// What is wrong with the key.
+    /// The kind of failure.
     enum Reason {
-        undefinedKey, ///< the class has no such key, or one that cannot be read
+        undefinedKey, ///< the class has no such key, or the key cannot be read
         readOnly, ///< the key cannot be written
-        notConvertible, ///< the key's type cannot take the value without losing some of it
-        notObservable, ///< the key can change without telling anybody
+        notConvertible, ///< the value cannot be converted to the key's type without loss
+        notObservable, ///< the key can change, and no signal reports it
     };
 
-    /// `detail` is added to what what() says: the value that did not fit, say.
+    /// `detail` is appended to the text of what(), for example the value that does not fit.
     KeyValueException(Reason reason, const QByteArray &className, const QString &keyPath,
                       const QString &key, const QString &detail = {});
     ~KeyValueException() override;
 
-    Reason reason() const noexcept { return m_reason; } ///< as it was made
+    Reason reason() const noexcept { return m_reason; } ///< as passed to the constructor
 
-    /// The class of the object that was asked, or the name of the value's type.
+    /// The class of the object, or the type of the gadget, that lacks the key or refuses the value.
     const QByteArray &className() const noexcept { return m_className; }
 
-    /// The whole path as it was given.
+    /// The whole key path that was used.
     const QString &keyPath() const noexcept { return m_keyPath; }
 
     /// The key of the path that failed.

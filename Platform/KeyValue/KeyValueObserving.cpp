@@ -34,13 +34,13 @@ void KeyValueObserver::pathChanged(detail::Registration &path)
     KeyValueChange change { path.value() };
     if (!change.newValue.isValid())
         change.newValue = nullObject();
-    // Copies, since the registration may end in the call.
+    // Copied, because the registration may end in the call.
     const QString keyPath = path.keyPath();
     const char *const className = path.root() ? path.root()->metaObject()->className() : "nullptr";
     try {
         observeValue(keyPath, path.root(), &change);
     } catch (const KeyValueException &) {
-        throw; // names its class and key path already
+        throw; // its text names the class and the key path
     } catch (...) {
         throw detail::ObserverFailure { std::current_exception(), std::string("the observer of ")
                                                                           + className + '.'

@@ -17,22 +17,21 @@ class Registration;
 
 namespace NS {
 
-/// What an observer asks to be told.
+/// When an observer is called.
 enum class KeyValueObservingOptions {
-    newValue = 1, ///< changes carry the new value
-    newValueAndInitial = 1 | 4, ///< and the observer is told once while it is being registered
+    newValue = 1, ///< after each change, with the new value
+    newValueAndInitial = 1 | 4, ///< also once during addObserver(), with the current value
 };
 
-/// What an observer is told of a change.
+/// A change, as an observer gets it.
 struct KeyValueChange
 {
-    /// The null object where the property has become null, or an object on the way to it has.
+    /// The null object if the property, or an object on the path to it, is null now.
     QVariant newValue;
 };
 
-/// Is told of the changes of the key paths it is registered for, on the thread that makes them and
-/// before the setter that makes them returns. `Pellarvine::Observer` calls a function instead of
-/// taking a subclass:
+/// Base class of observers. observeValue() is called for each change of the key paths that the
+/// observer is registered for. `Pellarvine::Observer` calls a function and needs no subclass.
 ///
 ///     class Logger : public NS::KeyValueObserver {
 ///         void observeValue(const QString &keyPath, QObject *, const NS::KeyValueChange *change)
@@ -41,23 +40,28 @@ struct KeyValueChange
 ///     NS::addObserver(window, &logger, u"document.title"_s,
 ///                     NS::KeyValueObservingOptions::newValue);
 ///
-/// It may be destroyed within observeValue(); all its registrations end with it. An exception that
-/// observeValue() lets out goes to the caller of addObserver() if it comes from the initial call.
-/// Later ones are caught, and printed as a warning.
+/// The calls come on the thread that changes the property, before its setter returns. Registering,
+/// changing and destroying are not synchronized: do not let one thread change the property while
+/// another registers, removes or destroys the observer.
+///
+/// The destructor removes all registrations, and may run within observeValue(). An exception from
+/// observeValue() is passed on by addObserver() if it comes from the initial call. A later one is
+/// caught and printed as a warning.
 class PELLARVINE_EXPORT KeyValueObserver
 {
 public:
-    KeyValueObserver() = default; ///< registered for nothing
+    KeyValueObserver() = default; ///< without registrations
     KeyValueObserver(const KeyValueObserver &) = delete;
     KeyValueObserver &operator=(const KeyValueObserver &) = delete;
     virtual ~KeyValueObserver();
 
-    /// `object` is the one that was registered, also if the change is further along the path.
+    /// `object` is the object that was registered, even if the change was made in a later object of
+    /// the path.
     virtual void observeValue(const QString &keyPath, QObject *object,
                               const KeyValueChange *change) = 0;
 
 protected:
-    /// Not API: what a registration calls; boxes the value and calls observeValue().
+    /// Not API: called by a registration. Reads the value and calls observeValue().
     virtual void pathChanged(detail::Registration &path);
 
 private:
@@ -66,33 +70,33 @@ private:
 
     void remove(detail::Registration *registration);
 
-    detail::Registration *m_registrations = nullptr; // the latest first
+    detail::Registration *m_registrations = nullptr; // a linked list, the latest first
 };
 
-/// Tells `observer` of every change of `keyPath` from now on. The registration follows when an
-/// object on the way is replaced or destroyed, which counts as a change, and falls silent when
-/// `object` itself is destroyed: neither is kept alive.
+/// Calls `observer` for each change of `keyPath` from now on. If an object on the path is replaced
+/// or destroyed, that is a change, and the registration follows the new object. After `object` is
+/// destroyed there are no more calls. The objects are not kept alive, and `observer` is not owned.
 ///
-/// Changes are learnt from NOTIFY signals, the signals of registerChangeSignal(), bindable
-/// properties, and the events of dynamic ones. Throws `KeyValueException` for a key that is not
-/// there, and for one that can change without saying so; nothing is registered then. If an object
-/// that comes in later lacks a key, the path ends at nothing and a warning is printed.
+/// A change is noticed by the NOTIFY signal of a property or that of registerChangeSignal(), by a
+/// bindable property's notifier, or by the change event of a dynamic property. Constant properties
+/// do not change. Throws `KeyValueException` for a key that does not exist, and for a key that can
+/// change unnoticed; nothing is registered then. If a later object on the path lacks a key, the
+/// value is the null object and a warning is printed.
 PELLARVINE_EXPORT void addObserver(QObject *object, KeyValueObserver *observer,
                                    const QString &keyPath, KeyValueObservingOptions options);
 
-/// Names the signal that tells of the changes of a property that has no NOTIFY signal, for this
-/// class and those derived from it. The editors of Qt Widgets are known already, the plain text of
-/// a QTextEdit say:
+/// Sets the change signal of a property without a NOTIFY signal, for this class and the classes
+/// derived from it. The signals of Qt's own editors, such as `plainText` of a QTextEdit, are known:
 ///
 ///     NS::registerChangeSignal(Dial::staticMetaObject, "angle", "moved(double)");
 ///
-/// Throws `KeyValueException` if the class lacks the property or the signal. To be called once,
-/// before the property is observed; thread-safe.
+/// Throws `KeyValueException` if the class lacks the property or the signal. Call it once, before
+/// the property is observed. Any thread.
 PELLARVINE_EXPORT void registerChangeSignal(const QMetaObject &metaObject,
                                             const QByteArray &property, const QByteArray &signal);
 
-/// Ends the latest registration of `observer` for that object and key path. Throws
-/// `KeyValueException` (undefinedKey) if there is none.
+/// Removes the latest registration of `observer` for that object and key path. Throws
+/// `KeyValueException` with the reason undefinedKey if there is no such registration.
 PELLARVINE_EXPORT void removeObserver(QObject *object, KeyValueObserver *observer,
                                       const QString &keyPath);
 

@@ -22,15 +22,15 @@ struct WatchedPath::Link
 struct WatchedPath::Walk
 {
     Keys keys;
-    std::vector<Link> middles; // from the root on, without the leaf
+    std::vector<Link> middles; // the links before the leaf, the root first
     QObject *leaf = nullptr; // null if the path ends early
     int leafFirstKey = 0;
     std::vector<Subscription> destructions; // of the objects of all links
-    // An object on the way does not tell when it changes, so that every use walks the path anew.
+    // An object on the path does not report its changes, so each access follows the path again.
     bool isVolatile = false;
     bool isObserving = false;
 
-    // Where a link's keys lead.
+    // The target of a link's keys: another object, or the value at the end.
     struct Next
     {
         QObject *object = nullptr;
@@ -163,7 +163,7 @@ bool WatchedPath::leafHasTail() const
     return m_walk->leafFirstKey + 1 < m_walk->keys.size();
 }
 
-// Adds the links from `object` on.
+// Adds links, beginning with `object` and its key `firstKey`.
 void WatchedPath::build(QObject *object, int firstKey)
 {
     while (object) {
@@ -171,7 +171,8 @@ void WatchedPath::build(QObject *object, int firstKey)
         const Access access = findProperty(object, key, m_keyPath);
         const bool isLastKey = firstKey + 1 == m_walk->keys.size();
         Subscription changes;
-        // What leads on is watched for either purpose; what is only written to need not speak up.
+        // A property that leads to the next object is observed for both purposes. One that is only
+        // written need not report its changes.
         if (m_walk->isObserving || !isLastKey) {
             try {
                 changes = Subscription::toChanges(object, access, key, m_keyPath, this);
@@ -190,7 +191,7 @@ void WatchedPath::build(QObject *object, int firstKey)
             m_walk->leaf = object;
             m_walk->leafFirstKey = firstKey;
             m_access = access;
-            // Nor can the inside of a value be read in place.
+            // A value inside a gadget or map cannot be accessed directly.
             m_access.isPlain &= isLastKey && !m_walk->isVolatile;
             return;
         }
@@ -199,7 +200,7 @@ void WatchedPath::build(QObject *object, int firstKey)
     }
 }
 
-// Drops the links from `index` on.
+// Removes the leaf and the links from `index` on.
 void WatchedPath::cut(std::size_t index)
 {
     auto &middles = m_walk->middles;
@@ -226,14 +227,14 @@ bool WatchedPath::update(const Slot *slot)
     return isChanged && m_walk->isObserving && (hadLeaf || m_walk->leaf);
 }
 
-// Makes the path up to date after an event on the way. False if there is nothing to tell.
+// Rebuilds the path after an event of `slot`. False if the value has not changed.
 bool WatchedPath::rebuild(const Slot *slot)
 {
     auto &middles = m_walk->middles;
     for (std::size_t i = 0; i < m_walk->destructions.size(); ++i) {
         if (m_walk->destructions[i].slot() == slot) {
             cut(i);
-            // Without its root, the path is silent for good.
+            // The root was destroyed: observers are not called any more.
             return i > 0;
         }
     }
@@ -248,7 +249,7 @@ bool WatchedPath::rebuild(const Slot *slot)
     try {
         next = m_walk->next(object, access, firstKey, m_keyPath);
     } catch (...) {
-        // The path ends here now, and goes on when this link changes again.
+        // The path ends here until this link changes again.
         if (isLeaf)
             middles.push_back({ object, access, firstKey, std::exchange(m_changes, {}) });
         cut(index + 1);

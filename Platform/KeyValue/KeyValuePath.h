@@ -14,60 +14,61 @@
 
 namespace Pellarvine::detail {
 
-/// A path is a chain of links, one to each object on the way; the last is its leaf. A link holds
-/// the access to the first of its keys; further keys lead into a gadget or a map and are looked up
-/// in each value. The objects are watched, so that no link dangles.
+/// A key path from an object, kept up to date while the objects on it change. It is a chain of
+/// links, one for each object on the path; the last link is the leaf. A link holds the access to
+/// its first key. Further keys of the link lead into a gadget or a map, and are looked up in each
+/// value. The destruction of an object shortens the chain, so no link dangles.
 class PELLARVINE_INTERNAL_EXPORT WatchedPath : protected Listener
 {
 public:
     enum Purpose {
-        observing, ///< isTold() is asked at every change
-        targeting, ///< only kept up to date, to be read and written
+        observing, ///< changes of the value are reported by isTold()
+        targeting, ///< the value is read and written; its changes are not observed
     };
 
-    /// Walks the path; throws what that can throw.
+    /// Throws KeyValueException for a key that does not exist, or that cannot be observed.
     WatchedPath(NS::ObjectReference root, QString keyPath, Purpose purpose);
     virtual ~WatchedPath();
 
-    /// Null once it is destroyed.
+    /// Null after the object was destroyed.
     QObject *root() const { return m_root.get(); }
     const QString &keyPath() const { return m_keyPath; }
     /// "Person.address.city", for messages.
     std::string name() const;
 
-    /// Where the value is.
+    /// The place of the value.
     struct Place
     {
         QObject *object = nullptr; ///< the last object on the way
         QString key; ///< the property of that object
-        bool isMissing = false; ///< null on the way: there is nothing that could hold a value
+        bool isMissing = false; ///< an object or value on the path is null, so there is no place
     };
     Place place() const;
 
-    /// Goes on watching the root, but no longer keeps it alive.
+    /// The root is no longer kept alive. It is still observed.
     void releaseRoot();
 
-    /// No value for null, and where the path ends early.
+    /// Invalid if the value, or an object on the path, is null.
     QVariant value();
 
-    /// As setValueForKeyPath().
+    /// As NS::setValueForKeyPath().
     void setValue(const QVariant &value);
 
-    /// Makes it an observing path; throws if the path does not tell when it changes.
+    /// Makes it an observing path. Throws if a key can change unnoticed.
     void observe();
 
-    /// Without an object if the value cannot be reached in place. Ask again after any function of
-    /// the program has run: it may have changed the path.
+    /// The property at the end, for direct access. Its `object` is null if the value can only be
+    /// accessed as a QVariant. Valid until the program's code runs, which may change the path.
     PlainProperty plain() const
     {
         if (!m_access.isPlain)
             return {};
         return { m_walk ? leafObject() : root(), m_access.type, m_access.index };
     }
-    /// The same; without an object if it is read-only.
+    /// The same. `object` is also null if the property is read-only.
     PlainProperty plainTarget() const { return m_access.isWritable ? plain() : PlainProperty(); }
 
-    /// What the property is directly of; null for a path of several keys.
+    /// The root, if the path has one key only; otherwise null.
     const NS::ObjectReference *directRoot() const { return m_walk ? nullptr : &m_root; }
 
     /// Whether plainTarget() would still be `property`.
@@ -80,8 +81,8 @@ public:
 protected:
     void fired(const Slot *slot) override { isTold(slot); }
 
-    /// Whether what has fired is a change of the value. Makes the path up to date if it is not the
-    /// value alone that has changed.
+    /// Whether the event of `slot` changes the value. Rebuilds the path first if the event came
+    /// from an object before the leaf.
     bool isTold(const Slot *slot) { return Q_LIKELY(!m_walk) || update(slot); }
 
 private:
@@ -98,25 +99,25 @@ private:
     NS::ObjectReference m_root;
     QString m_keyPath;
     std::unique_ptr<Walk> m_walk; // null for a path of one key
-    // The leaf's.
-    Access m_access;
-    Subscription m_changes;
+    Access m_access; // to the first key of the leaf
+    Subscription m_changes; // of that key
 };
 
-/// What addObserver() makes; its observer owns it. Programs may have thousands: it is 104 bytes.
+/// A registration of an observer, which owns it. Programs may have thousands of them, so it is kept
+/// to 104 bytes.
 class PELLARVINE_INTERNAL_EXPORT Registration final : public WatchedPath
 {
 public:
-    /// Throws what walking the path throws, and what the observer throws in the initial call; then
-    /// nothing is registered.
+    /// Registers for NS::addObserver(). Throws KeyValueException, and what the observer throws in
+    /// the initial call; nothing is registered then.
     static Registration *add(NS::ObjectReference object, NS::KeyValueObserver *observer,
                              const QString &keyPath, NS::KeyValueObservingOptions options);
 
-    /// A path to write to, told nothing until observe().
+    /// A path to write to. The observer is not called before observe().
     static Registration *addTarget(NS::ObjectReference object, NS::KeyValueObserver *observer,
                                    const QString &keyPath);
 
-    /// The registration that its observer made before; null for the first.
+    /// The registration of the same observer that was made before this one, or null.
     Registration *next() const { return m_next; }
 
 private:

@@ -46,7 +46,7 @@ std::string text(const std::exception_ptr &thrown)
     } catch (const std::exception &error) {
         return error.what();
     } catch (...) {
-        return "an observer threw something that is no exception";
+        return "an observer threw an object that is not a std::exception";
     }
 }
 
@@ -67,15 +67,15 @@ inline void fire(const Slot *slot) noexcept
     callAndWarn([slot] { slot->listener->fired(slot); });
 }
 
-// Receives the signals of many subscriptions. A QObject to each would cost it 176 bytes; this way
-// it costs a slot. The number of the method that a connection calls is the slot's number.
+// Receives the signals of many subscriptions, because a QObject for each would cost 176 bytes. Each
+// connection calls a method number of its own, which gives the number of the slot.
 class Relay : public QObject
 {
 public:
     static constexpr int slotCount = 256;
-    static constexpr int firstMethod = 64; // past those of QObject itself
+    static constexpr int firstMethod = 64; // greater than the numbers of QObject's methods
 
-    // A relay is no thread's own: it is called on all of them.
+    // Without a thread, because all threads call it.
     Relay() { moveToThread(nullptr); }
 
     std::array<Slot, slotCount> slots;
@@ -91,9 +91,9 @@ public:
     }
 };
 
-// The slots of all relays. They are taken and given back under a lock, since observers are made on
-// every thread; one that is taken belongs to its subscription alone. Relays stay for the life of
-// the process, so that an observer in a static variable may outlast those of this file.
+// The slots of all relays. A lock protects taking and returning them, because observers are made on
+// all threads; a slot that is taken belongs to its subscription alone. The pool is never destroyed,
+// because an observer in a static variable may use it when the process exits.
 class Pool
 {
 public:
@@ -138,7 +138,7 @@ private:
     std::vector<std::unique_ptr<Relay>> m_relays;
 };
 
-// A subscription that no signal serves.
+// The slot of a subscription without a signal.
 struct SourceSlot : Slot
 {
     explicit SourceSlot(Listener *receiver) { listener = receiver; }
@@ -161,8 +161,8 @@ struct BindableSlot : SourceSlot
         notifier = std::make_unique<QPropertyNotifier>(bindable.addNotifier([this] { changed(); }));
     }
 
-    // Qt tells a notifier nothing of the changes that are made while it runs: another one takes its
-    // place for that time and after.
+    // Qt does not call a notifier for changes that are made while it runs. So another notifier
+    // replaces it before the listener is called.
     void changed()
     {
         const std::unique_ptr<QPropertyNotifier> running = std::move(notifier);
@@ -181,7 +181,7 @@ public:
         : m_key(std::move(key))
         , m_slot(slot)
     {
-        // Filters work on their own thread's objects only.
+        // An event filter must live in the thread of the object.
         if (object->thread() != thread())
             moveToThread(object->thread());
         object->installEventFilter(this);

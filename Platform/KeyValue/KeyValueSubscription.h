@@ -15,23 +15,23 @@ namespace Pellarvine::detail {
 
 struct Slot;
 
-/// What an observer threw, and the name of the observation.
+/// An exception of an observer, with the name of the observation for the warning.
 struct ObserverFailure
 {
     std::exception_ptr cause;
     std::string observation;
 };
 
-/// Calls the function, and prints what it throws as a warning, as for a Listener.
+/// Calls the function. An exception is caught and printed as a warning.
 PELLARVINE_PRIVATE_EXPORT void warnOfExceptions(const std::function<void()> &function);
 
-/// Who is told when something happens to one of its subscriptions.
+/// Receives the events of its subscriptions.
 class Listener
 {
 public:
-    /// `slot` tells which. The listener may be destroyed in this call. What it throws is caught and
-    /// printed as a warning, with the name that an ObserverFailure has: an exception must not
-    /// travel through the signal that brought the word.
+    /// Called for an event of the subscription with that slot(). The call may destroy the listener.
+    /// An exception is caught and printed as a warning, because it must not pass through the signal
+    /// that was emitted. An ObserverFailure adds the name of the observation.
     virtual void fired(const Slot *slot) = 0;
 
 protected:
@@ -41,8 +41,10 @@ protected:
     Listener &operator=(const Listener &) = delete;
 };
 
-/// Ends when it is destroyed, also while it fires; silent once the object is gone. Word comes on
-/// the thread where the change is made.
+/// A subscription to a change, a signal or the destruction of an object. The destructor ends it,
+/// and may run during an event. There are no events after the object was destroyed. An event comes
+/// on the thread that makes the change; subscriptions may be made on any thread, but not while
+/// another thread changes the object.
 class Subscription
 {
 public:
@@ -57,15 +59,15 @@ public:
     }
     ~Subscription();
 
-    /// To the changes of a property that findProperty() found. Throws if it can change without
-    /// saying so; a CONSTANT one gives an empty subscription.
+    /// To the changes of a property. `access` is the result of findProperty(). Throws if the
+    /// property can change unnoticed. Empty for a CONSTANT property.
     static Subscription toChanges(QObject *object, const Access &access, const QString &key,
                                   const KeyPath &path, Listener *listener);
-    /// To a signal, by its index.
+    /// To a signal; `signal` is its index.
     static Subscription toSignal(QObject *object, int signal, Listener *listener);
     static Subscription toDestruction(QObject *object, Listener *listener);
 
-    /// What fired() is told; null for an empty subscription.
+    /// The argument of fired(). Null for an empty subscription.
     const Slot *slot() const { return m_slot; }
 
 private:

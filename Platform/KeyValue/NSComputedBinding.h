@@ -22,7 +22,7 @@
 
 namespace NS {
 
-/// A property that a computed binding is computed from.
+/// A property that is an argument of a computed binding.
 struct BindingSource
 {
     ObjectReference object; ///< kept alive if it is given by a shared pointer
@@ -86,24 +86,24 @@ PELLARVINE_EXPORT void bindComputed(QObject *object, const QString &binding,
 
 namespace NS {
 
-/// Binds a property of `object` to what a function makes of any number of others:
+/// Binds a property of `object` to a value that a function computes from other properties:
 ///
 ///     NS::bind(label, u"text"_s, { { person, u"first"_s }, { person, u"last"_s } },
 ///              [](const QString &first, const QString &last) { return first + u' ' + last; });
 ///
-/// The function is called at once, and again before the setter of any source returns. It takes as
-/// many arguments as there are sources, or the program does not compile. A value is converted to
-/// the type of its argument as QVariant::value() does it; where there is none, since the property
-/// or an object on the way to it is null, the argument is its type's default: take a std::optional
-/// or a QVariant to see the difference. What the function returns is written as `NS::bind` writes a
-/// model's value. What it throws later is printed as a warning.
+/// The function is called once during the call, and again after each change of a source, before the
+/// setter of the source returns. It has one argument for each source; otherwise the program does
+/// not compile. Values are converted by QVariant::value() to the types of the arguments. If a
+/// source or an object on its path is null or destroyed, the argument is the default value of its
+/// type; a std::optional is empty, and a QVariant is invalid. The result is written as `NS::bind`
+/// writes a model's value.
 ///
-/// With a group, changes of the sources are carried by the group's next flush, with one call for
-/// all of them. The group is not owned.
+/// If there is a group, changes of the sources wait for its next flush, which calls the function
+/// once. The group is not owned.
 ///
-/// Replaces the binding of that name; `NS::unbind` ends it. Once the object of a source is gone,
-/// the source has no value. Throws `KeyValueException`, with nothing bound, as `NS::bind` does, and
-/// what the function throws in its first call.
+/// `object` owns the binding. `NS::unbind` ends it, and a binding of the same name replaces it.
+/// Throws what `NS::bind` throws and what the function throws in its first call; nothing is bound
+/// then. A later exception is caught and printed as a warning. Main thread only.
 template <std::size_t count, detail::HasArguments Function>
 void bind(QObject *object, const QString &binding, const BindingSource (&sources)[count],
           Function function, Pellarvine::BindingGroup *group = nullptr)

@@ -12,72 +12,73 @@
 QT_FORWARD_DECLARE_CLASS(QObject)
 
 /// @file
-/// Value bindings: a control's property that shows, and edits, a property of a model. They belong
-/// to the control and end with it; interface files make them too.
+/// Value bindings. A binding lets a property of a control show and edit a property of a model:
 ///
 ///     NS::bind(nameField, NS::NSValueBinding, account, u"owner.name"_s);
 ///     NS::bind(saveButton, u"enabled"_s, account, u"isEdited"_s);
 ///     NS::unbind(saveButton, u"enabled"_s);
 ///
-/// Main thread only, as the controls are: a model that lives in another thread is a fatal error in
-/// debug builds.
+/// The control owns its bindings and ends them when it is destroyed. Interface files can contain
+/// bindings, too. Main thread only: if the model lives in another thread than the control, a debug
+/// build of the library aborts the process, and a release build does not check.
 namespace NS {
 
-/// The binding's name that stands for what a control is about.
+/// The name of the binding of a control's value, see bind().
 inline const QString NSValueBinding = QStringLiteral("value");
 
-/// What infoForBinding() tells.
+/// The key of the model in infoForBinding().
 inline const QString NSObservedObjectKey = QStringLiteral("NSObservedObject");
-/// Likewise.
+/// The key of the key path in infoForBinding().
 inline const QString NSObservedKeyPathKey = QStringLiteral("NSObservedKeyPath");
 
-/// Binds a property of `object` to the property that `keyPath` leads to from `observed`. `binding`
-/// is the property's name; "value", in a class without a property of that name, is its USER
-/// property: the text of a QLineEdit, whether a QCheckBox is checked. Where Qt
-/// declares none, it is the `selectedDate` of a QCalendarWidget and the `checked` of a QAction.
+/// Binds a property of the control `object` to the property of the model `observed` that `keyPath`
+/// leads to. `binding` is the name of the control's property. In a class that has no property
+/// "value", that name stands for the USER property, such as the text of a QLineEdit, for
+/// `selectedDate` in a QCalendarWidget, and for `checked` in a QAction.
 ///
-/// The model wins at first: its value is written to `object`. From then on each of its changes is,
-/// and each edit of the property of `object` is written back, unless that property does not report
-/// its changes (the text of a QLabel) or the model's cannot be written. Values are converted as by
-/// setValueForKeyPath(); nothing is written that is equal already (NS::isEqual). An edit that does
-/// not fit stays in the control, which is marked as `BindingOptions::onInvalid` says, and a warning
-/// is printed.
+/// First the model's value is written to the control. From then on each change of the model is
+/// written to the control, and each edit of the user to the model. Edits are not written if the
+/// control's property does not report its changes (the text of a QLabel) or the model's property is
+/// read-only. Values are converted as by setValueForKeyPath(). A side that has an equal value
+/// (NS::isEqual) is not written. An edit that the model refuses stays in the control, which is
+/// marked (`BindingOptions::onInvalid`).
 ///
-/// Showing a model never changes it. What the control reports while a value is written to it, by
-/// this or another binding of the control, is no edit: a QLineEdit that cuts the text to its
-/// maxLength leaves the model's text whole until its user types. A value that does not fit is shown
-/// as well as the control can, with a warning.
+/// Showing a model never changes it: a change that the control makes to a value that a binding
+/// writes is not an edit. A QLineEdit that cuts a text to its maxLength leaves the model's text
+/// whole until its user types. If the type of the control's property cannot hold a value, the
+/// property gets the nearest one, and a warning is printed.
 ///
-/// While an object on the way of the key path is null, or has been destroyed, there is nothing to
-/// edit: the control is empty (at -1 if the property is an index), and a widget whose property goes
-/// both ways is disabled, whatever a binding of its `enabled` says. See
-/// BindingOptions::noSelectionPlaceholder.
+/// While an object on the key path is null or has been destroyed, the control is empty, or at -1 if
+/// the property is an index. A widget whose edits are written to the model is then disabled, even
+/// if a binding of its `enabled` says otherwise. See BindingOptions::noSelectionPlaceholder.
 ///
-/// A binding of that name that was there is replaced. Throws `KeyValueException`, with nothing
-/// bound, for a key that one of the objects lacks or that `object` cannot write, and for a model
-/// that does not report its changes. `observed` is kept alive if it is given by a shared pointer;
-/// else, once it is gone, the binding is silent.
+/// An earlier binding of the same name is replaced. A model that is given by a shared pointer is
+/// kept alive. Another model may be destroyed first; the binding then does nothing more. Throws
+/// `KeyValueException` if one of the objects lacks its key, if the control's property is read-only,
+/// and if the model does not report its changes; nothing is bound then.
 PELLARVINE_EXPORT void bind(QObject *object, const QString &binding,
                             const ObjectReference &observed, const QString &keyPath);
 
-/// The same with options. Also throws `std::invalid_argument` for a format that is none.
+/// The same with options. Also throws `std::invalid_argument` for a malformed `format`.
 PELLARVINE_EXPORT void bind(QObject *object, const QString &binding,
                             const ObjectReference &observed, const QString &keyPath,
                             const BindingOptions &options);
 
-/// Does nothing if there is no such binding. The property keeps its value.
+/// Ends a binding. The control's property keeps its value. Does nothing if there is no such
+/// binding.
 PELLARVINE_EXPORT void unbind(QObject *object, const QString &binding);
 
-/// Writes the edits of `object` and its descendants that are not in their models yet. False if one
-/// was refused, or if a value that has not been edited fails `required` or `validate`: its control
-/// is marked. For a Save button, whose shortcut leaves the focus where it is:
+/// Writes all edits of `object` and its descendants that are not in their models yet, and checks
+/// the other values with `required` and `validate`. Returns false if a value is refused; its
+/// control is marked. Call it before saving, because a Save action does not move the keyboard
+/// focus:
 ///
 ///     if (NS::commitEditing(this))
 ///         m_document->save();
 PELLARVINE_EXPORT bool commitEditing(QObject *object);
 
-/// The model's object under `NSObservedObjectKey`, a null pointer if it is gone, and the key path
-/// under `NSObservedKeyPathKey`. Empty if there is no such binding.
+/// The model under `NSObservedObjectKey`, which is a null pointer after the model was destroyed,
+/// and the key path under `NSObservedKeyPathKey`. Empty if there is no such binding.
 PELLARVINE_EXPORT QVariantMap infoForBinding(const QObject *object, const QString &binding);
 
 } // namespace NS

@@ -21,7 +21,7 @@ namespace NS {
 
 struct ObjectListModel::Private : KeyValueObserver
 {
-    // Tells of the changes of one object's properties.
+    // Observes the properties of one object.
     struct Row : KeyValueObserver
     {
         Row(Private *owner, QObject *observed)
@@ -37,7 +37,7 @@ struct ObjectListModel::Private : KeyValueObserver
         Private *d;
         QObject *object;
         QMetaObject::Connection death;
-        int uses = 1; // in the list
+        int uses = 1; // how often the object is in the list
     };
     using Keys = QList<QObject *>;
 
@@ -46,7 +46,7 @@ struct ObjectListModel::Private : KeyValueObserver
     detail::Registration *source = nullptr; // to the list; the base class owns it
     QList<Column> columns;
     QVariantList items;
-    Keys keys; // the object of each item; null for what is none
+    Keys keys; // the object of each item; null for other items
     std::map<const QObject *, std::unique_ptr<Row>> rows;
     bool isMade = false;
 
@@ -61,7 +61,7 @@ struct ObjectListModel::Private : KeyValueObserver
         return detail::withoutNull(detail::valueInside(item, key, key));
     }
 
-    // Takes the list as it is now, in steps that views can follow.
+    // Makes `items` equal to the list by single insertions, removals and moves, which views follow.
     void follow()
     {
         const QVariantList wanted = source->value().toList();
@@ -84,16 +84,15 @@ struct ObjectListModel::Private : KeyValueObserver
         }
     }
 
-    // Objects are the same if they are one: an object that only says that it equals another has
-    // its own row.
+    // Two objects are never the same, even if isEqual() says that they are equal: each has a row.
     static bool isSame(const QVariant &one, const QObject *oneKey, const QVariant &other,
                        const QObject *otherKey)
     {
         return oneKey || otherKey ? oneKey == otherKey : isEqual(one, other);
     }
 
-    // The first place from `from` on, before `to`, of an item in a list with its keys; -1 if there
-    // is none.
+    // The first index of `item` in list[from], …, list[to - 1]. -1 if it is not there. `listKeys`
+    // and `key` are the objects of the items.
     static qsizetype find(const QVariantList &list, const Keys &listKeys, const QVariant &item,
                           const QObject *key, qsizetype from, qsizetype to)
     {
@@ -116,14 +115,14 @@ struct ObjectListModel::Private : KeyValueObserver
         const auto isThere = [&](qsizetype row, qsizetype i) {
             return isSame(items[row], keys[row], wanted[i], wantedKeys[i]);
         };
-        qsizetype end = wanted.size(); // of what has to be looked at: the rest is the same
+        qsizetype end = wanted.size(); // the items from here on are equal in both lists
         qsizetype oldEnd = items.size();
         while (end > 0 && oldEnd > 0 && isThere(oldEnd - 1, end - 1)) {
             --end;
             --oldEnd;
         }
         for (qsizetype i = 0; i < end; ++i) {
-            qsizetype next = i; // that stays
+            qsizetype next = i; // the next item that stays
             while (next < oldEnd && find(wanted, wantedKeys, items[next], keys[next], i, end) < 0)
                 ++next;
             remove(i, next - i);
@@ -170,7 +169,7 @@ struct ObjectListModel::Private : KeyValueObserver
         if (count <= 0)
             return;
         q->beginRemoveRows({}, int(row), int(row + count - 1));
-        const QVariantList gone = items.sliced(row, count); // they may be kept by this alone
+        const QVariantList gone = items.sliced(row, count); // may hold the last references
         const Keys goneKeys = keys.sliced(row, count);
         items.remove(row, count);
         keys.remove(row, count);
@@ -198,7 +197,7 @@ struct ObjectListModel::Private : KeyValueObserver
                     addObserver(object, row.get(), column.keyPath,
                                 KeyValueObservingOptions::newValue);
             } catch (const KeyValueException &error) {
-                // A property that never reports a change is shown as it was.
+                // The column shows such a property without following it.
                 if (error.reason() == KeyValueException::notObservable)
                     continue;
                 if (!isMade)
@@ -228,7 +227,7 @@ struct ObjectListModel::Private : KeyValueObserver
         }
     }
 
-    // A gadget, a map or a plain value goes back into a copy of the list.
+    // Writes a gadget, a map or a plain value: into a copy of the list, which replaces the list.
     void writeValue(int row, const QString &key, const QVariant &value) const
     {
         QObject holder;
@@ -254,7 +253,7 @@ ObjectListModel::ObjectListModel(const ObjectReference &observed, const QString 
     d->follow();
     for (const QVariant &item : std::as_const(d->items)) {
         for (const Column &column : columns)
-            Private::part(item, column.keyPath); // throws for a key that is not there
+            Private::part(item, column.keyPath); // throws for a key that does not exist
     }
     d->isMade = true;
 }
@@ -292,7 +291,7 @@ QVariant ObjectListModel::data(const QModelIndex &index, int role) const
     try {
         return Private::part(d->items[index.row()], d->columns[index.column()].keyPath);
     } catch (const KeyValueException &) {
-        return {}; // it was warned of as the item came
+        return {}; // the warning was printed when the item was added
     }
 }
 
@@ -307,7 +306,7 @@ bool ObjectListModel::setData(const QModelIndex &index, const QVariant &value, i
         else
             d->writeValue(index.row(), key, value);
     } catch (const KeyValueException &) {
-        return false; // the view's way of refusing an edit
+        return false; // the view then shows the old value
     }
     return true;
 }

@@ -12,20 +12,24 @@
 
 namespace NS {
 
-/// A property that is a list, as a model for Qt's views and combo boxes: a row for each item, a
-/// column for each key path.
+/// A model for Qt's item views and combo boxes that shows a list property: it has a row for each
+/// item and a column for each key path.
 ///
 ///     const QList<NS::ObjectListModel::Column> columns { { u"name"_s, tr("Name") },
 ///                                                        { u"address.city"_s, tr("City") } };
 ///     m_table->setModel(new NS::ObjectListModel(team, u"members"_s, columns, m_table));
 ///
-/// The items are QObjects, gadgets, maps or plain values (an empty key path is the item itself).
-/// The list has to report its changes or be constant. Rows that come, go or move are told to the
-/// views as such, so that selections and scroll positions stay. Of QObjects, the columns follow
-/// their properties, and the row of an object that is destroyed goes.
+/// The items are QObjects, gadgets, maps or plain values. An empty key path stands for the item
+/// itself. The list property has to be constant or report its changes. When the list changes, the
+/// model inserts, removes and moves single rows, so views keep their selection and scroll position.
+/// The columns of a QObject follow its properties, and its row is removed when it is destroyed.
 ///
-/// An edit is written to the item's property, or, of gadgets and maps, back into the list; the view
-/// shows the old value again if it does not fit. Main thread only.
+/// An edit is written to the property of a QObject, and into the list for other items. If the value
+/// does not fit, setData() returns false and the view shows the old value again.
+///
+/// The model does not own the items, nor `observed` unless it is given by a shared pointer. Main
+/// thread only: a debug build of the library aborts the process if `observed` lives in another
+/// thread.
 class PELLARVINE_EXPORT ObjectListModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -33,20 +37,22 @@ class PELLARVINE_EXPORT ObjectListModel : public QAbstractTableModel
 public:
     struct Column ///< one property of the items
     {
-        QString keyPath; ///< from the item; one key, of gadgets and maps
-        QString title = {}; ///< for the header
-        bool isEditable = true; ///< if the property can be written
+        QString keyPath; ///< from the item; a single key for gadgets and maps
+        QString title = {}; ///< the text in the header
+        bool isEditable = true; ///< false: read-only, even if the property can be written
     };
 
-    /// Throws `KeyValueException` for a list that `observed` lacks or that changes without saying
-    /// so, and for keys that the first items lack. Items that come later and lack one are shown
-    /// empty, with a warning.
+    /// Throws `KeyValueException` if `observed` lacks the list, if the list does not report its
+    /// changes, and if one of its present items lacks a key. A later item that lacks a key is shown
+    /// empty, and a warning is printed.
     ObjectListModel(const ObjectReference &observed, const QString &keyPath,
                     const QList<Column> &columns, QObject *parent = nullptr);
     ~ObjectListModel() override;
 
-    QVariant item(int row) const; ///< no value for a row that there is not
-    int rowOf(const QVariant &item) const; ///< of an equal item (NS::isEqual); -1 if there is none
+    /// The item of a row. An invalid QVariant if there is no such row.
+    QVariant item(int row) const;
+    /// The first row whose item equals `item` (NS::isEqual); -1 if there is none.
+    int rowOf(const QVariant &item) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;

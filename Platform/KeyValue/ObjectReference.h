@@ -12,32 +12,34 @@
 
 namespace NS {
 
-/// A reference to an object that a piece of the library works on. It is made, unasked, from what
-/// the caller has:
+/// An argument of functions that keep a reference to an object, such as `NS::bind`. It converts
+/// implicitly from a plain pointer, which does not own the object, and from a std::shared_ptr,
+/// which does:
 ///
 ///     const Pellarvine::Binding level(slider, u"value"_s, model, u"level"_s);
-///     // slider, a QSlider * with a parent: watched, and null from the moment it is destroyed
-///     // model, a std::shared_ptr<Model>: kept alive
+///     // slider, a QSlider * with a parent: not owned; the reference is null once it is destroyed
+///     // model, a std::shared_ptr<Model>: kept alive by the binding
 ///
-/// A value: copying it copies the reference, not the object.
+/// A copy refers to the same object. It is not synchronized, as QPointer is not: use it on the
+/// thread of the object.
 class ObjectReference
 {
 public:
-    /// Watches an object that somebody else owns. `object` may be null.
+    /// Does not own the object. `object` may be null.
     template <typename T, std::enable_if_t<std::is_convertible_v<T *, QObject *>, int> = 0>
     ObjectReference(T *object) // NOLINT(google-explicit-constructor)
         : m_reference(QPointer<QObject>(object))
     { }
 
-    /// Owns the object together with everybody else who has the pointer.
+    /// Shares the ownership of the object.
     template <typename T, std::enable_if_t<std::is_convertible_v<T *, QObject *>, int> = 0>
     ObjectReference(std::shared_ptr<T> object) // NOLINT(google-explicit-constructor)
         : m_reference(std::shared_ptr<QObject>(std::move(object)))
     { }
 
-    ObjectReference(std::nullptr_t) = delete; ///< a piece with nothing to work on is a mistake
+    ObjectReference(std::nullptr_t) = delete; ///< a literal nullptr does not compile
 
-    /// The object; null once an object that is only watched has been destroyed.
+    /// The object. Null after an object that is not owned was destroyed.
     QObject *get() const
     {
         if (const auto *const watched = std::get_if<QPointer<QObject>>(&m_reference))

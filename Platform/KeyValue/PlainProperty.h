@@ -10,18 +10,17 @@
 
 namespace Pellarvine::detail {
 
-/// A property that can be read into storage of its type, and written from there, without a
-/// QVariant.
+/// A property that is read and written as its own type, without a QVariant.
 struct PlainProperty
 {
-    QObject *object = nullptr; ///< null if there is no such property
+    QObject *object = nullptr; ///< null if there is no property to access
     QMetaType type;
     int index = -1; ///< in the object's meta-object
 
     bool isA(QMetaType other) const { return object && type == other; }
 
-    // `value` is a live value of the property's type. The further arguments are those that
-    // generated meta-object code expects.
+    // `value` points to an initialised value of the property's type. The further arguments are
+    // those that moc's code expects.
     void read(void *value) const
     {
         int status = -1;
@@ -38,14 +37,15 @@ struct PlainProperty
 
     void call(QMetaObject::Call what, void **arguments) const
     {
-        // A property of a C++ class is answered here, by a negative number; one that was added to
-        // this object at run time takes the longer way.
+        // A negative result means that the C++ class has handled the call. Properties that were
+        // added to the object at run time, as D-Bus interfaces do, need metacall().
         if (Q_UNLIKELY(object->qt_metacall(what, index, arguments) >= 0))
             QMetaObject::metacall(object, what, index, arguments);
     }
 };
 
-/// The `==` of the type, but NaN equals itself, or a binding would carry it to and fro.
+/// The `==` of the type. NaN equals NaN; otherwise two sides of a binding would write it to each
+/// other without end.
 template <typename T>
 bool isSame(const T &first, const T &second)
 {

@@ -27,7 +27,8 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Two sides that change what they are given answer each other for ever; this is where it stops.
+// The limit of nested passes. Without it, two sides that change each value that they get would
+// write to each other without end.
 constexpr int deepestExchange = 16;
 
 QMetaProperty property(const QObject *object, const QString &key)
@@ -41,7 +42,7 @@ bool hasFocus(const QObject *control)
     return control->property("focus").toBool();
 }
 
-// The name of the control's property that shows a placeholder; null if there is none.
+// The name of the control's placeholder property, or null.
 const char *placeholderProperty(const QObject *control)
 {
     for (const char *const name : { "placeholderText", "placeholderString" }) {
@@ -53,7 +54,7 @@ const char *placeholderProperty(const QObject *control)
 
 } // namespace
 
-// Learns when the control gets and loses the keyboard focus.
+// Reports when the control gets and loses the keyboard focus.
 class ValueBinding::FocusFilter : public QObject
 {
 public:
@@ -80,7 +81,7 @@ private:
     ValueBinding *m_binding;
 };
 
-// Counts a pass and keeps the binding until it is over.
+// Counts a pass and keeps the binding alive until it returns.
 class ValueBinding::Pass
 {
 public:
@@ -128,7 +129,7 @@ void ValueBinding::start()
         m_format = BindingFormat::parsed(m_options.format);
         if (!m_format)
             throw std::invalid_argument("\"" + m_options.format.toStdString()
-                                        + "\" is no format with one conversion");
+                                        + "\" is not a format with one conversion");
     }
     QObject *const model = m_model.get();
     requireOneThread(m_control, model, m_keyPath);
@@ -136,7 +137,7 @@ void ValueBinding::start()
                                NS::KeyValueObservingOptions::newValue);
     m_isTwoWay = m_options.direction != NS::BindingOptions::toControl
                  && isWritable(model, m_keyPath) && observesControl();
-    // A window with a title to show is more than its title.
+    // A bound property of QWidget itself, such as a window's title, does not disable the widget.
     m_disables =
             m_isTwoWay && m_control->isWidgetType() && access.index >= 0
             && qstrcmp(property(m_control, m_key).enclosingMetaObject()->className(), "QWidget")
@@ -149,10 +150,10 @@ void ValueBinding::start()
 void ValueBinding::end()
 {
     m_hasEnded = true;
-    tellOfEdit();
+    sendEditingEvents();
 }
 
-// False if the control does not tell of its changes, and need not.
+// False if the control does not report its changes, and the binding does not need them.
 bool ValueBinding::observesControl()
 {
     try {
@@ -163,7 +164,7 @@ bool ValueBinding::observesControl()
         if (error.reason() != NS::KeyValueException::notObservable
             || m_options.direction == NS::BindingOptions::bothWays)
             throw;
-        // The property is what the control is there to edit.
+        // The USER property is what the control edits, so that is probably a mistake.
         if (property(m_control, m_key).isUser())
             printWarning(std::string("Warning: ") + error.what()
                          + ": it is bound one way; see NS::registerChangeSignal");
@@ -203,7 +204,7 @@ void ValueBinding::show()
     const Pass pass(this);
     if (!pass.isPossible())
         return;
-    const auto leave = qScopeGuard([this] { tellOfEdit(); });
+    const auto leave = qScopeGuard([this] { sendEditingEvents(); });
     const QVariant value = m_path->value();
     const WatchedPath::Place place = m_path->place();
     if (keepsEdit(value, place.object))
@@ -226,8 +227,8 @@ void ValueBinding::show()
     siblings().show(this, [this, &display] { put(display); });
 }
 
-// Whether the control already has the value, in the words of its user, or an edit that is not
-// finished of a value that has not changed.
+// Whether the control keeps the user's text. It does so if the text means `value`, and if the edit
+// is not finished and the model's value has not changed.
 bool ValueBinding::keepsEdit(const QVariant &value, const QObject *holder)
 {
     if (!m_isEdited || holder != m_holder)
@@ -270,7 +271,7 @@ QVariant ValueBinding::shown(QVariant value) const
 
 void ValueBinding::put(const QVariant &value)
 {
-    // A list without a selection is at -1, not at its first item.
+    // The index of a list without a selection is -1, not 0.
     const QVariant written = !value.isValid() && isSelection(m_key) ? QVariant(-1) : value;
     try {
         NS::setValueForKeyPath(m_control, m_key, written);
@@ -282,7 +283,7 @@ void ValueBinding::put(const QVariant &value)
         NS::setValueForKeyPath(m_control, m_key,
                                nearest(written, property(m_control, m_key).metaType()));
     }
-    // A combo box that lacks this text stays where it is.
+    // A combo box ignores a text that it does not have.
     if (!isOver() && !takesAlready(written) && m_key == "currentText"_L1
         && m_control->inherits("QComboBox"))
         m_control->setProperty("currentIndex", -1);
@@ -290,7 +291,7 @@ void ValueBinding::put(const QVariant &value)
         m_held = remembered(NS::valueForKeyPath(m_control, m_key));
 }
 
-// Notes what the control is to show, and whether it does.
+// Remembers the value to show. True if the control shows it already.
 bool ValueBinding::takesAlready(const QVariant &display)
 {
     const QVariant held = NS::valueForKeyPath(m_control, m_key);
@@ -303,7 +304,7 @@ void ValueBinding::edited()
 {
     if (isOver() || siblings().isShowing())
         return;
-    // A spin box reports the value that it has when Return is pressed.
+    // A spin box reports an unchanged value when Return is pressed.
     const QVariant held = remembered(NS::valueForKeyPath(m_control, m_key));
     if (NS::isEqual(held, m_held))
         return;
@@ -313,7 +314,7 @@ void ValueBinding::edited()
     if (m_options.commit == NS::BindingOptions::onEachChange)
         carry();
     else
-        tellOfEdit();
+        sendEditingEvents();
 }
 
 void ValueBinding::focusEntered()
@@ -336,7 +337,7 @@ void ValueBinding::finishEditing()
     }
     if (isOver())
         return;
-    // In the words of the model: "1." becomes "1".
+    // Shows the model's spelling: "1." becomes "1".
     if (m_isEdited || m_format) {
         m_isEdited = false;
         show();
@@ -369,11 +370,11 @@ void ValueBinding::discard()
     show();
 }
 
-// Writes the edit to the model. False if it was refused; then the control keeps it.
+// Writes the edit to the model. False if it is refused; the control then keeps it.
 bool ValueBinding::carry()
 {
     const Pass pass(this);
-    const auto end = qScopeGuard([this] { tellOfEdit(); });
+    const auto end = qScopeGuard([this] { sendEditingEvents(); });
     if (!pass.isPossible() || m_lacksSelection)
         return true;
     QVariant value = NS::valueForKeyPath(m_control, m_key);
@@ -401,7 +402,7 @@ bool ValueBinding::carry()
                 throw;
             if (!m_options.onInvalid && !m_options.popover)
                 printWarning(error);
-            return refuse(misfit(current.metaType()));
+            return refuse(conversionMessage(current.metaType()));
         }
     }
     if (isOver())
@@ -412,7 +413,7 @@ bool ValueBinding::carry()
     return true;
 }
 
-// What is wrong with a value for the model; empty if it is fine.
+// The message for a value that the model must not get. Empty for a valid value.
 QString ValueBinding::fault(const QVariant &value) const
 {
     if (m_options.required && isBlank(value))
@@ -433,25 +434,25 @@ bool ValueBinding::refuse(const QString &message)
     return false;
 }
 
-// Tells the model of an edit that is not in it, once that begins and once it is over.
-void ValueBinding::tellOfEdit()
+// Sends an EditingEvent to the model when a pending edit begins, and when it ends.
+void ValueBinding::sendEditingEvents()
 {
     QObject *const holder = m_isPending && !m_carried && !m_hasEnded ? m_holder.data() : nullptr;
-    if (holder == m_told)
+    if (holder == m_informed)
         return;
     const auto self = shared_from_this();
     const auto tell = [this](QObject *object, bool isEditing) {
         EditingEvent event(m_holderKey, this, isEditing);
         QCoreApplication::sendEvent(object, &event);
     };
-    const QPointer<QObject> former = std::exchange(m_told, holder);
+    const QPointer<QObject> former = std::exchange(m_informed, holder);
     if (former)
         tell(former, false);
-    if (holder && holder == m_told)
+    if (holder && holder == m_informed)
         tell(holder, true);
 }
 
-// Marks the control while there is a message.
+// Sets the message, and marks the control while the message is not empty.
 void ValueBinding::setMessage(const QString &message)
 {
     if (message == m_message)
@@ -477,7 +478,7 @@ void ValueBinding::setMessage(const QString &message)
         m_options.onInvalid(message);
 }
 
-// Once for a message that several places ask for in a row: see where the bubble comes from.
+// Several calls in a row with one message show one bubble: see PopoverMessage.cpp.
 void ValueBinding::showMessage() const
 {
     if (m_options.popover && !m_message.isEmpty() && m_control->isWidgetType() && messageBubble())

@@ -22,8 +22,9 @@ namespace Pellarvine::detail {
 
 class Registration;
 
-/// Looking at a model never changes it: what the control reports while the model's value is written
-/// to it is not carried back. What it reports at any other time is an edit.
+/// A binding that NS::bind() makes. Changes that the control reports while the model's value is
+/// written to it are not written back: showing a model never changes it. All other changes that the
+/// control reports are edits of the user.
 class ValueBinding final : public ControlBinding,
                            public std::enable_shared_from_this<ValueBinding>,
                            private Listener
@@ -66,7 +67,7 @@ private:
     bool carry();
     QString fault(const QVariant &value) const;
     bool refuse(const QString &message);
-    void tellOfEdit();
+    void sendEditingEvents();
     void setMessage(const QString &message);
     void showMessage() const;
 
@@ -80,22 +81,22 @@ private:
     bool m_hasEnded = false;
     bool m_isTwoWay = false;
     bool m_disables = false; // the control, while it lacks a selection
-    int m_depth = 0; // of passes within passes
+    int m_depth = 0; // the number of nested passes
 
     Registration *m_path = nullptr; // to the model's value; m_modelObserver owns it
-    QPointer<QObject> m_holder; // the last object on the way, when its value was shown
+    QPointer<QObject> m_holder; // the last object on the path, when its value was shown
     QString m_holderKey;
-    QPointer<QObject> m_told; // the holder that knows of an edit that is not in it
-    QVariant m_value; // of the model, as it was shown or carried last
-    const QVariant *m_carried = nullptr; // what is being written to the model
-    bool m_isEdited = false; // the control holds what its user made of it, at least as its spelling
-    bool m_isPending = false; // and that is not in the model
-    QVariant m_display; // what the control was to show last
-    QVariant m_held; // what it has made of that
+    QPointer<QObject> m_informed; // the holder that got an EditingEvent which is not over
+    QVariant m_value; // the model's value, as it was shown or written last
+    const QVariant *m_carried = nullptr; // the value that is being written to the model
+    bool m_isEdited = false; // the control holds the user's edit, perhaps only its spelling: "1."
+    bool m_isPending = false; // that edit is not in the model
+    QVariant m_display; // the value that was written to the control last
+    QVariant m_held; // the control's value after that
     bool m_lacksSelection = false;
-    QString m_placeholder; // the control's own, while it shows another
-    QString m_message; // what is wrong with the edit
-    QString m_description; // the control's own, while it has the message's
+    QString m_placeholder; // the control's own, while noSelectionPlaceholder takes its place
+    QString m_message; // the fault of the edit; empty for a valid one
+    QString m_description; // the control's own accessible description, while it is the message
 
     ChangeObserver m_modelObserver;
     ChangeObserver m_controlObserver;

@@ -11,31 +11,33 @@ QT_FORWARD_DECLARE_CLASS(QObject)
 
 namespace Pellarvine::detail {
 
-/// Functions that the widgets library provides when it is loaded. They take widgets only.
+/// Functions of the widgets library, which sets them when it is loaded. They take widgets only.
 struct WidgetAccess
 {
-    /// What the program has set `visible` to, also while an ancestor is hidden. Yes for a widget
-    /// that will appear with its parent. No value for another that has never been shown or hidden,
-    /// since a layout may show it later.
+    /// The `visible` that the program has set, also while an ancestor is hidden. True for a widget
+    /// that will appear with its parent. Invalid for any other widget that was never shown or
+    /// hidden: a layout may show it later.
     QVariant (*visible)(const QObject *widget);
 
-    /// What the program has set `enabled` to, also while an ancestor is disabled.
+    /// The `enabled` that the program has set, also while an ancestor is disabled.
     QVariant (*enabled)(const QObject *widget);
 
-    /// Lets style sheets look at the widget's dynamic properties again.
+    /// Applies style sheets again, after a dynamic property of the widget has changed.
     void (*restyle)(QObject *widget);
 };
 
-/// Shows a message at a widget.
+/// Shows a message in a bubble above a widget.
 using MessageBubble = void (*)(QObject *widget, const QString &message);
 
+/// `access` is not owned.
 PELLARVINE_PRIVATE_EXPORT void setWidgetAccess(const WidgetAccess *access);
 
 /// Null in a program without the widgets library.
 const WidgetAccess *widgetAccess();
 
-/// By a room above that of the functions before.
+/// Set by the room Pellarvine when it is loaded.
 PELLARVINE_PRIVATE_EXPORT void setMessageBubble(MessageBubble bubble);
-MessageBubble messageBubble(); ///< likewise
+/// Null in a program without the widgets library.
+MessageBubble messageBubble();
 
 } // namespace Pellarvine::detail

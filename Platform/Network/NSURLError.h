@@ -14,28 +14,28 @@ namespace NS {
 ///             qWarning() << error->localizedDescription;
 ///     });
 ///
-/// A plain value, never thrown.
+/// A plain value, which is never thrown. It may be passed to another thread.
 struct URLError
 {
-    /// Numbered as the framework numbers them, for logs and bug reports.
+    /// The numbers are those of the framework, for logs and bug reports.
     enum Code {
-        unknown = -1, ///< none of those below
+        unknown = -1, ///< any other reason
         cancelled = -999, ///< the program is ending, or has no QCoreApplication
-        badURL = -1000, ///< no address to send to has been set
-        timedOut = -1001, ///< no byte moved for too long
-        cannotFindHost = -1003, ///< the name has no address
+        badURL = -1000, ///< no address is set, or it is not a valid HTTPS URL
+        timedOut = -1001, ///< no byte was transferred for 60 seconds
+        cannotFindHost = -1003, ///< the host name has no address
         cannotConnectToHost = -1004, ///< refused, or not reachable through the proxy
-        networkConnectionLost = -1005, ///< the server hung up before its answer was complete
-        httpTooManyRedirects = -1007, ///< the server sends the request round and round
-        resourceUnavailable = -1008, ///< a status of 400 or more, for those who asked to hear of it
-        notConnectedToInternet = -1009, ///< the machine has no network, or has lost it
-        badServerResponse = -1011, ///< no HTTP, or a redirection that is not followed
-        secureConnectionFailed = -1200, ///< TLS could not be agreed on
-        serverCertificateUntrusted = -1202, ///< unknown issuer, wrong name, out of date
+        networkConnectionLost = -1005, ///< the server closed the connection too early
+        httpTooManyRedirects = -1007, ///< the server redirects too often
+        resourceUnavailable = -1008, ///< a status of 400 or more, from `submit` only
+        notConnectedToInternet = -1009, ///< the machine has no network
+        badServerResponse = -1011, ///< not HTTP, or a redirection that is not followed
+        secureConnectionFailed = -1200, ///< TLS could not be established
+        serverCertificateUntrusted = -1202, ///< an unknown issuer, a wrong name, or expired
     };
 
     Code code = unknown; ///< the reason
-    QString localizedDescription; ///< a sentence for people, in Qt's language where it has one
+    QString localizedDescription; ///< a sentence for people, translated by Qt's translations
 
     bool operator==(const URLError &) const = default;
 };

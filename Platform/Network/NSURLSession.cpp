@@ -78,7 +78,7 @@ private:
     qint64 m_position = 0;
 };
 
-// True if the server's answer was received whole, whatever it says.
+// True if a complete answer was received, with any status.
 bool isAnswered(const QNetworkReply &reply)
 {
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
@@ -86,12 +86,12 @@ bool isAnswered(const QNetworkReply &reply)
     case QNetworkReply::NoError:
         return true;
     case QNetworkReply::ContentReSendError:
-        // Qt asks for the body before it asks whether to follow.
+        // Qt reads the body again before it asks whether to follow the redirection.
         return status == 307 || status == 308;
     case QNetworkReply::ProxyAuthenticationRequiredError:
         return status == 407; // of the server; a proxy's answer comes without its status
     default:
-        // Above the proxy's errors stand the statuses that Qt has translated.
+        // The errors with greater numbers stand for HTTP statuses.
         return status >= 400 && reply.error() > QNetworkReply::UnknownProxyError;
     }
 }
@@ -163,8 +163,8 @@ struct URLSession::Task
 class URLSession::Worker final : public QThread
 {
 public:
-    // Only once the thread has ended. The lock shows that to the thread sanitizer, which does not
-    // see QThread::wait().
+    // Called after the thread has ended. The lock shows that to the thread sanitizer, which does
+    // not know QThread::wait().
     ~Worker() override { const std::lock_guard lock(m_mutex); }
 
     // Returns false and leaves the task unchanged if the thread has finished all tasks and is about
@@ -202,12 +202,12 @@ private:
     void rest();
     void redirect(Transfer transfer, const QNetworkReply &reply, const QUrl &target);
 
-    std::mutex m_mutex; // guards these three
+    std::mutex m_mutex; // guards the next three members
     std::unique_ptr<QNetworkAccessManager> m_manager;
     std::deque<Task> m_incoming;
     bool m_hasEnded = false;
 
-    // For this thread alone.
+    // Used by this thread only.
     std::unordered_map<QNetworkReply *, Transfer> m_transfers;
     std::deque<Answer> m_answers;
 };
@@ -218,7 +218,7 @@ private:
 struct URLSession::ExitGuard
 {
     bool isOfMainThread = false;
-    Worker *worker = nullptr; // whose thread it is
+    Worker *worker = nullptr; // the worker of this thread, or null
 
     ~ExitGuard()
     {
@@ -236,7 +236,7 @@ struct URLSession::ExitGuard
 };
 
 thread_local URLSession::ExitGuard URLSession::ExitGuard::own;
-// The main thread is taken to be the one that loads the library.
+// The thread that loads the library is assumed to be the main thread.
 const bool URLSession::ExitGuard::isInstalled = (own.isOfMainThread = true);
 
 bool URLSession::Worker::add(Task &task)
@@ -254,7 +254,7 @@ bool URLSession::Worker::add(Task &task)
 void URLSession::Worker::run()
 {
     ExitGuard::own.worker = this;
-    // Qt delivers no events where there is no application.
+    // Without an application object, Qt delivers no events.
     if (QCoreApplication::instance() && !isExiting && !isInterruptionRequested()) {
         {
             const std::lock_guard lock(m_mutex);
@@ -297,7 +297,8 @@ void URLSession::Worker::answer(Task &task, std::optional<URLError> error)
     quit();
 }
 
-// One at a time: none is lost if a handler calls exit() and this function is called within itself.
+// Removes each answer before its handler is called: a handler may call exit(), which calls this
+// function again.
 void URLSession::Worker::callHandlers()
 {
     while (!m_answers.empty()) {
@@ -317,8 +318,8 @@ void URLSession::Worker::send(Transfer transfer)
     QNetworkRequest &request = transfer.task.request;
     const int limit = request.transferTimeout() == 0 ? idleLimit : request.transferTimeout();
     QNetworkRequest sent = request;
-    sent.setTransferTimeout(0); // Qt's own sees no progress behind a proxy
-    sent.setRawHeader("Accept-Encoding", "identity"); // nobody reads the body
+    sent.setTransferTimeout(0); // Qt's own timeout ignores progress behind a proxy
+    sent.setRawHeader("Accept-Encoding", "identity"); // the body is not read
     for (const auto attribute :
          { QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
            QNetworkRequest::AuthenticationReuseAttribute })
@@ -355,7 +356,7 @@ void URLSession::Worker::send(Transfer transfer)
     QObject::connect(reply, &QNetworkReply::finished, reply, [this, reply] { finish(reply); });
 }
 
-// Why a complete answer is an error all the same.
+// The error for a complete answer that rejects the request.
 std::optional<URLError> URLSession::Worker::rejection(const QNetworkReply &reply,
                                                       Rejection rejection)
 {
@@ -383,8 +384,8 @@ void URLSession::Worker::finish(QNetworkReply *reply)
     redirect(std::move(transfer), *reply, reply->url().resolved(target));
 }
 
-// Closes connections, which the server might drop before the next request, and the thread of Qt for
-// them.
+// Closes idle connections, which the server might close before the next request, and ends Qt's
+// thread for them.
 void URLSession::Worker::rest()
 {
     if (m_transfers.empty())
@@ -412,7 +413,7 @@ void URLSession::Worker::redirect(Transfer transfer, const QNetworkReply &reply,
     send(std::move(transfer));
 }
 
-// One at a time, as above.
+// Removes each task before its handler is called, as callHandlers() does.
 void URLSession::Worker::cancelAll()
 {
     callHandlers();
@@ -460,8 +461,7 @@ void URLSession::add(Task task)
         if (m_worker && m_worker->add(task))
             return;
         m_worker = std::shared_ptr<Worker>(new Worker, [](Worker *worker) {
-            // A handler that has called exit() is on the thread itself, which goes with the
-            // process.
+            // A handler has called exit() on this thread. The thread ends with the process.
             if (QThread::currentThread() == worker)
                 return;
             worker->requestInterruption();
@@ -475,12 +475,12 @@ void URLSession::add(Task task)
         qAddPostRoutine([] { shared().stop(); });
     }
     if (isExiting)
-        stop(); // nobody else will
+        stop(); // the exit handlers have run already
 }
 
 void URLSession::stop()
 {
-    std::shared_ptr<Worker> worker; // goes, and waits for the thread, after the lock
+    std::shared_ptr<Worker> worker; // destroyed after the lock; the deleter waits for the thread
     const std::lock_guard lock(m_mutex);
     worker.swap(m_worker);
 }

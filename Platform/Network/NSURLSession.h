@@ -24,7 +24,7 @@ class PELLARVINE_INTERNAL_EXPORT URLSession
 public:
     using CompletionHandler = std::function<void(const std::optional<NS::URLError> &)>;
 
-    /// Never destroyed, so that it can be used while the process exits.
+    /// The only session. It is never destroyed, so it can be used while the process exits.
     static URLSession &shared();
     URLSession(const URLSession &) = delete;
     URLSession &operator=(const URLSession &) = delete;
@@ -47,7 +47,7 @@ public:
     void post(const QNetworkRequest &request, std::function<QByteArray()> makeBody,
               CompletionHandler handler, Rejection rejection = Rejection::success);
 
-    /// Sends nothing: calls `handler` with `error`, as `post` does with the outcome of a transfer.
+    /// Calls `handler` with `error`, in the same way as `post`, and sends nothing.
     void fail(const NS::URLError &error, CompletionHandler handler);
 
 private:

@@ -11,7 +11,7 @@
 
 namespace Pellarvine::detail {
 
-/// A button with a role of its own, which can be pressed.
+/// The accessible interface of a button with a role of its own. It can be pressed.
 class AccessibleButton : public AccessibleControl
 {
 public:

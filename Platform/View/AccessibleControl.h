@@ -10,7 +10,8 @@
 
 namespace Pellarvine::detail {
 
-/// A widget with a role, and a name for when its owner has given none.
+/// The accessible interface of a widget with a role of its own. `name` is its accessible name if
+/// the program has not set one.
 class AccessibleControl : public QAccessibleWidget
 {
 public:
@@ -26,15 +27,16 @@ public:
     }
 
 protected:
-    /// The name of a widget whose owner has given none.
+    /// The name if the program has not set one.
     virtual QString ownName() const { return m_name; }
 
 private:
     QString m_name;
 };
 
-/// Presents every `Widget`, and what derives from it, through an `Interface`, which takes the
-/// widget. For the constructor of `Widget`: further calls do nothing.
+/// Installs `Interface`, which is constructed with the widget, as the accessible interface of all
+/// objects of `Widget` and its subclasses. The constructor of `Widget` calls it; further calls do
+/// nothing.
 template <typename Widget, typename Interface>
 void makeAccessible()
 {

@@ -8,7 +8,7 @@
 
 namespace Pellarvine::detail {
 
-/// A part of a `Widget`, without parts of its own, that can be pressed or the like.
+/// The accessible interface of a part of a `Widget`. The part has actions and no children.
 template <typename Widget>
 class AccessiblePart : public QAccessibleInterface, public QAccessibleActionInterface
 {

@@ -15,8 +15,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// In milliseconds. Photographs of 8 megapixels are decoded in that time: JPEG and PNG files took
-// 6 ms a megapixel.
+// In milliseconds. Enough to decode 8 megapixels: JPEG and PNG files took 6 ms per megapixel.
 constexpr int unnoticed = 60;
 
 } // namespace
@@ -33,7 +32,7 @@ void runWithBusyCursor(QWidget *view, const std::function<void()> &work)
     const QPointer<Spinner> spinner(new Spinner(view));
     loop.exec(QEventLoop::ExcludeUserInputEvents);
     thread->wait();
-    delete spinner; // unless the view, its owner, is gone
+    delete spinner; // null if the view, which owns it, was destroyed
     QGuiApplication::restoreOverrideCursor();
 }
 

@@ -10,10 +10,10 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 
 namespace Pellarvine::detail {
 
-/// Runs `work` on a thread of its own and returns when it is done. If that takes longer than a
-/// moment, the pointer turns busy, a Spinner turns in `view`, and windows go on painting; what the
-/// user does meanwhile waits, but timers and posted events run, so that anything may have been
-/// destroyed on return, `view` too. Main thread only; `work` must not throw.
+/// Runs `work` on a thread of its own and returns when it is done. If that takes some time, the
+/// cursor is busy, a Spinner turns in `view`, and windows are painted. Input of the user waits
+/// until the end. Timers and posted events are processed, so any object may have been destroyed on
+/// return, `view` too. Main thread only; `work` must not throw.
 PELLARVINE_INTERNAL_EXPORT void runWithBusyCursor(QWidget *view, const std::function<void()> &work);
 
 } // namespace Pellarvine::detail

@@ -108,7 +108,7 @@ void Layer::render(QPainter &painter, double spaceHeight) const
     d->render(painter, rect, rect);
 }
 
-// `rect` with y downwards, within the layer above.
+// `rect` and `space` have y downwards and are in the superlayer's coordinates.
 void Layer::Private::render(QPainter &painter, const QRectF &rect, const QRectF &space) const
 {
     if (rect.isEmpty())

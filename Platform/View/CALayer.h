@@ -14,7 +14,7 @@ QT_FORWARD_DECLARE_CLASS(QPainter)
 
 namespace CA {
 
-/// A coloured rectangle in a tree of such, drawn beneath what a widget itself draws:
+/// A coloured rectangle that is drawn behind the contents of a widget. Layers form a tree:
 ///
 ///     NS::setWantsLayer(panel, true);
 ///     NS::layer(panel)->setBackgroundColor(Qt::white);
@@ -22,9 +22,10 @@ namespace CA {
 ///     line->setFrame(QRectF(0, 0, 100, 1)); // along the lower edge
 ///     NS::layer(panel)->addSublayer(line);
 ///
-/// Frames are in device-independent pixels, in the layer above, with y growing upwards. A layer
-/// that is invisible for having no colour still shows its sublayers. Nothing animates: changes show
-/// at the next paint. To be held by std::shared_ptr; a layer keeps its sublayers. Main thread only.
+/// Frames are in device-independent pixels, in the coordinates of the superlayer, with y upwards. A
+/// layer without a colour still shows its sublayers. Changes are shown at the next paint; nothing
+/// animates. Create layers with std::make_shared: a layer shares the ownership of its sublayers.
+/// Main thread only.
 class PELLARVINE_EXPORT Layer : public QObject, public std::enable_shared_from_this<Layer>
 {
     Q_OBJECT
@@ -35,43 +36,44 @@ class PELLARVINE_EXPORT Layer : public QObject, public std::enable_shared_from_t
             double cornerRadius READ cornerRadius WRITE setCornerRadius NOTIFY cornerRadiusChanged)
 
 public:
-    Layer(); ///< of no size, at the origin, without a colour
-    ~Layer() override; ///< its sublayers are detached
+    Layer(); ///< an empty frame at the origin, no colour
+    ~Layer() override; ///< its sublayers have no superlayer afterwards
 
-    /// In device-independent pixels, with y upwards, in the layer above or the widget.
+    /// In device-independent pixels, in the superlayer or the widget, with y upwards.
     QRectF frame() const;
     void setFrame(const QRectF &frame);
 
-    /// Default: invalid, which draws nothing.
+    /// An invalid colour draws nothing. Default: invalid.
     QColor backgroundColor() const;
     void setBackgroundColor(const QColor &color);
 
-    /// Default: 0. Round corners cut off what the sublayers draw there. Values below 0 count as
-    /// 0, and ones above half a side as that.
+    /// In device-independent pixels. Sublayers are clipped to the round corners. Values below 0
+    /// count as 0, and values above half of the shorter side as that half. Default: 0.
     double cornerRadius() const;
     void setCornerRadius(double radius);
 
-    /// From the back to the front.
+    /// The sublayers, from the back to the front.
     const QList<std::shared_ptr<Layer>> &sublayers() const;
     Layer *superlayer() const; ///< null at the top
 
-    /// Puts the layer in front of the other sublayers, taking it from where it was. Neither null
-    /// nor this layer nor one above it.
+    /// Adds a layer in front of the other sublayers, and removes it from its previous superlayer.
+    /// The layer is not null, this layer or a superlayer of it.
     void addSublayer(const std::shared_ptr<Layer> &layer);
 
-    /// Does nothing at the top. The layer ends if nobody else holds it.
+    /// Removes the layer from its superlayer, which may destroy it. Does nothing without a
+    /// superlayer.
     void removeFromSuperlayer();
 
-    /// Draws the layer and those below it into a space of that height; the painter's y grows
-    /// downwards, as Qt's does. Edges are sharp: they fall on whole pixels of the device. A line is
-    /// equally thick wherever it lies in the layer above.
+    /// Draws the layer and its sublayers. `spaceHeight` is the height in device-independent pixels
+    /// of the area that contains the layer: y grows downwards in the painter, upwards in the layer.
+    /// Edges are aligned to device pixels, so lines of equal width look equal at any position.
     void render(QPainter &painter, double spaceHeight) const;
 
 Q_SIGNALS:
     void frameChanged(const QRectF &frame);
     void backgroundColorChanged(const QColor &color);
     void cornerRadiusChanged(double radius);
-    void needsDisplay(); ///< of the topmost layer: anything in the tree looks different
+    void needsDisplay(); ///< emitted by the topmost layer after a visible change in its tree
 
 private:
     void noteChange();

@@ -15,7 +15,7 @@ namespace {
 
 const QString group = u"org.freedesktop.appearance"_s;
 
-// The portal's numbers; others mean no preference.
+// The numbers of the portal. Others mean no preference.
 constexpr uint preferDark = 1;
 constexpr uint preferLight = 2;
 

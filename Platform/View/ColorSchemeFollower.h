@@ -9,8 +9,9 @@
 
 namespace Pellarvine::detail {
 
-/// While it lives, the program's palette is dark or light, and accented, as the user has set it for
-/// the desktop. Without such a setting it is the platform's, as it is afterwards.
+/// As long as the object exists, the application's palette follows the desktop's settings: dark or
+/// light, and the accent colour. Without such settings, and after the object was destroyed, the
+/// palette is that of the platform. Main thread only.
 class PELLARVINE_INTERNAL_EXPORT ColorSchemeFollower : public QObject
 {
     Q_OBJECT
@@ -22,7 +23,7 @@ public:
 private:
     void apply();
 
-    QPalette m_own; // the palette without this object
+    QPalette m_own; // the application's palette before this object changed it
 };
 
 } // namespace Pellarvine::detail

@@ -10,7 +10,7 @@ namespace Pellarvine::detail {
 
 std::optional<QDBusConnection> portalBus()
 {
-    // Without either, looking for a bus would try to start one.
+    // Without either variable, QDBusConnection would try to start a bus.
     const bool hasBus = qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")
                         || QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/bus"_L1);
     if (!hasBus)

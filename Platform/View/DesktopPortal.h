@@ -17,10 +17,10 @@ namespace Pellarvine::detail {
 inline const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 inline const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 
-/// The session bus, if the program has one that it can reach.
+/// The session bus. Nothing if the program cannot connect to one.
 std::optional<QDBusConnection> portalBus();
 
-/// The colour in an answer: three numbers from 0 to 1. Others are no colour, which is invalid.
+/// The colour in an answer of the portal, which has three numbers from 0 to 1. Otherwise invalid.
 QColor portalColor(const QVariant &value);
 
 } // namespace Pellarvine::detail

@@ -50,7 +50,8 @@ DesktopSettings::DesktopSettings()
 
 DesktopSettings &DesktopSettings::instance()
 {
-    static QPointer<DesktopSettings> settings; // a program may have one application after another
+    // Destroyed with the application object. A program may make another one after it.
+    static QPointer<DesktopSettings> settings;
     if (!settings)
         settings = new DesktopSettings;
     return *settings;
@@ -69,8 +70,8 @@ void DesktopSettings::start(QDBusConnection bus)
     if (!bus.isConnected() || std::exchange(m_hasStarted, true))
         return;
     qDBusRegisterMetaType<Groups>();
-    // As a message: with the arguments as parameters, Qt 6.4 drops signals until the program has
-    // sent such a variant itself.
+    // The slot takes a QDBusMessage: with separate parameters, Qt 6.4 drops the signals until the
+    // program itself has sent a D-Bus variant.
     bus.connect(portalService, portalPath, settings, u"SettingChanged"_s, this,
                 SLOT(settingChanged(QDBusMessage)));
     QDBusMessage call =

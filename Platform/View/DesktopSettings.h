@@ -13,9 +13,9 @@ QT_FORWARD_DECLARE_CLASS(QDBusMessage)
 
 namespace Pellarvine::detail {
 
-/// What the user has set for the desktop, as the settings portal tells it: it works in sandboxes
-/// too, and tells of changes. Nothing waits for its answer; until that is there, and where there is
-/// no portal, no value is known.
+/// The user's settings of the desktop, from the settings portal, which works in sandboxes and
+/// reports changes. The requests do not block: values are invalid until the answer comes, and if
+/// there is no portal. Main thread only.
 class PELLARVINE_INTERNAL_EXPORT DesktopSettings : public QObject
 {
     Q_OBJECT
@@ -23,16 +23,16 @@ class PELLARVINE_INTERNAL_EXPORT DesktopSettings : public QObject
 public:
     static DesktopSettings &instance();
 
-    /// Asks the portal on the session bus, if the program has one. Further calls do nothing.
+    /// Sends a request to the portal on the session bus, if there is one. Further calls do nothing.
     void start();
     /// The same on another bus.
     void start(QDBusConnection bus);
 
-    /// Invalid if none is known; colours are QColors. Groups are names such as
+    /// A setting, or an invalid QVariant. A colour is a QColor. `group` is a name such as
     /// "org.gnome.desktop.wm.preferences".
     QVariant value(const QString &group, const QString &key) const;
 
-    /// Whether the user has asked for less motion, or for no animations.
+    /// Whether the user has set reduced motion, or disabled animations.
     bool reducesMotion() const;
 
 Q_SIGNALS:
@@ -45,7 +45,7 @@ private:
     DesktopSettings();
     void take(const QString &group, const QString &key, const QVariant &told);
 
-    QHash<QString, QVariant> m_values; // by group and key with a space between
+    QHash<QString, QVariant> m_values; // the key is "group key"
     bool m_hasStarted = false;
 };
 

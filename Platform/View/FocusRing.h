@@ -16,12 +16,12 @@ struct FocusRing
     double radius = 4; ///< of the corners, at the middle of the line
 };
 
-/// Draws a ring whose line lies inside the edge of `rect`. A radius of half the rectangle's side or
-/// more makes it a circle. Leaves the painter as it was.
+/// Draws a focus ring inside the edge of `rect`. If the radius is half of the rectangle's side or
+/// more, the ring is a circle. Restores the painter's state.
 void drawFocusRing(QPainter &painter, const QRectF &rect, const QColor &color, FocusRing ring = {});
 
-/// Draws a dashed line inside the edge of `rect`, where something can be put. Leaves the painter as
-/// it was.
+/// Draws a dashed line inside the edge of `rect`, as a place for something to be dropped. Restores
+/// the painter's state.
 void drawWell(QPainter &painter, const QRectF &rect, const QColor &color);
 
 } // namespace Pellarvine::detail

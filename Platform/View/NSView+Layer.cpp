@@ -12,7 +12,7 @@ namespace NS {
 
 namespace {
 
-// Draws the layers of all widgets that have any.
+// Draws the layers of all layer-backed widgets.
 class LayerBacking : public QObject
 {
 public:
@@ -70,7 +70,7 @@ public:
             if (needsLayout(widget))
                 layoutSubtreeIfNeeded(widget);
             if (const auto drawn = layer(widget)) {
-                drawn->setFrame(bounds(widget)); // hidden widgets hear of their size late
+                drawn->setFrame(bounds(widget)); // a hidden widget gets no resize event
                 QPainter painter(widget);
                 drawn->render(painter, widget->height());
             }
@@ -85,7 +85,7 @@ private:
 
     struct Entry
     {
-        std::shared_ptr<CA::Layer> layer; // null until somebody needs it
+        std::shared_ptr<CA::Layer> layer; // null until it is needed
         detail::LayerSetUp setUp = nullptr;
     };
 

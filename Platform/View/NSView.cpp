@@ -25,13 +25,13 @@ double spaceHeight(const QWidget *widget)
 {
     if (!widget->isWindow())
         return widget->parentWidget()->height();
-    // Whichever screen the window is on: one space for all, so that frames can be compared and set.
+    // The primary screen for all windows, so that frames on different screens can be compared.
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
     return screen.y() + screen.height();
 }
 
-// Watches the widgets that take part in the layout pass, and their windows, where Qt announces that
-// it is about to paint. One object for all: a window with a filter for each of its views is slow.
+// Runs the layout pass. It filters the events of the marked widgets and of their windows, to which
+// Qt sends an event before it paints. It is one object, because one filter for each view is slow.
 class LayoutPass : public QObject
 {
 public:
@@ -60,7 +60,7 @@ public:
         widget->update();
     }
 
-    // A mark that the method sets is for the next pass.
+    // If the method marks the widget again, that is for the next pass.
     void perform(QWidget *widget)
     {
         if (m_marked.isEmpty() || !m_marked.remove(widget))
@@ -82,7 +82,7 @@ private:
         window->installEventFilter(this);
     }
 
-    // Parents first, since they may resize what they contain.
+    // Parents first, because they may resize their children.
     void performBelow(QWidget *widget)
     {
         perform(widget);
@@ -94,9 +94,9 @@ private:
         }
     }
 
-    QSet<const QWidget *> m_views; // have been marked once
+    QSet<const QWidget *> m_views; // the widgets that have been marked at least once
     QSet<const QWidget *> m_marked;
-    QSet<const QWidget *> m_windows; // are watched
+    QSet<const QWidget *> m_windows; // the windows whose events are filtered
 };
 
 bool LayoutPass::eventFilter(QObject *watched, QEvent *event)
@@ -107,13 +107,13 @@ bool LayoutPass::eventFilter(QObject *watched, QEvent *event)
         if (m_views.contains(widget))
             mark(widget, true);
         break;
-    case QEvent::UpdateRequest: // of the window: what follows is painting
+    case QEvent::UpdateRequest: // sent to the window before it paints
         if (std::any_of(m_marked.cbegin(), m_marked.cend(), [widget](const QWidget *marked) {
                 return marked->isVisible() && marked->window() == widget;
             }))
             performBelow(widget);
         break;
-    case QEvent::Paint: // without an update request before it, as by grab()
+    case QEvent::Paint: // grab() paints without an update request
         if (isMarked(widget))
             performBelow(widget);
         break;
@@ -133,7 +133,7 @@ bool LayoutPass::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-// Qt holds move and resize events of hidden widgets back until they are shown.
+// Sends the move and resize events that Qt holds back while a widget is hidden.
 void sendPendingEvents(QWidget *widget)
 {
     if (widget->testAttribute(Qt::WA_PendingMoveEvent)) {
@@ -150,7 +150,7 @@ void sendPendingEvents(QWidget *widget)
 
 void layoutTree(QWidget *widget)
 {
-    // A second round where what is below asks for another size once it has been laid out.
+    // A second round, because a descendant may need another size after it was laid out.
     for (int round = 0; round < 2; ++round) {
         sendPendingEvents(widget);
         if (widget->layout())
@@ -175,7 +175,7 @@ QRectF frame(const QWidget *widget)
 
 void setFrame(QWidget *widget, const QRectF &frame)
 {
-    // The widget's own setFrame() calls this function for what it does not do itself.
+    // The widget's own setFrame() calls this function in turn.
     static const QWidget *overriding = nullptr;
     if (widget != overriding) {
         const QMetaMethod own = detail::methodWithSignature(widget, "setFrame(QRectF)");

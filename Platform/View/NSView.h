@@ -11,64 +11,63 @@
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
 /// @file
-/// What a view can do and a QWidget cannot, as functions on any widget:
+/// Functions of views that QWidget does not have. They work on any widget:
 ///
 ///     NS::addSubview(panel, badge);
-///     NS::setFrame(badge, QRectF(8, 8, 24, 16)); // 8 units above the panel's lower edge
+///     NS::setFrame(badge, QRectF(8, 8, 24, 16)); // 8 pixels above the panel's lower edge
 ///     NS::setNeedsLayout(panel); // panel's performLayout() runs before it is next painted
 ///     NS::layoutSubtreeIfNeeded(panel); // or now
 ///
-/// Rectangles and points are in device-independent pixels with the origin at
-/// the lower left and y growing upwards. No widget may be null. Main thread only.
+/// Rectangles are in device-independent pixels. Their origin is at the lower left, with y upwards.
+/// No widget may be null. Main thread only.
 namespace NS {
 
 // Coordinates
 
-/// The widget's rectangle in its parent; a window's from the primary screen's lower left corner, in
-/// one space for all screens.
+/// The widget's rectangle in its parent. For a window, the origin is the lower left corner of the
+/// primary screen, for all screens.
 PELLARVINE_EXPORT QRectF frame(const QWidget *widget);
 
-/// Moves and resizes the widget. Qt places widgets on whole units: each edge goes to the nearest
-/// one, so that frames that touch still do. Sizes below 0 count as 0, and the widget's own minimum
-/// and maximum hold as in `QWidget::setGeometry`. A widget that declares an invokable method
-/// `setFrame(QRectF)` has that called instead, which calls this function for the frame itself.
+/// Moves and resizes the widget. Each edge is rounded to a whole number, because Qt's geometry is
+/// in whole numbers; so frames that touch each other still do. Sizes below 0 count as 0. The
+/// minimum and maximum size apply as in `QWidget::setGeometry`. If the widget has a `Q_INVOKABLE`
+/// method `setFrame(QRectF)`, that is called instead; it calls this function to move the widget.
 PELLARVINE_EXPORT void setFrame(QWidget *widget, const QRectF &frame);
 
 /// The widget's rectangle in its own coordinates: origin (0, 0).
 PELLARVINE_EXPORT QRectF bounds(const QWidget *widget);
 
-/// How far the part of the widget that is to be aligned lies inside its frame. What lies outside is
-/// decoration that the style keeps free, such as a shadow. A widget that declares a property
-/// `alignmentRectInsets` of type QMarginsF or QMargins is asked, for others the style is.
+/// The margins between the widget's frame and the part of it that layout aligns. They contain
+/// decoration, such as a shadow. They are the widget's property `alignmentRectInsets` of type
+/// QMarginsF or QMargins, or else depend on the style.
 PELLARVINE_EXPORT QMarginsF alignmentRectInsets(const QWidget *widget);
 
 // The tree
 
-/// Makes `subview` a child of `parent`, above its siblings, and shows it with its parent unless it
-/// was hidden by a call. The parent owns it from then on. A child already stays where it is.
+/// Makes `subview` a child of `parent`, in front of its siblings, and shows it unless the program
+/// has hidden it. The parent owns it. A widget that is a child of `parent` already is not changed.
 PELLARVINE_EXPORT void addSubview(QWidget *parent, QWidget *subview);
 
 // Constraints
 
-/// Whether the widget's frame is taken as it is, whatever the constraints would make of it: they
-/// can then place others by it. Default: false. Widgets that a Qt layout of another kind places are
-/// treated as if it were true.
+/// Whether constraints leave the widget's frame as it is. Other widgets can still be constrained to
+/// it. Widgets that a Qt layout places are treated as if it were true. Default: false.
 PELLARVINE_EXPORT bool translatesAutoresizingMaskIntoConstraints(const QWidget *widget);
 PELLARVINE_EXPORT void setTranslatesAutoresizingMaskIntoConstraints(QWidget *widget,
                                                                     bool translates);
 
 // The layout pass
 
-/// Marks the widget, or unmarks it. A marked widget's `performLayout()`, which its class declares
-/// Q_INVOKABLE or as a slot, runs once before the next paint, parents before children, and clears
-/// the mark. From the first call on, a change of the widget's size marks it too. A class without
-/// `performLayout()` can be marked; nothing is run for it.
+/// Marks the widget for layout, or clears the mark. Before the next paint, the `performLayout()` of
+/// each marked widget is called once, parents before children, which clears the mark. A class
+/// declares that method as Q_INVOKABLE or as a slot; without it, nothing is called. After the first
+/// call of this function, a change of the widget's size marks it too.
 PELLARVINE_EXPORT void setNeedsLayout(QWidget *widget, bool needsLayout = true);
-/// Whether the widget is marked: false for one that nobody has marked yet.
+/// Whether the widget is marked. Default: false.
 PELLARVINE_EXPORT bool needsLayout(const QWidget *widget);
 
-/// Runs the pass now, visible or not: for the widget and all below it, the Qt layouts and
-/// constraints first, then what is marked.
+/// Lays out the widget and its descendants now, visible or not: first Qt's layouts and constraints,
+/// then the marked widgets.
 PELLARVINE_EXPORT void layoutSubtreeIfNeeded(QWidget *widget);
 
 } // namespace NS

@@ -11,11 +11,11 @@ namespace Pellarvine::detail {
 namespace {
 
 constexpr int interval = 40; // milliseconds
-constexpr int steps = 25; // of one turn
+constexpr int steps = 25; // per turn
 constexpr double side = 32; // device-independent pixels
 constexpr double lineWidth = 3;
 constexpr float veilOpacity = 0.75F;
-constexpr int sixteenths = 16; // of a degree, as a painter counts
+constexpr int sixteenths = 16; // QPainter's angles are in sixteenths of a degree
 constexpr int arc = 100 * sixteenths;
 
 } // namespace

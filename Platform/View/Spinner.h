@@ -9,7 +9,8 @@
 
 namespace Pellarvine::detail {
 
-/// An arc that turns in the middle of a view, over a veil on what the view shows. Shown at once.
+/// An arc that turns in the middle of a view. A translucent veil covers the view. It is shown at
+/// once. `view` owns it.
 class PELLARVINE_INTERNAL_EXPORT Spinner : public QWidget
 {
     Q_OBJECT

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What key-value coding asks of widgets.
+// The functions of widgets that key-value coding needs. This library sets them when it is loaded.
 #include "KeyValue/WidgetAccess.h"
 
 #include <QStyle>

@@ -8,8 +8,8 @@
 
 #include <cstdlib>
 
-/// Ends the program once a window has been painted on the screen for the first time, for measuring
-/// how long that takes: at once, since taking everything down again is no part of it.
+/// Ends the program when a window has been painted for the first time, to measure how long that
+/// takes. It ends without cleaning up, because that is not measured.
 class ExitWhenShown : public QObject
 {
 public:
@@ -22,7 +22,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() == QEvent::Expose && static_cast<QWindow *>(watched)->isExposed())
-            QTimer::singleShot(0, this, [] { std::_Exit(0); }); // painting comes first
+            QTimer::singleShot(0, this, [] { std::_Exit(0); }); // after the window is painted
         return false;
     }
 };

@@ -28,7 +28,7 @@ QColor mixed(const QColor &first, const QColor &second, double share)
              mix(first.blue(), second.blue()) };
 }
 
-// As far as a disabled control is still to be seen.
+// The opacity of disabled controls.
 QColor shownIn(const QStyleOption *option, QColor color)
 {
     if (!(option->state & QStyle::State_Enabled))
@@ -46,7 +46,7 @@ bool hasFocus(const QStyleOption *option)
     return (option->state & QStyle::State_HasFocus) && (option->state & QStyle::State_Enabled);
 }
 
-// A box with an edge, which the focus makes stronger.
+// A box with an edge, which is stronger with the keyboard focus.
 void drawBox(QPainter *painter, const QRectF &rect, const QStyleOption *option, const QColor &fill,
              double corner = radius)
 {
@@ -121,7 +121,7 @@ void drawCheckBox(QPainter *painter, const QStyleOption *option, double corner)
         return drawMark(painter, box, option);
     }
     QStyleOption plain = *option;
-    plain.state &= ~QStyle::State_HasFocus; // whose frame goes around the text
+    plain.state &= ~QStyle::State_HasFocus; // its frame would surround the text
     drawBox(painter, box, &plain, palette.color(QPalette::Base), corner);
 }
 
@@ -155,7 +155,7 @@ QColor FlatStyle::edge(const QPalette &palette)
 void FlatStyle::polish(QWidget *widget)
 {
     QProxyStyle::polish(widget);
-    // A style sheet of the application keeps spin boxes from asking for their size here.
+    // Spin boxes do not ask for their size here if the application has a style sheet.
     if (qobject_cast<QAbstractSpinBox *>(widget))
         widget->setMinimumHeight(4 * Theme::unit);
 }
@@ -167,7 +167,7 @@ int FlatStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
     case PM_SliderLength:
     case PM_SliderThickness:
     case PM_SliderControlThickness:
-        return knobSide + 2; // with its edge's smoothing
+        return knobSide + 2; // with the smooth edge
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
@@ -213,7 +213,7 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
     case PE_Frame:
         return drawBox(painter, option->rect, option, Qt::transparent, 0);
     case PE_FrameFocusRect:
-        if (!qobject_cast<const QPushButton *>(widget)) // whose edge shows it
+        if (!qobject_cast<const QPushButton *>(widget)) // a push button shows it by its edge
             drawFocus(painter, option);
         return;
     case PE_IndicatorCheckBox:
@@ -232,7 +232,7 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
 void FlatStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                             const QWidget *widget) const
 {
-    // The bevel alone, without the shade of a button that Return presses.
+    // The bevel only, without the shade of a default button.
     if (element == CE_PushButtonBevel)
         return proxy()->drawPrimitive(PE_PanelButtonCommand, option, painter, widget);
     QProxyStyle::drawControl(element, option, painter, widget);

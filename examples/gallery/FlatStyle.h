@@ -3,8 +3,8 @@
 
 #include <QProxyStyle>
 
-/// Fusion without its gloss: controls of one height, with edges that are seen in light and dark
-/// palettes (3:1, as WCAG 1.4.11 asks).
+/// The Fusion style without gradients. Controls have equal heights, and their edges are visible in
+/// light and dark palettes (a contrast of 3:1, as WCAG 1.4.11 requires).
 class FlatStyle : public QProxyStyle
 {
 public:

@@ -28,7 +28,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The title bar: a row with the search field and below it one with the tools.
+// The heights of the title bar's rows: the search field, and below it the tools.
 constexpr int titleBarHeight = 10 * Theme::unit;
 constexpr int horizontalMargin = 2 * Theme::unit;
 constexpr int verticalMargin = Theme::unit;
@@ -66,7 +66,7 @@ protected:
     }
 
 private:
-    QPolygonF m_strokes; // pairs of points around the middle
+    QPolygonF m_strokes; // pairs of points; the origin is the middle
 };
 
 } // namespace
@@ -74,7 +74,7 @@ private:
 GalleryWindow::GalleryWindow(QWidget *parent)
     : Pellarvine::Window(parent)
 {
-    setHidesTitle(true); // it stands in the view across the bar
+    setHidesTitle(true); // the view in the title bar shows it
     setWindowTitle(tr("Pellarvine Gallery"));
     setContentView(new QWidget);
     setTitleBarHeight(::titleBarHeight);
@@ -100,7 +100,7 @@ void GalleryWindow::fill()
     QWidget *const sidebar = makeSidebar();
     layout->addWidget(sidebar);
     layout->addWidget(m_stack, 1);
-    sidebar->show(); // now, not when the layout comes to it: its list is to have the focus
+    sidebar->show(); // now, because its list gets the focus
 
     setInnerTitleBarView(makeInnerTitleBar());
     setToolbarView(makeToolBar());
@@ -128,7 +128,7 @@ QWidget *GalleryWindow::makeSidebar()
     m_list->setObjectName(u"pages"_s);
     m_list->setAccessibleName(tr("Pages"));
     m_list->setFrameShape(QFrame::NoFrame);
-    m_list->ensurePolished(); // the style sheet's item heights come first
+    m_list->ensurePolished(); // applies the item heights of the style sheet
     m_nothing->setForegroundRole(QPalette::PlaceholderText);
     m_nothing->setWordWrap(true);
     m_nothing->setAlignment(Qt::AlignLeading | Qt::AlignTop);
@@ -172,7 +172,7 @@ QWidget *GalleryWindow::makeInnerTitleBar()
 
 QWidget *GalleryWindow::makeToolBar()
 {
-    auto *const tools = new QWidget; // the title bar has a line below it already
+    auto *const tools = new QWidget; // without a line: the title bar has one
     m_place->setForegroundRole(QPalette::PlaceholderText);
     auto *const menuButton = new ToolButton(
             tr("Menu"), { { -5, -4 }, { 5, -4 }, { -5, 0 }, { 5, 0 }, { -5, 4 }, { 5, 4 } });
@@ -211,11 +211,10 @@ void GalleryWindow::fillMenu(QMenu *menu)
     if (auto *const application = qobject_cast<Pellarvine::Application *>(qApp))
         menu->addAction(application->aboutAction());
     menu->addAction(tr("&Quit"), QKeySequence::Quit, qApp, &QApplication::closeAllWindows);
-    addActions(menu->actions()); // for their shortcuts
+    addActions(menu->actions()); // so that their shortcuts work
 }
 
-// The window is on the screen, empty, before anything is made that goes into it: all of that would
-// take as long again.
+// Makes the contents after the empty window is on the screen: they take as long as the window.
 void GalleryWindow::paintEvent(QPaintEvent *event)
 {
     Pellarvine::Window::paintEvent(event);
@@ -237,8 +236,8 @@ void GalleryWindow::changeEvent(QEvent *event)
         page->alignTexts();
 }
 
-// The inner view lies across the buttons, which stay at the left, and reaches beyond the window at
-// the other side: its content has to keep off both. From right to left its edges change places.
+// The inner view covers the buttons, which are always at the left, and extends beyond the window on
+// the other side. Margins keep its content clear of both; a right-to-left layout swaps its edges.
 void GalleryWindow::keepClearOfButtons()
 {
     if (!m_innerLayout || !m_toolLayout)
@@ -261,7 +260,7 @@ Page *GalleryWindow::showPage(const QString &name)
     return m_made.value(name);
 }
 
-// Below 0 if there is no such page.
+// The row of a page, or -1.
 int GalleryWindow::rowOf(const QString &name) const
 {
     for (int row = 0; row < m_list->count(); ++row) {
@@ -271,10 +270,10 @@ int GalleryWindow::rowOf(const QString &name) const
     return -1;
 }
 
-// A group's heading stays with the pages of it that do.
+// The heading of a group is shown if one of its pages is.
 void GalleryWindow::filterPages(const QString &text)
 {
-    // Not from the start: looking for its picture takes longer than making all pages' list.
+    // Made when it is needed: loading its icon takes longer than making the list of pages.
     m_search->setClearButtonEnabled(!text.isEmpty());
     QListWidgetItem *heading = nullptr;
     bool hasAny = false;
@@ -317,7 +316,7 @@ void GalleryWindow::showItem(QListWidgetItem *item)
     if (!m_made.contains(name)) {
         m_made[name] = entry->make(nullptr);
         m_made[name]->alignTexts();
-        // Small screens and large fonts scroll the page instead of squeezing it.
+        // On a small screen or with a large font, the page can be scrolled.
         auto *const scroller = new QScrollArea;
         scroller->setAccessibleName(entry->title);
         scroller->setFrameShape(QFrame::NoFrame);

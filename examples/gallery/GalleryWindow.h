@@ -15,9 +15,9 @@ QT_FORWARD_DECLARE_CLASS(QMenu)
 QT_FORWARD_DECLARE_CLASS(QStackedWidget)
 QT_FORWARD_DECLARE_CLASS(QToolButton)
 
-/// The list of pages at the left, the page at the right, and above them a title bar with a search
-/// field and tools. All that is made once the window is on the screen, each page when it is first
-/// shown.
+/// The window: the list of pages at the left, the page at the right, and a title bar with a search
+/// field and tools. The contents are made after the window is on the screen, each page when it is
+/// shown for the first time.
 class GalleryWindow : public Pellarvine::Window
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ class GalleryWindow : public Pellarvine::Window
 public:
     explicit GalleryWindow(QWidget *parent = nullptr);
 
-    /// Shows the page of that name and returns it; null if there is none.
+    /// Shows the page of that name and returns it. Null if there is no such page.
     Page *showPage(const QString &name);
 
 protected:
@@ -50,7 +50,7 @@ private:
     QLabel *m_place = nullptr;
     QToolButton *m_back = nullptr;
     QToolButton *m_forward = nullptr;
-    QStackedWidget *m_stack = nullptr; // null until it is filled
+    QStackedWidget *m_stack = nullptr; // null until the contents are made
     QBoxLayout *m_innerLayout = nullptr;
     QBoxLayout *m_toolLayout = nullptr;
     QHash<QString, Page *> m_made;

@@ -7,8 +7,9 @@
 
 QT_FORWARD_DECLARE_CLASS(QPainter)
 
-/// An icon of one colour, drawn in a space of 16 x 16 units, y downwards, with a pen and a brush of
-/// that colour set: the palette's text, its highlighted text where selected, or dimmed.
+/// An icon in one colour. `draw` draws it in a square of 16 x 16 units, with y downwards. The
+/// painter's pen and brush have the palette's text colour, its highlighted text colour if the item
+/// is selected, or a dim colour if it is disabled.
 QIcon makeIcon(const std::function<void(QPainter &painter)> &draw);
 
 namespace Icons {

@@ -13,7 +13,7 @@ namespace {
 
 const QString fileName = u"Info.plist"_s;
 
-// Names in a resource file are found by this hash.
+// The hash of a name in a resource file.
 quint32 hash(const QString &name)
 {
     quint32 result = 0;

@@ -3,8 +3,8 @@
 
 #include <QByteArray>
 
-/// The program's ":/Info.plist" for as long as the object lives. A program has one from its .qrc
-/// file as a rule; the gallery lets people write it.
+/// The program's ":/Info.plist" as long as the object exists. Other programs have it in their .qrc
+/// file; in the gallery, the user edits it.
 class InfoPlist
 {
 public:

@@ -36,7 +36,7 @@ bool fill(X509 *certificate, EVP_PKEY *key, const QByteArray &names)
     constexpr long clockError = 60L * 60;
     X509_NAME *const subject = X509_get_subject_name(certificate);
     const quint64 number = QRandomGenerator::system()->generate64();
-    // Part of the name too: certificates that are trusted together are told apart by name.
+    // Also a part of the name, which must differ between certificates that are trusted together.
     const QByteArray name = "Loopback " + QByteArray::number(number, 16);
     return X509_set_version(certificate, X509_VERSION_3) == 1
            && ASN1_INTEGER_set_uint64(X509_get_serialNumber(certificate), number)

@@ -4,13 +4,13 @@
 #include <QSslCertificate>
 #include <QSslKey>
 
-/// A certificate that lives as long as the program that makes it, for a server on this machine.
+/// A self-signed certificate for a server on this machine.
 struct LoopbackCertificate
 {
     QSslCertificate certificate;
     QSslKey key;
 
-    /// Signs itself for `names`, "IP:127.0.0.1,DNS:localhost", and for a day. Both parts are null
-    /// if the TLS library refuses.
+    /// Makes a certificate for `names`, such as "IP:127.0.0.1,DNS:localhost", that is valid for a
+    /// day. Certificate and key are null if the TLS library fails.
     static LoopbackCertificate make(const QByteArray &names);
 };

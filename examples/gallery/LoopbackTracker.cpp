@@ -12,7 +12,7 @@ namespace {
 
 const QByteArray blankLine = "\r\n\r\n";
 
-// How long the body is by its header; 0 without one.
+// The length of the body according to the header. 0 without a header.
 qsizetype bodyLength(const QByteArray &headers)
 {
     static const QRegularExpression length(u"^content-length: *([0-9]+)"_s,
@@ -58,7 +58,7 @@ void LoopbackTracker::incomingConnection(qintptr descriptor)
     });
 }
 
-// What a proxy is sent: the host to connect to. Beyond that the client speaks TLS with the host.
+// The request to a proxy, which names the host. The client then speaks TLS with that host.
 void LoopbackTracker::readPlain(QSslSocket *client)
 {
     if (!client->peek(client->bytesAvailable()).endsWith(blankLine))

@@ -7,9 +7,8 @@
 
 QT_FORWARD_DECLARE_CLASS(QSslSocket)
 
-/// Stands in for an issue tracker: an HTTPS server on this machine that the program's own requests
-/// are led to, whatever host they are meant for. It is a proxy that keeps what it is asked to pass
-/// on.
+/// An HTTPS server on this machine in place of an issue tracker. It is the program's proxy, and
+/// answers the requests to all hosts itself.
 class LoopbackTracker : public QTcpServer
 {
     Q_OBJECT
@@ -18,15 +17,17 @@ public:
     /// `host` is the name in the certificate.
     explicit LoopbackTracker(const QString &host, QObject *parent = nullptr);
 
-    /// Starts listening, and makes this program use it as its proxy and trust its certificate. The
-    /// next tracker takes over from this one. False if one of these cannot be had.
+    /// Starts to listen, and makes this program use it as its proxy and trust its certificate. A
+    /// later tracker replaces it. False if one of these fails.
     bool start();
 
-    /// The status that requests are answered with ("201 Created"); if empty, the tracker hangs up.
+    /// The status of the answers, such as "201 Created". If it is empty, the connection is closed
+    /// without an answer.
     void setAnswer(const QByteArray &status) { m_answer = status; }
 
 Q_SIGNALS:
-    /// A request has come: its headers and its body, without the blank line between.
+    /// Emitted for each request, with its headers and its body. The blank line between them is left
+    /// out.
     void received(const QByteArray &headers, const QByteArray &body);
 
 protected:

@@ -6,8 +6,7 @@
 QT_FORWARD_DECLARE_CLASS(QBoxLayout)
 QT_FORWARD_DECLARE_CLASS(QFrame)
 
-/// What every page of the gallery shares: a heading that says what it shows, a line below it, and
-/// the room for the piece itself.
+/// A page of the gallery: a heading, a sentence below it, and the contents.
 class Page : public QWidget
 {
     Q_OBJECT
@@ -15,20 +14,20 @@ class Page : public QWidget
 public:
     Page(const QString &heading, const QString &summary, QWidget *parent = nullptr);
 
-    /// Where the page puts its widgets, below the heading.
+    /// The layout for the page's widgets, below the heading.
     QBoxLayout *content() const { return m_content; }
 
-    /// Has its labels, but for code, begin at the side of the layout direction. A label alone goes
-    /// by its text, which is English from right to left too.
+    /// Aligns its labels, except those with code, by the layout direction. By default a label is
+    /// aligned by its text, which is English even in a right-to-left layout.
     void alignTexts();
 
-    /// Brings the page into the state that its picture should show. Called for screenshots only.
+    /// Prepares the page for its picture. Called for screenshots only.
     virtual void showExample() { }
 
 private:
     QBoxLayout *m_content;
 };
 
-/// A panel with a fine border and round corners that groups what belongs together. `title` may be
-/// empty. Add widgets to its `layout()`, a vertical box.
+/// A panel with a border and round corners for a group of widgets. `title` may be empty. Add
+/// widgets to its `layout()`, a vertical box.
 QFrame *makeCard(const QString &title, QWidget *parent = nullptr);

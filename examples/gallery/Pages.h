@@ -10,11 +10,11 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 /// One entry of the gallery's list.
 struct PageEntry
 {
-    QString name; ///< what --page takes, and the picture's file name
-    QString title; ///< what the list shows
-    QString group; ///< the heading in the list that it stands under
+    QString name; ///< the argument of --page, and the file name of the picture
+    QString title; ///< the text in the list
+    QString group; ///< the heading above it in the list
     Page *(*make)(QWidget *parent);
 };
 
-/// All pages in the order of the list; those of one group stand together.
+/// All pages in the order of the list. The pages of a group follow each other.
 QList<PageEntry> pages();

@@ -3,8 +3,7 @@
 
 #include <QWidget>
 
-/// A widget that draws something to look at, and is a graphic to screen readers. Give it a name
-/// with setAccessibleName().
+/// A widget that draws a picture. Its accessible role is a graphic; set its accessible name.
 class PictureWidget : public QWidget
 {
     Q_OBJECT

@@ -3,6 +3,6 @@
 
 #include <QString>
 
-/// Renders every page of the gallery to `folder`/NAME.png, creating the folder. Returns an empty
-/// text, or what went wrong.
+/// Renders each page of the gallery to `folder`/NAME.png, and creates the folder. Returns an error
+/// message, or an empty text.
 QString writeScreenshots(const QString &folder);

@@ -55,7 +55,7 @@ QPalette palette(const Colors &colors)
     return palette;
 }
 
-// Palette roles alone, so that one sheet serves both schemes.
+// Uses palette roles only, so it serves both schemes.
 constexpr auto styleSheet = R"(
 QFrame#card { background: palette(base); border: 1px solid palette(mid); border-radius: 8px; }
 QFrame#well { background: palette(base); border: 2px dashed palette(mid); border-radius: 8px; }

@@ -18,8 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The value of "--name value" or "--name=value", empty if there is none. Read before the
-// application object exists, since the platform and the scale are fixed with it.
+// The value of "--name value" or "--name=value". Empty if it is missing. It is read before the
+// application object is made, which fixes the platform and the scale.
 QByteArray optionValue(int argc, char **argv, QByteArrayView name)
 {
     for (int i = 1; i < argc; ++i) {
@@ -35,7 +35,7 @@ QByteArray optionValue(int argc, char **argv, QByteArrayView name)
 
 QtMessageHandler defaultMessageHandler = nullptr;
 
-// Leaves out what Qt's offscreen platform says, for each window, that it cannot do.
+// Hides the warnings of Qt's offscreen platform about functions that it lacks.
 void printMessageOffscreen(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (!text.startsWith("This plugin does not support "_L1))

@@ -66,7 +66,7 @@ void ListController::prepareForSegue(NS::StoryboardSegue *segue, QObject *sender
         next->note = current;
 }
 
-// The note that was open may have another title by now.
+// The title of the open note may have changed.
 void ListController::prepareForUnwind(NS::StoryboardSegue *)
 {
     fill();

@@ -5,7 +5,7 @@
 
 #include <QListWidget>
 
-/// The list of the notes that have in them what is searched for.
+/// The list of the notes that contain the searched text.
 class ListController : public SceneController
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ public:
     using SceneController::SceneController;
 
     bool hasCurrent() const;
-    QString hint() const; ///< why the list is empty; empty if it is not
+    QString hint() const; ///< the reason for an empty list
     Q_INVOKABLE void addNote();
     Q_INVOKABLE void removeNote();
 
@@ -28,12 +28,12 @@ public:
     void prepareForSegue(NS::StoryboardSegue *segue, QObject *sender) override;
     void prepareForUnwind(NS::StoryboardSegue *segue) override;
 
-    Note *current = nullptr; ///< the note that is selected
+    Note *current = nullptr; ///< the selected note
 
 Q_SIGNALS:
     void searchChanged();
     void changed();
-    void noteAdded(); ///< the storyboard opens it
+    void noteAdded(); ///< triggers the segue that opens it
 
 private:
     void fill();

@@ -5,7 +5,7 @@
 
 void NoteController::viewDidLoad()
 {
-    // Not a binding: the label gives its text without the markup back.
+    // Not a binding: the label's value is the text without its markup.
     connect(note, &Note::textChanged, m_preview, &Pellarvine::MarkupLabel::setMarkupStringValue);
     m_preview->setMarkupStringValue(note->text());
 }

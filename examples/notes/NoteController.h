@@ -5,7 +5,7 @@
 
 #include <pellarvine/Pellarvine/MarkupLabel.h>
 
-/// One note: its text, and beside it what its markup makes of it.
+/// One note: its text, and beside it the text with its markup applied.
 class NoteController : public SceneController
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ public:
     void viewDidLoad() override;
     void prepareForSegue(NS::StoryboardSegue *segue, QObject *sender) override;
 
-    Note *note = nullptr; ///< set before the view is loaded, and not again
+    Note *note = nullptr; ///< set once, before the view is loaded
 
 private:
     Pellarvine::MarkupLabel *m_preview = nullptr;

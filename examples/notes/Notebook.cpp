@@ -22,7 +22,7 @@ QByteArray written(const QStringList &texts)
             .toJson(QJsonDocument::Compact);
 }
 
-// Nothing unless it is what written() gives.
+// The texts in the JSON of written(). Nothing if it is something else.
 std::optional<QStringList> read(const QByteArray &contents)
 {
     const QJsonValue notes = QJsonDocument::fromJson(contents).object().value(u"notes"_s);
@@ -42,13 +42,14 @@ QString explained(const Pellarvine::CryptorError &error, const QString &file)
 {
     switch (error.code()) {
     case Pellarvine::CryptorError::invalidFileFormat:
-        return Notebook::tr("%1 is no sealed notebook.").arg(file);
+        return Notebook::tr("%1 is not a sealed notebook.").arg(file);
     case Pellarvine::CryptorError::truncatedFile:
         return Notebook::tr("%1 ends too early: it is damaged.").arg(file);
     case Pellarvine::CryptorError::invalidHMAC:
         break;
     }
-    return Notebook::tr("The passphrase is wrong, or %1 is damaged.").arg(file); // nobody can tell
+    return Notebook::tr("The passphrase is wrong, or %1 is damaged.")
+            .arg(file); // one error for both
 }
 
 } // namespace
@@ -66,7 +67,7 @@ Notebook::Notebook(const QString &fileName, QObject *parent)
     , m_fileName(fileName)
     , m_lock(fileName + u".lock"_s)
 {
-    m_lock.setStaleLockTime(0); // it is held for as long as the notebook is open
+    m_lock.setStaleLockTime(0); // the lock is held as long as the notebook is open
     m_autosave.setSingleShot(true);
     m_autosave.setInterval(1000);
     connect(&m_autosave, &QTimer::timeout, this, &Notebook::save);
@@ -127,7 +128,7 @@ bool Notebook::save()
     for (const Note *const note : std::as_const(m_notes))
         texts.append(note->text());
     const QByteArray sealed = Pellarvine::Encryptor::encrypt(written(texts), *m_passphrase);
-    // Takes the place of the old file once all of it is on the disk, or not at all.
+    // Replaces the old file after all of the new one is on the disk, or not at all.
     QSaveFile file(m_fileName);
     const bool isSaved =
             file.open(QIODevice::WriteOnly) && file.write(sealed) == sealed.size() && file.commit();
@@ -150,7 +151,7 @@ void Notebook::close()
 {
     m_autosave.stop();
     m_passphrase.reset();
-    // Behind the screens that show them, which go in an event of their own too.
+    // Deleted later, after the screens that show them, which are deleted later as well.
     for (Note *const note : std::as_const(m_notes))
         note->deleteLater();
     m_notes.clear();
@@ -173,7 +174,7 @@ void Notebook::removeNote(Note *note)
     setEdited();
 }
 
-// No two programs write to the same file.
+// Prevents two programs from writing to the same file.
 bool Notebook::lock()
 {
     if (m_lock.tryLock())

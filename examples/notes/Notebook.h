@@ -24,7 +24,7 @@ public:
 
     QString text() const { return m_text; }
     void setText(const QString &text);
-    /// The first line that is not blank.
+    /// The first line that is not empty.
     QString title() const { return m_text.trimmed().section(u'\n', 0, 0); }
 
 Q_SIGNALS:
@@ -46,20 +46,20 @@ class Notebook : public QObject
 public:
     explicit Notebook(const QString &fileName, QObject *parent = nullptr);
 
-    QString name() const; ///< of the file, without its folder
+    QString name() const; ///< the name of the file, without its folder
     bool exists() const { return QFile::exists(m_fileName); }
     bool isOpen() const { return m_passphrase.has_value(); }
-    bool isEdited() const { return m_isEdited; } ///< since it was saved
-    QString state() const; ///< in a word or two, for the title bar
-    QString problem() const { return m_problem; } ///< why the last attempt failed
+    bool isEdited() const { return m_isEdited; } ///< whether there are changes to save
+    QString state() const; ///< a few words for the title bar
+    QString problem() const { return m_problem; } ///< the reason why the last attempt failed
 
-    // False if that fails. problem() then says why, and the file is what it was before.
+    // False if that fails. problem() is then the reason, and the file is unchanged.
     bool create(const QString &passphrase);
     bool open(const QString &passphrase);
     Q_INVOKABLE bool save();
-    bool changePassphrase(const QString &passphrase); ///< and saves
+    bool changePassphrase(const QString &passphrase); ///< saves the notes under it
 
-    /// Forgets the passphrase and the notes, saved or not.
+    /// Deletes the passphrase and the notes in memory, saved or not.
     void close();
 
     QList<Note *> notes() const { return m_notes; } ///< newest first
@@ -78,7 +78,7 @@ private:
     QString m_fileName;
     QLockFile m_lock;
     QTimer m_autosave;
-    std::optional<QString> m_passphrase; // while it is open: every save seals anew
+    std::optional<QString> m_passphrase; // kept while it is open: each save derives new keys
     QList<Note *> m_notes;
     QString m_problem;
     bool m_isEdited = false;

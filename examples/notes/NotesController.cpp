@@ -49,7 +49,7 @@ void NotesController::changePassphrase()
         QMessageBox::warning(view(), tr("Notes"), m_notebook->problem());
 }
 
-// The note that is open shows each font that is tried.
+// The open note shows each font that the user tries.
 void NotesController::chooseFont()
 {
     QFontDialog dialog(view());
@@ -84,7 +84,7 @@ void NotesController::prepareForSegue(NS::StoryboardSegue *segue, QObject *)
     next->settings = &m_settings;
 }
 
-// The window stays until everything is saved. Then it is remembered.
+// Closes the window after everything is saved, and stores its state.
 bool NotesController::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::Close)
@@ -103,7 +103,7 @@ NS::Window *NotesController::window()
     return qobject_cast<NS::Window *>(view());
 }
 
-// Or the user gives up what is not.
+// Saves, and asks the user if that fails. True if the window may close.
 bool NotesController::isSaved()
 {
     while (m_notebook->isEdited() && !m_notebook->save()) {

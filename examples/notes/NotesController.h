@@ -22,7 +22,7 @@ class NotesController : public Pellarvine::NavigationController
 
 public:
     using NavigationController::NavigationController;
-    /// From the storyboard. The notebook has to outlive it.
+    /// Made from the storyboard. The notebook must outlive it.
     static std::unique_ptr<NotesController> make(Notebook *notebook);
 
     Q_INVOKABLE void lock();
@@ -35,7 +35,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    void locked(); ///< the storyboard goes back to the first screen
+    void locked(); ///< triggers the segue to the first screen
 
 private:
     NS::Window *window();

@@ -6,7 +6,7 @@
 #include <pellarvine/Pellarvine/NavigationItemViewController.h>
 #include <pellarvine/Platform/NSStoryboardSegue.h>
 
-/// A screen. It is given the notebook and the settings, and gives them to the screen that follows.
+/// A screen. It gets the notebook and the settings, and passes them to the next screen.
 class SceneController : public Pellarvine::NavigationItemViewController
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
         next->settings = settings;
     }
 
-    // Set before the view is loaded, and not again.
+    // Set once, before the view is loaded.
     Notebook *notebook = nullptr;
     QObject *settings = nullptr;
 };

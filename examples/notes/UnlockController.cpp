@@ -28,7 +28,7 @@ void UnlockController::unlock()
 
 void UnlockController::loadView()
 {
-    m_isNew = !notebook->exists(); // the form is bound to it
+    m_isNew = !notebook->exists(); // a binding of the form reads it
     SceneController::loadView();
 }
 

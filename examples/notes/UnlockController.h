@@ -5,7 +5,7 @@
 
 #include <QLineEdit>
 
-/// The first screen: asks for the passphrase, twice if there is no notebook yet.
+/// The first screen. It asks for the passphrase, twice for a new notebook.
 class UnlockController : public SceneController
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ public:
 
 Q_SIGNALS:
     void edited();
-    void unlocked(); ///< the storyboard goes on from here
+    void unlocked(); ///< triggers the segue to the list
 
 private:
     QString m_passphrase;

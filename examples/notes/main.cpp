@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Notes that nobody reads without the passphrase. docs/tutorial.md builds this program.
+// Notes in an encrypted file. docs/tutorial.md explains this program.
 #include "NotesController.h"
 
 #include <pellarvine/Ostrevane/App.h>

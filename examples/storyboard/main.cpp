@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A tea timer. Tea.storyboard says how its screens follow each other.
+// A tea timer. Tea.storyboard describes its screens and the transitions between them.
 #include <pellarvine/Pellarvine/NavigationItemViewController.h>
 #include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSStoryboard.h>

@@ -26,7 +26,7 @@ static_assert(!std::is_default_constructible_v<App>);
 
 namespace {
 
-// The program's Info.plist for as long as it lives: each pair is a key and the XML of its value.
+// The program's Info.plist, as long as the object exists. A pair is a key and the XML of its value.
 class Facts : public ResourceFile
 {
 public:
@@ -105,7 +105,7 @@ TEST(App, its_name_version_and_copyright_fall_back_step_by_step)
           u"Post"_s,
           u"1.2"_s,
           u"© 2026 Post"_s },
-        // An empty display name is a name; an empty version is none.
+        // An empty display name is used. An empty version is not.
         { { { displayName, u"<string/>"_s },
             { bundleName, u"<string>post</string>"_s },
             { shortVersion, u"<string/>"_s },
@@ -113,7 +113,7 @@ TEST(App, its_name_version_and_copyright_fall_back_step_by_step)
           {},
           u"345"_s,
           {} },
-        // What is no text does not count.
+        // Values that are not text are ignored.
         { { { displayName, u"<integer>1</integer>"_s },
             { bundleName, u"<string>post</string>"_s },
             { shortVersion, u"<real>1.2</real>"_s },
@@ -161,7 +161,7 @@ TEST(App, its_folder_is_created_with_those_above_for_the_user_alone)
     for (const QString &path : { folder, home.path, QFileInfo(home.path).path() })
         EXPECT_EQ(mode(path), 0700U) << qPrintable(path);
 
-    // What is there stays as it is.
+    // An existing folder is not changed.
     ASSERT_EQ(::chmod(QFile::encodeName(folder).constData(), 0755), 0);
     EXPECT_TRUE(App::applicationSupportSubdirectory());
     EXPECT_EQ(mode(folder), 0755U);

@@ -11,7 +11,7 @@
 #include <memory>
 #include <mutex>
 
-/// Collects what callbacks are called with. A test waits for them without an event loop.
+/// Collects the calls of callbacks. A test waits for them without an event loop.
 class Inbox
 {
 public:
@@ -21,7 +21,7 @@ public:
         QThread *thread = nullptr;
     };
 
-    /// May be called after the inbox has gone.
+    /// A callback. It may be called after the inbox was destroyed.
     Pellarvine::CodebaseTicket::Callback callback() const
     {
         return [content = m_content](const std::optional<NS::URLError> &error) {
@@ -31,7 +31,7 @@ public:
         };
     }
 
-    /// All calls so far, once there are `count` or half a minute has passed.
+    /// All calls so far. Waits until there are `count` of them, at most half a minute.
     QList<Call> waitFor(qsizetype count) const
     {
         std::unique_lock lock(m_content->mutex);

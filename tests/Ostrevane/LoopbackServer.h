@@ -16,10 +16,10 @@
 class LoopbackServer
 {
 public:
-    /// What the server does once it has a whole request. Runs on the server's thread.
+    /// Called with each complete request, on the server's thread.
     using Reaction = std::function<void(QSslSocket &client, const QByteArray &request)>;
 
-    /// Answers with that status line's rest ("201 Created"), with more headers and a body.
+    /// Answers with a status such as "201 Created", more headers and a body.
     static Reaction answer(const QByteArray &status, const QByteArray &headers = {},
                            const QByteArray &body = "<ticket/>");
 

@@ -38,7 +38,7 @@ namespace {
 
 const NS::URLError refused { NS::URLError::cannotConnectToHost, u"Connection refused."_s };
 
-// Keeps what is sent; a test decides what becomes of it.
+// Keeps what is sent. A test decides about the result.
 struct Outbox
 {
     QStringList sent;

@@ -83,7 +83,7 @@ public:
         QNetworkProxy::setApplicationProxy(QNetworkProxy::DefaultProxy);
     }
 
-    // Posts one ticket, as `post` does but to that address, and gives what came back.
+    // Posts one ticket to that address. Returns the result.
     std::optional<NS::URLError> post(const QString &baseUrl,
                                      const CodebaseTicket &ticket = { u"Crash"_s, u"Twice"_s })
     {
@@ -262,7 +262,7 @@ TEST_F(TicketTransfer, a_server_that_falls_silent_is_an_error_in_the_end)
     EXPECT_EQ(calls[0].error->code, NS::URLError::timedOut);
 }
 
-// A proxy that passes on 64 KiB each 20 ms, and what it is told by the server at once.
+// A proxy that passes on 64 KiB each 20 ms to the server, and the server's answer at once.
 class SlowProxy
 {
 public:
@@ -452,7 +452,7 @@ TEST_F(TicketTransfer, fifty_tickets_at_once_all_arrive_and_report_on_one_backgr
 
 TEST_F(TicketTransfer, posting_returns_while_the_transfer_is_under_way)
 {
-    QTcpServer silent; // takes the connection and never says a word
+    QTcpServer silent; // accepts connections and never answers
     silent.listen(QHostAddress::LocalHost);
     const Inbox inbox;
     const auto post = [&] {

@@ -17,8 +17,8 @@
 using namespace Qt::StringLiterals;
 using Pellarvine::CodebaseTicket;
 
-// Qt waits for the work of its threads but not for their very end, where the TLS library frees what
-// it has kept for each: the process may be quicker.
+// Qt waits for the work of its threads, but not for their end, when the TLS library frees memory.
+// The process may end first.
 extern "C" __attribute__((visibility("default"))) const char *
 __lsan_default_suppressions() // NOLINT
 {
@@ -29,8 +29,8 @@ namespace {
 
 const std::thread::id mainThread = std::this_thread::get_id();
 
-// A port of this machine where connections are taken and never answered; without `isListening`,
-// one where they are refused.
+// A port of this machine that accepts connections and never answers. Without `isListening`, it
+// refuses them.
 QString makeAddress(bool isListening)
 {
     const int descriptor = socket(AF_INET, SOCK_STREAM, 0);

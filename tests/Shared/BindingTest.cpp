@@ -37,7 +37,7 @@ QVariant get(QObject &object, const QString &path)
     return NS::valueForKeyPath(&object, path);
 }
 
-// What is written to standard output in `action`.
+// The text that `action` writes to standard output.
 template <typename Action>
 std::string output(Action action)
 {
@@ -105,12 +105,12 @@ TEST(Binding, joins_the_widgets_of_a_window)
     EXPECT_EQ(field.text(), u"99"_s);
     action.toggle();
     EXPECT_TRUE(slider.isEnabled());
-    // Half a number is not for the box: it stays, and the field is left to its user.
+    // The box does not take an incomplete number, and the field keeps it.
     EXPECT_NE(output([&] { field.setText(u"4x"_s); }).find("QSpinBox cannot take"),
               std::string::npos);
     EXPECT_EQ(box.value(), 99);
     EXPECT_EQ(field.text(), u"4x"_s);
-    // A widget that limits what it is given is asked what it has made of it.
+    // The limited value of a widget is carried back.
     box.setMaximum(50);
     EXPECT_EQ(slider.value(), 50);
 }
@@ -243,7 +243,7 @@ TEST(Binding, replacing_an_object_moves_no_registration)
     binding.setFirst(std::make_shared<Person>());
     second.setLevel(7);
     EXPECT_EQ(qobject_cast<Person *>(binding.first())->age(), 7);
-    // One that lacks the key is found out when it is needed.
+    // A replacement that lacks the key is an error when it is used.
     QObject misfit;
     binding.setFirst(&misfit);
     EXPECT_NE(output([&] { second.setLevel(8); }).find("QObject has no key \"age\""),
@@ -451,8 +451,9 @@ TEST(Binding, what_does_not_fit_is_thrown_while_it_is_made_and_printed_later)
 
     const Binding binding(&first, u"height"_s, &second, u"age"_s);
     EXPECT_EQ(output([&] { set(first, u"height"_s, 3.7); }),
-              "Warning: Person cannot take this value for its key \"age\": double 3.7 is no int "
-              "(key path \"age\")\n");
+              "Warning: Person cannot take this value for its key \"age\": double 3.7 does not fit "
+              "into "
+              "int (key path \"age\")\n");
     EXPECT_EQ(second.age(), 0);
     EXPECT_EQ(first.height, 3.7);
 }
@@ -495,7 +496,7 @@ TEST(Binding, an_error_handler_is_told_what_does_not_fit_and_when_it_is_over)
     EXPECT_EQ(errors[0].object, &second);
     EXPECT_EQ(errors[0].keyPath, u"age"_s);
     EXPECT_EQ(errors[0].value, 3.5);
-    EXPECT_NE(errors[0].message.indexOf(u"double 3.5 is no int"_s), -1);
+    EXPECT_NE(errors[0].message.indexOf(u"double 3.5 does not fit into int"_s), -1);
     EXPECT_TRUE(errors[1].message.isEmpty());
     EXPECT_EQ(errors[2].object, &first);
     EXPECT_EQ(errors[2].value, 130);
@@ -594,7 +595,7 @@ TEST(Binding, a_widgets_own_state_counts_and_not_that_of_its_ancestors)
             return std::make_unique<TransformableBinding<bool, bool>>(
                     &person, u"isMember"_s, label, property, false, [](bool is) { return is; });
         };
-        // Before anything is on the screen, and while an ancestor is disabled.
+        // Before the window is shown, and while an ancestor is disabled.
         panel.setEnabled(false);
         const auto visible = bind(u"visible"_s);
         const auto enabled = bind(u"enabled"_s);

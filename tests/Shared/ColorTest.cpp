@@ -15,7 +15,7 @@ namespace Pellarvine {
 
 namespace {
 
-// A colour of no use but to show that the four primitives suffice: a grey of sixteen steps.
+// A grey with sixteen steps. It shows that the four operations of the concept are enough.
 class Grey
 {
 public:
@@ -127,7 +127,7 @@ const HexCase hexCases[] = {
     { u"#1abc9c"_s, u"#1ABC9CFF"_s },
     { u"#00000080"_s, u"#00000080"_s },
     { u"FEDCBA98"_s, u"#FEDCBA98"_s },
-    // Lengths that are no form.
+    // Lengths that belong to no form.
     { QString(), QString() },
     { u"#"_s, QString() },
     { u"1"_s, QString() },
@@ -140,7 +140,7 @@ const HexCase hexCases[] = {
     { u"##fff"_s, QString() },
     { u"##ff"_s, QString() },
     { u" #fff"_s, QString() },
-    // The length is that of the text; reading ends at the first character that is no digit.
+    // The length is that of the text; reading ends at the first character that is not a digit.
     { u"12zzzz"_s, u"#000012FF"_s },
     { u"#fzz"_s, u"#0000FFFF"_s }, // RGB 00f
     { u"f#f"_s, u"#0000FFFF"_s },
@@ -269,7 +269,7 @@ TEST(Color, a_variant_gives_and_takes_hex_text)
     EXPECT_TRUE(text.convert(QMetaType::fromType<NS::Color>()));
     QVariant bad(u"#e67e2"_s);
     EXPECT_FALSE(bad.convert(QMetaType::fromType<NS::Color>()));
-    // A colour that no hex text can stand for.
+    // A colour without a hexadecimal form.
     QVariant extrapolated = QVariant::fromValue(NS::Color(RGBA { 2, -1, 0, 1 }));
     EXPECT_FALSE(extrapolated.convert(QMetaType::fromType<QString>()));
 }

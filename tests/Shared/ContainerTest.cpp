@@ -44,7 +44,7 @@ QByteArray feedInChunks(Cryptor &cryptor, QByteArrayView data, qsizetype chunk)
     return result;
 }
 
-// What reading `container` comes to: its plaintext, or the code of the error.
+// The result of reading `container`: its plaintext, or the code of the error.
 std::variant<QByteArray, CryptorError::Code> outcome(QByteArrayView container,
                                                      const QString &text = passphrase)
 {

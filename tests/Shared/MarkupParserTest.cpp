@@ -20,7 +20,7 @@ namespace Pellarvine {
 
 namespace {
 
-// Four fonts that cannot be taken for one another.
+// Four fonts that differ clearly.
 MarkupParser parser()
 {
     return { QFont(u"Base"_s, 10), QFont(u"Bold"_s, 10), QFont(u"Italic"_s, 10),
@@ -340,7 +340,7 @@ TEST(MarkupParser, inserts_arguments_as_they_are_in_the_style_of_their_place)
         { u"//**%2**// %2 %3"_s, u"[I:{#f00|b}] {#f00|b} %1"_s },
         { u"{#00f|%3}%12"_s, u"[fg#0000FFFF:%1]**a**2"_s },
         { u"100 % %0 %01 %4 %%1 %"_s, u"100 % %0 %01 %4 %**a** %"_s },
-        // In an argument of the markup it is no place but an argument.
+        // In an argument of the markup, the placeholder is a part of the argument.
         { u"{#%1|x}"_s, u"x"_s },
         { u"%**1**"_s, u"**a**"_s }, // the style of its first character
         { u""_s, u""_s },

@@ -24,7 +24,7 @@ static_assert(
 
 namespace {
 
-// Keeps what it was given, and a bit more.
+// Stores a little more than each value that it gets.
 class Level : public QObject
 {
     Q_OBJECT

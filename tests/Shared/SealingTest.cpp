@@ -82,7 +82,7 @@ private:
 
 using Outcome = std::variant<QByteArray, CryptorError::Code>;
 
-// What opening comes to: the text, or the code of the error.
+// The result of opening: the text, or the code of the error.
 Outcome opened(QIODevice &in, const QString &text = passphrase)
 {
     QBuffer out;

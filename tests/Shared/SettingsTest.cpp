@@ -182,8 +182,9 @@ TEST_F(SettingsFile, a_property_keeps_the_type_of_its_default)
     EXPECT_EQ(object->property("port"), QVariant(8080));
     ::testing::internal::CaptureStdout();
     object->setProperty("port", u"many"_s);
-    EXPECT_THAT(::testing::internal::GetCapturedStdout(),
-                ::testing::HasSubstr("network/port keeps its value, since \"many\" is no int"));
+    EXPECT_THAT(
+            ::testing::internal::GetCapturedStdout(),
+            ::testing::HasSubstr("network/port keeps its value: \"many\" does not fit into int"));
     EXPECT_EQ(object->property("port"), QVariant(8080));
     EXPECT_EQ(port.value(), 8080);
     object->setProperty("port", QVariant());

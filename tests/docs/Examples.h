@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-// What the examples of all rooms take for granted.
+// Declarations that the examples of all rooms need.
 
 using namespace Qt::StringLiterals;
 

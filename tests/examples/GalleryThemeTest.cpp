@@ -31,7 +31,7 @@ constexpr double least = 3;
 constexpr int margin = 10;
 constexpr int reach = 4; // pixels of an edge and its smoothing
 
-// The contrast of what comes first on the way into the control from the left, halfway down.
+// The contrast of the control's left edge, at half of its height.
 double edgeContrast(QWidget &window, const QWidget &control)
 {
     const QImage image = window.grab().toImage();

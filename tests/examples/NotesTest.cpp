@@ -59,7 +59,7 @@ void answer(QMessageBox::StandardButton button)
     timer->start(0);
 }
 
-// Where the program's settings go while a test runs.
+// The folder of the program's settings during a test.
 class SettingsFolder
 {
 public:
@@ -81,10 +81,10 @@ public:
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(window));
     }
-    // What has been replaced is deleted by an event of its own.
+    // Replaced screens are deleted later, by the event loop.
     ~Notes() override { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
-    // As a user does, to whatever has the focus.
+    // Sent to the widget with the keyboard focus.
     void type(const QString &text)
     {
         ASSERT_TRUE(window->focusWidget());
@@ -192,7 +192,7 @@ TEST_F(Notes, are_searched_and_deleted_when_the_user_confirms)
     press(Qt::Key_Return); // to the list
     press(Qt::Key_Down);
 
-    // What is searched for and what is selected are there again after each way back.
+    // The search text and the selection are unchanged after each way back.
     for (const int way : { 0, 1, 2 }) {
         press(Qt::Key_Return);
         auto *const editor = find<QPlainTextEdit>(u"editor"_s);
@@ -335,7 +335,7 @@ TEST(Notebook, that_cannot_be_opened_says_why_and_leaves_the_file_alone)
         { "a cut", sealed.chopped(1), passphrase, "is damaged" },
         { "nearly nothing", sealed.first(20), passphrase, "ends too early" },
         { "nothing", {}, passphrase, "ends too early" },
-        { "a picture", "\x89PNG\r\n" + QByteArray(100, 'x'), passphrase, "no sealed notebook" },
+        { "a picture", "\x89PNG\r\n" + QByteArray(100, 'x'), passphrase, "not a sealed notebook" },
         { "a sealed letter", Encryptor::encrypt("Dear", passphrase), passphrase,
           "else than notes" },
         { "other JSON", Encryptor::encrypt("[\"a\"]", passphrase), passphrase, "else than notes" },

@@ -8,8 +8,8 @@
 
 namespace NS {
 
-/// An attributed string the plain way: one set of attributes for each unit. What the runs of the
-/// real one are held against.
+/// A simple attributed string with one set of attributes for each UTF-16 unit. The real one is
+/// compared with it.
 class AttributedStringModel
 {
 public:
@@ -40,7 +40,7 @@ public:
     }
 
 private:
-    // Unit by unit, so that it shares no arithmetic with what it judges.
+    // Unit by unit, so that it shares no code with the class under test.
     void cut(qsizetype &location, qsizetype &length) const
     {
         qsizetype count = 0;
@@ -53,7 +53,8 @@ private:
     }
 };
 
-/// What is wrong with `text`, in its runs or compared with `model`; empty if nothing is.
+/// The first difference between `text` and `model`, or fault in the runs of `text`. Empty if there
+/// is none.
 inline std::string difference(const AttributedString &text, const AttributedStringModel &model)
 {
     if (text.string() != model.string)

@@ -9,7 +9,7 @@
 
 #include <memory>
 
-/// What a file manager drags for these files.
+/// The data that a file manager drags for these files.
 inline std::unique_ptr<QMimeData> filesToDrop(const QStringList &paths)
 {
     auto data = std::make_unique<QMimeData>();
@@ -20,7 +20,7 @@ inline std::unique_ptr<QMimeData> filesToDrop(const QStringList &paths)
     return data;
 }
 
-/// Whether the widget lets the drag in. The pointer is in its middle from then on.
+/// Drags the data to the middle of the widget. Whether it accepts the drag.
 inline bool isWelcome(QWidget &widget, const QMimeData &data)
 {
     QDragEnterEvent enter(widget.rect().center(), Qt::CopyAction | Qt::MoveAction, &data,
@@ -29,7 +29,8 @@ inline bool isWelcome(QWidget &widget, const QMimeData &data)
     return enter.isAccepted();
 }
 
-/// Drags the data in and drops it, if it is welcome. Whether it was taken, as a copy.
+/// Drags the data to the widget and drops it if the drag is accepted. Whether it was dropped as a
+/// copy.
 inline bool drop(QWidget &widget, const QMimeData &data)
 {
     if (!isWelcome(widget, data))

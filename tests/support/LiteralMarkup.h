@@ -11,8 +11,8 @@
 
 #include <memory>
 
-// The markup grammar as it is written down: every rule through ICU, every match one edit in place,
-// every character counted. Slow, and what the library's own passes are held against.
+// The markup grammar implemented literally: each rule is matched by ICU, and each match is one edit
+// in place. It is slow, and the library's parser is compared with it.
 namespace LiteralMarkup {
 
 inline qsizetype characterCount(const QString &string)

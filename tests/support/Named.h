@@ -4,8 +4,8 @@
 #include <QAccessible>
 #include <QWidget>
 
-/// The widget below `parent` that a screen reader calls by that name, a visible one if there are
-/// several; null if there is none.
+/// The descendant of `parent` with that accessible name. If there are several, a visible one; if
+/// there is none, null.
 template <typename Widget>
 Widget *named(QWidget *parent, const QString &name)
 {

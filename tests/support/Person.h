@@ -29,7 +29,7 @@ struct Token
     int number = 0;
 };
 
-/// A model with a property of every kind that key paths know.
+/// A model with a property of each kind that key paths support.
 class Person : public QObject
 {
     Q_OBJECT

@@ -5,10 +5,10 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
-/// The colour behind whatever a test paints: what keeps it is clear.
+/// The colour behind the widgets that a test paints. A pixel of this colour was not painted.
 inline const QColor ground(Qt::darkCyan);
 
-/// What the widget and its children look like on a screen of that scale, before `ground`.
+/// A picture of the widget and its children on `ground`, at that scale.
 inline QImage picture(QWidget &widget, double scale)
 {
     QImage image((QSizeF(widget.size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
@@ -18,8 +18,8 @@ inline QImage picture(QWidget &widget, double scale)
     return image;
 }
 
-/// Fails unless every pixel of the rectangle, in units with y downwards, has the colour, give or
-/// take one of 255 steps.
+/// Fails unless each pixel of the rectangle has the colour, within one of 255 steps. The rectangle
+/// is in device-independent pixels with y downwards.
 inline void expectFilled(const QImage &image, const QRect &rect, const QColor &color)
 {
     const int scale = qRound(image.devicePixelRatio());

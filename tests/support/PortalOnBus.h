@@ -9,7 +9,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-/// A colour as portals tell it.
+/// A colour in the form of portals.
 struct PortalColor
 {
     double red;
@@ -34,7 +34,7 @@ struct PortalColor
     return argument;
 }
 
-/// A session bus of the test's own, with a connection for a portal and one for the program.
+/// A private session bus, with one connection for a portal and one for the program.
 class PortalOnBus
 {
 public:
@@ -43,7 +43,7 @@ public:
         return !QStandardPaths::findExecutable(QStringLiteral("dbus-daemon")).isEmpty();
     }
 
-    /// Starts the bus, and the portal as that object.
+    /// Starts the bus. `portal` answers the calls of the portal.
     void start(QObject *portal)
     {
         m_daemon.start(QStringLiteral("dbus-daemon"),

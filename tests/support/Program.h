@@ -4,7 +4,7 @@
 #include <QByteArray>
 #include <QStringList>
 
-/// How a program that was run to its end came out.
+/// The result of a program that has ended.
 struct Outcome
 {
     int status = -1; ///< the exit status; -1 if it crashed, did not start or did not end

@@ -4,7 +4,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// A file in the program's resources for as long as the object lives.
+/// A file in the program's resources as long as the object exists.
 class ResourceFile
 {
 public:

@@ -8,7 +8,7 @@
 class TemporaryFolder : public QTemporaryDir
 {
 public:
-    /// Writes a file of that name; its path.
+    /// Writes a file of that name. Returns its path.
     QString file(const QString &name, const QByteArray &contents) const
     {
         QFile file(filePath(name));

@@ -38,9 +38,9 @@ TEST(ColorCommand, refuses_each_bad_text_and_prints_the_others)
     EXPECT_TRUE(result.output.startsWith("#FF0000  #FF0000FF  "));
     EXPECT_EQ(result.output.count('\n'), 1);
     EXPECT_EQ(result.errors,
-              "pellarvine: '12345' is no color: no hexadecimal RGB, RGBA, RRGGBB or RRGGBBAA\n"
-              "pellarvine: '##fff' is no color: no hexadecimal RGB, RGBA, RRGGBB or RRGGBBAA\n"
-              "pellarvine: 'foo' is no color: no hexadecimal RGB, RGBA, RRGGBB or RRGGBBAA\n");
+              "pellarvine: '12345' is not a color in hexadecimal RGB, RGBA, RRGGBB or RRGGBBAA\n"
+              "pellarvine: '##fff' is not a color in hexadecimal RGB, RGBA, RRGGBB or RRGGBBAA\n"
+              "pellarvine: 'foo' is not a color in hexadecimal RGB, RGBA, RRGGBB or RRGGBBAA\n");
     EXPECT_EQ(runColor({}).status, 2);
     EXPECT_EQ(runColor({ u"--no-such-option"_s }).status, 2);
 }

@@ -99,7 +99,7 @@ TEST(MarkupCommand, shows_the_styles_in_a_terminal)
                               .output),
               "^[38;2;128;0;0ma^[0m^[38;2;255;127;127;48;2;255;255;255mb^[0m"
               "^[48;2;128;128;128mc^[0md\n");
-    // What would clear the screen does not reach it.
+    // A sequence that clears the screen is not printed.
     EXPECT_EQ(runMarkup("\x1b[2J\r\n", { u"--ansi"_s }).output, "\uFFFD[2J\n");
 }
 

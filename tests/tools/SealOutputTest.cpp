@@ -121,8 +121,8 @@ TEST_F(SealOutput, a_link_is_followed_by_force_and_refused_without)
 
 namespace {
 
-// Makes the calls fail that some file systems do not have: nameless files, and a renaming that
-// replaces nothing. For the calling process and what it becomes.
+// Disables the system calls that some file systems lack: files without a name, and renaming without
+// replacing. For the calling process and the program that it executes.
 bool refuseNewerCalls()
 {
     const auto load = [](std::size_t offset) {

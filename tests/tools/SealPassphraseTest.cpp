@@ -58,7 +58,7 @@ TEST_F(SealPassphrase, is_one_line_in_any_form_that_editors_write)
             EXPECT_EQ(outcome.status, 2);
             EXPECT_EQ(outcome.errors,
                       "pellarvine: " + path(u"passphrase"_s).toUtf8()
-                              + ": has more than one line, and a passphrase is one\n");
+                              + ": has more than one line; a passphrase is a single line\n");
         }
     }
     EXPECT_EQ(names(), namesAtFirst);
@@ -71,7 +71,7 @@ TEST_F(SealPassphrase, an_empty_one_seals_only_on_demand)
         const Outcome outcome = run(u"seal"_s, { u"plain"_s, u"new"_s });
         EXPECT_EQ(outcome.status, 2);
         EXPECT_EQ(outcome.errors,
-                  "pellarvine: the passphrase is empty; --allow-empty-passphrase takes it\n");
+                  "pellarvine: the passphrase is empty; --allow-empty-passphrase allows that\n");
         EXPECT_EQ(names(), namesAtFirst);
     }
     EXPECT_EQ(run(u"seal"_s, { u"--allow-empty-passphrase"_s, u"plain"_s, u"new"_s }).status, 0);
@@ -86,7 +86,7 @@ TEST_F(SealPassphrase, a_program_asks_for_it)
     write(u"differ"_s, "#!/bin/sh\necho \"$1\"\n");
     for (const QString &name : { u"ask"_s, u"fail"_s, u"differ"_s })
         ASSERT_EQ(chmod(qPrintable(path(name)), 0700), 0);
-    // The program does not get what there is to seal.
+    // The program does not get the data to seal.
     Outcome outcome = shell(u"pellarvine seal --askpass ./ask - new"_s, content);
     EXPECT_EQ(outcome.status, 0) << outcome.errors.constData();
     EXPECT_EQ(read(u"asked"_s), "Passphrase: \nOnce more: \n");
@@ -160,7 +160,7 @@ TEST_F(SealPassphraseOnTerminal, a_line_that_the_terminal_has_cut_is_refused)
     ASSERT_TRUE(seal.sees("Passphrase: "));
     seal.type(QByteArray(4100, 'x') + '\n');
     EXPECT_EQ(seal.finish(), 2);
-    EXPECT_TRUE(seal.shown().contains("the terminal cuts so long a passphrase"))
+    EXPECT_TRUE(seal.shown().contains("the passphrase is too long for the terminal"))
             << seal.shown().constData();
     EXPECT_EQ(names(), namesAtFirst);
 }
@@ -192,7 +192,7 @@ TEST_F(SealPassphrase, is_generated_for_a_terminal_alone)
         return shell(u"setsid -w pellarvine seal %1 plain new <passphrase"_s.arg(options));
     };
     EXPECT_EQ(seal(u"--generate"_s).errors,
-              "pellarvine: no terminal to print the generated passphrase on\n");
+              "pellarvine: there is no terminal to print the generated passphrase\n");
     EXPECT_EQ(seal(u"--generate --passphrase-fd 0"_s).status, 2);
     EXPECT_EQ(shell(u"pellarvine open --generate sealed new"_s).status, 2);
     EXPECT_EQ(names(), namesAtFirst);

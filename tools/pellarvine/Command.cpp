@@ -37,7 +37,7 @@ void CommandLine::parse(const QByteArrayList &arguments)
     const QCommandLineOption help({ u"h"_s, u"help"_s }, u"Show this help."_s);
     addOption(help);
     // One character for each byte; value() and operands() convert back. The parser looks at ASCII
-    // only. It takes the first argument for the name of the program.
+    // only. Its first argument is the name of the program.
     const QString program = u"pellarvine "_s + QString::fromLatin1(m_command);
     QStringList line { program };
     for (const QByteArray &argument : arguments)

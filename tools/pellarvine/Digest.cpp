@@ -64,8 +64,8 @@ QByteArray digestLine(const QByteArray &path, HashingAlgorithm algorithm)
 void runDigest(const QByteArrayList &arguments)
 {
     CommandLine line("digest",
-                     u"Prints a checksum a file, in lines that sha256sum -c and its siblings "
-                     u"accept.\nFILE - is standard input."_s);
+                     u"Prints a checksum for each FILE, in the format of sha256sum and its "
+                     u"siblings.\nFILE - is standard input."_s);
     const QCommandLineOption algorithm(
             { u"a"_s, u"algorithm"_s },
             u"md5, sha1, sha224, sha256 (the default), sha384 or sha512."_s, u"name"_s,

@@ -82,7 +82,7 @@ void check(const Program &program)
                            "new: NAME begins with a letter and consists of letters, digits and _");
     }
     if (reservedNames.contains(program.name))
-        throw CommandError(ExitStatus::badUsage, "new: CMake keeps the name '"
+        throw CommandError(ExitStatus::badUsage, "new: CMake reserves the name '"
                                                          + program.name.toLatin1()
                                                          + "' for itself");
     if (!identifier.match(program.identifier).hasMatch())

@@ -75,7 +75,7 @@ SecretText readLine(int descriptor, const QByteArray &subject, const Signals &si
         const void *const end = std::memchr(buffer->bytes.data(), '\n', buffer->length);
         if (end && end != buffer->bytes.data() + buffer->length - 1) {
             throw CommandError(ExitStatus::badUsage,
-                               subject + ": has more than one line, and a passphrase is one");
+                               subject + ": has more than one line; a passphrase is a single line");
         }
         return end != nullptr;
     };
@@ -131,8 +131,9 @@ SecretText readTypedLine(int terminal, const Signals &signals)
             return decoded(*buffer, "/dev/tty");
         }
         if (buffer->length > longestTypedLine) {
-            throw CommandError(ExitStatus::badUsage, "the terminal cuts so long a passphrase: give "
-                                                     "--passphrase-file or --passphrase-fd");
+            throw CommandError(ExitStatus::badUsage,
+                               "the passphrase is too long for the terminal: give "
+                               "--passphrase-file or --passphrase-fd");
         }
     }
     --buffer->length;
@@ -163,7 +164,7 @@ QByteArray nameOf(int descriptor)
 
 SecretText::~SecretText()
 {
-    // data() of a text that nobody shares is the text itself.
+    // data() does not copy, because the text is not shared.
     explicit_bzero(m_text.data(), std::size_t(m_text.size()) * sizeof(QChar));
 }
 
@@ -235,9 +236,10 @@ SecretText PassphraseSource::askOnTerminal(const Signals &signals) const
 {
     const FileDescriptor terminal(open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY));
     if (!terminal.isOpen()) {
-        throw CommandError(ExitStatus::badUsage,
-                           "no terminal to ask for the passphrase on: give --passphrase-file, "
-                           "--passphrase-fd or --askpass");
+        throw CommandError(
+                ExitStatus::badUsage,
+                "there is no terminal to ask for the passphrase: give --passphrase-file, "
+                "--passphrase-fd or --askpass");
     }
     return askFor([&](const char *question) { return ask(terminal, question, signals); });
 }
@@ -247,7 +249,7 @@ SecretText PassphraseSource::generate() const
     const FileDescriptor terminal(open("/dev/tty", O_WRONLY | O_CLOEXEC | O_NOCTTY));
     if (!terminal.isOpen()) {
         throw CommandError(ExitStatus::badUsage,
-                           "no terminal to print the generated passphrase on");
+                           "there is no terminal to print the generated passphrase");
     }
     // Before sealing: a passphrase that was not displayed would lock the file forever.
     SecretText passphrase(Pellarvine::generatedPassphrase());
@@ -280,7 +282,7 @@ SecretText PassphraseSource::checked(SecretText passphrase) const
 {
     if (m_prompt == Prompt::twice && passphrase.view().isEmpty() && !m_line.isSet(m_allowEmpty)) {
         throw CommandError(ExitStatus::badUsage,
-                           "the passphrase is empty; --allow-empty-passphrase takes it");
+                           "the passphrase is empty; --allow-empty-passphrase allows that");
     }
     return passphrase;
 }

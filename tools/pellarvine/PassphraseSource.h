@@ -31,7 +31,7 @@ private:
 
 enum class Prompt {
     once,
-    twice, ///< a mistyped passphrase would lock the file for good
+    twice, ///< because nobody could open a file with a mistyped passphrase
 };
 
 /// Reads the passphrase according to the options. Without options it comes from the program in

@@ -31,10 +31,10 @@ enum class Direction {
 
 struct Input
 {
-    FileDescriptor file; // nothing if the input is one of the process's own descriptors
+    FileDescriptor file; // closed if the input is one of the process's own descriptors
     Stream stream;
     qint64 length = -1;
-    std::optional<mode_t> mode; // a regular file's
+    std::optional<mode_t> mode; // of a regular file
 };
 
 Input openInput(const QByteArray &path, const Signals &signals)
@@ -58,7 +58,7 @@ Input openInput(const QByteArray &path, const Signals &signals)
     return input;
 }
 
-// Whether what is written to `sink` would change what is read from `source`.
+// Whether writing to `sink` would change the data that is read from `source`.
 bool isSameFile(int source, int sink)
 {
     struct stat read = {};
@@ -72,7 +72,7 @@ bool isSameFile(int source, int sink)
 
 Transform makeTransform(Direction direction, QStringView passphrase, const QByteArray &name)
 {
-    // Shared, since a function object has to be copyable.
+    // A shared pointer, because std::function copies its function object.
     if (direction == Direction::seal) {
         const auto encryptor = std::make_shared<Encryptor>(passphrase);
         return { [=](QByteArrayView data) { return encryptor->feed(data); },
@@ -114,7 +114,7 @@ void runTransfer(Direction direction, const QByteArrayList &arguments)
             isSeal ? u"Encrypts IN under a passphrase and writes the sealed file to OUT."_s
                    : u"Decrypts the sealed file IN and writes its content to OUT. OUT is written "
                      u"only\n"
-                     u"if the passphrase is right and every byte of IN is as it was sealed."_s);
+                     u"if the passphrase is right and IN was not changed."_s);
     const PassphraseSource source(line, isSeal ? Prompt::twice : Prompt::once);
     const QCommandLineOption force({ u"f"_s, u"force"_s }, u"Replace OUT if it exists."_s);
     const QCommandLineOption quiet({ u"q"_s, u"quiet"_s }, u"Show no progress."_s);
@@ -132,10 +132,10 @@ void runTransfer(Direction direction, const QByteArrayList &arguments)
 
     const Signals signals;
     const Input input = openInput(files[0], signals);
-    // Nothing unverified leaves.
+    // Nothing is written before the tag is verified.
     const Release release = isSeal ? Release::atOnce : Release::onceCommitted;
     const auto output = openOutput(files[1], release, line.isSet(force), input.mode, signals);
-    // A file that is replaced is another one until it is done.
+    // A file that is replaced is not the same: the output is a temporary file until the end.
     if (isSameFile(input.stream.descriptor, output->stream().descriptor))
         throw CommandError(ExitStatus::badUsage,
                            output->stream().name + " writes into IN, which is still being read");

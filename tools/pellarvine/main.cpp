@@ -21,8 +21,8 @@ struct Command
 {
     const char *name;
     const char *summary;
-    void (*run)(const QByteArrayList &arguments); // null: another program runs it
-    const char *program = nullptr; // that does
+    void (*run)(const QByteArrayList &arguments); // null if another program runs it
+    const char *program = nullptr; // the name of that program
 };
 
 constexpr Command commands[] = {
@@ -30,7 +30,7 @@ constexpr Command commands[] = {
     { "open", "decrypt a sealed file", &runOpen },
     { "digest", "print checksums of files", &runDigest },
     { "new", "write a small program to begin with", &runNew },
-    { "color", "show colors given in hexadecimal", nullptr, "pellarvine-text" },
+    { "color", "show hexadecimal colors", nullptr, "pellarvine-text" },
     { "markup", "turn markup into styled text", nullptr, "pellarvine-text" },
     { "check", "check interface files and storyboards", nullptr, "pellarvine-check" },
 };
@@ -98,6 +98,6 @@ int main(int argc, char **argv)
         return exitStatusOf([&] { run(argc, argv); });
     } catch (const Interrupted &) {
         Signals::deliver();
-        std::_Exit(int(ExitStatus::systemError)); // a debugger may have taken the signal away
+        std::_Exit(int(ExitStatus::systemError)); // a debugger may have suppressed the signal
     }
 }

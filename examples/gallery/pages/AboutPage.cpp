@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a program says about itself: its Info.plist, the facts in it, and the about window.
+// The Info.plist of a program, the facts in it, and the about window.
 #include "../InfoPlist.h"
 #include "../Page.h"
 #include "../Theme.h"
@@ -48,7 +48,7 @@ const QString example = uR"(<plist version="1.0">
 </plist>
 )"_s;
 
-// The window as it would open.
+// A picture of the window.
 class Preview : public QLabel
 {
 public:
@@ -114,7 +114,7 @@ AboutPage::AboutPage(QWidget *parent)
     m_editor->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_editor->setTabChangesFocus(true);
     m_editor->setAccessibleName(u"Info.plist"_s);
-    // A file's lines run from left to right in every language.
+    // The lines of a file run from left to right in every language.
     m_editor->setLayoutDirection(Qt::LeftToRight);
     m_problem->setWordWrap(true);
     m_problem->setTextFormat(Qt::PlainText);
@@ -136,7 +136,7 @@ AboutPage::AboutPage(QWidget *parent)
 
     connect(m_editor, &QPlainTextEdit::textChanged, this, [this] { read(); });
     connect(open, &QPushButton::clicked, this, [] {
-        // A controller keeps the texts of the moment in which it is made.
+        // A controller reads the texts once, when it is made.
         AboutWindowController::setInstance(nullptr);
         AboutWindowController::show();
     });
@@ -167,7 +167,7 @@ void AboutPage::addFact(const QString &name, std::function<QString()> fact)
     value->setTextFormat(Qt::PlainText);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value->setAccessibleName(name);
-    // Beside its name in either direction, whatever the direction of the text.
+    // Beside its name, even if the direction of the text is not that of the layout.
     auto *const row = new QHBoxLayout;
     row->addWidget(value);
     row->addStretch();

@@ -106,14 +106,14 @@ private:
     bool m_isEmpty = false;
 };
 
-// A field whose text counts once it has been entered, not with every key.
+// A field whose edit reaches the model when it is finished.
 class EntryField : public QLineEdit
 {
     Q_OBJECT
     Q_PROPERTY(QString entry READ text WRITE setText NOTIFY editingFinished)
 };
 
-// The slider and the thermostats go by halves of a degree.
+// The slider and the thermostats have steps of half a degree.
 double toHalves(double celsius)
 {
     return qRound(qBound(coldest, celsius, warmest) * 2) / 2.0;
@@ -198,7 +198,7 @@ private:
         m_fahrenheit->setSuffix(tr(" °F"));
         m_advice->setWordWrap(true);
         m_advice->setFont(Theme::font(Theme::strong));
-        // Room for two lines, so that the panel does not jump.
+        // Two lines high, so that the panel does not move when a message comes.
         m_advice->setMinimumHeight(2 * m_advice->fontMetrics().lineSpacing());
         m_advice->setAlignment(Qt::AlignLeading | Qt::AlignTop);
         form->addRow(tr("&Room"), m_name);
@@ -233,7 +233,7 @@ private:
         return card;
     }
 
-    // The same rooms as a table: an edit here is seen in the panel, and the other way round.
+    // The same rooms as a table. An edit in the table is shown in the panel, and vice versa.
     QWidget *makeRooms()
     {
         QFrame *const card = makeCard(tr("All rooms"));
@@ -251,7 +251,7 @@ private:
         return card;
     }
 
-    // A settings group, an edit that is checked, and an address that is computed from two settings.
+    // Settings, with a field that is validated and an address that is computed from two settings.
     QWidget *makeSettings()
     {
         QFrame *const card = makeCard(tr("Thermostat server"));
@@ -356,7 +356,7 @@ private:
                                  [](const QVariant &room) { return room.isValid(); });
     }
 
-    // What has been typed, or the temperature as it is if that is no number.
+    // The number that was typed. The present temperature if it is not a number.
     double enteredCelsius(const QString &text) const
     {
         bool isNumber = false;
@@ -378,7 +378,7 @@ private:
     }
 
     House m_house;
-    QTemporaryDir m_folder; // the gallery leaves no settings behind
+    QTemporaryDir m_folder; // the settings are deleted with it
     Pellarvine::Settings m_server { std::make_unique<QSettings>(m_folder.filePath(u"gallery.ini"_s),
                                                                 QSettings::IniFormat),
                                     u"server"_s,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A mail reader's panes, parted by the lines of border views, with the coloured labels of its mail.
+// The panes of a mail program, separated by the lines of border views, and coloured labels.
 #include "../Page.h"
 #include "../Theme.h"
 
@@ -109,7 +109,7 @@ QWidget *BordersPage::makeReader()
 
 BorderView *BordersPage::makeFolders()
 {
-    // Left and right do not turn with the direction of text.
+    // Left and right borders are not mirrored in a right-to-left layout.
     m_folders->setHasRightBorder(!isRightToLeft());
     m_folders->setHasLeftBorder(isRightToLeft());
     m_folders->setFixedWidth(22 * Theme::unit);
@@ -180,7 +180,7 @@ QWidget *BordersPage::makeKnobs()
            Edge { ::tr("&Bottom"), &BorderView::setHasBottomBorder, 2, 1 } }) {
         auto *const box = new QCheckBox(name);
         connect(box, &QCheckBox::toggled, m_mail, set);
-        // Left is left, also where text runs from right to left.
+        // The left border stays at the left in a right-to-left layout.
         edges->addWidget(box, row, isRightToLeft() ? 2 - place : place);
     }
     column->addLayout(edges);
@@ -219,7 +219,7 @@ QWidget *BordersPage::makeKnobs()
     return card;
 }
 
-// The fixed colours are made for dark text on white.
+// The default colours are for dark text on white.
 void BordersPage::applyPalette(bool usesPalette)
 {
     m_lines->setEnabled(!usesPalette);

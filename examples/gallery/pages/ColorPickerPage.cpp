@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A shop's sign, as its maker would set it out: each part has a button for its colour, and follows
-// it through a binding while the pointer moves in the popover.
+// The sign of a shop. Each part has a button for its colour, and a binding, so it follows while the
+// colour is picked in the popover.
 #include "../Page.h"
 #include "../PictureWidget.h"
 #include "../Theme.h"
@@ -36,7 +36,7 @@ QString hex(const QColor &color)
                                : Pellarvine::hexStringWithoutAlpha(exact);
 }
 
-// The model: it knows nothing of buttons.
+// The model of the sign.
 class Sign : public PictureWidget
 {
     Q_OBJECT
@@ -67,7 +67,7 @@ protected:
         painter.fillPath(wall, m_wall);
         drawBricks(painter);
 
-        // The bracket, the board on it, and what is written there.
+        // The bracket, the board, and its text.
         QRectF board(0, 0, 30 * Theme::unit, 18 * Theme::unit);
         board.moveCenter(QRectF(rect()).center() + QPointF(0, Theme::unit));
         const double beam = board.top() - 3 * Theme::unit;
@@ -143,7 +143,7 @@ public:
         content()->addLayout(row, 1);
     }
 
-    // With the popover in the window, where the picture has it.
+    // The popover stays in the window, so that it is in the picture.
     void showExample() override
     {
         ColorPickerButton *const button = m_buttons.constFirst();
@@ -207,7 +207,7 @@ private:
         connect(button, &ColorPickerButton::colorChanged, text,
                 [text](const QColor &changed) { text->setText(hex(changed)); });
         const int row = grid->rowCount();
-        // First the button, so that the popover on its far side leaves the board in sight.
+        // The button comes first, so that the popover does not cover the board.
         grid->addWidget(button, row, 0);
         grid->addWidget(label, row, 1);
         grid->addWidget(text, row, 2);

@@ -37,7 +37,7 @@ NS::Color onScreen(const NS::Color &color)
     return NS::Color(color.toQColor());
 }
 
-// Inside the edge, with a gap that keeps it apart from any colour.
+// A focus ring inside the edge. A gap separates it from the colour.
 void drawFocus(QPainter &painter, const QRectF &rect, const QPalette &palette)
 {
     painter.setBrush(Qt::NoBrush);
@@ -47,7 +47,8 @@ void drawFocus(QPainter &painter, const QRectF &rect, const QPalette &palette)
     painter.drawRoundedRect(rect.adjusted(1, 1, -1, -1), radius, radius);
 }
 
-// A colour with its name. The pointer or the keyboard's focus offers its hex text for copying.
+// A colour with its name. With the pointer or the keyboard focus, it shows its hexadecimal text,
+// and a click copies the text.
 class Swatch : public QAbstractButton
 {
 public:
@@ -110,7 +111,7 @@ protected:
         painter.setFont(Theme::font(Theme::strong));
         painter.drawText(inner, Qt::AlignLeft | Qt::AlignTop, text());
         painter.setFont(small);
-        // Between marks that keep the "#" in front in a right-to-left program as well.
+        // Direction marks keep the "#" at the front in a right-to-left layout.
         const QString hex = u'\u2066' + m_hex + u'\u2069';
         const QString offer = m_feedback.isActive() ? tr("Copied")
                               : isOffered           ? tr("Copy %1").arg(hex)
@@ -127,7 +128,7 @@ private:
     QTimer m_feedback;
 };
 
-// The colours between two, and a little beyond both: a quarter of the way at either end.
+// The colours between two colours, and a quarter of the way beyond both.
 class Strip : public PictureWidget
 {
 public:
@@ -176,7 +177,7 @@ protected:
                                     QPointF(std::max(from, to) + 0.5, height())),
                              interpolate(m_first, m_second, position).toQColor());
         }
-        // Where the two colours themselves are.
+        // The places of the two colours.
         for (const double end : { 0.0, 1.0 }) {
             painter.setPen(QPen(textOn(interpolate(m_first, m_second, end)), 1, Qt::DotLine));
             const double x = std::round(columnOf(end)) + 0.5;
@@ -196,7 +197,7 @@ private:
     double m_position = 0.5;
 };
 
-// What darker and lighter are for: a button of a colour of the host's own in its three states.
+// A button in a colour of the program, whose other states are darker and lighter.
 class ColoredButton : public QAbstractButton
 {
 public:

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Seals a file under a passphrase and opens it again, on a worker thread, as a program would that
-// offers "Save encrypted".
+// Seals a file under a passphrase and opens it again, on a worker thread.
 #include "../Page.h"
 #include "../Theme.h"
 
@@ -67,7 +66,7 @@ QString tr(const char *text)
     return QCoreApplication::translate("ContainerPage", text);
 }
 
-// The target appears only when all of it is written and, opening, verified.
+// The target file appears after all of it was written; an opened file, after it was verified.
 Outcome transfer(QPromise<Outcome> &promise, const Job &job)
 {
     QFile source(job.source);
@@ -117,7 +116,7 @@ bool isSealed(const QString &path)
            && file.read(4) == QByteArray(":-)\0", 4);
 }
 
-// The fields of a sealed file and where they stand; the last two depend on its length.
+// The fields of a sealed file and their offsets. The last two depend on its length.
 struct Field
 {
     const char *name;
@@ -137,7 +136,7 @@ QList<Field> fields(qint64 fileLength)
     };
 }
 
-// A name that is not taken: "a.txt", then "a (2).txt".
+// The name of a new file: "a.txt", or "a (2).txt" if that exists.
 QString freePath(const QString &wanted)
 {
     const QFileInfo info(wanted);
@@ -451,7 +450,7 @@ void ContainerPage::showFields(const QString &path)
 void ContainerPage::highlightWell(bool isHighlighted)
 {
     m_well->setObjectName(isHighlighted ? u"highlightedWell"_s : u"well"_s);
-    m_well->setStyleSheet(u" "_s); // takes the rules of the new name
+    m_well->setStyleSheet(u" "_s); // applies the rules of the new object name
     m_well->setStyleSheet({});
 }
 

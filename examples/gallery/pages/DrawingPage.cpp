@@ -25,8 +25,7 @@ namespace {
 
 using Named = Palette<NS::Color>;
 
-// The chart of a week, as a program draws it for its list of accounts. Runs upwards from the
-// lower left, which is the natural way round for bars.
+// The chart of a week. The origin is at the lower left and y goes upwards, which suits bars.
 void drawChart(const QSizeF &size)
 {
     QPainter &painter = *NS::GraphicsContext::current();
@@ -66,7 +65,7 @@ private:
     NS::Image m_image;
 };
 
-// A sheet of paper above the page.
+// A sheet of paper with a shadow.
 class ShadowView : public PictureWidget
 {
 public:
@@ -107,8 +106,8 @@ private:
     NS::Shadow m_shadow { NS::Color(), {}, 0 };
 };
 
-// A quadratic curve, whose control point can be dragged or moved with the arrow keys, and the
-// cubic curve that a Bezier path makes of it.
+// A quadratic curve, and the cubic curve that a Bézier path makes of it. The control point can be
+// dragged, and moved with the arrow keys.
 class CurveView : public PictureWidget
 {
 public:
@@ -173,7 +172,7 @@ protected:
     }
 
 private:
-    // From 0…1, y upwards, to the widget.
+    // Converts a point in 0…1, with y upwards, to the widget's coordinates.
     QPointF at(const QPointF &point) const
     {
         return { area().left() + point.x() * area().width(),

@@ -25,7 +25,7 @@ using NS::FontManager;
 
 constexpr double firstSize = 28; // points
 
-// Every weight that the family has, set in itself; the shown font's stands out.
+// All weights of the family, each in its own font. The weight of the shown font is highlighted.
 class Ladder : public PictureWidget
 {
 public:
@@ -58,7 +58,7 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         const double step =
                 std::min(5.0 * Theme::unit, double(height()) / double(m_weights.size()));
-        // Light below, heavy above, like the rungs of a ladder.
+        // The lightest is at the bottom.
         for (qsizetype i = 0; i < m_weights.size(); ++i) {
             const QRectF rung(0, double(m_weights.size() - 1 - i) * step, width(), step);
             const bool isShown = m_weights[i] == m_weight;

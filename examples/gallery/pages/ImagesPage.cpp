@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The cover of a book in a library's catalogue: the user puts in a picture, and the record keeps
-// its very bytes.
+// The cover of a book in a library's catalogue. The user replaces the picture, and the record keeps
+// the bytes of the file.
 #include "../Page.h"
 #include "../Theme.h"
 
@@ -101,7 +101,7 @@ QImage sheet()
     return image;
 }
 
-// A file that can be dragged out of the page, as from a file manager.
+// A file that can be dragged, as from a file manager.
 class FileTile : public QFrame
 {
     Q_OBJECT
@@ -161,7 +161,7 @@ class ImagesPage : public Page
 public:
     explicit ImagesPage(QWidget *parent);
 
-    // The view's delegate is the page: this is all it takes.
+    // The page is the delegate of the view. This is its only method.
     Q_INVOKABLE void replaceableImageView(Pellarvine::ReplaceableImageView *view,
                                           const Pellarvine::Data &didLoadImageData);
 
@@ -302,7 +302,7 @@ QLayout *ImagesPage::makeFiles()
         width = std::max(width, tile->sizeHint().width());
     }
     for (FileTile *const tile : tiles)
-        tile->setMinimumWidth(width); // and so they all have the same
+        tile->setMinimumWidth(width); // so that all have the same width
     return row;
 }
 

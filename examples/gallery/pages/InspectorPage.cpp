@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A small drawing program: a tool bar, a drawing, and an inspector with the properties of the shape
-// that is selected in its table of layers.
+// A small drawing program: a tool bar, a drawing, a table of its layers, and an inspector with the
+// properties of the selected one.
 #include "../FlatStyle.h"
 #include "../Page.h"
 #include "../PictureWidget.h"
@@ -342,7 +342,7 @@ QWidget *InspectorPage::makeKnobs()
     connect(palette, &QCheckBox::toggled, this, [this](bool usesPalette) {
         m_usesPalette = usesPalette;
         m_tools->setUsesPaletteColors(usesPalette);
-        // The fixed white is made for dark text.
+        // The default white is for dark text.
         QPalette onWhite;
         onWhite.setColor(QPalette::WindowText, QColor(0x1d, 0x21, 0x29));
         for (QLabel *const label : m_tools->findChildren<QLabel *>())
@@ -357,7 +357,7 @@ QWidget *InspectorPage::makeKnobs()
     return row;
 }
 
-// With a rim, without which white and what is nearly white could not be seen.
+// With a rim, so that white and light colours are visible.
 QPixmap InspectorPage::swatchOf(const QColor &color) const
 {
     const double ratio = devicePixelRatio();
@@ -369,7 +369,7 @@ QPixmap InspectorPage::swatchOf(const QColor &color) const
     return swatch;
 }
 
-// The front most first.
+// The frontmost layer comes first.
 void InspectorPage::fillLayers()
 {
     const QSignalBlocker blocker(m_layers);

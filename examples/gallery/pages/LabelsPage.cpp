@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Release notes that wrap anew as the splitter moves, beside the report that a tester writes.
+// Release notes, which wrap when the splitter moves, and a report that a tester writes.
 #include "../Page.h"
 #include "../Theme.h"
 
@@ -36,7 +36,7 @@ private:
     QWidget *makeControls();
     void styleNotes();
 
-    QList<QPair<MarkupLabel *, QString>> m_notes; // with the markup of each
+    QList<QPair<MarkupLabel *, QString>> m_notes; // the labels and their markup
     QSplitter *m_splitter = new QSplitter;
     NS::TextField *m_details = nullptr;
 };
@@ -50,7 +50,7 @@ LabelsPage::LabelsPage(QWidget *parent)
     m_splitter->setChildrenCollapsible(false);
     m_splitter->setHandleWidth(2 * Theme::unit);
     if (isRightToLeft())
-        m_splitter->setContentsMargins(0, 0, 1, 0); // Qt mirrors it a unit too far
+        m_splitter->setContentsMargins(0, 0, 1, 0); // Qt mirrors it one pixel too far
     m_splitter->addWidget(makeNotes());
     m_splitter->addWidget(makeReport());
     m_splitter->setSizes({ 360, 360 });
@@ -58,7 +58,7 @@ LabelsPage::LabelsPage(QWidget *parent)
     content()->addWidget(makeControls());
 }
 
-// One markup label a paragraph, as a list of changes would have it.
+// One markup label for each paragraph.
 QWidget *LabelsPage::makeNotes()
 {
     QFrame *const card = makeCard(tr("What is new in 2.4"));
@@ -90,7 +90,7 @@ QWidget *LabelsPage::makeNotes()
     scroller->setFocusPolicy(Qt::NoFocus);
     scroller->setWidget(column);
     scroller->viewport()->setAutoFillBackground(false);
-    column->setAutoFillBackground(false); // the card's shows
+    column->setAutoFillBackground(false); // the background of the card is visible
     card->layout()->addWidget(scroller);
     card->setMinimumWidth(20 * Theme::unit);
     return card;
@@ -109,7 +109,7 @@ QWidget *LabelsPage::makeReport()
         label->setBuddy(field);
         const int row = form->rowCount();
         if (field->isEditable() && field->wraps()) {
-            // Beside the first line, however many there are.
+            // Beside the first line of the text.
             label->setContentsMargins(
                     0, (field->sizeHint().height() - label->sizeHint().height()) / 2, 0, 0);
             form->addWidget(label, row, 0, Qt::AlignTop);
@@ -205,7 +205,7 @@ QWidget *LabelsPage::makeControls()
     return card;
 }
 
-// A markup label takes up another alignment with the next markup.
+// A new alignment of a markup label applies to the markup that is set next.
 void LabelsPage::styleNotes()
 {
     for (const auto &[label, markup] : std::as_const(m_notes))

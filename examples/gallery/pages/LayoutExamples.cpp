@@ -42,7 +42,7 @@ QLabel *makeCode(const QString &text)
     font.setPointSizeF(font.pointSizeF() * 0.9);
     code->setFont(font);
     code->setForegroundRole(QPalette::PlaceholderText);
-    // Code runs from left to right everywhere.
+    // Code is left to right in every layout.
     code->setLayoutDirection(Qt::LeftToRight);
     code->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return code;
@@ -87,7 +87,7 @@ QFrame *makeFormCard()
     return card;
 }
 
-// A correspondent, in place of a photograph.
+// A circle with initials, in place of a photograph.
 class Initial : public PictureWidget
 {
 public:
@@ -112,7 +112,7 @@ protected:
     }
 };
 
-// Three views in a row or in a column, as the knobs say.
+// Three views in a row or a column, with the chosen settings.
 class StackCard : public QFrame
 {
 public:
@@ -221,7 +221,7 @@ void StackCard::stackAgain()
     const int spacing = m_spacing->value();
     NS::LayoutConstraint::deactivateConstraints(m_constraints);
     m_constraints = NS::stack(m_views, axis(), spacing, way.attribute);
-    // The stack begins at the stage's edge, and lies across it as its views lie across the stack.
+    // The stack begins at the edge of the stage. Across, it is aligned as its views are.
     const bool isRow = axis() == Qt::Horizontal;
     for (const LayoutAttribute attribute :
          { isRow ? LayoutAttribute::leading : LayoutAttribute::top,

@@ -5,5 +5,5 @@
 
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
-/// What constraints make beyond pinning: a form, a stack with its knobs, and an interface file.
+/// Further uses of constraints: a form, a stack with its settings, and an interface file.
 QWidget *makeLayoutExamples();

@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// A photograph placed in a box by each of the pinning helpers, as a viewer would place it in its
-// window; all boxes are resized together. Behind that, what else constraints make.
+// SPDX-License-Identifier: MIT A photograph in a box for each function that pins views. All boxes
+// are resized together. The other tabs show further uses of constraints.
 #include "../Page.h"
 #include "../PictureWidget.h"
 #include "../Theme.h"
@@ -41,7 +40,7 @@ QString tr(const char *text)
     return QCoreApplication::translate("LayoutPage", text);
 }
 
-// An evening in the hills; it is drawn to fill what room it gets.
+// A drawing of an evening in the hills, which fills its size.
 class Photo : public PictureWidget
 {
 public:
@@ -75,7 +74,7 @@ protected:
     }
 };
 
-// The corner that a box is resized by: with the mouse, or with the arrow keys.
+// The corner that resizes a box, with the mouse or the arrow keys.
 class Corner : public PictureWidget
 {
 public:
@@ -145,7 +144,7 @@ private:
     QPoint m_last;
 };
 
-// One box with the photograph in it, under the call that placed it.
+// A box with the photograph. The call that places it is above.
 class Sample : public QFrame
 {
 public:
@@ -206,7 +205,7 @@ public:
         showFrame();
     }
 
-    // The helpers only ever add constraints: another border takes another photograph.
+    // The functions only add constraints, so a new border needs a new photograph.
     void setBorder(int border)
     {
         delete m_photo;
@@ -359,7 +358,7 @@ QFrame *LayoutPage::makeControls()
     note->setWordWrap(true);
     note->setForegroundRole(QPalette::PlaceholderText);
 
-    // By anchors, with the labels on one line and the note as high as its text.
+    // Made with anchors: the labels share a base line, and the note is as high as its text.
     QFrame *const card = makeCard({});
     auto *const panel = new QWidget;
     static_cast<QVBoxLayout *>(card->layout())->addWidget(panel, 1);
@@ -385,7 +384,7 @@ QFrame *LayoutPage::makeControls()
 
 void LayoutPage::showExample()
 {
-    m_size = { 152, 72 }; // lower than the photograph, so that the ways differ
+    m_size = { 152, 72 }; // lower than the photograph, so that the boxes differ
     grow({ 0, 0 });
     m_border->setValue(Theme::unit);
     m_section->setSelectedSegment(1);

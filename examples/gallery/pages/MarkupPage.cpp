@@ -22,7 +22,7 @@ using namespace Pellarvine;
 
 namespace {
 
-// What stands around a text, and a text to show it with.
+// The delimiters of a construct, and a sample text.
 struct Construct
 {
     QString opening;
@@ -41,7 +41,7 @@ MarkupParser parserFor(const QPalette &palette)
     return parser;
 }
 
-// A line of the cheat sheet: how a construct looks, and below it how it is typed.
+// A row of the overview: the sample of a construct, and below it its markup.
 class ConstructButton : public QAbstractButton
 {
 public:
@@ -90,7 +90,7 @@ protected:
         small.setPointSizeF(small.pointSizeF() * 0.9);
         painter.setFont(small);
         painter.setPen(palette().color(QPalette::PlaceholderText));
-        // Between marks that keep the delimiters in place in a right-to-left program as well.
+        // Direction marks keep the delimiters in place in a right-to-left layout.
         painter.drawText(inner, Qt::AlignLeft | Qt::AlignBottom, u'\u2066' + text() + u'\u2069');
     }
 
@@ -190,7 +190,7 @@ private:
         return card;
     }
 
-    // Leaves what was selected selected. Without a selection the construct's own text is put in.
+    // The selection stays selected. Without a selection, the sample text is inserted.
     void surround(const Construct &construct)
     {
         QTextCursor cursor = m_editor->textCursor();

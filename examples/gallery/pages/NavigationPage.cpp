@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A reader of letters whose scenes and ways are in mail/Mail.storyboard. Beside it, live: the
-// stack, and the place in the file that was walked last.
+// A mail program with the scenes and segues of mail/Mail.storyboard. At its side are the stack, and
+// the storyboard with the last segue highlighted.
 #include "../Page.h"
 #include "../PictureWidget.h"
 #include "../Theme.h"
@@ -50,7 +50,7 @@ struct Letter
     QString text;
 };
 
-// What all scenes are about; the oldest letter is the first.
+// The model of all scenes. The oldest letter comes first.
 class Mailbox : public QObject
 {
     Q_OBJECT
@@ -89,7 +89,7 @@ private:
     };
 };
 
-// Hands the mailbox on to whatever its segues lead to.
+// A scene, which passes the mailbox to the next scene.
 class MailScene : public Pellarvine::NavigationItemViewController
 {
     Q_OBJECT
@@ -224,7 +224,7 @@ private:
         m_letters->setCurrentRow(0);
     }
 
-    // A modal segue leaves it to its source how the destination is shown.
+    // The source of a modal segue shows the destination.
     void present(MailScene *controller)
     {
         auto *const dialog = new QDialog(view()->window());
@@ -242,7 +242,7 @@ private:
     QListWidget *m_letters = nullptr;
 };
 
-// The titles of a stack, the top one uppermost.
+// The titles of the stack, the top one first.
 class StackView : public PictureWidget
 {
     Q_OBJECT
@@ -376,7 +376,7 @@ QWidget *NavigationPage::makeFile()
 {
     QFile file(m_mail->storyboard()->fileName());
     if (file.open(QIODevice::ReadOnly)) {
-        // From the first segue on, without the outermost element.
+        // The lines from the first segue to the end, without the outermost element.
         QString text = QString::fromUtf8(file.readAll());
         text = text.sliced(text.indexOf("  <segue"_L1));
         text.replace("\n  "_L1, "\n"_L1).remove("</storyboard>"_L1);

@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Popovers as a file manager has them: what is wrong with a name, what a button did, a filter to
-// set up; and a sample at each edge of a view.
+// SPDX-License-Identifier: MIT Popovers of a file manager: the error in a name, the result of a
+// button, and a filter. A sample of each edge is beside them.
 #include "../Page.h"
 #include "../Theme.h"
 
@@ -29,7 +28,7 @@ using Pellarvine::PopoverMessage;
 
 namespace {
 
-// What it shows says where it is.
+// The contents of a sample: the name of its edge.
 class SampleController : public NS::ViewController
 {
 public:
@@ -282,7 +281,7 @@ void PopoversPage::checkName()
 
 void PopoversPage::showExample()
 {
-    m_stays->setChecked(true); // a picture of the window shows what is in it
+    m_stays->setChecked(true); // so that it is in the picture of the window
     for (Popover *const popover : std::as_const(m_popovers))
         popover->setBehavior(Popover::Behavior::applicationDefined);
     for (QPushButton *const button : std::as_const(m_edges))

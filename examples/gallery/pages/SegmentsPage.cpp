@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A calendar and a text editor with the segmented controls that such programs have: one choice of
-// several, several switches, several commands, and a row that fills its panel.
+// A calendar and a text editor with segmented controls: one choice of several, switches, commands,
+// and a row that fills its panel.
 #include "../Icons.h"
 #include "../Page.h"
 #include "../Theme.h"

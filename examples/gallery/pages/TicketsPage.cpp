@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Reports a bug as a program would that has "Report a Problem…" in its Help menu. The tracker is
-// the page's own, and the page shows what it received.
+// SPDX-License-Identifier: MIT The dialog of "Report a Problem…" in a Help menu. The page has a
+// tracker of its own, and shows the request that the tracker received.
 #include "../LoopbackTracker.h"
 #include "../Page.h"
 #include "../Theme.h"
@@ -40,7 +39,7 @@ QString masked(const QByteArray &headers)
                                                             u"\\1%1"_s.arg(QString(12, u'•')));
 }
 
-// The dialog as a part of the page: Esc would leave a hole.
+// The dialog as a part of the page. Esc must not close it.
 class EmbeddedDialog : public TicketDialog
 {
 public:
@@ -97,7 +96,7 @@ TicketsPage::TicketsPage(QWidget *parent)
     m_request->setPlaceholderText(::tr("Nothing yet"));
     m_request->setAccessibleName(::tr("What the tracker received"));
     m_request->setTabChangesFocus(true);
-    // A request's lines run from left to right in every language.
+    // The lines of a request are left to right in every language.
     m_request->setLayoutDirection(Qt::LeftToRight);
 
     QFrame *const report = makeCard(::tr("Report a problem"));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A letter writer's window, as it looks with every setting of its title bar; the window itself can
-// be opened and follows.
+// A picture of a window with the chosen settings of its title bar. The window itself can be opened,
+// and follows the settings.
 #include "../Page.h"
 #include "../PictureWidget.h"
 #include "../Theme.h"
@@ -33,7 +33,7 @@ QString tr(const char *text)
     return QCoreApplication::translate("TitleBarPage", text);
 }
 
-// Shows the window as it is, without being it: that has no place inside another.
+// A picture of the window, which cannot be a child of another window.
 class Picture : public PictureWidget
 {
 public:
@@ -86,7 +86,7 @@ private:
     QCheckBox *m_hasInnerView = nullptr;
     QCheckBox *m_hasToolBar = nullptr;
     QSlider *m_height = nullptr;
-    QList<std::function<void(Window &)>> m_settings; // for the next window
+    QList<std::function<void(Window &)>> m_settings; // applied to the next window
 };
 
 TitleBarPage::TitleBarPage(QWidget *parent)
@@ -158,7 +158,7 @@ TitleBarPage::TitleBarPage(QWidget *parent)
               [](Window &window, bool isOn) { window.setFullKeyboardAccess(isOn); });
     addSwitch(::tr("Desktop's own frame"), false,
               [](Window &window, bool isOn) { window.setNativeDecorations(isOn); });
-    // A window takes its views when it wakes: others take another window.
+    // A window places its views in awakeFromNib(), so other views need a new window.
     m_hasInnerView = addSwitch(::tr("View across the bar"), false, {});
     m_hasToolBar = addSwitch(::tr("Tool bar view"), true, {});
     for (QCheckBox *const box : { m_hasInnerView, m_hasToolBar })
@@ -261,7 +261,7 @@ void TitleBarPage::makeWindow()
     m_window->awakeFromNib();
     if (!frame.isNull())
         m_window->setFrame(frame);
-    // Taking a picture lays the window out, which may change its frame again.
+    // grab() lays out the window, which may change its frame again.
     connect(
             m_window.get(), &NS::Window::frameChanged, this, [this] { showPicture(); },
             Qt::QueuedConnection);

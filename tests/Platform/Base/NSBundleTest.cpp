@@ -139,7 +139,7 @@ TEST(Bundle, a_metainfo_file_with_a_fault_is_warned_about_once)
                                    "<string>org.example.mail</string></dict></plist>");
     const std::pair<QByteArray, std::string> rows[] = {
         { "<component><id></component>", "Warning: org.example.mail.metainfo.xml:1:28: " },
-        { "<components/>", "this is no metainfo file" },
+        { "<components/>", "this is not a metainfo file" },
         { "", "metainfo.xml:1:1: " },
     };
     for (const auto &[xml, warning] : rows) {

@@ -79,7 +79,7 @@ private:
     QVariant m_value;
 };
 
-// What a form of an address book is about; each field's setter would show what looking does to it.
+// The model of a form. Each setter counts, so a change by mere showing is seen.
 class Customer : public QObject
 {
     Q_OBJECT
@@ -248,7 +248,7 @@ TEST(ControlBinding, looking_at_an_object_does_not_change_it)
     EXPECT_EQ(form.vat.value(), 99);
     EXPECT_EQ(form.country.currentIndex(), -1);
 
-    // Leaving a field is no edit; typing into it is one, of that field alone.
+    // Leaving a field is not an edit. Typing into it is an edit of that field only.
     QTest::keyClick(&form.vat, Qt::Key_Return);
     Q_EMIT form.number.editingFinished();
     EXPECT_EQ(first.all(), firstValues);
@@ -589,7 +589,7 @@ TEST(ControlBinding, nothing_is_selected_once_an_object_on_the_way_is_destroyed)
     NS::bind(&label, u"text"_s, { { &book, u"customer.number"_s } },
              [](const std::optional<QString> &number) { return number.value_or(u"none"_s); });
     field.setText(u"18"_s);
-    // The book goes on pointing at it, and does not tell.
+    // The book still points at it, and reports no change.
     EXPECT_EQ(output([&] { customer.reset(); }), "");
     EXPECT_EQ(field.text(), QString());
     EXPECT_FALSE(field.isEnabled());
@@ -621,7 +621,7 @@ TEST(ControlBinding, an_edit_that_waits_reaches_the_model_once_it_is_finished)
     field.selectAll();
     QTest::keyClicks(&field, u"7000"_s);
     EXPECT_EQ(port.writes, 0);
-    Q_EMIT port.valueChanged(); // of another property, as far as it goes: the edit stays
+    Q_EMIT port.valueChanged(); // for another property: the edit stays
     EXPECT_EQ(field.text(), u"7000"_s);
     QTest::keyClick(&field, Qt::Key_Return);
     EXPECT_EQ(port.value().toInt(), 7000);
@@ -726,7 +726,7 @@ TEST(ControlBinding, a_refused_edit_stays_in_its_marked_control)
     }
     EXPECT_EQ(messages, QStringList({ u"At most 65535."_s, u"Digits only."_s, u"Enter a value."_s,
                                       QString() }));
-    // What another value is shown for is no longer wrong.
+    // The message is gone when another value is shown.
     field.setText(u"x"_s);
     port.setValue(22);
     EXPECT_FALSE(field.property("invalid").isValid());

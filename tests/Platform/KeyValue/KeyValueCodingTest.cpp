@@ -110,7 +110,7 @@ TEST_F(KeyValueCoding, a_path_that_does_not_fit_raises_and_names_class_path_and_
         { u"surname"_s, 1, undefinedKey, "Person", u"surname"_s },
         { u""_s, 1, undefinedKey, "Person", u""_s },
         { u"partner..name"_s, 1, undefinedKey, "Person", u""_s },
-        // Null on the way or not: a path that is none is a mistake.
+        // A malformed path is an error, even if an object on it is null.
         { u"doctor."_s, 1, undefinedKey, "Person", u""_s },
         { u"doctor..name"_s, 1, undefinedKey, "Person", u""_s },
         { u"partner.surname"_s, 1, undefinedKey, "Person", u"surname"_s },

@@ -44,7 +44,7 @@ QVariantList values(std::initializer_list<QVariant> list)
     return list;
 }
 
-// What a broken path tells.
+// The value of a path that ends early.
 QVariantList justNull()
 {
     return { nullObject() };
@@ -295,7 +295,7 @@ TEST(KeyValueObserving, the_thread_that_changes_a_property_is_told)
     recorder.onChange = [&] {
         told = std::this_thread::get_id();
     };
-    // Made elsewhere, as well as changed there.
+    // Made and changed on another thread.
     std::optional<Person> person;
     std::thread([&] {
         person.emplace();

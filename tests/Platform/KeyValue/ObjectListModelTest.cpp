@@ -144,7 +144,7 @@ TEST_F(ObjectList, rows_come_go_and_move_as_such_so_that_a_selection_stays)
     EXPECT_EQ(removed.size(), 1); // of two rows
     EXPECT_EQ(moved.size() + inserted.size(), 2);
     EXPECT_EQ(view.currentIndex().data(), u"b"_s);
-    // Whatever the change, also with an object twice, the model ends as the list is.
+    // After any change, also with an object twice in the list, the model equals the list.
     std::mt19937 random(1);
     for (int turn = 0; turn < 300; ++turn) {
         QList<Person *> members;
@@ -216,7 +216,7 @@ TEST_F(ObjectList, views_and_combo_boxes_are_filled_and_filled_anew)
     person(2)->setProperty("name", u"Cleo"_s);
     EXPECT_EQ(box.currentText(), u"Cleo"_s);
 
-    // A model of the program's own stays the program's.
+    // A model that the program has made still belongs to the program.
     NS::ObjectListModel own(&team, u"members"_s, { { u"age"_s } });
     tree.setModel(&own);
     NS::bind(&tree, &team, u"places"_s, { { u"city"_s } });

@@ -2,6 +2,6 @@
 
 #include <QtCore/qglobal.h>
 
-// Makes the classes known that interface files and the storyboard name. The program calls this, and
-// so does "pellarvine check", which finds it by this name.
+// Registers the classes that interface files and the storyboard name. The program calls it, and so
+// does "pellarvine check", which looks for this name.
 extern "C" Q_DECL_EXPORT void pellarvineRegisterClasses();

@@ -29,7 +29,7 @@ private Q_SLOTS:
         QVERIFY(window->findChild<QLabel *>(u"greetingLabel"_s)->isVisible());
     }
 
-    void the_greeting_names_whoever_is_typed()
+    void the_greeting_contains_the_typed_name()
     {
         const auto storyboard = NS::Storyboard::storyboardWithName(u"Main"_s);
         const std::unique_ptr<QObject> scene(

@@ -32,7 +32,7 @@ QString cells(const NS::Color &color, const NS::Color &ground)
     return QString::asprintf("\x1b[48;2;%d;%d;%dm  \x1b[0m", seen.red(), seen.green(), seen.blue());
 }
 
-// On white and on black, which differ for a translucent colour.
+// On white and on black: a translucent colour looks different on them.
 QString swatch(const NS::Color &color)
 {
     return cells(color, NS::Color::white()) + cells(color, NS::Color::black()) + u' ';
@@ -54,7 +54,7 @@ QString line(const NS::Color &color, bool hasSwatches)
            + shown(clamped(lighter(color)));
 }
 
-// The library takes what begins with a digit.
+// The library accepts any text that begins with a digit.
 bool isHexadecimal(QByteArrayView text)
 {
     if (text.startsWith('#'))
@@ -69,20 +69,22 @@ void runColor(const QByteArrayList &arguments)
 {
     CommandLine commandLine(
             "color",
-            u"Prints a line a colour: both hexadecimal forms, components from 0 to 1 as red, "
+            u"Prints a line for each colour: both hexadecimal forms, components from 0 to 1 as "
+            u"red, "
             u"green,\n"
             "blue and alpha and as hue, saturation, brightness and alpha, and the colour made\n"
-            "darker and lighter, cut to what a screen can show. On a terminal each has a swatch,\n"
+            "darker and lighter, clamped to what a screen can show. On a terminal each has a "
+            "swatch,\n"
             "seen on white and on black."_s);
     commandLine.addPositionalArgument(
-            u"TEXT"_s, u"RGB, RGBA, RRGGBB or RRGGBBAA in hexadecimal; \"#\" may lead."_s,
+            u"TEXT"_s, u"RGB, RGBA, RRGGBB or RRGGBBAA in hexadecimal, with or without \"#\"."_s,
             u"TEXT..."_s);
     commandLine.parse(arguments);
     if (commandLine.operands().isEmpty())
         throw CommandError(ExitStatus::badUsage, "color: no TEXT given");
 
     const bool isTerminal = isatty(STDOUT_FILENO) == 1;
-    // The other texts are printed after a wrong one.
+    // Prints the other colours before it fails for the last text that is not a colour.
     std::optional<CommandError> failure;
     for (const QByteArray &text : commandLine.operands()) {
         const auto color = colorWithHex(QString::fromLocal8Bit(text));
@@ -92,9 +94,10 @@ void runColor(const QByteArrayList &arguments)
         }
         if (failure)
             std::fprintf(stderr, "pellarvine: %s\n", failure->what());
-        failure.emplace(ExitStatus::badUsage, '\'' + text
-                                                      + "' is no color: no hexadecimal RGB, RGBA, "
-                                                        "RRGGBB or RRGGBBAA");
+        failure.emplace(ExitStatus::badUsage,
+                        '\'' + text
+                                + "' is not a color in hexadecimal RGB, RGBA, "
+                                  "RRGGBB or RRGGBBAA");
     }
     if (failure)
         throw *failure;

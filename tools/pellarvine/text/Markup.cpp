@@ -174,16 +174,17 @@ void runMarkup(const QByteArrayList &arguments)
             "-,\n"
             "standard input."_s);
     const QCommandLineOption lines(u"lines"_s,
-                                   u"Take each line by itself, and print a line for each."_s);
+                                   u"Parse each line separately, and print a line for each."_s);
     const QCommandLineOption asHtml(u"html"_s, u"Print HTML."_s);
-    const QCommandLineOption asAnsi(u"ansi"_s, u"Print the styles a terminal can show."_s);
+    const QCommandLineOption asAnsi(u"ansi"_s,
+                                    u"Print the text with the styles that a terminal can show."_s);
     options.addOptions({ lines, asHtml, asAnsi });
     options.addPositionalArgument(u"FILE"_s, u"The markup."_s, u"[FILE]"_s);
     options.parse(arguments);
     if (options.operands().size() > 1)
         throw CommandError(ExitStatus::badUsage, "markup: more than one FILE");
     if (options.isSet(asHtml) && options.isSet(asAnsi))
-        throw CommandError(ExitStatus::badUsage, "markup: --html and --ansi exclude each other");
+        throw CommandError(ExitStatus::badUsage, "markup: use either --html or --ansi");
 
     const QString text = readText(options.operands().value(0, "-"));
     // Fonts need an application, and no display.
