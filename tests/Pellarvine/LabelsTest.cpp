@@ -588,6 +588,16 @@ TEST(PopoverMessage, markup_has_the_ink_of_the_bubble_and_not_of_the_view)
     EXPECT_EQ(colorAt(9), QColor(0xc0, 0x39, 0x2b));
     form.window.setPalette(QPalette());
     EXPECT_EQ(colorAt(0), QColor(Qt::black));
+
+    // Style sheets keep palettes from reaching the text.
+    const QString sheet = u"QWidget { color: white } #dark { background: navy }"_s;
+    form.window.setObjectName(u"dark"_s);
+    qApp->setStyleSheet(sheet);
+    settle();
+    EXPECT_EQ(colorAt(0), QColor(Qt::white));
+    qApp->setStyleSheet({});
+    settle();
+    EXPECT_EQ(colorAt(0), QColor(Qt::black));
 }
 
 TEST(PopoverMessage, every_click_and_every_key_that_reports_shows_its_message)
