@@ -5,16 +5,15 @@
 
 namespace Pellarvine {
 
-/// A text field that asks for the height that its text needs at the width that layout gave it:
+/// A text field whose sizeHint() has the height that the text needs at the field's width:
 ///
 ///     auto *const note = new HeightForWidthTextField;
 ///     note->setStringValue(tr("Nothing is deleted from the server."));
-///     NS::addAndPin(panel, note, 8); // as high as need be at any width of the panel
+///     NS::addAndPin(panel, note, 8); // as high as its text at any width of the panel
 ///
-/// Its `preferredMaxLayoutWidth` is its own width as of the last layout pass, whatever is set. The
-/// height that it asks for is that at this width; the width is what the text wants, so that a field
-/// that was made narrow gets wider with its window again. Everything else is as in NS::TextField.
-/// Main thread only.
+/// Each layout pass sets `preferredMaxLayoutWidth` to the field's width. The width of sizeHint() is
+/// that of the text without line breaks, up to a readable width, so a narrow field grows again when
+/// its window does. Everything else is as in NS::TextField. Main thread only.
 class PELLARVINE_EXPORT HeightForWidthTextField : public NS::TextField
 {
     Q_OBJECT
@@ -22,11 +21,10 @@ class PELLARVINE_EXPORT HeightForWidthTextField : public NS::TextField
 public:
     explicit HeightForWidthTextField(QWidget *parent = nullptr);
 
-    /// As `NS::setFrame`, which calls it, and asks for a layout pass even where the frame stays the
-    /// same.
+    /// Called by `NS::setFrame`. Also requests a layout pass, even if the frame stays the same.
     Q_INVOKABLE virtual void setFrame(const QRectF &frame);
 
-    /// Takes over the width, then does what the base class does. A change of the frame asks for it.
+    /// Sets `preferredMaxLayoutWidth`, then calls the base class. A new frame requests it.
     Q_INVOKABLE void performLayout() override;
 
     QSize sizeHint() const override;

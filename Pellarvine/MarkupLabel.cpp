@@ -9,11 +9,14 @@
 
 #include <QEvent>
 
+#include <utility>
+
 namespace Pellarvine {
 
 struct MarkupLabel::Private
 {
-    NS::AttributedString styled(const QColor &color) const;
+    void takeFormat(const MarkupLabel &label);
+    NS::AttributedString styled(const QPalette &palette) const;
 
     QList<std::shared_ptr<const Parser>> parsers = detail::inlineParsers();
 
@@ -21,19 +24,29 @@ struct MarkupLabel::Private
     QString markup;
     QStringList arguments;
     QList<std::shared_ptr<const Parser>> rules;
+    bool followsFormat = false; // rather than keeping that of the moment
+    NS::AttributedString text; // what the label shows unless another text was set
+
+    // The format of `text`.
     QFont font;
     Qt::Alignment alignment;
-    bool hasPaletteColor = false;
-    NS::AttributedString text; // what the label shows unless another text was set
+    QColor color; // invalid for the palette's
 };
 
-NS::AttributedString MarkupLabel::Private::styled(const QColor &color) const
+void MarkupLabel::Private::takeFormat(const MarkupLabel &label)
+{
+    font = label.font();
+    alignment = label.alignment();
+    color = label.textColor();
+}
+
+NS::AttributedString MarkupLabel::Private::styled(const QPalette &palette) const
 {
     MarkupParser parser(font);
     NS::ParagraphStyle style = parser.paragraphStyle();
     style.alignment = alignment & (Qt::AlignHorizontal_Mask | Qt::AlignAbsolute);
     parser.setParagraphStyle(style);
-    parser.setColor(NS::Color(color));
+    parser.setColor(NS::Color(color.isValid() ? color : palette.color(QPalette::WindowText)));
     parser.setParsers(rules);
     return parser.styled(markup, arguments);
 }
@@ -49,6 +62,8 @@ MarkupLabel::MarkupLabel(QWidget *parent)
                 if (isOther)
                     Q_EMIT markupChanged({});
             });
+    connect(this, &TextField::alignmentChanged, this, &MarkupLabel::restyle);
+    connect(this, &TextField::textColorChanged, this, &MarkupLabel::restyle);
 }
 
 MarkupLabel::~MarkupLabel() = default;
@@ -60,12 +75,16 @@ QString MarkupLabel::markup() const
 
 void MarkupLabel::setMarkup(const QString &markup)
 {
+    const bool followed = std::exchange(d->followsFormat, true);
     if (markup != d->markup)
-        setMarkupStringValue(markup);
+        style(markup, {});
+    else if (!followed)
+        restyle();
 }
 
 void MarkupLabel::setMarkup(const QString &format, const QStringList &arguments)
 {
+    d->followsFormat = true;
     style(format, arguments);
 }
 
@@ -86,6 +105,7 @@ QString MarkupLabel::markupStringValue() const
 
 void MarkupLabel::setMarkupStringValue(const QString &markup)
 {
+    d->followsFormat = false;
     style(markup, {});
 }
 
@@ -94,20 +114,30 @@ void MarkupLabel::style(const QString &markup, const QStringList &arguments)
     const bool isOther = detail::assign(d->markup, markup);
     d->arguments = arguments;
     d->rules = d->parsers;
-    d->font = font();
-    d->alignment = alignment();
-    d->hasPaletteColor = !textColor().isValid();
-    d->text = d->styled(d->hasPaletteColor ? palette().color(QPalette::WindowText) : textColor());
+    d->takeFormat(*this);
+    d->text = d->styled(palette());
     setAttributedStringValue(d->text);
     NS::setNeedsLayout(this);
     if (isOther)
         Q_EMIT markupChanged(markup);
 }
 
+// For another format or palette.
+void MarkupLabel::restyle()
+{
+    const bool followsPalette = !d->color.isValid() && !textColor().isValid();
+    if (attributedStringValue() != d->text || !(d->followsFormat || followsPalette))
+        return;
+    if (d->followsFormat)
+        d->takeFormat(*this);
+    d->text = d->styled(palette());
+    setAttributedStringValue(d->text);
+}
+
 void MarkupLabel::awakeFromNib()
 {
     if (d->markup.isEmpty())
-        style(stringValue(), {});
+        setMarkupStringValue(stringValue());
     else
         style(d->markup, d->arguments);
 }
@@ -115,13 +145,10 @@ void MarkupLabel::awakeFromNib()
 void MarkupLabel::changeEvent(QEvent *event)
 {
     HeightForWidthTextField::changeEvent(event);
-    const bool mayDiffer =
-            event->type() == QEvent::PaletteChange || event->type() == QEvent::EnabledChange;
-    const bool isOwn = d->hasPaletteColor && !textColor().isValid();
-    if (!mayDiffer || !isOwn || attributedStringValue() != d->text)
-        return;
-    d->text = d->styled(palette().color(QPalette::WindowText));
-    setAttributedStringValue(d->text);
+    const auto type = event->type();
+    if (type == QEvent::PaletteChange || type == QEvent::EnabledChange
+        || type == QEvent::FontChange)
+        restyle();
 }
 
 } // namespace Pellarvine

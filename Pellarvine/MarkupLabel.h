@@ -15,7 +15,7 @@ class Parser;
 ///     label->setMarkup(tr("Press **Enter** to keep, `Esc` to drop."));
 ///
 /// In Qt Designer, type the markup as `markup`, or as `stringValue`, which `awakeFromNib()` styles
-/// as the file is loaded. Set in code, `stringValue` is shown as it is, markup and all.
+/// when the file has been loaded. Set in code, `stringValue` is shown as it is, markup and all.
 /// docs/markup.md has the grammar. Main thread only.
 class PELLARVINE_EXPORT MarkupLabel : public HeightForWidthTextField
 {
@@ -28,28 +28,30 @@ public:
     explicit MarkupLabel(QWidget *parent = nullptr);
     ~MarkupLabel() override;
 
-    /// The text with its markup, as it was set here or by setMarkupStringValue(). Empty while the
-    /// label shows a text that was set otherwise. This is what to bind.
+    /// The text with its markup. Set here, it is shown in the label's font, alignment and
+    /// `textColor`, also after they change; without a `textColor`, in the palette's colour. Fonts
+    /// that the markup names stay, but have the label's size if none is given. Empty while the
+    /// label shows a text that is not markup. Bind this property.
     QString markup() const;
-    /// Does what setMarkupStringValue() does, but nothing for the markup that there is.
     void setMarkup(const QString &markup);
-    /// The same with arguments for `%1` to `%99`, which are shown as they are: names of files, for
-    /// example. They are no part of `markup`.
+    /// The same with arguments for `%1` to `%99`, which are shown as plain text: names of files,
+    /// for example. They are not part of `markup`.
     void setMarkup(const QString &format, const QStringList &arguments);
 
-    /// The rules that markup is read by, as `MarkupParser` has them. They count for the next text
+    /// The rules that markup is read by, as in `MarkupParser`. They take effect with the next text
     /// that is set. Default: the nine.
     const QList<std::shared_ptr<const Parser>> &parsers() const;
     void setParsers(const QList<std::shared_ptr<const Parser>> &parsers);
 
-    /// The text as displayed, without markup. What is bound to it both ways loses its markup.
+    /// The text as displayed, without markup. A two-way binding to it loses the markup.
     QString markupStringValue() const;
-    /// Styles the text by the font, the alignment and the colour that the label has at this moment,
-    /// every time that it is called. Without a `textColor`, text for which the markup names no
-    /// colour has the palette's, and follows the palette until `textColor` or another text is set.
+    /// Styles the text once, by the font, the alignment and the colour that the label has now, on
+    /// every call. Only the palette's colour follows its changes, until `textColor` or another text
+    /// is set.
     void setMarkupStringValue(const QString &markup);
 
-    /// Styles `markup`, or without one `stringValue`, once, as loaded from an interface file.
+    /// Styles `markup` again, or `stringValue` if there is none: once, when loaded from an
+    /// interface file.
     Q_INVOKABLE virtual void awakeFromNib();
 
 Q_SIGNALS:
@@ -61,6 +63,7 @@ protected:
 
 private:
     void style(const QString &markup, const QStringList &arguments);
+    void restyle();
 
     struct Private;
     std::unique_ptr<Private> d;

@@ -16,6 +16,7 @@
 #include <QEvent>
 #include <QList>
 #include <QPalette>
+#include <QPointer>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -69,8 +70,8 @@ private:
     bool m_isPainted = false;
 };
 
-// Sets a field's markup in the ink of the bubble that the field is in, and again with each other
-// palette.
+// Sets a field's markup in a colour that is readable in its bubble, and again after the palette has
+// changed.
 class MarkupInk : public QObject
 {
 public:
@@ -86,7 +87,14 @@ public:
 
     bool eventFilter(QObject *, QEvent *event) override
     {
-        if (event->type() == QEvent::PaletteChange)
+        if (event->type() == QEvent::Show) {
+            m_bubble = m_field;
+            while (m_bubble && !qobject_cast<detail::PopoverBubble *>(m_bubble))
+                m_bubble = m_bubble->parentWidget();
+            if (m_bubble)
+                m_bubble->installEventFilter(this);
+        }
+        if (event->type() == QEvent::Show || event->type() == QEvent::PaletteChange)
             apply();
         return false;
     }
@@ -95,16 +103,19 @@ private:
     void apply()
     {
         MarkupParser parser;
-        const QPalette palette = m_field->palette();
-        const NS::Color paper(palette.color(QPalette::Window));
+        // With a style sheet, the palette of the field can differ from that of the bubble.
+        const QWidget *const painted = m_bubble ? m_bubble : m_field;
+        const NS::Color paper(painted->palette().color(QPalette::Window));
+        const NS::Color ink(m_field->palette().color(QPalette::WindowText));
         if (contrastRatio(parser.color(), paper) < readableContrast)
-            parser.setColor(readableOn(paper, NS::Color(palette.color(QPalette::WindowText))));
+            parser.setColor(readableOn(paper, ink));
         m_field->setAttributedStringValue(parser.styled(m_format, m_arguments));
     }
 
     QString m_format;
     QStringList m_arguments;
     NS::TextField *m_field;
+    QPointer<QWidget> m_bubble;
 };
 
 // A scroll bar in the margin beside the text.

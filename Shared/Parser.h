@@ -27,7 +27,7 @@ class GraphemeClusterCounter;
 ///         }
 ///     };
 ///
-/// A rule is immutable and may serve many parsers.
+/// A rule is immutable and may serve many parsers. It is called in the thread that parses.
 class PELLARVINE_EXPORT Parser
 {
 public:

@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QStyleOptionFrame>
+#include <QTextDocument>
 #include <QToolTip>
 
 #include <algorithm>
@@ -318,7 +319,7 @@ QSize TextField::sizeHint() const
     return sizeWithin(d->preferredMaxLayoutWidth);
 }
 
-QSize TextField::sizeWithin(double most) const
+QSize TextField::sizeWithin(double maxLayoutWidth) const
 {
     ensurePolished();
     const QMargins insets = d->insets();
@@ -326,7 +327,8 @@ QSize TextField::sizeWithin(double most) const
     const int character = fontMetrics().averageCharWidth();
     int width = d->textSize(-1).width();
     if (d->wraps) {
-        width = std::min(width, most > 0.0 ? int(most) - across : readableWidth * character);
+        const bool isGiven = maxLayoutWidth > 0.0;
+        width = std::min(width, isGiven ? int(maxLayoutWidth) - across : readableWidth * character);
     }
     if (d->editable)
         width = std::max(width, editableWidth * character);
@@ -341,7 +343,7 @@ QSize TextField::minimumSizeHint() const
     const bool canShrink = d->wraps || d->editor || d->elideMode != Qt::ElideNone;
     const QSize natural = d->textSize(-1);
     const int smallest = smallestWidth * fontMetrics().averageCharWidth();
-    const int line = int(std::ceil(QFontMetricsF(font()).lineSpacing()));
+    const int line = int(std::ceil(d->contents.firstHeight()));
     return QSize(canShrink ? std::min(natural.width(), smallest) : natural.width(),
                  d->wraps ? std::min(natural.height(), line) : natural.height())
             .grownBy(insets);
@@ -545,9 +547,12 @@ void TextField::Private::placeEditor()
     if (!editor)
         return;
     QRect place = textRect();
-    const int height = textSize(wraps ? std::max(1, place.width()) : -1).height();
+    const int whole = textSize(wraps ? std::max(1, place.width()) : -1).height();
+    // What is higher than its place scrolls there, but not within a line.
+    const int least = std::min(whole, int(std::ceil(contents.firstHeight())));
+    const int height = std::clamp(place.height(), least, whole);
     const int room = place.height() - height;
-    if (room > 0 && !(alignment & Qt::AlignTop)) {
+    if (room != 0 && !(alignment & Qt::AlignTop)) {
         place.setHeight(height);
         place.moveTop(place.top() + ((alignment & Qt::AlignBottom) ? room : room / 2));
     }
@@ -560,9 +565,9 @@ bool TextField::event(QEvent *event)
 {
     // The whole text, where only a part of it shows.
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !d->editor) {
-        if (d->contents.isElided(d->textRect().width())) {
+        if (d->contents.isElided(d->textRect().size())) {
             QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
-                               stringValue().toHtmlEscaped().replace(u'\n', u"<br>"_s), this);
+                               Qt::convertFromPlainText(stringValue(), Qt::WhiteSpaceNormal), this);
             return true;
         }
     }

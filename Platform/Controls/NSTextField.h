@@ -11,20 +11,18 @@
 
 namespace NS {
 
-/// Text in a window, to read, to select, or to edit; plain, or with attributes.
+/// Text in a window: to read, to select or to edit; plain or with attributes.
 ///
-///     auto *const hint = new NS::TextField; // a label whose text wraps at its width
-///     hint->setAttributedStringValue(parser.parse(u"Hold **Shift** to keep the ratio"_s));
-///
-///     auto *const name = new NS::TextField;
+///     auto *const name = new NS::TextField; // a label whose text wraps
 ///     name->setWraps(false); // a single line
 ///     name->setEditable(true);
 ///     name->setBezeled(true);
 ///     connect(name, &NS::TextField::editingFinished, this, &Panel::rename);
 ///
-/// Its height follows its width wherever it wraps, in Qt's layouts and with constraints. As made it
-/// is a label: not selectable, not editable, without bezel and background. Its text has the
-/// widget's font and colour where no attribute says otherwise.
+/// By default, it is a label: neither selectable nor editable, without bezel and background. Text
+/// that wraps gets its height from its width, in Qt's layouts and with constraints. Text without
+/// attributes has the widget's font and colour. Lengths are in device-independent pixels. Setting
+/// an equal value does nothing. Main thread only.
 class PELLARVINE_EXPORT TextField : public QWidget
 {
     Q_OBJECT
@@ -59,61 +57,49 @@ public:
     explicit TextField(QWidget *parent = nullptr);
     ~TextField() override;
 
-    /// The text without its attributes. Setting it drops them.
-    QString stringValue() const;
-    void setStringValue(const QString &string);
-    /// Also what was typed, with the attributes of the text around it.
+    QString stringValue() const; ///< without attributes
+    void setStringValue(const QString &string); ///< removes the attributes
+    /// Typed text has the attributes of the text around it.
     AttributedString attributedStringValue() const;
     void setAttributedStringValue(const AttributedString &text);
 
-    /// Invalid, as made, for the palette's.
-    QColor textColor() const;
+    QColor textColor() const; ///< default: invalid, for the colour of the palette
     void setTextColor(const QColor &color);
-    /// Left and right change sides in a layout that runs from right to left, unless AlignAbsolute
-    /// is set. Default: AlignLeft | AlignVCenter. A paragraph style has its own.
+    /// Of a paragraph without a style. AlignLeft means the right side in a right-to-left layout
+    /// unless AlignAbsolute is set. Default: AlignLeft | AlignVCenter.
     Qt::Alignment alignment() const;
     void setAlignment(Qt::Alignment alignment);
 
-    /// Whether lines end at the width, and editing takes line ends. Default: true.
-    bool wraps() const;
+    bool wraps() const; ///< breaks lines at the width, and accepts typed line ends; default: true
     void setWraps(bool wraps);
-    /// The width at which a text that wraps asks for more height rather than more width, in units
-    /// of the screen; 0, as made, for a width that is good to read.
+    /// The width from which sizeHint() grows in height instead. Default: 0, for a readable width.
     double preferredMaxLayoutWidth() const;
     void setPreferredMaxLayoutWidth(double width);
-    /// Of a text that wraps; what is behind them is elided. 0, as made, for all.
-    int maximumNumberOfLines() const;
-    void setMaximumNumberOfLines(int count);
-    /// How a text that has no room is cut; a tool tip shows it whole. Text to select or edit
-    /// scrolls instead. Default: ElideRight.
+    int maximumNumberOfLines() const; ///< of a text that wraps; default: 0, for all
+    void setMaximumNumberOfLines(int count); ///< 0 if negative
+    /// How text without room is cut; a tool tip shows it whole. Of a text that wraps, the lines
+    /// that fit are shown. Text to select or to edit scrolls instead. Default: ElideRight.
     Qt::TextElideMode elideMode() const;
     void setElideMode(Qt::TextElideMode mode);
 
-    bool isSelectable() const; ///< true if it is editable
+    bool isSelectable() const; ///< always true of a text to edit; default: false
     void setSelectable(bool selectable);
     bool isEditable() const; ///< by the user; default: false
     void setEditable(bool editable);
 
-    /// Whether it has the frame of the style's line edits, with their room around the text.
-    /// Default: false.
-    bool isBezeled() const;
+    bool isBezeled() const; ///< has the frame and the margins of a line edit; default: false
     void setBezeled(bool bezeled);
-    /// Whether `backgroundColor` fills it, inside the bezel if it has one. Default: false.
-    bool drawsBackground() const;
+    bool drawsBackground() const; ///< in `backgroundColor`, inside the bezel; default: false
     void setDrawsBackground(bool draws);
-    QColor backgroundColor() const; ///< invalid, as made, for the palette's
+    QColor backgroundColor() const; ///< default: invalid, for the colour of the palette
     void setBackgroundColor(const QColor &color);
-    /// Shown while there is no text.
-    QString placeholderString() const;
+    QString placeholderString() const; ///< shown while there is no text; default: empty
     void setPlaceholderString(const QString &string);
-    /// Whether a link opens in the desktop's program for it. Default: true.
-    bool opensLinks() const;
+    bool opensLinks() const; ///< in the desktop's program for them; default: true
     void setOpensLinks(bool opens);
 
-    /// From the upper edge to the baseline of the first line, in device-independent pixels. For
-    /// constraints, at the size that it asks for.
+    /// The distance of the first and the last baseline from the edges at the size of sizeHint().
     double firstBaselineOffsetFromTop() const;
-    /// The same from the baseline of the last line to the lower edge.
     double lastBaselineOffsetFromBottom() const;
 
     /// Part of the layout pass, see <pellarvine/Platform/NSView.h>.
@@ -122,18 +108,16 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
     bool hasHeightForWidth() const override;
-    int heightForWidth(int width) const override;
+    int heightForWidth(int width) const override; ///< -1 if it does not wrap
 
 public Q_SLOTS:
-    void selectAll(); ///< of a text to select or edit; leaves the focus where it is
+    void selectAll(); ///< of a text to select or to edit; does not move the focus
 
 Q_SIGNALS:
     void textEdited(const QString &string); ///< by the user
-    /// With Return in a single line, Ctrl+Return in several, and when the focus leaves after an
-    /// edit.
+    /// By Return in a single line, by Ctrl+Return in several, or by leaving after an edit.
     void editingFinished();
-    /// By mouse or key, in a text that is not editable; before the link opens.
-    void linkActivated(const QUrl &link);
+    void linkActivated(const QUrl &link); ///< in a text that is not editable, before it opens
     void stringValueChanged(const QString &string);
     void attributedStringValueChanged(const NS::AttributedString &text);
     void textColorChanged(const QColor &color);
@@ -156,9 +140,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
-    /// What it asks for if a text that wraps had rather be higher than wider than `width`; 0 for a
-    /// width that is good to read. In device-independent pixels.
-    QSize sizeWithin(double width) const;
+    QSize sizeWithin(double maxLayoutWidth) const; ///< sizeHint() with another preferred width
 
 private:
     struct Private;

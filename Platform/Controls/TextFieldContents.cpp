@@ -89,23 +89,34 @@ double TextFieldContents::firstAscent() const
     return lines().firstAscent();
 }
 
+double TextFieldContents::firstHeight() const
+{
+    if (m_firstHeight < 0.0) {
+        lines().layOut(-1);
+        m_firstHeight = lines().firstHeight();
+    }
+    return m_firstHeight;
+}
+
 double TextFieldContents::lastDescent() const
 {
     lines().layOut(-1);
     return lines().lastDescent();
 }
 
-bool TextFieldContents::isElided(int width)
+bool TextFieldContents::isElided(const QSize &room)
 {
-    return &shownLines(width) != m_lines.get();
+    return &shownLines(room) != m_lines.get();
 }
 
 void TextFieldContents::draw(QPainter &painter, const QRect &place)
 {
-    const TextLines &shown = shownLines(place.width());
+    const TextLines &shown = shownLines(place.size());
     const double room = place.height() - shown.size().height();
     double top = place.top();
-    if (room > 0 && !(m_format.alignment & Qt::AlignTop))
+    // A single line that is too high loses as much at either edge; of several, the first is seen.
+    const bool isAligned = room > 0 || shown.isSingle();
+    if (isAligned && !(m_format.alignment & Qt::AlignTop))
         top += (m_format.alignment & Qt::AlignBottom) ? room : std::floor(room / 2);
     painter.translate(place.left(), top);
     shown.draw(painter);
@@ -115,8 +126,9 @@ void TextFieldContents::forgetLayout()
 {
     m_lines.reset();
     m_sizes.clear();
+    m_firstHeight = -1.0;
     m_elided.reset();
-    m_elidedWidth = -1;
+    m_elidedRoom = QSize();
 }
 
 void TextFieldContents::contentsChange(int position, int removed, int added)
@@ -148,22 +160,22 @@ TextLines &TextFieldContents::lines() const
     return *m_lines;
 }
 
-TextLines &TextFieldContents::shownLines(int width)
+TextLines &TextFieldContents::shownLines(const QSize &room)
 {
-    const bool canElide = m_format.elideMode != Qt::ElideNone && width > 0;
-    if (canElide && width != m_elidedWidth) {
-        m_elidedWidth = width;
+    const bool canElide = m_format.elideMode != Qt::ElideNone && !room.isEmpty();
+    if (canElide && room != m_elidedRoom) {
+        m_elidedRoom = room;
         m_elided.reset();
-        lines().layOut(width);
-        const NS::AttributedString fitting = lines().fittingText();
+        lines().layOut(room.width());
+        const NS::AttributedString fitting = lines().fittingText(room.height());
         if (fitting.string() != m_text.string()) {
             m_elided = std::make_unique<TextLines>(fitting, m_format);
-            m_elided->layOut(width);
+            m_elided->layOut(room.width());
         }
     }
     if (canElide && m_elided)
         return *m_elided;
-    lines().layOut(width);
+    lines().layOut(room.width());
     return lines();
 }
 

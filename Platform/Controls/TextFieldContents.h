@@ -53,11 +53,12 @@ public:
     /// The size at a width; at -1, as wide as the text wants.
     QSize size(int width) const;
     double firstAscent() const; ///< of the first line, at the size that the text wants
+    double firstHeight() const; ///< of the first line, at the same size
     double lastDescent() const; ///< of the last line
 
-    /// Whether only a part of the text shows at that width.
-    bool isElided(int width);
-    /// Draws the text, or the part that shows at that width, with the painter's pen.
+    /// Whether only a part of the text shows in that room.
+    bool isElided(const QSize &room);
+    /// Draws the text, or the part that shows in that room, with the painter's pen.
     void draw(QPainter &painter, const QRect &place);
 
 Q_SIGNALS:
@@ -76,15 +77,16 @@ private:
     void contentsChange(int position, int removed, int added);
     void contentsChanged();
     TextLines &lines() const;
-    TextLines &shownLines(int width); // laid out at that width
+    TextLines &shownLines(const QSize &room); // laid out at its width
 
     NS::AttributedString m_text;
     TextFieldFormat m_format;
     std::unique_ptr<QTextDocument> m_document; // null until it is asked for
     mutable std::unique_ptr<TextLines> m_lines; // of the whole text; null until they are needed
     mutable std::vector<KnownSize> m_sizes;
-    std::unique_ptr<TextLines> m_elided; // of the width below; null if nothing is
-    int m_elidedWidth = -1;
+    mutable double m_firstHeight = -1.0; // until it is known
+    std::unique_ptr<TextLines> m_elided; // in the room below; null if nothing is
+    QSize m_elidedRoom;
     bool m_isApplying = false;
     bool m_hasChanged = false; // within one edit
 };

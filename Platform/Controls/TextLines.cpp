@@ -195,10 +195,20 @@ double TextLines::firstAscent() const
     return m_paragraphs.front().layout->lineAt(0).ascent();
 }
 
+double TextLines::firstHeight() const
+{
+    return m_paragraphs.front().layout->lineAt(0).height();
+}
+
 double TextLines::lastDescent() const
 {
     const QTextLayout &layout = *m_paragraphs.back().layout;
     return layout.lineAt(layout.lineCount() - 1).descent();
+}
+
+bool TextLines::isSingle() const
+{
+    return m_paragraphs.size() == 1 && m_paragraphs.front().layout->lineCount() == 1;
 }
 
 void TextLines::draw(QPainter &painter) const
@@ -207,16 +217,33 @@ void TextLines::draw(QPainter &painter) const
         paragraph.layout->draw(&painter, {});
 }
 
-NS::AttributedString TextLines::fittingText() const
+int TextLines::fittingLines(double height) const
+{
+    int count = 0;
+    for (const Paragraph &paragraph : m_paragraphs) {
+        const QTextLayout &layout = *paragraph.layout;
+        for (int i = 0; i < layout.lineCount(); ++i) {
+            const QTextLine line = layout.lineAt(i);
+            const double bottom = layout.position().y() + line.y() + line.ascent() + line.descent();
+            const bool fits = bottom <= height && count != m_format.maximumNumberOfLines;
+            if (count > 0 && !fits)
+                return count;
+            ++count;
+        }
+    }
+    return count;
+}
+
+NS::AttributedString TextLines::fittingText(double height) const
 {
     const auto fits = [this](const NS::AttributedString &line) {
         return lineWidth(line, m_format.font) <= m_room;
     };
     if (!m_format.wraps)
         return m_width <= m_room ? m_text : elidedLines(m_text, m_format.elideMode, fits);
-    int left = m_format.maximumNumberOfLines;
-    if (left == 0)
+    if (m_format.maximumNumberOfLines == 0 && m_height <= height)
         return m_text;
+    int left = fittingLines(height);
     for (const Paragraph &paragraph : m_paragraphs) {
         const QTextLayout &layout = *paragraph.layout;
         if (layout.lineCount() < left) {

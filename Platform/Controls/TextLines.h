@@ -31,11 +31,13 @@ public:
     /// Of the lines that may show.
     QSizeF size() const { return { m_width, heightOfLines() }; }
     double firstAscent() const; ///< of the first line
+    double firstHeight() const; ///< of the first line
     double lastDescent() const; ///< of the last line
+    bool isSingle() const; ///< one line is all
     void draw(QPainter &painter) const; ///< at the origin, with the painter's pen
     /// The part of the text that fits there: each line of a text that does not wrap, else as many
-    /// lines as there may be.
-    NS::AttributedString fittingText() const;
+    /// lines as there may be and as are seen whole in `height`, but one at least.
+    NS::AttributedString fittingText(double height) const;
 
 private:
     struct Paragraph
@@ -49,6 +51,7 @@ private:
     void append(qsizetype start, qsizetype end, const QTextBlockFormat &format, const QFont &font);
     double layOut(Paragraph &paragraph, double top);
     double heightOfLines() const;
+    int fittingLines(double height) const;
 
     NS::AttributedString m_text;
     TextFieldFormat m_format;

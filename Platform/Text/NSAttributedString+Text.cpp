@@ -239,10 +239,17 @@ QString html(const AttributedString &text)
         const QString content =
                 escaped(QStringView(text.string()).sliced(run.location, run.length));
         const QString style = css(run.attributes);
-        if (style.isEmpty())
+        const QUrl link = run.attributes.value(LinkAttributeName).toUrl();
+        QString properties;
+        if (link.isValid())
+            properties += u" href=\""_s + link.toString(QUrl::FullyEncoded).toHtmlEscaped() + u'"';
+        if (!style.isEmpty())
+            properties += u" style=\""_s + style.toHtmlEscaped() + u'"';
+        const QString tag = link.isValid() ? u"a"_s : u"span"_s;
+        if (properties.isEmpty())
             result += content;
         else
-            result += u"<span style=\"%1\">%2</span>"_s.arg(style.toHtmlEscaped(), content);
+            result += u'<' + tag + properties + u'>' + content + u"</"_s + tag + u'>';
     }
     return result;
 }

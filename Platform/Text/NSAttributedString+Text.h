@@ -11,8 +11,8 @@ QT_FORWARD_DECLARE_CLASS(QTextDocument)
 
 /// @file
 /// Converts attributed strings for Qt's text classes and to HTML. Attributes with a value of the
-/// wrong type are ignored; so is kerning that is not finite. All functions but `html` need a
-/// `QGuiApplication`.
+/// wrong type are ignored; so is kerning that is not finite. All functions are reentrant, and all
+/// but `html` need a `QGuiApplication`.
 ///
 ///     QTextLayout layout(text.string(), baseFont);
 ///     layout.setFormats(NS::layoutFormats(text));
@@ -36,9 +36,10 @@ PELLARVINE_EXPORT QList<QTextLayout::FormatRange> layoutFormats(const Attributed
 /// its first character, or the document's own format if that has none. Clears the undo history.
 PELLARVINE_EXPORT void setDocumentText(QTextDocument &document, const AttributedString &text);
 
-/// A fragment of HTML with one `span` and inline styles for each run. The element around it has the
-/// style `white-space: pre-wrap`, which keeps white space. Paragraph styles are left out.
-/// Characters that HTML cannot contain, zero and unpaired surrogates, become U+FFFD.
+/// A fragment of HTML: for each run, a `span`, or an `a` for a link, with inline styles. Put it
+/// into an element with the style `white-space: pre-wrap`, which keeps white space. Paragraph
+/// styles are left out. Characters that HTML cannot contain, zero and unpaired surrogates, become
+/// U+FFFD.
 PELLARVINE_EXPORT QString html(const AttributedString &text);
 
 } // namespace NS

@@ -9,8 +9,8 @@
 namespace NS {
 
 /// A text with attributes, such as fonts, colours and links, on ranges of it. Locations and lengths
-/// count UTF-16 units, as `QString` does. It is a value, implicitly shared. To change it, copy it
-/// to a `NS::MutableAttributedString`.
+/// count UTF-16 units, as `QString` does. It is a value, implicitly shared and reentrant. To change
+/// it, copy it to a `NS::MutableAttributedString`.
 ///
 ///     const NS::AttributedString text = parser.parse(u"a **b** c"_s);
 ///     for (const NS::AttributedString::Run &run : text.runs())

@@ -34,8 +34,8 @@ PELLARVINE_EXPORT extern const QString KernAttributeName;
 /// `QUrl`, or a type that converts to it: the target of a click on the text.
 PELLARVINE_EXPORT extern const QString LinkAttributeName;
 
-/// The attributes of one run of an attributed string: keys with values. Implicitly shared; a copy
-/// costs a reference count.
+/// The attributes of one run of an attributed string: keys with values. Implicitly shared and
+/// reentrant; a copy costs a reference count.
 ///
 ///     NS::Attributes title { { NS::FontAttributeName, font }, { NS::KernAttributeName, 1.5 } };
 ///     title.insert(NS::UnderlineStyleAttributeName, 1);

@@ -9,8 +9,8 @@ class AttributedStringRewriter;
 
 namespace NS {
 
-/// An attributed string that can be changed. It is a value: copies are independent, and a copy to
-/// `NS::AttributedString` is a snapshot.
+/// An attributed string that can be changed. It is a reentrant value: copies are independent, and a
+/// copy to `NS::AttributedString` is a snapshot.
 ///
 ///     NS::MutableAttributedString text(u"From: "_s, { { NS::FontAttributeName, font } });
 ///     text.append(NS::AttributedString(sender)); // not read as markup

@@ -18,7 +18,7 @@ struct ParagraphStyle
     /// AlignLeft aligns to the leading side, which is at the right in right-to-left text. Add
     /// AlignAbsolute for the left side in every direction.
     Qt::Alignment alignment = Qt::AlignLeft;
-    /// Where a line may end.
+    /// Where a line may end. Text fields and documents distinguish only `NoWrap` from the others.
     QTextOption::WrapMode wrapMode = QTextOption::WordWrap;
     /// LayoutDirectionAuto takes it from the text.
     Qt::LayoutDirection baseWritingDirection = Qt::LayoutDirectionAuto;

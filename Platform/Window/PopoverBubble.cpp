@@ -259,7 +259,8 @@ bool PopoverBubble::focusNextPrevChild(bool next)
 void PopoverBubble::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
+    // With a style sheet, no palette change says that the window has other colours.
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
         updatePalette();
     // The window that it points into looks active together with it.
     if (event->type() == QEvent::ActivationChange && isWindow() && parentWidget()) {

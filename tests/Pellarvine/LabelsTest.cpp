@@ -198,9 +198,50 @@ TEST(MarkupLabel, the_same_markup_twice_gives_the_same_and_changes_take_effect_w
     label.setMarkupStringValue(u"**Hi**"_s);
     EXPECT_EQ(label.attributedStringValue(), first);
     label.setTextColor(Qt::green);
+    label.setFont(NS::systemFont(20));
+    label.setAlignment(Qt::AlignRight);
     EXPECT_EQ(label.attributedStringValue(), first);
     label.setMarkupStringValue(u"**Hi**"_s);
     EXPECT_EQ(colorAt(label, 0), QColor(Qt::green));
+    EXPECT_EQ(fontAt(label, 0), Pellarvine::heavier(NS::systemFont(20)));
+}
+
+TEST(MarkupLabel, markup_follows_the_format_of_the_label_and_keeps_what_it_names)
+{
+    const QString markup = u"a**b**`c`{font:Inter-SemiBold|d}{font:Inter-SemiBold,30|e}{#f00|f}"_s;
+    QWidget window;
+    window.setFont(NS::systemFont(20));
+    MarkupLabel label;
+    const auto checkFonts = [&label](double size) {
+        EXPECT_EQ(fontAt(label, 0), NS::systemFont(size));
+        EXPECT_EQ(fontAt(label, 1), Pellarvine::heavier(NS::systemFont(size)));
+        EXPECT_EQ(fontAt(label, 2).pointSizeF(), size);
+        EXPECT_EQ(fontAt(label, 3), NS::fontWithName(u"Inter-SemiBold"_s, size));
+        EXPECT_EQ(fontAt(label, 4), NS::fontWithName(u"Inter-SemiBold"_s, 30));
+    };
+    label.setMarkupStringValue(markup);
+    label.setMarkup(markup); // the same, which follows from now on
+    label.setParent(&window);
+    checkFonts(20);
+    label.setMarkup(u"%1"_s + markup.sliced(1), { u"a"_s });
+    window.setFont(NS::systemFont(31));
+    checkFonts(31);
+    label.setTextColor(Qt::green);
+    label.setAlignment(Qt::AlignRight);
+    EXPECT_EQ(colorAt(label, 0), QColor(Qt::green));
+    EXPECT_EQ(colorAt(label, 5), QColor(Qt::red));
+    EXPECT_EQ(label.attributedStringValue()
+                      .attribute(NS::ParagraphStyleAttributeName, 0)
+                      .value<NS::ParagraphStyle>()
+                      .alignment,
+              Qt::AlignRight);
+    EXPECT_EQ(label.markup(), u"%1"_s + markup.sliced(1));
+    // A text of the program's own stays as it is.
+    const NS::AttributedString own(u"own"_s, { { NS::FontAttributeName, NS::systemFont(9) } });
+    label.setAttributedStringValue(own);
+    label.setFont(NS::systemFont(12));
+    EXPECT_EQ(label.attributedStringValue(), own);
+    label.setParent(nullptr);
 }
 
 TEST(MarkupLabel, every_write_asks_for_layout_even_of_nothing)
@@ -546,6 +587,16 @@ TEST(PopoverMessage, markup_has_the_ink_of_the_bubble_and_not_of_the_view)
     EXPECT_EQ(colorAt(0), QColor(240, 240, 240));
     EXPECT_EQ(colorAt(9), QColor(0xc0, 0x39, 0x2b));
     form.window.setPalette(QPalette());
+    EXPECT_EQ(colorAt(0), QColor(Qt::black));
+
+    // Style sheets keep palettes from reaching the text.
+    const QString sheet = u"QWidget { color: white } #dark { background: navy }"_s;
+    form.window.setObjectName(u"dark"_s);
+    qApp->setStyleSheet(sheet);
+    settle();
+    EXPECT_EQ(colorAt(0), QColor(Qt::white));
+    qApp->setStyleSheet({});
+    settle();
     EXPECT_EQ(colorAt(0), QColor(Qt::black));
 }
 

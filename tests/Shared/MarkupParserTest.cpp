@@ -121,6 +121,60 @@ QString hostParsed(const QString &regex, int group, const QString &markup)
     return result;
 }
 
+// Constructs in each other, and pieces of them; some pieces many times.
+QString randomMarkup(std::mt19937 &random, int depth)
+{
+    static const QString pieces[] = {
+        u"**"_s,     u"//"_s,   u"__"_s, u"~~"_s,  u"`"_s,   u"{#"_s, u"{bg#"_s, u"{k"_s,
+        u"{font:"_s, u"|"_s,    u"}"_s,  u"*"_s,   u"/"_s,   u"["_s,  u"]("_s,   u")"_s,
+        u"@"_s,      u"f00|"_s, u"a"_s,  u"bc "_s, u"%1 "_s, u"é"_s,  u"ש"_s,    u"0"_s,
+    };
+    static const QString rare[] = {
+        u"\n"_s,       u"\r\n"_s,   u"\v"_s,
+        u"\u2029"_s,   u"🎈"_s,      u"👩🏽‍👧"_s,
+        u"🇩🇪"_s,       u"\u0301"_s, u"\u1112\u1161"_s,
+        u"क्ष"_s,       u"\u200D"_s, u"\uFEFF"_s,
+        QChar(0xDC00), QChar(0),
+    };
+    static const QString openings[] = {
+        u"**"_s,
+        u"//"_s,
+        u"__"_s,
+        u"~~"_s,
+        u"`"_s,
+        u"{#f00|"_s,
+        u"{#1abc9c80|"_s,
+        u"{bg#0f08|"_s,
+        u"{bg#none|"_s,
+        u"{k-1.5|"_s,
+        u"{keep|"_s,
+        u"{font:Inter-SemiBold,9|"_s,
+        u"{font:Inter|"_s,
+        u"{font:None,20|"_s,
+        u"["_s,
+        u" @"_s,
+    };
+    const auto any = [&random](const auto &list) {
+        return list[random() % std::size(list)];
+    };
+    QString markup;
+    for (int count = int(random() % 10); count > 0; --count) {
+        const auto kind = random() % 200;
+        if (kind < 60 && depth > 0) {
+            const QString opening = any(openings);
+            const QString closing = opening.startsWith(u'{')   ? u"}"_s
+                                    : opening.startsWith(u'[') ? u"](notes:1)"_s
+                                                               : opening;
+            markup += opening + randomMarkup(random, depth - 1) + closing;
+        } else if (kind == 199) {
+            markup += any(pieces).repeated(qsizetype(random() % 200));
+        } else {
+            markup += kind < 180 ? any(pieces) : any(rare);
+        }
+    }
+    return markup;
+}
+
 } // namespace
 
 TEST(MarkupParser, sets_the_text_of_each_construct)
@@ -326,12 +380,6 @@ TEST(MarkupParser, uses_changed_settings_from_the_next_parse_on)
     EXPECT_EQ(changed.stripped(u"**x**"_s), u"**x**"_s);
 }
 
-TEST(MarkupParser, strips_markup_for_search)
-{
-    EXPECT_EQ(parser().stripped(u"**Saved** {#0a0|12} files in `~/notes`"_s),
-              u"Saved 12 files in ~/notes"_s);
-}
-
 TEST(MarkupParser, inserts_arguments_as_they_are_in_the_style_of_their_place)
 {
     const QStringList three { u"**a**"_s, u"{#f00|b}"_s, u"%1"_s };
@@ -353,37 +401,42 @@ TEST(MarkupParser, inserts_arguments_as_they_are_in_the_style_of_their_place)
     EXPECT_EQ(parser().styled(u"%10%99%1"_s, many).string(), u"ten-"_s);
 }
 
-TEST(MarkupParser, joins_with_text_that_is_not_markup)
-{
-    NS::MutableAttributedString text = parser().parse(u"From **"_s);
-    text.append(NS::AttributedString(u"**not bold**"_s));
-    text.append(parser().parse(u" **bold**"_s));
-    EXPECT_EQ(text.string(), u"From ****not bold** bold"_s);
-    EXPECT_EQ(named(text.attribute(NS::FontAttributeName, text.length() - 1)), u"B"_s);
-}
-
 TEST(MarkupParser, agrees_with_the_grammar_taken_literally)
 {
-    const QString pieces[] = {
-        u"**"_s,     u"//"_s,     u"__"_s,     u"~~"_s,       u"`"_s,        u"{#"_s, u"{bg#"_s,
-        u"{k"_s,     u"{font:"_s, u"f00|"_s,   u"1.5|"_s,     u"Inter,9|"_s, u"|"_s,  u"}"_s,
-        u"}"_s,      u"a"_s,      u"bc "_s,    u"*"_s,        u"/"_s,        u"\n"_s, u"\r\n"_s,
-        u"\u2029"_s, u"🎈"_s,      u"\u0301"_s, QChar(0xDC00), QChar(0),
-    };
+    const auto link = std::make_shared<HostRule>(u"(\\[)(.+?)(\\]\\()(.+?)(\\))"_s, 1);
+    const auto mention = std::make_shared<HostRule>(u"@(\\w+)"_s, 0); // ICU matches it
+    MarkupParser subjects[] = { parser(), parser(), parser() };
+    subjects[1].setParsers(QList(subjects[1].parsers()) << link << mention);
+    subjects[2].setParsers(QList<std::shared_ptr<const Parser>> { link } + subjects[2].parsers());
+
     std::mt19937 random(1);
-    const MarkupParser subject = parser();
-    qsizetype runs = 0;
+    QMap<QString, int> seen; // attributes, and initials of fonts
     const int rounds = qEnvironmentVariableIntValue("PELLARVINE_MARKUP_TEXTS"); // at night
     for (int round = 0; round < std::max(rounds, 5000); ++round) {
-        QString markup;
-        const int count = int(random() % 40);
-        for (int i = 0; i < count; ++i)
-            markup += pieces[random() % std::size(pieces)];
+        const MarkupParser &subject = subjects[round % std::size(subjects)];
+        const QString markup = randomMarkup(random, 4);
         const auto text = subject.parse(markup);
         ASSERT_EQ(text, LiteralMarkup::parse(subject, markup)) << markup.toStdString();
-        runs += text.runs().size();
+        for (const auto &run : text.runs()) {
+            for (const auto &[key, value] : run.attributes)
+                ++seen[key == NS::FontAttributeName ? value.value<QFont>().family().first(2) : key];
+        }
     }
-    EXPECT_GT(runs, 8000);
+    const QStringList all { u"Ba"_s,
+                            u"Bo"_s,
+                            u"In"_s,
+                            u"It"_s,
+                            u"Mo"_s,
+                            NS::BackgroundColorAttributeName,
+                            NS::ForegroundColorAttributeName,
+                            NS::KernAttributeName,
+                            NS::ParagraphStyleAttributeName,
+                            NS::StrikethroughStyleAttributeName,
+                            NS::UnderlineStyleAttributeName,
+                            u"captures"_s };
+    EXPECT_EQ(seen.keys(), all);
+    for (const auto &[key, count] : seen.asKeyValueRange())
+        EXPECT_GT(count, 500) << key.toStdString();
 }
 
 TEST(MarkupParser, takes_any_text)

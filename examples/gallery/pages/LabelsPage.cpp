@@ -34,9 +34,8 @@ private:
     QWidget *makeNotes();
     QWidget *makeReport();
     QWidget *makeControls();
-    void styleNotes();
 
-    QList<QPair<MarkupLabel *, QString>> m_notes; // the labels and their markup
+    QList<MarkupLabel *> m_notes;
     QSplitter *m_splitter = new QSplitter;
     NS::TextField *m_details = nullptr;
 };
@@ -78,11 +77,11 @@ QWidget *LabelsPage::makeNotes()
     for (const QString &markup : paragraphs) {
         auto *const label = new MarkupLabel;
         label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        label->setMarkup(markup);
         layout->addWidget(label);
-        m_notes.append({ label, markup });
+        m_notes.append(label);
     }
     layout->addStretch();
-    styleNotes();
     auto *const scroller = new QScrollArea;
     scroller->setFrameShape(QFrame::NoFrame);
     scroller->setWidgetResizable(true);
@@ -190,26 +189,18 @@ QWidget *LabelsPage::makeControls()
     static_cast<QVBoxLayout *>(card->layout())->addLayout(row);
 
     connect(alignment, &QComboBox::currentIndexChanged, this, [this, alignment] {
-        for (const auto &[label, markup] : std::as_const(m_notes))
+        for (MarkupLabel *const label : std::as_const(m_notes))
             label->setAlignment(Qt::Alignment(alignment->currentData().toInt()) | Qt::AlignTop);
-        styleNotes();
     });
     connect(lines, &QSpinBox::valueChanged, this, [this](int count) {
-        for (const auto &[label, markup] : std::as_const(m_notes))
+        for (MarkupLabel *const label : std::as_const(m_notes))
             label->setMaximumNumberOfLines(count);
     });
     connect(selectable, &QCheckBox::toggled, this, [this](bool isSelectable) {
-        for (const auto &[label, markup] : std::as_const(m_notes))
+        for (MarkupLabel *const label : std::as_const(m_notes))
             label->setSelectable(isSelectable);
     });
     return card;
-}
-
-// A new alignment of a markup label applies to the markup that is set next.
-void LabelsPage::styleNotes()
-{
-    for (const auto &[label, markup] : std::as_const(m_notes))
-        label->setMarkupStringValue(markup);
 }
 
 void LabelsPage::showExample()

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -17,6 +18,8 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextBrowser>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
@@ -182,6 +185,14 @@ TEST(TextField, shows_what_fits_and_an_ellipsis)
     const int inkEnd = inked(single.picture()).right();
     EXPECT_LE(inkEnd, natural / 2);
     EXPECT_GT(inkEnd, natural / 2 - 20);
+    // The tool tip has the whole text, whatever is markup to Qt.
+    single.setStringValue(u"Notes & plans that take more than this line"_s);
+    QHelpEvent help(QEvent::ToolTip, {}, single.mapToGlobal(QPoint()));
+    QApplication::sendEvent(&single, &help);
+    EXPECT_TRUE(Qt::mightBeRichText(QToolTip::text()));
+    EXPECT_EQ(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText(),
+              single.stringValue());
+    single.setStringValue(u"One line that is too long"_s);
     single.setElideMode(Qt::ElideNone);
     EXPECT_EQ(single.minimumSizeHint().width(), natural);
 
@@ -193,6 +204,39 @@ TEST(TextField, shows_what_fits_and_an_ellipsis)
     EXPECT_LE(ink.height(), 2 * line);
     lines.setMaximumNumberOfLines(0);
     EXPECT_GT(inked(lines.picture()).height(), 2 * line);
+}
+
+TEST(TextField, never_shows_a_part_of_a_line_unless_there_is_no_room_for_one)
+{
+    const int line = Field(u"Mg"_s).sizeHint().height();
+    Field lines(longText);
+    for (const int count : { 3, 2, 1 }) {
+        for (const int more : { 0, line / 2, line - 1 }) {
+            lines.resize(150, count * line + more);
+            const QRect ink = inked(lines.picture());
+            EXPECT_LE(ink.height(), count * line);
+            EXPECT_GT(ink.height(), (count - 1) * line) << count << ' ' << more;
+        }
+    }
+    // A line without room for itself loses as much above as below, as in a QLabel.
+    for (const bool isSelectable : { false, true }) {
+        Field low(u"MMMM"_s);
+        low.setSelectable(isSelectable);
+        low.resize(low.sizeHint());
+        const QImage whole = low.picture();
+        low.resize(low.width(), line - 6);
+        const double ratio = whole.devicePixelRatio();
+        EXPECT_EQ(low.picture(),
+                  whole.copy(0, int(3 * ratio), whole.width(), int((line - 6) * ratio)));
+        EXPECT_EQ(low.minimumSizeHint().height(), line);
+    }
+    // Its own font decides what a line takes.
+    QFont large = QApplication::font();
+    large.setPointSizeF(3 * large.pointSizeF());
+    Field title;
+    title.setAttributedStringValue(
+            AttributedString(longText, { { NS::FontAttributeName, large } }));
+    EXPECT_EQ(title.minimumSizeHint().height(), title.heightForWidth(10000));
 }
 
 // Looks

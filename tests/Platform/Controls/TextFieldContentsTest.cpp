@@ -58,18 +58,20 @@ TEST(TextFieldContents, is_elided_where_a_line_or_the_lines_have_no_room)
     contents.setText(AttributedString(u"A label that is as long as a short sentence"_s));
     const QSize natural = contents.size(-1);
     const int half = natural.width() / 2;
-    EXPECT_FALSE(contents.isElided(half)) << "it wraps";
-    EXPECT_GE(contents.size(half).height(), 2 * natural.height() - 1);
+    const QSize room(half, contents.size(half).height());
+    EXPECT_GE(room.height(), 2 * natural.height() - 1);
+    EXPECT_FALSE(contents.isElided(room)) << "it wraps";
+    EXPECT_TRUE(contents.isElided(room - QSize(0, natural.height() / 2)));
     TextFieldFormat format = contents.format();
     format.maximumNumberOfLines = 1;
     contents.setFormat(format);
-    EXPECT_TRUE(contents.isElided(half));
+    EXPECT_TRUE(contents.isElided(room));
     EXPECT_EQ(contents.size(half).height(), natural.height());
     format.wraps = false;
     contents.setFormat(format);
-    EXPECT_TRUE(contents.isElided(half));
-    EXPECT_FALSE(contents.isElided(natural.width()));
+    EXPECT_TRUE(contents.isElided(room));
+    EXPECT_FALSE(contents.isElided(natural));
     format.elideMode = Qt::ElideNone;
     contents.setFormat(format);
-    EXPECT_FALSE(contents.isElided(half));
+    EXPECT_FALSE(contents.isElided(room));
 }

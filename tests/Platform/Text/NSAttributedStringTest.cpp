@@ -9,6 +9,7 @@
 #include <QFont>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QUrl>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -314,6 +315,11 @@ TEST(AttributedStringText, html_carries_styles_and_escapes_what_is_not_markup)
         EXPECT_TRUE(styled.startsWith(u"<span style=\"font-family:"_s + css + u';'))
                 << styled.toStdString();
     }
+    const NS::Attributes link { { LinkAttributeName, QUrl(u"https://a.org/b c?d&\"e\""_s) },
+                                { UnderlineStyleAttributeName, 1 } };
+    EXPECT_EQ(html(AttributedString(u"x"_s, link)),
+              u"<a href=\"https://a.org/b%20c?d&amp;%22e%22\" style=\"text-decoration:underline\">x"
+              "</a>"_s);
     const QString broken = QString(QChar(0)) + QChar(0xD83D) + u"🎈"_s + QChar(0xDC00);
     EXPECT_EQ(html(AttributedString(broken)), u"\uFFFD\uFFFD🎈\uFFFD"_s);
     QTextDocument document;
