@@ -64,8 +64,8 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
     acquire(constraint->secondItem(), ancestor);
     Active active;
     active.constraint = constraint;
-    active.first = constraint->firstItem();
-    active.second = constraint->secondItem();
+    active.first = constraint->firstItem().object();
+    active.second = constraint->secondItem().object();
     active.ancestor = ancestor;
     active.isOfBaseline =
             isBaseline(constraint->firstAttribute()) || isBaseline(constraint->secondAttribute());
@@ -203,12 +203,12 @@ void LayoutEngine::request()
 void LayoutEngine::reorder()
 {
     std::vector<LayoutItem *> order;
-    QSet<const QWidget *> seen;
+    QSet<const QObject *> seen;
     for (const Active *const active : inOrder()) {
-        for (QWidget *const widget : { active->first, active->second }) {
-            LayoutItem *const item = m_system.find(widget);
-            if (item && !seen.contains(widget)) {
-                seen.insert(widget);
+        for (const QObject *const object : { active->first, active->second }) {
+            LayoutItem *const item = m_system.find(object);
+            if (item && !seen.contains(object)) {
+                seen.insert(object);
                 order.push_back(item);
             }
         }
@@ -274,13 +274,13 @@ void LayoutEngine::removeAll(const std::vector<std::shared_ptr<LayoutConstraint>
 
 void LayoutEngine::refresh(LayoutItem &item)
 {
-    QWidget *const widget = item.widget;
     if (isGiven(item)) {
-        m_system.setFrame(item, QRectF(widget->mapTo(m_host, QPoint()), QSizeF(widget->size())));
+        const QRect frame = item.widget ? item.widget->rect() : item.guide->frame();
+        m_system.setFrame(item, frame.translated(item.view()->mapTo(m_host, QPoint())));
         return;
     }
     // Without constraints of its own any more, its layout does not know what it contains.
-    m_system.setWishes(item, !LayoutHosts::all().isTakenOver(widget));
+    m_system.setWishes(item, !LayoutHosts::all().isTakenOver(item.widget));
 }
 
 void LayoutEngine::rebuild()
@@ -304,22 +304,26 @@ void LayoutEngine::apply()
     refresh();
     m_system.solve(m_host->size());
 
-    // Placing a widget runs its code, which may change the items.
-    std::vector<std::pair<QWidget *, QRect>> places;
+    // Placing a widget or a guide runs code of others, which may change the items.
+    std::vector<std::pair<QObject *, QRect>> places;
     places.reserve(m_system.items().size());
     for (const LayoutItem *const item : m_system.items()) {
         if (!item->isGiven)
-            places.emplace_back(item->widget, m_system.place(*item));
+            places.emplace_back(item->object, m_system.place(*item));
     }
     const QPointer<LayoutEngine> self(this);
     const unsigned changes = m_system.changes();
-    for (const auto &[widget, place] : places) {
-        if (m_system.changes() != changes && !m_system.find(widget))
+    for (const auto &[object, place] : places) {
+        if (m_system.changes() != changes && !m_system.find(object))
             continue;
-        m_placing = widget;
-        const QWidget *const parent = widget->parentWidget();
+        m_placing = object;
+        const auto *const parent = static_cast<const QWidget *>(object->parent());
         const QPoint origin = parent == m_host ? QPoint() : parent->mapTo(m_host, QPoint());
-        widget->setGeometry(place.translated(-origin));
+        const QRect frame = place.translated(-origin);
+        if (object->isWidgetType())
+            static_cast<QWidget *>(object)->setGeometry(frame);
+        else
+            static_cast<NS::LayoutGuide *>(object)->setFrame(frame);
         if (!self)
             return;
     }

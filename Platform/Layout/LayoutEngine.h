@@ -14,7 +14,7 @@ QT_FORWARD_DECLARE_CLASS(QLayout)
 namespace Pellarvine::detail {
 
 /// Keeps the active constraints between one widget, the host, and what is below it, and places the
-/// constrained widgets accordingly. It runs as the host's QLayout where the host has no other one,
+/// constrained widgets and guides accordingly. It runs as the host's QLayout where the host has no other one,
 /// else beside that, without reporting sizes.
 ///
 /// A widget is placed by one engine. Where constraints reach into what another engine below places,
@@ -67,8 +67,8 @@ private:
     struct Active
     {
         std::shared_ptr<NS::LayoutConstraint> constraint;
-        QWidget *first = nullptr; ///< may be on its way out
-        QWidget *second = nullptr;
+        QObject *first = nullptr; ///< may be on its way out
+        QObject *second = nullptr;
         QWidget *ancestor = nullptr;
         std::optional<Solver::Constraint> handle; ///< none while it is out of the solver
         int number = 0;
@@ -86,10 +86,10 @@ private:
     void warnAbout(const NS::LayoutConstraint &constraint,
                    const std::vector<Solver::Constraint> &conflict) const;
 
-    void acquire(QWidget *widget, const QWidget *ancestor);
-    void release(QWidget *widget, const QWidget *ancestor);
-    void watch(QWidget *widget);
-    void drop(const QSet<QWidget *> &widgets, bool areAlive);
+    void acquire(NS::ConstraintItem item, const QWidget *ancestor);
+    void release(QObject *object, const QWidget *ancestor);
+    void watch(QWidget *view);
+    void drop(const QSet<QObject *> &objects, bool areAlive);
     void dropStrayed();
     bool isGiven(const LayoutItem &item) const;
     bool placesBelow(const QWidget *widget) const;
@@ -111,7 +111,7 @@ private:
     int m_nextNumber = 0;
     bool m_isOrderStale = false; // constraints have gone, by which items came
     bool m_isStale = false; // what the widgets ask for may have changed
-    QWidget *m_placing = nullptr; // the widget that apply() is placing
+    QObject *m_placing = nullptr; // the widget or guide that apply() is placing
     std::optional<QSize> m_minimumSize;
     std::optional<QSize> m_sizeHint;
     std::optional<QSize> m_maximumSize;

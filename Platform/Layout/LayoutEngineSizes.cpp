@@ -86,8 +86,10 @@ int LayoutEngine::fittingHeight(int width, double level)
 Qt::Orientations LayoutEngine::expandingDirections() const
 {
     Qt::Orientations directions;
-    for (const LayoutItem *const item : m_system.items())
-        directions |= item->widget->sizePolicy().expandingDirections();
+    for (const LayoutItem *const item : m_system.items()) {
+        if (item->widget)
+            directions |= item->widget->sizePolicy().expandingDirections();
+    }
     return directions;
 }
 

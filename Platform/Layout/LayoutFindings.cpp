@@ -14,6 +14,7 @@
 #include <set>
 
 using namespace Qt::StringLiterals;
+using NS::ConstraintItem;
 using NS::LayoutAttribute;
 using NS::LayoutConstraint;
 using NS::LayoutRelation;
@@ -25,27 +26,30 @@ namespace {
 // An edge that is rounded to a whole unit is half a unit off at most, a size twice that.
 constexpr double roundingOfSize = 1.0;
 
-QRectF alignedRect(const QWidget *widget, const QWidget *in)
+QRectF alignedRect(ConstraintItem item, const QWidget *in)
 {
-    const QRectF frame(widget == in ? QPointF() : QPointF(widget->mapTo(in, QPoint())),
-                       QSizeF(widget->size()));
-    return frame.marginsRemoved(NS::alignmentRectInsets(widget));
+    const QPoint origin = item.view() == in ? QPoint() : item.view()->mapTo(in, QPoint());
+    if (const NS::LayoutGuide *const guide = item.guide())
+        return guide->frame().translated(origin);
+    const QWidget *const widget = item.widget();
+    return QRectF(QRect(origin, widget->size())).marginsRemoved(NS::alignmentRectInsets(widget));
 }
 
-bool isShownBelow(const QWidget *widget, const QWidget *view)
+bool isShownBelow(ConstraintItem item, const QWidget *view)
 {
-    return widget == view || (view->isAncestorOf(widget) && widget->isVisibleTo(view));
+    return item.view() == view
+           || (view->isAncestorOf(item.view()) && item.view()->isVisibleTo(view));
 }
 
 // The view whose direction says where leading is.
 const QWidget *ancestorOf(const LayoutConstraint &constraint)
 {
-    const QWidget *const first = constraint.firstItem();
-    const QWidget *const second = constraint.secondItem();
+    const ConstraintItem first = constraint.firstItem();
+    const QWidget *ancestor = first.view();
+    const QWidget *const second = constraint.secondItem().view();
     if (!second)
-        return first->isWindow() ? first : first->parentWidget();
-    const QWidget *ancestor = first;
-    while (ancestor != second && !ancestor->isAncestorOf(second))
+        return first.guide() || ancestor->isWindow() ? ancestor : ancestor->parentWidget();
+    while (!ancestor->isAncestorOf(second))
         ancestor = ancestor->parentWidget();
     return ancestor;
 }
@@ -61,7 +65,7 @@ std::vector<std::shared_ptr<LayoutConstraint>> constraintsShownBelow(const QWidg
         if (!engine)
             continue;
         for (const auto &constraint : engine->constraints()) {
-            const QWidget *const second = constraint->secondItem();
+            const ConstraintItem second = constraint->secondItem();
             if (isShownBelow(constraint->firstItem(), view)
                 && (!second || isShownBelow(second, view)))
                 shown.push_back(constraint);
@@ -70,7 +74,7 @@ std::vector<std::shared_ptr<LayoutConstraint>> constraintsShownBelow(const QWidg
     return shown;
 }
 
-// The widgets of a constraint as they stand, in place of what a solver makes of them.
+// The items of a constraint as they stand, in place of what a solver makes of them.
 class Measurement
 {
 public:
@@ -102,17 +106,17 @@ private:
     }
     AnchorAxis xAxis(const QRectF &rect) { return { variable(rect.x()), variable(rect.width()) }; }
     AnchorAxis yAxis(const QRectF &rect) { return { variable(rect.y()), variable(rect.height()) }; }
-    Anchor anchor(const QWidget *widget, LayoutAttribute attribute)
+    Anchor anchor(ConstraintItem item, LayoutAttribute attribute)
     {
         Anchor made;
         if (attribute == LayoutAttribute::notAnAttribute)
             return made;
-        const QRectF rect = alignedRect(widget, m_ancestor);
+        const QRectF rect = alignedRect(item, m_ancestor);
         made.attribute = attribute;
         made.x = xAxis(rect);
         made.y = yAxis(rect);
         if (isBaseline(attribute))
-            made.baseline = baselineOf(widget, attribute);
+            made.baseline = baselineOf(item.widget(), attribute);
         return made;
     }
 
@@ -127,9 +131,9 @@ double baselineY(const QWidget *widget, LayoutAttribute attribute, const QRectF 
     return rect.y() + baseline.fraction * rect.height() + baseline.offset;
 }
 
-// From the line of the widget that the attribute names to where that is wanted. A size is measured
+// From the line of the item that the attribute names to where that is wanted. A size is measured
 // at the right and at the lower edge.
-QLineF lineOf(const QWidget *widget, LayoutAttribute attribute, const QRectF &rect, double excess,
+QLineF lineOf(ConstraintItem item, LayoutAttribute attribute, const QRectF &rect, double excess,
               bool isMirrored)
 {
     const auto horizontal = [&](double x, double length) {
@@ -161,7 +165,7 @@ QLineF lineOf(const QWidget *widget, LayoutAttribute attribute, const QRectF &re
         return vertical(rect.center().y());
     case LayoutAttribute::firstBaseline:
     case LayoutAttribute::lastBaseline:
-        return vertical(baselineY(widget, attribute, rect));
+        return vertical(baselineY(item.widget(), attribute, rect));
     }
     return {};
 }
@@ -182,7 +186,7 @@ void findUnmet(const LayoutConstraint &constraint, const QWidget *view, LayoutFi
             excess < -tolerance && constraint.relation() != LayoutRelation::lessThanOrEqual;
     if (!isTooLarge && !isTooSmall)
         return;
-    const QWidget *const first = constraint.firstItem();
+    const ConstraintItem first = constraint.firstItem();
     findings.unmet.push_back(
             { lineOf(first, constraint.firstAttribute(), alignedRect(first, view), excess,
                      measured.isMirrored()),
@@ -191,7 +195,7 @@ void findUnmet(const LayoutConstraint &constraint, const QWidget *view, LayoutFi
 }
 
 // Of its own size. That a widget is larger than it asks for is common; that it may not be is not.
-void findUnmet(const QWidget *widget, Qt::Orientation orientation, const QRectF &rect,
+void findUnmet(QWidget *widget, Qt::Orientation orientation, const QRectF &rect,
                LayoutFindings &findings)
 {
     const bool isHorizontal = orientation == Qt::Horizontal;
@@ -226,23 +230,28 @@ void findUnmet(const QWidget *widget, Qt::Orientation orientation, const QRectF 
 LayoutFindings layoutFindings(const QWidget *view)
 {
     LayoutFindings findings;
-    std::set<std::pair<const QWidget *, LayoutAttribute>> seen;
+    std::set<std::pair<const QObject *, LayoutAttribute>> seen;
     for (const auto &constraint : constraintsShownBelow(view)) {
         findUnmet(*constraint, view, findings);
-        const std::pair<const QWidget *, LayoutAttribute> items[] = {
+        const std::pair<ConstraintItem, LayoutAttribute> items[] = {
             { constraint->firstItem(), constraint->firstAttribute() },
             { constraint->secondItem(), constraint->secondAttribute() },
         };
-        for (const auto &[widget, attribute] : items) {
-            if (!widget)
+        for (const auto &[item, attribute] : items) {
+            if (!item)
                 continue;
-            const QRectF rect = alignedRect(widget, view);
+            const QRectF rect = alignedRect(item, view);
+            QWidget *const widget = item.widget();
             if (isBaseline(attribute) && seen.emplace(widget, attribute).second) {
                 const double y = baselineY(widget, attribute, rect);
                 findings.baselines.emplace_back(rect.left(), y, rect.right(), y);
             }
-            if (!seen.emplace(widget, LayoutAttribute::notAnAttribute).second)
+            if (!seen.emplace(item.object(), LayoutAttribute::notAnAttribute).second)
                 continue;
+            if (!widget) {
+                findings.guides.push_back(rect);
+                continue;
+            }
             findings.frames.push_back(rect);
             // The size of a host follows from what is in it.
             if (LayoutHosts::all().ownEngine(widget))

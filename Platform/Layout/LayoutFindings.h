@@ -24,6 +24,7 @@ struct UnmetWish
 struct LayoutFindings
 {
     std::vector<QRectF> frames; ///< of the aligned parts of the widgets with constraints
+    std::vector<QRectF> guides; ///< of the layout guides with constraints
     std::vector<QLineF> baselines; ///< of those whose constraints are about them
     std::vector<UnmetWish> unmet; ///< of constraints, and of widgets about their own sizes
 };

@@ -125,6 +125,9 @@ void LayoutOverlay::paintEvent(QPaintEvent *)
     painter.setPen(frameColor);
     for (const QRectF &frame : findings.frames)
         painter.drawRect(frame.adjusted(0.5, 0.5, -0.5, -0.5));
+    painter.setPen(QPen(frameColor, 1.0, Qt::DashLine));
+    for (const QRectF &guide : findings.guides)
+        painter.drawRect(guide.adjusted(0.5, 0.5, -0.5, -0.5));
     painter.setPen(baselineColor);
     for (const QLineF &baseline : findings.baselines)
         painter.drawLine(baseline);

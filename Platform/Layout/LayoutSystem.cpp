@@ -37,10 +37,10 @@ int roundedDown(double length)
     return std::min(int(std::floor(length + tolerance)), QLAYOUTSIZE_MAX);
 }
 
-int depthOf(const QWidget *widget)
+int depthOf(const LayoutItem &item)
 {
-    int depth = 0;
-    for (; widget && !widget->isWindow(); widget = widget->parentWidget())
+    int depth = item.guide ? 1 : 0;
+    for (const QWidget *view = item.view(); view && !view->isWindow(); view = view->parentWidget())
         ++depth;
     return depth;
 }
@@ -102,8 +102,10 @@ private:
 
 } // namespace
 
-LayoutItem::LayoutItem(QWidget *ofWidget, int number, ConstraintSolver &solver)
-    : widget(ofWidget)
+LayoutItem::LayoutItem(NS::ConstraintItem item, int number, ConstraintSolver &solver)
+    : object(item.object())
+    , widget(item.widget())
+    , guide(item.guide())
     , x(solver, weightOf(number))
     , y(solver, weightOf(number))
 { }
@@ -128,22 +130,22 @@ void LayoutSystem::HostAxis::want(Solver &solver, double level, double length)
 
 // Items
 
-LayoutItem *LayoutSystem::find(const QWidget *widget) const
+LayoutItem *LayoutSystem::find(const QObject *object) const
 {
-    const auto place = m_items.find(widget);
+    const auto place = m_items.find(object);
     return place == m_items.end() ? nullptr : place->second.get();
 }
 
-LayoutItem &LayoutSystem::add(QWidget *widget)
+LayoutItem &LayoutSystem::add(NS::ConstraintItem item)
 {
-    auto &item = m_items[widget];
-    item = std::make_unique<LayoutItem>(widget, int(m_order.size()), m_solver);
+    auto &added = m_items[item.object()];
+    added = std::make_unique<LayoutItem>(item, int(m_order.size()), m_solver);
     const auto place = std::upper_bound(
-            m_order.begin(), m_order.end(), depthOf(widget),
-            [](int depth, const LayoutItem *other) { return depth < depthOf(other->widget); });
-    m_order.insert(place, item.get());
+            m_order.begin(), m_order.end(), depthOf(*added),
+            [](int depth, const LayoutItem *other) { return depth < depthOf(*other); });
+    m_order.insert(place, added.get());
     ++m_changes;
-    return *item;
+    return *added;
 }
 
 void LayoutSystem::setOrder(const std::vector<LayoutItem *> &items)
@@ -166,7 +168,7 @@ void LayoutSystem::remove(LayoutItem &item)
     item.x.removeFrom(m_solver);
     item.y.removeFrom(m_solver);
     std::erase(m_order, &item);
-    m_items.erase(item.widget);
+    m_items.erase(item.object);
     ++m_changes;
 }
 
@@ -174,7 +176,8 @@ void LayoutSystem::setFrame(LayoutItem &item, const QRectF &frame)
 {
     item.isGiven = true;
     item.hasHeightForWidth = false;
-    item.insets = NS::alignmentRectInsets(item.widget);
+    if (item.widget)
+        item.insets = NS::alignmentRectInsets(item.widget);
     const QRectF rect = frame.marginsRemoved(item.insets);
     const auto give = [&](LayoutAxis &axis, double origin, double extent) {
         axis.setPlace(m_solver, origin);
@@ -189,13 +192,18 @@ void LayoutSystem::setFrame(LayoutItem &item, const QRectF &frame)
 
 void LayoutSystem::setWishes(LayoutItem &item, bool hasHints)
 {
-    const QWidget *const widget = item.widget;
     item.isGiven = false;
+    item.x.setPlace(m_solver, {});
+    item.y.setPlace(m_solver, {});
+    const QWidget *const widget = item.widget;
+    if (!widget) {
+        item.x.setWish(m_solver, lengthWish({}));
+        item.y.setWish(m_solver, lengthWish({}));
+        return;
+    }
     item.insets = NS::alignmentRectInsets(widget);
     item.hasHeightForWidth = widget->sizePolicy().hasHeightForWidth()
                              || (widget->layout() && widget->layout()->hasHeightForWidth());
-    item.x.setPlace(m_solver, {});
-    item.y.setPlace(m_solver, {});
     auto [width, height] = sizeHints(widget);
     width.insets = across(item.insets);
     height.insets = along(item.insets);
@@ -246,19 +254,19 @@ AnchorAxis LayoutSystem::xAxisOf(const QWidget *widget) const
                 : AnchorAxis { {}, m_width.extent() };
 }
 
-Anchor LayoutSystem::anchorOf(QWidget *widget, LayoutAttribute attribute) const
+Anchor LayoutSystem::anchorOf(NS::ConstraintItem item, LayoutAttribute attribute) const
 {
     Anchor anchor;
     anchor.attribute = attribute;
-    if (const LayoutItem *const item = find(widget)) {
-        anchor.x = { item->x.origin(), item->x.extent() };
-        anchor.y = { item->y.origin(), item->y.extent() };
+    if (const LayoutItem *const known = find(item.object())) {
+        anchor.x = { known->x.origin(), known->x.extent() };
+        anchor.y = { known->y.origin(), known->y.extent() };
     } else {
         anchor.x = { {}, m_width.extent(), m_hostInsets.left(), m_hostInsets.right() };
         anchor.y = { {}, m_height.extent(), m_hostInsets.top(), m_hostInsets.bottom() };
     }
     if (isBaseline(attribute))
-        anchor.baseline = baselineOf(widget, attribute);
+        anchor.baseline = baselineOf(item.widget(), attribute);
     return anchor;
 }
 

@@ -16,13 +16,18 @@ namespace Pellarvine::detail {
 struct Anchor;
 struct AnchorAxis;
 
-/// A widget whose aligned part has variables in a LayoutSystem.
+/// A widget, whose aligned part has variables in a LayoutSystem, or a guide.
 struct LayoutItem
 {
     /// Items with lower numbers keep their size rather than others.
-    LayoutItem(QWidget *ofWidget, int number, ConstraintSolver &solver);
+    LayoutItem(NS::ConstraintItem item, int number, ConstraintSolver &solver);
 
-    QWidget *widget;
+    QObject *object;
+    QWidget *widget; ///< null for a guide
+    NS::LayoutGuide *guide; ///< null for a widget
+    /// The widget, or the view that owns the guide.
+    QWidget *view() const { return widget ? widget : guide->owningView(); }
+
     bool isGiven = false; ///< placed by somebody else
     bool hasHeightForWidth = false;
     double minimumHeight = 0.0;
@@ -33,7 +38,7 @@ struct LayoutItem
     // The engine's own.
     int uses = 0; ///< by constraints
     int placings = 0; ///< by constraints that may move it
-    QMetaObject::Connection ending; ///< of the widget, which may come before its constraints'
+    QMetaObject::Connection ending; ///< of the object, which may come before its constraints'
 };
 
 /// The equations behind one host: its size, the items in it and what they want, and the constraints
@@ -48,9 +53,9 @@ public:
     Solver &solver() { return m_solver; }
 
     /// Null for the host and for what no constraint is about.
-    LayoutItem *find(const QWidget *widget) const;
+    LayoutItem *find(const QObject *object) const;
     /// The last one in order. Before sizes are asked for, the caller gives it a frame or wishes.
-    LayoutItem &add(QWidget *widget);
+    LayoutItem &add(NS::ConstraintItem item);
     /// Gives all items another order: what is left open, or wanted equally, goes by it.
     void setOrder(const std::vector<LayoutItem *> &items);
     /// No constraint may be about it any more.
@@ -62,7 +67,7 @@ public:
 
     /// The item stays at that frame, in the host's coordinates.
     void setFrame(LayoutItem &item, const QRectF &frame);
-    /// Takes over what the widget wants, on request without its size hints.
+    /// Takes over what the widget wants, on request without its size hints. A guide wants nothing.
     void setWishes(LayoutItem &item, bool hasHints);
 
     /// How far inside the host its anchors are. Returns whether that is new; the constraints then
@@ -78,7 +83,7 @@ public:
                          const Solver::Expression &expression);
 
     void solve(const QSize &hostSize);
-    /// Where solve() has put the item's widget, in the host.
+    /// Where solve() has put the widget or guide, in the host.
     QRect place(const LayoutItem &item) const;
 
     /// Whether constraints and wishes leave the item one place, after solve().
@@ -97,7 +102,7 @@ public:
 
 private:
     AnchorAxis xAxisOf(const QWidget *widget) const;
-    Anchor anchorOf(QWidget *widget, NS::LayoutAttribute attribute) const;
+    Anchor anchorOf(NS::ConstraintItem item, NS::LayoutAttribute attribute) const;
     void solveWidthsFirst();
     QSize hostSize(int (*rounded)(double)) const;
 
@@ -119,7 +124,7 @@ private:
     HostAxis m_width { m_solver };
     HostAxis m_height { m_solver };
     QMarginsF m_hostInsets;
-    std::unordered_map<const QWidget *, std::unique_ptr<LayoutItem>> m_items;
+    std::unordered_map<const QObject *, std::unique_ptr<LayoutItem>> m_items;
     std::vector<LayoutItem *> m_order;
     unsigned m_changes = 0;
 };

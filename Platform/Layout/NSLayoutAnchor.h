@@ -13,7 +13,7 @@ PELLARVINE_EXPORT void warnOfFraction(const NS::LayoutConstraint &constraint);
 
 namespace NS {
 
-/// One edge, centre or dimension of a widget, from which constraints are made:
+/// One edge, centre or dimension of a widget or a layout guide, from which constraints are made:
 ///
 ///     NS::LayoutConstraint::activateConstraints({
 ///         NS::leadingAnchor(label).constraintEqualToAnchor(NS::leadingAnchor(panel), 16),
@@ -32,12 +32,12 @@ class LayoutAnchor
 {
 public:
     /// Made by the functions below. The kind has to be the attribute's; the widget is not owned.
-    LayoutAnchor(QWidget *item, LayoutAttribute attribute)
+    LayoutAnchor(ConstraintItem item, LayoutAttribute attribute)
         : m_item(item)
         , m_attribute(attribute)
     { }
 
-    QWidget *item() const { return m_item; } ///< the widget
+    ConstraintItem item() const { return m_item; } ///< the widget or guide
     LayoutAttribute attribute() const { return m_attribute; } ///< what of the widget
 
     /// This = `anchor` + `constant`. Like all that are made here, required and not yet active.
@@ -82,7 +82,7 @@ protected:
                                       anchor.m_attribute, multiplier, constant);
     }
 
-    QWidget *m_item; ///< item()
+    ConstraintItem m_item; ///< item()
     LayoutAttribute m_attribute; ///< attribute()
 };
 
@@ -212,66 +212,66 @@ LayoutDimension::constraintGreaterThanOrEqualToAnchor(const LayoutMultiple &mult
 /// @{
 
 /// The left edge, whichever way text runs.
-inline LayoutXAxisAnchor leftAnchor(QWidget *widget)
+inline LayoutXAxisAnchor leftAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::left };
+    return { item, LayoutAttribute::left };
 }
 /// The right edge, whichever way text runs.
-inline LayoutXAxisAnchor rightAnchor(QWidget *widget)
+inline LayoutXAxisAnchor rightAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::right };
+    return { item, LayoutAttribute::right };
 }
 /// The left edge where text runs from left to right, else the right one.
-inline LayoutXAxisAnchor leadingAnchor(QWidget *widget)
+inline LayoutXAxisAnchor leadingAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::leading };
+    return { item, LayoutAttribute::leading };
 }
 /// The edge opposite the leading one.
-inline LayoutXAxisAnchor trailingAnchor(QWidget *widget)
+inline LayoutXAxisAnchor trailingAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::trailing };
+    return { item, LayoutAttribute::trailing };
 }
 /// Midway between left and right.
-inline LayoutXAxisAnchor centerXAnchor(QWidget *widget)
+inline LayoutXAxisAnchor centerXAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::centerX };
+    return { item, LayoutAttribute::centerX };
 }
 /// The upper edge. From here constants grow downwards.
-inline LayoutYAxisAnchor topAnchor(QWidget *widget)
+inline LayoutYAxisAnchor topAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::top };
+    return { item, LayoutAttribute::top };
 }
 /// The lower edge.
-inline LayoutYAxisAnchor bottomAnchor(QWidget *widget)
+inline LayoutYAxisAnchor bottomAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::bottom };
+    return { item, LayoutAttribute::bottom };
 }
 /// Midway between top and bottom.
-inline LayoutYAxisAnchor centerYAnchor(QWidget *widget)
+inline LayoutYAxisAnchor centerYAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::centerY };
+    return { item, LayoutAttribute::centerY };
 }
 /// The baseline of the first line of text. A widget may declare the property
 /// `firstBaselineOffsetFromTop`; for others it is that of one line, centred as in Qt's controls, at
 /// the top or bottom as a QLabel's alignment says, or at the top of what scrolls.
-inline LayoutYAxisAnchor firstBaselineAnchor(QWidget *widget)
+inline LayoutYAxisAnchor firstBaselineAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::firstBaseline };
+    return { item, LayoutAttribute::firstBaseline };
 }
 /// Likewise of the last line: `lastBaselineOffsetFromBottom`.
-inline LayoutYAxisAnchor lastBaselineAnchor(QWidget *widget)
+inline LayoutYAxisAnchor lastBaselineAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::lastBaseline };
+    return { item, LayoutAttribute::lastBaseline };
 }
 /// From left to right, in device-independent pixels.
-inline LayoutDimension widthAnchor(QWidget *widget)
+inline LayoutDimension widthAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::width };
+    return { item, LayoutAttribute::width };
 }
 /// From top to bottom, in device-independent pixels.
-inline LayoutDimension heightAnchor(QWidget *widget)
+inline LayoutDimension heightAnchor(ConstraintItem item)
 {
-    return { widget, LayoutAttribute::height };
+    return { item, LayoutAttribute::height };
 }
 /// @}
 

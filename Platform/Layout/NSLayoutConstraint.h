@@ -1,18 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <pellarvine/Platform/Global.h>
+#include <pellarvine/Platform/NSConstraintItem.h>
 
 #include <QList>
 #include <QObject>
 
 #include <memory>
-
-QT_FORWARD_DECLARE_CLASS(QWidget)
-
-namespace Pellarvine::detail {
-class LayoutEngine;
-}
 
 namespace NS {
 
@@ -52,7 +46,7 @@ inline constexpr double defaultLow = 250.0; ///< at which they resist being larg
 inline constexpr double fittingSizeCompression = 50.0; ///< at which a container is kept small
 } // namespace LayoutPriority
 
-/// A linear relation between two widgets' edges, centres or dimensions:
+/// A linear relation between edges, centres or dimensions of two widgets, or of layout guides:
 ///
 ///     const auto gap = NS::topAnchor(field).constraintEqualToAnchor(NS::bottomAnchor(label), 8);
 ///     gap->setActive(true);
@@ -85,14 +79,15 @@ public:
     /// anchors of <pellarvine/Platform/NSLayoutAnchor.h> make these with less to write. Warns of a
     /// constraint that cannot be, which then never becomes active: between a horizontal and a
     /// vertical attribute, a size and a place, or with a number that is not finite.
-    static std::shared_ptr<LayoutConstraint> make(QWidget *first, LayoutAttribute firstAttribute,
-                                                  LayoutRelation relation, QWidget *second,
+    static std::shared_ptr<LayoutConstraint> make(ConstraintItem first,
+                                                  LayoutAttribute firstAttribute,
+                                                  LayoutRelation relation, ConstraintItem second,
                                                   LayoutAttribute secondAttribute,
                                                   double multiplier, double constant);
     ~LayoutConstraint() override;
 
-    QWidget *firstItem() const; ///< null once it is gone
-    QWidget *secondItem() const; ///< null once it is gone, or if there is none
+    ConstraintItem firstItem() const; ///< null once it is gone
+    ConstraintItem secondItem() const; ///< null once it is gone, or if there is none
     LayoutAttribute firstAttribute() const; ///< as it was given
     LayoutAttribute secondAttribute() const; ///< `notAnAttribute` if there is the constant alone
     LayoutRelation relation() const; ///< as it was given

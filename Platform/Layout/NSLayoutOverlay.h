@@ -11,8 +11,9 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 namespace NS {
 
 /// Paints over the widget, and all in it, what their constraints make of them: a frame around the
-/// aligned part of each widget, a line on the baselines that constraints are about, and an arrow
-/// with a text for each wish that is not fulfilled, from where something is to where it is wanted.
+/// aligned part of each widget, a dashed one for each guide, a line on the baselines that
+/// constraints are about, and an arrow with a text for each wish that is not fulfilled, from where
+/// something is to where it is wanted.
 /// The picture follows all changes and takes neither clicks nor the keyboard's focus.
 PELLARVINE_EXPORT void setShowsLayout(QWidget *widget, bool shows);
 /// Default: false.
