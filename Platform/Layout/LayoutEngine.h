@@ -89,6 +89,7 @@ private:
     void acquire(NS::ConstraintItem item, const QWidget *ancestor);
     void release(QObject *object, const QWidget *ancestor);
     void watch(QWidget *view);
+    void unwatch(QObject *object);
     void drop(const QSet<QObject *> &objects, bool areAlive);
     void dropStrayed();
     bool isGiven(const LayoutItem &item) const;

@@ -21,6 +21,13 @@ QWidget *parentOf(const QObject *object)
     return static_cast<QWidget *>(object->parent());
 }
 
+bool isAtOrBelow(const QObject *object, const QObject *ancestor)
+{
+    while (object && object != ancestor)
+        object = object->parent();
+    return object;
+}
+
 } // namespace
 
 void LayoutEngine::acquire(NS::ConstraintItem item, const QWidget *ancestor)
@@ -64,8 +71,8 @@ void LayoutEngine::release(QObject *object, const QWidget *ancestor)
     disconnect(item->ending);
     if (item->guide)
         disconnect(item->guide, &NS::LayoutGuide::frameChanged, this, nullptr);
-    object->removeEventFilter(this);
     m_system.remove(*item);
+    unwatch(object);
 }
 
 // The view and what lies between it and the host, since that may move or leave too.
@@ -73,6 +80,19 @@ void LayoutEngine::watch(QWidget *view)
 {
     for (; view && view != m_host; view = view->parentWidget())
         view->installEventFilter(this);
+}
+
+// The object and what lies between it and the host, as far as no item needs them any more. The
+// object may be half destroyed.
+void LayoutEngine::unwatch(QObject *object)
+{
+    for (; object && object != m_host; object = object->parent()) {
+        const auto &items = m_system.items();
+        if (std::any_of(items.begin(), items.end(),
+                        [&](const LayoutItem *item) { return isAtOrBelow(item->object, object); }))
+            return;
+        object->removeEventFilter(this);
+    }
 }
 
 // Ends all constraints of these items, which are gone or have left the host. Those that lie as a

@@ -376,6 +376,38 @@ TEST(LayoutConstraint, a_widget_that_is_destroyed_or_moved_away_takes_its_constr
     }
 }
 
+TEST(LayoutConstraint, a_container_that_loses_its_own_constraints_is_still_followed)
+{
+    Window window(300, 200);
+    auto *const box = new QWidget(&window);
+    auto *const inside = new Sized({ 30, 20 }, box);
+    auto *const across = new Sized({ 30, 20 }, box);
+    const Constraints ofBox {
+        leftAnchor(box).constraintEqualToAnchor(leftAnchor(&window), 10),
+        widthAnchor(box).constraintEqualToConstant(100),
+    };
+    const auto trailing = trailingAnchor(inside).constraintEqualToAnchor(trailingAnchor(box), -5);
+    LayoutConstraint::activateConstraints(ofBox);
+    trailing->setActive(true);
+    leftAnchor(across).constraintEqualToAnchor(leftAnchor(&window), 120)->setActive(true);
+    EXPECT_EQ(window.place(inside).x(), 75);
+    EXPECT_EQ(window.place(across).x(), 120);
+
+    LayoutConstraint::deactivateConstraints(ofBox);
+    window.place(box);
+    box->setGeometry(40, 0, 120, 50);
+    EXPECT_EQ(window.place(box), QRect(40, 0, 120, 50));
+    EXPECT_EQ(window.place(inside).x(), 125);
+    EXPECT_EQ(window.place(across).x(), 120);
+    box->setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(window.place(inside).x(), 45);
+
+    trailing->setActive(false); // the last constraint about the box
+    window.place(box);
+    box->move(60, 0);
+    EXPECT_EQ(window.place(across).x(), 120);
+}
+
 TEST(LayoutConstraint, constraints_end_with_their_layouts_widget)
 {
     std::shared_ptr<LayoutConstraint> constraint;
