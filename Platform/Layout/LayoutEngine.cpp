@@ -303,7 +303,20 @@ void LayoutEngine::apply()
         return;
     refresh();
     m_system.solve(m_host->size());
+    if (!placeItems())
+        return;
 
+    // Qt does not hold windows to a height that follows their width.
+    if (m_layout && m_host->isWindow() && hasHeightForWidth()) {
+        const int height = minimumHeightForWidth(m_host->width());
+        if (height > m_host->height() && height <= m_host->maximumHeight())
+            m_host->resize(m_host->width(), height);
+    }
+}
+
+// Returns false if that has ended the engine.
+bool LayoutEngine::placeItems()
+{
     // Placing a widget or a guide runs code of others, which may change the items.
     std::vector<std::pair<QObject *, QRect>> places;
     places.reserve(m_system.items().size());
@@ -325,16 +338,10 @@ void LayoutEngine::apply()
         else
             static_cast<NS::LayoutGuide *>(object)->setFrame(frame);
         if (!self)
-            return;
+            return false;
     }
     m_placing = nullptr;
-
-    // Qt does not hold windows to a height that follows their width.
-    if (m_layout && m_host->isWindow() && hasHeightForWidth()) {
-        const int height = minimumHeightForWidth(m_host->width());
-        if (height > m_host->height() && height <= m_host->maximumHeight())
-            m_host->resize(m_host->width(), height);
-    }
+    return true;
 }
 
 bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)

@@ -44,6 +44,8 @@ public:
     static LayoutEngine *placing(const QWidget *widget);
     /// Whether the constraints leave a widget that the engine places one place.
     bool isDetermined(const QWidget *widget);
+    /// Moves a widget that the engine places and whose place is open elsewhere, or back.
+    void exercise(const QWidget *widget);
     /// The constraints on which its place and size in that direction depend, in order.
     std::vector<std::shared_ptr<NS::LayoutConstraint>> affecting(const QWidget *widget,
                                                                  Qt::Orientation orientation);
@@ -96,6 +98,8 @@ private:
     bool placesBelow(const QWidget *widget) const;
     void takeOver(QWidget *host);
     void takeOverAllOf(LayoutEngine *lower);
+
+    bool placeItems();
 
     void request();
     void reorder();

@@ -11,6 +11,7 @@ inline constexpr double minimumHint = 900.0;
 inline constexpr double shrinking = 760.0; ///< to find the smallest size: above resistance
 inline constexpr double growing = 740.0; ///< to find the largest size: below resistance
 inline constexpr double expanding = 100.0;
+inline constexpr double elsewhere = 0.6; ///< another place for an ambiguous widget
 inline constexpr double unwanted = 0.5; ///< a length that nobody asks for is 0
 
 } // namespace Pellarvine::detail::LayoutLevel

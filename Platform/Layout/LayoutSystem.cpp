@@ -24,6 +24,9 @@ namespace {
 // none of them, and few of them have to give way one after the other.
 constexpr double roomyLength = 16384.0;
 
+// How far an ambiguous widget is moved to show that it is one.
+constexpr double exerciseDistance = 24.0;
+
 // Rounding must not make a container a unit larger than it has to be, or allow one less.
 constexpr double tolerance = 1e-4;
 
@@ -303,14 +306,47 @@ QRect LayoutSystem::place(const LayoutItem &item) const
     return NS::roundedToUnits(rect.marginsAdded(item.insets));
 }
 
-// That a length is 0 where nobody says what it is does not count.
 bool LayoutSystem::isDetermined(const LayoutItem &item) const
 {
-    const Solver::Variable variables[] = { item.x.origin(), item.x.extent(), item.y.origin(),
-                                           item.y.extent() };
-    return std::all_of(std::begin(variables), std::end(variables), [&](Solver::Variable variable) {
+    return openVariables(item).empty();
+}
+
+// That a length is 0 where nobody says what it is does not count.
+std::vector<LayoutSystem::Solver::Variable>
+LayoutSystem::openVariables(const LayoutItem &item) const
+{
+    std::vector<Solver::Variable> open { item.x.origin(), item.x.extent(), item.y.origin(),
+                                         item.y.extent() };
+    std::erase_if(open, [&](Solver::Variable variable) {
         return m_solver.isDetermined(variable, LayoutLevel::unwanted);
     });
+    return open;
+}
+
+// Upwards where possible, so that no size is below 0, else downwards.
+void LayoutSystem::moveElsewhere(const LayoutItem &item)
+{
+    struct Target
+    {
+        Solver::Variable variable;
+        double value;
+        Solver::Constraint constraint;
+    };
+    std::vector<Target> targets;
+    for (const Solver::Variable variable : openVariables(item)) {
+        const double value = m_solver.value(variable);
+        const Solver::Expression expression { { { variable } }, -(value + exerciseDistance) };
+        const Solver::Strength strength { LayoutLevel::elsewhere };
+        targets.push_back({ variable, value, m_solver.addTarget(expression, strength, strength) });
+    }
+    solveWidthsFirst();
+    for (const Target &target : targets) {
+        if (m_solver.value(target.variable) < target.value + 1.0)
+            m_solver.setConstant(target.constraint, exerciseDistance - target.value);
+    }
+    solveWidthsFirst();
+    for (const Target &target : targets)
+        m_solver.remove(target.constraint);
 }
 
 std::vector<LayoutSystem::Solver::Constraint>

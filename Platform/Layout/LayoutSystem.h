@@ -88,6 +88,9 @@ public:
 
     /// Whether constraints and wishes leave the item one place, after solve().
     bool isDetermined(const LayoutItem &item) const;
+    /// After solve(), puts the item somewhere else, as far as constraints and wishes leave that
+    /// open. The next solve() puts it back.
+    void moveElsewhere(const LayoutItem &item);
     /// The constraints on which its place and size in that direction depend, after solve().
     std::vector<Solver::Constraint> determining(const LayoutItem &item,
                                                 Qt::Orientation orientation) const;
@@ -103,6 +106,7 @@ public:
 private:
     AnchorAxis xAxisOf(const QWidget *widget) const;
     Anchor anchorOf(NS::ConstraintItem item, NS::LayoutAttribute attribute) const;
+    std::vector<Solver::Variable> openVariables(const LayoutItem &item) const;
     void solveWidthsFirst();
     QSize hostSize(int (*rounded)(double)) const;
 

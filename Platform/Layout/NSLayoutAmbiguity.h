@@ -16,6 +16,11 @@ namespace NS {
 /// that constraints do not place. Takes longer than a layout pass.
 [[nodiscard]] PELLARVINE_EXPORT bool hasAmbiguousLayout(const QWidget *widget);
 
+/// Moves or resizes a widget whose layout is ambiguous, by a distance that can be seen, to where its
+/// constraints allow it as well. What depends on it follows. The second call, or the next layout
+/// pass, moves it back. Does nothing for other widgets. A debugging aid, for a key or a timer.
+PELLARVINE_EXPORT void exerciseAmbiguity(QWidget *widget);
+
 /// The active constraints on which the place and the size of the widget in one direction depend, in
 /// the order in which they became active. Those that could change without moving it, such as an
 /// inequality that holds with room to spare, are not among them. Empty for a widget that
