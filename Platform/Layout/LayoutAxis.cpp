@@ -4,6 +4,8 @@
 #include "Base/Assign.h"
 #include "Layout/LayoutLevel.h"
 
+#include <cmath>
+
 namespace Pellarvine::detail {
 
 using Solver = ConstraintSolver;
@@ -73,6 +75,13 @@ void LayoutAxis::setPlace(Solver &solver, std::optional<double> origin)
         m_place = solver.addTarget({ { { m_origin } }, -*origin }, { LayoutLevel::container },
                                    { LayoutLevel::container });
     }
+}
+
+// Less than a unit off is rounding.
+bool LayoutAxis::isWhereGiven(const Solver &solver) const
+{
+    return std::abs(solver.value(m_origin) + solver.constant(*m_place)) < 1.0
+           && std::abs(solver.value(m_extent) - target(solver)) < 1.0;
 }
 
 void LayoutAxis::removeFrom(Solver &solver)

@@ -29,6 +29,9 @@ public:
     /// Holds the axis to that place, or to none.
     void setPlace(ConstraintSolver &solver, std::optional<double> origin);
 
+    /// Whether the last solution has the place that was set and the target.
+    bool isWhereGiven(const ConstraintSolver &solver) const;
+
     /// No constraint of others may mention the axis any more.
     void removeFrom(ConstraintSolver &solver);
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/LayoutEngine.h"
 
-#include "Base/Failure.h"
 #include "Layout/Baseline.h"
 #include "Layout/ConstraintLayout.h"
 #include "Layout/LayoutHosts.h"
@@ -15,7 +14,6 @@
 #include <algorithm>
 #include <utility>
 
-using namespace Qt::StringLiterals;
 using NS::LayoutConstraint;
 
 namespace Pellarvine::detail {
@@ -101,6 +99,7 @@ void LayoutEngine::updateConstant(LayoutConstraint *constraint)
     const auto conflict = m_system.solver().setConstant(
             *active.handle, m_system.expressionOf(*constraint, active.ancestor).constant);
     if (conflict.empty()) {
+        m_hasNewConstraints = true;
         request();
         return;
     }
@@ -145,24 +144,10 @@ bool LayoutEngine::addAgain(Active &active, Solver::Expression expression)
     if (!added.constraint)
         warnAbout(*active.constraint, added.conflict);
     active.handle = added.constraint;
+    m_hasNewConstraints = true;
     if (active.isOfBaseline)
         active.terms = std::move(expression.terms);
     return added.constraint.has_value();
-}
-
-void LayoutEngine::warnAbout(const LayoutConstraint &constraint,
-                             const std::vector<Solver::Constraint> &conflict) const
-{
-    QStringList others;
-    for (const Active *const active : inOrder()) {
-        const bool isNamed =
-                std::find(conflict.begin(), conflict.end(), active->handle) != conflict.end();
-        if (isNamed && active->constraint.get() != &constraint)
-            others.append(active->constraint->description());
-    }
-    const QString text = u"Warning: dropped the constraint %1, which contradicts %2"_s.arg(
-            constraint.description(), others.isEmpty() ? u"itself"_s : others.join(u", "_s));
-    printWarning(text.toStdString());
 }
 
 // Valid until a constraint goes.
@@ -301,8 +286,12 @@ void LayoutEngine::apply()
 {
     if (m_placing)
         return;
+    const bool wasStale = m_isStale;
     refresh();
     m_system.solve(m_host->size());
+    warnOfNegativeSizes();
+    if (wasStale)
+        lookForOverridden();
     if (!placeItems())
         return;
 

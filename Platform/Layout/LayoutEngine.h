@@ -75,6 +75,7 @@ private:
         std::optional<Solver::Constraint> handle; ///< none while it is out of the solver
         int number = 0;
         bool isOfBaseline = false;
+        bool isReported = false; ///< by a warning
         std::vector<Solver::Term> terms; ///< of one of a baseline, in the solver
     };
 
@@ -85,8 +86,14 @@ private:
     bool addAgain(Active &active);
     bool addAgain(Active &active, Solver::Expression expression);
     bool updateBaseline(Active &active);
+
+    std::vector<const Active *> activeOf(const std::vector<Solver::Constraint> &handles) const;
     void warnAbout(const NS::LayoutConstraint &constraint,
                    const std::vector<Solver::Constraint> &conflict) const;
+    void warnOfNegativeSizes();
+    QSet<const QWidget *> overriddenWidgets() const;
+    void lookForOverridden();
+    void warnOfOverridden();
 
     void acquire(NS::ConstraintItem item, const QWidget *ancestor);
     void release(QObject *object, const QWidget *ancestor);
@@ -115,6 +122,8 @@ private:
     std::unordered_map<NS::LayoutConstraint *, Active> m_active;
     int m_nextNumber = 0;
     bool m_isOrderStale = false; // constraints have gone, by which items came
+    bool m_hasNewConstraints = false; // of which nobody knows yet whether a size may satisfy them
+    bool m_isLookDue = false; // for overridden constraints
     bool m_isStale = false; // what the widgets ask for may have changed
     QObject *m_placing = nullptr; // the widget or guide that apply() is placing
     std::optional<QSize> m_minimumSize;

@@ -96,7 +96,6 @@ public:
 
     /// By how much the first side is larger than the second.
     double excess() const { return m_excess; }
-    bool isMirrored() const { return m_ancestor->layoutDirection() == Qt::RightToLeft; }
 
 private:
     ConstraintSolver::Variable variable(double value)
@@ -177,19 +176,14 @@ QString numberText(double number)
 
 void findUnmet(const LayoutConstraint &constraint, const QWidget *view, LayoutFindings &findings)
 {
-    const Measurement measured(constraint);
-    const double excess = measured.excess();
-    const double tolerance = roundingOfSize * (1.0 + std::abs(constraint.multiplier()));
-    const bool isTooLarge =
-            excess > tolerance && constraint.relation() != LayoutRelation::greaterThanOrEqual;
-    const bool isTooSmall =
-            excess < -tolerance && constraint.relation() != LayoutRelation::lessThanOrEqual;
-    if (!isTooLarge && !isTooSmall)
+    const double excess = excessOf(constraint);
+    if (excess == 0.0)
         return;
     const ConstraintItem first = constraint.firstItem();
+    const bool isMirrored = ancestorOf(constraint)->layoutDirection() == Qt::RightToLeft;
     findings.unmet.push_back(
             { lineOf(first, constraint.firstAttribute(), alignedRect(first, view), excess,
-                     measured.isMirrored()),
+                     isMirrored),
               u"%1 @ %2: %3 off"_s.arg(constraint.description(), numberText(constraint.priority()),
                                        numberText(std::abs(excess))) });
 }
@@ -226,6 +220,17 @@ void findUnmet(QWidget *widget, Qt::Orientation orientation, const QRectF &rect,
 }
 
 } // namespace
+
+double excessOf(const LayoutConstraint &constraint)
+{
+    const double excess = Measurement(constraint).excess();
+    const double tolerance = roundingOfSize * (1.0 + std::abs(constraint.multiplier()));
+    const bool isTooLarge =
+            excess > tolerance && constraint.relation() != LayoutRelation::greaterThanOrEqual;
+    const bool isTooSmall =
+            excess < -tolerance && constraint.relation() != LayoutRelation::lessThanOrEqual;
+    return isTooLarge || isTooSmall ? excess : 0.0;
+}
 
 LayoutFindings layoutFindings(const QWidget *view)
 {

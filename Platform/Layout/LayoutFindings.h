@@ -29,6 +29,10 @@ struct LayoutFindings
     std::vector<UnmetWish> unmet; ///< of constraints, and of widgets about their own sizes
 };
 
+/// By how much the first side of the constraint is too large as the widgets and guides stand now;
+/// negative if it is too small, and 0 if the constraint holds, but for rounding to whole units.
+double excessOf(const NS::LayoutConstraint &constraint);
+
 /// Reads the places of the widgets as they are now. Differences that rounding to whole units can
 /// explain are none.
 PELLARVINE_INTERNAL_EXPORT LayoutFindings layoutFindings(const QWidget *view);

@@ -306,6 +306,43 @@ QRect LayoutSystem::place(const LayoutItem &item) const
     return NS::roundedToUnits(rect.marginsAdded(item.insets));
 }
 
+bool LayoutSystem::isWhereGiven(const LayoutItem &item) const
+{
+    return item.x.isWhereGiven(m_solver) && item.y.isWhereGiven(m_solver);
+}
+
+bool LayoutSystem::isHostOfSize(const QSize &size) const
+{
+    return std::abs(m_solver.value(m_width.extent()) - size.width()) < 1.0
+           && std::abs(m_solver.value(m_height.extent()) - size.height()) < 1.0;
+}
+
+// Tries to forbid all sizes below 0. Those of a host that is too small can be.
+std::vector<LayoutSystem::NegativeSize> LayoutSystem::negativeSizes()
+{
+    std::vector<NegativeSize> negative;
+    std::vector<Solver::Constraint> limits;
+    const auto look = [&](Solver::Variable extent, Qt::Orientation orientation) {
+        if (m_solver.value(extent) > -tolerance)
+            return;
+        const Solver::Addition limit =
+                m_solver.add({ { { extent } }, 0.0 }, Solver::Relation::greaterThanOrEqual);
+        if (limit.constraint)
+            limits.push_back(*limit.constraint);
+        else
+            negative.push_back({ orientation, limit.conflict });
+    };
+    look(m_width.extent(), Qt::Horizontal);
+    look(m_height.extent(), Qt::Vertical);
+    for (const LayoutItem *const item : m_order) {
+        look(item->x.extent(), Qt::Horizontal);
+        look(item->y.extent(), Qt::Vertical);
+    }
+    for (const Solver::Constraint limit : limits)
+        m_solver.remove(limit);
+    return negative;
+}
+
 bool LayoutSystem::isDetermined(const LayoutItem &item) const
 {
     return openVariables(item).empty();

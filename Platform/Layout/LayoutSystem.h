@@ -86,6 +86,20 @@ public:
     /// Where solve() has put the widget or guide, in the host.
     QRect place(const LayoutItem &item) const;
 
+    /// After solve(), whether a given item is at its frame: required constraints go first.
+    bool isWhereGiven(const LayoutItem &item) const;
+    /// After solve(), whether the host has the size that solve() was told.
+    bool isHostOfSize(const QSize &size) const;
+
+    /// A width or a height that required constraints make negative.
+    struct NegativeSize
+    {
+        Qt::Orientation orientation;
+        std::vector<Solver::Constraint> constraints;
+    };
+    /// Those of items and of the host, after solve().
+    std::vector<NegativeSize> negativeSizes();
+
     /// Whether constraints and wishes leave the item one place, after solve().
     bool isDetermined(const LayoutItem &item) const;
     /// After solve(), puts the item somewhere else, as far as constraints and wishes leave that

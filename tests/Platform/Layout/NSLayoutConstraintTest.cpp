@@ -328,6 +328,68 @@ TEST(LayoutConstraint, a_contradiction_by_another_direction_names_only_what_it_i
     EXPECT_FALSE(constraints[3]->isActive());
 }
 
+TEST(LayoutConstraint, constraints_that_only_a_negative_size_satisfies_are_named_once)
+{
+    Window window(10, 10); // less than the constraints need: that alone is no reason
+    window.setObjectName(u"panel"_s);
+    QWidget view(&window);
+    view.setObjectName(u"title"_s);
+    const auto left = leftAnchor(&view).constraintEqualToAnchor(leftAnchor(&window), 30);
+    const auto right = rightAnchor(&view).constraintEqualToAnchor(rightAnchor(&window), -30);
+    const auto height = heightAnchor(&view).constraintLessThanOrEqualToConstant(-5);
+    EXPECT_EQ(warningsOf([&] {
+                  LayoutConstraint::activateConstraints({ left, right });
+                  window.place(&view);
+              }),
+              "");
+    EXPECT_EQ(warningsOf([&] {
+                  height->setActive(true);
+                  window.place(&view);
+                  height->setConstant(-6);
+                  window.place(&view);
+              }),
+              "Warning: only a negative height satisfies title.height <= -5\n");
+    height->setActive(false);
+    EXPECT_EQ(warningsOf([&] {
+                  rightAnchor(&view)
+                          .constraintLessThanOrEqualToAnchor(leftAnchor(&window), 20)
+                          ->setActive(true);
+                  window.place(&view);
+              }),
+              "Warning: only a negative width satisfies title.left == panel.left + 30, "
+              "title.right <= panel.left + 20\n");
+    EXPECT_TRUE(left->isActive());
+}
+
+TEST(LayoutConstraint, required_constraints_that_a_qt_layout_overrides_are_named_once)
+{
+    Window window(300, 200);
+    auto *const column = new QVBoxLayout(&window);
+    auto *const managed = new Sized({ 100, 40 });
+    auto *const panel = new QWidget;
+    auto *const inside = new Sized({ 30, 20 }, panel);
+    auto *const badge = new Sized({ 16, 16 }, &window);
+    column->addWidget(managed);
+    column->addWidget(panel);
+    managed->setObjectName(u"managed"_s);
+    panel->setObjectName(u"panel"_s);
+    LayoutConstraint::activateConstraints({
+            widthAnchor(managed).constraintEqualToConstant(50),
+            heightAnchor(managed).constraintEqualToConstant(60)->withPriority(999),
+            heightAnchor(managed).constraintGreaterThanOrEqualToConstant(10),
+            leftAnchor(badge).constraintEqualToAnchor(rightAnchor(managed), -8),
+            topAnchor(badge).constraintEqualToAnchor(topAnchor(managed)),
+            widthAnchor(panel).constraintLessThanOrEqualToConstant(70),
+            leftAnchor(inside).constraintEqualToAnchor(leftAnchor(panel)),
+    });
+    window.show();
+    EXPECT_EQ(warningsOf([&] { QTest::qWait(20); }),
+              "Warning: a QVBoxLayout overrides the required constraint managed.width == 50\n"
+              "Warning: a QVBoxLayout overrides the required constraint panel.width <= 70\n");
+    window.resize(320, 220);
+    EXPECT_EQ(warningsOf([&] { QTest::qWait(20); }), "");
+}
+
 TEST(LayoutConstraint, without_a_common_ancestor_it_warns_once_and_activates_nothing)
 {
     Window window(200, 100);
