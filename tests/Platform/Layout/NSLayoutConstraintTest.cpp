@@ -33,9 +33,9 @@ static_assert(CanBeEqual<LayoutDimension, LayoutDimension>);
 static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutYAxisAnchor>);
 static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutDimension>);
 static_assert(!CanBeEqual<LayoutDimension, LayoutYAxisAnchor>);
-static_assert(CanBeEqual<LayoutDimension, LayoutMultiple>);
-static_assert(!CanBeEqual<LayoutMultiple, LayoutDimension>);
-static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutMultiple>);
+static_assert(CanBeEqual<LayoutDimension, LayoutDimension::Multiple>);
+static_assert(!CanBeEqual<LayoutDimension::Multiple, LayoutDimension>);
+static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutDimension::Multiple>);
 static_assert(!std::is_copy_constructible_v<LayoutConstraint>);
 
 // Asks for a size, and has a property that a style would leave to its class.
@@ -137,8 +137,8 @@ TEST(LayoutConstraint, each_anchor_makes_constraints_about_the_line_it_names)
         EXPECT_EQ(constraint->secondItem(), &other);
         EXPECT_EQ(constraint->constant(), 7.0);
     }
-    const auto ratio =
-            widthAnchor(&view).constraintLessThanOrEqualToAnchor(heightAnchor(&other), 1.5, -4);
+    const auto ratio = widthAnchor(&view).constraintLessThanOrEqualToAnchor(
+            heightAnchor(&other).multipliedBy(1.5), -4);
     EXPECT_EQ(ratio->description(), u"QWidget.width <= 1.5 * QWidget.height - 4"_s);
     const auto multiple = heightAnchor(&other).multipliedBy(0.5);
     EXPECT_EQ(widthAnchor(&view).constraintEqualToAnchor(multiple)->description(),
@@ -183,7 +183,7 @@ TEST(LayoutConstraint, the_lines_of_one_widget_are_kept_together)
             rightAnchor(&view).constraintEqualToAnchor(rightAnchor(&window), -7),
             firstBaselineAnchor(&view).constraintEqualToAnchor(topAnchor(&window), 30),
             lastBaselineAnchor(&view).constraintEqualToAnchor(bottomAnchor(&window)),
-            widthAnchor(&view).constraintEqualToAnchor(heightAnchor(&view), 2, -124),
+            widthAnchor(&view).constraintEqualToAnchor(heightAnchor(&view).multipliedBy(2), -124),
     });
     EXPECT_EQ(window.place(&view), QRect(143, 18, 50, 87));
 }
@@ -316,7 +316,7 @@ TEST(LayoutConstraint, a_contradiction_by_another_direction_names_only_what_it_i
         leftAnchor(&view).constraintEqualToAnchor(leftAnchor(&window), 10),
         leadingAnchor(&view).constraintEqualToAnchor(leadingAnchor(&window), 10),
         widthAnchor(&view).constraintEqualToConstant(50),
-        widthAnchor(&window).constraintGreaterThanOrEqualToAnchor(widthAnchor(&view), 1, 100),
+        widthAnchor(&window).constraintGreaterThanOrEqualToAnchor(widthAnchor(&view), 100),
         topAnchor(&view).constraintEqualToAnchor(topAnchor(&window)),
         heightAnchor(&view).constraintEqualToConstant(20),
         heightAnchor(&window).constraintGreaterThanOrEqualToAnchor(heightAnchor(&view)),
@@ -578,7 +578,7 @@ TEST(LayoutConstraint, the_hosts_anchors_are_those_of_what_is_aligned_in_it)
             topAnchor(view).constraintEqualToAnchor(topAnchor(&window)),
             bottomAnchor(view).constraintEqualToAnchor(bottomAnchor(&window), -1),
             leadingAnchor(view).constraintEqualToAnchor(leadingAnchor(&window), 2),
-            widthAnchor(view).constraintEqualToAnchor(widthAnchor(&window), 0.5, 0),
+            widthAnchor(view).constraintEqualToAnchor(widthAnchor(&window).multipliedBy(0.5)),
     });
     EXPECT_EQ(window.place(view), QRect(12, 4, 85, 89));
     window.setLayoutDirection(Qt::RightToLeft);
