@@ -2,7 +2,7 @@
 // Not API.
 #pragma once
 
-#include "Layout/LengthWish.h"
+#include "Layout/IntrinsicLength.h"
 #include "Layout/Solver/ConstraintSolver.h"
 
 namespace Pellarvine::detail {
@@ -20,9 +20,9 @@ public:
 
     void setWeight(ConstraintSolver &solver, double weight);
 
-    void setWish(ConstraintSolver &solver, const LengthWish &wish);
+    void setIntrinsicLength(ConstraintSolver &solver, const IntrinsicLength &intrinsic);
 
-    /// Another target for the wish that there is. Returns whether it is another one.
+    /// Another target for the intrinsic that there is. Returns whether it is another one.
     bool setTarget(ConstraintSolver &solver, double length) const;
     double target(const ConstraintSolver &solver) const { return -solver.constant(*m_target); }
 
@@ -41,7 +41,7 @@ private:
     double m_weight;
     ConstraintSolver::Variable m_origin;
     ConstraintSolver::Variable m_extent;
-    LengthWish m_wish;
+    IntrinsicLength m_intrinsic;
     Limit m_target;
     Limit m_lower;
     Limit m_upper;

@@ -265,7 +265,7 @@ void LayoutEngine::refresh(LayoutItem &item)
         return;
     }
     // Without constraints of its own any more, its layout does not know what it contains.
-    m_system.setWishes(item, !LayoutHosts::all().isTakenOver(item.widget));
+    m_system.setIntrinsicSize(item, !LayoutHosts::all().isTakenOver(item.widget));
 }
 
 void LayoutEngine::rebuild()

@@ -2,9 +2,9 @@
 #include "Layout/LayoutFindings.h"
 
 #include "Layout/AnchorExpression.h"
+#include "Layout/IntrinsicLength.h"
 #include "Layout/LayoutEngine.h"
 #include "Layout/LayoutHosts.h"
-#include "Layout/LengthWish.h"
 #include "View/NSView.h"
 
 #include <QWidget>
@@ -174,14 +174,15 @@ QString numberText(double number)
     return QString::number(std::round(number * 10.0) / 10.0);
 }
 
-void findUnmet(const LayoutConstraint &constraint, const QWidget *view, LayoutFindings &findings)
+void findViolation(const LayoutConstraint &constraint, const QWidget *view,
+                   LayoutFindings &findings)
 {
     const double excess = excessOf(constraint);
     if (excess == 0.0)
         return;
     const ConstraintItem first = constraint.firstItem();
     const bool isMirrored = ancestorOf(constraint)->layoutDirection() == Qt::RightToLeft;
-    findings.unmet.push_back(
+    findings.violations.push_back(
             { lineOf(first, constraint.firstAttribute(), alignedRect(first, view), excess,
                      isMirrored),
               u"%1 @ %2: %3 off"_s.arg(constraint.description(), numberText(constraint.priority()),
@@ -189,8 +190,8 @@ void findUnmet(const LayoutConstraint &constraint, const QWidget *view, LayoutFi
 }
 
 // Of its own size. That a widget is larger than it asks for is common; that it may not be is not.
-void findUnmet(QWidget *widget, Qt::Orientation orientation, const QRectF &rect,
-               LayoutFindings &findings)
+void findViolation(QWidget *widget, Qt::Orientation orientation, const QRectF &rect,
+                   LayoutFindings &findings)
 {
     const bool isHorizontal = orientation == Qt::Horizontal;
     const QMarginsF insets = NS::alignmentRectInsets(widget);
@@ -200,20 +201,20 @@ void findUnmet(QWidget *widget, Qt::Orientation orientation, const QRectF &rect,
     // Lines break before text is cut off.
     if (widget->hasHeightForWidth())
         hints.hint = isHorizontal ? hints.minimumHint : widget->heightForWidth(widget->width());
-    const LengthWish wish = lengthWish(hints);
+    const IntrinsicLength intrinsic = intrinsicLength(hints);
     const double length = isHorizontal ? rect.width() : rect.height();
     double wanted = length;
-    if (wish.notAbove >= NS::LayoutPriority::defaultHigh)
-        wanted = std::min(wanted, wish.target);
-    if (wish.notBelow >= NS::LayoutPriority::defaultHigh)
-        wanted = std::max(wanted, wish.target);
-    wanted = std::min(wanted, wish.upper.value_or(wanted));
-    wanted = std::max(wanted, wish.lower.value_or(wanted));
+    if (intrinsic.notAbove >= NS::LayoutPriority::defaultHigh)
+        wanted = std::min(wanted, intrinsic.target);
+    if (intrinsic.notBelow >= NS::LayoutPriority::defaultHigh)
+        wanted = std::max(wanted, intrinsic.target);
+    wanted = std::min(wanted, intrinsic.upper.value_or(wanted));
+    wanted = std::max(wanted, intrinsic.lower.value_or(wanted));
     if (std::abs(wanted - length) <= roundingOfSize)
         return;
     const LayoutAttribute attribute =
             isHorizontal ? LayoutAttribute::width : LayoutAttribute::height;
-    findings.unmet.push_back(
+    findings.violations.push_back(
             { lineOf(widget, attribute, rect, length - wanted, false),
               u"%1 %2, asks for %3"_s.arg(isHorizontal ? "width"_L1 : "height"_L1,
                                           numberText(length), numberText(wanted)) });
@@ -237,7 +238,7 @@ LayoutFindings layoutFindings(const QWidget *view)
     LayoutFindings findings;
     std::set<std::pair<const QObject *, LayoutAttribute>> seen;
     for (const auto &constraint : constraintsShownBelow(view)) {
-        findUnmet(*constraint, view, findings);
+        findViolation(*constraint, view, findings);
         const std::pair<ConstraintItem, LayoutAttribute> items[] = {
             { constraint->firstItem(), constraint->firstAttribute() },
             { constraint->secondItem(), constraint->secondAttribute() },
@@ -261,8 +262,8 @@ LayoutFindings layoutFindings(const QWidget *view)
             // The size of a host follows from what is in it.
             if (LayoutHosts::all().ownEngine(widget))
                 continue;
-            findUnmet(widget, Qt::Horizontal, rect, findings);
-            findUnmet(widget, Qt::Vertical, rect, findings);
+            findViolation(widget, Qt::Horizontal, rect, findings);
+            findViolation(widget, Qt::Vertical, rect, findings);
         }
     }
     return findings;

@@ -14,7 +14,7 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 namespace Pellarvine::detail {
 
 /// What is not as somebody wants it: a line from where it is to where it is wanted, and a text.
-struct UnmetWish
+struct Violation
 {
     QLineF line;
     QString text;
@@ -26,7 +26,7 @@ struct LayoutFindings
     std::vector<QRectF> frames; ///< of the aligned parts of the widgets with constraints
     std::vector<QRectF> guides; ///< of the layout guides with constraints
     std::vector<QLineF> baselines; ///< of those whose constraints are about them
-    std::vector<UnmetWish> unmet; ///< of constraints, and of widgets about their own sizes
+    std::vector<Violation> violations; ///< of constraints, and of widgets about their own sizes
 };
 
 /// By how much the first side of the constraint is too large as the widgets and guides stand now;

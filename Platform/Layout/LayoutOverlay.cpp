@@ -18,13 +18,13 @@ namespace {
 // Seen on light and on dark.
 constexpr QColor frameColor(0x2f, 0x86, 0xf6, 0xc0);
 constexpr QColor baselineColor(0xc2, 0x3c, 0xd6);
-constexpr QColor unmetColor(0xd8, 0x4a, 0x1b);
+constexpr QColor violationColor(0xd8, 0x4a, 0x1b);
 constexpr double arrowHead = 4.0;
 constexpr double textMargin = 3.0;
 
 void drawArrow(QPainter &painter, const QLineF &line)
 {
-    painter.setPen(QPen(unmetColor, 2.0));
+    painter.setPen(QPen(violationColor, 2.0));
     painter.drawLine(line);
     painter.save();
     painter.translate(line.p2());
@@ -35,20 +35,20 @@ void drawArrow(QPainter &painter, const QLineF &line)
 }
 
 // Beside the end of the arrow, or as near to that as it is seen as a whole.
-void drawText(QPainter &painter, const UnmetWish &unmet, const QRectF &area)
+void drawText(QPainter &painter, const Violation &violation, const QRectF &area)
 {
-    const QRectF size = painter.boundingRect(QRectF(), Qt::AlignLeft, unmet.text)
+    const QRectF size = painter.boundingRect(QRectF(), Qt::AlignLeft, violation.text)
                                 .marginsAdded({ textMargin, 0.0, textMargin, 0.0 });
-    QRectF box(unmet.line.p2() + QPointF(arrowHead, arrowHead), size.size());
+    QRectF box(violation.line.p2() + QPointF(arrowHead, arrowHead), size.size());
     box.moveRight(std::min(box.right(), area.right()));
     box.moveLeft(std::max(box.left(), area.left()));
     box.moveBottom(std::min(box.bottom(), area.bottom()));
     box.moveTop(std::max(box.top(), area.top()));
     painter.setPen(Qt::NoPen);
-    painter.setBrush(unmetColor);
+    painter.setBrush(violationColor);
     painter.drawRoundedRect(box, textMargin, textMargin);
     painter.setPen(Qt::white);
-    painter.drawText(box, Qt::AlignCenter, unmet.text);
+    painter.drawText(box, Qt::AlignCenter, violation.text);
 }
 
 bool changesPlaces(QEvent::Type type)
@@ -132,10 +132,10 @@ void LayoutOverlay::paintEvent(QPaintEvent *)
     for (const QLineF &baseline : findings.baselines)
         painter.drawLine(baseline);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (const UnmetWish &unmet : findings.unmet)
-        drawArrow(painter, unmet.line);
-    for (const UnmetWish &unmet : findings.unmet)
-        drawText(painter, unmet, QRectF(rect()));
+    for (const Violation &violation : findings.violations)
+        drawArrow(painter, violation.line);
+    for (const Violation &violation : findings.violations)
+        drawText(painter, violation, QRectF(rect()));
 }
 
 LayoutDebugging::LayoutDebugging(QObject *parent)

@@ -115,19 +115,19 @@ LayoutItem::LayoutItem(NS::ConstraintItem item, int number, ConstraintSolver &so
 
 LayoutSystem::HostAxis::HostAxis(Solver &solver)
     : m_extent(solver.addVariable())
-    , m_wish(solver.addTarget({ { { m_extent } }, -roomyLength }, { LayoutLevel::container },
-                              { LayoutLevel::container }))
+    , m_suggestion(solver.addTarget({ { { m_extent } }, -roomyLength }, { LayoutLevel::container },
+                                    { LayoutLevel::container }))
     , m_level(LayoutLevel::container)
 { }
 
 // The host moves while it is wanted less, so that few others give way on its way there.
-void LayoutSystem::HostAxis::want(Solver &solver, double level, double length)
+void LayoutSystem::HostAxis::suggest(Solver &solver, double level, double length)
 {
     if (level < m_level)
-        solver.setLevel(m_wish, level);
-    solver.setConstant(m_wish, -length);
+        solver.setLevel(m_suggestion, level);
+    solver.setConstant(m_suggestion, -length);
     if (level > m_level)
-        solver.setLevel(m_wish, level);
+        solver.setLevel(m_suggestion, level);
     m_level = level;
 }
 
@@ -184,24 +184,24 @@ void LayoutSystem::setFrame(LayoutItem &item, const QRectF &frame)
     const QRectF rect = frame.marginsRemoved(item.insets);
     const auto give = [&](LayoutAxis &axis, double origin, double extent) {
         axis.setPlace(m_solver, origin);
-        LengthWish wish;
-        wish.target = extent;
-        wish.notBelow = wish.notAbove = LayoutLevel::container;
-        axis.setWish(m_solver, wish);
+        IntrinsicLength intrinsic;
+        intrinsic.target = extent;
+        intrinsic.notBelow = intrinsic.notAbove = LayoutLevel::container;
+        axis.setIntrinsicLength(m_solver, intrinsic);
     };
     give(item.x, rect.x(), rect.width());
     give(item.y, rect.y(), rect.height());
 }
 
-void LayoutSystem::setWishes(LayoutItem &item, bool hasHints)
+void LayoutSystem::setIntrinsicSize(LayoutItem &item, bool hasHints)
 {
     item.isGiven = false;
     item.x.setPlace(m_solver, {});
     item.y.setPlace(m_solver, {});
     const QWidget *const widget = item.widget;
     if (!widget) {
-        item.x.setWish(m_solver, lengthWish({}));
-        item.y.setWish(m_solver, lengthWish({}));
+        item.x.setIntrinsicLength(m_solver, intrinsicLength({}));
+        item.y.setIntrinsicLength(m_solver, intrinsicLength({}));
         return;
     }
     item.insets = NS::alignmentRectInsets(widget);
@@ -218,8 +218,8 @@ void LayoutSystem::setWishes(LayoutItem &item, bool hasHints)
     }
     if (!hasHints)
         width.hint = width.minimumHint = height.hint = height.minimumHint = -1.0;
-    item.x.setWish(m_solver, lengthWish(width));
-    item.y.setWish(m_solver, lengthWish(height));
+    item.x.setIntrinsicLength(m_solver, intrinsicLength(width));
+    item.y.setIntrinsicLength(m_solver, intrinsicLength(height));
 }
 
 // Constraints
@@ -277,8 +277,8 @@ Anchor LayoutSystem::anchorOf(NS::ConstraintItem item, LayoutAttribute attribute
 
 void LayoutSystem::solve(const QSize &hostSize)
 {
-    m_width.want(m_solver, LayoutLevel::container, hostSize.width());
-    m_height.want(m_solver, LayoutLevel::container, hostSize.height());
+    m_width.suggest(m_solver, LayoutLevel::container, hostSize.width());
+    m_height.suggest(m_solver, LayoutLevel::container, hostSize.height());
     solveWidthsFirst();
 }
 
@@ -407,8 +407,8 @@ QSize LayoutSystem::hostSize(int (*rounded)(double)) const
 QSize LayoutSystem::smallestSize()
 {
     const KeptHeights keptHeights(m_solver, m_order);
-    m_width.want(m_solver, LayoutLevel::shrinking, 0.0);
-    m_height.want(m_solver, LayoutLevel::shrinking, 0.0);
+    m_width.suggest(m_solver, LayoutLevel::shrinking, 0.0);
+    m_height.suggest(m_solver, LayoutLevel::shrinking, 0.0);
     for (const LayoutItem *const item : m_order) {
         if (item->hasHeightForWidth)
             item->y.setTarget(m_solver, item->minimumHeight);
@@ -420,8 +420,8 @@ QSize LayoutSystem::smallestSize()
 QSize LayoutSystem::preferredSize()
 {
     const KeptHeights keptHeights(m_solver, m_order);
-    m_width.want(m_solver, NS::LayoutPriority::fittingSizeCompression, 0.0);
-    m_height.want(m_solver, NS::LayoutPriority::fittingSizeCompression, 0.0);
+    m_width.suggest(m_solver, NS::LayoutPriority::fittingSizeCompression, 0.0);
+    m_height.suggest(m_solver, NS::LayoutPriority::fittingSizeCompression, 0.0);
     solveWidthsFirst();
     return hostSize(roundedUp);
 }
@@ -429,8 +429,8 @@ QSize LayoutSystem::preferredSize()
 QSize LayoutSystem::largestSize()
 {
     const KeptHeights keptHeights(m_solver, m_order);
-    m_width.want(m_solver, LayoutLevel::growing, QLAYOUTSIZE_MAX);
-    m_height.want(m_solver, LayoutLevel::growing, QLAYOUTSIZE_MAX);
+    m_width.suggest(m_solver, LayoutLevel::growing, QLAYOUTSIZE_MAX);
+    m_height.suggest(m_solver, LayoutLevel::growing, QLAYOUTSIZE_MAX);
     solveWidthsFirst();
     return hostSize(roundedDown);
 }
@@ -438,8 +438,8 @@ QSize LayoutSystem::largestSize()
 int LayoutSystem::fittingHeight(int width, double level)
 {
     const KeptHeights keptHeights(m_solver, m_order);
-    m_width.want(m_solver, LayoutLevel::container, width);
-    m_height.want(m_solver, level, 0.0);
+    m_width.suggest(m_solver, LayoutLevel::container, width);
+    m_height.suggest(m_solver, level, 0.0);
     solveWidthsFirst();
     return roundedUp(m_solver.value(m_height.extent()));
 }

@@ -68,7 +68,7 @@ public:
     /// The item stays at that frame, in the host's coordinates.
     void setFrame(LayoutItem &item, const QRectF &frame);
     /// Takes over what the widget wants, on request without its size hints. A guide wants nothing.
-    void setWishes(LayoutItem &item, bool hasHints);
+    void setIntrinsicSize(LayoutItem &item, bool hasHints);
 
     /// How far inside the host its anchors are. Returns whether that is new; the constraints then
     /// have to be added again.
@@ -130,11 +130,11 @@ private:
     public:
         explicit HostAxis(Solver &solver);
         Solver::Variable extent() const { return m_extent; }
-        void want(Solver &solver, double level, double length);
+        void suggest(Solver &solver, double level, double length);
 
     private:
         Solver::Variable m_extent;
-        Solver::Constraint m_wish;
+        Solver::Constraint m_suggestion;
         double m_level;
     };
 

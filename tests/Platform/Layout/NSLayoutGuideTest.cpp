@@ -108,7 +108,7 @@ TEST(LayoutGuide, widgets_and_other_guides_follow_it)
     EXPECT_EQ(changes.size(), 3);
 
     const auto findings = Pellarvine::detail::layoutFindings(&panel.window);
-    EXPECT_TRUE(findings.unmet.empty());
+    EXPECT_TRUE(findings.violations.empty());
     EXPECT_EQ(findings.frames.size(), 3u);
     EXPECT_THAT(findings.guides,
                 ::testing::UnorderedElementsAre(QRectF(170, 20, 80, 120), QRectF(250, 0, 40, 0)));

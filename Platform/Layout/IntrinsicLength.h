@@ -33,7 +33,7 @@ struct SizeHints
 PELLARVINE_INTERNAL_EXPORT SizeHints sizeHints(const QWidget *widget);
 
 /// The length that the aligned part of a widget wants in one direction, and how much.
-struct LengthWish
+struct IntrinsicLength
 {
     double target = 0.0;
     std::optional<double> lower; ///< none: no limit of its own
@@ -41,9 +41,9 @@ struct LengthWish
     double notBelow = 0.0; ///< the levels at which it is kept from falling below the target
     double notAbove = 0.0; ///< ... and from rising above it
     double lowerLevel = 0.0;
-    bool operator==(const LengthWish &) const = default;
+    bool operator==(const IntrinsicLength &) const = default;
 };
 
-PELLARVINE_INTERNAL_EXPORT LengthWish lengthWish(const LengthHints &hints);
+PELLARVINE_INTERNAL_EXPORT IntrinsicLength intrinsicLength(const LengthHints &hints);
 
 } // namespace Pellarvine::detail
