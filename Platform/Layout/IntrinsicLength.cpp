@@ -53,7 +53,7 @@ IntrinsicLength intrinsicLength(const LengthHints &hints)
                 !(hints.policy & QSizePolicy::GrowFlag)  ? NS::LayoutPriority::defaultHigh
                 : hints.policy & QSizePolicy::ExpandFlag ? LayoutLevel::expanding
                                                          : NS::LayoutPriority::defaultLow;
-        // One constraint less where the limit is the target.
+        // A limit that is the target needs no constraint of its own.
         if (intrinsic.upper && *intrinsic.upper <= intrinsic.target) {
             intrinsic.target = *std::exchange(intrinsic.upper, {});
             intrinsic.notAbove = LayoutLevel::explicitLimit;
@@ -66,7 +66,7 @@ IntrinsicLength intrinsicLength(const LengthHints &hints)
     const auto inset = [&](double length) {
         return std::max(0.0, length - hints.insets);
     };
-    // A length of 0 stays 0 where the insets are negative.
+    // Negative insets do not make a length out of 0.
     if (intrinsic.target > 0.0)
         intrinsic.target = inset(intrinsic.target);
     for (std::optional<double> *const limit : { &intrinsic.lower, &intrinsic.upper }) {

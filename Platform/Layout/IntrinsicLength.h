@@ -11,35 +11,36 @@
 
 namespace Pellarvine::detail {
 
-/// What a widget says about its length in one direction.
+/// The size hints and limits of a widget in one direction.
 struct LengthHints
 {
     QSizePolicy::Policy policy = QSizePolicy::Preferred;
-    double hint = -1.0; ///< below 0: none
-    double minimumHint = -1.0; ///< below 0: none
+    double hint = -1.0; ///< negative if there is none
+    double minimumHint = -1.0; ///< negative if there is none
     double minimum = 0.0;
     double maximum = QWIDGETSIZE_MAX;
-    double insets = 0.0; ///< how much longer it is than the part of it that is aligned
+    double insets = 0.0; ///< the length of the widget minus that of its aligned part
 };
 
-/// What a widget says about its width and its height.
+/// The size hints and limits of a widget.
 struct SizeHints
 {
     LengthHints width;
     LengthHints height;
 };
 
-/// Without the insets.
+/// Leaves the insets at 0.
 PELLARVINE_INTERNAL_EXPORT SizeHints sizeHints(const QWidget *widget);
 
-/// The length that the aligned part of a widget wants in one direction, and how much.
+/// The preferred length of the aligned part of a widget in one direction, its limits, and their
+/// priorities.
 struct IntrinsicLength
 {
     double target = 0.0;
-    std::optional<double> lower; ///< none: no limit of its own
+    std::optional<double> lower; ///< none if the target is the limit
     std::optional<double> upper;
-    double notBelow = 0.0; ///< the levels at which it is kept from falling below the target
-    double notAbove = 0.0; ///< ... and from rising above it
+    double notBelow = 0.0; ///< the priority of being at least the target
+    double notAbove = 0.0; ///< the priority of being at most the target
     double lowerLevel = 0.0;
     bool operator==(const IntrinsicLength &) const = default;
 };

@@ -78,7 +78,7 @@ void LayoutAxis::setPlace(Solver &solver, std::optional<double> origin)
     }
 }
 
-// Less than a unit off is rounding.
+// A difference of less than a unit is rounding.
 bool LayoutAxis::isWhereGiven(const Solver &solver) const
 {
     return std::abs(solver.value(m_origin) + solver.constant(*m_place)) < 1.0

@@ -131,8 +131,8 @@ void LayoutEngine::takeOut(Active &active)
         m_system.solver().remove(*handle);
 }
 
-// Adds a constraint that is not in the solver. If it contradicts others, warns and returns false:
-// the caller has to remove it.
+// Adds a constraint that is not in the solver. If it contradicts others, warns and returns false.
+// The caller then has to remove it.
 bool LayoutEngine::addAgain(Active &active)
 {
     return addAgain(active, m_system.expressionOf(*active.constraint, active.ancestor));
@@ -150,7 +150,7 @@ bool LayoutEngine::addAgain(Active &active, Solver::Expression expression)
     return added.constraint.has_value();
 }
 
-// Valid until a constraint goes.
+// The pointers are valid until a constraint is removed.
 std::vector<const LayoutEngine::Active *> LayoutEngine::inOrder(bool ofBaselines) const
 {
     std::vector<const Active *> all;
@@ -184,7 +184,7 @@ void LayoutEngine::request()
         QCoreApplication::postEvent(m_host, new QEvent(QEvent::LayoutRequest));
 }
 
-// As if the constraints there are had come one after the other, and no others before.
+// Gives the items the order that they would have if only the active constraints had been added.
 void LayoutEngine::reorder()
 {
     std::vector<LayoutItem *> order;
@@ -219,11 +219,11 @@ void LayoutEngine::refresh()
         reorder();
     if (m_system.setHostInsets(NS::alignmentRectInsets(m_host))) {
         rebuild();
-        m_isStale = false; // of what follows here
+        m_isStale = false; // the rest of this function does it
     }
     for (LayoutItem *const item : m_system.items())
         refresh(*item);
-    // Fonts may have changed.
+    // Baselines depend on fonts, which may have changed.
     std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
     for (const Active *const active : inOrder(true)) {
         const auto &constraint = active->constraint;
@@ -233,7 +233,7 @@ void LayoutEngine::refresh()
     removeAll(contradicting);
 }
 
-// Returns false if it now contradicts others; the caller has to remove it.
+// Returns false if it now contradicts others. The caller then has to remove it.
 bool LayoutEngine::updateBaseline(Active &active)
 {
     Solver::Expression expression = m_system.expressionOf(*active.constraint, active.ancestor);
@@ -247,7 +247,7 @@ bool LayoutEngine::updateBaseline(Active &active)
     return conflict.empty();
 }
 
-// Each tells its observers, whose code may end any of them, or the engine.
+// Slots of one constraint may end others, or the engine.
 void LayoutEngine::removeAll(const std::vector<std::shared_ptr<LayoutConstraint>> &constraints)
 {
     const QPointer<LayoutEngine> self(this);
@@ -264,7 +264,7 @@ void LayoutEngine::refresh(LayoutItem &item)
         m_system.setFrame(item, frame.translated(item.view()->mapTo(m_host, QPoint())));
         return;
     }
-    // Without constraints of its own any more, its layout does not know what it contains.
+    // The layout of a host whose constraints were taken over does not know its content.
     m_system.setIntrinsicSize(item, !LayoutHosts::all().isTakenOver(item.widget));
 }
 
@@ -295,7 +295,7 @@ void LayoutEngine::apply()
     if (!placeItems())
         return;
 
-    // Qt does not hold windows to a height that follows their width.
+    // Qt does not enforce height-for-width on windows.
     if (m_layout && m_host->isWindow() && hasHeightForWidth()) {
         const int height = minimumHeightForWidth(m_host->width());
         if (height > m_host->height() && height <= m_host->maximumHeight())
@@ -303,10 +303,10 @@ void LayoutEngine::apply()
     }
 }
 
-// Returns false if that has ended the engine.
+// Returns false if that has deleted the engine.
 bool LayoutEngine::placeItems()
 {
-    // Placing a widget or a guide runs code of others, which may change the items.
+    // Placing a widget or a guide runs its event handlers or slots, which may change the items.
     std::vector<std::pair<QObject *, QRect>> places;
     places.reserve(m_system.items().size());
     for (const LayoutItem *const item : m_system.items()) {
@@ -365,7 +365,7 @@ bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
             request();
         break;
     case QEvent::LayoutRequest:
-        // The host's own layout, of whatever kind, has handled it already.
+        // If the host has a ConstraintLayout, that has handled it already.
         if (isHost && !m_layout) {
             m_isStale = true;
             apply();
@@ -379,7 +379,7 @@ bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
             rebuild();
         break;
     case QEvent::DynamicPropertyChange:
-        // Of the host, what constraints know is how far inside it lies what is aligned.
+        // Constraints depend on one property of the host.
         if (isHost ? static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName()
                              == "alignmentRectInsets"
                    : !isBetween)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which widgets and guides an engine has constraints about, and what it takes over from engines below.
+// The widgets and guides that an engine has constraints about, and taking over engines below.
 #include "Layout/ConstraintLayout.h"
 #include "Layout/LayoutEngine.h"
 #include "Layout/LayoutHosts.h"
@@ -47,7 +47,7 @@ void LayoutEngine::acquire(NS::ConstraintItem item, const QWidget *ancestor)
     used.placings += object != ancestor ? 1 : 0;
     if (known)
         return;
-    // The next pass takes over what the widget asks for: no required constraint depends on that.
+    // The next pass reads its size hints. No required constraint depends on them.
     watch(item.view());
     used.ending =
             connect(object, &QObject::destroyed, this, [this, object] { drop({ object }, false); });
@@ -75,14 +75,14 @@ void LayoutEngine::release(QObject *object, const QWidget *ancestor)
     unwatch(object);
 }
 
-// The view and what lies between it and the host, since that may move or leave too.
+// Watches the view and its ancestors up to the host, since these may move or leave too.
 void LayoutEngine::watch(QWidget *view)
 {
     for (; view && view != m_host; view = view->parentWidget())
         view->installEventFilter(this);
 }
 
-// The object and what lies between it and the host, as far as no item needs them any more. The
+// Stops watching the object and its ancestors up to the host, unless an item lies in them. The
 // object may be half destroyed.
 void LayoutEngine::unwatch(QObject *object)
 {
@@ -95,8 +95,8 @@ void LayoutEngine::unwatch(QObject *object)
     }
 }
 
-// Ends all constraints of these items, which are gone or have left the host. Those that lie as a
-// whole where the items are now go on there.
+// Ends all constraints of these items, which are destroyed or have left the host. Constraints
+// between two items that have left together go on where these are now.
 void LayoutEngine::drop(const QSet<QObject *> &objects, bool areAlive)
 {
     QList<std::shared_ptr<LayoutConstraint>> moved;
@@ -160,14 +160,14 @@ bool LayoutEngine::placesBelow(const QWidget *widget) const
                        [&](const LayoutItem *item) { return widget->isAncestorOf(item->view()); });
 }
 
-// From now on constraints whose common ancestor is that widget come here.
+// From now on this engine gets the constraints whose nearest common ancestor is that widget.
 void LayoutEngine::takeOver(QWidget *host)
 {
     LayoutHosts::all().takeOver(host, this);
     connect(host, &QObject::destroyed, this, [host] { LayoutHosts::all().giveBack(host); });
 }
 
-// The lower engine stays behind without constraints.
+// The lower engine remains, without constraints.
 void LayoutEngine::takeOverAllOf(LayoutEngine *lower)
 {
     LayoutHosts::all().takeOverFrom(lower, this);

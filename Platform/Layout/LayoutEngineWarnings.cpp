@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What an engine warns of: constraints that contradict each other, that only a negative size
-// satisfies, or that a Qt layout overrides.
+// Warnings about constraints that contradict each other, that only a negative size satisfies, and
+// that a Qt layout overrides.
 #include "Base/Failure.h"
 #include "Layout/ConstraintLayout.h"
 #include "Layout/LayoutEngine.h"
@@ -48,7 +48,7 @@ void LayoutEngine::warnAbout(const LayoutConstraint &constraint,
             constraint.description(), others.isEmpty() ? u"itself"_s : others.join(u", "_s)));
 }
 
-// Whether a solution has a negative size for want of a better one depends on the constraints alone.
+// The answer depends on the constraints alone, so that it changes only with them.
 void LayoutEngine::warnOfNegativeSizes()
 {
     if (!std::exchange(m_hasNewConstraints, false))
@@ -66,7 +66,7 @@ void LayoutEngine::warnOfNegativeSizes()
     }
 }
 
-// The widgets that a Qt layout keeps elsewhere than required constraints have them, after solve().
+// After solve(), the widgets that a Qt layout has placed elsewhere than required constraints do.
 QSet<const QWidget *> LayoutEngine::overriddenWidgets() const
 {
     QSet<const QWidget *> overridden;
@@ -83,7 +83,7 @@ QSet<const QWidget *> LayoutEngine::overriddenWidgets() const
     return overridden;
 }
 
-// After solve(). Qt layouts that have changed, too, take another moment to settle.
+// After solve(). Waits until Qt layouts that have changed too have placed their widgets.
 void LayoutEngine::lookForOverridden()
 {
     if (m_isLookDue || overriddenWidgets().isEmpty())
@@ -91,7 +91,7 @@ void LayoutEngine::lookForOverridden()
     m_isLookDue = true;
     QTimer::singleShot(0, this, [this] {
         m_isLookDue = false;
-        // Another pass will look.
+        // Otherwise the next pass looks again.
         if (!m_isStale)
             warnOfOverridden();
     });

@@ -23,7 +23,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// An edge that is rounded to a whole unit is half a unit off at most, a size twice that.
+// Rounding to whole units moves an edge by half a unit at most, and changes a size by one.
 constexpr double roundingOfSize = 1.0;
 
 QRectF alignedRect(ConstraintItem item, const QWidget *in)
@@ -41,7 +41,7 @@ bool isShownBelow(ConstraintItem item, const QWidget *view)
            || (view->isAncestorOf(item.view()) && item.view()->isVisibleTo(view));
 }
 
-// The view whose direction says where leading is.
+// The nearest common ancestor, whose layout direction decides where leading is.
 const QWidget *ancestorOf(const LayoutConstraint &constraint)
 {
     const ConstraintItem first = constraint.firstItem();
@@ -54,7 +54,7 @@ const QWidget *ancestorOf(const LayoutConstraint &constraint)
     return ancestor;
 }
 
-// An engine above the view may keep constraints of what is in it.
+// Engines of ancestors may keep constraints of widgets in the view.
 std::vector<std::shared_ptr<LayoutConstraint>> constraintsShownBelow(const QWidget *view)
 {
     std::vector<std::shared_ptr<LayoutConstraint>> shown;
@@ -74,7 +74,7 @@ std::vector<std::shared_ptr<LayoutConstraint>> constraintsShownBelow(const QWidg
     return shown;
 }
 
-// The items of a constraint as they stand, in place of what a solver makes of them.
+// Evaluates a constraint with the current frames of its items in place of a solution.
 class Measurement
 {
 public:
@@ -130,8 +130,8 @@ double baselineY(const QWidget *widget, LayoutAttribute attribute, const QRectF 
     return rect.y() + baseline.fraction * rect.height() + baseline.offset;
 }
 
-// From the line of the item that the attribute names to where that is wanted. A size is measured
-// at the right and at the lower edge.
+// From the edge or centre that the attribute names to where it should be. A size is measured at the
+// right or at the lower edge.
 QLineF lineOf(ConstraintItem item, LayoutAttribute attribute, const QRectF &rect, double excess,
               bool isMirrored)
 {
@@ -189,7 +189,8 @@ void findViolation(const LayoutConstraint &constraint, const QWidget *view,
                                        numberText(std::abs(excess))) });
 }
 
-// Of its own size. That a widget is larger than it asks for is common; that it may not be is not.
+// Violations of its size hints and limits. A widget may be larger than its hint if its size policy
+// lets it grow.
 void findViolation(QWidget *widget, Qt::Orientation orientation, const QRectF &rect,
                    LayoutFindings &findings)
 {
@@ -198,7 +199,7 @@ void findViolation(QWidget *widget, Qt::Orientation orientation, const QRectF &r
     const SizeHints both = sizeHints(widget);
     LengthHints hints = isHorizontal ? both.width : both.height;
     hints.insets = isHorizontal ? insets.left() + insets.right() : insets.top() + insets.bottom();
-    // Lines break before text is cut off.
+    // A text that can wrap needs its minimum width alone, and the height at the current width.
     if (widget->hasHeightForWidth())
         hints.hint = isHorizontal ? hints.minimumHint : widget->heightForWidth(widget->width());
     const IntrinsicLength intrinsic = intrinsicLength(hints);
@@ -259,7 +260,7 @@ LayoutFindings layoutFindings(const QWidget *view)
                 continue;
             }
             findings.frames.push_back(rect);
-            // The size of a host follows from what is in it.
+            // The size hint of a host follows from its constraints.
             if (LayoutHosts::all().ownEngine(widget))
                 continue;
             findViolation(widget, Qt::Horizontal, rect, findings);

@@ -15,7 +15,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Seen on light and on dark.
+// Visible on light and on dark backgrounds.
 constexpr QColor frameColor(0x2f, 0x86, 0xf6, 0xc0);
 constexpr QColor baselineColor(0xc2, 0x3c, 0xd6);
 constexpr QColor violationColor(0xd8, 0x4a, 0x1b);
@@ -34,7 +34,7 @@ void drawArrow(QPainter &painter, const QLineF &line)
     painter.restore();
 }
 
-// Beside the end of the arrow, or as near to that as it is seen as a whole.
+// Beside the end of the arrow, or as near to it as the text fits into the area.
 void drawText(QPainter &painter, const Violation &violation, const QRectF &area)
 {
     const QRectF size = painter.boundingRect(QRectF(), Qt::AlignLeft, violation.text)
@@ -70,7 +70,7 @@ bool changesPlaces(QEvent::Type type)
     }
 }
 
-// Asks for the variable once. Without it nothing is installed.
+// Reads the environment variable once, at the start of the application.
 void startDebugging()
 {
     if (qEnvironmentVariableIntValue("PELLARVINE_LAYOUT_DEBUG") != 0)
@@ -82,7 +82,7 @@ Q_COREAPP_STARTUP_FUNCTION(startDebugging)
 
 LayoutOverlay::LayoutOverlay(QWidget *view)
 {
-    qApp->installEventFilter(this); // before the view hears of a child
+    qApp->installEventFilter(this); // filters the ChildAdded event that setParent() sends
     setParent(view);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
@@ -101,7 +101,7 @@ LayoutOverlay *LayoutOverlay::of(const QWidget *view)
 
 bool LayoutOverlay::eventFilter(QObject *watched, QEvent *event)
 {
-    // A splitter would take it for a pane.
+    // A QSplitter would make a pane of it.
     if (event->type() == QEvent::ChildAdded)
         return static_cast<QChildEvent *>(event)->child() == this;
     if (watched == this || !watched->isWidgetType() || !changesPlaces(event->type()))

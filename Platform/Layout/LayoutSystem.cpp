@@ -20,14 +20,14 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Of a host before its first layout pass: large, so that widgets come into a system that squeezes
-// none of them, and few of them have to give way one after the other.
+// The length of a host before its first layout pass. A large one is fast, because it compresses no
+// widget while constraints are added.
 constexpr double roomyLength = 16384.0;
 
-// How far an ambiguous widget is moved to show that it is one.
+// The distance by which exerciseAmbiguity() moves a widget.
 constexpr double exerciseDistance = 24.0;
 
-// Rounding must not make a container a unit larger than it has to be, or allow one less.
+// Numerical errors below this must not change a size by a whole unit.
 constexpr double tolerance = 1e-4;
 
 int roundedUp(double length)
@@ -48,7 +48,7 @@ int depthOf(const LayoutItem &item)
     return depth;
 }
 
-// Distinct weights decide between equals: the item constrained last gives way first.
+// Of items with the same priority, the one constrained last gives way first.
 double weightOf(int number)
 {
     return 1.0 + 1.0 / (2.0 + number);
@@ -77,7 +77,7 @@ ConstraintSolver::Relation relationOf(LayoutRelation relation)
     return ConstraintSolver::Relation::equal;
 }
 
-// Puts back the heights that follow widths, so that no question depends on the one before.
+// Restores the heights that depend on widths, so that no question depends on the one before.
 class KeptHeights
 {
 public:
@@ -120,7 +120,7 @@ LayoutSystem::HostAxis::HostAxis(Solver &solver)
     , m_level(LayoutLevel::container)
 { }
 
-// The host moves while it is wanted less, so that few others give way on its way there.
+// Changes the length while the priority is the lower one, so that fewer items change on the way.
 void LayoutSystem::HostAxis::suggest(Solver &solver, double level, double length)
 {
     if (level < m_level)
@@ -212,7 +212,7 @@ void LayoutSystem::setIntrinsicSize(LayoutItem &item, bool hasHints)
     height.insets = along(item.insets);
     if (item.hasHeightForWidth) {
         item.minimumHeight = std::max(0.0, height.minimumHint);
-        // A guess until the width is known. Less would cut the text off.
+        // An estimate until the width is known. Less would cut off text.
         if (height.hint >= 0.0)
             height.minimumHint = height.hint;
     }
@@ -249,7 +249,7 @@ LayoutSystem::Solver::Expression LayoutSystem::expressionOf(const LayoutConstrai
                             constraint.constant(), mirroring);
 }
 
-// Without insets; the host's for a widget that no constraint is about.
+// Without insets. That of the host for a widget without constraints.
 AnchorAxis LayoutSystem::xAxisOf(const QWidget *widget) const
 {
     const LayoutItem *const item = find(widget);
@@ -282,7 +282,7 @@ void LayoutSystem::solve(const QSize &hostSize)
     solveWidthsFirst();
 }
 
-// Heights that follow widths are measured once the widths are settled.
+// Heights that depend on widths are measured after the widths are solved.
 void LayoutSystem::solveWidthsFirst()
 {
     m_solver.solve();
@@ -317,7 +317,7 @@ bool LayoutSystem::isHostOfSize(const QSize &size) const
            && std::abs(m_solver.value(m_height.extent()) - size.height()) < 1.0;
 }
 
-// Tries to forbid all sizes below 0. Those of a host that is too small can be.
+// Requires sizes of at least 0, for a moment. A host that is merely too small allows that.
 std::vector<LayoutSystem::NegativeSize> LayoutSystem::negativeSizes()
 {
     std::vector<NegativeSize> negative;
@@ -348,7 +348,7 @@ bool LayoutSystem::isDetermined(const LayoutItem &item) const
     return openVariables(item).empty();
 }
 
-// That a length is 0 where nobody says what it is does not count.
+// The default length of 0 does not determine a variable.
 std::vector<LayoutSystem::Solver::Variable>
 LayoutSystem::openVariables(const LayoutItem &item) const
 {
@@ -360,7 +360,7 @@ LayoutSystem::openVariables(const LayoutItem &item) const
     return open;
 }
 
-// Upwards where possible, so that no size is below 0, else downwards.
+// Increases a variable if possible, so that no size becomes negative, else decreases it.
 void LayoutSystem::moveElsewhere(const LayoutItem &item)
 {
     struct Target

@@ -128,7 +128,7 @@ bool isBaselineOfGuide(ConstraintItem item, LayoutAttribute attribute)
     return detail::isBaseline(attribute) && item.guide();
 }
 
-// Why there is no such constraint; empty if there is.
+// Why the constraint is invalid; empty if it is valid.
 QString refusal(const LayoutConstraint &constraint)
 {
     const Kind kind = kindOf(constraint.firstAttribute());
@@ -137,7 +137,7 @@ QString refusal(const LayoutConstraint &constraint)
         return u"it has no first attribute"_s;
     if (other != Kind::none && other != kind) {
         return kind == Kind::size || other == Kind::size
-                       ? u"a size is no place"_s
+                       ? u"one attribute is a size and the other a place"_s
                        : u"one attribute is horizontal and the other vertical"_s;
     }
     if (isBaselineOfGuide(constraint.firstItem(), constraint.firstAttribute())
@@ -155,7 +155,7 @@ void warn(const QString &text)
     printWarning((u"Warning: "_s + text).toStdString());
 }
 
-// Constraints do not reach across windows.
+// Null for widgets of different windows.
 QWidget *commonAncestor(QWidget *one, QWidget *other)
 {
     for (QWidget *candidate = one; candidate; candidate = candidate->parentWidget()) {
@@ -180,7 +180,7 @@ struct LayoutConstraint::Private
     double constant = 0.0;
     double priority = LayoutPriority::required;
     bool isRefused = false;
-    detail::LayoutEngine *engine = nullptr; // keeps an active constraint
+    detail::LayoutEngine *engine = nullptr; // null while it is inactive
 
     QWidget *host() const
     {
@@ -219,7 +219,7 @@ LayoutConstraint::make(ConstraintItem first, LayoutAttribute firstAttribute,
     const QString reason = refusal(*made);
     made->d->isRefused = !reason.isEmpty();
     if (made->d->isRefused)
-        warn(u"there is no constraint %1: %2"_s.arg(made->description(), reason));
+        warn(u"refused the constraint %1: %2"_s.arg(made->description(), reason));
     return made;
 }
 
@@ -340,7 +340,7 @@ void LayoutConstraint::setEngine(detail::LayoutEngine *engine)
         Q_EMIT activeChanged(isActive());
 }
 
-// What observes one constraint may end another, or its widgets.
+// Slots of one constraint may end others, or their widgets.
 void LayoutConstraint::activateConstraints(
         const QList<std::shared_ptr<LayoutConstraint>> &constraints)
 {
@@ -349,7 +349,8 @@ void LayoutConstraint::activateConstraints(
     for (const auto &constraint : all) {
         if (constraint->isActive() || constraint->d->isRefused || constraint->d->host())
             continue;
-        warn(u"no view holds both ends of the constraint %1"_s.arg(constraint->description()));
+        warn(u"the items of the constraint %1 have no common ancestor"_s.arg(
+                constraint->description()));
         return;
     }
     for (const auto &constraint : all) {

@@ -15,7 +15,7 @@ namespace NS {
 
 namespace {
 
-// Inside the part of the view that is aligned, because constraints count from there.
+// From the aligned part of the view, where constraints count from.
 QMarginsF layoutMargins(const QWidget *view)
 {
     const auto metric = [view](QStyle::PixelMetric pixelMetric) {

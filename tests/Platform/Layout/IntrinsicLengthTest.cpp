@@ -37,7 +37,7 @@ TEST(IntrinsicLength, a_widget_is_asked_in_either_direction)
 
 // Levels: 0.5 unwanted, 100 expanding, 250 and 750 hugging and resistance, 900 minimum size hints,
 // 990 minimum and maximum sizes.
-TEST(IntrinsicLength, policies_hints_and_limits_say_what_is_wanted_and_how_much)
+TEST(IntrinsicLength, policies_hints_and_limits_decide_the_target_and_its_priorities)
 {
     struct Row
     {

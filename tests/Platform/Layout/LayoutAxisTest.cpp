@@ -66,7 +66,7 @@ TEST(LayoutAxis, lengths_keep_to_their_hints_as_their_policies_say)
     }
 }
 
-TEST(LayoutAxis, another_wish_takes_the_place_of_the_first_with_all_its_limits)
+TEST(LayoutAxis, another_intrinsic_length_replaces_the_first_with_all_its_limits)
 {
     Pair pair(200);
     pair.one.setIntrinsicLength(pair.solver,

@@ -54,7 +54,7 @@ TEST(LayoutAmbiguity, a_place_is_open_until_constraints_and_hints_say_one)
         { "a place and a hint", label, { top(label), leading(label, 10) }, false },
         { "an x that has room", label, { top(label), lowerBound }, true },
         { "an x between two limits", label, { top(label), lowerBound, atMost }, false },
-        { "a wish",
+        { "an optional constraint",
           label,
           { top(label), leading(label, 10)->withPriority(LayoutPriority::defaultLow) },
           false },

@@ -38,7 +38,7 @@ static_assert(!CanBeEqual<LayoutDimension::Multiple, LayoutDimension>);
 static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutDimension::Multiple>);
 static_assert(!std::is_copy_constructible_v<LayoutConstraint>);
 
-// Asks for a size, and has a property that a style would leave to its class.
+// Has a size hint, and baselines as properties.
 class Sized : public QWidget
 {
     Q_OBJECT
@@ -59,7 +59,7 @@ public:
     QSize minimumHint;
 };
 
-// As much text as a given area, at whatever width.
+// Text that fills a given area at any width.
 class Flowing : public QWidget
 {
 public:
@@ -296,7 +296,7 @@ TEST(LayoutConstraint, contradicting_constraints_are_named_once_and_the_last_one
     EXPECT_FALSE(right->isActive());
     EXPECT_EQ(window.place(&view), QRect(10, 0, 50, 0));
 
-    // A constant can bring a contradiction about, too.
+    // A new constant can make a constraint contradict others, too.
     right->setConstant(60);
     right->setActive(true);
     EXPECT_EQ(warningsOf([&] { width->setConstant(51); }),
@@ -401,9 +401,10 @@ TEST(LayoutConstraint, without_a_common_ancestor_it_warns_once_and_activates_not
         topAnchor(&view).constraintEqualToAnchor(topAnchor(&elsewhere)),
         rightAnchor(&view).constraintEqualToAnchor(rightAnchor(&elsewhere)),
     };
-    EXPECT_EQ(warningsOf([&] { LayoutConstraint::activateConstraints(constraints); }),
-              "Warning: no view holds both ends of the constraint QWidget/QWidget[1].top == "
-              "elsewhere.top\n");
+    EXPECT_EQ(
+            warningsOf([&] { LayoutConstraint::activateConstraints(constraints); }),
+            "Warning: the items of the constraint QWidget/QWidget[1].top == elsewhere.top have no "
+            "common ancestor\n");
     for (const auto &constraint : constraints)
         EXPECT_FALSE(constraint->isActive());
     EXPECT_EQ(window.layout(), nullptr);
@@ -482,7 +483,7 @@ TEST(LayoutConstraint, constraints_end_with_their_layouts_widget)
     EXPECT_FALSE(constraint->isActive());
     EXPECT_EQ(constraint->firstItem(), nullptr);
     EXPECT_THAT(constraint->description().toStdString(), HasSubstr("(destroyed).left"));
-    EXPECT_THAT(warningsOf([&] { constraint->setActive(true); }), HasSubstr("Warning: no view"));
+    EXPECT_THAT(warningsOf([&] { constraint->setActive(true); }), HasSubstr("no common ancestor"));
 }
 
 TEST(LayoutConstraint, qt_layouts_above_see_the_sizes_that_follow_from_the_constraints)
@@ -541,7 +542,7 @@ TEST(LayoutConstraint, the_largest_size_follows_from_what_the_widgets_and_constr
     EXPECT_EQ(largest(), QSize(76, 59));
     EXPECT_EQ(panel.layout()->totalMaximumSize(), QSize(80, 60));
     width->setPriority(LayoutPriority::defaultLow);
-    EXPECT_EQ(largest().width(), QLAYOUTSIZE_MAX) << "a mere wish limits nothing";
+    EXPECT_EQ(largest().width(), QLAYOUTSIZE_MAX) << "only required constraints are limits";
     view->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     EXPECT_EQ(panel.layout()->totalMaximumSize(), QSize(60, 60));
     panel.layout()->setSizeConstraint(QLayout::SetMinAndMaxSize);
@@ -829,7 +830,7 @@ TEST(LayoutConstraint, code_that_runs_while_widgets_are_placed_may_change_the_co
     EXPECT_TRUE(QTest::qWaitFor([&] { return !other && restless->width() == 80; }));
 }
 
-TEST(LayoutConstraint, what_cannot_be_a_constraint_is_refused_with_the_reason)
+TEST(LayoutConstraint, an_invalid_constraint_is_refused_with_the_reason)
 {
     using Attribute = LayoutAttribute;
     Window window(300, 200);
@@ -849,7 +850,7 @@ TEST(LayoutConstraint, what_cannot_be_a_constraint_is_refused_with_the_reason)
         { Attribute::left, Attribute::bottom, 1, 0,
           "title.left == panel.bottom: one attribute is horizontal and the other vertical" },
         { Attribute::width, Attribute::left, 1, 0,
-          "title.width == panel.left: a size is no place" },
+          "title.width == panel.left: one attribute is a size and the other a place" },
         { Attribute::notAnAttribute, Attribute::left, 1, 0,
           "title. == panel.left: it has no first attribute" },
         { Attribute::width, Attribute::height, infinity, 0,

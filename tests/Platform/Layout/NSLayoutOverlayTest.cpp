@@ -64,7 +64,7 @@ bool hasOverlay(const QWidget &window)
 
 } // namespace
 
-TEST(LayoutFindings, a_wish_that_is_not_fulfilled_points_to_where_it_would_be)
+TEST(LayoutFindings, a_violation_points_to_the_required_place)
 {
     struct Row
     {
