@@ -7,12 +7,12 @@
 
 namespace Pellarvine::detail {
 
-/// One direction of the rectangle that a widget's anchors are about.
+/// One direction of the rectangle of an item that its anchors refer to.
 struct AnchorAxis
 {
-    std::optional<ConstraintSolver::Variable> origin; ///< none: the host, which begins at 0
+    std::optional<ConstraintSolver::Variable> origin; ///< none for the host, which starts at 0
     ConstraintSolver::Variable extent {};
-    double startInset = 0.0; ///< how far inside that begins and ends what is aligned
+    double startInset = 0.0; ///< from the start of the widget to that of its aligned part
     double endInset = 0.0;
 };
 
@@ -21,12 +21,12 @@ struct Anchor
     NS::LayoutAttribute attribute = NS::LayoutAttribute::notAnAttribute;
     AnchorAxis x;
     AnchorAxis y;
-    Baseline baseline; ///< of a baseline attribute
+    Baseline baseline; ///< for a baseline attribute
 };
 
-/// "first - multiplier * second - constant", which a constraint compares with 0. Where the layout
-/// of the view that holds both runs from right to left, `mirroring` is that view: leading and
-/// trailing places, and the constant between them, count from its right.
+/// "first - multiplier * second - constant", which a constraint compares with 0. `mirroring` is the
+/// nearest common ancestor if its layout direction is from right to left: leading and trailing
+/// places, and the constant between them, then count from its right edge.
 PELLARVINE_INTERNAL_EXPORT ConstraintSolver::Expression
 anchorExpression(const Anchor &first, double multiplier, const Anchor &second, double constant,
                  const std::optional<AnchorAxis> &mirroring);

@@ -6,7 +6,7 @@
 
 namespace Pellarvine::detail {
 
-/// Where a line of text stands in a widget: fraction * height + offset, from the top.
+/// The distance of a baseline from the top of its widget: fraction * height + offset.
 struct Baseline
 {
     double fraction = 0.0;
@@ -16,7 +16,7 @@ struct Baseline
 
 bool isBaseline(NS::LayoutAttribute attribute);
 
-/// As the widget declares it, or as its class and font suggest.
+/// The baseline that the widget declares, or else the one for its class and font.
 PELLARVINE_INTERNAL_EXPORT Baseline baselineOf(const QWidget *widget,
                                                NS::LayoutAttribute attribute);
 

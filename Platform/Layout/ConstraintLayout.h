@@ -8,14 +8,15 @@ namespace Pellarvine::detail {
 
 class LayoutEngine;
 
-/// Reports the engine's answers to Qt. It holds no items: the engine places the widgets.
+/// The QLayout that reports the sizes of an engine to Qt. It has no items, because the engine
+/// places the widgets.
 class ConstraintLayout : public QLayout
 {
 public:
-    /// Owns the engine from now on.
+    /// Takes ownership of the engine.
     ConstraintLayout(QWidget *host, LayoutEngine *engine);
 
-    /// Whether the host has such a layout, or none of another kind.
+    /// Whether the host has a ConstraintLayout or no layout.
     static bool canServe(const QWidget *host);
 
     void addItem(QLayoutItem *item) override { delete item; }
@@ -38,10 +39,10 @@ private:
     LayoutEngine *m_engine;
 };
 
-/// Whether a Qt layout of another kind places the widget in its parent.
+/// Whether another kind of QLayout places the widget in its parent.
 bool isPlacedByOtherLayout(const QWidget *widget);
 
-/// Whether no such layout decides where `from`, or what lies between it and `ancestor`, is.
+/// Whether no other kind of QLayout places `from` or a widget between it and `ancestor`.
 bool isReachable(const QWidget *from, const QWidget *ancestor);
 
 } // namespace Pellarvine::detail

@@ -4,6 +4,8 @@
 #include "Base/Assign.h"
 #include "Layout/LayoutLevel.h"
 
+#include <cmath>
+
 namespace Pellarvine::detail {
 
 using Solver = ConstraintSolver;
@@ -24,18 +26,19 @@ void LayoutAxis::setWeight(Solver &solver, double weight)
     }
 }
 
-void LayoutAxis::setWish(Solver &solver, const LengthWish &wish)
+void LayoutAxis::setIntrinsicLength(Solver &solver, const IntrinsicLength &intrinsic)
 {
     const Solver::Term extent { m_extent };
-    const bool isSameTarget =
-            m_target && m_wish.notBelow == wish.notBelow && m_wish.notAbove == wish.notAbove;
+    const bool isSameTarget = m_target && m_intrinsic.notBelow == intrinsic.notBelow
+                              && m_intrinsic.notAbove == intrinsic.notAbove;
     if (isSameTarget) {
-        solver.setConstant(*m_target, -wish.target);
+        solver.setConstant(*m_target, -intrinsic.target);
     } else {
         if (m_target)
             solver.remove(*m_target);
-        m_target = solver.addTarget({ { extent }, -wish.target }, { wish.notBelow, m_weight },
-                                    { wish.notAbove, m_weight });
+        m_target = solver.addTarget({ { extent }, -intrinsic.target },
+                                    { intrinsic.notBelow, m_weight },
+                                    { intrinsic.notAbove, m_weight });
     }
     const auto setLimit = [&](Limit &limit, std::optional<double> length, Solver::Relation relation,
                               double level, bool isSameLevel) {
@@ -48,11 +51,11 @@ void LayoutAxis::setWish(Solver &solver, const LengthWish &wish)
         else if (length)
             limit = solver.add({ { extent }, -*length }, relation, { level, m_weight }).constraint;
     };
-    setLimit(m_lower, wish.lower, Solver::Relation::greaterThanOrEqual, wish.lowerLevel,
-             m_wish.lowerLevel == wish.lowerLevel);
-    setLimit(m_upper, wish.upper, Solver::Relation::lessThanOrEqual, LayoutLevel::explicitLimit,
-             true);
-    m_wish = wish;
+    setLimit(m_lower, intrinsic.lower, Solver::Relation::greaterThanOrEqual, intrinsic.lowerLevel,
+             m_intrinsic.lowerLevel == intrinsic.lowerLevel);
+    setLimit(m_upper, intrinsic.upper, Solver::Relation::lessThanOrEqual,
+             LayoutLevel::explicitLimit, true);
+    m_intrinsic = intrinsic;
 }
 
 bool LayoutAxis::setTarget(Solver &solver, double length) const
@@ -73,6 +76,13 @@ void LayoutAxis::setPlace(Solver &solver, std::optional<double> origin)
         m_place = solver.addTarget({ { { m_origin } }, -*origin }, { LayoutLevel::container },
                                    { LayoutLevel::container });
     }
+}
+
+// A difference of less than a unit is rounding.
+bool LayoutAxis::isWhereGiven(const Solver &solver) const
+{
+    return std::abs(solver.value(m_origin) + solver.constant(*m_place)) < 1.0
+           && std::abs(solver.value(m_extent) - target(solver)) < 1.0;
 }
 
 void LayoutAxis::removeFrom(Solver &solver)

@@ -2,17 +2,17 @@
 // Not API.
 #pragma once
 
-#include "Layout/LengthWish.h"
+#include "Layout/IntrinsicLength.h"
 #include "Layout/Solver/ConstraintSolver.h"
 
 namespace Pellarvine::detail {
 
-/// One direction of a widget's aligned part in a solver: where it begins, how long it is, and what
-/// is wanted of both.
+/// One direction of an item in a solver: the variables for the start and the length of its aligned
+/// part, and the constraints of its own.
 class PELLARVINE_INTERNAL_EXPORT LayoutAxis
 {
 public:
-    /// Of two axes that want the same at the same level, the one with the larger weight gets it.
+    /// Of two axes that compete at the same level, the one with the larger weight keeps its length.
     LayoutAxis(ConstraintSolver &solver, double weight);
 
     ConstraintSolver::Variable origin() const { return m_origin; }
@@ -20,16 +20,19 @@ public:
 
     void setWeight(ConstraintSolver &solver, double weight);
 
-    void setWish(ConstraintSolver &solver, const LengthWish &wish);
+    void setIntrinsicLength(ConstraintSolver &solver, const IntrinsicLength &intrinsic);
 
-    /// Another target for the wish that there is. Returns whether it is another one.
+    /// Changes the target of the intrinsic length. Returns whether it was another one.
     bool setTarget(ConstraintSolver &solver, double length) const;
     double target(const ConstraintSolver &solver) const { return -solver.constant(*m_target); }
 
-    /// Holds the axis to that place, or to none.
+    /// Fixes the start, or makes it free again.
     void setPlace(ConstraintSolver &solver, std::optional<double> origin);
 
-    /// No constraint of others may mention the axis any more.
+    /// Whether the last solution has the start that was set and the target.
+    bool isWhereGiven(const ConstraintSolver &solver) const;
+
+    /// No other constraint may mention the axis any more.
     void removeFrom(ConstraintSolver &solver);
 
 private:
@@ -38,7 +41,7 @@ private:
     double m_weight;
     ConstraintSolver::Variable m_origin;
     ConstraintSolver::Variable m_extent;
-    LengthWish m_wish;
+    IntrinsicLength m_intrinsic;
     Limit m_target;
     Limit m_lower;
     Limit m_upper;

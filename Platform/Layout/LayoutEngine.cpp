@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/LayoutEngine.h"
 
-#include "Base/Failure.h"
 #include "Layout/Baseline.h"
 #include "Layout/ConstraintLayout.h"
 #include "Layout/LayoutHosts.h"
@@ -15,7 +14,6 @@
 #include <algorithm>
 #include <utility>
 
-using namespace Qt::StringLiterals;
 using NS::LayoutConstraint;
 
 namespace Pellarvine::detail {
@@ -64,8 +62,8 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
     acquire(constraint->secondItem(), ancestor);
     Active active;
     active.constraint = constraint;
-    active.first = constraint->firstItem();
-    active.second = constraint->secondItem();
+    active.first = constraint->firstItem().object();
+    active.second = constraint->secondItem().object();
     active.ancestor = ancestor;
     active.isOfBaseline =
             isBaseline(constraint->firstAttribute()) || isBaseline(constraint->secondAttribute());
@@ -101,6 +99,7 @@ void LayoutEngine::updateConstant(LayoutConstraint *constraint)
     const auto conflict = m_system.solver().setConstant(
             *active.handle, m_system.expressionOf(*constraint, active.ancestor).constant);
     if (conflict.empty()) {
+        m_hasNewConstraints = true;
         request();
         return;
     }
@@ -132,8 +131,8 @@ void LayoutEngine::takeOut(Active &active)
         m_system.solver().remove(*handle);
 }
 
-// Adds a constraint that is not in the solver. If it contradicts others, warns and returns false:
-// the caller has to remove it.
+// Adds a constraint that is not in the solver. If it contradicts others, warns and returns false.
+// The caller then has to remove it.
 bool LayoutEngine::addAgain(Active &active)
 {
     return addAgain(active, m_system.expressionOf(*active.constraint, active.ancestor));
@@ -145,27 +144,13 @@ bool LayoutEngine::addAgain(Active &active, Solver::Expression expression)
     if (!added.constraint)
         warnAbout(*active.constraint, added.conflict);
     active.handle = added.constraint;
+    m_hasNewConstraints = true;
     if (active.isOfBaseline)
         active.terms = std::move(expression.terms);
     return added.constraint.has_value();
 }
 
-void LayoutEngine::warnAbout(const LayoutConstraint &constraint,
-                             const std::vector<Solver::Constraint> &conflict) const
-{
-    QStringList others;
-    for (const Active *const active : inOrder()) {
-        const bool isNamed =
-                std::find(conflict.begin(), conflict.end(), active->handle) != conflict.end();
-        if (isNamed && active->constraint.get() != &constraint)
-            others.append(active->constraint->description());
-    }
-    const QString text = u"Warning: dropped the constraint %1, which contradicts %2"_s.arg(
-            constraint.description(), others.isEmpty() ? u"itself"_s : others.join(u", "_s));
-    printWarning(text.toStdString());
-}
-
-// Valid until a constraint goes.
+// The pointers are valid until a constraint is removed.
 std::vector<const LayoutEngine::Active *> LayoutEngine::inOrder(bool ofBaselines) const
 {
     std::vector<const Active *> all;
@@ -199,16 +184,16 @@ void LayoutEngine::request()
         QCoreApplication::postEvent(m_host, new QEvent(QEvent::LayoutRequest));
 }
 
-// As if the constraints there are had come one after the other, and no others before.
+// Gives the items the order that they would have if only the active constraints had been added.
 void LayoutEngine::reorder()
 {
     std::vector<LayoutItem *> order;
-    QSet<const QWidget *> seen;
+    QSet<const QObject *> seen;
     for (const Active *const active : inOrder()) {
-        for (QWidget *const widget : { active->first, active->second }) {
-            LayoutItem *const item = m_system.find(widget);
-            if (item && !seen.contains(widget)) {
-                seen.insert(widget);
+        for (const QObject *const object : { active->first, active->second }) {
+            LayoutItem *const item = m_system.find(object);
+            if (item && !seen.contains(object)) {
+                seen.insert(object);
                 order.push_back(item);
             }
         }
@@ -234,11 +219,11 @@ void LayoutEngine::refresh()
         reorder();
     if (m_system.setHostInsets(NS::alignmentRectInsets(m_host))) {
         rebuild();
-        m_isStale = false; // of what follows here
+        m_isStale = false; // the rest of this function does it
     }
     for (LayoutItem *const item : m_system.items())
         refresh(*item);
-    // Fonts may have changed.
+    // Baselines depend on fonts, which may have changed.
     std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
     for (const Active *const active : inOrder(true)) {
         const auto &constraint = active->constraint;
@@ -248,7 +233,7 @@ void LayoutEngine::refresh()
     removeAll(contradicting);
 }
 
-// Returns false if it now contradicts others; the caller has to remove it.
+// Returns false if it now contradicts others. The caller then has to remove it.
 bool LayoutEngine::updateBaseline(Active &active)
 {
     Solver::Expression expression = m_system.expressionOf(*active.constraint, active.ancestor);
@@ -262,7 +247,7 @@ bool LayoutEngine::updateBaseline(Active &active)
     return conflict.empty();
 }
 
-// Each tells its observers, whose code may end any of them, or the engine.
+// Slots of one constraint may end others, or the engine.
 void LayoutEngine::removeAll(const std::vector<std::shared_ptr<LayoutConstraint>> &constraints)
 {
     const QPointer<LayoutEngine> self(this);
@@ -274,13 +259,13 @@ void LayoutEngine::removeAll(const std::vector<std::shared_ptr<LayoutConstraint>
 
 void LayoutEngine::refresh(LayoutItem &item)
 {
-    QWidget *const widget = item.widget;
     if (isGiven(item)) {
-        m_system.setFrame(item, QRectF(widget->mapTo(m_host, QPoint()), QSizeF(widget->size())));
+        const QRect frame = item.widget ? item.widget->rect() : item.guide->frame();
+        m_system.setFrame(item, frame.translated(item.view()->mapTo(m_host, QPoint())));
         return;
     }
-    // Without constraints of its own any more, its layout does not know what it contains.
-    m_system.setWishes(item, !LayoutHosts::all().isTakenOver(widget));
+    // The layout of a host whose constraints were taken over does not know its content.
+    m_system.setIntrinsicSize(item, !LayoutHosts::all().isTakenOver(item.widget));
 }
 
 void LayoutEngine::rebuild()
@@ -301,36 +286,51 @@ void LayoutEngine::apply()
 {
     if (m_placing)
         return;
+    const bool wasStale = m_isStale;
     refresh();
     m_system.solve(m_host->size());
+    warnOfNegativeSizes();
+    if (wasStale)
+        lookForOverridden();
+    if (!placeItems())
+        return;
 
-    // Placing a widget runs its code, which may change the items.
-    std::vector<std::pair<QWidget *, QRect>> places;
-    places.reserve(m_system.items().size());
-    for (const LayoutItem *const item : m_system.items()) {
-        if (!item->isGiven)
-            places.emplace_back(item->widget, m_system.place(*item));
-    }
-    const QPointer<LayoutEngine> self(this);
-    const unsigned changes = m_system.changes();
-    for (const auto &[widget, place] : places) {
-        if (m_system.changes() != changes && !m_system.find(widget))
-            continue;
-        m_placing = widget;
-        const QWidget *const parent = widget->parentWidget();
-        const QPoint origin = parent == m_host ? QPoint() : parent->mapTo(m_host, QPoint());
-        widget->setGeometry(place.translated(-origin));
-        if (!self)
-            return;
-    }
-    m_placing = nullptr;
-
-    // Qt does not hold windows to a height that follows their width.
+    // Qt does not enforce height-for-width on windows.
     if (m_layout && m_host->isWindow() && hasHeightForWidth()) {
         const int height = minimumHeightForWidth(m_host->width());
         if (height > m_host->height() && height <= m_host->maximumHeight())
             m_host->resize(m_host->width(), height);
     }
+}
+
+// Returns false if that has deleted the engine.
+bool LayoutEngine::placeItems()
+{
+    // Placing a widget or a guide runs its event handlers or slots, which may change the items.
+    std::vector<std::pair<QObject *, QRect>> places;
+    places.reserve(m_system.items().size());
+    for (const LayoutItem *const item : m_system.items()) {
+        if (!item->isGiven)
+            places.emplace_back(item->object, m_system.place(*item));
+    }
+    const QPointer<LayoutEngine> self(this);
+    const unsigned changes = m_system.changes();
+    for (const auto &[object, place] : places) {
+        if (m_system.changes() != changes && !m_system.find(object))
+            continue;
+        m_placing = object;
+        const auto *const parent = static_cast<const QWidget *>(object->parent());
+        const QPoint origin = parent == m_host ? QPoint() : parent->mapTo(m_host, QPoint());
+        const QRect frame = place.translated(-origin);
+        if (object->isWidgetType())
+            static_cast<QWidget *>(object)->setGeometry(frame);
+        else
+            static_cast<NS::LayoutGuide *>(object)->setFrame(frame);
+        if (!self)
+            return false;
+    }
+    m_placing = nullptr;
+    return true;
 }
 
 bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
@@ -365,7 +365,7 @@ bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
             request();
         break;
     case QEvent::LayoutRequest:
-        // The host's own layout, of whatever kind, has handled it already.
+        // If the host has a ConstraintLayout, that has handled it already.
         if (isHost && !m_layout) {
             m_isStale = true;
             apply();
@@ -379,7 +379,7 @@ bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
             rebuild();
         break;
     case QEvent::DynamicPropertyChange:
-        // Of the host, what constraints know is how far inside it lies what is aligned.
+        // Constraints depend on one property of the host.
         if (isHost ? static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName()
                              == "alignmentRectInsets"
                    : !isBetween)

@@ -13,42 +13,44 @@ QT_FORWARD_DECLARE_CLASS(QLayout)
 
 namespace Pellarvine::detail {
 
-/// Keeps the active constraints between one widget, the host, and what is below it, and places the
-/// constrained widgets accordingly. It runs as the host's QLayout where the host has no other one,
-/// else beside that, without reporting sizes.
+/// Keeps the active constraints between one widget, the host, and its descendants, and places the
+/// constrained widgets and guides. It is the QLayout of the host if that has no other one. If it
+/// has, the engine works beside it and reports no sizes.
 ///
-/// A widget is placed by one engine. Where constraints reach into what another engine below places,
-/// the upper engine takes over all of the lower one's, unless a Qt layout lies between the two:
-/// then it takes what the lower one places as given.
+/// One engine places a widget. If a constraint mentions a widget that an engine below places, the
+/// upper engine takes over all constraints of the lower one. If a Qt layout lies between the two,
+/// it does not: the frames that the lower engine sets are given to the upper one.
 class LayoutEngine : public QObject
 {
 public:
-    /// The engine for constraints whose nearest common ancestor is `host`: its own, made if there
-    /// is none, or the one that has taken over.
+    /// The engine for constraints whose nearest common ancestor is `host`: that of the host, made
+    /// if there is none, or the one that has taken over.
     static LayoutEngine *on(QWidget *host);
 
     explicit LayoutEngine(QWidget *host);
     ~LayoutEngine() override;
 
-    /// Warns and leaves the constraint inactive if it contradicts those there are. `ancestor` is
-    /// its nearest common ancestor, which it does not move.
+    /// If the constraint contradicts active ones, warns and leaves it inactive. `ancestor` is the
+    /// nearest common ancestor of its items, which it does not move.
     void add(const std::shared_ptr<NS::LayoutConstraint> &constraint, QWidget *ancestor);
     void remove(NS::LayoutConstraint *constraint);
     void updateConstant(NS::LayoutConstraint *constraint);
     void updateStrength(NS::LayoutConstraint *constraint);
 
-    /// The active ones, in the order in which they came.
+    /// The active constraints, in the order of activation.
     std::vector<std::shared_ptr<NS::LayoutConstraint>> constraints() const;
 
-    /// The engine that decides where the widget is, or null.
+    /// The engine that places the widget, or null.
     static LayoutEngine *placing(const QWidget *widget);
-    /// Whether the constraints leave a widget that the engine places one place.
+    /// Whether constraints determine the frame of a widget that the engine places.
     bool isDetermined(const QWidget *widget);
-    /// The constraints on which its place and size in that direction depend, in order.
+    /// Moves a widget whose frame is ambiguous to another place, or back. The engine places it.
+    void exercise(const QWidget *widget);
+    /// The constraints that determine its place and size in that direction, in order.
     std::vector<std::shared_ptr<NS::LayoutConstraint>> affecting(const QWidget *widget,
                                                                  Qt::Orientation orientation);
 
-    // What the QLayout answers with; sizes are without the host's margins, which Qt adds.
+    // For the QLayout. Sizes exclude the contents margins of the host, which Qt adds.
     void invalidate();
     void apply();
     QSize minimumSize();
@@ -67,13 +69,15 @@ private:
     struct Active
     {
         std::shared_ptr<NS::LayoutConstraint> constraint;
-        QWidget *first = nullptr; ///< may be on its way out
-        QWidget *second = nullptr;
+        QObject *first = nullptr; ///< may be half destroyed
+        QObject *second = nullptr;
         QWidget *ancestor = nullptr;
-        std::optional<Solver::Constraint> handle; ///< none while it is out of the solver
+        std::optional<Solver::Constraint> handle; ///< none while it is not in the solver
         int number = 0;
         bool isOfBaseline = false;
-        std::vector<Solver::Term> terms; ///< of one of a baseline, in the solver
+        bool isReported = false; ///< a warning has named it
+        std::vector<Solver::Term>
+                terms; ///< of a constraint of a baseline, as they are in the solver
     };
 
     std::vector<const Active *> inOrder(bool ofBaselines = false) const;
@@ -83,18 +87,27 @@ private:
     bool addAgain(Active &active);
     bool addAgain(Active &active, Solver::Expression expression);
     bool updateBaseline(Active &active);
+
+    std::vector<const Active *> activeOf(const std::vector<Solver::Constraint> &handles) const;
     void warnAbout(const NS::LayoutConstraint &constraint,
                    const std::vector<Solver::Constraint> &conflict) const;
+    void warnOfNegativeSizes();
+    QSet<const QWidget *> overriddenWidgets() const;
+    void lookForOverridden();
+    void warnOfOverridden();
 
-    void acquire(QWidget *widget, const QWidget *ancestor);
-    void release(QWidget *widget, const QWidget *ancestor);
-    void watch(QWidget *widget);
-    void drop(const QSet<QWidget *> &widgets, bool areAlive);
+    void acquire(NS::ConstraintItem item, const QWidget *ancestor);
+    void release(QObject *object, const QWidget *ancestor);
+    void watch(QWidget *view);
+    void unwatch(QObject *object);
+    void drop(const QSet<QObject *> &objects, bool areAlive);
     void dropStrayed();
     bool isGiven(const LayoutItem &item) const;
     bool placesBelow(const QWidget *widget) const;
     void takeOver(QWidget *host);
     void takeOverAllOf(LayoutEngine *lower);
+
+    bool placeItems();
 
     void request();
     void reorder();
@@ -109,9 +122,11 @@ private:
     LayoutSystem m_system;
     std::unordered_map<NS::LayoutConstraint *, Active> m_active;
     int m_nextNumber = 0;
-    bool m_isOrderStale = false; // constraints have gone, by which items came
-    bool m_isStale = false; // what the widgets ask for may have changed
-    QWidget *m_placing = nullptr; // the widget that apply() is placing
+    bool m_isOrderStale = false; // constraints have ended, which decided the order of items
+    bool m_hasNewConstraints = false; // not yet searched for negative sizes
+    bool m_isLookDue = false; // a search for overridden constraints is scheduled
+    bool m_isStale = false; // the size hints of widgets may have changed
+    QObject *m_placing = nullptr; // the widget or guide that apply() is placing
     std::optional<QSize> m_minimumSize;
     std::optional<QSize> m_sizeHint;
     std::optional<QSize> m_maximumSize;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which widgets an engine has constraints about, and what it takes over from engines below.
+// The widgets and guides that an engine has constraints about, and taking over engines below.
 #include "Layout/ConstraintLayout.h"
 #include "Layout/LayoutEngine.h"
 #include "Layout/LayoutHosts.h"
@@ -14,52 +14,90 @@ using NS::LayoutConstraint;
 
 namespace Pellarvine::detail {
 
-void LayoutEngine::acquire(QWidget *widget, const QWidget *ancestor)
+namespace {
+
+QWidget *parentOf(const QObject *object)
 {
-    if (!widget || widget == m_host)
-        return;
-    for (QWidget *between = widget->parentWidget(); between != m_host;
-         between = between->parentWidget()) {
-        LayoutEngine *const lower = LayoutHosts::all().ownEngine(between);
-        if (lower && lower->m_system.find(widget) && isReachable(between, m_host))
-            takeOverAllOf(lower);
-    }
-    LayoutItem *const known = m_system.find(widget);
-    LayoutItem &item = known ? *known : m_system.add(widget);
-    ++item.uses;
-    item.placings += widget != ancestor ? 1 : 0;
-    if (known)
-        return;
-    // The next pass takes over what the widget asks for: no required constraint depends on that.
-    watch(widget);
-    item.ending =
-            connect(widget, &QObject::destroyed, this, [this, widget] { drop({ widget }, false); });
+    return static_cast<QWidget *>(object->parent());
 }
 
-void LayoutEngine::release(QWidget *widget, const QWidget *ancestor)
+bool isAtOrBelow(const QObject *object, const QObject *ancestor)
 {
-    LayoutItem *const item = m_system.find(widget);
+    while (object && object != ancestor)
+        object = object->parent();
+    return object;
+}
+
+} // namespace
+
+void LayoutEngine::acquire(NS::ConstraintItem item, const QWidget *ancestor)
+{
+    QObject *const object = item.object();
+    if (!object || object == m_host)
+        return;
+    for (QWidget *between = parentOf(object); between != m_host;
+         between = between->parentWidget()) {
+        LayoutEngine *const lower = LayoutHosts::all().ownEngine(between);
+        if (lower && lower->m_system.find(object) && isReachable(between, m_host))
+            takeOverAllOf(lower);
+    }
+    LayoutItem *const known = m_system.find(object);
+    LayoutItem &used = known ? *known : m_system.add(item);
+    ++used.uses;
+    used.placings += object != ancestor ? 1 : 0;
+    if (known)
+        return;
+    // The next pass reads its size hints. No required constraint depends on them.
+    watch(item.view());
+    used.ending =
+            connect(object, &QObject::destroyed, this, [this, object] { drop({ object }, false); });
+    if (NS::LayoutGuide *const guide = item.guide()) {
+        connect(guide, &NS::LayoutGuide::frameChanged, this, [this, guide] {
+            if (m_system.find(guide)->isGiven)
+                request();
+        });
+    }
+}
+
+void LayoutEngine::release(QObject *object, const QWidget *ancestor)
+{
+    LayoutItem *const item = m_system.find(object);
     if (!item)
         return;
     m_isOrderStale = true;
-    item->placings -= widget != ancestor ? 1 : 0;
+    item->placings -= object != ancestor ? 1 : 0;
     if (--item->uses > 0)
         return;
     disconnect(item->ending);
-    widget->removeEventFilter(this);
+    if (item->guide)
+        disconnect(item->guide, &NS::LayoutGuide::frameChanged, this, nullptr);
     m_system.remove(*item);
+    unwatch(object);
 }
 
-// The widget and what lies between it and the host, since that may move or leave too.
-void LayoutEngine::watch(QWidget *widget)
+// Watches the view and its ancestors up to the host, since these may move or leave too.
+void LayoutEngine::watch(QWidget *view)
 {
-    for (; widget && widget != m_host; widget = widget->parentWidget())
-        widget->installEventFilter(this);
+    for (; view && view != m_host; view = view->parentWidget())
+        view->installEventFilter(this);
 }
 
-// Ends all constraints of these widgets, which are gone or have left the host. Those that lie as a
-// whole where the widgets are now go on there.
-void LayoutEngine::drop(const QSet<QWidget *> &widgets, bool areAlive)
+// Stops watching the object and its ancestors up to the host, unless an item lies in them. The
+// object may be half destroyed.
+void LayoutEngine::unwatch(QObject *object)
+{
+    for (; object && object != m_host; object = object->parent()) {
+        const auto &items = m_system.items();
+        if (std::any_of(items.begin(), items.end(),
+                        [&](const LayoutItem *item) { return isAtOrBelow(item->object, object); }))
+            return;
+        object->removeEventFilter(this);
+    }
+}
+
+// Ends all constraints of these items, which are destroyed or have left the host. Constraints
+// between two items that have left together go on where these are now.
+void LayoutEngine::drop(const QSet<QObject *> &objects, bool areAlive)
 {
     QList<std::shared_ptr<LayoutConstraint>> moved;
     const QPointer<LayoutEngine> self(this);
@@ -67,9 +105,9 @@ void LayoutEngine::drop(const QSet<QWidget *> &widgets, bool areAlive)
     for (Active &active : all) {
         if (!m_active.contains(active.constraint.get()))
             continue;
-        const bool isFirst = widgets.contains(active.first);
-        const bool isSecond = !active.second || widgets.contains(active.second);
-        if (!isFirst && !widgets.contains(active.second))
+        const bool isFirst = objects.contains(active.first);
+        const bool isSecond = !active.second || objects.contains(active.second);
+        if (!isFirst && !objects.contains(active.second))
             continue;
         if (areAlive && isFirst && isSecond)
             moved.append(active.constraint);
@@ -87,10 +125,10 @@ void LayoutEngine::drop(const QSet<QWidget *> &widgets, bool areAlive)
 
 void LayoutEngine::dropStrayed()
 {
-    QSet<QWidget *> strayed;
+    QSet<QObject *> strayed;
     for (const LayoutItem *const item : m_system.items()) {
-        if (!m_host->isAncestorOf(item->widget))
-            strayed.insert(item->widget);
+        if (!m_host->isAncestorOf(item->view()))
+            strayed.insert(item->object);
     }
     if (strayed.isEmpty())
         return;
@@ -101,13 +139,15 @@ void LayoutEngine::dropStrayed()
 bool LayoutEngine::isGiven(const LayoutItem &item) const
 {
     const QWidget *const widget = item.widget;
-    if (item.placings == 0 || NS::translatesAutoresizingMaskIntoConstraints(widget)
-        || isPlacedByOtherLayout(widget))
+    if (item.placings == 0)
         return true;
-    for (const QWidget *between = widget->parentWidget(); between != m_host;
+    if (widget
+        && (NS::translatesAutoresizingMaskIntoConstraints(widget) || isPlacedByOtherLayout(widget)))
+        return true;
+    for (const QWidget *between = parentOf(item.object); between != m_host;
          between = between->parentWidget()) {
         const LayoutEngine *const lower = LayoutHosts::all().ownEngine(between);
-        if (lower && lower->m_system.find(widget))
+        if (lower && lower->m_system.find(item.object))
             return true;
     }
     return false;
@@ -117,17 +157,17 @@ bool LayoutEngine::placesBelow(const QWidget *widget) const
 {
     const auto &items = m_system.items();
     return std::any_of(items.begin(), items.end(),
-                       [&](const LayoutItem *item) { return widget->isAncestorOf(item->widget); });
+                       [&](const LayoutItem *item) { return widget->isAncestorOf(item->view()); });
 }
 
-// From now on constraints whose common ancestor is that widget come here.
+// From now on this engine gets the constraints whose nearest common ancestor is that widget.
 void LayoutEngine::takeOver(QWidget *host)
 {
     LayoutHosts::all().takeOver(host, this);
     connect(host, &QObject::destroyed, this, [host] { LayoutHosts::all().giveBack(host); });
 }
 
-// The lower engine stays behind without constraints.
+// The lower engine remains, without constraints.
 void LayoutEngine::takeOverAllOf(LayoutEngine *lower)
 {
     LayoutHosts::all().takeOverFrom(lower, this);

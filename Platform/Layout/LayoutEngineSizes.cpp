@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What an engine answers when Qt asks its layout for sizes.
+// The sizes that the layout of an engine reports to Qt.
 #include "Layout/LayoutEngine.h"
 #include "Layout/LayoutLevel.h"
 
@@ -10,7 +10,7 @@
 
 namespace Pellarvine::detail {
 
-// Qt adds the host's margins, which constraints count in.
+// Constraints include the contents margins of the host, and Qt adds them again.
 QSize LayoutEngine::withoutMargins(const QSize &size) const
 {
     return size.shrunkBy(m_host->contentsMargins());
@@ -86,8 +86,10 @@ int LayoutEngine::fittingHeight(int width, double level)
 Qt::Orientations LayoutEngine::expandingDirections() const
 {
     Qt::Orientations directions;
-    for (const LayoutItem *const item : m_system.items())
-        directions |= item->widget->sizePolicy().expandingDirections();
+    for (const LayoutItem *const item : m_system.items()) {
+        if (item->widget)
+            directions |= item->widget->sizePolicy().expandingDirections();
+    }
     return directions;
 }
 

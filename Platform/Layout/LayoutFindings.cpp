@@ -2,9 +2,9 @@
 #include "Layout/LayoutFindings.h"
 
 #include "Layout/AnchorExpression.h"
+#include "Layout/IntrinsicLength.h"
 #include "Layout/LayoutEngine.h"
 #include "Layout/LayoutHosts.h"
-#include "Layout/LengthWish.h"
 #include "View/NSView.h"
 
 #include <QWidget>
@@ -14,6 +14,7 @@
 #include <set>
 
 using namespace Qt::StringLiterals;
+using NS::ConstraintItem;
 using NS::LayoutAttribute;
 using NS::LayoutConstraint;
 using NS::LayoutRelation;
@@ -22,35 +23,38 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// An edge that is rounded to a whole unit is half a unit off at most, a size twice that.
+// Rounding to whole units moves an edge by half a unit at most, and changes a size by one.
 constexpr double roundingOfSize = 1.0;
 
-QRectF alignedRect(const QWidget *widget, const QWidget *in)
+QRectF alignedRect(ConstraintItem item, const QWidget *in)
 {
-    const QRectF frame(widget == in ? QPointF() : QPointF(widget->mapTo(in, QPoint())),
-                       QSizeF(widget->size()));
-    return frame.marginsRemoved(NS::alignmentRectInsets(widget));
+    const QPoint origin = item.view() == in ? QPoint() : item.view()->mapTo(in, QPoint());
+    if (const NS::LayoutGuide *const guide = item.guide())
+        return guide->frame().translated(origin);
+    const QWidget *const widget = item.widget();
+    return QRectF(QRect(origin, widget->size())).marginsRemoved(NS::alignmentRectInsets(widget));
 }
 
-bool isShownBelow(const QWidget *widget, const QWidget *view)
+bool isShownBelow(ConstraintItem item, const QWidget *view)
 {
-    return widget == view || (view->isAncestorOf(widget) && widget->isVisibleTo(view));
+    return item.view() == view
+           || (view->isAncestorOf(item.view()) && item.view()->isVisibleTo(view));
 }
 
-// The view whose direction says where leading is.
+// The nearest common ancestor, whose layout direction decides where leading is.
 const QWidget *ancestorOf(const LayoutConstraint &constraint)
 {
-    const QWidget *const first = constraint.firstItem();
-    const QWidget *const second = constraint.secondItem();
+    const ConstraintItem first = constraint.firstItem();
+    const QWidget *ancestor = first.view();
+    const QWidget *const second = constraint.secondItem().view();
     if (!second)
-        return first->isWindow() ? first : first->parentWidget();
-    const QWidget *ancestor = first;
-    while (ancestor != second && !ancestor->isAncestorOf(second))
+        return first.guide() || ancestor->isWindow() ? ancestor : ancestor->parentWidget();
+    while (!ancestor->isAncestorOf(second))
         ancestor = ancestor->parentWidget();
     return ancestor;
 }
 
-// An engine above the view may keep constraints of what is in it.
+// Engines of ancestors may keep constraints of widgets in the view.
 std::vector<std::shared_ptr<LayoutConstraint>> constraintsShownBelow(const QWidget *view)
 {
     std::vector<std::shared_ptr<LayoutConstraint>> shown;
@@ -61,7 +65,7 @@ std::vector<std::shared_ptr<LayoutConstraint>> constraintsShownBelow(const QWidg
         if (!engine)
             continue;
         for (const auto &constraint : engine->constraints()) {
-            const QWidget *const second = constraint->secondItem();
+            const ConstraintItem second = constraint->secondItem();
             if (isShownBelow(constraint->firstItem(), view)
                 && (!second || isShownBelow(second, view)))
                 shown.push_back(constraint);
@@ -70,7 +74,7 @@ std::vector<std::shared_ptr<LayoutConstraint>> constraintsShownBelow(const QWidg
     return shown;
 }
 
-// The widgets of a constraint as they stand, in place of what a solver makes of them.
+// Evaluates a constraint with the current frames of its items in place of a solution.
 class Measurement
 {
 public:
@@ -92,7 +96,6 @@ public:
 
     /// By how much the first side is larger than the second.
     double excess() const { return m_excess; }
-    bool isMirrored() const { return m_ancestor->layoutDirection() == Qt::RightToLeft; }
 
 private:
     ConstraintSolver::Variable variable(double value)
@@ -102,17 +105,17 @@ private:
     }
     AnchorAxis xAxis(const QRectF &rect) { return { variable(rect.x()), variable(rect.width()) }; }
     AnchorAxis yAxis(const QRectF &rect) { return { variable(rect.y()), variable(rect.height()) }; }
-    Anchor anchor(const QWidget *widget, LayoutAttribute attribute)
+    Anchor anchor(ConstraintItem item, LayoutAttribute attribute)
     {
         Anchor made;
         if (attribute == LayoutAttribute::notAnAttribute)
             return made;
-        const QRectF rect = alignedRect(widget, m_ancestor);
+        const QRectF rect = alignedRect(item, m_ancestor);
         made.attribute = attribute;
         made.x = xAxis(rect);
         made.y = yAxis(rect);
         if (isBaseline(attribute))
-            made.baseline = baselineOf(widget, attribute);
+            made.baseline = baselineOf(item.widget(), attribute);
         return made;
     }
 
@@ -127,9 +130,9 @@ double baselineY(const QWidget *widget, LayoutAttribute attribute, const QRectF 
     return rect.y() + baseline.fraction * rect.height() + baseline.offset;
 }
 
-// From the line of the widget that the attribute names to where that is wanted. A size is measured
-// at the right and at the lower edge.
-QLineF lineOf(const QWidget *widget, LayoutAttribute attribute, const QRectF &rect, double excess,
+// From the edge or centre that the attribute names to where it should be. A size is measured at the
+// right or at the lower edge.
+QLineF lineOf(ConstraintItem item, LayoutAttribute attribute, const QRectF &rect, double excess,
               bool isMirrored)
 {
     const auto horizontal = [&](double x, double length) {
@@ -161,7 +164,7 @@ QLineF lineOf(const QWidget *widget, LayoutAttribute attribute, const QRectF &re
         return vertical(rect.center().y());
     case LayoutAttribute::firstBaseline:
     case LayoutAttribute::lastBaseline:
-        return vertical(baselineY(widget, attribute, rect));
+        return vertical(baselineY(item.widget(), attribute, rect));
     }
     return {};
 }
@@ -171,51 +174,48 @@ QString numberText(double number)
     return QString::number(std::round(number * 10.0) / 10.0);
 }
 
-void findUnmet(const LayoutConstraint &constraint, const QWidget *view, LayoutFindings &findings)
+void findViolation(const LayoutConstraint &constraint, const QWidget *view,
+                   LayoutFindings &findings)
 {
-    const Measurement measured(constraint);
-    const double excess = measured.excess();
-    const double tolerance = roundingOfSize * (1.0 + std::abs(constraint.multiplier()));
-    const bool isTooLarge =
-            excess > tolerance && constraint.relation() != LayoutRelation::greaterThanOrEqual;
-    const bool isTooSmall =
-            excess < -tolerance && constraint.relation() != LayoutRelation::lessThanOrEqual;
-    if (!isTooLarge && !isTooSmall)
+    const double excess = excessOf(constraint);
+    if (excess == 0.0)
         return;
-    const QWidget *const first = constraint.firstItem();
-    findings.unmet.push_back(
+    const ConstraintItem first = constraint.firstItem();
+    const bool isMirrored = ancestorOf(constraint)->layoutDirection() == Qt::RightToLeft;
+    findings.violations.push_back(
             { lineOf(first, constraint.firstAttribute(), alignedRect(first, view), excess,
-                     measured.isMirrored()),
+                     isMirrored),
               u"%1 @ %2: %3 off"_s.arg(constraint.description(), numberText(constraint.priority()),
                                        numberText(std::abs(excess))) });
 }
 
-// Of its own size. That a widget is larger than it asks for is common; that it may not be is not.
-void findUnmet(const QWidget *widget, Qt::Orientation orientation, const QRectF &rect,
-               LayoutFindings &findings)
+// Violations of its size hints and limits. A widget may be larger than its hint if its size policy
+// lets it grow.
+void findViolation(QWidget *widget, Qt::Orientation orientation, const QRectF &rect,
+                   LayoutFindings &findings)
 {
     const bool isHorizontal = orientation == Qt::Horizontal;
     const QMarginsF insets = NS::alignmentRectInsets(widget);
     const SizeHints both = sizeHints(widget);
     LengthHints hints = isHorizontal ? both.width : both.height;
     hints.insets = isHorizontal ? insets.left() + insets.right() : insets.top() + insets.bottom();
-    // Lines break before text is cut off.
+    // A text that can wrap needs its minimum width alone, and the height at the current width.
     if (widget->hasHeightForWidth())
         hints.hint = isHorizontal ? hints.minimumHint : widget->heightForWidth(widget->width());
-    const LengthWish wish = lengthWish(hints);
+    const IntrinsicLength intrinsic = intrinsicLength(hints);
     const double length = isHorizontal ? rect.width() : rect.height();
     double wanted = length;
-    if (wish.notAbove >= NS::LayoutPriority::defaultHigh)
-        wanted = std::min(wanted, wish.target);
-    if (wish.notBelow >= NS::LayoutPriority::defaultHigh)
-        wanted = std::max(wanted, wish.target);
-    wanted = std::min(wanted, wish.upper.value_or(wanted));
-    wanted = std::max(wanted, wish.lower.value_or(wanted));
+    if (intrinsic.notAbove >= NS::LayoutPriority::defaultHigh)
+        wanted = std::min(wanted, intrinsic.target);
+    if (intrinsic.notBelow >= NS::LayoutPriority::defaultHigh)
+        wanted = std::max(wanted, intrinsic.target);
+    wanted = std::min(wanted, intrinsic.upper.value_or(wanted));
+    wanted = std::max(wanted, intrinsic.lower.value_or(wanted));
     if (std::abs(wanted - length) <= roundingOfSize)
         return;
     const LayoutAttribute attribute =
             isHorizontal ? LayoutAttribute::width : LayoutAttribute::height;
-    findings.unmet.push_back(
+    findings.violations.push_back(
             { lineOf(widget, attribute, rect, length - wanted, false),
               u"%1 %2, asks for %3"_s.arg(isHorizontal ? "width"_L1 : "height"_L1,
                                           numberText(length), numberText(wanted)) });
@@ -223,32 +223,48 @@ void findUnmet(const QWidget *widget, Qt::Orientation orientation, const QRectF 
 
 } // namespace
 
+double excessOf(const LayoutConstraint &constraint)
+{
+    const double excess = Measurement(constraint).excess();
+    const double tolerance = roundingOfSize * (1.0 + std::abs(constraint.multiplier()));
+    const bool isTooLarge =
+            excess > tolerance && constraint.relation() != LayoutRelation::greaterThanOrEqual;
+    const bool isTooSmall =
+            excess < -tolerance && constraint.relation() != LayoutRelation::lessThanOrEqual;
+    return isTooLarge || isTooSmall ? excess : 0.0;
+}
+
 LayoutFindings layoutFindings(const QWidget *view)
 {
     LayoutFindings findings;
-    std::set<std::pair<const QWidget *, LayoutAttribute>> seen;
+    std::set<std::pair<const QObject *, LayoutAttribute>> seen;
     for (const auto &constraint : constraintsShownBelow(view)) {
-        findUnmet(*constraint, view, findings);
-        const std::pair<const QWidget *, LayoutAttribute> items[] = {
+        findViolation(*constraint, view, findings);
+        const std::pair<ConstraintItem, LayoutAttribute> items[] = {
             { constraint->firstItem(), constraint->firstAttribute() },
             { constraint->secondItem(), constraint->secondAttribute() },
         };
-        for (const auto &[widget, attribute] : items) {
-            if (!widget)
+        for (const auto &[item, attribute] : items) {
+            if (!item)
                 continue;
-            const QRectF rect = alignedRect(widget, view);
+            const QRectF rect = alignedRect(item, view);
+            QWidget *const widget = item.widget();
             if (isBaseline(attribute) && seen.emplace(widget, attribute).second) {
                 const double y = baselineY(widget, attribute, rect);
                 findings.baselines.emplace_back(rect.left(), y, rect.right(), y);
             }
-            if (!seen.emplace(widget, LayoutAttribute::notAnAttribute).second)
+            if (!seen.emplace(item.object(), LayoutAttribute::notAnAttribute).second)
                 continue;
+            if (!widget) {
+                findings.guides.push_back(rect);
+                continue;
+            }
             findings.frames.push_back(rect);
-            // The size of a host follows from what is in it.
+            // The size hint of a host follows from its constraints.
             if (LayoutHosts::all().ownEngine(widget))
                 continue;
-            findUnmet(widget, Qt::Horizontal, rect, findings);
-            findUnmet(widget, Qt::Vertical, rect, findings);
+            findViolation(widget, Qt::Horizontal, rect, findings);
+            findViolation(widget, Qt::Vertical, rect, findings);
         }
     }
     return findings;

@@ -13,23 +13,28 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 
 namespace Pellarvine::detail {
 
-/// What is not as somebody wants it: a line from where it is to where it is wanted, and a text.
-struct UnmetWish
+/// A constraint or a size hint that does not hold: a line from the actual to the required place,
+/// and a text.
+struct Violation
 {
     QLineF line;
     QString text;
 };
 
-/// What the constraints below a view have made of it, in the view's coordinates.
+/// The result of the constraints below a view, in the coordinates of the view.
 struct LayoutFindings
 {
     std::vector<QRectF> frames; ///< of the aligned parts of the widgets with constraints
-    std::vector<QLineF> baselines; ///< of those whose constraints are about them
-    std::vector<UnmetWish> unmet; ///< of constraints, and of widgets about their own sizes
+    std::vector<QRectF> guides; ///< of the layout guides with constraints
+    std::vector<QLineF> baselines; ///< those that constraints are about
+    std::vector<Violation> violations; ///< of constraints and of size hints
 };
 
-/// Reads the places of the widgets as they are now. Differences that rounding to whole units can
-/// explain are none.
+/// By how much the first side of the constraint is too large for the current frames, negative if it
+/// is too small. 0 if the constraint holds, apart from rounding to whole units.
+double excessOf(const NS::LayoutConstraint &constraint);
+
+/// Reads the current frames. Differences by rounding to whole units are no violations.
 PELLARVINE_INTERNAL_EXPORT LayoutFindings layoutFindings(const QWidget *view);
 
 } // namespace Pellarvine::detail

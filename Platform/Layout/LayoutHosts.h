@@ -10,15 +10,15 @@ namespace Pellarvine::detail {
 
 class LayoutEngine;
 
-/// Which engine keeps the constraints of which host: its own one, or one above that has taken over.
-/// Owns none of them, and calls none.
+/// The table of hosts and the engines that keep their constraints: the host's own one, or one above
+/// that has taken over. Does not own the engines, nor call them.
 class LayoutHosts
 {
 public:
-    /// The table of all hosts.
+    /// The one table.
     static LayoutHosts &all();
 
-    /// Null if there is none. An engine whose constraints were taken over stays the host's own.
+    /// The engine of the host, even if its constraints were taken over, or null.
     LayoutEngine *ownEngine(const QWidget *host) const { return m_own.value(host); }
     /// The engine above that has taken over, or null.
     LayoutEngine *upperEngine(const QWidget *host) const { return m_upper.value(host); }
@@ -28,12 +28,12 @@ public:
     /// Also gives back the hosts that the engine has taken over.
     void remove(const QWidget *host, const LayoutEngine *engine);
 
-    /// From now on constraints of that host go to `upper`, ...
+    /// From now on `upper` gets the constraints of that host.
     void takeOver(const QWidget *host, LayoutEngine *upper) { m_upper.insert(host, upper); }
-    /// ... and those of all hosts that `lower` has taken over, too.
+    /// From now on `upper` gets the constraints of all hosts that `lower` has taken over.
     void takeOverFrom(const LayoutEngine *lower, LayoutEngine *upper);
     void giveBack(const QWidget *host) { m_upper.remove(host); }
-    /// Gives back what `upper` has taken over and is not, or is no longer, below its host.
+    /// Gives back those hosts that `upper` has taken over and that are not below its `host`.
     void giveBackStrayed(const LayoutEngine *upper, const QWidget *host);
 
 private:

@@ -15,16 +15,16 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Seen on light and on dark.
+// Visible on light and on dark backgrounds.
 constexpr QColor frameColor(0x2f, 0x86, 0xf6, 0xc0);
 constexpr QColor baselineColor(0xc2, 0x3c, 0xd6);
-constexpr QColor unmetColor(0xd8, 0x4a, 0x1b);
+constexpr QColor violationColor(0xd8, 0x4a, 0x1b);
 constexpr double arrowHead = 4.0;
 constexpr double textMargin = 3.0;
 
 void drawArrow(QPainter &painter, const QLineF &line)
 {
-    painter.setPen(QPen(unmetColor, 2.0));
+    painter.setPen(QPen(violationColor, 2.0));
     painter.drawLine(line);
     painter.save();
     painter.translate(line.p2());
@@ -34,21 +34,21 @@ void drawArrow(QPainter &painter, const QLineF &line)
     painter.restore();
 }
 
-// Beside the end of the arrow, or as near to that as it is seen as a whole.
-void drawText(QPainter &painter, const UnmetWish &unmet, const QRectF &area)
+// Beside the end of the arrow, or as near to it as the text fits into the area.
+void drawText(QPainter &painter, const Violation &violation, const QRectF &area)
 {
-    const QRectF size = painter.boundingRect(QRectF(), Qt::AlignLeft, unmet.text)
+    const QRectF size = painter.boundingRect(QRectF(), Qt::AlignLeft, violation.text)
                                 .marginsAdded({ textMargin, 0.0, textMargin, 0.0 });
-    QRectF box(unmet.line.p2() + QPointF(arrowHead, arrowHead), size.size());
+    QRectF box(violation.line.p2() + QPointF(arrowHead, arrowHead), size.size());
     box.moveRight(std::min(box.right(), area.right()));
     box.moveLeft(std::max(box.left(), area.left()));
     box.moveBottom(std::min(box.bottom(), area.bottom()));
     box.moveTop(std::max(box.top(), area.top()));
     painter.setPen(Qt::NoPen);
-    painter.setBrush(unmetColor);
+    painter.setBrush(violationColor);
     painter.drawRoundedRect(box, textMargin, textMargin);
     painter.setPen(Qt::white);
-    painter.drawText(box, Qt::AlignCenter, unmet.text);
+    painter.drawText(box, Qt::AlignCenter, violation.text);
 }
 
 bool changesPlaces(QEvent::Type type)
@@ -70,7 +70,7 @@ bool changesPlaces(QEvent::Type type)
     }
 }
 
-// Asks for the variable once. Without it nothing is installed.
+// Reads the environment variable once, at the start of the application.
 void startDebugging()
 {
     if (qEnvironmentVariableIntValue("PELLARVINE_LAYOUT_DEBUG") != 0)
@@ -82,7 +82,7 @@ Q_COREAPP_STARTUP_FUNCTION(startDebugging)
 
 LayoutOverlay::LayoutOverlay(QWidget *view)
 {
-    qApp->installEventFilter(this); // before the view hears of a child
+    qApp->installEventFilter(this); // filters the ChildAdded event that setParent() sends
     setParent(view);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
@@ -101,7 +101,7 @@ LayoutOverlay *LayoutOverlay::of(const QWidget *view)
 
 bool LayoutOverlay::eventFilter(QObject *watched, QEvent *event)
 {
-    // A splitter would take it for a pane.
+    // A QSplitter would make a pane of it.
     if (event->type() == QEvent::ChildAdded)
         return static_cast<QChildEvent *>(event)->child() == this;
     if (watched == this || !watched->isWidgetType() || !changesPlaces(event->type()))
@@ -125,14 +125,17 @@ void LayoutOverlay::paintEvent(QPaintEvent *)
     painter.setPen(frameColor);
     for (const QRectF &frame : findings.frames)
         painter.drawRect(frame.adjusted(0.5, 0.5, -0.5, -0.5));
+    painter.setPen(QPen(frameColor, 1.0, Qt::DashLine));
+    for (const QRectF &guide : findings.guides)
+        painter.drawRect(guide.adjusted(0.5, 0.5, -0.5, -0.5));
     painter.setPen(baselineColor);
     for (const QLineF &baseline : findings.baselines)
         painter.drawLine(baseline);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (const UnmetWish &unmet : findings.unmet)
-        drawArrow(painter, unmet.line);
-    for (const UnmetWish &unmet : findings.unmet)
-        drawText(painter, unmet, QRectF(rect()));
+    for (const Violation &violation : findings.violations)
+        drawArrow(painter, violation.line);
+    for (const Violation &violation : findings.violations)
+        drawText(painter, violation, QRectF(rect()));
 }
 
 LayoutDebugging::LayoutDebugging(QObject *parent)

@@ -8,7 +8,7 @@
 
 namespace Pellarvine::detail {
 
-/// Lies over a view and paints the findings about its layout.
+/// Covers a view and paints the findings about its layout.
 class PELLARVINE_INTERNAL_EXPORT LayoutOverlay : public QWidget
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
-/// Lays an overlay over each window in which constraints are at work, as long as this lives.
+/// While it exists, each window with constraints gets an overlay.
 class PELLARVINE_INTERNAL_EXPORT LayoutDebugging : public QObject
 {
 public:

@@ -20,11 +20,14 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Of a host before its first layout pass: large, so that widgets come into a system that squeezes
-// none of them, and few of them have to give way one after the other.
+// The length of a host before its first layout pass. A large one is fast, because it compresses no
+// widget while constraints are added.
 constexpr double roomyLength = 16384.0;
 
-// Rounding must not make a container a unit larger than it has to be, or allow one less.
+// The distance by which exerciseAmbiguity() moves a widget.
+constexpr double exerciseDistance = 24.0;
+
+// Numerical errors below this must not change a size by a whole unit.
 constexpr double tolerance = 1e-4;
 
 int roundedUp(double length)
@@ -37,15 +40,15 @@ int roundedDown(double length)
     return std::min(int(std::floor(length + tolerance)), QLAYOUTSIZE_MAX);
 }
 
-int depthOf(const QWidget *widget)
+int depthOf(const LayoutItem &item)
 {
-    int depth = 0;
-    for (; widget && !widget->isWindow(); widget = widget->parentWidget())
+    int depth = item.guide ? 1 : 0;
+    for (const QWidget *view = item.view(); view && !view->isWindow(); view = view->parentWidget())
         ++depth;
     return depth;
 }
 
-// Distinct weights decide between equals: the item constrained last gives way first.
+// Of items with the same priority, the one constrained last gives way first.
 double weightOf(int number)
 {
     return 1.0 + 1.0 / (2.0 + number);
@@ -74,7 +77,7 @@ ConstraintSolver::Relation relationOf(LayoutRelation relation)
     return ConstraintSolver::Relation::equal;
 }
 
-// Puts back the heights that follow widths, so that no question depends on the one before.
+// Restores the heights that depend on widths, so that no question depends on the one before.
 class KeptHeights
 {
 public:
@@ -102,48 +105,50 @@ private:
 
 } // namespace
 
-LayoutItem::LayoutItem(QWidget *ofWidget, int number, ConstraintSolver &solver)
-    : widget(ofWidget)
+LayoutItem::LayoutItem(NS::ConstraintItem item, int number, ConstraintSolver &solver)
+    : object(item.object())
+    , widget(item.widget())
+    , guide(item.guide())
     , x(solver, weightOf(number))
     , y(solver, weightOf(number))
 { }
 
 LayoutSystem::HostAxis::HostAxis(Solver &solver)
     : m_extent(solver.addVariable())
-    , m_wish(solver.addTarget({ { { m_extent } }, -roomyLength }, { LayoutLevel::container },
-                              { LayoutLevel::container }))
+    , m_suggestion(solver.addTarget({ { { m_extent } }, -roomyLength }, { LayoutLevel::container },
+                                    { LayoutLevel::container }))
     , m_level(LayoutLevel::container)
 { }
 
-// The host moves while it is wanted less, so that few others give way on its way there.
-void LayoutSystem::HostAxis::want(Solver &solver, double level, double length)
+// Changes the length while the priority is the lower one, so that fewer items change on the way.
+void LayoutSystem::HostAxis::suggest(Solver &solver, double level, double length)
 {
     if (level < m_level)
-        solver.setLevel(m_wish, level);
-    solver.setConstant(m_wish, -length);
+        solver.setLevel(m_suggestion, level);
+    solver.setConstant(m_suggestion, -length);
     if (level > m_level)
-        solver.setLevel(m_wish, level);
+        solver.setLevel(m_suggestion, level);
     m_level = level;
 }
 
 // Items
 
-LayoutItem *LayoutSystem::find(const QWidget *widget) const
+LayoutItem *LayoutSystem::find(const QObject *object) const
 {
-    const auto place = m_items.find(widget);
+    const auto place = m_items.find(object);
     return place == m_items.end() ? nullptr : place->second.get();
 }
 
-LayoutItem &LayoutSystem::add(QWidget *widget)
+LayoutItem &LayoutSystem::add(NS::ConstraintItem item)
 {
-    auto &item = m_items[widget];
-    item = std::make_unique<LayoutItem>(widget, int(m_order.size()), m_solver);
+    auto &added = m_items[item.object()];
+    added = std::make_unique<LayoutItem>(item, int(m_order.size()), m_solver);
     const auto place = std::upper_bound(
-            m_order.begin(), m_order.end(), depthOf(widget),
-            [](int depth, const LayoutItem *other) { return depth < depthOf(other->widget); });
-    m_order.insert(place, item.get());
+            m_order.begin(), m_order.end(), depthOf(*added),
+            [](int depth, const LayoutItem *other) { return depth < depthOf(*other); });
+    m_order.insert(place, added.get());
     ++m_changes;
-    return *item;
+    return *added;
 }
 
 void LayoutSystem::setOrder(const std::vector<LayoutItem *> &items)
@@ -166,7 +171,7 @@ void LayoutSystem::remove(LayoutItem &item)
     item.x.removeFrom(m_solver);
     item.y.removeFrom(m_solver);
     std::erase(m_order, &item);
-    m_items.erase(item.widget);
+    m_items.erase(item.object);
     ++m_changes;
 }
 
@@ -174,41 +179,47 @@ void LayoutSystem::setFrame(LayoutItem &item, const QRectF &frame)
 {
     item.isGiven = true;
     item.hasHeightForWidth = false;
-    item.insets = NS::alignmentRectInsets(item.widget);
+    if (item.widget)
+        item.insets = NS::alignmentRectInsets(item.widget);
     const QRectF rect = frame.marginsRemoved(item.insets);
     const auto give = [&](LayoutAxis &axis, double origin, double extent) {
         axis.setPlace(m_solver, origin);
-        LengthWish wish;
-        wish.target = extent;
-        wish.notBelow = wish.notAbove = LayoutLevel::container;
-        axis.setWish(m_solver, wish);
+        IntrinsicLength intrinsic;
+        intrinsic.target = extent;
+        intrinsic.notBelow = intrinsic.notAbove = LayoutLevel::container;
+        axis.setIntrinsicLength(m_solver, intrinsic);
     };
     give(item.x, rect.x(), rect.width());
     give(item.y, rect.y(), rect.height());
 }
 
-void LayoutSystem::setWishes(LayoutItem &item, bool hasHints)
+void LayoutSystem::setIntrinsicSize(LayoutItem &item, bool hasHints)
 {
-    const QWidget *const widget = item.widget;
     item.isGiven = false;
+    item.x.setPlace(m_solver, {});
+    item.y.setPlace(m_solver, {});
+    const QWidget *const widget = item.widget;
+    if (!widget) {
+        item.x.setIntrinsicLength(m_solver, intrinsicLength({}));
+        item.y.setIntrinsicLength(m_solver, intrinsicLength({}));
+        return;
+    }
     item.insets = NS::alignmentRectInsets(widget);
     item.hasHeightForWidth = widget->sizePolicy().hasHeightForWidth()
                              || (widget->layout() && widget->layout()->hasHeightForWidth());
-    item.x.setPlace(m_solver, {});
-    item.y.setPlace(m_solver, {});
     auto [width, height] = sizeHints(widget);
     width.insets = across(item.insets);
     height.insets = along(item.insets);
     if (item.hasHeightForWidth) {
         item.minimumHeight = std::max(0.0, height.minimumHint);
-        // A guess until the width is known. Less would cut the text off.
+        // An estimate until the width is known. Less would cut off text.
         if (height.hint >= 0.0)
             height.minimumHint = height.hint;
     }
     if (!hasHints)
         width.hint = width.minimumHint = height.hint = height.minimumHint = -1.0;
-    item.x.setWish(m_solver, lengthWish(width));
-    item.y.setWish(m_solver, lengthWish(height));
+    item.x.setIntrinsicLength(m_solver, intrinsicLength(width));
+    item.y.setIntrinsicLength(m_solver, intrinsicLength(height));
 }
 
 // Constraints
@@ -238,7 +249,7 @@ LayoutSystem::Solver::Expression LayoutSystem::expressionOf(const LayoutConstrai
                             constraint.constant(), mirroring);
 }
 
-// Without insets; the host's for a widget that no constraint is about.
+// Without insets. That of the host for a widget without constraints.
 AnchorAxis LayoutSystem::xAxisOf(const QWidget *widget) const
 {
     const LayoutItem *const item = find(widget);
@@ -246,19 +257,19 @@ AnchorAxis LayoutSystem::xAxisOf(const QWidget *widget) const
                 : AnchorAxis { {}, m_width.extent() };
 }
 
-Anchor LayoutSystem::anchorOf(QWidget *widget, LayoutAttribute attribute) const
+Anchor LayoutSystem::anchorOf(NS::ConstraintItem item, LayoutAttribute attribute) const
 {
     Anchor anchor;
     anchor.attribute = attribute;
-    if (const LayoutItem *const item = find(widget)) {
-        anchor.x = { item->x.origin(), item->x.extent() };
-        anchor.y = { item->y.origin(), item->y.extent() };
+    if (const LayoutItem *const known = find(item.object())) {
+        anchor.x = { known->x.origin(), known->x.extent() };
+        anchor.y = { known->y.origin(), known->y.extent() };
     } else {
         anchor.x = { {}, m_width.extent(), m_hostInsets.left(), m_hostInsets.right() };
         anchor.y = { {}, m_height.extent(), m_hostInsets.top(), m_hostInsets.bottom() };
     }
     if (isBaseline(attribute))
-        anchor.baseline = baselineOf(widget, attribute);
+        anchor.baseline = baselineOf(item.widget(), attribute);
     return anchor;
 }
 
@@ -266,12 +277,12 @@ Anchor LayoutSystem::anchorOf(QWidget *widget, LayoutAttribute attribute) const
 
 void LayoutSystem::solve(const QSize &hostSize)
 {
-    m_width.want(m_solver, LayoutLevel::container, hostSize.width());
-    m_height.want(m_solver, LayoutLevel::container, hostSize.height());
+    m_width.suggest(m_solver, LayoutLevel::container, hostSize.width());
+    m_height.suggest(m_solver, LayoutLevel::container, hostSize.height());
     solveWidthsFirst();
 }
 
-// Heights that follow widths are measured once the widths are settled.
+// Heights that depend on widths are measured after the widths are solved.
 void LayoutSystem::solveWidthsFirst()
 {
     m_solver.solve();
@@ -295,14 +306,84 @@ QRect LayoutSystem::place(const LayoutItem &item) const
     return NS::roundedToUnits(rect.marginsAdded(item.insets));
 }
 
-// That a length is 0 where nobody says what it is does not count.
+bool LayoutSystem::isWhereGiven(const LayoutItem &item) const
+{
+    return item.x.isWhereGiven(m_solver) && item.y.isWhereGiven(m_solver);
+}
+
+bool LayoutSystem::isHostOfSize(const QSize &size) const
+{
+    return std::abs(m_solver.value(m_width.extent()) - size.width()) < 1.0
+           && std::abs(m_solver.value(m_height.extent()) - size.height()) < 1.0;
+}
+
+// Requires sizes of at least 0, for a moment. A host that is merely too small allows that.
+std::vector<LayoutSystem::NegativeSize> LayoutSystem::negativeSizes()
+{
+    std::vector<NegativeSize> negative;
+    std::vector<Solver::Constraint> limits;
+    const auto look = [&](Solver::Variable extent, Qt::Orientation orientation) {
+        if (m_solver.value(extent) > -tolerance)
+            return;
+        const Solver::Addition limit =
+                m_solver.add({ { { extent } }, 0.0 }, Solver::Relation::greaterThanOrEqual);
+        if (limit.constraint)
+            limits.push_back(*limit.constraint);
+        else
+            negative.push_back({ orientation, limit.conflict });
+    };
+    look(m_width.extent(), Qt::Horizontal);
+    look(m_height.extent(), Qt::Vertical);
+    for (const LayoutItem *const item : m_order) {
+        look(item->x.extent(), Qt::Horizontal);
+        look(item->y.extent(), Qt::Vertical);
+    }
+    for (const Solver::Constraint limit : limits)
+        m_solver.remove(limit);
+    return negative;
+}
+
 bool LayoutSystem::isDetermined(const LayoutItem &item) const
 {
-    const Solver::Variable variables[] = { item.x.origin(), item.x.extent(), item.y.origin(),
-                                           item.y.extent() };
-    return std::all_of(std::begin(variables), std::end(variables), [&](Solver::Variable variable) {
+    return openVariables(item).empty();
+}
+
+// The default length of 0 does not determine a variable.
+std::vector<LayoutSystem::Solver::Variable>
+LayoutSystem::openVariables(const LayoutItem &item) const
+{
+    std::vector<Solver::Variable> open { item.x.origin(), item.x.extent(), item.y.origin(),
+                                         item.y.extent() };
+    std::erase_if(open, [&](Solver::Variable variable) {
         return m_solver.isDetermined(variable, LayoutLevel::unwanted);
     });
+    return open;
+}
+
+// Increases a variable if possible, so that no size becomes negative, else decreases it.
+void LayoutSystem::moveElsewhere(const LayoutItem &item)
+{
+    struct Target
+    {
+        Solver::Variable variable;
+        double value;
+        Solver::Constraint constraint;
+    };
+    std::vector<Target> targets;
+    for (const Solver::Variable variable : openVariables(item)) {
+        const double value = m_solver.value(variable);
+        const Solver::Expression expression { { { variable } }, -(value + exerciseDistance) };
+        const Solver::Strength strength { LayoutLevel::elsewhere };
+        targets.push_back({ variable, value, m_solver.addTarget(expression, strength, strength) });
+    }
+    solveWidthsFirst();
+    for (const Target &target : targets) {
+        if (m_solver.value(target.variable) < target.value + 1.0)
+            m_solver.setConstant(target.constraint, exerciseDistance - target.value);
+    }
+    solveWidthsFirst();
+    for (const Target &target : targets)
+        m_solver.remove(target.constraint);
 }
 
 std::vector<LayoutSystem::Solver::Constraint>
@@ -326,8 +407,8 @@ QSize LayoutSystem::hostSize(int (*rounded)(double)) const
 QSize LayoutSystem::smallestSize()
 {
     const KeptHeights keptHeights(m_solver, m_order);
-    m_width.want(m_solver, LayoutLevel::shrinking, 0.0);
-    m_height.want(m_solver, LayoutLevel::shrinking, 0.0);
+    m_width.suggest(m_solver, LayoutLevel::shrinking, 0.0);
+    m_height.suggest(m_solver, LayoutLevel::shrinking, 0.0);
     for (const LayoutItem *const item : m_order) {
         if (item->hasHeightForWidth)
             item->y.setTarget(m_solver, item->minimumHeight);
@@ -339,8 +420,8 @@ QSize LayoutSystem::smallestSize()
 QSize LayoutSystem::preferredSize()
 {
     const KeptHeights keptHeights(m_solver, m_order);
-    m_width.want(m_solver, NS::LayoutPriority::fittingSizeCompression, 0.0);
-    m_height.want(m_solver, NS::LayoutPriority::fittingSizeCompression, 0.0);
+    m_width.suggest(m_solver, NS::LayoutPriority::fittingSizeCompression, 0.0);
+    m_height.suggest(m_solver, NS::LayoutPriority::fittingSizeCompression, 0.0);
     solveWidthsFirst();
     return hostSize(roundedUp);
 }
@@ -348,8 +429,8 @@ QSize LayoutSystem::preferredSize()
 QSize LayoutSystem::largestSize()
 {
     const KeptHeights keptHeights(m_solver, m_order);
-    m_width.want(m_solver, LayoutLevel::growing, QLAYOUTSIZE_MAX);
-    m_height.want(m_solver, LayoutLevel::growing, QLAYOUTSIZE_MAX);
+    m_width.suggest(m_solver, LayoutLevel::growing, QLAYOUTSIZE_MAX);
+    m_height.suggest(m_solver, LayoutLevel::growing, QLAYOUTSIZE_MAX);
     solveWidthsFirst();
     return hostSize(roundedDown);
 }
@@ -357,8 +438,8 @@ QSize LayoutSystem::largestSize()
 int LayoutSystem::fittingHeight(int width, double level)
 {
     const KeptHeights keptHeights(m_solver, m_order);
-    m_width.want(m_solver, LayoutLevel::container, width);
-    m_height.want(m_solver, level, 0.0);
+    m_width.suggest(m_solver, LayoutLevel::container, width);
+    m_height.suggest(m_solver, level, 0.0);
     solveWidthsFirst();
     return roundedUp(m_solver.value(m_height.extent()));
 }

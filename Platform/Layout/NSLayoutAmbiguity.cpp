@@ -31,6 +31,19 @@ bool LayoutEngine::isDetermined(const QWidget *widget)
     return m_system.isDetermined(*m_system.find(widget));
 }
 
+void LayoutEngine::exercise(const QWidget *widget)
+{
+    const QRect before = widget->geometry();
+    m_system.solve(m_host->size());
+    if (!placeItems())
+        return;
+    const LayoutItem *const item = m_system.find(widget);
+    if (!item || widget->geometry() != before)
+        return;
+    m_system.moveElsewhere(*item);
+    placeItems();
+}
+
 std::vector<std::shared_ptr<NS::LayoutConstraint>>
 LayoutEngine::affecting(const QWidget *widget, Qt::Orientation orientation)
 {
@@ -55,6 +68,13 @@ bool hasAmbiguousLayout(const QWidget *widget)
 {
     LayoutEngine *const engine = LayoutEngine::placing(widget);
     return engine && !engine->isDetermined(widget);
+}
+
+void exerciseAmbiguity(QWidget *widget)
+{
+    LayoutEngine *const engine = LayoutEngine::placing(widget);
+    if (engine && !engine->isDetermined(widget))
+        engine->exercise(widget);
 }
 
 QList<std::shared_ptr<LayoutConstraint>> constraintsAffectingLayout(const QWidget *widget,

@@ -13,7 +13,7 @@ PELLARVINE_EXPORT void warnOfFraction(const NS::LayoutConstraint &constraint);
 
 namespace NS {
 
-/// One edge, centre or dimension of a widget, from which constraints are made:
+/// One edge, centre or dimension of a widget or a layout guide, from which constraints are made:
 ///
 ///     NS::LayoutConstraint::activateConstraints({
 ///         NS::leadingAnchor(label).constraintEqualToAnchor(NS::leadingAnchor(panel), 16),
@@ -23,67 +23,58 @@ namespace NS {
 ///                 ->withPriority(NS::LayoutPriority::defaultHigh),
 ///     });
 ///
-/// The receiver is the constraint's first item, the argument its second: first = second + constant.
-/// Constants grow rightwards (for leading and trailing: away from the leading side) and downwards.
-/// Anchors of different kinds do not mix: x with y, or a place with a dimension, does not compile.
-/// A value; the widget must outlive the call.
+/// The receiver is the first item of the constraint, the argument the second: first = second +
+/// constant. Constants grow rightwards (for leading and trailing: away from the leading side) and
+/// downwards. The constraints are required and not yet active. Anchors of different kinds do not
+/// mix: x with y, or a place with a dimension, does not compile. A value; the item must exist
+/// during the call.
 template <typename Kind>
 class LayoutAnchor
 {
 public:
-    /// Made by the functions below. The kind has to be the attribute's; the widget is not owned.
-    LayoutAnchor(QWidget *item, LayoutAttribute attribute)
+    /// Shared by the program and, while it is active, the layout.
+    using Constraint = std::shared_ptr<LayoutConstraint>;
+
+    /// The functions below call this, with an attribute of the kind.
+    LayoutAnchor(ConstraintItem item, LayoutAttribute attribute)
         : m_item(item)
         , m_attribute(attribute)
     { }
 
-    QWidget *item() const { return m_item; } ///< the widget
-    LayoutAttribute attribute() const { return m_attribute; } ///< what of the widget
+    ConstraintItem item() const { return m_item; } ///< the widget or guide
+    LayoutAttribute attribute() const { return m_attribute; } ///< its edge, centre or dimension
 
-    /// This = `anchor` + `constant`. Like all that are made here, required and not yet active.
-    std::shared_ptr<LayoutConstraint> constraintEqualToAnchor(LayoutAnchor anchor,
-                                                              double constant = 0.0) const
+    /// This = `anchor` + `constant`.
+    Constraint constraintEqualToAnchor(LayoutAnchor anchor, double constant = 0.0) const
     {
         return make(LayoutRelation::equal, anchor, constant);
     }
-
     /// This ≤ `anchor` + `constant`.
-    std::shared_ptr<LayoutConstraint> constraintLessThanOrEqualToAnchor(LayoutAnchor anchor,
-                                                                        double constant = 0.0) const
+    Constraint constraintLessThanOrEqualToAnchor(LayoutAnchor anchor, double constant = 0.0) const
     {
         return make(LayoutRelation::lessThanOrEqual, anchor, constant);
     }
-
     /// This ≥ `anchor` + `constant`.
-    std::shared_ptr<LayoutConstraint>
-    constraintGreaterThanOrEqualToAnchor(LayoutAnchor anchor, double constant = 0.0) const
+    Constraint constraintGreaterThanOrEqualToAnchor(LayoutAnchor anchor,
+                                                    double constant = 0.0) const
     {
         return make(LayoutRelation::greaterThanOrEqual, anchor, constant);
     }
 
-protected:
-    /// This, `relation`, `anchor` + `constant`.
-    std::shared_ptr<LayoutConstraint> make(LayoutRelation relation, LayoutAnchor anchor,
-                                           double constant) const
+private:
+    Constraint make(LayoutRelation relation, LayoutAnchor anchor, double constant) const
     {
-        std::shared_ptr<LayoutConstraint> made = make(relation, anchor, 1.0, constant);
+        Constraint made = LayoutConstraint::make(m_item, m_attribute, relation, anchor.m_item,
+                                                 anchor.m_attribute, 1.0, constant);
 #ifndef QT_NO_DEBUG
         if (m_item != anchor.m_item)
-            detail::warnOfFraction(*made);
+            Pellarvine::detail::warnOfFraction(*made);
 #endif
         return made;
     }
 
-    /// This, `relation`, `multiplier` × `anchor` + `constant`.
-    std::shared_ptr<LayoutConstraint> make(LayoutRelation relation, LayoutAnchor anchor,
-                                           double multiplier, double constant) const
-    {
-        return LayoutConstraint::make(m_item, m_attribute, relation, anchor.m_item,
-                                      anchor.m_attribute, multiplier, constant);
-    }
-
-    QWidget *m_item; ///< item()
-    LayoutAttribute m_attribute; ///< attribute()
+    ConstraintItem m_item;
+    LayoutAttribute m_attribute;
 };
 
 /// A vertical edge or a horizontal centre.
@@ -91,10 +82,8 @@ using LayoutXAxisAnchor = LayoutAnchor<struct XAxis>;
 /// A horizontal edge, a vertical centre or a baseline.
 using LayoutYAxisAnchor = LayoutAnchor<struct YAxis>;
 
-class LayoutMultiple;
-
-/// A width or a height: also by a multiple of another, or by a number alone.
-class LayoutDimension : public LayoutAnchor<struct Dimension>
+/// A width or a height. Its constraints can also name a multiple of another, or a number alone.
+class PELLARVINE_EXPORT LayoutDimension : public LayoutAnchor<struct Dimension>
 {
 public:
     using LayoutAnchor::constraintEqualToAnchor;
@@ -102,177 +91,54 @@ public:
     using LayoutAnchor::constraintLessThanOrEqualToAnchor;
     using LayoutAnchor::LayoutAnchor;
 
+    /// A dimension times a number.
+    struct Multiple
+    {
+        LayoutAnchor anchor; ///< what is multiplied
+        double multiplier; ///< the number
+    };
     /// For the second side of a constraint. A number alone behind an anchor is the constant: debug
     /// builds warn of one between 0 and 1. `multipliedBy(1)` says that it is meant.
-    LayoutMultiple multipliedBy(double multiplier) const;
+    Multiple multipliedBy(double multiplier) const { return { *this, multiplier }; }
 
     /// This = `multiple` + `constant`.
-    std::shared_ptr<LayoutConstraint> constraintEqualToAnchor(const LayoutMultiple &multiple,
-                                                              double constant = 0.0) const;
+    Constraint constraintEqualToAnchor(const Multiple &multiple, double constant = 0.0) const;
     /// This ≤ `multiple` + `constant`.
-    std::shared_ptr<LayoutConstraint>
-    constraintLessThanOrEqualToAnchor(const LayoutMultiple &multiple, double constant = 0.0) const;
+    Constraint constraintLessThanOrEqualToAnchor(const Multiple &multiple,
+                                                 double constant = 0.0) const;
     /// This ≥ `multiple` + `constant`.
-    std::shared_ptr<LayoutConstraint>
-    constraintGreaterThanOrEqualToAnchor(const LayoutMultiple &multiple,
-                                         double constant = 0.0) const;
+    Constraint constraintGreaterThanOrEqualToAnchor(const Multiple &multiple,
+                                                    double constant = 0.0) const;
 
-    /// This = `multiplier` × `anchor` + `constant`.
-    std::shared_ptr<LayoutConstraint>
-    constraintEqualToAnchor(LayoutDimension anchor, double multiplier, double constant) const
-    {
-        return make(LayoutRelation::equal, anchor, multiplier, constant);
-    }
-
-    /// This ≤ `multiplier` × `anchor` + `constant`.
-    std::shared_ptr<LayoutConstraint> constraintLessThanOrEqualToAnchor(LayoutDimension anchor,
-                                                                        double multiplier,
-                                                                        double constant) const
-    {
-        return make(LayoutRelation::lessThanOrEqual, anchor, multiplier, constant);
-    }
-
-    /// This ≥ `multiplier` × `anchor` + `constant`.
-    std::shared_ptr<LayoutConstraint> constraintGreaterThanOrEqualToAnchor(LayoutDimension anchor,
-                                                                           double multiplier,
-                                                                           double constant) const
-    {
-        return make(LayoutRelation::greaterThanOrEqual, anchor, multiplier, constant);
-    }
-
-    /// This = `constant`, in device-independent pixels, without another widget.
-    std::shared_ptr<LayoutConstraint> constraintEqualToConstant(double constant) const
-    {
-        return make(LayoutRelation::equal, none(), 0.0, constant);
-    }
-
+    /// This = `constant`, in device-independent pixels.
+    Constraint constraintEqualToConstant(double constant) const;
     /// This ≤ `constant`.
-    std::shared_ptr<LayoutConstraint> constraintLessThanOrEqualToConstant(double constant) const
-    {
-        return make(LayoutRelation::lessThanOrEqual, none(), 0.0, constant);
-    }
-
+    Constraint constraintLessThanOrEqualToConstant(double constant) const;
     /// This ≥ `constant`.
-    std::shared_ptr<LayoutConstraint> constraintGreaterThanOrEqualToConstant(double constant) const
-    {
-        return make(LayoutRelation::greaterThanOrEqual, none(), 0.0, constant);
-    }
-
-private:
-    static LayoutDimension none() { return { nullptr, LayoutAttribute::notAnAttribute }; }
+    Constraint constraintGreaterThanOrEqualToConstant(double constant) const;
 };
 
-/// A width or a height times a number, made by `LayoutDimension::multipliedBy`.
-class LayoutMultiple
-{
-public:
-    LayoutDimension anchor() const { return m_anchor; } ///< what is multiplied
-    double multiplier() const { return m_multiplier; } ///< as it was given
-
-private:
-    friend class LayoutDimension;
-    LayoutMultiple(LayoutDimension anchor, double multiplier)
-        : m_anchor(anchor)
-        , m_multiplier(multiplier)
-    { }
-
-    LayoutDimension m_anchor;
-    double m_multiplier;
-};
-
-inline LayoutMultiple LayoutDimension::multipliedBy(double multiplier) const
-{
-    return { *this, multiplier };
-}
-
-inline std::shared_ptr<LayoutConstraint>
-LayoutDimension::constraintEqualToAnchor(const LayoutMultiple &multiple, double constant) const
-{
-    return make(LayoutRelation::equal, multiple.anchor(), multiple.multiplier(), constant);
-}
-
-inline std::shared_ptr<LayoutConstraint>
-LayoutDimension::constraintLessThanOrEqualToAnchor(const LayoutMultiple &multiple,
-                                                   double constant) const
-{
-    return make(LayoutRelation::lessThanOrEqual, multiple.anchor(), multiple.multiplier(),
-                constant);
-}
-
-inline std::shared_ptr<LayoutConstraint>
-LayoutDimension::constraintGreaterThanOrEqualToAnchor(const LayoutMultiple &multiple,
-                                                      double constant) const
-{
-    return make(LayoutRelation::greaterThanOrEqual, multiple.anchor(), multiple.multiplier(),
-                constant);
-}
-
-/// @name Anchors of a widget
-/// Of the part of the widget that is to be aligned, see `alignmentRectInsets`.
+/// @name Anchors of a widget or a guide
+/// Those of a widget are about the part of it that is to be aligned, see `alignmentRectInsets`.
 /// @{
-
-/// The left edge, whichever way text runs.
-inline LayoutXAxisAnchor leftAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::left };
-}
-/// The right edge, whichever way text runs.
-inline LayoutXAxisAnchor rightAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::right };
-}
+PELLARVINE_EXPORT LayoutXAxisAnchor leftAnchor(ConstraintItem item); ///< the left edge
+PELLARVINE_EXPORT LayoutXAxisAnchor rightAnchor(ConstraintItem item); ///< the right edge
 /// The left edge where text runs from left to right, else the right one.
-inline LayoutXAxisAnchor leadingAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::leading };
-}
+PELLARVINE_EXPORT LayoutXAxisAnchor leadingAnchor(ConstraintItem item);
 /// The edge opposite the leading one.
-inline LayoutXAxisAnchor trailingAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::trailing };
-}
-/// Midway between left and right.
-inline LayoutXAxisAnchor centerXAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::centerX };
-}
-/// The upper edge. From here constants grow downwards.
-inline LayoutYAxisAnchor topAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::top };
-}
-/// The lower edge.
-inline LayoutYAxisAnchor bottomAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::bottom };
-}
-/// Midway between top and bottom.
-inline LayoutYAxisAnchor centerYAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::centerY };
-}
+PELLARVINE_EXPORT LayoutXAxisAnchor trailingAnchor(ConstraintItem item);
+PELLARVINE_EXPORT LayoutXAxisAnchor centerXAnchor(ConstraintItem item); ///< between left and right
+PELLARVINE_EXPORT LayoutYAxisAnchor topAnchor(ConstraintItem item); ///< the upper edge
+PELLARVINE_EXPORT LayoutYAxisAnchor bottomAnchor(ConstraintItem item); ///< the lower edge
+PELLARVINE_EXPORT LayoutYAxisAnchor centerYAnchor(ConstraintItem item); ///< between top and bottom
 /// The baseline of the first line of text. A widget may declare the property
-/// `firstBaselineOffsetFromTop`; for others it is that of one line, centred as in Qt's controls, at
-/// the top or bottom as a QLabel's alignment says, or at the top of what scrolls.
-inline LayoutYAxisAnchor firstBaselineAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::firstBaseline };
-}
-/// Likewise of the last line: `lastBaselineOffsetFromBottom`.
-inline LayoutYAxisAnchor lastBaselineAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::lastBaseline };
-}
-/// From left to right, in device-independent pixels.
-inline LayoutDimension widthAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::width };
-}
-/// From top to bottom, in device-independent pixels.
-inline LayoutDimension heightAnchor(QWidget *widget)
-{
-    return { widget, LayoutAttribute::height };
-}
+/// `firstBaselineOffsetFromTop`. Of others, it is that of one line, centred as in Qt's controls, at
+/// the top or bottom as the alignment of a QLabel says, or at the top of a scroll area.
+PELLARVINE_EXPORT LayoutYAxisAnchor firstBaselineAnchor(ConstraintItem item);
+/// The baseline of the last line: `lastBaselineOffsetFromBottom`.
+PELLARVINE_EXPORT LayoutYAxisAnchor lastBaselineAnchor(ConstraintItem item);
+PELLARVINE_EXPORT LayoutDimension widthAnchor(ConstraintItem item); ///< in pixels
+PELLARVINE_EXPORT LayoutDimension heightAnchor(ConstraintItem item); ///< in pixels
 /// @}
 
 } // namespace NS

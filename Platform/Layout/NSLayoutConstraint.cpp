@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Base/Failure.h"
+#include "Layout/Baseline.h"
 #include "Layout/ConstraintLayout.h"
 #include "Layout/LayoutEngine.h"
 
@@ -71,9 +72,24 @@ QString nameOf(const QWidget *widget)
     return u"%1/%2[%3]"_s.arg(nameOf(parent), name).arg(place);
 }
 
-QString nameOf(const QWidget *widget, LayoutAttribute attribute)
+// "form/gap", or else "form/LayoutGuide[2]".
+QString nameOf(const LayoutGuide *guide)
 {
-    return (widget ? nameOf(widget) : u"(destroyed)"_s) + u'.' + nameOf(attribute);
+    QString name = guide->objectName();
+    if (name.isEmpty()) {
+        const auto guides = guide->owningView()->findChildren<const LayoutGuide *>(
+                QString(), Qt::FindDirectChildrenOnly);
+        name = u"LayoutGuide[%1]"_s.arg(guides.indexOf(guide) + 1);
+    }
+    return nameOf(guide->owningView()) + u'/' + name;
+}
+
+QString nameOf(ConstraintItem item, LayoutAttribute attribute)
+{
+    const QString name = item.widget()  ? nameOf(item.widget())
+                         : item.guide() ? nameOf(item.guide())
+                                        : u"(destroyed)"_s;
+    return name + u'.' + nameOf(attribute);
 }
 
 enum class Kind {
@@ -107,21 +123,29 @@ Kind kindOf(LayoutAttribute attribute)
     return Kind::none;
 }
 
-// Why there is no such constraint; empty if there is.
-QString refusal(LayoutAttribute first, LayoutAttribute second, double multiplier, double constant)
+bool isBaselineOfGuide(ConstraintItem item, LayoutAttribute attribute)
 {
-    const Kind kind = kindOf(first);
-    const Kind other = kindOf(second);
+    return detail::isBaseline(attribute) && item.guide();
+}
+
+// Why the constraint is invalid; empty if it is valid.
+QString refusal(const LayoutConstraint &constraint)
+{
+    const Kind kind = kindOf(constraint.firstAttribute());
+    const Kind other = kindOf(constraint.secondAttribute());
     if (kind == Kind::none)
         return u"it has no first attribute"_s;
     if (other != Kind::none && other != kind) {
         return kind == Kind::size || other == Kind::size
-                       ? u"a size is no place"_s
+                       ? u"one attribute is a size and the other a place"_s
                        : u"one attribute is horizontal and the other vertical"_s;
     }
-    if (!std::isfinite(multiplier))
+    if (isBaselineOfGuide(constraint.firstItem(), constraint.firstAttribute())
+        || isBaselineOfGuide(constraint.secondItem(), constraint.secondAttribute()))
+        return u"a layout guide has no baseline"_s;
+    if (!std::isfinite(constraint.multiplier()))
         return u"its multiplier is not a finite number"_s;
-    if (!std::isfinite(constant))
+    if (!std::isfinite(constraint.constant()))
         return u"its constant is not a finite number"_s;
     return {};
 }
@@ -131,7 +155,7 @@ void warn(const QString &text)
     printWarning((u"Warning: "_s + text).toStdString());
 }
 
-// Constraints do not reach across windows.
+// Null for widgets of different windows.
 QWidget *commonAncestor(QWidget *one, QWidget *other)
 {
     for (QWidget *candidate = one; candidate; candidate = candidate->parentWidget()) {
@@ -147,8 +171,8 @@ QWidget *commonAncestor(QWidget *one, QWidget *other)
 
 struct LayoutConstraint::Private
 {
-    QPointer<QWidget> first;
-    QPointer<QWidget> second;
+    QPointer<QObject> first;
+    QPointer<QObject> second;
     LayoutAttribute firstAttribute = LayoutAttribute::notAnAttribute;
     LayoutAttribute secondAttribute = LayoutAttribute::notAnAttribute;
     LayoutRelation relation = LayoutRelation::equal;
@@ -156,17 +180,20 @@ struct LayoutConstraint::Private
     double constant = 0.0;
     double priority = LayoutPriority::required;
     bool isRefused = false;
-    detail::LayoutEngine *engine = nullptr; // keeps an active constraint
+    detail::LayoutEngine *engine = nullptr; // null while it is inactive
 
     QWidget *host() const
     {
-        if (!first)
-            return nullptr;
+        const ConstraintItem item(first.data());
+        QWidget *const view = item.view();
         if (secondAttribute != LayoutAttribute::notAnAttribute && second != first)
-            return second ? commonAncestor(first, second) : nullptr;
-        const bool canParent = !first->isWindow() && first->parentWidget()
-                               && detail::ConstraintLayout::canServe(first->parentWidget());
-        return canParent ? first->parentWidget() : first.data();
+            return view && second ? commonAncestor(view, ConstraintItem(second.data()).view())
+                                  : nullptr;
+        if (item.guide() || !view)
+            return view;
+        const bool canParent = !view->isWindow() && view->parentWidget()
+                               && detail::ConstraintLayout::canServe(view->parentWidget());
+        return canParent ? view->parentWidget() : view;
     }
 };
 
@@ -176,35 +203,34 @@ LayoutConstraint::LayoutConstraint()
 
 LayoutConstraint::~LayoutConstraint() = default;
 
-std::shared_ptr<LayoutConstraint> LayoutConstraint::make(QWidget *first,
-                                                         LayoutAttribute firstAttribute,
-                                                         LayoutRelation relation, QWidget *second,
-                                                         LayoutAttribute secondAttribute,
-                                                         double multiplier, double constant)
+std::shared_ptr<LayoutConstraint>
+LayoutConstraint::make(ConstraintItem first, LayoutAttribute firstAttribute,
+                       LayoutRelation relation, ConstraintItem second,
+                       LayoutAttribute secondAttribute, double multiplier, double constant)
 {
     std::shared_ptr<LayoutConstraint> made(new LayoutConstraint);
-    made->d->first = first;
+    made->d->first = first.object();
     made->d->firstAttribute = firstAttribute;
     made->d->relation = relation;
-    made->d->second = second;
+    made->d->second = second.object();
     made->d->secondAttribute = secondAttribute;
     made->d->multiplier = multiplier;
     made->d->constant = constant;
-    const QString reason = refusal(firstAttribute, secondAttribute, multiplier, constant);
+    const QString reason = refusal(*made);
     made->d->isRefused = !reason.isEmpty();
     if (made->d->isRefused)
-        warn(u"there is no constraint %1: %2"_s.arg(made->description(), reason));
+        warn(u"refused the constraint %1: %2"_s.arg(made->description(), reason));
     return made;
 }
 
-QWidget *LayoutConstraint::firstItem() const
+ConstraintItem LayoutConstraint::firstItem() const
 {
-    return d->first;
+    return ConstraintItem(d->first.data());
 }
 
-QWidget *LayoutConstraint::secondItem() const
+ConstraintItem LayoutConstraint::secondItem() const
 {
-    return d->second;
+    return ConstraintItem(d->second.data());
 }
 
 LayoutAttribute LayoutConstraint::firstAttribute() const
@@ -290,7 +316,7 @@ QString LayoutConstraint::description() const
     QString text;
     if (!objectName().isEmpty())
         text = u'[' + objectName() + u"] "_s;
-    text += nameOf(d->first, d->firstAttribute);
+    text += nameOf(firstItem(), d->firstAttribute);
     text += d->relation == LayoutRelation::equal             ? " == "_L1
             : d->relation == LayoutRelation::lessThanOrEqual ? " <= "_L1
                                                              : " >= "_L1;
@@ -298,7 +324,7 @@ QString LayoutConstraint::description() const
         return text + QString::number(d->constant);
     if (d->multiplier != 1.0)
         text += QString::number(d->multiplier) + u" * "_s;
-    text += nameOf(d->second, d->secondAttribute);
+    text += nameOf(secondItem(), d->secondAttribute);
     if (d->constant != 0.0) {
         text += d->constant < 0.0 ? " - "_L1 : " + "_L1;
         text += QString::number(std::abs(d->constant));
@@ -314,7 +340,7 @@ void LayoutConstraint::setEngine(detail::LayoutEngine *engine)
         Q_EMIT activeChanged(isActive());
 }
 
-// What observes one constraint may end another, or its widgets.
+// Slots of one constraint may end others, or their widgets.
 void LayoutConstraint::activateConstraints(
         const QList<std::shared_ptr<LayoutConstraint>> &constraints)
 {
@@ -323,7 +349,8 @@ void LayoutConstraint::activateConstraints(
     for (const auto &constraint : all) {
         if (constraint->isActive() || constraint->d->isRefused || constraint->d->host())
             continue;
-        warn(u"no view holds both ends of the constraint %1"_s.arg(constraint->description()));
+        warn(u"the items of the constraint %1 have no common ancestor"_s.arg(
+                constraint->description()));
         return;
     }
     for (const auto &constraint : all) {

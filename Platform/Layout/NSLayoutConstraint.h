@@ -1,26 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <pellarvine/Platform/Global.h>
+#include <pellarvine/Platform/NSConstraintItem.h>
 
 #include <QList>
 #include <QObject>
 
 #include <memory>
 
-QT_FORWARD_DECLARE_CLASS(QWidget)
-
-namespace Pellarvine::detail {
-class LayoutEngine;
-}
-
 namespace NS {
 
-/// What of a widget a constraint is about: of the part that is to be aligned, see
-/// `alignmentRectInsets`. Places grow downwards and rightwards, or, for leading and trailing, away
-/// from the leading side.
+/// The edge, centre, dimension or baseline of an item in a constraint. Those of a widget are about
+/// its aligned part, see `alignmentRectInsets`. Places grow downwards and rightwards, or, for
+/// leading and trailing, away from the leading side.
 enum class LayoutAttribute {
-    notAnAttribute, ///< the second one of a constraint with the constant alone
+    notAnAttribute, ///< the second attribute of a constraint with a constant alone
     left, ///< the left edge, whichever way text runs
     right, ///< the right edge, whichever way text runs
     top, ///< the upper edge
@@ -35,42 +29,45 @@ enum class LayoutAttribute {
     lastBaseline, ///< of the last line of text, see `lastBaselineAnchor`
 };
 
-/// How a constraint's first side stands to its second, of which the constant is part.
+/// How the first side of a constraint compares with the second, which includes the constant.
 enum class LayoutRelation {
     lessThanOrEqual, ///< the first is at most the second
-    equal, ///< neither is larger
+    equal, ///< both are equal
     greaterThanOrEqual, ///< the first is at least the second
 };
 
-/// Priorities run from 1 to 1000. One required holds or is reported; of the others a higher one
-/// goes first, whatever the number of lower ones.
+/// Priorities are from 1 to 1000. A required constraint holds, or a warning reports it. Of others,
+/// one with a higher priority prevails over any number of those with lower ones.
 namespace LayoutPriority {
-inline constexpr double required = 1000.0; ///< without exception
-inline constexpr double defaultHigh =
-        750.0; ///< at which widgets resist being smaller than they ask
-inline constexpr double defaultLow = 250.0; ///< at which they resist being larger
-inline constexpr double fittingSizeCompression = 50.0; ///< at which a container is kept small
+/// Without exception.
+inline constexpr double required = 1000.0;
+/// At which widgets resist being smaller than their size hint.
+inline constexpr double defaultHigh = 750.0;
+/// At which widgets resist being larger than their size hint.
+inline constexpr double defaultLow = 250.0;
+/// At which the preferred size of a container is kept small.
+inline constexpr double fittingSizeCompression = 50.0;
 } // namespace LayoutPriority
 
-/// A linear relation between two widgets' edges, centres or dimensions:
+/// A linear relation between edges, centres or dimensions of two widgets, or of layout guides:
 ///
 ///     const auto gap = NS::topAnchor(field).constraintEqualToAnchor(NS::bottomAnchor(label), 8);
 ///     gap->setActive(true);
 ///     gap->setConstant(16); // re-solves what depends on it
 ///
 /// Leading and trailing follow the layout direction of the nearest common ancestor of the two
-/// widgets. An active constraint is kept by the layout of that ancestor, or, with one widget, of
-/// its parent (its own where a Qt layout places it); the caller need not keep it. It ends, becoming
-/// inactive, with either widget, and when either leaves that ancestor.
-/// That ancestor gets a QLayout that reports its minimum, preferred and maximum size upwards (see
-/// `QLayout::setSizeConstraint`); if it has a layout of another kind, constraints work beside that
-/// but report nothing.
+/// items. The layout of that ancestor keeps an active constraint, so that the caller need not; that
+/// of the parent if there is one item, or its own if a Qt layout places it. The constraint becomes
+/// inactive when an item is destroyed or leaves that ancestor. The ancestor gets a QLayout that
+/// reports its minimum, preferred and maximum size (see `QLayout::setSizeConstraint`). If it has
+/// another kind of layout, constraints work beside that and report no sizes.
 ///
-/// Widgets keep near their size hints: see QSizePolicy for which side gives way first. Only what is
-/// constrained is moved. A hidden widget keeps its place and its constraints, unlike in Qt's
-/// layouts: others may hang on it. To close the gap, deactivate them or set a constant to 0. Two
-/// required constraints that contradict each other: one warning line names them, and the last one
-/// stays inactive. Main thread only.
+/// Widgets stay near their size hints; QSizePolicy decides which side gives way first. Only widgets
+/// with constraints are moved. Unlike in Qt's layouts, a hidden widget keeps its place, because
+/// others may depend on it. To close the gap, deactivate its constraints or set a constant to 0. If
+/// two required constraints contradict each other, a warning names them, and the last one stays
+/// inactive. Warnings also name required constraints that only a negative size satisfies, and those
+/// that are overridden by a Qt layout that places the widget. Main thread only.
 class PELLARVINE_EXPORT LayoutConstraint : public QObject,
                                            public std::enable_shared_from_this<LayoutConstraint>
 {
@@ -80,52 +77,54 @@ class PELLARVINE_EXPORT LayoutConstraint : public QObject,
     Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged)
 
 public:
-    /// "first.attribute relation multiplier * second.attribute + constant". `second` is null and
-    /// its attribute `notAnAttribute` for a constraint with the constant alone. Not yet active. The
-    /// anchors of <pellarvine/Platform/NSLayoutAnchor.h> make these with less to write. Warns of a
-    /// constraint that cannot be, which then never becomes active: between a horizontal and a
-    /// vertical attribute, a size and a place, or with a number that is not finite.
-    static std::shared_ptr<LayoutConstraint> make(QWidget *first, LayoutAttribute firstAttribute,
-                                                  LayoutRelation relation, QWidget *second,
+    /// "first.attribute relation multiplier * second.attribute + constant", not yet active. For a
+    /// constant alone, `second` is null and its attribute `notAnAttribute`. The anchors of
+    /// <pellarvine/Platform/NSLayoutAnchor.h> are shorter to write. Warns of an invalid constraint,
+    /// which never becomes active: between a horizontal and a vertical attribute, a size and a
+    /// place, with the baseline of a guide, or with a number that is not finite.
+    static std::shared_ptr<LayoutConstraint> make(ConstraintItem first,
+                                                  LayoutAttribute firstAttribute,
+                                                  LayoutRelation relation, ConstraintItem second,
                                                   LayoutAttribute secondAttribute,
                                                   double multiplier, double constant);
     ~LayoutConstraint() override;
 
-    QWidget *firstItem() const; ///< null once it is gone
-    QWidget *secondItem() const; ///< null once it is gone, or if there is none
-    LayoutAttribute firstAttribute() const; ///< as it was given
-    LayoutAttribute secondAttribute() const; ///< `notAnAttribute` if there is the constant alone
-    LayoutRelation relation() const; ///< as it was given
-    double multiplier() const; ///< of the second attribute, as it was given
+    ConstraintItem firstItem() const; ///< null after it is destroyed
+    ConstraintItem secondItem() const; ///< null after it is destroyed, or if there is none
+    LayoutAttribute firstAttribute() const; ///< the edge, centre, dimension or baseline
+    LayoutAttribute secondAttribute() const; ///< `notAnAttribute` for a constant alone
+    LayoutRelation relation() const; ///< between the two sides
+    double multiplier() const; ///< of the second attribute
 
-    /// In device-independent pixels, added to the second side. A required constraint that is active
-    /// and contradicts others by a new value becomes inactive, with a warning. A value that is not
-    /// finite is refused with a warning.
+    /// In device-independent pixels, added to the second side. If a new value makes an active
+    /// required constraint contradict others, it becomes inactive, with a warning. A value that is
+    /// not finite is refused with a warning.
     double constant() const;
     void setConstant(double constant);
 
-    /// Default: `LayoutPriority::required`. Held to 1...1000. A value that is not finite is refused
-    /// with a warning.
+    /// Default: `LayoutPriority::required`. Clamped to 1 to 1000. A value that is not finite is
+    /// refused with a warning.
     double priority() const;
     void setPriority(double priority);
-    /// Sets the priority and returns this constraint, to be used where one is made.
+    /// Sets the priority and returns this constraint, for use in an initializer list.
     std::shared_ptr<LayoutConstraint> withPriority(double priority);
 
-    /// Default: false. Becomes false again if the layout drops the constraint. Setting it activates
-    /// or deactivates this constraint alone, as the functions below do.
+    /// Default: false. Becomes false again if the layout drops the constraint. The setter activates
+    /// or deactivates this constraint as the functions below do.
     bool isActive() const;
     void setActive(bool isActive);
 
-    /// "title.leading == panel.leading + 8", with the widgets' object names, or else their classes
-    /// and places in their parents ("form/QLabel[2]" is the second label of the form), and in
-    /// front, in brackets, the constraint's own object name if it has one.
+    /// "title.leading == panel.leading + 8", with the object names of the widgets. A widget without
+    /// a name is named by its class and its place in its parent: "form/QLabel[2]" is the second
+    /// label of the form. The object name of the constraint, if it has one, stands in front, in
+    /// brackets.
     QString description() const;
 
-    /// Activates all, in order. If the widgets of any have no common ancestor, warns once and
-    /// activates none. Passes over those that `make` has refused.
+    /// Activates all, in order. If the items of one have no common ancestor, warns once and
+    /// activates none. Skips those that `make` has refused.
     static void activateConstraints(const QList<std::shared_ptr<LayoutConstraint>> &constraints);
-    /// Passes over those that are not active. The layout keeps them no longer: they end where
-    /// nobody else does.
+    /// Skips those that are not active. The layout releases its references, so that constraints are
+    /// deleted unless the program keeps them.
     static void deactivateConstraints(const QList<std::shared_ptr<LayoutConstraint>> &constraints);
 
 Q_SIGNALS:

@@ -15,7 +15,7 @@ namespace NS {
 
 namespace {
 
-// Where the style's forms have the text in the column of labels.
+// The alignment that the style has for labels of forms.
 Qt::Alignment styledAlignment(const QWidget *container)
 {
     const int hint =
@@ -52,7 +52,7 @@ QList<std::shared_ptr<LayoutConstraint>> form(QWidget *container, const QList<Fo
         return {};
     QWidget *const first = fields.first();
     QWidget *const last = fields.last();
-    // Without a label there is no column of labels.
+    // Without labels, fields start at the border.
     if (constraints.isEmpty())
         constraints +=
                 leadingAnchor(first).constraintEqualToAnchor(leadingAnchor(container), border);

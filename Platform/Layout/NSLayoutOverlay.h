@@ -6,14 +6,16 @@
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
 /// @file
-/// Shows what constraints do, to find out why a widget stands where it stands. In a running program
-/// the environment variable `PELLARVINE_LAYOUT_DEBUG=1` shows it in each window with constraints.
+/// Paints the layout over a widget, to find out why a widget is where it is. The environment
+/// variable `PELLARVINE_LAYOUT_DEBUG=1` does so in each window with constraints, without a change
+/// to the program.
 namespace NS {
 
-/// Paints over the widget, and all in it, what their constraints make of them: a frame around the
-/// aligned part of each widget, a line on the baselines that constraints are about, and an arrow
-/// with a text for each wish that is not fulfilled, from where something is to where it is wanted.
-/// The picture follows all changes and takes neither clicks nor the keyboard's focus.
+/// Paints over the widget and its descendants: a frame around the aligned part of each widget with
+/// constraints, a dashed frame for each guide, a line on each baseline with constraints, and an
+/// arrow with a text for each constraint that does not hold, and for each widget that gets less
+/// room than it asks for, from the actual to the required place. The picture follows all changes
+/// and takes neither clicks nor the keyboard focus.
 PELLARVINE_EXPORT void setShowsLayout(QWidget *widget, bool shows);
 /// Default: false.
 [[nodiscard]] PELLARVINE_EXPORT bool showsLayout(const QWidget *widget);

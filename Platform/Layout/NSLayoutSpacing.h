@@ -8,15 +8,15 @@
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
 /// @file
-/// The distance that the style keeps between two controls, as Qt's layouts use it:
+/// The spacing of the style between two controls, as Qt's layouts use it:
 ///
 ///     NS::topAnchor(field).constraintEqualToAnchor(
 ///             NS::bottomAnchor(label), NS::systemSpacing(label, field, Qt::Vertical));
 namespace NS {
 
-/// In device-independent pixels: the style's spacing of layouts, or, in a style that leaves it to
-/// the kinds of controls, that between two of these. 0 if the style says neither. It is the style's
-/// at the time of the call: constraints do not follow a later one. No widget may be null.
+/// In device-independent pixels: the layout spacing of the style, or, if that depends on the kinds
+/// of controls, the spacing between these two. 0 if the style has neither. A constraint made with
+/// it does not follow a later change of the style. No widget may be null.
 [[nodiscard]] PELLARVINE_EXPORT double systemSpacing(const QWidget *view, const QWidget *next,
                                                      Qt::Orientation axis);
 

@@ -6,7 +6,7 @@
 #include <optional>
 
 /// @file
-/// Widgets in a row or a column, by constraints:
+/// A row or a column of widgets, by constraints:
 ///
 ///     QList constraints = NS::stack({ cancel, save }, Qt::Horizontal, {},
 ///                                   NS::LayoutAttribute::firstBaseline);
@@ -17,16 +17,16 @@
 ///     NS::LayoutConstraint::activateConstraints(constraints);
 namespace NS {
 
-/// Constraints by which each view follows the one before it, not yet active: from the leading side
-/// to the trailing one, or downwards. `spacing`, in device-independent pixels, lies between two;
-/// without a value it is `systemSpacing`. Across the axis the views have `alignment` in common, an
-/// edge, a centre or a baseline; with `notAnAttribute` both edges, which makes them equally wide or
-/// high. Warns of an alignment along the axis and makes no constraints then.
+/// Returns constraints, not yet active, that place each view behind the one before it: from the
+/// leading to the trailing side, or downwards. `spacing`, in device-independent pixels, lies
+/// between two views; without a value it is `systemSpacing`. Across the axis, `alignment` aligns an
+/// edge, a centre or a baseline of all views. `notAnAttribute` aligns both edges, so that all are
+/// equally wide or high. Warns of an alignment along the axis, and returns no constraints then.
 ///
-/// The stack is about the views alone: where it lies, and how long it is, further constraints on
-/// the first and the last view say. The views need a common ancestor, but not the same parent. A
-/// hidden view keeps its place. To close the gap, deactivate the constraints and stack the views
-/// that are left; likewise for another view, or another order. No view may be null.
+/// Constraints on the first and the last view decide where the stack is and how long. The views
+/// need a common ancestor, but not the same parent. A hidden view keeps its place. To close the
+/// gap, to add a view or to change the order, deactivate the constraints and stack the views again.
+/// No view may be null.
 [[nodiscard]] PELLARVINE_EXPORT QList<std::shared_ptr<LayoutConstraint>>
 stack(const QList<QWidget *> &views, Qt::Orientation axis, std::optional<double> spacing = {},
       LayoutAttribute alignment = LayoutAttribute::notAnAttribute);

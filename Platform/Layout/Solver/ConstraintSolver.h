@@ -11,8 +11,8 @@
 
 namespace Pellarvine::detail {
 
-/// Solves systems of linear equalities and inequalities, some required and some merely wanted, and
-/// re-solves them incrementally as they change: Cassowary, after Badros, Borning and Stuckey,
+/// Solves systems of required and optional linear equalities and inequalities, and re-solves them
+/// incrementally as they change: Cassowary, after Badros, Borning and Stuckey,
 /// "The Cassowary Linear Arithmetic Constraint Solving Algorithm" (2001).
 ///
 ///     ConstraintSolver solver;
@@ -24,16 +24,17 @@ namespace Pellarvine::detail {
 ///
 /// Three things differ from the paper:
 /// - Strengths are compared level by level: no number of errors at a weaker level outweighs the
-///   smallest one at a stronger level. Within a level, weighted errors are summed up.
-/// - The answer is a function of the constraints alone, not of the order in which they came and
-///   went: what they leave open is as near to 0 as it can be, for the variables in their order.
-/// - A variable that one constraint determines is kept as that constraint says it, by the other
-///   variables, and is multiplied out only when a further constraint needs it. So a chain of n
-///   places costs n terms and not their square.
+///   smallest one at a stronger level. Within a level, the sum of the weighted errors counts.
+/// - The solution is a function of the constraints alone, not of the order in which they were added
+///   and removed. Variables that they do not determine are as near to 0 as possible, one after the
+///   other in their order.
+/// - A variable that one constraint determines is stored as that constraint defines it, by other
+///   variables. It is expanded only when a further constraint needs that. So a chain of n places
+///   has n terms and not the square of n.
 ///
-/// Rounding does not add up over a long life: the solver keeps each constraint as it was given,
-/// sees how much rounding leaves of coefficients that cancel out, and computes the others again in
-/// time.
+/// Rounding errors do not accumulate: the solver keeps the original constraints, measures the
+/// rounding errors of coefficients that cancel out, and recomputes everything from the constraints
+/// before the errors matter.
 ///
 /// Copyable: a copy answers "what if" and leaves the original alone.
 class PELLARVINE_INTERNAL_EXPORT ConstraintSolver
@@ -63,8 +64,8 @@ public:
         double constant = 0.0;
     };
 
-    /// How much a constraint is wanted: any finite level, higher ones first; the weight, above 0,
-    /// counts within the level.
+    /// The strength of an optional constraint. The level is any finite number, and higher ones go
+    /// first. The weight is positive and counts within the level.
     struct Strength
     {
         double level;
@@ -72,9 +73,9 @@ public:
     };
     static const Strength required;
 
-    /// What became of an added constraint: it is in, or `conflict` names the required constraints
-    /// that it cannot hold together with, of which each is needed for the contradiction. It is
-    /// empty if the constraint contradicts itself.
+    /// The result of add(): the constraint, or none and the required constraints that contradict
+    /// it. Each of these is needed for the contradiction. The list is empty if the constraint
+    /// contradicts itself.
     struct Addition
     {
         std::optional<Constraint> constraint;
@@ -86,44 +87,44 @@ public:
     ConstraintSolver &operator=(const ConstraintSolver &) = delete;
     ~ConstraintSolver();
 
-    /// `isWanted` says that a constraint will want a value of the variable alone. The solver then
-    /// works best if other constraints say what other variables are.
+    /// `isWanted` announces an optional constraint on the variable alone, such as a preferred
+    /// length. The solver then defines other variables first, which is faster.
     Variable addVariable(bool isWanted = false);
 
     /// No constraint may mention it any more.
     void removeVariable(Variable variable);
 
-    /// Gives all variables another order, in which they come near to 0. Default: as they were
-    /// added.
+    /// Changes the order of all variables, see above. Default: the order of addVariable().
     void setOrder(const std::vector<Variable> &variables);
 
-    /// Adds "expression relation 0". Fails only for a required one; the solver is then as before.
+    /// Adds "expression relation 0". Only a required constraint can fail. The solver is then as
+    /// before.
     Addition add(const Expression &expression, Relation relation, Strength strength = required);
 
-    /// Adds "expression = 0" that is wanted, with a strength of its own for either side: how
-    /// strongly the expression is kept from falling below 0, and from rising above it.
+    /// Adds the optional constraint "expression = 0", with one strength against values below 0 and
+    /// another one against values above 0.
     Constraint addTarget(const Expression &expression, Strength notBelow, Strength notAbove);
 
     void remove(Constraint constraint);
 
-    /// Gives a wanted constraint another weight, for either side.
+    /// Changes the weight of an optional constraint, for both sides.
     void setWeight(Constraint constraint, double weight);
-    /// Gives a wanted constraint another level, for either side.
+    /// Changes the level of an optional constraint, for both sides.
     void setLevel(Constraint constraint, double level);
 
-    /// Gives the constraint's expression another constant. Returns nothing, or the required
-    /// constraints that contradict each other with that constant; the old one then stays.
+    /// Changes the constant in the expression of the constraint. Returns an empty list, or the
+    /// required constraints that contradict each other with that constant. The old one then stays.
     std::vector<Constraint> setConstant(Constraint constraint, double constant);
     double constant(Constraint constraint) const;
 
-    /// Takes a snapshot of the solution, which `value` reads until the next one.
+    /// Stores the solution, which value() reads until the next call.
     void solve();
     double value(Variable variable) const;
 
-    /// Whether the constraints that are wanted at a higher level than that, and the required ones,
-    /// leave the variable a single value.
+    /// Whether the required constraints, and the optional ones above that level, determine the
+    /// value of the variable.
     bool isDetermined(Variable variable, double level) const;
-    /// The constraints on which its value depends just now, or nearby.
+    /// The constraints that determine the current value of the variable.
     std::vector<Constraint> determining(Variable variable) const;
 
 private:

@@ -10,11 +10,11 @@
 
 namespace Pellarvine::detail {
 
-/// What rounding may leave of a coefficient that should be 0, beside others of the order of 1.
+/// The largest rounding error of a coefficient that should be 0, beside others of the order of 1.
 inline constexpr double smallestCoefficient = 1e-9;
 
-/// Returns a sum of numbers of that size, exactly 0 where rounding alone is left of it, of which
-/// `rounding` then keeps the largest share.
+/// Returns the sum of numbers of that size, or exactly 0 if only a rounding error is left.
+/// `rounding` keeps the largest relative error.
 inline double roundedSum(double sum, double size, double &rounding)
 {
     const double share = std::abs(sum) / std::max(1.0, size);
@@ -39,8 +39,8 @@ struct PELLARVINE_INTERNAL_EXPORT LinearRow
 
     std::vector<Entry> entries; ///< in the order of their symbols, none of them 0
     double constant = 0.0;
-    /// How much rounding has left of coefficients that cancelled out, beside what they came from:
-    /// 0 while all was exact, and larger the less the others can be relied on.
+    /// The largest rounding error of coefficients that cancelled out, relative to their operands. 0
+    /// if all were exact. The larger it is, the less precise are the other coefficients.
     double rounding = 0.0;
 
     bool operator==(const LinearRow &) const = default;
@@ -55,14 +55,14 @@ struct PELLARVINE_INTERNAL_EXPORT LinearRow
     void add(Symbol symbol, double coefficient);
     void add(const LinearRow &other, double factor);
 
-    /// Likewise, and calls `appears` and `vanishes` with the symbols that enter and leave the row.
+    /// The same, and calls `appears` and `vanishes` with the symbols that enter and leave the row.
     template <typename Appears, typename Vanishes>
     void add(const LinearRow &other, double factor, Appears appears, Vanishes vanishes);
 
-    /// Makes "row = 0" say what `symbol` is, which it has to mention: "symbol = row".
+    /// Solves "row = 0" for `symbol`, which it must mention: "symbol = row".
     void solveFor(Symbol symbol);
 
-    /// Puts `value` in the place of `symbol`.
+    /// Replaces `symbol` by `value`.
     void substitute(Symbol symbol, const LinearRow &value);
 
 private:
@@ -74,7 +74,7 @@ private:
     template <typename Entries>
     static auto lowerBound(Entries &entries, Symbol symbol)
     {
-        // Of a few, one after the other is faster.
+        // A linear search is faster for few entries.
         if (entries.size() <= 8)
             return std::find_if(entries.begin(), entries.end(),
                                 [&](const Entry &entry) { return entry.symbol >= symbol; });
@@ -96,7 +96,7 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
     constant += factor * other.constant;
     if (factor == 0.0)
         return;
-    // Into a long sum a short one goes entry by entry, so that the rest need not be copied.
+    // Adds a short sum to a long one entry by entry, so that the rest need not be copied.
     if (other.entries.size() * 16 < entries.size()) {
         for (const auto &[symbol, coefficient] : other.entries) {
             const double share = factor * coefficient;

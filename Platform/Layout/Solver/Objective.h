@@ -8,7 +8,7 @@
 
 namespace Pellarvine::detail {
 
-/// What is to be minimized: a cost for each level, in terms of symbols that are not basic. Levels
+/// The function to minimize: a cost for each level, in terms of symbols that are not basic. Levels
 /// are compared from the highest down, so that no cost outweighs one of a higher level.
 class Objective
 {
@@ -18,22 +18,22 @@ public:
     /// Makes room for one symbol more, the next in order.
     void addSymbol();
 
-    /// Adds the symbol, which is never negative, as many times as `weight` says.
+    /// Adds `weight` times the symbol, which is never negative.
     void add(Symbol symbol, double level, double weight, const Tableau &tableau);
-    /// Takes back what add() of the same values added.
+    /// Reverts add() with the same values.
     void remove(Symbol symbol, double level, double weight, const Tableau &tableau);
     void clear();
     /// Drops the costs at that level and below it.
     void drop(double level);
     void dropColumn(Symbol symbol);
-    /// Puts `value` in the place of a symbol that becomes basic.
+    /// Replaces a symbol that becomes basic by `value`.
     void substitute(Symbol symbol, const LinearRow &value);
 
     /// The largest `LinearRow::rounding` of a cost.
     double rounding() const;
 
     bool mentions(Symbol symbol) const;
-    /// Sets to 1 what `marks` holds for each symbol that costs something.
+    /// Sets `marks` to 1 for each symbol with a cost.
     void mark(std::vector<char> &marks) const;
     /// Whether the costs fall as the symbol grows.
     bool isLoweredBy(Symbol symbol) const;

@@ -10,8 +10,8 @@
 
 namespace Pellarvine::detail {
 
-/// Keeps a tableau where its objective is lowest, while no symbol is negative: by the primal
-/// simplex as rows and costs come and go, by the dual one as constants change.
+/// Keeps a tableau at the minimum of its objective, while no symbol is negative. It uses the primal
+/// simplex when rows and costs are added or removed, and the dual simplex when constants change.
 class Simplex
 {
 public:
@@ -23,19 +23,19 @@ public:
 
     /// Makes room for one symbol more, the next in order.
     void addSymbol();
-    /// The symbol may serve for something else. No row may mention it any more.
+    /// Releases the symbol for another use. No row may mention it any more.
     void forget(Symbol symbol);
 
     /// From now on the symbol is 0. It may be basic.
     void fix(Symbol symbol) { m_isFixed[symbol] = 1; }
     bool isFixed(Symbol symbol) const { return m_isFixed[symbol]; }
-    /// Fixes all that costs something and clears the objective: what is best so far stays so.
+    /// Fixes all symbols with a cost and clears the objective, so that the optimum so far is kept.
     void fixCosts();
     /// 1 for each symbol that is fixed or costs something.
     std::vector<char> fixedOrCosting() const;
 
-    /// From now on the second symbol stands beside the first one, negated, wherever that stands
-    /// before a row says what either is.
+    /// From now on the second symbol accompanies the first one, negated, in each row, unless one of
+    /// them is basic.
     void pair(Symbol one, Symbol other);
 
     /// The caller optimizes after that.

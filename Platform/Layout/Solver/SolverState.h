@@ -8,25 +8,25 @@
 
 namespace Pellarvine::detail {
 
-/// What a solver consists of: the constraints as they were given, and what was computed from them,
-/// which can be computed again whenever rounding has worn it out.
+/// The state of a solver: the original constraints, and what is computed from them, which is
+/// computed again when rounding errors have grown.
 struct ConstraintSolver::Private
 {
     using Symbol = LinearRow::Symbol;
 
-    // Other symbols than variables are never negative: what an inequality leaves, by how much a
-    // wanted constraint is missed, or the mark of a required equality, which is fixed.
+    // Symbols that are no variables are never negative: the slack of an inequality, the error of an
+    // optional constraint, or the marker of a required equality, which is fixed.
     struct SymbolState
     {
         int number = -1; // of a variable: its place in the order of all
-        bool isWanted = false; // of a variable: a constraint wants a value of it alone
+        bool isWanted = false; // of a variable: an optional constraint is on it alone
         int owner = -1; // of another symbol: the constraint that it belongs to
     };
 
     struct Record
     {
         Symbol marker = -1;
-        Symbol partner = -1; // a second symbol that always stands beside the marker, negated
+        Symbol partner = -1; // a second symbol that accompanies the marker, negated
         double markerSign = 1.0;
         double factor = 1.0; // of the expression as it was given
         double constant = 0.0; // of that expression

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How a solver keeps rounding from growing.
+// Keeps rounding errors from growing.
 #include "Layout/Solver/SolverState.h"
 
 #include <algorithm>
@@ -26,7 +26,7 @@ bool ConstraintSolver::Private::isWorn() const
            || (changes > 0 && rounding > fatalRounding);
 }
 
-// Whether the last snapshot is not what the records say.
+// Whether the last solution violates the original constraints.
 bool ConstraintSolver::Private::isMissed() const
 {
     double largest = 1.0;
@@ -77,8 +77,7 @@ void ConstraintSolver::Private::addAnyhow(int index)
         simplex.insertAnyhow(std::move(row), records[index].marker);
 }
 
-// Computes everything again from the records, which rounding does not touch, for the basis that is
-// the best one now.
+// Computes everything again from the records, which have no rounding errors, for the current basis.
 void ConstraintSolver::Private::renew()
 {
     const std::vector<char> wasBasic = forgetRows();
@@ -91,7 +90,7 @@ void ConstraintSolver::Private::renew()
     freshRounding = std::max(simplex.rounding(), definitions.rounding());
 }
 
-// Likewise, but finds the basis again too, as a fresh solver would.
+// The same, but finds the basis again too, as a new solver would.
 void ConstraintSolver::Private::startAgain()
 {
     std::vector<int> all;
@@ -105,7 +104,7 @@ void ConstraintSolver::Private::startAgain()
         if (!addReliably(index).empty())
             contradicting.push_back(index);
     }
-    // They held together before, so that this is rounding.
+    // They held together before, so that the contradiction is a rounding error.
     for (const int index : contradicting) {
         records[index].isIn = true;
         addAnyhow(index);

@@ -7,8 +7,8 @@
 
 namespace Pellarvine::detail {
 
-/// Linear equations, each solved for one symbol, the basic one: its row gives it by symbols that
-/// are basic in no row. Knows the rows of each symbol, and nothing of what is to be minimized.
+/// Linear equations, each solved for one symbol, the basic one, in terms of symbols that are not
+/// basic. Knows the rows of each symbol, but not the objective.
 class PELLARVINE_INTERNAL_EXPORT Tableau
 {
 public:
@@ -16,7 +16,7 @@ public:
 
     /// Makes room for one symbol more, the next in order.
     void addSymbol() { m_columns.emplace_back(); }
-    /// The symbol may serve for something else. No row may mention it any more.
+    /// Releases the symbol for another use. No row may mention it any more.
     void forget(Symbol symbol) { m_columns[symbol] = {}; }
 
     /// Rows are at indices below this one; those that are unused have no basic symbol.
@@ -29,7 +29,7 @@ public:
     bool isBasic(Symbol symbol) const { return rowOf(symbol) >= 0; }
     /// The rows that mention a symbol that is not basic, in order.
     const SortedIndices &rowsWith(Symbol symbol) const { return m_columns[symbol].rows; }
-    /// What a basic symbol is while all others are 0, and those others.
+    /// The value of a symbol while all symbols that are not basic are 0.
     double value(Symbol symbol) const { return isBasic(symbol) ? row(rowOf(symbol)).constant : 0; }
 
     /// The largest `LinearRow::rounding` that a row has ever had.
@@ -39,11 +39,11 @@ public:
     int insert(LinearRow row, Symbol basic);
     void drop(int index);
     void dropColumn(Symbol symbol);
-    /// Makes `entering` basic in the place of the row's basic symbol. The row has to mention it.
+    /// Makes `entering` basic in the row, in place of its basic symbol. The row must mention it.
     void pivot(int index, Symbol entering);
-    /// Clears a constant that is rounding.
+    /// Clears a constant that is a rounding error.
     void clearConstant(int index) { m_rows[index].constant = 0.0; }
-    /// Puts "symbol + delta" in the place of the symbol.
+    /// Replaces the symbol by "symbol + delta".
     void shift(Symbol symbol, double delta);
 
 private:

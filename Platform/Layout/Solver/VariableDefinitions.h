@@ -8,12 +8,13 @@
 
 namespace Pellarvine::detail {
 
-/// Variables that one constraint determines, each as that constraint says it: by other variables,
-/// which may be defined too, and by symbols of the tableau. So a chain of n places costs n terms
-/// and not their square; `expand` multiplies out what a further constraint needs.
+/// Variables that one constraint determines, each defined as in that constraint: by other
+/// variables, which may have definitions too, and by symbols of the tableau. So a chain of n places
+/// has n terms and not the square of n. expand() replaces defined variables where a further
+/// constraint needs it.
 ///
-/// Definitions never go in a circle: a variable is defined only while no definition mentions it,
-/// or by symbols that have no definition.
+/// Definitions have no cycles: a variable is defined only while no definition mentions it, or by
+/// symbols without definitions.
 class PELLARVINE_INTERNAL_EXPORT VariableDefinitions
 {
 public:
@@ -21,7 +22,7 @@ public:
 
     /// Makes room for one symbol more, the next in order.
     void addSymbol();
-    /// The symbol may serve for something else. No definition may mention it any more.
+    /// Releases the symbol for another use. No definition may mention it any more.
     void forget(Symbol symbol) { m_states[symbol] = {}; }
 
     bool isDefined(Symbol symbol) const { return m_states[symbol].definition.has_value(); }
@@ -35,8 +36,8 @@ public:
     void define(Symbol variable, LinearRow definition);
     void undefine(Symbol variable);
 
-    /// Puts `replacement` in the place of `symbol` wherever that is mentioned. What this leaves of
-    /// `partner`, unless that is -1, is rounding and is dropped.
+    /// Replaces `symbol` by `replacement` in all definitions. The rest of `partner` that this
+    /// leaves, unless that is -1, is a rounding error and is dropped.
     void replace(Symbol symbol, Symbol partner, const LinearRow &replacement);
 
     /// Removes a symbol that may take any value, and is in no row of the tableau: one of the
@@ -49,7 +50,7 @@ public:
     /// The largest `LinearRow::rounding` that a definition has ever had.
     double rounding() const { return m_rounding; }
 
-    /// Puts "symbol + delta" in the place of the symbol.
+    /// Replaces the symbol by "symbol + delta".
     void shift(Symbol symbol, double delta);
 
     /// The values of all symbols, while those without a definition or a row are 0.

@@ -6,7 +6,9 @@
 #include "../Theme.h"
 
 #include <pellarvine/Pellarvine/FullWidthSegmentedControl.h>
+#include <pellarvine/Platform/NSLayoutAnchor.h>
 #include <pellarvine/Platform/NSLayoutForm.h>
+#include <pellarvine/Platform/NSLayoutGuide.h>
 #include <pellarvine/Platform/NSLayoutSpacing.h>
 #include <pellarvine/Platform/NSLayoutStack.h>
 #include <pellarvine/Platform/NSNib.h>
@@ -236,6 +238,76 @@ void StackCard::stackAgain()
             QLatin1StringView(way.code)));
 }
 
+// Paints the frame of a guide, which has no picture of its own.
+class GuideStage : public QWidget
+{
+public:
+    GuideStage()
+        : m_group(new NS::LayoutGuide(this))
+    {
+        connect(m_group, &NS::LayoutGuide::frameChanged, this, [this] { update(); });
+    }
+    NS::LayoutGuide *group() const { return m_group; }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 1.0, Qt::DashLine));
+        painter.drawRoundedRect(QRectF(m_group->frame()).adjusted(0.5, 0.5, -0.5, -0.5), 4.0, 4.0);
+    }
+
+private:
+    NS::LayoutGuide *m_group;
+};
+
+// A picture and a name that are centred as one.
+QFrame *makeGuideCard()
+{
+    QFrame *const card = makeCard(tr("A guide"));
+    auto *const stage = new GuideStage;
+    stage->setMinimumHeight(9 * Theme::unit);
+    auto *const picture = new Initial;
+    auto *const name = new QLabel;
+    name->setFont(Theme::font(Theme::heading));
+    NS::addSubview(stage, picture);
+    NS::addSubview(stage, name);
+    NS::LayoutGuide *const group = stage->group();
+    const double margin = Theme::unit;
+    using namespace NS;
+    LayoutConstraint::activateConstraints({
+            leadingAnchor(group).constraintEqualToAnchor(leadingAnchor(picture), -margin),
+            trailingAnchor(group).constraintEqualToAnchor(trailingAnchor(name), margin),
+            topAnchor(group).constraintEqualToAnchor(topAnchor(picture), -margin),
+            bottomAnchor(group).constraintEqualToAnchor(bottomAnchor(picture), margin),
+            centerXAnchor(group).constraintEqualToAnchor(centerXAnchor(stage)),
+            centerYAnchor(group).constraintEqualToAnchor(centerYAnchor(stage)),
+            leadingAnchor(group).constraintGreaterThanOrEqualToAnchor(leadingAnchor(stage)),
+            leadingAnchor(name).constraintEqualToAnchor(trailingAnchor(picture), margin),
+            centerYAnchor(name).constraintEqualToAnchor(centerYAnchor(picture)),
+    });
+
+    auto *const field = new QLineEdit;
+    field->setMaxLength(20);
+    auto *const fieldName = new QLabel(tr("&Name"));
+    fieldName->setBuddy(field);
+    auto *const knobs = new QHBoxLayout;
+    knobs->setSpacing(2 * Theme::unit);
+    knobs->addWidget(fieldName);
+    knobs->addWidget(field, 1);
+    QObject::connect(field, &QLineEdit::textChanged, name, &QLabel::setText);
+    field->setText(u"Ada Lovelace"_s);
+
+    auto *const layout = static_cast<QVBoxLayout *>(card->layout());
+    layout->addWidget(makeCode(u"group  leading = picture.leading - 8\n"
+                               "       trailing = name.trailing + 8\n"
+                               "       centerX = stage.centerX"_s));
+    layout->addWidget(stage, 1);
+    layout->addLayout(knobs);
+    return card;
+}
+
 QFrame *makeFileCard()
 {
     QFrame *const card = makeCard(tr("An interface file"));
@@ -258,14 +330,17 @@ QFrame *makeFileCard()
 QWidget *makeLayoutExamples()
 {
     auto *const examples = new QWidget;
-    auto *const grid = new QGridLayout(examples);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setSpacing(2 * Theme::unit);
-    grid->addWidget(makeFormCard(), 0, 0, 2, 1);
-    grid->addWidget(makeFileCard(), 0, 1);
-    grid->addWidget(new StackCard, 1, 1);
-    grid->setRowStretch(1, 1);
-    for (int column = 0; column < 2; ++column)
-        grid->setColumnStretch(column, 1);
+    auto *const columns = new QHBoxLayout(examples);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->setSpacing(2 * Theme::unit);
+    const auto addColumn = [columns](QWidget *top, QWidget *bottom) {
+        auto *const column = new QVBoxLayout;
+        column->setSpacing(2 * Theme::unit);
+        column->addWidget(top);
+        column->addWidget(bottom, 1);
+        columns->addLayout(column, 1);
+    };
+    addColumn(makeFormCard(), makeGuideCard());
+    addColumn(makeFileCard(), new StackCard);
     return examples;
 }

@@ -267,7 +267,8 @@ private:
     QFrame *makeControls();
 
     NS::SegmentedControl *m_section = new NS::SegmentedControl;
-    QCheckBox *m_showsLayout = new QCheckBox(::tr("Show &frames, baselines and unmet wishes"));
+    QCheckBox *m_showsLayout =
+            new QCheckBox(::tr("Show &frames, guides, baselines and violations"));
     QList<Sample *> m_samples;
     QSize m_size { 160, 112 };
     QSlider *m_border = new QSlider(Qt::Horizontal);
@@ -283,7 +284,7 @@ LayoutPage::LayoutPage(QWidget *parent)
     auto *const sections = new QStackedWidget;
     sections->addWidget(makePins());
     sections->addWidget(makeLayoutExamples());
-    m_section->setLabels({ ::tr("Pinning"), ::tr("Forms and stacks") });
+    m_section->setLabels({ ::tr("Pinning"), ::tr("Forms, stacks and guides") });
     m_section->setSelectedSegment(0);
     m_section->setAccessibleName(::tr("What the page shows"));
     auto *const knobs = new QHBoxLayout;

@@ -58,25 +58,28 @@ TEST(LayoutAxis, lengths_keep_to_their_hints_as_their_policies_say)
     };
     for (const auto &[one, other, length, lengths] : rows) {
         Pair pair(length);
-        pair.one.setWish(pair.solver,
-                         lengthWish({ .policy = one, .hint = 100, .minimumHint = 50 }));
-        pair.other.setWish(pair.solver,
-                           lengthWish({ .policy = other, .hint = 100, .minimumHint = 50 }));
+        pair.one.setIntrinsicLength(
+                pair.solver, intrinsicLength({ .policy = one, .hint = 100, .minimumHint = 50 }));
+        pair.other.setIntrinsicLength(
+                pair.solver, intrinsicLength({ .policy = other, .hint = 100, .minimumHint = 50 }));
         EXPECT_EQ(pair.lengths(), lengths) << one << ' ' << other << ' ' << length;
     }
 }
 
-TEST(LayoutAxis, another_wish_takes_the_place_of_the_first_with_all_its_limits)
+TEST(LayoutAxis, another_intrinsic_length_replaces_the_first_with_all_its_limits)
 {
     Pair pair(200);
-    pair.one.setWish(pair.solver, lengthWish({ .hint = 100, .minimum = 90, .maximum = 110 }));
-    pair.other.setWish(pair.solver, lengthWish({ .policy = QSizePolicy::Fixed, .hint = 20 }));
+    pair.one.setIntrinsicLength(pair.solver,
+                                intrinsicLength({ .hint = 100, .minimum = 90, .maximum = 110 }));
+    pair.other.setIntrinsicLength(pair.solver,
+                                  intrinsicLength({ .policy = QSizePolicy::Fixed, .hint = 20 }));
     EXPECT_EQ(pair.lengths(), std::pair(110.0, 90.0));
-    pair.one.setWish(pair.solver, lengthWish({ .hint = 100, .minimum = 90, .maximum = 120 }));
+    pair.one.setIntrinsicLength(pair.solver,
+                                intrinsicLength({ .hint = 100, .minimum = 90, .maximum = 120 }));
     EXPECT_EQ(pair.lengths(), std::pair(120.0, 80.0));
-    pair.one.setWish(pair.solver, lengthWish({ .hint = 100 }));
+    pair.one.setIntrinsicLength(pair.solver, intrinsicLength({ .hint = 100 }));
     EXPECT_EQ(pair.lengths(), std::pair(180.0, 20.0));
-    pair.other.setWish(pair.solver, lengthWish({ .minimum = 130 }));
+    pair.other.setIntrinsicLength(pair.solver, intrinsicLength({ .minimum = 130 }));
     EXPECT_EQ(pair.lengths(), std::pair(70.0, 130.0));
 }
 
@@ -88,7 +91,7 @@ TEST(LayoutAxis, a_given_place_can_be_moved_and_taken_back)
         solver.solve();
         return solver.value(axis.origin());
     };
-    axis.setWish(solver, lengthWish({ .hint = 10 }));
+    axis.setIntrinsicLength(solver, intrinsicLength({ .hint = 10 }));
     axis.setPlace(solver, 40.0);
     EXPECT_EQ(origin(), 40.0);
     axis.setPlace(solver, 50.0);

@@ -54,7 +54,7 @@ TEST(LayoutAmbiguity, a_place_is_open_until_constraints_and_hints_say_one)
         { "a place and a hint", label, { top(label), leading(label, 10) }, false },
         { "an x that has room", label, { top(label), lowerBound }, true },
         { "an x between two limits", label, { top(label), lowerBound, atMost }, false },
-        { "a wish",
+        { "an optional constraint",
           label,
           { top(label), leading(label, 10)->withPriority(LayoutPriority::defaultLow) },
           false },
@@ -72,6 +72,38 @@ TEST(LayoutAmbiguity, a_place_is_open_until_constraints_and_hints_say_one)
     };
     for (const Row &row : rows)
         EXPECT_EQ(isOpen(row.widget, row.constraints), row.isOpen) << row.name;
+}
+
+TEST(LayoutAmbiguity, an_open_place_is_exercised_there_and_back_and_a_determined_one_is_not)
+{
+    QWidget window;
+    window.resize(400, 300);
+    auto *const label = new QLabel(QStringLiteral("Name"), &window);
+    auto *const follower = new QLabel(QStringLiteral("Ada"), &window);
+    const auto left = leftAnchor(label).constraintEqualToAnchor(leftAnchor(&window), 7);
+    LayoutConstraint::activateConstraints({
+            left,
+            topAnchor(label).constraintLessThanOrEqualToAnchor(topAnchor(&window)),
+            leftAnchor(follower).constraintEqualToAnchor(rightAnchor(label)),
+            topAnchor(follower).constraintEqualToAnchor(topAnchor(label)),
+    });
+    layoutSubtreeIfNeeded(&window);
+    const QRect before = label->geometry();
+    exerciseAmbiguity(label);
+    EXPECT_EQ(label->geometry(), before.translated(0, -24)); // it may not go down
+    EXPECT_EQ(follower->y(), -24);
+    exerciseAmbiguity(label);
+    EXPECT_EQ(label->geometry(), before);
+    left->setActive(false);
+    layoutSubtreeIfNeeded(&window);
+    exerciseAmbiguity(label);
+    EXPECT_EQ(label->geometry(), before.translated(24 - 7, -24));
+    topAnchor(label).constraintEqualToAnchor(topAnchor(&window))->setActive(true);
+    left->setActive(true);
+    layoutSubtreeIfNeeded(&window);
+    exerciseAmbiguity(label);
+    EXPECT_EQ(label->geometry(), before);
+    exerciseAmbiguity(&window);
 }
 
 TEST(LayoutAmbiguity, a_place_depends_on_the_constraints_that_would_move_it)

@@ -33,12 +33,12 @@ static_assert(CanBeEqual<LayoutDimension, LayoutDimension>);
 static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutYAxisAnchor>);
 static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutDimension>);
 static_assert(!CanBeEqual<LayoutDimension, LayoutYAxisAnchor>);
-static_assert(CanBeEqual<LayoutDimension, LayoutMultiple>);
-static_assert(!CanBeEqual<LayoutMultiple, LayoutDimension>);
-static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutMultiple>);
+static_assert(CanBeEqual<LayoutDimension, LayoutDimension::Multiple>);
+static_assert(!CanBeEqual<LayoutDimension::Multiple, LayoutDimension>);
+static_assert(!CanBeEqual<LayoutXAxisAnchor, LayoutDimension::Multiple>);
 static_assert(!std::is_copy_constructible_v<LayoutConstraint>);
 
-// Asks for a size, and has a property that a style would leave to its class.
+// Has a size hint, and baselines as properties.
 class Sized : public QWidget
 {
     Q_OBJECT
@@ -59,7 +59,7 @@ public:
     QSize minimumHint;
 };
 
-// As much text as a given area, at whatever width.
+// Text that fills a given area at any width.
 class Flowing : public QWidget
 {
 public:
@@ -137,8 +137,8 @@ TEST(LayoutConstraint, each_anchor_makes_constraints_about_the_line_it_names)
         EXPECT_EQ(constraint->secondItem(), &other);
         EXPECT_EQ(constraint->constant(), 7.0);
     }
-    const auto ratio =
-            widthAnchor(&view).constraintLessThanOrEqualToAnchor(heightAnchor(&other), 1.5, -4);
+    const auto ratio = widthAnchor(&view).constraintLessThanOrEqualToAnchor(
+            heightAnchor(&other).multipliedBy(1.5), -4);
     EXPECT_EQ(ratio->description(), u"QWidget.width <= 1.5 * QWidget.height - 4"_s);
     const auto multiple = heightAnchor(&other).multipliedBy(0.5);
     EXPECT_EQ(widthAnchor(&view).constraintEqualToAnchor(multiple)->description(),
@@ -183,7 +183,7 @@ TEST(LayoutConstraint, the_lines_of_one_widget_are_kept_together)
             rightAnchor(&view).constraintEqualToAnchor(rightAnchor(&window), -7),
             firstBaselineAnchor(&view).constraintEqualToAnchor(topAnchor(&window), 30),
             lastBaselineAnchor(&view).constraintEqualToAnchor(bottomAnchor(&window)),
-            widthAnchor(&view).constraintEqualToAnchor(heightAnchor(&view), 2, -124),
+            widthAnchor(&view).constraintEqualToAnchor(heightAnchor(&view).multipliedBy(2), -124),
     });
     EXPECT_EQ(window.place(&view), QRect(143, 18, 50, 87));
 }
@@ -296,7 +296,7 @@ TEST(LayoutConstraint, contradicting_constraints_are_named_once_and_the_last_one
     EXPECT_FALSE(right->isActive());
     EXPECT_EQ(window.place(&view), QRect(10, 0, 50, 0));
 
-    // A constant can bring a contradiction about, too.
+    // A new constant can make a constraint contradict others, too.
     right->setConstant(60);
     right->setActive(true);
     EXPECT_EQ(warningsOf([&] { width->setConstant(51); }),
@@ -316,7 +316,7 @@ TEST(LayoutConstraint, a_contradiction_by_another_direction_names_only_what_it_i
         leftAnchor(&view).constraintEqualToAnchor(leftAnchor(&window), 10),
         leadingAnchor(&view).constraintEqualToAnchor(leadingAnchor(&window), 10),
         widthAnchor(&view).constraintEqualToConstant(50),
-        widthAnchor(&window).constraintGreaterThanOrEqualToAnchor(widthAnchor(&view), 1, 100),
+        widthAnchor(&window).constraintGreaterThanOrEqualToAnchor(widthAnchor(&view), 100),
         topAnchor(&view).constraintEqualToAnchor(topAnchor(&window)),
         heightAnchor(&view).constraintEqualToConstant(20),
         heightAnchor(&window).constraintGreaterThanOrEqualToAnchor(heightAnchor(&view)),
@@ -326,6 +326,68 @@ TEST(LayoutConstraint, a_contradiction_by_another_direction_names_only_what_it_i
               "Warning: dropped the constraint panel.width >= title.width + 100, which contradicts "
               "title.left == panel.left + 10, title.leading == panel.leading + 10\n");
     EXPECT_FALSE(constraints[3]->isActive());
+}
+
+TEST(LayoutConstraint, constraints_that_only_a_negative_size_satisfies_are_named_once)
+{
+    Window window(10, 10); // less than the constraints need: that alone is no reason
+    window.setObjectName(u"panel"_s);
+    QWidget view(&window);
+    view.setObjectName(u"title"_s);
+    const auto left = leftAnchor(&view).constraintEqualToAnchor(leftAnchor(&window), 30);
+    const auto right = rightAnchor(&view).constraintEqualToAnchor(rightAnchor(&window), -30);
+    const auto height = heightAnchor(&view).constraintLessThanOrEqualToConstant(-5);
+    EXPECT_EQ(warningsOf([&] {
+                  LayoutConstraint::activateConstraints({ left, right });
+                  window.place(&view);
+              }),
+              "");
+    EXPECT_EQ(warningsOf([&] {
+                  height->setActive(true);
+                  window.place(&view);
+                  height->setConstant(-6);
+                  window.place(&view);
+              }),
+              "Warning: only a negative height satisfies title.height <= -5\n");
+    height->setActive(false);
+    EXPECT_EQ(warningsOf([&] {
+                  rightAnchor(&view)
+                          .constraintLessThanOrEqualToAnchor(leftAnchor(&window), 20)
+                          ->setActive(true);
+                  window.place(&view);
+              }),
+              "Warning: only a negative width satisfies title.left == panel.left + 30, "
+              "title.right <= panel.left + 20\n");
+    EXPECT_TRUE(left->isActive());
+}
+
+TEST(LayoutConstraint, required_constraints_that_a_qt_layout_overrides_are_named_once)
+{
+    Window window(300, 200);
+    auto *const column = new QVBoxLayout(&window);
+    auto *const managed = new Sized({ 100, 40 });
+    auto *const panel = new QWidget;
+    auto *const inside = new Sized({ 30, 20 }, panel);
+    auto *const badge = new Sized({ 16, 16 }, &window);
+    column->addWidget(managed);
+    column->addWidget(panel);
+    managed->setObjectName(u"managed"_s);
+    panel->setObjectName(u"panel"_s);
+    LayoutConstraint::activateConstraints({
+            widthAnchor(managed).constraintEqualToConstant(50),
+            heightAnchor(managed).constraintEqualToConstant(60)->withPriority(999),
+            heightAnchor(managed).constraintGreaterThanOrEqualToConstant(10),
+            leftAnchor(badge).constraintEqualToAnchor(rightAnchor(managed), -8),
+            topAnchor(badge).constraintEqualToAnchor(topAnchor(managed)),
+            widthAnchor(panel).constraintLessThanOrEqualToConstant(70),
+            leftAnchor(inside).constraintEqualToAnchor(leftAnchor(panel)),
+    });
+    window.show();
+    EXPECT_EQ(warningsOf([&] { QTest::qWait(20); }),
+              "Warning: a QVBoxLayout overrides the required constraint managed.width == 50\n"
+              "Warning: a QVBoxLayout overrides the required constraint panel.width <= 70\n");
+    window.resize(320, 220);
+    EXPECT_EQ(warningsOf([&] { QTest::qWait(20); }), "");
 }
 
 TEST(LayoutConstraint, without_a_common_ancestor_it_warns_once_and_activates_nothing)
@@ -339,9 +401,10 @@ TEST(LayoutConstraint, without_a_common_ancestor_it_warns_once_and_activates_not
         topAnchor(&view).constraintEqualToAnchor(topAnchor(&elsewhere)),
         rightAnchor(&view).constraintEqualToAnchor(rightAnchor(&elsewhere)),
     };
-    EXPECT_EQ(warningsOf([&] { LayoutConstraint::activateConstraints(constraints); }),
-              "Warning: no view holds both ends of the constraint QWidget/QWidget[1].top == "
-              "elsewhere.top\n");
+    EXPECT_EQ(
+            warningsOf([&] { LayoutConstraint::activateConstraints(constraints); }),
+            "Warning: the items of the constraint QWidget/QWidget[1].top == elsewhere.top have no "
+            "common ancestor\n");
     for (const auto &constraint : constraints)
         EXPECT_FALSE(constraint->isActive());
     EXPECT_EQ(window.layout(), nullptr);
@@ -376,6 +439,38 @@ TEST(LayoutConstraint, a_widget_that_is_destroyed_or_moved_away_takes_its_constr
     }
 }
 
+TEST(LayoutConstraint, a_container_that_loses_its_own_constraints_is_still_followed)
+{
+    Window window(300, 200);
+    auto *const box = new QWidget(&window);
+    auto *const inside = new Sized({ 30, 20 }, box);
+    auto *const across = new Sized({ 30, 20 }, box);
+    const Constraints ofBox {
+        leftAnchor(box).constraintEqualToAnchor(leftAnchor(&window), 10),
+        widthAnchor(box).constraintEqualToConstant(100),
+    };
+    const auto trailing = trailingAnchor(inside).constraintEqualToAnchor(trailingAnchor(box), -5);
+    LayoutConstraint::activateConstraints(ofBox);
+    trailing->setActive(true);
+    leftAnchor(across).constraintEqualToAnchor(leftAnchor(&window), 120)->setActive(true);
+    EXPECT_EQ(window.place(inside).x(), 75);
+    EXPECT_EQ(window.place(across).x(), 120);
+
+    LayoutConstraint::deactivateConstraints(ofBox);
+    window.place(box);
+    box->setGeometry(40, 0, 120, 50);
+    EXPECT_EQ(window.place(box), QRect(40, 0, 120, 50));
+    EXPECT_EQ(window.place(inside).x(), 125);
+    EXPECT_EQ(window.place(across).x(), 120);
+    box->setLayoutDirection(Qt::RightToLeft);
+    EXPECT_EQ(window.place(inside).x(), 45);
+
+    trailing->setActive(false); // the last constraint about the box
+    window.place(box);
+    box->move(60, 0);
+    EXPECT_EQ(window.place(across).x(), 120);
+}
+
 TEST(LayoutConstraint, constraints_end_with_their_layouts_widget)
 {
     std::shared_ptr<LayoutConstraint> constraint;
@@ -388,7 +483,7 @@ TEST(LayoutConstraint, constraints_end_with_their_layouts_widget)
     EXPECT_FALSE(constraint->isActive());
     EXPECT_EQ(constraint->firstItem(), nullptr);
     EXPECT_THAT(constraint->description().toStdString(), HasSubstr("(destroyed).left"));
-    EXPECT_THAT(warningsOf([&] { constraint->setActive(true); }), HasSubstr("Warning: no view"));
+    EXPECT_THAT(warningsOf([&] { constraint->setActive(true); }), HasSubstr("no common ancestor"));
 }
 
 TEST(LayoutConstraint, qt_layouts_above_see_the_sizes_that_follow_from_the_constraints)
@@ -447,7 +542,7 @@ TEST(LayoutConstraint, the_largest_size_follows_from_what_the_widgets_and_constr
     EXPECT_EQ(largest(), QSize(76, 59));
     EXPECT_EQ(panel.layout()->totalMaximumSize(), QSize(80, 60));
     width->setPriority(LayoutPriority::defaultLow);
-    EXPECT_EQ(largest().width(), QLAYOUTSIZE_MAX) << "a mere wish limits nothing";
+    EXPECT_EQ(largest().width(), QLAYOUTSIZE_MAX) << "only required constraints are limits";
     view->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     EXPECT_EQ(panel.layout()->totalMaximumSize(), QSize(60, 60));
     panel.layout()->setSizeConstraint(QLayout::SetMinAndMaxSize);
@@ -484,7 +579,7 @@ TEST(LayoutConstraint, the_hosts_anchors_are_those_of_what_is_aligned_in_it)
             topAnchor(view).constraintEqualToAnchor(topAnchor(&window)),
             bottomAnchor(view).constraintEqualToAnchor(bottomAnchor(&window), -1),
             leadingAnchor(view).constraintEqualToAnchor(leadingAnchor(&window), 2),
-            widthAnchor(view).constraintEqualToAnchor(widthAnchor(&window), 0.5, 0),
+            widthAnchor(view).constraintEqualToAnchor(widthAnchor(&window).multipliedBy(0.5)),
     });
     EXPECT_EQ(window.place(view), QRect(12, 4, 85, 89));
     window.setLayoutDirection(Qt::RightToLeft);
@@ -735,7 +830,7 @@ TEST(LayoutConstraint, code_that_runs_while_widgets_are_placed_may_change_the_co
     EXPECT_TRUE(QTest::qWaitFor([&] { return !other && restless->width() == 80; }));
 }
 
-TEST(LayoutConstraint, what_cannot_be_a_constraint_is_refused_with_the_reason)
+TEST(LayoutConstraint, an_invalid_constraint_is_refused_with_the_reason)
 {
     using Attribute = LayoutAttribute;
     Window window(300, 200);
@@ -755,7 +850,7 @@ TEST(LayoutConstraint, what_cannot_be_a_constraint_is_refused_with_the_reason)
         { Attribute::left, Attribute::bottom, 1, 0,
           "title.left == panel.bottom: one attribute is horizontal and the other vertical" },
         { Attribute::width, Attribute::left, 1, 0,
-          "title.width == panel.left: a size is no place" },
+          "title.width == panel.left: one attribute is a size and the other a place" },
         { Attribute::notAnAttribute, Attribute::left, 1, 0,
           "title. == panel.left: it has no first attribute" },
         { Attribute::width, Attribute::height, infinity, 0,

@@ -50,8 +50,8 @@ struct Panel
     }
 };
 
-LayoutFindings oneWish(Qt::LayoutDirection direction,
-                       Constraints (*constraints)(QWidget *view, QWidget *block))
+LayoutFindings oneViolation(Qt::LayoutDirection direction,
+                            Constraints (*constraints)(QWidget *view, QWidget *block))
 {
     Panel panel(direction);
     return panel.findings(constraints(&panel.view, panel.block));
@@ -64,7 +64,7 @@ bool hasOverlay(const QWidget &window)
 
 } // namespace
 
-TEST(LayoutFindings, a_wish_that_is_not_fulfilled_points_to_where_it_would_be)
+TEST(LayoutFindings, a_violation_points_to_the_required_place)
 {
     struct Row
     {
@@ -113,10 +113,10 @@ TEST(LayoutFindings, a_wish_that_is_not_fulfilled_points_to_where_it_would_be)
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.text.toStdString());
-        const LayoutFindings findings = oneWish(row.direction, row.constraints);
-        ASSERT_EQ(findings.unmet.size(), 1u);
-        EXPECT_EQ(findings.unmet[0].line, row.line);
-        EXPECT_EQ(findings.unmet[0].text, row.text);
+        const LayoutFindings findings = oneViolation(row.direction, row.constraints);
+        ASSERT_EQ(findings.violations.size(), 1u);
+        EXPECT_EQ(findings.violations[0].line, row.line);
+        EXPECT_EQ(findings.violations[0].text, row.text);
         EXPECT_EQ(findings.frames.size(), 2u);
     }
 }
@@ -130,17 +130,18 @@ TEST(LayoutFindings, a_widget_that_gets_less_than_it_asks_for_says_so)
             topAnchor(label).constraintEqualToAnchor(topAnchor(&panel.view), 10),
             widthAnchor(label).constraintEqualToConstant(60),
     });
-    ASSERT_EQ(findings.unmet.size(), 1u);
-    EXPECT_EQ(findings.unmet[0].text, u"width 60, asks for %1"_s.arg(label->sizeHint().width()));
-    EXPECT_EQ(findings.unmet[0].line.x1(), 80.0);
-    EXPECT_EQ(findings.unmet[0].line.x2(), 20.0 + label->sizeHint().width());
+    ASSERT_EQ(findings.violations.size(), 1u);
+    EXPECT_EQ(findings.violations[0].text,
+              u"width 60, asks for %1"_s.arg(label->sizeHint().width()));
+    EXPECT_EQ(findings.violations[0].line.x1(), 80.0);
+    EXPECT_EQ(findings.violations[0].line.x2(), 20.0 + label->sizeHint().width());
     label->setWordWrap(true);
     panel.layOut();
-    EXPECT_TRUE(layoutFindings(&panel.view).unmet.empty());
+    EXPECT_TRUE(layoutFindings(&panel.view).violations.empty());
     label->setWordWrap(false);
     label->hide();
     panel.layOut();
-    EXPECT_TRUE(layoutFindings(&panel.view).unmet.empty());
+    EXPECT_TRUE(layoutFindings(&panel.view).violations.empty());
 }
 
 TEST(LayoutFindings, rounding_to_whole_units_is_no_difference)
@@ -162,7 +163,7 @@ TEST(LayoutFindings, rounding_to_whole_units_is_no_difference)
     EXPECT_EQ(panel.block->width(), 60);
     panel.view.resize(201, 100);
     layoutSubtreeIfNeeded(&panel.view);
-    EXPECT_TRUE(layoutFindings(&panel.view).unmet.empty());
+    EXPECT_TRUE(layoutFindings(&panel.view).violations.empty());
     EXPECT_EQ(findings.frames.size(), 4u);
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Layout/LengthWish.h"
+#include "Layout/IntrinsicLength.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ public:
 
 } // namespace
 
-TEST(LengthWish, a_widget_is_asked_in_either_direction)
+TEST(IntrinsicLength, a_widget_is_asked_in_either_direction)
 {
     Hinting widget;
     widget.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -37,13 +37,13 @@ TEST(LengthWish, a_widget_is_asked_in_either_direction)
 
 // Levels: 0.5 unwanted, 100 expanding, 250 and 750 hugging and resistance, 900 minimum size hints,
 // 990 minimum and maximum sizes.
-TEST(LengthWish, policies_hints_and_limits_say_what_is_wanted_and_how_much)
+TEST(IntrinsicLength, policies_hints_and_limits_decide_the_target_and_its_priorities)
 {
     struct Row
     {
         const char *name;
         LengthHints hints;
-        LengthWish wish;
+        IntrinsicLength length;
     };
     constexpr std::optional<double> none;
     const Row rows[] = {
@@ -88,8 +88,8 @@ TEST(LengthWish, policies_hints_and_limits_say_what_is_wanted_and_how_much)
           { 0, 0, none, 750, 250, 900 } },
         { "insets outwards", { .hint = 5, .insets = -2 }, { 7, 0, none, 750, 250, 900 } },
     };
-    for (const auto &[name, hints, wish] : rows)
-        EXPECT_EQ(lengthWish(hints), wish) << name;
+    for (const auto &[name, hints, length] : rows)
+        EXPECT_EQ(intrinsicLength(hints), length) << name;
 }
 
 } // namespace Pellarvine::detail

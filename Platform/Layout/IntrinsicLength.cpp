@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Layout/LengthWish.h"
+#include "Layout/IntrinsicLength.h"
 
 #include "Layout/LayoutLevel.h"
 #include "Layout/NSLayoutConstraint.h"
@@ -29,50 +29,51 @@ SizeHints sizeHints(const QWidget *widget)
              lengthHints(policy.verticalPolicy(), [](QSize size) { return size.height(); }) };
 }
 
-LengthWish lengthWish(const LengthHints &hints)
+IntrinsicLength intrinsicLength(const LengthHints &hints)
 {
     const double hint = std::max(hints.hint, hints.minimumHint);
     const bool hasHint = hint >= 0.0 && !(hints.policy & QSizePolicy::IgnoreFlag);
 
-    LengthWish wish;
-    wish.notBelow = wish.notAbove = LayoutLevel::unwanted;
-    wish.lowerLevel = LayoutLevel::minimumHint;
+    IntrinsicLength intrinsic;
+    intrinsic.notBelow = intrinsic.notAbove = LayoutLevel::unwanted;
+    intrinsic.lowerLevel = LayoutLevel::minimumHint;
     if (hints.minimum > 0.0) {
-        wish.lower = hints.minimum;
-        wish.lowerLevel = LayoutLevel::explicitLimit;
+        intrinsic.lower = hints.minimum;
+        intrinsic.lowerLevel = LayoutLevel::explicitLimit;
     } else if (hasHint) {
-        wish.lower =
+        intrinsic.lower =
                 hints.policy & QSizePolicy::ShrinkFlag ? std::max(0.0, hints.minimumHint) : hint;
     }
     if (hints.maximum < QWIDGETSIZE_MAX)
-        wish.upper = hints.maximum;
+        intrinsic.upper = hints.maximum;
     if (hasHint) {
-        wish.target = std::max(hint, hints.minimum);
-        wish.notBelow = NS::LayoutPriority::defaultHigh;
-        wish.notAbove = !(hints.policy & QSizePolicy::GrowFlag)  ? NS::LayoutPriority::defaultHigh
-                        : hints.policy & QSizePolicy::ExpandFlag ? LayoutLevel::expanding
-                                                                 : NS::LayoutPriority::defaultLow;
-        // One constraint less where the limit is the target.
-        if (wish.upper && *wish.upper <= wish.target) {
-            wish.target = *std::exchange(wish.upper, {});
-            wish.notAbove = LayoutLevel::explicitLimit;
+        intrinsic.target = std::max(hint, hints.minimum);
+        intrinsic.notBelow = NS::LayoutPriority::defaultHigh;
+        intrinsic.notAbove =
+                !(hints.policy & QSizePolicy::GrowFlag)  ? NS::LayoutPriority::defaultHigh
+                : hints.policy & QSizePolicy::ExpandFlag ? LayoutLevel::expanding
+                                                         : NS::LayoutPriority::defaultLow;
+        // A limit that is the target needs no constraint of its own.
+        if (intrinsic.upper && *intrinsic.upper <= intrinsic.target) {
+            intrinsic.target = *std::exchange(intrinsic.upper, {});
+            intrinsic.notAbove = LayoutLevel::explicitLimit;
         }
-        if (wish.lower && *wish.lower >= wish.target) {
-            wish.lower.reset();
-            wish.notBelow = wish.lowerLevel;
+        if (intrinsic.lower && *intrinsic.lower >= intrinsic.target) {
+            intrinsic.lower.reset();
+            intrinsic.notBelow = intrinsic.lowerLevel;
         }
     }
     const auto inset = [&](double length) {
         return std::max(0.0, length - hints.insets);
     };
-    // A length of 0 stays 0 where the insets are negative.
-    if (wish.target > 0.0)
-        wish.target = inset(wish.target);
-    for (std::optional<double> *const limit : { &wish.lower, &wish.upper }) {
+    // Negative insets do not make a length out of 0.
+    if (intrinsic.target > 0.0)
+        intrinsic.target = inset(intrinsic.target);
+    for (std::optional<double> *const limit : { &intrinsic.lower, &intrinsic.upper }) {
         if (limit->value_or(0.0) > 0.0)
             *limit = inset(**limit);
     }
-    return wish;
+    return intrinsic;
 }
 
 } // namespace Pellarvine::detail
