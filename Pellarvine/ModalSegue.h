@@ -13,6 +13,9 @@ namespace Pellarvine {
 ///         if (segue->identifier() == "settings"_L1)
 ///             present(segue->destinationController());
 ///     }
+///
+/// A storyboard deletes the destination if it has no QObject parent after the segue. Main thread
+/// only.
 class PELLARVINE_EXPORT ModalSegue : public NavigationSegue
 {
     Q_OBJECT

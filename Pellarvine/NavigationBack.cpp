@@ -63,20 +63,20 @@ bool BackInput::eventFilter(QObject *watched, QEvent *event)
     auto *const press = static_cast<QKeyEvent *>(event);
     const bool isBack = press->matches(QKeySequence::Back) && isInnermost(widget);
     if (event->type() == QEvent::ShortcutOverride) {
-        // A window around this that goes back as well comes after it.
+        // A shortcut of the window for the same key comes second.
         const bool isTaken = isBack && m_navigation->canGoBack();
         event->setAccepted(isTaken || event->isAccepted());
         return isTaken;
     }
     if (press->isAutoRepeat())
         return false;
-    // What no widget inside has taken arrives at the view.
+    // The view gets the keys that no widget inside accepts.
     if (press->key() == Qt::Key_Escape && press->modifiers() == Qt::NoModifier)
         return widget == view() && goBack();
     return isBack && goBack();
 }
 
-// The input is used up even if a controller refuses to leave: Esc would close a dialog around it.
+// The event is accepted even if canUnwind() refuses: otherwise Esc would close a dialog around it.
 bool BackInput::goBack()
 {
     const bool isUsed = m_navigation->canGoBack();

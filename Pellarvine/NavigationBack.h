@@ -12,7 +12,7 @@ class NavigationController;
 
 namespace Pellarvine::detail {
 
-/// Goes back when it is triggered, and is enabled while there is a way back.
+/// Goes back when it is triggered. Enabled while canGoBack() is true.
 class BackAction : public QAction
 {
 public:
@@ -25,8 +25,9 @@ private:
 };
 
 /// Goes back by Alt+Left, the mouse's Back button and Esc inside the navigation controller's view.
-/// Of controllers that lie in each other, the innermost that can go back does. Widgets come before
-/// Esc, so that it still ends the editing of an item, and after the others: a list would take them.
+/// If navigation controllers are nested, the innermost that can go back does. Esc goes to the
+/// widgets first, so that it still ends the editing of an item. The others do not, because a list
+/// would take them.
 class BackInput : public QObject
 {
 public:

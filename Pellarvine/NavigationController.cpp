@@ -30,7 +30,7 @@ QWidget *firstSubview(const QWidget *view)
     return first == children.end() ? nullptr : static_cast<QWidget *>(*first);
 }
 
-// The nearest controller in the chain after the view, which is not tested itself.
+// The nearest controller after the view in the responder chain, or null.
 NS::ViewController *controllerAfter(QWidget *view)
 {
     for (QObject *responder = NS::nextResponder(view); responder;
@@ -47,8 +47,8 @@ struct NavigationController::Private
 {
     QList<NS::ViewController *> stack;
     QPointer<QWidget> contentView;
-    QObject stackWatch; ///< hears of controllers' ends
-    QObject contentWatch; ///< hears of the content view's
+    QObject stackWatch; ///< receives destroyed() of the controllers
+    QObject contentWatch; ///< receives destroyed() of the content view
     std::unique_ptr<detail::NavigationFocus> focus;
     std::unique_ptr<detail::BackInput> backInput; ///< null unless enabled
     detail::BackAction *backAction = nullptr;

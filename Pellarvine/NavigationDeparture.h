@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: controllers on their way out of a navigation controller.
+// Not API: removes controllers from a navigation controller.
 #pragma once
 
 #include <QList>
@@ -12,26 +12,27 @@ class ViewController;
 
 namespace Pellarvine::detail {
 
-/// Takes controllers away, one by one, and deletes those that were children and that nobody has
-/// taken as a QObject child by the end of this, once the event loop has come round.
+/// Removes controllers one by one. The destructor calls deleteLater() for those that were children
+/// and have no QObject parent.
 class Departure
 {
 public:
-    /// `container` itself is not deleted, even if its stack has it.
+    /// `container` itself is not deleted, even if its stack contains it.
     explicit Departure(const NS::ViewController *container);
     Departure(const Departure &) = delete;
     Departure &operator=(const Departure &) = delete;
     ~Departure();
 
-    /// Takes the controller from its parent, and its view from where it lies. Does nothing for null
-    /// and for one that was taken before. The program is told and may delete what it likes.
+    /// Removes the controller from its parent, and its view from the content view. Does nothing for
+    /// null, and for a controller that was removed before. Callbacks of the program may delete any
+    /// object.
     void takeAway(const QPointer<NS::ViewController> &controller);
 
     /// Whether takeAway() was called for it.
     bool hasTaken(const NS::ViewController *controller) const;
 
-    /// Whether the controller is being taken away at this moment: it has no parent any more, and
-    /// its callbacks may be running.
+    /// Whether the controller is being removed: it has no parent any more, and its callbacks may be
+    /// running.
     static bool isLeaving(const NS::ViewController *controller);
 
 private:

@@ -15,17 +15,17 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Of a view that has left: Qt forgets where the focus was when a widget changes its window.
+// Kept here because Qt forgets the focus widget of a view that changes its window.
 constexpr auto lastFocusProperty = "_pellarvine_lastFocus";
 
-// Also in a window that is not active, where nothing has the focus now.
+// Also true in an inactive window, where no widget has the focus now.
 bool hasFocusInside(const QWidget *view)
 {
     const QWidget *const focus = view->window()->focusWidget();
     return focus && (focus == view || view->isAncestorOf(focus));
 }
 
-// The focus may be elsewhere by now: the view knows which of its widgets had it last.
+// The focus may have moved to another view already; focusWidget() still returns the last one here.
 void rememberFocus(QWidget *view)
 {
     if (QWidget *const focus = view->focusWidget())
@@ -76,7 +76,7 @@ bool NavigationFocus::eventFilter(QObject *watched, QEvent *event)
         && (event->type() == QEvent::ChildAdded || event->type() == QEvent::ChildRemoved)) {
         QObject *const child = static_cast<QChildEvent *>(event)->child();
         if (!child->isWidgetType())
-            return false; // such as its layout
+            return false; // for example a layout
         if (event->type() == QEvent::ChildAdded) {
             child->installEventFilter(this);
             if (m_contentView->isVisible())
@@ -90,7 +90,7 @@ bool NavigationFocus::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::Hide:
         if (watched == m_top && !event->spontaneous()) {
-            // The focus moves on once this event is done.
+            // Qt moves the focus after this event.
             m_hasLostFocus = hasFocusInside(m_top);
             rememberFocus(m_top);
         }
@@ -125,14 +125,15 @@ void NavigationFocus::watchContentView(QWidget *view)
     update();
 }
 
-// The program may be in the midst of it: taking several views away, or about to set the stack.
+// The program may still be removing views, or may set the stack next.
 void NavigationFocus::updateLater()
 {
     if (!std::exchange(m_isUpdateQueued, true))
         QMetaObject::invokeMethod(this, &NavigationFocus::update, Qt::QueuedConnection);
 }
 
-// Enabling, disabling and the focus call the program, which may delete all of this or navigate.
+// Enabling, disabling and setting the focus can call the program's code, which may delete these
+// objects or navigate.
 void NavigationFocus::update()
 {
     m_isUpdateQueued = false;
@@ -155,7 +156,7 @@ void NavigationFocus::update()
             rememberFocus(before);
         if (top)
             uncover(top);
-        // What was there before the first appearance is shown by the window itself.
+        // A view that was there before the first appearance is shown by the window itself.
         const bool hasCome = isAdded || hadTop;
         if (self && top && top == m_top && hasCome && m_contentView->isVisible())
             welcome(controller, isAdded && (isBelow || !hadTop), hadFocus);
@@ -222,7 +223,7 @@ void NavigationFocus::welcome(NS::ViewController *controller, bool isPushed, boo
 {
     QWidget *const view = controller->view();
     announce(controller, view);
-    // Unless its controller has chosen where.
+    // Unless the controller has set the focus.
     if ((isPushed || hadFocus) && !hasFocusInside(view))
         focus(view);
 }

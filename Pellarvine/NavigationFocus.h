@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: looks after the keyboard and the screen reader where views come and go.
+// Not API: keyboard focus and accessibility of the views in a navigation controller.
 #pragma once
 
 #include <QList>
@@ -17,17 +17,15 @@ class NavigationController;
 
 namespace Pellarvine::detail {
 
-/// Watches a navigation controller. The top is the uppermost of the views in the content view; the
-/// stack does not decide, because a program may change one without the other. When another view
-/// becomes the top while the content view can be seen, it is announced by its controller's title.
-/// The keyboard focus goes to it after a push, and otherwise if the view before it had the focus: a
-/// sidebar that replaces pages would else lose it with every arrow key. A view that comes again
-/// gives it to the widget that had it last, and a controller whose viewWillAppear() sets the focus
-/// has its way.
+/// Watches a navigation controller. The top is the uppermost view in the content view, which may
+/// differ from the last in the stack, because a program may change one without the other.
 ///
-/// Views below the top stay where they are, but the mouse does not reach them. Neither does the
-/// keyboard: they are disabled for as long as something lies on them, or Tab and mnemonics would
-/// work what nobody sees.
+/// When another view becomes the top and the content view is visible, the title of its controller
+/// is announced. The view gets the keyboard focus after a push, and otherwise only if the previous
+/// top had it: a sidebar that replaces pages keeps the focus. The widget that had the focus last
+/// gets it again. If viewWillAppear() of the controller sets the focus, it stays there.
+///
+/// Views below the top are disabled, so that Tab and mnemonics do not reach hidden controls.
 class NavigationFocus : public QObject
 {
 public:
@@ -39,7 +37,7 @@ private:
     struct Covered
     {
         QPointer<QWidget> view;
-        bool isDisabledHere; // else that is the program's affair
+        bool isDisabledHere; // false: the program had disabled it
     };
 
     void watchContentView(QWidget *view);
@@ -54,10 +52,10 @@ private:
     QPointer<QWidget> m_top;
     QList<QPointer<QObject>> m_added; // since the last update, into a visible content view
     QList<Covered> m_covered;
-    bool m_hasTop = false; // even if that is gone by now
+    bool m_hasTop = false; // even if it has been destroyed since
     bool m_hasLostFocus = false; // the top was hidden while it had the focus
     bool m_isUpdateQueued = false;
-    bool m_canGoBack = false; // as it was told last
+    bool m_canGoBack = false; // the value of the last canGoBackChanged()
 };
 
 } // namespace Pellarvine::detail

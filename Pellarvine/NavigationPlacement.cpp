@@ -27,7 +27,7 @@ NavigationController *navigationControllerOf(const NavigationSegue &segue)
             reason = u"is leaving its navigation controller"_s;
     }
     if (reason.isEmpty())
-        return segue.findNavigationController(); // ends the process
+        return segue.findNavigationController(); // stops the process
     printWarning(u"The segue \"%1\" of %2 does nothing: its source %3"_s
                          .arg(segue.identifier(),
                               QString::fromUtf8(source->metaObject()->className()), reason)
@@ -48,7 +48,7 @@ QList<NS::ViewController *> screens(const NavigationController *navigation)
     if (!contentView)
         return found;
     const QList<NS::ViewController *> stack = navigation->navigationStack();
-    for (QObject *const child : contentView->children()) { // in the order in which they are stacked
+    for (QObject *const child : contentView->children()) { // the lowest first
         auto *const view = qobject_cast<QWidget *>(child);
         if (!view || view->isWindow() || isHiddenByCall(view))
             continue;

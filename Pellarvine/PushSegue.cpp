@@ -23,7 +23,7 @@ void PushSegue::perform()
             qobject_cast<NS::ViewController *>(destinationController());
     if (!navigation || !destination)
         return;
-    destination->view(); // what it throws leaves everything as it was
+    destination->view(); // may throw; nothing has changed yet
     if (!detail::canBePlaced(destination, navigation) || !detail::place(destination, navigation))
         return;
     QList<NS::ViewController *> stack = navigation->navigationStack();

@@ -8,6 +8,8 @@ namespace Pellarvine {
 /// Pushes the destination onto the stack of the nearest navigation controller around the source:
 ///
 ///     PushSegue(u"open"_s, list, letter).perform(); // the letter covers the list
+///
+/// The navigation controller owns the destination afterwards. Main thread only.
 class PELLARVINE_EXPORT PushSegue : public NavigationSegue
 {
     Q_OBJECT
@@ -20,7 +22,8 @@ public:
     /// its view, above the others, and appends it to the stack, even if the stack contains it
     /// already. Does nothing if the destination is not a view controller. Refuses a destination
     /// that is or contains the navigation controller, and a source whose view is being loaded or
-    /// that is being removed, with a warning. Stops the process if the source is in no navigation
+    /// that is being removed, with a warning. Throws the exceptions of loading the destination's
+    /// view; nothing has changed then. Stops the process if the source is in no navigation
     /// controller for another reason, or if there is no content view.
     ///
     /// Callbacks may navigate: what viewWillAppear() of the destination pushes lies above the

@@ -27,11 +27,11 @@ void ReplaceSegue::perform()
             qobject_cast<NS::ViewController *>(destinationController());
     if (!navigation || !destination)
         return;
-    destination->view(); // what it throws leaves everything as it was
+    destination->view(); // may throw; nothing has changed yet
     if (!detail::canBePlaced(destination, navigation))
         return;
     detail::Departure departure(navigation);
-    // What a callback pushes meanwhile leaves as well.
+    // Controllers that callbacks push meanwhile are removed as well.
     while (navigation) {
         const QList<NS::ViewController *> stack = navigation->navigationStack();
         const auto next = std::find_if(stack.begin(), stack.end(), [&](const auto *controller) {

@@ -9,6 +9,8 @@ namespace Pellarvine {
 /// destination:
 ///
 ///     ReplaceSegue(u"done"_s, letter, list).perform(); // back to a list, and nothing below it
+///
+/// The navigation controller owns the destination afterwards. Main thread only.
 class PELLARVINE_EXPORT ReplaceSegue : public NavigationSegue
 {
     Q_OBJECT

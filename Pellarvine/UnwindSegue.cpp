@@ -17,7 +17,8 @@ namespace {
 [[maybe_unused]] const bool isRegistered =
         (NS::StoryboardSegue::registerClass<UnwindSegue>(), true);
 
-// The nearest around the controller, or that itself; null at the end.
+// The controller itself or the nearest parent that is a navigation controller. Null if there is
+// none.
 NavigationController *navigationAround(NS::ViewController *controller)
 {
     while (controller && !qobject_cast<NavigationController *>(controller))
@@ -25,7 +26,8 @@ NavigationController *navigationAround(NS::ViewController *controller)
     return static_cast<NavigationController *>(controller);
 }
 
-// What lies above the controller, the uppermost first; empty if it is not in there.
+// The controllers above this one, the uppermost first. Empty if it is not in the navigation
+// controller.
 QList<QPointer<NS::ViewController>> above(NS::ViewController *controller,
                                           const NavigationController *navigation)
 {
@@ -81,7 +83,7 @@ QObject *UnwindSegue::existingDestination(NS::ViewController *source, const QStr
     for (NavigationController *navigation = navigationAround(source); navigation;
          navigation = navigationAround(navigation->parentViewController())) {
         const QList<NS::ViewController *> all = detail::screens(navigation);
-        // The screen that the source is or lies in.
+        // The screen that is or contains the source.
         while (inside != navigation && inside->parentViewController()
                && inside->parentViewController() != navigation)
             inside = inside->parentViewController();

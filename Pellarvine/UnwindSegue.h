@@ -14,7 +14,7 @@ namespace Pellarvine {
 ///            object="backButton" signal="clicked"/>
 ///
 /// In a storyboard the destination is not made anew. It is the nearest screen below the source that
-/// was made from that scene.
+/// was made from that scene. Main thread only.
 class PELLARVINE_EXPORT UnwindSegue : public NavigationSegue
 {
     Q_OBJECT

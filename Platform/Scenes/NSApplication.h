@@ -10,8 +10,8 @@
 
 namespace NS {
 
-/// A QApplication with what every program's menus call on. Make it where a QApplication would be
-/// made:
+/// A QApplication that shows an about panel and can follow the colours of the desktop. Make it in
+/// place of a QApplication:
 ///
 ///     int main(int argc, char **argv)
 ///     {
@@ -20,6 +20,8 @@ namespace NS {
 ///         window.show();
 ///         return application.exec();
 ///     }
+///
+/// Main thread only.
 class PELLARVINE_EXPORT Application : public QApplication
 {
     Q_OBJECT

@@ -36,7 +36,7 @@ using detail::OutletElement;
 using detail::SceneElement;
 using detail::SegueElement;
 
-// The object itself, or what is in it.
+// The object itself, or a child of it.
 QObject *objectNamed(QObject *root, const QString &name)
 {
     return root->objectName() == name ? root : root->findChild<QObject *>(name);
@@ -46,7 +46,7 @@ void fill(const QPointer<QWidget> &container, const QPointer<QWidget> &view)
 {
     setTranslatesAutoresizingMaskIntoConstraints(view, false);
     addSubview(container, view);
-    // A callback may have taken it away.
+    // A callback may have removed it.
     if (!container || !view || view->parentWidget() != container)
         return;
     LayoutConstraint::activateConstraints({

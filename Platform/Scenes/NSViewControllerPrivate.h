@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: what a view controller and the storyboard that makes it share.
+// Not API: data that view controllers share with storyboards and navigation controllers.
 #pragma once
 
 #include "Base/Global.h"
@@ -17,14 +17,14 @@ struct ViewController::Private
 {
     enum Phase {
         hidden,
-        appearing, ///< viewWillAppear() has been called, viewDidAppear() has yet to be
+        appearing, ///< between viewWillAppear() and viewDidAppear()
         shown,
     };
 
     QString title;
     QString nibName;
     QPointer<QWidget> view;
-    QMetaObject::Connection viewEnd; ///< hears of the view's end
+    QMetaObject::Connection viewEnd; ///< to the destroyed() signal of the view
     bool isLoading = false;
     bool hasLoaded = false;
     Phase phase = hidden;
@@ -39,7 +39,7 @@ struct ViewController::Private
 
 namespace Pellarvine::detail {
 
-/// Whether the controller's view() is running: loadView(), viewDidLoad() or what lies between.
+/// Whether the controller's view() is running loadView() or viewDidLoad().
 PELLARVINE_PRIVATE_EXPORT bool isLoadingView(const NS::ViewController *controller);
 
 } // namespace Pellarvine::detail

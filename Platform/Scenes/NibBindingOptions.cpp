@@ -21,7 +21,7 @@ namespace {
                      u"%1 (binding \"%2\")"_s.arg(message, entry) };
 }
 
-// False if there is no such option with, or without, an argument.
+// False if there is no such option, or if it has an argument too many or too few.
 bool take(const QString &name, const std::optional<QString> &argument, NibBindingOptions *options)
 {
     bool *const flag = name == "commit"_L1     ? &options->commits

@@ -162,7 +162,7 @@ const auto *grammar(const QString &property)
                         [&](const auto &grammar) { return grammar.first == property; });
 }
 
-// How many letters have to be added, left out or replaced to make one of the other.
+// The edit distance: the number of letters to add, remove or replace.
 qsizetype distance(QStringView one, QStringView other)
 {
     QList<qsizetype> row(other.size() + 1);

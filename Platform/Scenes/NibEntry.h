@@ -14,7 +14,7 @@
 
 namespace Pellarvine::detail {
 
-/// "owner.account.name": "owner", "self" or an object's name, and the keys behind it.
+/// "owner.account.name". The root is "owner", "self" or the name of an object.
 struct NibPath
 {
     QString root;
@@ -41,8 +41,8 @@ struct NibBinding
     bool operator==(const NibBinding &) const = default;
 };
 
-/// Whether a binding of this name is of a list: "choices", as NS::bindChoices makes them, or
-/// "items", the rows of a view. A class that has a property of the name keeps it.
+/// Whether a binding of this name is a list binding: "choices" (NS::bindChoices) or "items" (the
+/// rows of a view). Not if the class has a property of that name.
 bool isListBinding(const QObject *object, const QString &key);
 
 /// clicked -> owner.document.save
@@ -74,8 +74,8 @@ using NibEntry = std::variant<NibOutlet, NibBinding, NibAction, NibConstraint>;
 /// Whether a dynamic property of that name holds entries.
 PELLARVINE_INTERNAL_EXPORT bool holdsNibEntries(const QString &property);
 
-/// The property that was meant, if the name is similar to one of those and the value has its
-/// entries: "bindings" for "binding". Else empty.
+/// The correct name, "bindings" for "binding", if the name is similar to one of those and the value
+/// has entries of that kind. Empty otherwise.
 PELLARVINE_INTERNAL_EXPORT QString misspeltNibProperty(const QString &property,
                                                        const QList<NibText> &values);
 

@@ -10,7 +10,7 @@
 
 namespace NS {
 
-/// An error in an interface file, with its place:
+/// An error in an interface file, with its place. A plain value, for any thread.
 ///
 ///     try {
 ///         NS::Nib(u"Preferences"_s).instantiate(controller);
@@ -25,13 +25,13 @@ public:
     /// The kind of fault.
     enum Reason {
         fileNotFound, ///< no file of that name, or one that cannot be read
-        malformed, ///< not the XML of an interface file, or an entry that is no sentence
+        malformed, ///< not the XML of an interface file, or an entry of wrong syntax
         unknownClass, ///< a class that neither Qt nor the registry has
         unknownObject, ///< a name that no object of the file has
         unknownKeyPath, ///< an outlet, a bound property or a key path
-        unknownMethod, ///< a signal, a slot, or two that do not go together
-        unknownProperty, ///< a property that the class lacks, or a value that it cannot take
-        unknownImage, ///< a picture that is in neither the resources nor the file's folder
+        unknownMethod, ///< a signal or a slot, or both with arguments that do not match
+        unknownProperty, ///< an unknown property, or a value that does not fit it
+        unknownImage, ///< a picture or a resource file that does not exist
     };
 
     /// `message` is one sentence; what() adds file, place and object.

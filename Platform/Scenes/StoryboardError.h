@@ -11,7 +11,7 @@
 
 namespace NS {
 
-/// An error in a storyboard file, with its place:
+/// An error in a storyboard file, with its place. A plain value, for any thread.
 ///
 ///     try {
 ///         NS::Storyboard::storyboardWithName(u"Mail"_s);
@@ -46,7 +46,7 @@ private:
     QByteArray m_text;
 };
 
-/// Thrown if the storyboard has no scene or segue of a name.
+/// Thrown if the storyboard has no scene or segue of a name. A plain value, for any thread.
 class PELLARVINE_EXPORT UnknownIdentifierError : public std::exception
 {
 public:
