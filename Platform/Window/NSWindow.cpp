@@ -44,6 +44,8 @@ Window::Window(QWidget *parent)
             [this] { d->barHeightChanged(); });
     connect(d->titleBar, &detail::TitleBarView::leastWidthChanged, this,
             [this] { d->boundWidth(); });
+    connect(d->titleBar, &detail::TitleBarView::buttonClicked, this,
+            [this](WindowButton kind) { d->takeButton(kind); });
     connect(d->titleBar, &detail::TitleBarView::clicked, this,
             [this](detail::TitleBarClick click, QPoint position) {
                 d->takeClick(click, position);

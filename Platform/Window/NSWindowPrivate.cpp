@@ -2,6 +2,7 @@
 #include "Window/NSWindowPrivate.h"
 
 #include "View/NSView.h"
+#include "Window/DocumentMenu.h"
 #include "Window/StandardWindowButton.h"
 #include "Window/WindowManager.h"
 #include "Window/WindowMenu.h"
@@ -118,6 +119,24 @@ void Window::Private::applyFlags()
     q->setWindowFlags(flags);
     if (wasVisible)
         q->show();
+}
+
+void Window::Private::takeButton(WindowButton kind)
+{
+    switch (kind) {
+    case WindowButton::close:
+        q->close();
+        return;
+    case WindowButton::miniaturize:
+        return q->miniaturize();
+    case WindowButton::zoom:
+        return q->isFullScreen() ? q->toggleFullScreen() : q->zoom();
+    case WindowButton::documentVersions:
+        Q_EMIT q->documentVersionsRequested();
+        return;
+    case WindowButton::documentIcon:
+        return detail::showDocumentMenu(titleBar->button(kind), representedURL);
+    }
 }
 
 void Window::Private::takeClick(detail::TitleBarClick click, QPoint position)

@@ -42,6 +42,7 @@ struct Window::Private
     void boundWidth();
     void enterFocus();
     void applyFlags();
+    void takeButton(WindowButton kind);
     void takeClick(detail::TitleBarClick click, QPoint position);
     void updateButtonLayout();
     void updateBorder();

@@ -5,7 +5,6 @@
 #include "Controls/NSTextField.h"
 #include "View/AccessibleControl.h"
 #include "View/NSView.h"
-#include "Window/DocumentMenu.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
 #include "Window/StandardWindowButton.h"
 #include "Window/TitleBarHandles.h"
@@ -51,7 +50,7 @@ int heightOf(NS::TitlebarAccessoryViewController *controller)
 
 } // namespace
 
-TitleBarView::TitleBarView(NS::Window *window, WindowDrag *drag)
+TitleBarView::TitleBarView(QWidget *window, WindowDrag *drag)
     : QWidget(window)
     , m_window(window)
     , m_drag(drag)
@@ -71,18 +70,8 @@ TitleBarView::TitleBarView(NS::Window *window, WindowDrag *drag)
         button->move(standardButtonPlace + QPoint(buttonDistance * int(kind), 0));
         connect(button, &StandardWindowButton::hovered, this, &TitleBarView::showGlyphs);
     }
-    connect(m_buttons[int(NS::WindowButton::close)], &QAbstractButton::clicked, window,
-            &QWidget::close);
-    connect(m_buttons[int(NS::WindowButton::miniaturize)], &QAbstractButton::clicked, window,
-            &NS::Window::miniaturize);
-    connect(m_buttons[int(NS::WindowButton::zoom)], &QAbstractButton::clicked, window,
-            [window] { window->isFullScreen() ? window->toggleFullScreen() : window->zoom(); });
-
-    StandardWindowButton *const icon = makeButton(NS::WindowButton::documentIcon);
-    connect(icon, &QAbstractButton::clicked, this,
-            [this, icon] { showDocumentMenu(icon, m_window->representedURL()); });
-    connect(makeButton(NS::WindowButton::documentVersions), &QAbstractButton::clicked, window,
-            &NS::Window::documentVersionsRequested);
+    makeButton(NS::WindowButton::documentIcon);
+    makeButton(NS::WindowButton::documentVersions);
     updateButtons();
 }
 
@@ -90,6 +79,7 @@ StandardWindowButton *TitleBarView::makeButton(NS::WindowButton kind)
 {
     auto *const button = new StandardWindowButton(kind, this);
     button->resize(button->sizeHint());
+    connect(button, &QAbstractButton::clicked, this, [this, kind] { Q_EMIT buttonClicked(kind); });
     m_buttons[int(kind)] = button;
     return button;
 }

@@ -32,7 +32,7 @@ public:
     /// The upper left corner of the close button in a standard bar.
     static constexpr QPoint standardButtonPlace = { 7, 3 };
 
-    TitleBarView(NS::Window *window, WindowDrag *drag);
+    TitleBarView(QWidget *window, WindowDrag *drag);
     ~TitleBarView() override;
 
     /// Which buttons there are. The others are hidden, and button() returns null for them.
@@ -77,6 +77,7 @@ Q_SIGNALS:
     /// The accessories' heights changed.
     void fullHeightChanged();
     void leastWidthChanged();
+    void buttonClicked(NS::WindowButton kind);
     void clicked(Pellarvine::detail::TitleBarClick click, QPoint globalPosition);
 
 protected:
@@ -107,7 +108,7 @@ private:
     void updateMask();
     bool takeFromHandle(QMouseEvent *event);
 
-    NS::Window *m_window;
+    QWidget *m_window;
     WindowDrag *m_drag;
     QPointer<NS::TextField> m_title;
     std::array<QPointer<StandardWindowButton>, 7> m_buttons; // by kind
