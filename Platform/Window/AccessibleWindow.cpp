@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Window/AccessibleWindow.h"
 
-#include "Window/SeenRect.h"
+#include "Window/WindowFrame.h"
 #include "Window/WindowBorder.h"
 
 namespace Pellarvine::detail {

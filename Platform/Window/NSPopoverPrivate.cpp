@@ -2,7 +2,7 @@
 #include "Window/NSPopoverPrivate.h"
 
 #include "Controls/ColorPanel/PortalColorPicker.h"
-#include "Window/SeenRect.h"
+#include "Window/WindowFrame.h"
 #include "Window/WaylandPlugin.h"
 
 #include <QAccessible>

@@ -2,17 +2,20 @@
 // Not API.
 #pragma once
 
-#include "Window/NSWindow.h"
+#include "Base/Global.h"
 
 QT_FORWARD_DECLARE_CLASS(QMenu)
+QT_FORWARD_DECLARE_CLASS(QPoint)
 
 namespace Pellarvine::detail {
 
+class WindowFrame;
+
 /// Shows the window menu there: the desktop's own where it can be asked for, else one with what
 /// every desktop has in it.
-void showWindowMenu(NS::Window *window, QPoint globalPosition);
+void showWindowMenu(WindowFrame *frame, QPoint globalPosition);
 
 /// The latter, for the caller to show and delete.
-PELLARVINE_INTERNAL_EXPORT QMenu *makeWindowMenu(NS::Window *window);
+PELLARVINE_INTERNAL_EXPORT QMenu *makeWindowMenu(WindowFrame *frame);
 
 } // namespace Pellarvine::detail
