@@ -10,6 +10,7 @@
 #include "Window/NSTitlebarAccessoryViewController.h"
 #include "Window/NSWindowPrivate.h"
 #include "Window/StandardWindowButton.h"
+#include "Window/TitleBarItems.h"
 #include "Window/TitleBarView.h"
 #include "Window/WindowState.h"
 
@@ -34,7 +35,7 @@ Window::Window(QWidget *parent)
     , d(std::make_unique<Private>(this))
 {
     detail::makeAccessible<Window, detail::AccessibleWindow>();
-    connect(d->frame->titleBar(), &detail::TitleBarView::buttonClicked, this,
+    connect(d->frame->titleBar()->items(), &detail::TitleBarItems::buttonClicked, this,
             [this](WindowButton kind) {
                 if (kind == WindowButton::documentIcon)
                     detail::showDocumentMenu(standardWindowButton(kind), d->representedURL);
@@ -160,7 +161,7 @@ void Window::setTitleVisibility(TitleVisibility visibility)
 {
     if (!detail::assign(d->titleVisibility, visibility))
         return;
-    d->frame->titleBar()->setTitleVisible(visibility == titleVisible);
+    d->frame->titleBar()->items()->setTitleVisible(visibility == titleVisible);
     NS::setNeedsLayout(this);
     Q_EMIT titleVisibilityChanged(visibility);
 }
@@ -175,14 +176,14 @@ void Window::setRepresentedURL(const QUrl &url)
     if (!detail::assign(d->representedURL, url))
         return;
     setWindowFilePath(url.toLocalFile());
-    d->frame->titleBar()->setHasDocument(!url.isEmpty());
+    d->frame->titleBar()->items()->setHasDocument(!url.isEmpty());
     NS::setNeedsLayout(this);
     Q_EMIT representedURLChanged(url);
 }
 
 QAbstractButton *Window::standardWindowButton(WindowButton kind) const
 {
-    return d->frame->titleBar()->button(kind);
+    return d->frame->titleBar()->items()->button(kind);
 }
 
 void Window::addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller)

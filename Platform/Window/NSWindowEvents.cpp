@@ -3,6 +3,7 @@
 // has what programs call.
 #include "Window/NSWindow.h"
 #include "Window/NSWindowPrivate.h"
+#include "Window/TitleBarItems.h"
 #include "Window/TitleBarView.h"
 #include "Window/WindowDrag.h"
 
@@ -65,7 +66,7 @@ void Window::mousePressEvent(QMouseEvent *event)
 void Window::connectNotify(const QMetaMethod &signal)
 {
     if (signal == QMetaMethod::fromSignal(&Window::documentVersionsRequested))
-        d->frame->titleBar()->setOffersVersions(true);
+        d->frame->titleBar()->items()->setOffersVersions(true);
 }
 
 // It is called before the receiver is off the list, without a signal for all at once, and from the
@@ -75,7 +76,7 @@ void Window::disconnectNotify(const QMetaMethod &)
     QMetaObject::invokeMethod(
             this,
             [this] {
-                d->frame->titleBar()->setOffersVersions(isSignalConnected(
+                d->frame->titleBar()->items()->setOffersVersions(isSignalConnected(
                         QMetaMethod::fromSignal(&Window::documentVersionsRequested)));
             },
             Qt::QueuedConnection);

@@ -6,13 +6,13 @@
 #include "View/NSView.h"
 #include "Window/ButtonLayout.h"
 #include "Window/StandardWindowButton.h"
+#include "Window/TitleBarItems.h"
 #include "Window/TitleBarView.h"
 #include "Window/WindowBorder.h"
 #include "Window/WindowDrag.h"
 #include "Window/WindowEdges.h"
 #include "Window/WindowManager.h"
 #include "Window/WindowMenu.h"
-#include "Window/WindowShadow.h"
 
 #include <QChildEvent>
 #include <QLayout>
@@ -63,10 +63,10 @@ WindowFrame::WindowFrame(QWidget *window)
     WindowManager::setApplicationId();
     // Only before the native window is made; without a compositor transparent is black.
     window->setAttribute(Qt::WA_TranslucentBackground, WindowManager::hasCompositor());
-    m_titleBar->setStyleMask(m_styleMask);
+    m_titleBar->items()->setStyleMask(m_styleMask);
     connect(m_titleBar, &TitleBarView::fullHeightChanged, this, &WindowFrame::barHeightChanged);
     connect(m_titleBar, &TitleBarView::leastWidthChanged, this, &WindowFrame::boundWidth);
-    connect(m_titleBar, &TitleBarView::buttonClicked, this, &WindowFrame::takeButton);
+    connect(m_titleBar->items(), &TitleBarItems::buttonClicked, this, &WindowFrame::takeButton);
     connect(m_titleBar, &TitleBarView::clicked, this, &WindowFrame::takeClick);
     connect(&DesktopSettings::instance(), &DesktopSettings::changed, this, [this] {
         if (m_followsDesktopButtonLayout)
@@ -99,7 +99,7 @@ void WindowFrame::setStyleMask(NS::Window::StyleMask styleMask)
 {
     if (!assign(m_styleMask, styleMask))
         return;
-    m_titleBar->setStyleMask(styleMask);
+    m_titleBar->items()->setStyleMask(styleMask);
     m_titleBar->setLetsClicksThrough(styleMask & NS::Window::fullSizeContentView);
     applyFlags();
     rearrange();
@@ -110,7 +110,7 @@ void WindowFrame::setNative(bool isNative)
 {
     if (!assign(m_isNative, isNative))
         return;
-    m_titleBar->setBare(isNative);
+    m_titleBar->items()->setBare(isNative);
     applyFlags();
     rearrange();
     updateBorder();
@@ -119,7 +119,7 @@ void WindowFrame::setNative(bool isNative)
 void WindowFrame::setFullKeyboardAccess(bool hasAccess)
 {
     if (assign(m_hasFullKeyboardAccess, hasAccess))
-        m_titleBar->setButtonFocusPolicy(hasAccess ? Qt::TabFocus : Qt::NoFocus);
+        m_titleBar->items()->setButtonFocusPolicy(hasAccess ? Qt::TabFocus : Qt::NoFocus);
 }
 
 void WindowFrame::setFollowsDesktopButtonLayout(bool follows)
@@ -135,20 +135,9 @@ bool WindowFrame::isNormal() const
     return !m_window->isMaximized() && !m_window->isFullScreen();
 }
 
-// Between its show event and its native window's becoming visible it is not.
-bool WindowFrame::isOnScreen() const
-{
-    return m_window->windowHandle() && m_window->windowHandle()->isVisible();
-}
-
 QRect WindowFrame::seen() const
 {
     return m_window->rect().adjusted(m_margin, m_margin, -m_margin, -m_margin);
-}
-
-bool WindowFrame::isTiled() const
-{
-    return m_window->windowHandle() && WindowManager::isTiled(m_window->windowHandle());
 }
 
 int WindowFrame::barHeight() const
@@ -289,8 +278,8 @@ void WindowFrame::takeClick(TitleBarClick click, QPoint position)
 
 void WindowFrame::updateButtonLayout()
 {
-    m_titleBar->setButtonLayout(m_followsDesktopButtonLayout ? desktopButtonLayout()
-                                                             : ButtonLayout());
+    m_titleBar->items()->setButtonLayout(m_followsDesktopButtonLayout ? desktopButtonLayout()
+                                                                      : ButtonLayout());
     rearrange();
 }
 
@@ -308,99 +297,6 @@ void WindowFrame::updateBorder()
     m_border->setRound(canBeTranslucent);
     m_edges->setEnabled(!m_isNative && isNormal() && m_styleMask & NS::Window::resizable);
     tellResizable();
-}
-
-void WindowFrame::updateMargin(bool canBeTranslucent)
-{
-    const bool hasShadow =
-            m_knowsMargins && canBeTranslucent && !m_isNative && isNormal() && !isTiled();
-    const int by = (hasShadow ? WindowShadow::margin : 0) - m_margin;
-    if (by == 0 || !m_window->windowHandle())
-        return;
-    const QRect geometry = m_window->geometry().adjusted(-by, -by, by, by);
-    const bool hasPlace = m_window->testAttribute(Qt::WA_Moved);
-    const bool hasSize = m_window->testAttribute(Qt::WA_Resized);
-    m_margin += by;
-    if (isNormal())
-        m_normalMargin = m_margin;
-    m_border->setMargin(m_margin);
-    m_edges->setMargin(m_margin);
-    // The desktop keeps to the limits when it changes the size.
-    if (by < 0)
-        moveLimits(by);
-    WindowManager::setMargin(m_window->windowHandle(), m_margin);
-    if (by > 0)
-        moveLimits(by);
-    if (!isOnScreen() && isNormal()) {
-        m_window->setGeometry(geometry);
-        m_window->setAttribute(Qt::WA_Moved, hasPlace);
-        m_window->setAttribute(Qt::WA_Resized, hasSize);
-    }
-    rearrange();
-}
-
-// Moves what the program has set; the rest is the layout's and boundWidth()'s.
-void WindowFrame::moveLimits(int by)
-{
-    if (m_window->layout())
-        m_window->layout()->activate(); // for the heights below
-    const auto moved = [by](int limit) {
-        return limit >= QWIDGETSIZE_MAX ? limit : std::max(0, limit + 2 * by);
-    };
-    m_window->setMaximumSize(moved(m_window->maximumWidth()), moved(m_window->maximumHeight()));
-    if (m_window->minimumWidth() != m_boundedWidth)
-        m_window->setMinimumWidth(moved(m_window->minimumWidth()));
-    const int layoutHeight =
-            m_window->layout() ? m_window->layout()->totalMinimumSize().height() : 0;
-    if (m_window->minimumHeight() > 0 && m_window->minimumHeight() != layoutHeight)
-        m_window->setMinimumHeight(moved(m_window->minimumHeight()));
-}
-
-// Before the window is shown, and not when its native window is made: that it will be maximised is
-// not known by then.
-void WindowFrame::prepareMargin()
-{
-    m_knowsMargins = m_window->isWindow() && WindowManager::knowsMargins();
-    updateMargin(m_window->testAttribute(Qt::WA_TranslucentBackground));
-}
-
-// The window grows by the margin after the compositor has been told of it. Mutter cuts the visible
-// window down to the picture that it has by then, and keeps that until it is told again.
-void WindowFrame::confirmMargin()
-{
-    const bool hasGrown = m_margin > std::exchange(m_confirmedMargin, m_margin);
-    if (!hasGrown || !isOnScreen() || WindowManager::canPlaceWindows())
-        return;
-    QMetaObject::invokeMethod(
-            this,
-            [this] {
-                if (m_window->windowHandle())
-                    WindowManager::setMargin(m_window->windowHandle(), m_margin);
-            },
-            Qt::QueuedConnection);
-}
-
-void WindowFrame::tellResizable()
-{
-    const bool isFixed = !(m_styleMask & NS::Window::resizable) && isNormal();
-    if (!m_window->windowHandle() || (!isFixed && !m_wasFixed))
-        return;
-    WindowManager::setResizable(m_window->windowHandle(), !isFixed);
-    m_wasFixed = isFixed;
-}
-
-void WindowFrame::watchNativeWindow()
-{
-    if (QWindow *const window = m_window->windowHandle()) {
-        // The one installed last is asked first.
-        window->installEventFilter(m_titleBar);
-        window->installEventFilter(m_drag);
-        window->installEventFilter(m_edges);
-        if (m_margin > 0 && !m_window->isVisible()) { // a new one knows nothing of it
-            WindowManager::setMargin(window, m_margin);
-            window->setGeometry(m_window->geometry());
-        }
-    }
 }
 
 // Events
