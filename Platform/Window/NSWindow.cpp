@@ -12,7 +12,6 @@
 #include "Window/StandardWindowButton.h"
 #include "Window/TitleBarItems.h"
 #include "Window/TitleBarView.h"
-#include "Window/WindowState.h"
 
 #include <QApplication>
 #include <QVBoxLayout>
@@ -265,14 +264,12 @@ void Window::setNativeDecorations(bool areNative)
 
 QByteArray Window::saveState() const
 {
-    return detail::grownWindowState(saveGeometry(), -d->frame->margin(), -d->frame->normalMargin());
+    return d->frame->saveState();
 }
 
 bool Window::restoreState(const QByteArray &state)
 {
-    return detail::isWholeWindowState(state)
-           && restoreGeometry(
-                   detail::grownWindowState(state, d->frame->margin(), d->frame->normalMargin()));
+    return d->frame->restoreState(state);
 }
 
 void Window::awakeFromNib() { }

@@ -14,7 +14,7 @@ namespace NS {
 struct Window::Private
 {
     explicit Private(Window *window)
-        : frame(new detail::WindowFrame(window))
+        : frame(new detail::WindowFrame(window, titled | closable | miniaturizable | resizable))
         , content(new detail::WindowContent(window))
     { }
 

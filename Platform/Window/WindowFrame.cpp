@@ -13,6 +13,7 @@
 #include "Window/WindowEdges.h"
 #include "Window/WindowManager.h"
 #include "Window/WindowMenu.h"
+#include "Window/WindowState.h"
 
 #include <QChildEvent>
 #include <QLayout>
@@ -31,10 +32,6 @@ namespace Pellarvine::detail {
 
 namespace {
 
-constexpr NS::Window::StyleMask standardStyle =
-        NS::Window::StyleMask(NS::Window::titled | NS::Window::closable | NS::Window::miniaturizable
-                              | NS::Window::resizable);
-
 // Hints for single buttons would bring the desktop's frame back on X11.
 Qt::WindowFlags flagsFor(NS::Window::StyleMask styleMask, bool isNative)
 {
@@ -50,20 +47,21 @@ Qt::WindowFlags flagsFor(NS::Window::StyleMask styleMask, bool isNative)
 
 } // namespace
 
-WindowFrame::WindowFrame(QWidget *window)
+WindowFrame::WindowFrame(QWidget *window, NS::Window::StyleMask styleMask, bool canZoom)
     : QObject(window)
     , m_window(window)
     , m_drag(new WindowDrag(window))
     , m_edges(new WindowEdges(window))
     , m_titleBar(new TitleBarView(window, m_drag))
     , m_border(new WindowBorder(window))
-    , m_styleMask(standardStyle)
+    , m_styleMask(styleMask)
+    , m_canZoom(canZoom)
     , m_fullBarHeight(m_titleBar->fullHeight())
 {
     WindowManager::setApplicationId();
     // Only before the native window is made; without a compositor transparent is black.
     window->setAttribute(Qt::WA_TranslucentBackground, WindowManager::hasCompositor());
-    m_titleBar->items()->setStyleMask(m_styleMask);
+    updateItems();
     connect(m_titleBar, &TitleBarView::fullHeightChanged, this, &WindowFrame::barHeightChanged);
     connect(m_titleBar, &TitleBarView::leastWidthChanged, this, &WindowFrame::boundWidth);
     connect(m_titleBar->items(), &TitleBarItems::buttonClicked, this, &WindowFrame::takeButton);
@@ -79,7 +77,13 @@ WindowFrame::WindowFrame(QWidget *window)
                                    m_window->mapToGlobal(m_titleBar->geometry().bottomLeft()));
             });
     window->installEventFilter(this);
+    const bool hasSize = window->testAttribute(Qt::WA_Resized) || window->isVisible();
+    const QSize size = window->size() + QSize(0, barHeight());
+    moveLimits(QSize(0, barHeight()));
     rearrange();
+    if (hasSize)
+        window->resize(size);
+    applyFlags();
 }
 
 WindowFrame *WindowFrame::of(const QWidget *window)
@@ -99,7 +103,7 @@ void WindowFrame::setStyleMask(NS::Window::StyleMask styleMask)
 {
     if (!assign(m_styleMask, styleMask))
         return;
-    m_titleBar->items()->setStyleMask(styleMask);
+    updateItems();
     m_titleBar->setLetsClicksThrough(styleMask & NS::Window::fullSizeContentView);
     applyFlags();
     rearrange();
@@ -126,6 +130,23 @@ void WindowFrame::setFollowsDesktopButtonLayout(bool follows)
 {
     if (assign(m_followsDesktopButtonLayout, follows))
         updateButtonLayout();
+}
+
+void WindowFrame::updateItems()
+{
+    NS::Window::StyleMask buttons = m_styleMask;
+    m_titleBar->items()->setStyleMask(buttons.setFlag(NS::Window::resizable, canZoom()));
+}
+
+QByteArray WindowFrame::saveState() const
+{
+    return grownWindowState(m_window->saveGeometry(), -m_margin, -m_normalMargin);
+}
+
+bool WindowFrame::restoreState(const QByteArray &state)
+{
+    return isWholeWindowState(state)
+           && m_window->restoreGeometry(grownWindowState(state, m_margin, m_normalMargin));
 }
 
 // Arranging
@@ -240,13 +261,13 @@ void WindowFrame::miniaturize()
 
 void WindowFrame::zoom()
 {
-    if (m_styleMask & NS::Window::resizable && !m_window->isFullScreen())
+    if (canZoom() && !m_window->isFullScreen())
         m_window->setWindowState(m_window->windowState() ^ Qt::WindowMaximized);
 }
 
 void WindowFrame::toggleFullScreen()
 {
-    if (m_styleMask & NS::Window::resizable)
+    if (canZoom())
         m_window->setWindowState(m_window->windowState() ^ Qt::WindowFullScreen);
 }
 

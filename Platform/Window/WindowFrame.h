@@ -22,7 +22,8 @@ class WindowFrame : public QObject
     Q_OBJECT
 
 public:
-    explicit WindowFrame(QWidget *window);
+    /// Sizes that the window has been given so far are taken for its content.
+    WindowFrame(QWidget *window, NS::Window::StyleMask styleMask, bool canZoom = true);
 
     /// Null if the window has none.
     PELLARVINE_INTERNAL_EXPORT static WindowFrame *of(const QWidget *window);
@@ -33,6 +34,8 @@ public:
 
     NS::Window::StyleMask styleMask() const { return m_styleMask; }
     void setStyleMask(NS::Window::StyleMask styleMask);
+    /// Whether the user can maximise the window. Some dialogs can be resized, but not maximised.
+    bool canZoom() const { return m_canZoom && m_styleMask & NS::Window::resizable; }
     /// Whether the desktop draws the frame after all.
     bool isNative() const { return m_isNative; }
     void setNative(bool isNative);
@@ -45,8 +48,6 @@ public:
     bool isNormal() const;
     /// The margin around the visible window, in which the shadow lies.
     int margin() const { return m_margin; }
-    /// The margin that the window has when it is normal.
-    int normalMargin() const { return m_normalMargin; }
     /// The window without the margin, in its own coordinates.
     QRect seen() const;
     /// The height of the title bar that is visible.
@@ -54,6 +55,11 @@ public:
 
     /// Places title bar, border and content for the window's size.
     void arrange();
+
+    /// The window's geometry and state, without the margin.
+    QByteArray saveState() const;
+    /// Returns false and changes nothing if `state` is not from saveState().
+    bool restoreState(const QByteArray &state);
 
     void miniaturize();
     void zoom();
@@ -74,7 +80,8 @@ private:
     void updateButtonLayout();
     void updateBorder();
     void updateMargin(bool canBeTranslucent);
-    void moveLimits(int by);
+    void moveLimits(QSize by);
+    void updateItems();
     void prepareMargin();
     void confirmMargin();
     void tellResizable();
@@ -89,6 +96,7 @@ private:
     TitleBarView *m_titleBar;
     WindowBorder *m_border;
     NS::Window::StyleMask m_styleMask;
+    bool m_canZoom;
     int m_fullBarHeight; // that the window's height counts with
     bool m_hasFullKeyboardAccess = false;
     bool m_followsDesktopButtonLayout = false;
@@ -98,7 +106,7 @@ private:
     bool m_knowsMargins = false; // the desktop does
     int m_margin = 0;
     int m_confirmedMargin = 0; // that the window has had a resize event with
-    int m_normalMargin = 0;
+    int m_normalMargin = 0; // that the window has when it is normal
 };
 
 /// A window in its own coordinates, without the margin in which it draws its shadow.

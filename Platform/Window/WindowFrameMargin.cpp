@@ -45,10 +45,10 @@ void WindowFrame::updateMargin(bool canBeTranslucent)
     m_edges->setMargin(m_margin);
     // The desktop keeps to the limits when it changes the size.
     if (by < 0)
-        moveLimits(by);
+        moveLimits(2 * QSize(by, by));
     WindowManager::setMargin(m_window->windowHandle(), m_margin);
     if (by > 0)
-        moveLimits(by);
+        moveLimits(2 * QSize(by, by));
     if (!isOnScreen() && isNormal()) {
         m_window->setGeometry(geometry);
         m_window->setAttribute(Qt::WA_Moved, hasPlace);
@@ -58,20 +58,21 @@ void WindowFrame::updateMargin(bool canBeTranslucent)
 }
 
 // Moves what the program has set; the rest is the layout's and boundWidth()'s.
-void WindowFrame::moveLimits(int by)
+void WindowFrame::moveLimits(QSize by)
 {
     if (m_window->layout())
-        m_window->layout()->activate(); // for the heights below
-    const auto moved = [by](int limit) {
-        return limit >= QWIDGETSIZE_MAX ? limit : std::max(0, limit + 2 * by);
+        m_window->layout()->activate(); // for the height below
+    const auto moved = [](int limit, int distance) {
+        return limit >= QWIDGETSIZE_MAX ? limit : std::max(0, limit + distance);
     };
-    m_window->setMaximumSize(moved(m_window->maximumWidth()), moved(m_window->maximumHeight()));
-    if (m_window->minimumWidth() != m_boundedWidth)
-        m_window->setMinimumWidth(moved(m_window->minimumWidth()));
+    m_window->setMaximumSize(moved(m_window->maximumWidth(), by.width()),
+                             moved(m_window->maximumHeight(), by.height()));
+    if (by.width() != 0 && m_window->minimumWidth() != m_boundedWidth)
+        m_window->setMinimumWidth(moved(m_window->minimumWidth(), by.width()));
     const int layoutHeight =
             m_window->layout() ? m_window->layout()->totalMinimumSize().height() : 0;
     if (m_window->minimumHeight() > 0 && m_window->minimumHeight() != layoutHeight)
-        m_window->setMinimumHeight(moved(m_window->minimumHeight()));
+        m_window->setMinimumHeight(moved(m_window->minimumHeight(), by.height()));
 }
 
 // Before the window is shown, and not when its native window is made: that it will be maximised is

@@ -33,7 +33,7 @@ QMenu *makeWindowMenu(WindowFrame *frame)
         [window] { new WindowKeyboardDrag(window, WindowKeyboardDrag::resize); });
     add(NS::Window::tr("Mi&nimise"), mask & NS::Window::miniaturizable,
         [frame] { frame->miniaturize(); });
-    add(NS::Window::tr("Ma&ximise"), isNormal && isResizable, [frame] { frame->zoom(); });
+    add(NS::Window::tr("Ma&ximise"), isNormal && frame->canZoom(), [frame] { frame->zoom(); });
     menu->addSeparator();
     QAction *const close = add(NS::Window::tr("&Close"), mask & NS::Window::closable,
                                [window] { window->close(); });
