@@ -15,9 +15,9 @@ namespace NS::TitleBar {
 ///     NS::TitleBar::install(&box);
 ///     const bool isAccepted = box.exec() == QMessageBox::Yes;
 ///
-/// Works for a QMainWindow, a QDialog and any other top-level widget with a layout. The window keeps
-/// its class, result, default button and closeEvent(). Its flags at the time of the call decide
-/// which of close, minimise and zoom it has. Sizes that it was given before are those of its
+/// Works for a QMainWindow, a QDialog and any other top-level widget with a layout. The window
+/// keeps its class, result, default button and closeEvent(). Its flags at the time of the call
+/// decide which of close, minimise and zoom it has. Sizes that it was given before are those of its
 /// content; sizes set later count the title bar, and while it is visible the margin for the shadow.
 ///
 /// Hides a visible window for a moment. The second time, or for an `NS::Window`, does nothing. A

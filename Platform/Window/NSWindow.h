@@ -30,9 +30,9 @@ enum class WindowButton {
 ///     window.setContentView(new QMainWindow); // or any widget, or a layout on the window itself
 ///     window.show();
 ///
-/// Title, icon, sizes, state and closing are QWidget's. Frames are in device-independent pixels from
-/// the lower left corner of the primary screen, with y upwards. docs/windows.md has the whole: what
-/// moves a window, how sizes count the margin of its shadow, frames on Wayland. Main thread only.
+/// Title, icon, sizes, state and closing are QWidget's. Frames are in device-independent pixels
+/// from the lower left corner of the primary screen, with y upwards. docs/windows.md has the whole:
+/// what moves a window, the margin of its shadow, frames on Wayland. Main thread only.
 class PELLARVINE_EXPORT Window : public QWidget
 {
     Q_OBJECT
@@ -88,8 +88,8 @@ public:
     /// The window with its title bar, without its shadow and without a frame of the desktop.
     QRectF frame() const;
     void setFrame(const QRectF &frame);
-    /// Rounds to whole units and respects minimum and maximum size. Does nothing while the window is
-    /// maximised or full screen. `display` repaints at once.
+    /// Rounds to whole units and respects minimum and maximum size. Does nothing while the window
+    /// is maximised or full screen. `display` repaints at once.
     virtual void setFrame(const QRectF &frame, bool display);
     /// `animate` takes 200 ms, but no time if the user asked the desktop for less motion.
     virtual void setFrame(const QRectF &frame, bool display, bool animate);

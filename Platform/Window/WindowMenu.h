@@ -11,11 +11,10 @@ namespace Pellarvine::detail {
 
 class WindowFrame;
 
-/// Shows the window menu there: the desktop's own where it can be asked for, else one with what
-/// every desktop has in it.
+/// Shows the desktop's window menu there, or that of makeWindowMenu() if the desktop has none.
 void showWindowMenu(WindowFrame *frame, QPoint globalPosition);
 
-/// The latter, for the caller to show and delete.
+/// A menu with the usual actions for a window. The caller shows and deletes it.
 PELLARVINE_INTERNAL_EXPORT QMenu *makeWindowMenu(WindowFrame *frame);
 
 } // namespace Pellarvine::detail
