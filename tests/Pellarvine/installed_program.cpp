@@ -15,9 +15,8 @@ int main(int argc, char **argv)
     window.setWindowTitle(QStringLiteral("Installed"));
     auto *const fullScreen = new QAction(QStringLiteral("Full screen"), &window);
     fullScreen->setShortcut(Qt::Key_F11);
-    QObject::connect(fullScreen, &QAction::triggered, &window, [&] {
-        window.setWindowState(window.windowState() ^ Qt::WindowFullScreen);
-    });
+    QObject::connect(fullScreen, &QAction::triggered, &window,
+                     [&] { window.setWindowState(window.windowState() ^ Qt::WindowFullScreen); });
     window.menuBar()->addMenu(QStringLiteral("View"))->addAction(fullScreen);
     window.setCentralWidget(new QTextEdit);
     window.resize(1000, 700);

@@ -299,9 +299,9 @@ void TitleBarPage::showPicture()
 // Qt's own message box in the same frame.
 void TitleBarPage::askWhetherToSend()
 {
-    auto *const box = new QMessageBox(QMessageBox::Question, ::tr("To Charles"),
-                                      ::tr("Send the letter now?"),
-                                      QMessageBox::Yes | QMessageBox::No, window());
+    auto *const box =
+            new QMessageBox(QMessageBox::Question, ::tr("To Charles"), ::tr("Send the letter now?"),
+                            QMessageBox::Yes | QMessageBox::No, window());
     box->setAttribute(Qt::WA_DeleteOnClose);
     NS::TitleBar::install(box);
     box->open();
