@@ -2,7 +2,8 @@
 // Not API.
 #pragma once
 
-#include "Window/NSWindow.h"
+#include "Base/Global.h"
+#include "Window/NSWindowButton.h"
 
 #include <QList>
 

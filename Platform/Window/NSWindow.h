@@ -2,6 +2,7 @@
 #pragma once
 
 #include <pellarvine/Platform/Global.h>
+#include <pellarvine/Platform/NSWindowButton.h>
 
 #include <QUrl>
 #include <QWidget>
@@ -13,15 +14,6 @@ QT_FORWARD_DECLARE_CLASS(QAbstractButton)
 namespace NS {
 
 class TitlebarAccessoryViewController;
-
-/// The buttons in a window's title bar. The numbers have gaps.
-enum class WindowButton {
-    close = 0, ///< Calls `QWidget::close`.
-    miniaturize = 1, ///< Minimises the window.
-    zoom = 2, ///< Maximises or restores the window, or leaves full screen.
-    documentIcon = 4, ///< Opens a menu of the folders that contain the document.
-    documentVersions = 6, ///< Emits `Window::documentVersionsRequested`.
-};
 
 /// A window that draws its own title bar. The desktop moves, resizes, snaps and maximises it.
 ///
