@@ -10,7 +10,7 @@
 #include "View/NSView.h"
 #include "Window/NSPopover.h"
 #include "Window/PopoverBubble.h"
-#include "Window/SeenRect.h"
+#include "Window/WindowFrame.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -6,6 +6,7 @@
 #include "Layout/NSLayoutAnchor.h"
 #include "View/NSView.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
+#include "Window/TitleBarItems.h"
 #include "Window/TitleBarView.h"
 
 #include <QAbstractButton>
@@ -345,7 +346,8 @@ void Window::awakeFromNib()
         if (d->keepsTitleBarViewClear) {
             // The buttons stand on a side of their own whichever way text runs.
             const auto *const bar = qobject_cast<const detail::TitleBarView *>(titleBar);
-            const detail::ButtonLayout buttons = bar ? bar->buttonLayout() : detail::ButtonLayout();
+            const detail::ButtonLayout buttons =
+                    bar ? bar->items()->buttonLayout() : detail::ButtonLayout();
             const auto inset = [&](const auto &side) {
                 return side.isEmpty() ? horizontalMargin
                                       : horizontalMargin + d->trafficLightSpan + horizontalMargin;
@@ -413,7 +415,8 @@ void Window::layoutIfNeeded()
 {
     // A missing button leaves its place empty.
     const auto *const bar = qobject_cast<const detail::TitleBarView *>(titleBarView());
-    const detail::ButtonLayout buttons = bar ? bar->buttonLayout() : detail::ButtonLayout();
+    const detail::ButtonLayout buttons =
+            bar ? bar->items()->buttonLayout() : detail::ButtonLayout();
     for (const WindowButton kind :
          { WindowButton::close, WindowButton::miniaturize, WindowButton::zoom }) {
         if (QAbstractButton *const button = standardWindowButton(kind)) {

@@ -6,8 +6,7 @@
 
 namespace Pellarvine::detail {
 
-/// A window for screen readers: with the role of one, and without the border, which is nothing but
-/// a drawing.
+/// A window for screen readers: with the role of one, and without its shadow.
 class AccessibleWindow : public AccessiblePopups
 {
 public:
@@ -15,14 +14,7 @@ public:
         : AccessiblePopups(window, QAccessible::Window)
     { }
 
-    int childCount() const override;
-    QAccessibleInterface *child(int index) const override;
-    int indexOfChild(const QAccessibleInterface *child) const override;
-    /// Without the window's shadow.
     QRect rect() const override;
-
-private:
-    int borderIndex() const;
 };
 
 } // namespace Pellarvine::detail

@@ -2,7 +2,8 @@
 // Not API.
 #pragma once
 
-#include "Window/NSWindow.h"
+#include "Base/Global.h"
+#include "Window/NSWindowButton.h"
 
 #include <QList>
 
@@ -27,8 +28,8 @@ struct PELLARVINE_INTERNAL_EXPORT ButtonLayout
     friend bool operator==(const ButtonLayout &, const ButtonLayout &) = default;
 };
 
-/// What the user has set for title bars: in KWin's file under KDE, else told by the settings
-/// portal. The standard layout where neither says anything.
+/// The user's setting for title bars: from KWin's file under KDE, else from the settings portal.
+/// The standard layout if there is none.
 PELLARVINE_INTERNAL_EXPORT ButtonLayout desktopButtonLayout();
 
 } // namespace Pellarvine::detail

@@ -2,8 +2,8 @@
 #include "Window/NSPopoverPrivate.h"
 
 #include "Controls/ColorPanel/PortalColorPicker.h"
-#include "Window/SeenRect.h"
 #include "Window/WaylandPlugin.h"
+#include "Window/WindowFrame.h"
 
 #include <QAccessible>
 #include <QApplication>

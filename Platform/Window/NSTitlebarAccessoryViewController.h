@@ -5,7 +5,7 @@
 
 namespace NS {
 
-/// A view that makes a window's title bar higher by its own height:
+/// A view below a window's standard title bar, which makes the title bar higher:
 ///
 ///     auto *const bar = new NS::TitlebarAccessoryViewController;
 ///     bar->setView(new SearchBar); // as wide as the title bar, within its own limits
@@ -22,9 +22,9 @@ public:
     explicit TitlebarAccessoryViewController(QObject *parent = nullptr);
     ~TitlebarAccessoryViewController() override;
 
-    /// In full screen the title bar is at least that high, in device-independent pixels. Where
-    /// nobody asks for more, it shows the standard bar alone. Default: 0; below 0 and no finite
-    /// number count as 0.
+    /// The least height of the title bar in full screen, in device-independent pixels. Without one,
+    /// full screen shows only the standard title bar. Default: 0. Negative and non-finite numbers
+    /// count as 0.
     double fullScreenMinHeight() const;
     void setFullScreenMinHeight(double height);
 

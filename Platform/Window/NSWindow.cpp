@@ -6,18 +6,16 @@
 #include "View/DesktopSettings.h"
 #include "View/NSView.h"
 #include "Window/AccessibleWindow.h"
+#include "Window/DocumentMenu.h"
 #include "Window/NSTitlebarAccessoryViewController.h"
 #include "Window/NSWindowPrivate.h"
 #include "Window/StandardWindowButton.h"
-#include "Window/WindowManager.h"
-#include "Window/WindowMenu.h"
-#include "Window/WindowState.h"
+#include "Window/TitleBarItems.h"
+#include "Window/TitleBarView.h"
 
 #include <QApplication>
-#include <QShortcut>
 #include <QVBoxLayout>
 #include <QVariantAnimation>
-#include <QWindow>
 
 namespace NS {
 
@@ -32,33 +30,17 @@ double titleBarHeight(Window::StyleMask styleMask)
 } // namespace
 
 Window::Window(QWidget *parent)
-    : QWidget(parent, Private::flagsFor(Private::standardStyle, false))
+    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint)
+    , d(std::make_unique<Private>(this))
 {
     detail::makeAccessible<Window, detail::AccessibleWindow>();
-    detail::WindowManager::setApplicationId();
-    d = std::make_unique<Private>(this); // whose widgets are announced by events that look for it
-    // Only before the native window is made; without a compositor transparent is black.
-    setAttribute(Qt::WA_TranslucentBackground, detail::WindowManager::hasCompositor());
-    d->titleBar->setStyleMask(d->styleMask);
-    connect(d->titleBar, &detail::TitleBarView::fullHeightChanged, this,
-            [this] { d->barHeightChanged(); });
-    connect(d->titleBar, &detail::TitleBarView::leastWidthChanged, this,
-            [this] { d->boundWidth(); });
-    connect(d->titleBar, &detail::TitleBarView::clicked, this,
-            [this](detail::TitleBarClick click, QPoint position) {
-                d->takeClick(click, position);
+    connect(d->frame->titleBar()->items(), &detail::TitleBarItems::buttonClicked, this,
+            [this](WindowButton kind) {
+                if (kind == WindowButton::documentIcon)
+                    detail::showDocumentMenu(standardWindowButton(kind), d->representedURL);
+                else if (kind == WindowButton::documentVersions)
+                    Q_EMIT documentVersionsRequested();
             });
-    connect(&detail::DesktopSettings::instance(), &detail::DesktopSettings::changed, this, [this] {
-        if (d->followsDesktopButtonLayout)
-            d->updateButtonLayout();
-    });
-    connect(new QShortcut(QKeyCombination(Qt::ALT, Qt::Key_Space), this), &QShortcut::activated,
-            this, [this] {
-                if (!d->isNative)
-                    detail::showWindowMenu(this, mapToGlobal(d->titleBar->geometry().bottomLeft()));
-            });
-    d->arrange();
-    NS::setNeedsLayout(this);
 }
 
 Window::Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent)
@@ -66,13 +48,12 @@ Window::Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent)
 {
     setStyleMask(styleMask);
     NS::setFrame(this, frameRectForContentRect(contentRect, styleMask));
-    d->arrange();
+    d->frame->arrange();
 }
 
 Window::~Window()
 {
     delete d->content; // which watches a view that ends after the window's own parts
-    disconnect(d->titleBar, nullptr, this, nullptr); // which outlives what its signals reach
 }
 
 // Frames
@@ -94,7 +75,7 @@ QRectF Window::frame() const
 
 int Window::shadowMargin() const
 {
-    return d->margin;
+    return d->frame->margin();
 }
 
 void Window::setFrame(const QRectF &frame)
@@ -104,11 +85,11 @@ void Window::setFrame(const QRectF &frame)
 
 void Window::setFrame(const QRectF &frame, bool display)
 {
-    if (!d->isNormal())
+    if (!d->frame->isNormal())
         return;
     delete d->animation;
     NS::setFrame(this, frame.marginsAdded(d->margins()));
-    d->arrange(); // a hidden window hears of its size when it is shown
+    d->frame->arrange(); // a hidden window hears of its size when it is shown
     if (display)
         repaint();
 }
@@ -116,7 +97,7 @@ void Window::setFrame(const QRectF &frame, bool display)
 void Window::setFrame(const QRectF &frame, bool display, bool animate)
 {
     constexpr int duration = 200; // milliseconds
-    if (!animate || !isVisible() || !d->isNormal()
+    if (!animate || !isVisible() || !d->frame->isNormal()
         || detail::DesktopSettings::instance().reducesMotion())
         return setFrame(frame, display);
     delete d->animation;
@@ -135,18 +116,14 @@ void Window::setFrame(const QRectF &frame, bool display, bool animate)
 
 Window::StyleMask Window::styleMask() const
 {
-    return d->styleMask;
+    return d->frame->styleMask();
 }
 
 void Window::setStyleMask(StyleMask styleMask)
 {
-    if (!detail::assign(d->styleMask, styleMask))
+    if (styleMask == this->styleMask())
         return;
-    d->titleBar->setStyleMask(styleMask);
-    d->titleBar->setLetsClicksThrough(styleMask & fullSizeContentView);
-    d->applyFlags();
-    d->rearrange();
-    d->updateBorder();
+    d->frame->setStyleMask(styleMask);
     Q_EMIT styleMaskChanged(styleMask);
 }
 
@@ -169,8 +146,6 @@ void Window::setContentView(QWidget *view)
         view->setParent(this); // and no window of its own any more
         view->show();
         layout()->addWidget(view);
-        d->titleBar->raise();
-        d->border->raise();
     }
     d->content->setView(view);
     Q_EMIT contentViewChanged(view);
@@ -185,7 +160,7 @@ void Window::setTitleVisibility(TitleVisibility visibility)
 {
     if (!detail::assign(d->titleVisibility, visibility))
         return;
-    d->titleBar->setTitleVisible(visibility == titleVisible);
+    d->frame->titleBar()->items()->setTitleVisible(visibility == titleVisible);
     NS::setNeedsLayout(this);
     Q_EMIT titleVisibilityChanged(visibility);
 }
@@ -200,14 +175,14 @@ void Window::setRepresentedURL(const QUrl &url)
     if (!detail::assign(d->representedURL, url))
         return;
     setWindowFilePath(url.toLocalFile());
-    d->titleBar->setHasDocument(!url.isEmpty());
+    d->frame->titleBar()->items()->setHasDocument(!url.isEmpty());
     NS::setNeedsLayout(this);
     Q_EMIT representedURLChanged(url);
 }
 
 QAbstractButton *Window::standardWindowButton(WindowButton kind) const
 {
-    return d->titleBar->button(kind);
+    return d->frame->titleBar()->items()->button(kind);
 }
 
 void Window::addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller)
@@ -220,19 +195,19 @@ void Window::addTitlebarAccessoryViewController(TitlebarAccessoryViewController 
             owner->removeTitlebarAccessoryViewControllerAtIndex(index);
     }
     controller->setParent(this);
-    d->titleBar->insertAccessory(controller);
+    d->frame->titleBar()->insertAccessory(controller);
 }
 
 void Window::removeTitlebarAccessoryViewControllerAtIndex(int index)
 {
-    if (index < 0 || index >= d->titleBar->accessories().size())
+    if (index < 0 || index >= d->frame->titleBar()->accessories().size())
         detail::fatalError("No title bar accessory has that index");
-    d->titleBar->removeAccessory(index);
+    d->frame->titleBar()->removeAccessory(index);
 }
 
 QList<TitlebarAccessoryViewController *> Window::titlebarAccessoryViewControllers() const
 {
-    return d->titleBar->accessories();
+    return d->frame->titleBar()->accessories();
 }
 
 // Behaviour
@@ -250,55 +225,51 @@ void Window::setMovableByWindowBackground(bool isMovable)
 
 bool Window::hasFullKeyboardAccess() const
 {
-    return d->hasFullKeyboardAccess;
+    return d->frame->hasFullKeyboardAccess();
 }
 
 void Window::setFullKeyboardAccess(bool hasAccess)
 {
-    if (!detail::assign(d->hasFullKeyboardAccess, hasAccess))
+    if (hasAccess == hasFullKeyboardAccess())
         return;
-    d->titleBar->setButtonFocusPolicy(hasAccess ? Qt::TabFocus : Qt::NoFocus);
+    d->frame->setFullKeyboardAccess(hasAccess);
     Q_EMIT fullKeyboardAccessChanged(hasAccess);
 }
 
 bool Window::followsDesktopButtonLayout() const
 {
-    return d->followsDesktopButtonLayout;
+    return d->frame->followsDesktopButtonLayout();
 }
 
 void Window::setFollowsDesktopButtonLayout(bool follows)
 {
-    if (!detail::assign(d->followsDesktopButtonLayout, follows))
+    if (follows == followsDesktopButtonLayout())
         return;
-    d->updateButtonLayout();
+    d->frame->setFollowsDesktopButtonLayout(follows);
     Q_EMIT followsDesktopButtonLayoutChanged(follows);
 }
 
 bool Window::hasNativeDecorations() const
 {
-    return d->isNative;
+    return d->frame->isNative();
 }
 
 void Window::setNativeDecorations(bool areNative)
 {
-    if (!detail::assign(d->isNative, areNative))
+    if (areNative == hasNativeDecorations())
         return;
-    d->titleBar->setBare(areNative);
-    d->applyFlags();
-    d->rearrange();
-    d->updateBorder();
+    d->frame->setNative(areNative);
     Q_EMIT nativeDecorationsChanged(areNative);
 }
 
 QByteArray Window::saveState() const
 {
-    return detail::grownWindowState(saveGeometry(), -d->margin, -d->normalMargin);
+    return d->frame->saveState();
 }
 
 bool Window::restoreState(const QByteArray &state)
 {
-    return detail::isWholeWindowState(state)
-           && restoreGeometry(detail::grownWindowState(state, d->margin, d->normalMargin));
+    return d->frame->restoreState(state);
 }
 
 void Window::awakeFromNib() { }
@@ -310,7 +281,7 @@ void Window::layoutIfNeeded()
 
 void Window::performLayout()
 {
-    d->arrange();
+    d->frame->arrange();
     layoutIfNeeded();
 }
 
@@ -340,20 +311,17 @@ void Window::performClose()
 
 void Window::miniaturize()
 {
-    if (d->styleMask & miniaturizable)
-        setWindowState(windowState() | Qt::WindowMinimized);
+    d->frame->miniaturize();
 }
 
 void Window::zoom()
 {
-    if (d->styleMask & resizable && !isFullScreen())
-        setWindowState(windowState() ^ Qt::WindowMaximized);
+    d->frame->zoom();
 }
 
 void Window::toggleFullScreen()
 {
-    if (d->styleMask & resizable)
-        setWindowState(windowState() ^ Qt::WindowFullScreen);
+    d->frame->toggleFullScreen();
 }
 
 } // namespace NS

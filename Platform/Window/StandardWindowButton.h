@@ -2,7 +2,7 @@
 // Not API.
 #pragma once
 
-#include "Window/NSWindow.h"
+#include "Window/NSWindowButton.h"
 
 #include <QAbstractButton>
 

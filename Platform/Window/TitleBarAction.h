@@ -20,8 +20,8 @@ enum class TitleBarAction {
     none
 };
 
-/// What the user has set for that click on title bars. Where no setting is known, a double click
-/// zooms, the right button opens the window menu, and the middle one does nothing.
+/// The user's setting for that click on title bars. Without a setting, a double click zooms, a
+/// right click opens the window menu, and a middle click does nothing.
 PELLARVINE_INTERNAL_EXPORT TitleBarAction titleBarAction(TitleBarClick click);
 
 } // namespace Pellarvine::detail

@@ -9,10 +9,9 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 
 namespace Pellarvine::detail {
 
-/// Whether a press on that place of a widget in a title bar moves the window instead of going to
-/// the widget. What the widget's `mouseDownCanMoveWindow` says holds: a Q_INVOKABLE method that
-/// takes the place and returns a bool, or a property; else it is true for the empty parts of a
-/// QMenuBar and a QTabBar. Widgets that take no press move the window in any case.
+/// Whether a press at that position of a widget in a title bar moves the window instead of going to
+/// the widget. The widget's `mouseDownCanMoveWindow` decides: a Q_INVOKABLE method from QPoint to
+/// bool, or a property. Without it, the empty parts of a QMenuBar and a QTabBar move the window.
 bool mouseDownCanMoveWindow(QWidget *widget, QPoint position);
 
 } // namespace Pellarvine::detail

@@ -2,27 +2,24 @@
 // Not API.
 #pragma once
 
-#include "Window/ButtonLayout.h"
-#include "Window/NSWindow.h"
 #include "Window/TitleBarAction.h"
 
-#include <QPointer>
-
-#include <array>
+#include <QList>
+#include <QWidget>
 
 namespace NS {
-class TextField;
+class TitlebarAccessoryViewController;
 }
 
 namespace Pellarvine::detail {
 
-class StandardWindowButton;
+class TitleBarItems;
 class WindowDrag;
 
-/// The view at the top of a window. Its first 22 units show the standard buttons, the title, and
+/// The view at the top of a window. Its first 22 units show its items: the buttons, the title, and
 /// the document's icon and versions button; the accessories are stacked below. A press that no
-/// child takes moves the window. The window owns the bar; the bar owns the buttons, not the
-/// accessories' controllers. Lengths are in device-independent pixels.
+/// child takes moves the window. The window owns the bar, but not the bar the accessories'
+/// controllers. Lengths are in device-independent pixels.
 class TitleBarView : public QWidget
 {
     Q_OBJECT
@@ -32,21 +29,10 @@ public:
     /// The upper left corner of the close button in a standard bar.
     static constexpr QPoint standardButtonPlace = { 7, 3 };
 
-    TitleBarView(NS::Window *window, WindowDrag *drag);
+    TitleBarView(QWidget *window, WindowDrag *drag);
     ~TitleBarView() override;
 
-    /// Which buttons there are. The others are hidden, and button() returns null for them.
-    void setStyleMask(NS::Window::StyleMask styleMask);
-    void setHasDocument(bool hasDocument);
-    void setOffersVersions(bool offers);
-    void setTitleVisible(bool isVisible);
-    /// Whether the desktop draws title and buttons instead.
-    void setBare(bool isBare);
-    const ButtonLayout &buttonLayout() const { return m_buttonLayout; }
-    void setButtonLayout(const ButtonLayout &layout);
-    void setButtonFocusPolicy(Qt::FocusPolicy policy);
-
-    StandardWindowButton *button(NS::WindowButton kind) const;
+    TitleBarItems *items() const { return m_items; }
 
     void insertAccessory(NS::TitlebarAccessoryViewController *controller);
     void removeAccessory(int index);
@@ -67,8 +53,7 @@ public:
     /// takes the clicks beside the bar's own controls.
     void setLetsClicksThrough(bool lets);
 
-    /// Places the title, the document's buttons and the accessories. The standard buttons get their
-    /// places when they are made, and stay where a program moves them.
+    /// Places the items and the accessories.
     void arrange();
     /// After a change of the window's title, state or activity.
     void refresh();
@@ -90,35 +75,14 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
-    struct Ends
-    {
-        int left; // up to where the buttons on the left reach
-        int right; // from where on those on the right stand
-    };
-
-    Ends buttonEnds() const;
-    void placeButtons();
-    StandardWindowButton *makeButton(NS::WindowButton kind);
-    void updateButtons();
-    void showGlyphs(bool areShown);
-    QString titleText() const;
-    void arrangeTitle();
     void arrangeAccessories();
     void updateMask();
     bool takeFromHandle(QMouseEvent *event);
 
-    NS::Window *m_window;
     WindowDrag *m_drag;
-    QPointer<NS::TextField> m_title;
-    std::array<QPointer<StandardWindowButton>, 7> m_buttons; // by kind
+    TitleBarItems *m_items = nullptr; // until the bar is complete
     QList<NS::TitlebarAccessoryViewController *> m_accessories;
-    NS::Window::StyleMask m_styleMask;
-    ButtonLayout m_buttonLayout;
-    bool m_hasDocument = false;
-    bool m_offersVersions = false;
-    bool m_isTitleVisible = true;
     bool m_letsClicksThrough = false;
-    bool m_isBare = false;
     bool m_isArranging = false;
     int m_arrangedHeight = standardHeight;
 };

@@ -21,6 +21,8 @@ WindowBorder::WindowBorder(QWidget *window)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
+    // By this name Qt leaves a widget out of what screen readers find.
+    setObjectName(QStringLiteral("qt_rubberband"));
 }
 
 double WindowBorder::radius() const

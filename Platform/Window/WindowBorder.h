@@ -6,8 +6,8 @@
 
 namespace Pellarvine::detail {
 
-/// The fine line around a window, above everything in it, which also cuts the window's corners
-/// round and draws the shadow in the window's margin. It covers no more than those.
+/// Draws the line around a window, cuts the window's corners round and draws the shadow in its
+/// margin. Lies above all other children of the window; its mask covers only those parts.
 class WindowBorder : public QWidget
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
 
     /// Round corners need a translucent window.
     void setRound(bool isRound);
-    /// Around the window that is seen.
+    /// The margin around the visible window.
     void setMargin(int margin);
     void arrange();
 

@@ -11,9 +11,9 @@ QT_FORWARD_DECLARE_CLASS(QCloseEvent)
 
 namespace Pellarvine::detail {
 
-/// Keeps a window's content view in step with the window, so that a main window works as content:
-/// the content is asked before the window closes and closes the window when it closes itself; its
-/// title, modified mark, icon and document are the window's, and so is its state (full screen).
+/// Lets a main window work as the content of a window. The content is asked before the window
+/// closes, and closes the window when it is closed. The window takes over its title, modified mark,
+/// icon and document; both have the same state (full screen, maximised, minimised).
 class WindowContent : public QObject
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
     explicit WindowContent(NS::Window *window);
 
     QWidget *view() const { return m_view; }
-    /// Null ends it. What the window has of its own stays until the view changes its own.
+    /// Null ends it. The window's own title, icon and document stay until the view changes its own.
     void setView(QWidget *view);
 
     /// Whether the view agrees to be closed.

@@ -12,10 +12,9 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 
 namespace Pellarvine::detail {
 
-/// Moves a window with the pointer once that goes beyond the drag distance: through the desktop,
-/// which then snaps and maximises too, or by hand where the desktop does not and windows can be
-/// placed. Filters the events of
-/// the window's QWindow.
+/// Moves a window with the pointer, once the pointer has moved the drag distance. The desktop moves
+/// it, and so also snaps it; where it does not and programs can place windows, this class does.
+/// Filters the events of the window's QWindow.
 class WindowDrag : public QObject
 {
     Q_OBJECT

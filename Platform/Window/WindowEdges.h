@@ -11,14 +11,14 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 
 namespace Pellarvine::detail {
 
-/// Where the window lies if those edges are moved by that much; its sizes hold, and the edges
-/// opposite stay.
+/// The geometry with those edges moved by that distance, within the minimum and maximum size. The
+/// opposite edges stay.
 PELLARVINE_INTERNAL_EXPORT QRect resizedByEdges(const QRect &geometry, Qt::Edges edges, QPoint by,
                                                 QSize minimum, QSize maximum);
 
-/// Lets the pointer resize a window by its four edges and four corners: through the desktop, or by
-/// hand where the desktop does not and windows can be placed. Filters the events of the window's
-/// QWindow, before any widget has them.
+/// Resizes a window with the pointer at its four edges and four corners. The desktop resizes it;
+/// where it does not and programs can place windows, this class does. Filters the events of the
+/// window's QWindow, before any widget receives them.
 class WindowEdges : public QObject
 {
     Q_OBJECT
@@ -28,8 +28,8 @@ public:
     ~WindowEdges() override;
 
     void setEnabled(bool isEnabled);
-    /// Around the window that is seen. The pointer takes hold of the edges there, and leaves the
-    /// window's content to its widgets.
+    /// The margin around the visible window. With one, the edges are dragged there, and the widgets
+    /// in the window have all of its content for themselves.
     void setMargin(int margin) { m_margin = margin; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;

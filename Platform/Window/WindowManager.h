@@ -9,17 +9,18 @@
 
 QT_FORWARD_DECLARE_CLASS(QWindow)
 
-/// What a window has to know of the desktop that it stands on, and Qt does not say.
+/// What a window has to know about its desktop, and Qt does not tell.
 namespace Pellarvine::detail::WindowManager {
 
-/// Whether pixels can be translucent. Without, what is left transparent is black.
+/// Whether windows can be translucent. Without a compositor, transparent pixels are black.
 bool hasCompositor();
 
-/// Some desktops say that they move or resize a window and do not. A window that has not changed
-/// once the pointer has gone that far, in device-independent pixels, is moved or resized by hand.
+/// Some desktops promise to move or resize a window and do nothing. If the window has not changed
+/// after the pointer has moved that far, in device-independent pixels, the program moves or resizes
+/// it itself.
 inline constexpr int unansweredDragDistance = 48;
 
-/// Whether a program can place its windows. Not on Wayland.
+/// Whether programs can place their windows. False on Wayland.
 bool canPlaceWindows();
 
 /// Tells the window manager whether the user may resize and maximise the window.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Window/WindowMenu.h"
 
+#include "Window/WindowFrame.h"
 #include "Window/WindowKeyboardDrag.h"
 #include "Window/WindowManager.h"
 
@@ -8,10 +9,11 @@
 
 namespace Pellarvine::detail {
 
-QMenu *makeWindowMenu(NS::Window *window)
+QMenu *makeWindowMenu(WindowFrame *frame)
 {
-    const NS::Window::StyleMask mask = window->styleMask();
-    const bool isNormal = !window->isMaximized() && !window->isFullScreen();
+    QWidget *const window = frame->window();
+    const NS::Window::StyleMask mask = frame->styleMask();
+    const bool isNormal = frame->isNormal();
     const bool isResizable = mask & NS::Window::resizable;
 
     auto *const menu = new QMenu(window);
@@ -30,20 +32,20 @@ QMenu *makeWindowMenu(NS::Window *window)
     add(NS::Window::tr("&Size"), isNormal && isResizable && WindowManager::canPlaceWindows(),
         [window] { new WindowKeyboardDrag(window, WindowKeyboardDrag::resize); });
     add(NS::Window::tr("Mi&nimise"), mask & NS::Window::miniaturizable,
-        [window] { window->miniaturize(); });
-    add(NS::Window::tr("Ma&ximise"), isNormal && isResizable, [window] { window->zoom(); });
+        [frame] { frame->miniaturize(); });
+    add(NS::Window::tr("Ma&ximise"), isNormal && frame->canZoom(), [frame] { frame->zoom(); });
     menu->addSeparator();
     QAction *const close = add(NS::Window::tr("&Close"), mask & NS::Window::closable,
-                               [window] { window->performClose(); });
+                               [window] { window->close(); });
     close->setShortcut(QKeyCombination(Qt::ALT, Qt::Key_F4));
     return menu;
 }
 
-void showWindowMenu(NS::Window *window, QPoint globalPosition)
+void showWindowMenu(WindowFrame *frame, QPoint globalPosition)
 {
-    if (WindowManager::showWindowMenu(window->windowHandle(), globalPosition))
+    if (WindowManager::showWindowMenu(frame->window()->windowHandle(), globalPosition))
         return;
-    QMenu *const menu = makeWindowMenu(window);
+    QMenu *const menu = makeWindowMenu(frame);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->popup(globalPosition);
 }

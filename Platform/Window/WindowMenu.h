@@ -2,17 +2,19 @@
 // Not API.
 #pragma once
 
-#include "Window/NSWindow.h"
+#include "Base/Global.h"
 
 QT_FORWARD_DECLARE_CLASS(QMenu)
+QT_FORWARD_DECLARE_CLASS(QPoint)
 
 namespace Pellarvine::detail {
 
-/// Shows the window menu there: the desktop's own where it can be asked for, else one with what
-/// every desktop has in it.
-void showWindowMenu(NS::Window *window, QPoint globalPosition);
+class WindowFrame;
 
-/// The latter, for the caller to show and delete.
-PELLARVINE_INTERNAL_EXPORT QMenu *makeWindowMenu(NS::Window *window);
+/// Shows the desktop's window menu there, or that of makeWindowMenu() if the desktop has none.
+void showWindowMenu(WindowFrame *frame, QPoint globalPosition);
+
+/// A menu with the usual actions for a window. The caller shows and deletes it.
+PELLARVINE_INTERNAL_EXPORT QMenu *makeWindowMenu(WindowFrame *frame);
 
 } // namespace Pellarvine::detail

@@ -10,8 +10,8 @@ QT_FORWARD_DECLARE_CLASS(QRect)
 /// The shadow of a window with round corners, in a margin around the window.
 namespace Pellarvine::detail::WindowShadow {
 
-/// On each side, where the shadow ends, in device-independent pixels. All of it takes the pointer,
-/// to resize the window: no more of what lies behind should be lost.
+/// The width of the shadow on each side, in device-independent pixels. It takes clicks that were
+/// meant for windows behind it, so it is no wider than it has to be.
 inline constexpr int margin = 20;
 inline constexpr int cornerRadius = 8;
 

@@ -8,13 +8,12 @@
 
 namespace Pellarvine::detail {
 
-/// Whether `state` is one that QWidget::saveGeometry() has written, from the first byte to the
-/// last, with sizes that a window can have. QWidget::restoreGeometry() takes what a truncated one
-/// lacks for 0.
+/// Whether `state` is a complete one from QWidget::saveGeometry(), with sizes that a window can
+/// have. QWidget::restoreGeometry() reads zeros where a state is truncated.
 bool isWholeWindowState(const QByteArray &state);
 
-/// Such a state with its frames grown on all sides: the window's own, and the one that it has when
-/// it is neither maximised nor full screen.
+/// The state with its frames grown on all sides: `by` for the present frame, `normalBy` for the one
+/// that the window has when it is neither maximised nor full screen.
 PELLARVINE_INTERNAL_EXPORT QByteArray grownWindowState(const QByteArray &state, int by,
                                                        int normalBy);
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Tells on standard output what frame a window has in one situation after the other, for desktops
 // on which the window has a margin for its shadow.
+#include <pellarvine/Platform/NSTitleBar.h>
 #include <pellarvine/Platform/NSWindow.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QEventLoop>
 #include <QLabel>
 #include <QTimer>
@@ -20,12 +22,12 @@ void wait() // for the desktop
     loop.exec();
 }
 
-void tell(const char *situation, const NS::Window &window)
+void tell(const char *situation, const QWidget &window)
 {
     wait();
-    const QSize size = window.frame().size().toSize();
-    std::printf("%s: %d x %d%s\n", situation, size.width(), size.height(),
-                window.shadowMargin() > 0 ? ", shadow" : "");
+    const int margin = window.contentsMargins().left();
+    std::printf("%s: %d x %d%s\n", situation, window.width() - 2 * margin,
+                window.height() - 2 * margin, margin > 0 ? ", shadow" : "");
 }
 
 } // namespace
@@ -87,4 +89,18 @@ int main(int argc, char **argv)
     wait();
     large.showNormal();
     tell("maximised first", large);
+    large.hide();
+
+    QDialog dialog;
+    dialog.resize(400, 300);
+    NS::TitleBar::install(&dialog);
+    dialog.show();
+    tell("dialog", dialog);
+    const QByteArray dialogState = NS::TitleBar::saveState(&dialog);
+    dialog.resize(600, 500);
+    dialog.hide();
+    dialog.show();
+    wait();
+    NS::TitleBar::restoreState(&dialog, dialogState);
+    tell("dialog again", dialog);
 }

@@ -96,7 +96,8 @@ class Item:
                 name, path = item._property(_INTERFACE, 'Parent')
                 item = Item(self._session, self._bus, name, path)
             window_item = next(child for child in item.children() if child.name == title)
-            left, top, _, _ = window_item.extents()
+            # Its title bar begins where the visible window does, without the shadow.
+            left, top, _, _ = window_item.find('title bar').extents()
             window = self._session.window(title)
             x, y = x - left + window.x, y - top + window.y
         return (x + width / 2, y + height / 2)

@@ -27,6 +27,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 PICTURE = os.path.join(HERE, '../../docs/images/notes.png')  # to drop and to paste
 PICTURES = os.environ.get('PICTURES')
 TITLE = 'Pellarvine Gallery'
+QUESTION = 'To Charles'  # of the gallery
 EMPTY_PLACE = (450, 14)  # of the title bar
 PAGES = ('container', 'bindings', 'colours', 'fonts', 'markup', 'drawing', 'layout', 'borders',
          'inspector', 'segments', 'labels', 'popovers', 'images', 'colour-picker', 'titlebar',
@@ -40,6 +41,8 @@ def near(one, other, distance=14):
 class WindowOnDesktop:
     """A session of a desktop for each class of cases, and the gallery on it."""
     desktop = None
+    program_name = 'gallery'
+    title = TITLE
 
     @classmethod
     def setUpClass(cls):
@@ -63,34 +66,37 @@ class WindowOnDesktop:
         self.session.move(self.session.size[0] - 20, self.session.size[1] - 20)
 
     def open(self, *arguments):
-        process = self.session.launch([GALLERY, *arguments])
+        path = os.path.join(os.path.dirname(GALLERY), self.program_name)
+        if not os.path.exists(path):
+            self.skipTest('%s is not built' % path)
+        process = self.session.launch([path, *arguments])
 
         def end():
             process.terminate()
             process.wait(10)
         self.addCleanup(end)
-        self.session.shown_window(TITLE)
+        self.session.shown_window(self.title)
         time.sleep(1)
-        self.program = screenreader.program(self.session, 'gallery')
+        self.program = screenreader.program(self.session, self.program_name)
         return self.settled()
 
     def settled(self):
-        return self.session.settled_window(TITLE)
+        return self.session.settled_window(self.title)
 
     def at(self, x, y):
         """A place in the window; negative numbers count from the right and the lower edge."""
-        left, top, width, height = self.session.window(TITLE).frame
+        left, top, width, height = self.session.window(self.title).frame
         return (left + x + (width if x < 0 else 0), top + y + (height if y < 0 else 0))
 
     def edge(self, x, y):
         """Where a drag of an edge or a corner begins: -1 is the left or upper one, 0 the middle."""
-        left, top, width, height = self.session.window(TITLE).frame
+        left, top, width, height = self.session.window(self.title).frame
         inset = self.desktop.EDGE
         return (left + {-1: inset, 0: width / 2, 1: width - inset}[x],
                 top + {-1: inset, 0: height / 2, 1: height - inset}[y])
 
     def click_on(self, role, name):
-        self.session.click(*self.program.find(role, name).center(TITLE))
+        self.session.click(*self.program.find(role, name).center(self.title))
 
     def picture(self, name):
         if PICTURES:
@@ -212,7 +218,7 @@ class WindowManners:
         self.open()
         self.click_on('push button', 'Close')
         time.sleep(1)
-        self.assertIsNone(self.session.window(TITLE))
+        self.assertIsNone(self.session.window(self.title))
 
     def test_one_key_closes_one_thing(self):
         self.open('--page', 'popovers')
@@ -232,6 +238,36 @@ class WindowManners:
         self.assertFalse(self.program.find_all('dialog'))
 
 
+class InstalledTitleBar(WindowManners):
+    """A QMainWindow that has got its title bar, and a message box."""
+    program_name = 'installed_program'
+    title = 'Installed'
+    test_one_key_closes_one_thing = None  # is about the gallery's popovers
+
+
+class MessageBox:
+    """A dialog of Qt's that has got its title bar."""
+
+    def test_moves_by_its_title_bar_and_closes_by_its_button(self):
+        self.open('--page', 'titlebar')
+        self.click_on('push button', 'Open a message box')
+        self.session.shown_window(QUESTION)
+        x, y, width, height = self.session.settled_window(QUESTION).frame
+        self.picture('message-box')
+        self.session.drag((x + width / 2, y + 11), (50, 40))
+        frame = self.session.settled_window(QUESTION).frame
+        self.assertTrue(near(frame, (x + 50, y + 40, width, height)), frame)
+        self.session.press('Esc')
+        time.sleep(1)
+        self.assertIsNone(self.session.window(QUESTION))
+        self.click_on('push button', 'Open a message box')
+        x, y, _, _ = self.session.settled_window(QUESTION).frame
+        self.session.click(x + 14, y + 11)
+        time.sleep(1)
+        self.assertIsNone(self.session.window(QUESTION))
+        self.assertIsNotNone(self.session.window(self.title))
+
+
 class WindowWithShadow:
     """The margin in which a window draws its shadow, which its frame does not count."""
 
@@ -248,7 +284,8 @@ class WindowWithShadow:
             'from a state: 600 x 450, shadow', 'back to the state: 600 x 450, shadow',
             'native: margin 0', 'with its own decorations: 600 x 450, shadow',
             'fixed: 400 x 300, shadow', 'laid out: 300 x 222, shadow',
-            'laid out anew: 300 x 282, shadow', 'maximised first: 450 x 350, shadow'])
+            'laid out anew: 300 x 282, shadow', 'maximised first: 450 x 350, shadow',
+            'dialog: 400 x 322, shadow', 'dialog again: 400 x 322, shadow'])
 
 
 class OtherPrograms:
@@ -274,7 +311,7 @@ class OtherPrograms:
         self.assertIn('Drop a picture', well.description)
         x, y, width, height = self.open_neighbour()
         start = (x + width / 2, y + height - 30)
-        middle = well.center(TITLE)
+        middle = well.center(self.title)
         half = [length / 2 - 12 for length in well.extents()[2:]]
         # A corner of the well beside the neighbour, wherever the desktop has put that.
         end = next((px, py) for px in (middle[0] - half[0], middle[0] + half[0])
@@ -347,13 +384,13 @@ class NamedWidgets:
                     self.doCleanups()  # one program at a time
 
 
-def _case(desktop, cases=WindowManners):
+def _case(desktop, cases):
     bases = (cases, WindowOnDesktop, unittest.TestCase)
     return type(desktop.__name__ + cases.__name__, bases, {'desktop': desktop})
 
 
-CASES = [_case(desktop) for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway,
-                                        x11.Openbox)]
+CASES = [_case(desktop, cases) for cases in (WindowManners, InstalledTitleBar, MessageBox)
+         for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway, x11.Openbox)]
 CASES += [_case(desktop, WindowWithShadow)
           for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell)]
 CASES += [_case(desktop, OtherPrograms)

@@ -7,6 +7,7 @@
 
 #include <pellarvine/Pellarvine/ToolBarView.h>
 #include <pellarvine/Pellarvine/Window.h>
+#include <pellarvine/Platform/NSTitleBar.h>
 #include <pellarvine/Platform/NSView.h>
 
 #include <QCheckBox>
@@ -14,6 +15,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
 #include <QSlider>
@@ -77,6 +79,7 @@ private:
     void makeWindow();
     void change(const std::function<void(Window &)> &apply);
     void showPicture();
+    void askWhetherToSend();
 
     std::unique_ptr<Window> m_window;
     Picture *m_picture = new Picture;
@@ -107,7 +110,10 @@ TitleBarPage::TitleBarPage(QWidget *parent)
     m_frame->setFont(code);
     m_frame->setForegroundRole(QPalette::PlaceholderText);
     auto *const below = new QHBoxLayout;
+    auto *const ask = new QPushButton(::tr("Open a message &box"));
+    connect(ask, &QPushButton::clicked, this, &TitleBarPage::askWhetherToSend);
     below->addWidget(m_frame, 1);
+    below->addWidget(ask);
     below->addWidget(open);
     QFrame *const stage = makeCard({});
     auto *const stageLayout = static_cast<QVBoxLayout *>(stage->layout());
@@ -288,6 +294,17 @@ void TitleBarPage::showPicture()
                              .arg(frame.height())
                              .arg(frame.x())
                              .arg(frame.y()));
+}
+
+// Qt's own message box in the same frame.
+void TitleBarPage::askWhetherToSend()
+{
+    auto *const box =
+            new QMessageBox(QMessageBox::Question, ::tr("To Charles"), ::tr("Send the letter now?"),
+                            QMessageBox::Yes | QMessageBox::No, window());
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    NS::TitleBar::install(box);
+    box->open();
 }
 
 void TitleBarPage::changeEvent(QEvent *event)

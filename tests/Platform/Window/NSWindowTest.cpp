@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Window/WindowEdges.h"
+#include "Window/WindowFrame.h"
 #include "Window/WindowManager.h"
 #include "Window/WindowMenu.h"
 
@@ -81,6 +82,11 @@ NS::TitlebarAccessoryViewController *makeAccessory(int height)
     controller->setView(new QWidget);
     controller->view()->resize(10, height);
     return controller;
+}
+
+QMenu *windowMenuOf(const Window &window)
+{
+    return Pellarvine::detail::makeWindowMenu(Pellarvine::detail::WindowFrame::of(&window));
 }
 
 } // namespace
@@ -506,7 +512,7 @@ TEST(NSWindow, the_menu_offers_what_can_be_done)
 {
     Shown shown;
     const auto enabled = [&] {
-        const std::unique_ptr<QMenu> menu(Pellarvine::detail::makeWindowMenu(&shown.window));
+        const std::unique_ptr<QMenu> menu(windowMenuOf(shown.window));
         QStringList names;
         for (const QAction *const action : menu->actions()) {
             if (action->isEnabled() && !action->isSeparator())
@@ -527,7 +533,7 @@ TEST(NSWindow, arrow_keys_move_and_size_it_from_the_menu)
     Shown shown;
     const QRect before = shown.window.geometry();
     const auto choose = [&](int index) {
-        const std::unique_ptr<QMenu> menu(Pellarvine::detail::makeWindowMenu(&shown.window));
+        const std::unique_ptr<QMenu> menu(windowMenuOf(shown.window));
         menu->actions().at(index)->trigger();
     };
     choose(1);

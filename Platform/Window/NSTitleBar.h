@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <pellarvine/Platform/Global.h>
+
+QT_FORWARD_DECLARE_CLASS(QByteArray)
+QT_FORWARD_DECLARE_CLASS(QWidget)
+
+namespace NS::TitleBar {
+
+/// Gives an existing window the title bar, shadow and behaviour of an `NS::Window`:
+///
+///     QMessageBox box(QMessageBox::Question, tr("Letters"), tr("Send the letter now?"),
+///                     QMessageBox::Yes | QMessageBox::No);
+///     NS::TitleBar::install(&box);
+///     const bool isAccepted = box.exec() == QMessageBox::Yes;
+///
+/// Works for a QMainWindow, a QDialog and any other top-level widget with a layout. The window
+/// keeps its class, result, default button and closeEvent(). Its flags at the time of the call
+/// decide which of close, minimise and zoom it has. Sizes that it was given before are those of its
+/// content; sizes set later count the title bar, and while it is visible the margin for the shadow.
+///
+/// Hides a visible window for a moment. The second time, or for an `NS::Window`, does nothing. A
+/// widget that is no window is a fatal error. Main thread only.
+PELLARVINE_EXPORT void install(QWidget *window);
+
+/// The window's geometry and state, as QWidget::saveGeometry(), without the margin for the shadow.
+PELLARVINE_EXPORT QByteArray saveState(const QWidget *window);
+/// Restores what saveState() has returned. Returns false and changes nothing for anything else.
+PELLARVINE_EXPORT bool restoreState(QWidget *window, const QByteArray &state);
+
+} // namespace NS::TitleBar

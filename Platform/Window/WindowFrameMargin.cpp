@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+// What a window's frame has to do with its native window and with the margin for the shadow;
+// WindowFrame.cpp has the rest.
+#include "Window/TitleBarView.h"
+#include "Window/WindowBorder.h"
+#include "Window/WindowDrag.h"
+#include "Window/WindowEdges.h"
+#include "Window/WindowFrame.h"
+#include "Window/WindowManager.h"
+#include "Window/WindowShadow.h"
+
+#include <QLayout>
+#include <QWindow>
+
+#include <algorithm>
+#include <utility>
+
+namespace Pellarvine::detail {
+
+// Between its show event and its native window's becoming visible it is not.
+bool WindowFrame::isOnScreen() const
+{
+    return m_window->windowHandle() && m_window->windowHandle()->isVisible();
+}
+
+bool WindowFrame::isTiled() const
+{
+    return m_window->windowHandle() && WindowManager::isTiled(m_window->windowHandle());
+}
+
+void WindowFrame::updateMargin(bool canBeTranslucent)
+{
+    const bool hasShadow =
+            m_knowsMargins && canBeTranslucent && !m_isNative && isNormal() && !isTiled();
+    const int by = (hasShadow ? WindowShadow::margin : 0) - m_margin;
+    if (by == 0 || !m_window->windowHandle())
+        return;
+    const QRect geometry = m_window->geometry().adjusted(-by, -by, by, by);
+    const bool hasPlace = m_window->testAttribute(Qt::WA_Moved);
+    const bool hasSize = m_window->testAttribute(Qt::WA_Resized);
+    m_margin += by;
+    if (isNormal())
+        m_normalMargin = m_margin;
+    m_border->setMargin(m_margin);
+    m_edges->setMargin(m_margin);
+    // The desktop keeps to the limits when it changes the size.
+    if (by < 0)
+        moveLimits(2 * QSize(by, by));
+    WindowManager::setMargin(m_window->windowHandle(), m_margin);
+    if (by > 0)
+        moveLimits(2 * QSize(by, by));
+    if (!isOnScreen() && isNormal()) {
+        m_window->setGeometry(geometry);
+        m_window->setAttribute(Qt::WA_Moved, hasPlace);
+        m_window->setAttribute(Qt::WA_Resized, hasSize);
+    }
+    rearrange();
+}
+
+// Moves what the program has set; the rest is the layout's and boundWidth()'s.
+void WindowFrame::moveLimits(QSize by)
+{
+    if (m_window->layout())
+        m_window->layout()->activate(); // for the height below
+    const auto moved = [](int limit, int distance) {
+        return limit >= QWIDGETSIZE_MAX ? limit : std::max(0, limit + distance);
+    };
+    m_window->setMaximumSize(moved(m_window->maximumWidth(), by.width()),
+                             moved(m_window->maximumHeight(), by.height()));
+    if (by.width() != 0 && m_window->minimumWidth() != m_boundedWidth)
+        m_window->setMinimumWidth(moved(m_window->minimumWidth(), by.width()));
+    const int layoutHeight =
+            m_window->layout() ? m_window->layout()->totalMinimumSize().height() : 0;
+    if (m_window->minimumHeight() > 0 && m_window->minimumHeight() != layoutHeight)
+        m_window->setMinimumHeight(moved(m_window->minimumHeight(), by.height()));
+}
+
+// Before the window is shown, and not when its native window is made: that it will be maximised is
+// not known by then.
+void WindowFrame::prepareMargin()
+{
+    m_knowsMargins = m_window->isWindow() && WindowManager::knowsMargins();
+    updateMargin(m_window->testAttribute(Qt::WA_TranslucentBackground));
+}
+
+// The window grows by the margin after the compositor has been told of it. Mutter cuts the visible
+// window down to the picture that it has by then, and keeps that until it is told again.
+void WindowFrame::confirmMargin()
+{
+    const bool hasGrown = m_margin > std::exchange(m_confirmedMargin, m_margin);
+    if (!hasGrown || !isOnScreen() || WindowManager::canPlaceWindows())
+        return;
+    QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (m_window->windowHandle())
+                    WindowManager::setMargin(m_window->windowHandle(), m_margin);
+            },
+            Qt::QueuedConnection);
+}
+
+void WindowFrame::tellResizable()
+{
+    const bool isFixed = !(m_styleMask & NS::Window::resizable) && isNormal();
+    if (!m_window->windowHandle() || (!isFixed && !m_wasFixed))
+        return;
+    WindowManager::setResizable(m_window->windowHandle(), !isFixed);
+    m_wasFixed = isFixed;
+}
+
+void WindowFrame::watchNativeWindow()
+{
+    if (QWindow *const window = m_window->windowHandle()) {
+        // The one installed last is asked first.
+        window->installEventFilter(m_titleBar);
+        window->installEventFilter(m_drag);
+        window->installEventFilter(m_edges);
+        if (m_margin > 0 && !m_window->isVisible()) { // a new one knows nothing of it
+            WindowManager::setMargin(window, m_margin);
+            window->setGeometry(m_window->geometry());
+        }
+    }
+}
+
+} // namespace Pellarvine::detail

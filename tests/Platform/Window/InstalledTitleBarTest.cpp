@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+// Windows of other classes with our title bar: they stay what they are.
+#include <pellarvine/Platform/NSTextField.h>
+#include <pellarvine/Platform/NSTitleBar.h>
+#include <pellarvine/Platform/NSWindow.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int barHeight = 22;
+
+template <typename Base>
+class Asking : public Base
+{
+public:
+    bool mayClose = false;
+    int asked = 0;
+
+protected:
+    void closeEvent(QCloseEvent *event) override
+    {
+        ++asked;
+        mayClose ? Base::closeEvent(event) : event->ignore();
+    }
+};
+
+// Null if the window has no such button, or does not show it.
+QAbstractButton *button(const QWidget &window, const QString &name)
+{
+    for (auto *const candidate : window.findChildren<QAbstractButton *>()) {
+        if (candidate->accessibleName() == name && candidate->isVisible())
+            return candidate;
+    }
+    return nullptr;
+}
+
+const QWidget *titleBar(const QWidget &window)
+{
+    return button(window, u"Close"_s)->parentWidget();
+}
+
+struct Dialog : Asking<QDialog>
+{
+    Dialog()
+    {
+        setWindowTitle(u"Letters"_s);
+        auto *const layout = new QVBoxLayout(this);
+        layout->setContentsMargins(10, 10, 10, 10);
+        layout->addWidget(field);
+    }
+    QLineEdit *const field = new QLineEdit;
+};
+
+void drag(QWidget &window, QPoint from, QPoint by)
+{
+    const QPoint start = window.mapToGlobal(from);
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, from + by, start + by, Qt::NoButton, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(window.windowHandle(), &move);
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {},
+                        window.mapFromGlobal(start + by));
+}
+
+} // namespace
+
+TEST(InstalledTitleBar, stands_above_the_content_and_follows_the_title)
+{
+    for (const Qt::LayoutDirection direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+        Dialog dialog;
+        dialog.setLayoutDirection(direction);
+        dialog.resize(300, 200);
+        NS::TitleBar::install(&dialog);
+        NS::TitleBar::install(&dialog); // does nothing
+        dialog.show();
+        EXPECT_EQ(dialog.size(), QSize(300, 200 + barHeight));
+        ASSERT_TRUE(button(dialog, u"Close"_s));
+        EXPECT_EQ(titleBar(dialog)->geometry(), QRect(0, 0, 300, barHeight));
+        EXPECT_EQ(dialog.contentsMargins(), QMargins(0, barHeight, 0, 0));
+        EXPECT_EQ(dialog.field->geometry().left(), 10);
+        EXPECT_EQ(dialog.field->geometry().right(), 289);
+        EXPECT_EQ(button(dialog, u"Close"_s)->pos(), QPoint(7, 3)) << direction;
+        EXPECT_FALSE(button(dialog, u"Minimise"_s)) << "its flags have none";
+        EXPECT_FALSE(button(dialog, u"Maximise"_s));
+        const auto *const title = titleBar(dialog)->findChild<NS::TextField *>();
+        EXPECT_EQ(title->stringValue(), u"Letters"_s);
+        dialog.setWindowTitle(u"Drafts"_s);
+        EXPECT_EQ(title->stringValue(), u"Drafts"_s);
+        EXPECT_EQ(qAlpha(dialog.grab().toImage().pixel(0, 0)), 0) << "a square corner";
+    }
+}
+
+TEST(InstalledTitleBar, counts_the_sizes_set_before_as_those_of_the_content)
+{
+    Dialog fixed;
+    fixed.setFixedSize(300, 200);
+    NS::TitleBar::install(&fixed);
+    fixed.show();
+    EXPECT_EQ(fixed.size(), QSize(300, 200 + barHeight));
+    EXPECT_EQ(fixed.minimumSize(), fixed.maximumSize());
+
+    Dialog visible;
+    visible.show();
+    const QSize before = visible.size();
+    NS::TitleBar::install(&visible);
+    EXPECT_TRUE(visible.isVisible());
+    EXPECT_EQ(visible.size(), before + QSize(0, barHeight));
+}
+
+TEST(InstalledTitleBar, moves_resizes_and_closes_the_dialog_that_it_is_in)
+{
+    Dialog dialog;
+    dialog.setGeometry(100, 100, 300, 200);
+    NS::TitleBar::install(&dialog);
+    dialog.open();
+    drag(dialog, { 200, 11 }, { 40, 30 });
+    EXPECT_EQ(dialog.geometry(), QRect(140, 130, 300, 200 + barHeight));
+    drag(dialog, { 297, 100 }, { 50, 0 });
+    EXPECT_EQ(dialog.size(), QSize(350, 200 + barHeight));
+    QTest::mouseDClick(dialog.windowHandle(), Qt::LeftButton, {}, { 200, 11 });
+    EXPECT_FALSE(dialog.isMaximized());
+
+    dialog.setResult(QDialog::Accepted);
+    button(dialog, u"Close"_s)->click();
+    EXPECT_EQ(dialog.asked, 1);
+    EXPECT_TRUE(dialog.isVisible());
+    dialog.mayClose = true;
+    button(dialog, u"Close"_s)->click();
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+}
+
+TEST(InstalledTitleBar, leaves_a_message_box_its_answers)
+{
+    const auto answerTo = [](const auto &act) {
+        QMessageBox box(QMessageBox::Question, u"Letters"_s, u"Send the letter?"_s,
+                        QMessageBox::Yes | QMessageBox::No);
+        box.setDefaultButton(QMessageBox::Yes);
+        NS::TitleBar::install(&box);
+        QTimer::singleShot(0, &box, [&] {
+            EXPECT_EQ(titleBar(box)->width(), box.width());
+            for (const QAbstractButton *const answer : box.buttons())
+                EXPECT_TRUE(box.contentsRect().contains(answer->geometry()));
+            act(box);
+        });
+        return box.exec();
+    };
+    EXPECT_EQ(answerTo([](QWidget &box) { QTest::keyClick(&box, Qt::Key_Return); }),
+              QMessageBox::Yes);
+    EXPECT_EQ(answerTo([](QWidget &box) { QTest::keyClick(&box, Qt::Key_Escape); }),
+              QMessageBox::No);
+    EXPECT_EQ(answerTo([](QWidget &box) { button(box, u"Close"_s)->click(); }), QMessageBox::No);
+}
+
+TEST(InstalledTitleBar, a_main_window_keeps_its_menus_its_closing_and_its_state)
+{
+    Asking<QMainWindow> window;
+    window.menuBar()->addMenu(u"Edit"_s)->addAction(u"Copy"_s);
+    window.menuBar()->setNativeMenuBar(false);
+    window.setCentralWidget(new QLineEdit);
+    window.setGeometry(100, 100, 400, 300);
+    NS::TitleBar::install(&window);
+    window.show();
+    EXPECT_EQ(window.menuBar()->geometry().topLeft(), QPoint(0, barHeight));
+    button(window, u"Close"_s)->click();
+    EXPECT_EQ(window.asked, 1);
+    EXPECT_TRUE(window.isVisible());
+    button(window, u"Maximise"_s)->click();
+    EXPECT_TRUE(window.isMaximized());
+    EXPECT_TRUE(button(window, u"Restore"_s));
+
+    const QByteArray state = NS::TitleBar::saveState(&window);
+    QMainWindow other;
+    NS::TitleBar::install(&other);
+    EXPECT_FALSE(NS::TitleBar::restoreState(&other, state.chopped(1)));
+    EXPECT_TRUE(NS::TitleBar::restoreState(&other, state));
+    other.show();
+    EXPECT_TRUE(other.isMaximized());
+    other.showNormal();
+    EXPECT_EQ(other.size(), QSize(400, 300 + barHeight));
+}
