@@ -11,6 +11,7 @@
 
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
+/// @file
 /// Classes by the names that interface files and storyboards use. The library's own classes are
 /// registered from the start; a program registers each of its own before it loads the first file:
 ///

@@ -35,7 +35,8 @@ class PELLARVINE_EXPORT ObjectListModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
-    struct Column ///< one property of the items
+    /// One property of the items.
+    struct Column
     {
         QString keyPath; ///< from the item; a single key for gadgets and maps
         QString title = {}; ///< the text in the header

@@ -28,6 +28,14 @@ sed -E -i -e ':again; s#(<code>[^<]*)<a href="https?:[^"]*">([^<]*)</a>#\1\2#; t
 cat "$here/search.css" >>"$site/search/search.css"
 "$gallery" --screenshots "$site/gallery/light" --scale 2 2>"$log" || { cat "$log"; exit 1; }
 "$gallery" --screenshots "$site/gallery/dark" --scale 2 --dark 2>"$log" || { cat "$log"; exit 1; }
+# The start page's pictures of gallery pages become those of the site, which are there in dark too.
+sed -i 's#<img src="gallery.png"#<img src="inspector.png"#' "$site/index.html"
+dark='media="(prefers-color-scheme: dark)"'
+for picture in "$site"/gallery/light/*.png; do
+    name=$(basename "$picture")
+    sed -E -i -e "s#<img src=\"$name\"([^>]*)>#<picture><source srcset=\"gallery/dark/$name\" $dark/>\\
+<img src=\"gallery/light/$name\"\\1></picture>#g" "$site/index.html"
+done
 
 # Doxygen lists its own files for Qt Assistant; the pictures of the gallery are not among them.
 pictures=$(cd "$site" && find gallery -name '*.png' | sort | sed 's#.*#<file>&</file>#' \

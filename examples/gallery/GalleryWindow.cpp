@@ -88,7 +88,7 @@ void GalleryWindow::fill()
     if (m_stack)
         return;
     m_list = new QListWidget;
-    m_nothing = new QLabel(tr("No page has that in its name."));
+    m_nothing = new QLabel(tr("No page has this text in its name."));
     m_search = new QLineEdit;
     m_place = new QLabel;
     m_back = new ToolButton(tr("Page before"), { { 2, -5 }, { -3, 0 }, { -3, 0 }, { 2, 5 } });

@@ -99,9 +99,8 @@ private:
 
 AboutPage::AboutPage(QWidget *parent)
     : Page(::tr("About"),
-           ::tr("Change the program’s Info.plist: the facts follow, and the about window that "
-                "every "
-                "program gets shows them."),
+           ::tr("Change the program’s Info.plist. The facts and the about window, which every "
+                "program has, show the new values."),
            parent)
     , m_editor(new QPlainTextEdit)
     , m_problem(new QLabel)

@@ -136,8 +136,8 @@ class BindingsPage : public Page
 public:
     explicit BindingsPage(QWidget *parent)
         : Page(tr("Bindings"),
-               tr("A heating panel without a line of glue: every control is bound to the room’s "
-                  "temperature by a key path, and follows when the room is swapped."),
+               tr("A heating panel without any connection in code. Each control is bound to the "
+                  "temperature of the room by a key path, and follows when another room is shown."),
                parent)
         , m_controls(new QWidget)
         , m_slider(new QSlider(Qt::Horizontal))
@@ -209,11 +209,11 @@ private:
         m_slider->setAccessibleName(tr("Temperature"));
 
         auto *const next = new QPushButton(tr("&Next room"));
-        next->setToolTip(tr("Puts another object in the middle of the path “room.celsius”"));
+        next->setToolTip(tr("Replaces the object “room” of the path “room.celsius”"));
         connect(next, &QPushButton::clicked, &m_house, &House::showNextRoom);
         auto *const empty = new QPushButton(tr("N&o room"));
         empty->setCheckable(true);
-        empty->setToolTip(tr("Makes the middle of the path null"));
+        empty->setToolTip(tr("Sets the object “room” of the path to null"));
         connect(empty, &QPushButton::toggled, &m_house, &House::setEmpty);
         auto *const buttons = new QHBoxLayout;
         buttons->setSpacing(Theme::unit);
@@ -227,9 +227,8 @@ private:
         layout->addLayout(buttons);
         layout->addStretch();
         layout->addWidget(m_bound);
-        m_bound->setToolTip(
-                tr("Switched off, the bindings are destroyed. Switched on, they are made "
-                   "anew: the room wins."));
+        m_bound->setToolTip(tr("Switching off destroys the bindings. Switching on makes new ones, "
+                               "which show the room’s values."));
         return card;
     }
 

@@ -61,9 +61,8 @@ private:
 
 BordersPage::BordersPage(QWidget *parent)
     : Page(::tr("Borders"),
-           ::tr("The panes of a mail reader. Each is a view with lines along some of its edges; "
-                "the "
-                "labels of its folders are views of one colour."),
+           ::tr("The panes of a mail program. Each is a view with lines along some of its edges. "
+                "The labels of the folders are views with one colour."),
            parent)
 {
     auto *const row = new QHBoxLayout;

@@ -133,7 +133,7 @@ public:
     explicit ColorPickerPage(QWidget *parent)
         : Page(tr("Colour picker"),
                tr("Press a button and drag on the wheel: the sign follows the pointer. Colours can "
-                  "also be dropped on a button, dragged from one to another, copied and pasted."),
+                  "also be dropped on a button, dragged to another one, copied and pasted."),
                parent)
     {
         auto *const row = new QHBoxLayout;
@@ -176,9 +176,9 @@ private:
         });
         auto *const panel = new QPushButton(tr("Show &panel"));
         connect(panel, &QPushButton::clicked, this, [this] { showPanel(); });
-        auto *const note = new QLabel(
-                tr("The popover and the panel show one and the same content: it is wherever it was "
-                   "asked for last. The panel changes the wall."));
+        auto *const note =
+                new QLabel(tr("The popover and the panel share their content, which is in the one "
+                              "that was opened last. The panel changes the wall."));
         note->setWordWrap(true);
         note->setForegroundRole(QPalette::PlaceholderText);
         card->setFixedWidth(34 * Theme::unit);

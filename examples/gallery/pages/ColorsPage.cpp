@@ -73,8 +73,7 @@ public:
         m_color = color;
         m_hex = hexStringWithoutAlpha(onScreen(color));
         setAccessibleName(text() + u' ' + m_hex);
-        setToolTip(
-                tr("Copy %1. Text in black or white has the contrast that is shown.").arg(m_hex));
+        setToolTip(tr("Copy %1. The number is the contrast of black or white text.").arg(m_hex));
         m_feedback.stop();
         update();
     }
@@ -243,7 +242,7 @@ class ColorsPage : public Page
 public:
     explicit ColorsPage(QWidget *parent)
         : Page(tr("Colours"),
-               tr("Nineteen named colours, and what can be computed from any of them. Click one to "
+               tr("Nineteen named colours, and colours that are computed from them. Click one to "
                   "copy it."),
                parent)
         , m_first(new QComboBox)
@@ -327,9 +326,9 @@ private:
         swatches->setSpacing(Theme::unit);
         for (Swatch *const swatch : { m_darker, m_chosen, m_lighter })
             swatches->addWidget(swatch);
-        auto *const text = new QLabel(
-                tr("Four fifths and five quarters of the brightness, each the other's inverse. "
-                   "Point at the button and press it:"));
+        auto *const text =
+                new QLabel(tr("Multiply the brightness by 0.8 and 1.25; each is the inverse of the "
+                              "other. Point at the button and press it:"));
         text->setWordWrap(true);
         text->setForegroundRole(QPalette::PlaceholderText);
         auto *const layout = static_cast<QBoxLayout *>(card->layout());

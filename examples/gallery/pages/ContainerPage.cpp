@@ -193,8 +193,8 @@ private:
 
 ContainerPage::ContainerPage(QWidget *parent)
     : Page(::tr("Encrypted container"),
-           ::tr("Seal a file under a passphrase, and open it again. The file streams through in "
-                "pieces, so its size does not matter; a changed byte anywhere is found."),
+           ::tr("Encrypt a file with a passphrase, and open it again. The file is read in pieces, "
+                "so it can have any size. Any changed byte is detected."),
            parent)
     , m_well(makeCard({}))
     , m_name(new QLabel)

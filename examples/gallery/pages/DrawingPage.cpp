@@ -212,9 +212,8 @@ class DrawingPage : public Page
 public:
     explicit DrawingPage(QWidget *parent)
         : Page(tr("Drawing"),
-               tr("A picture from a block of code, a shadow in one call, and paths that go back "
-                  "and "
-                  "forth between two forms."),
+               tr("A picture that a function draws, a shadow in one call, and paths that can be "
+                  "converted to another form and back."),
                parent)
         , m_shadowView(new ShadowView)
         , m_blur(makeSlider(0, 40, 14))
@@ -259,20 +258,20 @@ private:
         layout->addStretch();
         layout->addWidget(new ImageView({ 27 * Theme::unit, 12 * Theme::unit }));
         layout->addStretch();
-        layout->addWidget(makeNote(tr("Drawn once, upwards from the lower left, into a bitmap of "
-                                      "one pixel a point.")));
+        layout->addWidget(makeNote(tr("Drawn once into a bitmap of one pixel per point. The origin "
+                                      "is at the lower left.")));
         return card;
     }
 
     static QFrame *makeCurve()
     {
-        auto *const card = makeCard(tr("A quadratic curve and what it converts to"));
+        auto *const card = makeCard(tr("A quadratic curve, converted to a cubic one"));
         auto *const row = new QHBoxLayout;
         row->setSpacing(2 * Theme::unit);
         row->addWidget(new CurveView, 2);
-        row->addWidget(makeNote(tr("Dashed, the quadratic curve; solid, the cubic one that a "
-                                   "Bézier path makes of it. Both of its control points are the "
-                                   "same, so it bends less towards its end. Drag the ring.")),
+        row->addWidget(makeNote(tr("The dashed curve is quadratic, the solid one is the cubic "
+                                   "curve that a Bézier path makes of it. Its two control points "
+                                   "are equal, so it bends less towards its end. Drag the ring.")),
                        1);
         static_cast<QBoxLayout *>(card->layout())->addLayout(row, 1);
         return card;

@@ -91,8 +91,8 @@ class FontsPage : public Page
 public:
     explicit FontsPage(QWidget *parent)
         : Page(tr("Fonts"),
-               tr("Steps from a font to its relatives: only to faces that the family really has. "
-                  "A step that leads nowhere is disabled."),
+               tr("From a font to a bolder, lighter, italic or larger one of its family. A button "
+                  "is disabled if the family has no such face."),
                parent)
         , m_family(new QComboBox)
         , m_ladder(new Ladder)

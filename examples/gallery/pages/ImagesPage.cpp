@@ -257,7 +257,7 @@ QFrame *ImagesPage::makeKnobs()
     connect(alignment, &QComboBox::currentIndexChanged, this, [this, alignment] {
         m_cover->setImageAlignment(Qt::Alignment(alignment->currentData().toInt()));
     });
-    auto *const isEditable = new QCheckBox(tr("&Takes drops, paste and delete"));
+    auto *const isEditable = new QCheckBox(tr("&Accepts drop, paste and delete"));
     isEditable->setChecked(true);
     connect(isEditable, &QCheckBox::toggled, m_cover, &NS::ImageView::setEditable);
     auto *const grid = new QGridLayout;

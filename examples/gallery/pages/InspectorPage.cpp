@@ -158,9 +158,8 @@ private:
 
 InspectorPage::InspectorPage(QWidget *parent)
     : Page(::tr("Inspector"),
-           ::tr("A drawing program’s window: a tool bar on top, and an inspector whose sections "
-                "and "
-                "layers are parted by fine lines. Select a layer and change its shape."),
+           ::tr("The window of a drawing program, with a tool bar at the top and an inspector. "
+                "Thin lines separate its sections. Select a layer and change its shape."),
            parent)
 {
     auto *const program = new BorderView;

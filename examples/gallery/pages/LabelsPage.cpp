@@ -42,8 +42,8 @@ private:
 
 LabelsPage::LabelsPage(QWidget *parent)
     : Page(tr("Labels"),
-           tr("Drag the bar between the release notes and the report: every text wraps anew and is "
-              "as high as it has to be."),
+           tr("Drag the bar between the release notes and the report. Each text wraps at the new "
+              "width and gets the height that it needs."),
            parent)
 {
     m_splitter->setChildrenCollapsible(false);

@@ -353,9 +353,9 @@ QFrame *LayoutPage::makeControls()
     name->setBuddy(m_border);
     m_value->setFont(Theme::font(Theme::monospace));
     auto *const note =
-            new QLabel(::tr("Drag a box by its corner: all of them follow. Filling keeps a border "
-                            "free inside the box. Centring lets the photograph reach "
-                            "that far beyond its edges; below 0, it stays that far inside."));
+            new QLabel(::tr("Drag the corner of a box to resize all boxes. When it fills the box, "
+                            "the border is a margin inside. When it is centred, the photograph can "
+                            "extend beyond the edges by the border; below 0, it stays inside."));
     note->setWordWrap(true);
     note->setForegroundRole(QPalette::PlaceholderText);
 

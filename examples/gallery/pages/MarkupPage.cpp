@@ -104,9 +104,8 @@ class MarkupPage : public Page
 public:
     explicit MarkupPage(QWidget *parent)
         : Page(tr("Markup"),
-               tr("Type markup and see the styled text beside it. The nine constructs below go "
-                  "around "
-                  "what is selected."),
+               tr("Type markup and see the styled text beside it. The buttons below put the nine "
+                  "constructs around the selection."),
                parent)
         , m_editor(new QPlainTextEdit)
         , m_result(new QTextEdit)

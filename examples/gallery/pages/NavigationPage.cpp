@@ -335,9 +335,8 @@ QVariant titles(const QVariant &stack)
 
 NavigationPage::NavigationPage(QWidget *parent)
     : Page(::tr("Navigation"),
-           ::tr("A reader of letters whose screens are Qt Designer files, and whose ways are a "
-                "storyboard. Open a letter, go to the next, go back, archive it: the stack "
-                "follows."),
+           ::tr("A mail program. Its screens are forms of Qt Designer, and a storyboard connects "
+                "them. Open a letter, go to the next one, go back, archive it: the stack follows."),
            parent)
 {
     NS::registerClass<MailController>();

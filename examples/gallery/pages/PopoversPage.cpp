@@ -131,8 +131,8 @@ private:
 
 PopoversPage::PopoversPage(QWidget *parent)
     : Page(tr("Popovers"),
-           tr("A click or a key elsewhere closes a transient popover and still does what it does. "
-              "Move the window to the edge of the screen: bubbles slide, then change sides."),
+           tr("A click or a key outside closes a transient popover, and has its usual effect too. "
+              "Near the edge of the screen, a bubble moves along its view or to another side."),
            parent)
 {
     auto *const row = new QHBoxLayout;
@@ -187,8 +187,8 @@ QFrame *PopoversPage::makeFolder()
         NS::MutableAttributedString text(tr("Everything but "));
         text.append(NS::AttributedString(
                 u"/"_s, { { NS::FontAttributeName, Theme::font(Theme::monospace) } }));
-        text.append(
-                NS::AttributedString(tr(", which stands between folders. Names differ by case.")));
+        text.append(NS::AttributedString(
+                tr(", which separates folders. Upper and lower case differ.")));
         PopoverMessage::showAttributedMessage(text, help);
     });
 
@@ -244,7 +244,7 @@ QFrame *PopoversPage::makeControls()
     auto *const behavior = new QComboBox;
     behavior->addItem(tr("Transient"), QVariant::fromValue(Popover::Behavior::transient));
     behavior->addItem(tr("Semitransient"), QVariant::fromValue(Popover::Behavior::semitransient));
-    behavior->addItem(tr("Closed by the program, or Esc"),
+    behavior->addItem(tr("Closed by the program or Esc"),
                       QVariant::fromValue(Popover::Behavior::applicationDefined));
     auto *const name = new QLabel(tr("&Behaviour"));
     name->setBuddy(behavior);
@@ -272,8 +272,7 @@ void PopoversPage::checkName()
     const QString name = m_name->text();
     if (name.compare(tr("Pictures"), Qt::CaseInsensitive) == 0)
         PopoverMessage::showMessage(
-                tr("There is a folder of that name already. Choose another one, "
-                   "or open the one that there is."),
+                tr("A folder of this name exists. Choose another name, or open that folder."),
                 m_name);
     else if (name.contains(u'/'))
         PopoverMessage::showMarkupMessage(tr("A name cannot contain **/**."), m_name);

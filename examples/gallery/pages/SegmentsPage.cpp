@@ -90,9 +90,8 @@ private:
 
 SegmentsPage::SegmentsPage(QWidget *parent)
     : Page(::tr("Segments"),
-           ::tr("Several buttons that are one control and one Tab stop. The arrow keys, Home and "
-                "End "
-                "move in it, Space acts; a click acts when it is released where it began."),
+           ::tr("Several buttons in one control, which is a single Tab stop. The arrow keys, Home "
+                "and End move the focus, and Space presses the segment."),
            parent)
 {
     auto *const grid = new QGridLayout;
@@ -139,9 +138,8 @@ QFrame *SegmentsPage::makeCalendar()
     layoutOf(card)->addLayout(row);
     layoutOf(card)->addSpacing(Theme::unit);
     layoutOf(card)->addWidget(m_dates);
-    layoutOf(card)->addWidget(makeNote(
-            ::tr("The first keeps one segment selected. The second keeps none: it acts, and "
-                 "each click moves the dates on.")));
+    layoutOf(card)->addWidget(makeNote(::tr("The first always has one selected segment. The second "
+                                            "has none: each click moves the dates.")));
     layoutOf(card)->addStretch();
     showDates();
     return card;
@@ -205,7 +203,7 @@ QFrame *SegmentsPage::makeWidths()
     m_widths->setForegroundRole(QPalette::PlaceholderText);
     connect(m_width, &QSlider::valueChanged, this, &SegmentsPage::showWidths);
 
-    QFrame *const card = makeCard(::tr("Filling whatever width there is"));
+    QFrame *const card = makeCard(::tr("Filling any width"));
     layoutOf(card)->addWidget(m_paper, 0, Qt::AlignLeft);
     layoutOf(card)->addWidget(m_widths);
     auto *const row = new QHBoxLayout;
@@ -238,7 +236,7 @@ QFrame *SegmentsPage::makeKnobs()
     addCheck(::tr("Segment “Week” twelve grid units wide"), false,
              [this](bool isOn) { m_scope->setWidth(isOn ? 12 * Theme::unit : 0, week); });
     layoutOf(card)->addWidget(makeNote(
-            ::tr("Keys and clicks pass over what is disabled. A width of 0 fits what is shown.")));
+            ::tr("Keys and clicks ignore disabled segments. A width of 0 fits the contents.")));
     layoutOf(card)->addStretch();
     return card;
 }

@@ -77,8 +77,8 @@ private:
 
 TicketsPage::TicketsPage(QWidget *parent)
     : Page(::tr("Bug tickets"),
-           ::tr("The dialog behind “Report a Problem…”: it shows what it sends, and keeps a report "
-                "that did not get through."),
+           ::tr("The dialog of “Report a Problem…” shows what it sends, and keeps a report that "
+                "could not be sent."),
            parent)
     , m_tracker(new LoopbackTracker(u"api.tracker.example"_s, this))
     , m_dialog(new EmbeddedDialog)
@@ -88,7 +88,7 @@ TicketsPage::TicketsPage(QWidget *parent)
     m_answer->addItem(::tr("accepts it (201)"), u"201 Created"_s);
     m_answer->addItem(::tr("rejects the key (401)"), u"401 Unauthorized"_s);
     m_answer->addItem(::tr("is out of order (500)"), u"500 Internal Server Error"_s);
-    m_answer->addItem(::tr("hangs up"), QString());
+    m_answer->addItem(::tr("closes the connection"), QString());
     m_request->setReadOnly(true);
     m_request->setFont(Theme::font(Theme::monospace));
     m_request->setFrameShape(QFrame::NoFrame);

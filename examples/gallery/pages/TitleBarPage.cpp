@@ -94,9 +94,9 @@ private:
 
 TitleBarPage::TitleBarPage(QWidget *parent)
     : Page(::tr("Title bar"),
-           ::tr("A window with a title bar of its own height, its buttons where you want them and "
-                "two views of yours in it. Drag its edges, snap it, double-click its bar: it "
-                "behaves as your desktop's windows do."),
+           ::tr("A window whose title bar has any height, its buttons at any place, and two views "
+                "of the program. Resize it, snap it, double-click its bar: it behaves like other "
+                "windows of your desktop."),
            parent)
 {
     auto *const open = new QPushButton(::tr("&Open this window"));
