@@ -15,6 +15,8 @@ struct XmlPlace
 {
     int line = 0;
     int column = 0;
+
+    bool operator==(const XmlPlace &) const = default;
 };
 
 /// Reads the contents of a file. If they are not text, the first read is an error. A document type

@@ -21,6 +21,7 @@
 #include <QLayout>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QRegularExpression>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUiLoader>
@@ -42,12 +43,17 @@ using detail::NibElement;
 using detail::NibFile;
 using detail::NibProperty;
 using detail::NibText;
+using detail::XmlPlace;
 
 // The files of the library itself stand in this folder of the resources.
 const QString libraryFolder = u":/pellarvine"_s;
 
 // Marks objects whose awakeFromNib() was called.
 constexpr char awakeProperty[] = "_q_pellarvine_awake";
+
+// The message of Qt's loader for what it cannot read.
+constexpr char loaderMessage[] =
+        "An error has occurred while reading the UI file at line %1, column %2: %3";
 
 // Removes a processed property, and the text that would set it again when the language changes.
 void clearEntries(QObject *object, const QByteArray &property)
@@ -138,6 +144,7 @@ public:
 
     std::unique_ptr<QWidget> check(const QMetaObject *ownerClass)
     {
+        NibChecker(m_file).checkResources();
         std::unique_ptr<QWidget> root = load(nullptr);
         NibConnector connector(nullptr, m_loader.objects, m_file.fileName);
         connector.checkOwnerEntries(ownerClass);
@@ -150,6 +157,7 @@ private:
     {
         NibChecker checker(m_file);
         checker.checkClasses(m_loader.availableWidgets(), m_loader.availableLayouts());
+        checker.checkPlaces();
         checker.checkImages();
         m_loader.setLanguageChangeEnabled(true);
         m_loader.setWorkingDirectory(QFileInfo(m_file.fileName).dir());
@@ -158,7 +166,7 @@ private:
         buffer.open(QIODevice::ReadOnly);
         std::unique_ptr<QWidget> root(m_loader.load(&buffer, parent));
         if (!root)
-            throw m_file.error(NibError::malformed, {}, {}, {}, m_loader.errorString());
+            failAtLoader(m_loader.errorString());
         findButtonGroups(root.get());
         placeBars(root.get());
         checker.checkObjects(m_loader.objects);
@@ -170,6 +178,24 @@ private:
                            const QString &name, const QString &message) const
     {
         throw m_file.error(reason, where.place, object, name, message);
+    }
+
+    // The loader writes the place of an unknown element or attribute into its message. It is where
+    // the tag ends.
+    [[noreturn]] void failAtLoader(const QString &message) const
+    {
+        QString pattern = QRegularExpression::escape(
+                QCoreApplication::translate("QAbstractFormBuilder", loaderMessage));
+        pattern.replace(u"\\%1"_s, u"(?<line>[0-9]+)"_s)
+                .replace(u"\\%2"_s, u"(?<column>[0-9]+)"_s)
+                .replace(u"\\%3"_s, u"(?<problem>.+)"_s);
+        const auto match = QRegularExpression(pattern).match(message);
+        if (!match.hasMatch())
+            throw m_file.error(NibError::malformed, {}, {}, {}, message);
+        const XmlPlace end { match.captured(u"line"_s).toInt(),
+                             match.captured(u"column"_s).toInt() + 1 };
+        throw m_file.error(NibError::malformed, m_file.tagBefore(end), {}, {},
+                           match.captured(u"problem"_s));
     }
 
     // Null for a layout without a name.
