@@ -62,24 +62,47 @@ void clearEntries(QObject *object, const QByteArray &property)
     object->setProperty(("_q_notr_" + property).constData(), {});
 }
 
-void callAwakeFromNib(QObject *object)
+// Calls awakeFromNib() of the objects that declare it.
+class Awakening
 {
-    detail::methodWithSignature(object, "awakeFromNib()").invoke(object, Qt::DirectConnection);
-}
-
-// Calls awakeFromNib() of all objects that declare it, the owner last. A call may delete any of
-// them.
-void awaken(const QList<QPointer<QObject>> &objects, const QPointer<QObject> &owner)
-{
-    for (const QPointer<QObject> &object : objects) {
-        if (object && !object->property(awakeProperty).isValid()) {
-            object->setProperty(awakeProperty, true);
-            callAwakeFromNib(object);
-        }
+public:
+    // In the order of the calls.
+    void add(QObject *object)
+    {
+        if (object && method(object).isValid())
+            m_objects.append(object);
     }
-    if (owner && !objects.contains(owner))
-        callAwakeFromNib(owner);
-}
+
+    // Calls the owner last, which may be null. A call may delete any object.
+    void run(const QPointer<QObject> &owner)
+    {
+        const bool isOwnerIn = m_objects.contains(owner);
+        for (const QPointer<QObject> &object : std::as_const(m_objects)) {
+            if (object && !object->property(awakeProperty).isValid()) {
+                object->setProperty(awakeProperty, true);
+                call(object);
+            }
+        }
+        if (owner && !isOwnerIn)
+            call(owner);
+    }
+
+private:
+    // Looked up once for each class.
+    QMetaMethod method(const QObject *object)
+    {
+        const auto found = m_methods.constFind(object->metaObject());
+        if (found != m_methods.cend())
+            return *found;
+        return *m_methods.insert(object->metaObject(),
+                                 detail::methodWithSignature(object, "awakeFromNib()"));
+    }
+
+    void call(QObject *object) { method(object).invoke(object, Qt::DirectConnection); }
+
+    QList<QPointer<QObject>> m_objects;
+    QHash<const QMetaObject *, QMetaMethod> m_methods;
+};
 
 // Makes the objects, and remembers them by name.
 class Loader : public QUiLoader
@@ -307,18 +330,18 @@ private:
 
     void awaken() const
     {
-        QList<QPointer<QObject>> sleepers;
+        Awakening awakening;
         QList<int> open;
         const auto close = [&](int parent) {
             while (!open.isEmpty() && open.constLast() != parent)
-                sleepers.append(object(m_file.elements[open.takeLast()]));
+                awakening.add(object(m_file.elements[open.takeLast()]));
         };
         for (int i = 0; i < m_file.elements.size(); ++i) {
             close(m_file.elements[i].parent);
             open.append(i);
         }
         close(-1);
-        NS::awaken(sleepers, m_owner);
+        awakening.run(m_owner);
     }
 
     const NibFile &m_file;
@@ -436,7 +459,10 @@ void Nib::awaken(QWidget *root, QObject *owner)
         }
     }
     connector.connect();
-    NS::awaken(objects, owner);
+    Awakening awakening;
+    for (const QPointer<QObject> &object : std::as_const(objects))
+        awakening.add(object);
+    awakening.run(owner);
 }
 
 } // namespace NS
