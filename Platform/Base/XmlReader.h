@@ -15,6 +15,8 @@ struct XmlPlace
 {
     int line = 0;
     int column = 0;
+
+    bool operator==(const XmlPlace &) const = default;
 };
 
 /// Reads the contents of an XML file, and knows the places of its tags. Contents that are not text

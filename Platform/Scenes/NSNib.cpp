@@ -21,6 +21,7 @@
 #include <QLayout>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QRegularExpression>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QUiLoader>
@@ -42,12 +43,17 @@ using detail::NibElement;
 using detail::NibFile;
 using detail::NibProperty;
 using detail::NibText;
+using detail::XmlPlace;
 
 // The files of the library itself stand in this folder of the resources.
 const QString libraryFolder = u":/pellarvine"_s;
 
 // Marks objects whose awakeFromNib() was called.
 constexpr char awakeProperty[] = "_q_pellarvine_awake";
+
+// The message of Qt's loader for what it cannot read.
+constexpr char loaderMessage[] =
+        "An error has occurred while reading the UI file at line %1, column %2: %3";
 
 // Removes a processed property, and the text that would set it again when the language changes.
 void clearEntries(QObject *object, const QByteArray &property)
@@ -56,24 +62,47 @@ void clearEntries(QObject *object, const QByteArray &property)
     object->setProperty(("_q_notr_" + property).constData(), {});
 }
 
-void callAwakeFromNib(QObject *object)
+// Calls awakeFromNib() of the objects that declare it.
+class Awakening
 {
-    detail::methodWithSignature(object, "awakeFromNib()").invoke(object, Qt::DirectConnection);
-}
-
-// Calls awakeFromNib() of all objects that declare it, the owner last. A call may delete any of
-// them.
-void awaken(const QList<QPointer<QObject>> &objects, const QPointer<QObject> &owner)
-{
-    for (const QPointer<QObject> &object : objects) {
-        if (object && !object->property(awakeProperty).isValid()) {
-            object->setProperty(awakeProperty, true);
-            callAwakeFromNib(object);
-        }
+public:
+    // In the order of the calls.
+    void add(QObject *object)
+    {
+        if (object && method(object).isValid())
+            m_objects.append(object);
     }
-    if (owner && !objects.contains(owner))
-        callAwakeFromNib(owner);
-}
+
+    // Calls the owner last, which may be null. A call may delete any object.
+    void run(const QPointer<QObject> &owner)
+    {
+        const bool isOwnerIn = m_objects.contains(owner);
+        for (const QPointer<QObject> &object : std::as_const(m_objects)) {
+            if (object && !object->property(awakeProperty).isValid()) {
+                object->setProperty(awakeProperty, true);
+                call(object);
+            }
+        }
+        if (owner && !isOwnerIn)
+            call(owner);
+    }
+
+private:
+    // Looked up once for each class.
+    QMetaMethod method(const QObject *object)
+    {
+        const auto found = m_methods.constFind(object->metaObject());
+        if (found != m_methods.cend())
+            return *found;
+        return *m_methods.insert(object->metaObject(),
+                                 detail::methodWithSignature(object, "awakeFromNib()"));
+    }
+
+    void call(QObject *object) { method(object).invoke(object, Qt::DirectConnection); }
+
+    QList<QPointer<QObject>> m_objects;
+    QHash<const QMetaObject *, QMetaMethod> m_methods;
+};
 
 // Makes the objects, and remembers them by name.
 class Loader : public QUiLoader
@@ -138,6 +167,7 @@ public:
 
     std::unique_ptr<QWidget> check(const QMetaObject *ownerClass)
     {
+        NibChecker(m_file).checkResources();
         std::unique_ptr<QWidget> root = load(nullptr);
         NibConnector connector(nullptr, m_loader.objects, m_file.fileName);
         connector.checkOwnerEntries(ownerClass);
@@ -150,6 +180,7 @@ private:
     {
         NibChecker checker(m_file);
         checker.checkClasses(m_loader.availableWidgets(), m_loader.availableLayouts());
+        checker.checkPlaces();
         checker.checkImages();
         m_loader.setLanguageChangeEnabled(true);
         m_loader.setWorkingDirectory(QFileInfo(m_file.fileName).dir());
@@ -158,7 +189,7 @@ private:
         buffer.open(QIODevice::ReadOnly);
         std::unique_ptr<QWidget> root(m_loader.load(&buffer, parent));
         if (!root)
-            throw m_file.error(NibError::malformed, {}, {}, {}, m_loader.errorString());
+            failAtLoader(m_loader.errorString());
         findButtonGroups(root.get());
         placeBars(root.get());
         checker.checkObjects(m_loader.objects);
@@ -170,6 +201,24 @@ private:
                            const QString &name, const QString &message) const
     {
         throw m_file.error(reason, where.place, object, name, message);
+    }
+
+    // The loader writes the place of an unknown element or attribute into its message. It is where
+    // the tag ends.
+    [[noreturn]] void failAtLoader(const QString &message) const
+    {
+        QString pattern = QRegularExpression::escape(
+                QCoreApplication::translate("QAbstractFormBuilder", loaderMessage));
+        pattern.replace(u"\\%1"_s, u"(?<line>[0-9]+)"_s)
+                .replace(u"\\%2"_s, u"(?<column>[0-9]+)"_s)
+                .replace(u"\\%3"_s, u"(?<problem>.+)"_s);
+        const auto match = QRegularExpression(pattern).match(message);
+        if (!match.hasMatch())
+            throw m_file.error(NibError::malformed, {}, {}, {}, message);
+        const XmlPlace end { match.captured(u"line"_s).toInt(),
+                             match.captured(u"column"_s).toInt() + 1 };
+        throw m_file.error(NibError::malformed, m_file.tagBefore(end), {}, {},
+                           match.captured(u"problem"_s));
     }
 
     // Null for a layout without a name.
@@ -281,18 +330,18 @@ private:
 
     void awaken() const
     {
-        QList<QPointer<QObject>> sleepers;
+        Awakening awakening;
         QList<int> open;
         const auto close = [&](int parent) {
             while (!open.isEmpty() && open.constLast() != parent)
-                sleepers.append(object(m_file.elements[open.takeLast()]));
+                awakening.add(object(m_file.elements[open.takeLast()]));
         };
         for (int i = 0; i < m_file.elements.size(); ++i) {
             close(m_file.elements[i].parent);
             open.append(i);
         }
         close(-1);
-        NS::awaken(sleepers, m_owner);
+        awakening.run(m_owner);
     }
 
     const NibFile &m_file;
@@ -410,7 +459,10 @@ void Nib::awaken(QWidget *root, QObject *owner)
         }
     }
     connector.connect();
-    NS::awaken(objects, owner);
+    Awakening awakening;
+    for (const QPointer<QObject> &object : std::as_const(objects))
+        awakening.add(object);
+    awakening.run(owner);
 }
 
 } // namespace NS

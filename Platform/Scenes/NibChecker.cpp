@@ -11,10 +11,14 @@
 #include <QButtonGroup>
 #include <QDir>
 #include <QFileInfo>
+#include <QKeySequence>
 #include <QMenu>
+#include <QSet>
 #include <QSizePolicy>
+#include <QTableWidget>
 
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -88,6 +92,17 @@ bool areKeysKnown(const NibProperty &property)
                        [&](const NibText &key) { return valueOfKeys(policies, key.text); });
 }
 
+// "Ctrl+K, Ctrl+S"
+bool areKeysOfKeyboard(const QString &text)
+{
+    const QKeySequence keys(text);
+    for (int i = 0; i < keys.count(); ++i) {
+        if (keys[i].key() == Qt::Key_unknown)
+            return false;
+    }
+    return keys.count() > 0 || text.isEmpty();
+}
+
 bool takes(QObject *object, const QMetaProperty &declared, const NibProperty &property)
 {
     const QString text = valueText(property);
@@ -96,6 +111,8 @@ bool takes(QObject *object, const QMetaProperty &declared, const NibProperty &pr
         return false;
     if (type.id() == QMetaType::QVariant)
         return true;
+    if (type.id() == QMetaType::QKeySequence && !areKeysOfKeyboard(text))
+        return false;
     if (declared.isEnumType()) {
         const bool isKey = hasKeys(property) || property.kind == "string"_L1;
         return isKey ? takesKeys(object, declared, text) : isPlain(property.kind);
@@ -106,6 +123,36 @@ bool takes(QObject *object, const QMetaProperty &declared, const NibProperty &pr
         return plainValue(property.kind, text).convert(type);
     const QMetaType held = valueType(property.kind);
     return !held.isValid() || held == type || QMetaType::canConvert(held, type);
+}
+
+bool isOfClass(const QString &className, const char *base)
+{
+    const NS::RegisteredClass *const known = NS::registeredClass(className);
+    if (!known)
+        return className == QLatin1StringView(base);
+    const QMetaObject *type = known->metaObject;
+    while (type && qstrcmp(type->className(), base) != 0)
+        type = type->superClass();
+    return type;
+}
+
+// The place that a child takes in a container that has one of it. A second child would replace the
+// first or lie hidden below it. Empty if there may be several.
+QString singlePlace(const QString &container, const QString &child)
+{
+    if (isOfClass(container, "QScrollArea") || isOfClass(container, "QDockWidget"))
+        return u"widget"_s;
+    if (!isOfClass(container, "QMainWindow"))
+        return {};
+    if (isOfClass(child, "QMenuBar"))
+        return u"menu bar"_s;
+    if (isOfClass(child, "QStatusBar"))
+        return u"status bar"_s;
+    for (const char *const several : { "QToolBar", "QDockWidget", "QMenu" }) {
+        if (isOfClass(child, several))
+            return {};
+    }
+    return u"central widget"_s;
 }
 
 } // namespace
@@ -146,6 +193,38 @@ void NibChecker::checkClasses(const QStringList &widgets, const QStringList &lay
     }
 }
 
+void NibChecker::checkPlaces() const
+{
+    QSet<std::pair<int, QString>> taken;
+    for (const NibElement &element : m_file.elements) {
+        if (element.kind != NibElement::widget || element.parent < 0
+            || m_file.elements[element.parent].kind != NibElement::widget)
+            continue;
+        const NibElement &container = m_file.elements[element.parent];
+        const QString place = singlePlace(container.className, element.className);
+        const qsizetype before = taken.size();
+        if (!place.isEmpty())
+            taken.insert({ element.parent, place });
+        if (!place.isEmpty() && taken.size() == before)
+            fail(NibError::malformed, element.name, element.name.text, element.className,
+                 u"the %1 \"%2\" has a %3 already"_s.arg(container.className, container.name.text,
+                                                         place));
+    }
+}
+
+void NibChecker::checkResources() const
+{
+    // A form in the resources of a program is loaded without the files that were compiled.
+    if (m_file.fileName.startsWith(u':'))
+        return;
+    const QDir folder = QFileInfo(m_file.fileName).dir();
+    for (const NibText &resource : m_file.resources) {
+        if (!QFileInfo::exists(folder.absoluteFilePath(resource.text)))
+            fail(NibError::unknownImage, resource, {}, resource.text,
+                 u"there is no resource file \"%1\""_s.arg(resource.text));
+    }
+}
+
 void NibChecker::checkImages() const
 {
     const QDir folder = QFileInfo(m_file.fileName).dir();
@@ -164,6 +243,7 @@ void NibChecker::checkObjects(const QHash<QString, QObject *> &objects)
             checkProperty(element, property);
         for (const NibProperty &attribute : element.attributes)
             checkAttribute(element, attribute);
+        checkCell(element);
     }
     checkNames();
     checkConnections();
@@ -202,7 +282,8 @@ void NibChecker::checkProperty(const NibElement &element, const NibProperty &pro
                  u"there is no object \"%1\" to be the buddy"_s.arg(valueText(property)));
         return;
     }
-    const bool isDynamic = property.isDynamic && !isWithoutObject;
+    // The keys of an enumeration are known from the property.
+    const bool isDynamic = property.isDynamic && !isWithoutObject && !hasKeys(property);
     if (!isDynamic && !isPseudoProperty(element, name))
         failProperty(element, property,
                      u"%1 has no property \"%2\""_s.arg(description(element), name));
@@ -220,7 +301,7 @@ void NibChecker::checkDeclared(const NibElement &element, const NibProperty &pro
     const QString &name = property.name.text;
     if (!property.problem.isEmpty())
         failProperty(element, property, u"%1 (property \"%2\")"_s.arg(property.problem, name));
-    if (!property.kind.isEmpty() && !takes(object(element), declared, property))
+    if (!takes(object(element), declared, property))
         failProperty(element, property,
                      u"the property \"%1\" of %2 cannot be \"%3\""_s.arg(name, element.className,
                                                                          valueText(property)));
@@ -254,6 +335,21 @@ void NibChecker::checkAttribute(const NibElement &element, const NibProperty &at
     if (name == "buttonGroup"_L1 && !qobject_cast<QButtonGroup *>(m_objects.value(value)))
         fail(NibError::unknownObject, attribute.name, element.name.text, value,
              u"there is no button group \"%1\""_s.arg(value));
+}
+
+void NibChecker::checkCell(const NibElement &element) const
+{
+    if (!element.isCell || element.parent < 0)
+        return;
+    const NibElement &parent = m_file.elements[element.parent];
+    const auto *const table = qobject_cast<const QTableWidget *>(object(parent));
+    if (!table)
+        return;
+    const bool isInside = element.row >= 0 && element.row < table->rowCount() && element.column >= 0
+                          && element.column < table->columnCount();
+    if (!isInside)
+        fail(NibError::malformed, element.name, parent.name.text, parent.className,
+             u"the table has no cell in row %1, column %2"_s.arg(element.row).arg(element.column));
 }
 
 void NibChecker::checkNames() const

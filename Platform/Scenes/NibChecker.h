@@ -20,9 +20,13 @@ public:
     explicit NibChecker(const NibFile &file);
 
     /// Before the file is loaded: checks the pictures, and the classes, which are registered or
-    /// among these names.
+    /// among these names. A container with one place contains one widget.
     void checkClasses(const QStringList &widgets, const QStringList &layouts) const;
+    void checkPlaces() const;
     void checkImages() const;
+
+    /// Checks the .qrc files, which only have to exist where the form is edited and built.
+    void checkResources() const;
 
     /// After it is loaded: checks properties, attributes, and the names of other objects.
     void checkObjects(const QHash<QString, QObject *> &objects);
@@ -42,6 +46,7 @@ private:
     void checkKnown(const NibElement &element, const NibProperty &property,
                     const NibValueKinds &known) const;
     void checkAttribute(const NibElement &element, const NibProperty &attribute) const;
+    void checkCell(const NibElement &element) const;
     void checkNames() const;
     void checkConnections() const;
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes/NibFile.h"
 
+#include "Scenes/NibValues.h"
+
 #include <QHash>
 #include <QSet>
 
-#include <climits>
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -16,6 +18,9 @@ namespace {
 
 // Deeper than any form. Beyond it the recursion of the loader could exhaust the stack.
 constexpr int deepest = 200;
+
+// More than any layout. The layouts of Qt store each row and column, used or not.
+constexpr int mostCells = 0x7FFF;
 
 std::optional<NibElement::Kind> elementKind(QStringView tag)
 {
@@ -45,56 +50,6 @@ bool isStructure(QStringView tag)
                                           u"column",      u"row",         u"customwidgets",
                                           u"connections", u"tabstops",    u"resources" };
     return tags.contains(tag);
-}
-
-// The reason why the text is not a value for an element of that name; empty if it is one.
-QString problem(const QString &tag, const QString &kind, const QString &text)
-{
-    static const QSet<QString> wholes {
-        u"number"_s, u"x"_s,    u"y"_s,         u"width"_s,  u"height"_s,     u"red"_s,
-        u"green"_s,  u"blue"_s, u"hour"_s,      u"minute"_s, u"second"_s,     u"year"_s,
-        u"month"_s,  u"day"_s,  u"pointsize"_s, u"weight"_s, u"horstretch"_s, u"verstretch"_s,
-    };
-    // Values outside these are left out or replaced in silence.
-    static const QHash<QString, std::pair<int, int>> ranges {
-        { u"pointsize"_s, { 1, INT_MAX } },
-        { u"weight"_s, { 0, 1000 } },
-        { u"red"_s, { 0, 255 } },
-        { u"green"_s, { 0, 255 } },
-        { u"blue"_s, { 0, 255 } },
-        { u"horstretch"_s, { 0, 255 } },
-        { u"verstretch"_s, { 0, 255 } },
-        { u"month"_s, { 1, 12 } },
-        { u"day"_s, { 1, 31 } },
-        { u"hour"_s, { 0, 23 } },
-        { u"minute"_s, { 0, 59 } },
-        { u"second"_s, { 0, 59 } },
-    };
-    static const QSet<QString> booleans { u"bool"_s,        u"bold"_s,      u"italic"_s,
-                                          u"underline"_s,   u"strikeout"_s, u"kerning"_s,
-                                          u"antialiasing"_s };
-    static const QSet<QString> reals { u"pointf"_s, u"rectf"_s, u"sizef"_s };
-    bool isValid = true;
-    if (tag == "double"_L1 || tag == "float"_L1 || reals.contains(kind)) {
-        static_cast<void>(text.toDouble(&isValid));
-        return isValid ? QString() : u"\"%1\" is no number"_s.arg(text);
-    }
-    if (wholes.contains(tag)) {
-        const int value = text.toInt(&isValid);
-        const auto [least, most] = ranges.value(tag, { INT_MIN, INT_MAX });
-        isValid = isValid && value >= least && value <= most;
-    }
-    if (tag == "uint"_L1)
-        static_cast<void>(text.toUInt(&isValid));
-    else if (tag == "longlong"_L1)
-        static_cast<void>(text.toLongLong(&isValid));
-    else if (tag == "ulonglong"_L1)
-        static_cast<void>(text.toULongLong(&isValid));
-    if (!isValid)
-        return u"\"%1\" is no whole number, or out of range"_s.arg(text);
-    if (booleans.contains(tag) && text != "true"_L1 && text != "false"_L1)
-        return u"\"%1\" is neither true nor false"_s.arg(text);
-    return {};
 }
 
 } // namespace
@@ -145,6 +100,9 @@ private:
     void readElement()
     {
         const QStringView tag = m_xml.name();
+        // The loader ignores case in the names of elements.
+        if (std::any_of(tag.cbegin(), tag.cend(), [](QChar letter) { return letter.isUpper(); }))
+            fail(u"there is no element <%1>"_s.arg(tag));
         // Read whole, with their ends: they do not count as open.
         if (tag == "property"_L1)
             return readProperty();
@@ -158,6 +116,8 @@ private:
         }
         if (tag == "attribute"_L1)
             return readProperty(&NibElement::attributes);
+        if (tag == "resources"_L1)
+            return readResources();
         if (tag == "zorder"_L1) {
             m_file.zOrder.append({ text(), enclosing() });
             return;
@@ -167,19 +127,36 @@ private:
         if (tag == "addaction"_L1)
             m_file.actions.append({ here(attribute("name"_L1)), enclosing() });
         auto kind = elementKind(tag);
-        if (tag == "item"_L1) {
-            if (enclosing() >= 0 && m_file.elements[enclosing()].kind == NibElement::layout)
-                checkLayoutItem();
-            else
-                kind = NibElement::item;
-        }
-        m_path.append({ kind ? int(m_file.elements.size()) : -1, isStructure(tag) });
+        const bool isLayoutItem =
+                tag == "item"_L1 && enclosing() >= 0 && enclosingKind() == NibElement::layout;
+        if (isLayoutItem)
+            checkLayoutItem();
+        else if (tag == "item"_L1)
+            kind = NibElement::item;
+        if (kind)
+            checkIsOnly(*kind);
+        m_path.append({ kind ? int(m_file.elements.size()) : -1, isStructure(tag), isLayoutItem });
         if (kind)
             addElement(*kind);
     }
 
     // The parent of the current element; -1 if that is not an element of the model.
     int enclosing() const { return m_path.isEmpty() ? -1 : m_path.constLast().element; }
+
+    NibElement::Kind enclosingKind() const { return m_file.elements[enclosing()].kind; }
+
+    // A widget can have one layout, and an item of a layout contains one object.
+    void checkIsOnly(NibElement::Kind kind)
+    {
+        const bool isInWidget = enclosing() >= 0 && enclosingKind() == NibElement::widget;
+        if (m_path.isEmpty()
+            || !(m_path.constLast().isLayoutItem || (isInWidget && kind == NibElement::layout)))
+            return;
+        if (std::exchange(m_path.last().isTaken, true))
+            fail(isInWidget ? u"the widget has a layout already"_s
+                            : u"the item has an object already"_s,
+                 attribute("name"_L1));
+    }
 
     void addElement(NibElement::Kind kind)
     {
@@ -199,6 +176,11 @@ private:
             fail(u"there are two objects of this name"_s, element.name.text);
         if (kind == NibElement::layout)
             checkLayout(element.name.text);
+        element.isCell = kind == NibElement::item && m_xml.name() == "item"_L1;
+        if (element.isCell) {
+            element.row = number("row"_L1, 0).value_or(-1);
+            element.column = number("column"_L1, 0).value_or(-1);
+        }
         m_open.append(int(m_file.elements.size()));
         m_file.elements.append(std::move(element));
     }
@@ -206,28 +188,60 @@ private:
     // <item row="1" column="0" colspan="2" alignment="Qt::AlignRight">
     void checkLayoutItem()
     {
-        for (const auto name : { "row"_L1, "column"_L1, "rowspan"_L1, "colspan"_L1 })
-            checkWholes({}, name, { attribute(name) });
+        const int row = number("row"_L1, 0).value_or(0);
+        const int column = number("column"_L1, 0).value_or(0);
+        const int lastRow = row + number("rowspan"_L1, 1).value_or(1) - 1;
+        const int lastColumn = column + number("colspan"_L1, 1).value_or(1) - 1;
         m_file.alignments.append(here(attribute("alignment"_L1)));
+        if (m_file.elements[enclosing()].className != "QFormLayout"_L1)
+            return;
+        // The first column is that of the labels. A row that spans both has no other item.
+        if (lastColumn > 1 || lastRow > row)
+            failAttribute(
+                    {}, lastColumn > 1 ? "column"_L1 : "rowspan"_L1,
+                    u"an item in a QFormLayout has one row and lies in column 0, 1 or both"_s);
+        for (int cell = column; cell <= lastColumn; ++cell) {
+            const qsizetype before = m_formCells.size();
+            m_formCells.insert({ enclosing(), 2 * row + cell });
+            if (m_formCells.size() == before)
+                fail(u"there is an item in row %1, column %2 already"_s.arg(row).arg(cell));
+        }
     }
 
     // <layout class="QHBoxLayout" name="row" stretch="0,1">
     void checkLayout(const QString &object)
     {
         for (const auto name : { "stretch"_L1, "rowstretch"_L1, "columnstretch"_L1,
-                                 "rowminimumheight"_L1, "columnminimumwidth"_L1 })
-            checkWholes(object, name, attribute(name).split(u','));
+                                 "rowminimumheight"_L1, "columnminimumwidth"_L1 }) {
+            const QString value = attribute(name);
+            const QStringList texts = value.isEmpty() ? QStringList() : value.split(u',');
+            for (const QString &text : texts)
+                checkNumber(object, name, text, 0);
+        }
     }
 
-    void checkWholes(const QString &object, QLatin1StringView name, const QStringList &texts) const
+    // The attribute, which is at least `least`. Empty if it is absent.
+    std::optional<int> number(QLatin1StringView name, int least) const
     {
-        for (const QString &text : texts) {
-            const bool isAbsent = text.isEmpty() && texts.size() == 1;
-            const QString wrong = isAbsent ? QString() : problem(u"number"_s, {}, text);
-            if (!wrong.isEmpty())
-                throw m_file.error(NS::NibError::unknownProperty, m_xml.place(), object, name,
-                                   u"%1 (attribute \"%2\")"_s.arg(wrong, name));
-        }
+        if (!m_xml.attributes().hasAttribute(name))
+            return std::nullopt;
+        const QString text = attribute(name);
+        checkNumber({}, name, text, least);
+        return text.toInt();
+    }
+
+    void checkNumber(const QString &object, QLatin1StringView name, const QString &text,
+                     int least) const
+    {
+        const QString wrong = numberProblem(text, least, mostCells);
+        if (!wrong.isEmpty())
+            failAttribute(object, name, u"%1 (attribute \"%2\")"_s.arg(wrong, name));
+    }
+
+    [[noreturn]] void failAttribute(const QString &object, QLatin1StringView name,
+                                    const QString &message) const
+    {
+        throw m_file.error(NS::NibError::unknownProperty, m_xml.place(), object, name, message);
     }
 
     bool add(const QString &name)
@@ -244,10 +258,14 @@ private:
         NibProperty property;
         property.name = here(attribute("name"_L1));
         property.isDynamic = attribute("stdset"_L1) == "0"_L1;
+        property.problem = u"there is no value"_s;
         if (nextChild()) {
+            property.problem.clear();
             readValue(property);
-            while (nextChild())
+            while (nextChild()) {
+                property.problem = u"there is a second value"_s;
                 m_xml.skipCurrentElement();
+            }
         }
         if (element >= 0)
             (m_file.elements[element].*list).append(std::move(property));
@@ -267,11 +285,11 @@ private:
             }
             return;
         }
-        static const QSet<QString> compounds { u"rect"_s,       u"rectf"_s,   u"point"_s,
-                                               u"pointf"_s,     u"size"_s,    u"sizef"_s,
-                                               u"sizepolicy"_s, u"font"_s,    u"color"_s,
-                                               u"palette"_s,    u"brush"_s,   u"date"_s,
-                                               u"time"_s,       u"datetime"_s };
+        static const QSet<QString> compounds {
+            u"rect"_s,       u"rectf"_s,    u"point"_s,  u"pointf"_s,  u"size"_s,  u"sizef"_s,
+            u"sizepolicy"_s, u"font"_s,     u"color"_s,  u"palette"_s, u"brush"_s, u"date"_s,
+            u"time"_s,       u"datetime"_s, u"locale"_s, u"char"_s
+        };
         if (compounds.contains(property.kind)) {
             property.values.append(here(u"<%1>"_s.arg(property.kind)));
             const QStringList policies { attribute("hsizetype"_L1), attribute("vsizetype"_L1) };
@@ -279,36 +297,53 @@ private:
                 if (!policy.isEmpty())
                     property.values.append(here(policy));
             }
-            return readParts(property, property.kind, 0);
+            QHash<QString, QString> parts;
+            readParts(property, property.kind, parts, 0);
+            if (property.problem.isEmpty())
+                property.problem = wholeProblem(property.kind, parts);
+            return;
         }
         property.values.append(text());
-        property.problem = problem(property.kind, property.kind, property.values.constLast().text);
+        property.problem =
+                textProblem(property.kind, property.kind, property.values.constLast().text);
         if (property.kind == "pixmap"_L1)
             m_file.images.append(property.values);
     }
 
-    // Each innermost part is a number, a Boolean, or a text that is not checked.
-    void readParts(NibProperty &property, const QString &tag, int depth)
+    // Each innermost part is a number, a Boolean, a key, a picture, or a text that is not checked.
+    void readParts(NibProperty &property, const QString &tag, QHash<QString, QString> &parts,
+                   int depth)
     {
         if (depth == deepest)
             fail(u"its elements are nested too deeply"_s);
-        QString text;
+        const QXmlStreamAttributes attributes = m_xml.attributes();
+        for (const QXmlStreamAttribute &attribute : attributes) {
+            if (property.problem.isEmpty())
+                property.problem = attributeProblem(tag, attribute.name().toString(),
+                                                    attribute.value().toString());
+        }
+        NibText text { {}, m_xml.position() };
         bool hasParts = false;
         while (!m_xml.atEnd()) {
             m_xml.readNext();
             if (m_xml.isEndElement())
                 break;
             if (m_xml.isCharacters())
-                text += m_xml.text();
+                text.text += m_xml.text();
             if (m_xml.isStartElement()) {
                 hasParts = true;
-                readParts(property, m_xml.name().toString(), depth + 1);
+                readParts(property, m_xml.name().toString(), parts, depth + 1);
             }
         }
         if (m_xml.hasError())
             fail(m_xml.errorString());
-        if (property.problem.isEmpty() && !hasParts)
-            property.problem = problem(tag, property.kind, text);
+        if (hasParts || depth == 0)
+            return;
+        if (property.problem.isEmpty())
+            property.problem = textProblem(tag, property.kind, text.text);
+        if (tag == "pixmap"_L1)
+            m_file.images.append(text);
+        parts.insert(tag, text.text);
     }
 
     // Pictures are in the element itself or in child elements, one for each state.
@@ -332,6 +367,15 @@ private:
             picture.text = picture.text.trimmed();
             if (!picture.text.isEmpty() && !hasTheme)
                 m_file.images.append(picture);
+        }
+    }
+
+    // <resources><include location="pictures.qrc"/></resources>
+    void readResources()
+    {
+        while (nextChild()) {
+            m_file.resources.append(here(attribute("location"_L1)));
+            m_xml.skipCurrentElement();
         }
     }
 
@@ -405,11 +449,14 @@ private:
     {
         int element; // that it is, or -1
         bool isStructure;
+        bool isLayoutItem;
+        bool isTaken = false; // by a layout or an object, as checkIsOnly() says
     };
 
     QList<Step> m_path;
     QList<int> m_open; // of those, the elements
     QSet<QString> m_names;
+    QSet<std::pair<int, int>> m_formCells; // each with its layout; row by row
     bool m_hasWidget = false;
 };
 
@@ -418,6 +465,19 @@ NibFile::NibFile(QByteArray fileContents, QString path)
     , fileName(std::move(path))
 {
     Reader(*this).read();
+}
+
+XmlPlace NibFile::tagBefore(XmlPlace end) const
+{
+    XmlReader xml(contents);
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (!xml.isStartElement() || xml.position() != end)
+            continue;
+        xml.noteTag();
+        return xml.place();
+    }
+    return end;
 }
 
 NS::NibError NibFile::error(NS::NibError::Reason reason, XmlPlace place, const QString &object,

@@ -52,6 +52,9 @@ struct NibElement
     QString className;
     NibText name; ///< empty for an item, and perhaps for a layout or a spacer
     int parent = -1; ///< the index of the parent element
+    bool isCell = false; ///< an item that is no head of a column or row
+    int row = -1; ///< of a cell, if the file says it
+    int column = -1;
     QList<NibProperty> properties;
     QList<NibProperty> attributes; ///< relation to the parent element
 };
@@ -86,11 +89,15 @@ public:
     QList<NibReference> zOrder;
     QList<NibText> alignments; ///< in layouts
     QList<NibText> images;
+    QList<NibText> resources; ///< the .qrc files
     QHash<QString, QString> addPageMethods; ///< of the custom classes that have one
 
     /// An error at that place. `name` cannot be resolved.
     NS::NibError error(NS::NibError::Reason reason, XmlPlace place, const QString &object,
                        const QString &name, const QString &message) const;
+
+    /// Where the tag begins that ends at a place; the place itself if there is none.
+    XmlPlace tagBefore(XmlPlace end) const;
 
 private:
     class Reader;

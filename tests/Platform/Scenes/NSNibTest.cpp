@@ -21,6 +21,7 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTranslator>
 #include <gmock/gmock.h>
@@ -334,6 +335,14 @@ TEST_F(Nib, no_misspelling_is_left_out_in_silence)
     const QString dynamic = u" stdset=\"0\""_s;
     const QString entry = u"<string>owner.view</string>"_s;
     const QString button = u"<widget class=\"QPushButton\" name=\"button\">%1</widget>"_s;
+    const QString twice = u"<widget class=\"%1\" name=\"area\"><widget class=\"%2\" name=\"a\"/>"
+                          "<widget class=\"%2\" name=\"b\"/></widget>"_s;
+    const QString inForm = u"<layout class=\"QFormLayout\"><item row=\"3\" column=\"1\"><widget "
+                           "class=\"QLabel\" name=\"a\"/></item><item %1><widget class=\"QLabel\" "
+                           "name=\"b\"/></item></layout>"_s;
+    const QString table = u"<widget class=\"QTableWidget\" name=\"table\"><row/><column/><item "
+                          "%1><property name=\"text\"><string>a</string></property></item>"
+                          "</widget>"_s;
     const QString laidOut = u"<layout class=\"QGridLayout\" %1><item %2><widget class=\"QLabel\" "
                             "name=\"label\"/></item></layout>"_s;
     const struct
@@ -413,15 +422,100 @@ TEST_F(Nib, no_misspelling_is_left_out_in_silence)
           "text between the elements" },
         { u"<property name=\"enabled\">stray<bool>true</bool></property>"_s, Error::malformed, "",
           "", "text between the elements" },
+        { value.arg(u"palette"_s,
+                    u"<palette><active><colorrole role=\"WindowTxet\"><brush><color/></brush>"
+                    "</colorrole></active><inactive/><disabled/></palette>"_s),
+          Error::unknownProperty, "box", "palette", "there is no role \"WindowTxet\"" },
+        { value.arg(u"palette"_s,
+                    u"<palette><active><colorrole role=\"Window\"><brush brushstyle=\"Solid\">"
+                    "<color/></brush></colorrole></active></palette>"_s),
+          Error::unknownProperty, "box", "palette", "there is no brushstyle \"Solid\"" },
+        { value.arg(u"palette"_s,
+                    u"<palette><active><colorrole role=\"Window\"><brush><color alpha=\"300\"/>"
+                    "</brush></colorrole></active></palette>"_s),
+          Error::unknownProperty, "box", "palette", "\"300\" is no whole number" },
+        { value.arg(u"font"_s, u"<font><stylestrategy>PreferAlias</stylestrategy></font>"_s),
+          Error::unknownProperty, "box", "font", "there is no stylestrategy \"PreferAlias\"" },
+        { value.arg(u"locale"_s, u"<locale language=\"Germn\" country=\"Germany\"/>"_s),
+          Error::unknownProperty, "box", "locale", "there is no language \"Germn\"" },
+        { value.arg(u"locale"_s, u"<locale language=\"German\" country=\"Germny\"/>"_s),
+          Error::unknownProperty, "box", "locale", "there is no country \"Germny\"" },
+        { u"<action name=\"go\"><property name=\"shortcut\"><string notr=\"true\">Strg+S</string>"
+          "</property></action>"_s,
+          Error::unknownProperty, "go", "shortcut", "cannot be \"Strg+S\"" },
+        { u"<action name=\"go\"><property name=\"shortcut\"><string>Ctrl+K, Ctrl+</string>"
+          "</property></action>"_s,
+          Error::unknownProperty, "go", "shortcut", "cannot be \"Ctrl+K, Ctrl+\"" },
+        { value.arg(u"suffix"_s, QString()), Error::unknownProperty, "box", "suffix",
+          "there is no value" },
+        { button.arg(u"<property name=\"outlets\" stdset=\"0\"/>"_s), Error::unknownProperty,
+          "button", "outlets", "there is no value" },
+        { page.arg(u"title"_s, QString()), Error::unknownProperty, "page", "title",
+          "there is no value" },
+        { value.arg(u"suffix"_s, u"<string>a</string><string>b</string>"_s), Error::unknownProperty,
+          "box", "suffix", "there is a second value" },
+        { button.arg(u"<property name=\"mood\" stdset=\"0\"><enum>Mood::glad</enum></property>"_s),
+          Error::unknownProperty, "button", "mood", "no property \"mood\"" },
+        { u"<widget class=\"QDateEdit\" name=\"box\"><property name=\"date\"><date><year>2024"
+          "</year><month>2</month><day>31</day></date></property></widget>"_s,
+          Error::unknownProperty, "box", "date", "there is no date 2024-2-31" },
+        { u"<layout class=\"QVBoxLayout\" name=\"a\"/><layout class=\"QVBoxLayout\" name=\"b\"/>"_s,
+          Error::malformed, "b", "b", "has a layout already" },
+        { u"<layout class=\"QVBoxLayout\"><item><widget class=\"QLabel\" name=\"a\"/><spacer "
+          "name=\"b\"/></item></layout>"_s,
+          Error::malformed, "b", "b", "has an object already" },
+        { twice.arg(u"QScrollArea"_s, u"QLabel"_s), Error::malformed, "b", "QLabel",
+          "the QScrollArea \"area\" has a widget already" },
+        { twice.arg(u"QMainWindow"_s, u"QLabel"_s), Error::malformed, "b", "QLabel",
+          "has a central widget already" },
+        { twice.arg(u"QMainWindow"_s, u"QMenuBar"_s), Error::malformed, "b", "QMenuBar",
+          "has a menu bar already" },
+        { u"<widget class=\"QMenuBar\" name=\"a\"/><widget class=\"QMenuBar\" name=\"b\"/>"_s,
+          Error::malformed, "b", "QMenuBar", "has a menu bar already" },
+        { laidOut.arg(QString(), u"row=\"-1\" column=\"0\""_s), Error::unknownProperty, "", "row",
+          "out of range" },
+        { laidOut.arg(QString(), u"row=\"0\" column=\"99999999\""_s), Error::unknownProperty, "",
+          "column", "out of range" },
+        { laidOut.arg(QString(), u"row=\"0\" column=\"0\" colspan=\"0\""_s), Error::unknownProperty,
+          "", "colspan", "out of range" },
+        { laidOut.arg(u"rowstretch=\"-1\""_s, u"row=\"0\" column=\"0\""_s), Error::unknownProperty,
+          "", "rowstretch", "out of range" },
+        { inForm.arg(u"row=\"0\" column=\"2\""_s), Error::unknownProperty, "", "column",
+          "column 0, 1 or both" },
+        { inForm.arg(u"row=\"3\" column=\"0\" colspan=\"2\""_s), Error::malformed, "", "",
+          "an item in row 3, column 1 already" },
+        { table.arg(u"row=\"1\" column=\"0\""_s), Error::malformed, "table", "QTableWidget",
+          "no cell in row 1, column 0" },
+        { table.arg(u"row=\"0\""_s), Error::malformed, "table", "QTableWidget",
+          "no cell in row 0, column -1" },
+        { u"<nosuch/>"_s, Error::malformed, "", "", "Form.ui:2:1: Unexpected element nosuch" },
+        { value.arg(u"font"_s, u"<font><siez>3</siez></font>"_s), Error::malformed, "", "",
+          "Form.ui:2:65: Unexpected element siez" },
+        { u"<layout class=\"QVBoxLayout\" streched=\"1\"/>"_s, Error::malformed, "", "",
+          "Form.ui:2:1: Unexpected attribute streched" },
+        { u"<Widget class=\"QLabel\" name=\"label\"/>"_s, Error::malformed, "", "",
+          "there is no element <Widget>" },
     };
     for (const auto &row : rows) {
         const Error error = errorOf([&] { form(row.inside).instantiate(&owner); });
+        EXPECT_STREQ(errorOf([&] { form(row.inside).check(); }).what(), error.what());
         EXPECT_EQ(error.reason(), row.reason) << qPrintable(row.inside) << error.what();
         EXPECT_EQ(error.object(), QString::fromUtf8(row.object)) << error.what();
         EXPECT_EQ(error.name(), QString::fromUtf8(row.name)) << error.what();
         EXPECT_THAT(error.what(), ::testing::HasSubstr(row.message)) << qPrintable(row.inside);
         EXPECT_EQ(error.line(), 2) << error.what();
+        EXPECT_GT(error.column(), 0) << error.what();
     }
+    const QTemporaryDir folder;
+    const auto withResources = [&](const QString &file) {
+        return NS::Nib("<ui version=\"4.0\"><widget class=\"QWidget\" name=\"Form\"/>\n<resources>"
+                       "<include location=\"icons.qrc\"/></resources></ui>",
+                       file);
+    };
+    const std::unique_ptr<QWidget> root(withResources(folder.filePath(u"Form.ui"_s)).instantiate());
+    EXPECT_STREQ(errorOf([&] { withResources(folder.filePath(u"Form.ui"_s)).check(); }).what(),
+                 "Form.ui:2:12: there is no resource file \"icons.qrc\"");
+    EXPECT_NO_THROW(withResources(u":/Form.ui"_s).check());
     const Error second =
             errorOf([&] { form({}, u"\n<widget class=\"QWidget\" name=\"other\"/>"_s); });
     EXPECT_STREQ(second.what(), "Form.ui:3:1: other: there is a second outermost widget");
