@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DragAndDrop.h"
+#include "Drawing/Shades.h"
 #include "HugePicture.h"
+#include "Pictures.h"
 #include "TemporaryFolder.h"
 #include "View/BusyCursor.h"
 
@@ -334,6 +336,28 @@ TEST_F(ImageViewTest, an_empty_well_has_an_outline_and_says_what_to_do)
     view.resize(200, 80);
     view.setImage(NS::Image(filled({ 4, 4 }, Qt::red)));
     EXPECT_FALSE(seen(edge));
+}
+
+TEST_F(ImageViewTest, its_outlines_are_sharp_and_equally_thick_at_every_scale_and_place)
+{
+    QMimeData picture;
+    picture.setImageData(filled({ 2, 2 }, Qt::red));
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        for (int place = 5; place < 9; ++place) {
+            SCOPED_TRACE(QString::number(scale).toStdString() + " at " + std::to_string(place));
+            QWidget window;
+            window.resize(100, 80);
+            auto *const well = new NS::ImageView(&window);
+            well->setEditable(true);
+            well->setGeometry(place, place, 70 + place, 50 + place);
+            const QRect pixels = pixelsOf(well->geometry(), scale);
+            expectOutline(::picture(window, scale), pixels,
+                          Pellarvine::detail::edgeColor(well->palette()), int(scale), true);
+            ASSERT_TRUE(isWelcome(*well, picture));
+            expectOutline(::picture(window, scale), pixels,
+                          well->palette().color(QPalette::Highlight), int(2 * scale));
+        }
+    }
 }
 
 TEST_F(ImageViewTest, style_sheets_apply_as_to_a_frame)
