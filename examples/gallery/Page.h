@@ -18,8 +18,8 @@ public:
     /// Where the page puts its widgets, below the heading.
     QBoxLayout *content() const { return m_content; }
 
-    /// Has its labels, but for code, begin at the side of the layout direction. A label alone goes
-    /// by its text, which is English from right to left too.
+    /// Aligns the texts of its labels, except for code, and of its spin boxes to the side of the
+    /// layout direction. By themselves they go by the direction of their text, which is English.
     void alignTexts();
 
     /// Brings the page into the state that its picture should show. Called for screenshots only.

@@ -207,7 +207,7 @@ QFrame *SegmentsPage::makeWidths()
 
     QFrame *const card = makeCard(::tr("Filling whatever width there is"));
     layoutOf(card)->addWidget(m_paper, 0, Qt::AlignLeft);
-    layoutOf(card)->addWidget(m_widths);
+    layoutOf(card)->addWidget(m_widths, 0, Qt::AlignLeft);
     auto *const row = new QHBoxLayout;
     row->setSpacing(Theme::unit);
     row->addWidget(name);
