@@ -14,7 +14,7 @@ QT_FORWARD_DECLARE_CLASS(QPainter)
 
 namespace CA {
 
-/// A coloured rectangle in a tree of such, drawn beneath what a widget itself draws:
+/// A coloured rectangle in a tree of layers, which is drawn below the widget's own drawing:
 ///
 ///     NS::setWantsLayer(panel, true);
 ///     NS::layer(panel)->setBackgroundColor(Qt::white);
@@ -22,9 +22,10 @@ namespace CA {
 ///     line->setFrame(QRectF(0, 0, 100, 1)); // along the lower edge
 ///     NS::layer(panel)->addSublayer(line);
 ///
-/// Frames are in device-independent pixels, in the layer above, with y growing upwards. A layer
-/// that is invisible for having no colour still shows its sublayers. Nothing animates: changes show
-/// at the next paint. To be held by std::shared_ptr; a layer keeps its sublayers. Main thread only.
+/// Frames are in device-independent pixels of the layer above, with y upwards. A layer without a
+/// colour still shows its sublayers. Nothing is animated: changes show at the next paint. Layers
+/// must be made by std::make_shared; a layer shares the ownership of its sublayers. Main thread
+/// only.
 class PELLARVINE_EXPORT Layer : public QObject, public std::enable_shared_from_this<Layer>
 {
     Q_OBJECT
@@ -46,8 +47,8 @@ public:
     QColor backgroundColor() const;
     void setBackgroundColor(const QColor &color);
 
-    /// Default: 0. Round corners cut off what the sublayers draw there. Values below 0 count as
-    /// 0, and ones above half a side as that.
+    /// In device-independent pixels; default: 0. Round corners clip the sublayers. Values below 0
+    /// count as 0, values above half a side as half a side.
     double cornerRadius() const;
     void setCornerRadius(double radius);
 
@@ -55,11 +56,11 @@ public:
     const QList<std::shared_ptr<Layer>> &sublayers() const;
     Layer *superlayer() const; ///< null at the top
 
-    /// Puts the layer in front of the other sublayers, taking it from where it was. Neither null
-    /// nor this layer nor one above it.
+    /// Puts the layer in front of the other sublayers, and removes it from its previous superlayer.
+    /// `layer` must not be null, this layer, or a layer above it.
     void addSublayer(const std::shared_ptr<Layer> &layer);
 
-    /// Does nothing at the top. The layer ends if nobody else holds it.
+    /// Does nothing without a superlayer. Deletes the layer if nothing else owns it.
     void removeFromSuperlayer();
 
     /// Draws the layer and those below it into a space of that height; the painter's y grows
@@ -71,7 +72,7 @@ Q_SIGNALS:
     void frameChanged(const QRectF &frame);
     void backgroundColorChanged(const QColor &color);
     void cornerRadiusChanged(double radius);
-    void needsDisplay(); ///< of the topmost layer: anything in the tree looks different
+    void needsDisplay(); ///< emitted by the topmost layer when anything in its tree has changed
 
 private:
     void noteChange();
