@@ -7,15 +7,15 @@
 
 namespace Pellarvine {
 
-/// A view with a background and, along any of its edges, a line one unit thick:
+/// A view with a background colour and a thin line along any of its edges:
 ///
 ///     auto *const header = new Pellarvine::BorderView;
 ///     header->setBackgroundColor(QColor(0xf6, 0xf7, 0xf9));
 ///     header->setHasBottomBorder(true);
 ///
-/// The lines of the upper and lower edge end where those of the left and right begin, so that
-/// translucent ones nowhere cover each other. The lines are layers: whatever the view contains is
-/// drawn over them. Main thread only.
+/// Lines are one device-independent pixel thick, rounded down to whole pixels of the screen. The
+/// lines of the upper and lower edge end beside those of the left and right edge, so that
+/// translucent lines do not overlap. Children are drawn over the lines. Main thread only.
 class PELLARVINE_EXPORT BorderView : public QWidget
 {
     Q_OBJECT
@@ -43,7 +43,7 @@ public:
     ~BorderView() override;
 
     /// @{
-    /// The view's for as long as it lives, shown or not; never null.
+    /// The lines, shown or not. The view owns them; never null.
     CA::Layer *leftLayer() const;
     CA::Layer *rightLayer() const;
     CA::Layer *topLayer() const;
@@ -54,13 +54,13 @@ public:
     QColor backgroundColor() const;
     void setBackgroundColor(const QColor &color);
 
-    /// Of all four lines, also of those not shown. Default: black at 25 % opacity.
+    /// The colour of all lines, shown or not. Default: black at 25 % opacity.
     QColor borderColor() const;
     void setBorderColor(const QColor &color);
 
     /// @{
-    /// Default: all false. A line comes and goes at once; its neighbours take the new room at the
-    /// next layout pass. Setting again what is set brings back a layer that was moved elsewhere.
+    /// Default: all false. The setters show or hide the line at once; its neighbours change their
+    /// length at the next layout pass. Setting an equal value attaches a layer that was removed.
     bool hasLeftBorder() const;
     void setHasLeftBorder(bool hasBorder);
     bool hasRightBorder() const;
@@ -76,11 +76,11 @@ public:
     bool usesPaletteColors() const;
     void setUsesPaletteColors(bool usesPaletteColors);
 
-    /// Attaches the lines that are to be seen to the view's layer and detaches the others. Setting
-    /// a flag does this; call it after `NS::setWantsLayer` has given the view another layer.
+    /// Attaches the shown lines to the view's layer and detaches the others. The setters of the
+    /// flags do this; call it after `NS::setWantsLayer` has given the view another layer.
     Q_INVOKABLE void updateLayerVisibility();
 
-    /// Places the lines that are to be seen along the edges of the view's bounds.
+    /// Places the shown lines along the edges of the view's bounds.
     Q_INVOKABLE virtual void performLayout();
 
 Q_SIGNALS:

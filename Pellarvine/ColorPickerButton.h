@@ -20,10 +20,9 @@ namespace Pellarvine {
 ///     const Pellarvine::Binding binding(fill, u"color"_s, shape, u"fill"_s);
 ///
 /// The button takes a colour that is dropped on it or pasted, as a colour or as hex text
-/// ("#1ABC9C"), and gives its own by dragging it out and by copying. Its tool tip, unless one is
-/// set, and its accessible description tell the colour. In style sheets it is a QPushButton:
-/// `background` and `border` apply to what is around the swatch, which keeps its place. Main thread
-/// only.
+/// ("#1ABC9C"). Its own colour can be dragged out and copied. The tool tip, unless the program sets
+/// one, and the accessible description name the colour. In style sheets it is a QPushButton:
+/// `background` and `border` apply around the swatch. Main thread only.
 class PELLARVINE_EXPORT ColorPickerButton : public NS::Button, public NS::KeyValueObserver
 {
     Q_OBJECT
@@ -41,15 +40,15 @@ public:
     /// Default: green. An invalid colour is taken for an opaque black.
     QColor color() const;
 
-    /// What the context menu and the popover go back to. Invalid if there is no such colour.
-    /// Default: invalid.
+    /// The colour to which the context menu and the popover can return. Default: invalid, which
+    /// offers nothing.
     QColor defaultColor() const;
     void setDefaultColor(const QColor &color);
 
-    /// What the popovers show. The button owns it.
+    /// The content of the popover. The button owns it.
     ColorPickerViewController *viewController() const;
 
-    /// What the popover changes: called for each change of the panel's colour while one is open.
+    /// Called for each change of the panel's colour while a popover is open.
     void observeValue(const QString &keyPath, QObject *object,
                       const NS::KeyValueChange *change) override;
 
@@ -58,20 +57,18 @@ public:
 
 public Q_SLOTS:
     void setColor(const QColor &color);
-    /// To the default colour; does nothing if there is none.
+    /// Sets the default colour. Does nothing if that is invalid.
     void resetColor();
 
-    /// What a click does: has the panel show the button's colour, starts to follow it, and opens a
-    /// popover to the right of the button. Without a parent widget none is opened; the button
-    /// follows the panel all the same, until a popover of its own closes.
+    /// Called by a click: sets the panel's colour to the button's, follows the panel, and opens a
+    /// popover to the right of the button. A button without a parent widget opens no popover, but
+    /// follows the panel.
     void buttonPressed();
-    /// Ends one following of the panel. A popover calls it when it closes.
+    /// Called when a popover closes: stops following the panel.
     void popoverDidClose();
 
-    /// To the clipboard, as a colour and as hexadecimal text.
-    void copy();
-    /// From the clipboard, which does nothing if that has no colour.
-    void paste();
+    void copy(); ///< to the clipboard, as a colour and as hexadecimal text
+    void paste(); ///< from the clipboard; does nothing if that holds no colour
 
 Q_SIGNALS:
     void colorChanged(const QColor &color);

@@ -14,8 +14,8 @@ namespace Pellarvine {
 ///     Pellarvine::ColorPickerViewController picker;
 ///     NS::addAndPin(inspector, picker.view());
 ///
-/// The content exists once. It returns to the panel when the panel is shown and when this
-/// controller is destroyed. Main thread only.
+/// The content exists once. The panel takes it back when the panel is shown or this controller is
+/// deleted. Main thread only.
 class PELLARVINE_EXPORT ColorPickerViewController : public NS::ViewController
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ Q_SIGNALS:
     void colorPanelChanged(NS::ColorPanel *colorPanel);
 
 protected:
-    /// Hides the panel if it is on the screen, and takes its content as the view.
+    /// Hides the panel and takes its content as the view.
     void loadView() override;
 
 private:

@@ -7,15 +7,15 @@
 
 namespace Pellarvine {
 
-/// A segmented control whose segments fill it, however wide it is made: all equally wide, but for
-/// the last one, which takes what is left.
+/// A segmented control whose segments fill its whole width. All have the same width, except for the
+/// last one, which takes the rest:
 ///
 ///     auto *const alignment = new Pellarvine::FullWidthSegmentedControl;
 ///     alignment->setLabels({ tr("Left"), tr("Centre"), tr("Right") });
 ///     inspectorLayout->addWidget(alignment); // as wide as the inspector
 ///
-/// The widths of its segments are set anew whenever it is given a frame, and when the number of
-/// segments changes; what `setWidth` sets holds until then. Main thread only.
+/// A new frame and a new number of segments set the widths of all segments. A width that was set by
+/// `setWidth` is kept until then. Widths are in device-independent pixels. Main thread only.
 class PELLARVINE_EXPORT FullWidthSegmentedControl : public NS::SegmentedControl
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
     explicit FullWidthSegmentedControl(QWidget *parent = nullptr);
     ~FullWidthSegmentedControl() override;
 
-    /// As `NS::setFrame`, and spreads the segments even where the frame stays the same.
+    /// Like `NS::setFrame`. Sets the widths of the segments even if the frame is equal.
     Q_INVOKABLE virtual void setFrame(const QRectF &frame);
 
     double widthForSegment(int segment) const override;

@@ -13,8 +13,8 @@ namespace Pellarvine {
 ///     auto *const cell = new Pellarvine::InspectorSectionTableCellView;
 ///     table->setCellWidget(row, column, cell);
 ///
-/// Of itself it draws the line alone: neither a background nor the selection, which the table shows
-/// behind it. Main thread only.
+/// It draws only the line; the background and the selection are drawn by the table. Main thread
+/// only.
 class PELLARVINE_EXPORT InspectorSectionTableCellView : public NS::TableCellView
 {
     Q_OBJECT

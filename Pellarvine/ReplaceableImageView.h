@@ -12,9 +12,9 @@ QT_FORWARD_DECLARE_CLASS(QUrl)
 
 namespace Pellarvine {
 
-/// An image view whose picture the user exchanges, by a double click that lets them choose a file,
-/// or by dropping or pasting a file. A program gets the file's bytes, so that it can keep the
-/// picture as it was supplied rather than encode it anew:
+/// An image view whose picture the user can replace: a double click, Return or Space chooses a
+/// file, and files can be dropped and pasted. The program gets the bytes of the file, so that it
+/// can store the picture without encoding it again:
 ///
 ///     auto *const logo = new Pellarvine::ReplaceableImageView(form);
 ///     logo->setAccessibleName(tr("Logo"));
@@ -22,20 +22,17 @@ namespace Pellarvine {
 ///     connect(logo, &NS::ImageView::imageEdited, invoice,
 ///             [invoice](const NS::Image &, const QByteArray &data) { invoice->setLogo(data); });
 ///
-/// `imageEdited` tells everything that the user does: `data` is the file, a PNG file of a picture
-/// that was pasted or dropped without one, or empty when the user cut or deleted the picture. The
-/// delegate is told of files alone: a program that keeps what the delegate gets must forget it
-/// when `imageEdited` carries other data.
+/// `imageEdited` reports every edit: `data` is the file, a PNG file of a picture that came without
+/// a file, or empty if the user has removed the picture. The delegate is called for files only: a
+/// program that stores the bytes that the delegate gets must also clear them when the user pastes
+/// or removes a picture.
 ///
-/// Return and Space choose a file as the double click does, and so does the context menu. The view
-/// is editable from the start; one that is made not to be takes no drops, but still lets choose.
+/// The view is editable by default. If it is not, it takes no drops, but a file can be chosen.
 ///
-/// Files are read on a thread of their own: while a large one is, the pointer is busy, the view
-/// shows a spinner and the window goes on painting. Directories, pipes, devices and what is not on
-/// this machine are no files. A chosen file that is no picture, or that cannot be read, is passed
-/// over in silence; a picture that is too large is refused as NS::ImageView does it. A file that is
-/// dropped and cannot be read is shown or not as NS::ImageView has it, and prints a warning. Main
-/// thread only.
+/// Files are read and decoded on another thread. If that takes long, the view shows a spinner and
+/// accepts no drags. Only ordinary local files are read. A chosen file that cannot be read, or is
+/// not a picture, is ignored. A picture that is too large is refused, see NS::ImageView. A dropped
+/// file that cannot be read prints a warning. Main thread only.
 class PELLARVINE_EXPORT ReplaceableImageView : public NS::ImageView
 {
     Q_OBJECT
@@ -45,27 +42,27 @@ public:
     explicit ReplaceableImageView(QWidget *parent = nullptr);
     ~ReplaceableImageView() override;
 
-    /// Not owned, and null once it is destroyed. See ReplaceableImageViewDelegate for what makes an
-    /// object one.
+    /// Default: null. The view does not own it; null after it has been deleted. Any object can be a
+    /// delegate, see ReplaceableImageViewDelegate.
     QObject *delegate() const;
     void setDelegate(QObject *delegate);
 
     QMenu *createStandardContextMenu() override;
 
 public Q_SLOTS:
-    /// Lets the user choose an image file, in a sheet on the window; returns at once. A chosen
-    /// image is shown, through the value binding if the view has one, and handed to the delegate.
-    /// Does nothing while the window is not shown.
+    /// Opens a file dialog on the window and returns at once. The chosen image is shown, through
+    /// the value binding if there is one, and its file is passed to the delegate. Does nothing
+    /// while the window is hidden.
     void selectImage();
 
 Q_SIGNALS:
     void delegateChanged(QObject *delegate);
 
 protected:
-    /// After NS::ImageView's, if that took the drop: hands the first file to the delegate, and no
-    /// other, whether it is an image or not.
+    /// Calls NS::ImageView's function. If that accepts the drop, passes the first file, image or
+    /// not, to the delegate.
     bool performDragOperation(QDropEvent *event) override;
-    /// Hands the file to the delegate.
+    /// Passes the file to the delegate.
     void didTakeFile(const QByteArray &contents) override;
 
     void keyPressEvent(QKeyEvent *event) override;

@@ -9,8 +9,8 @@ namespace Pellarvine {
 
 class ReplaceableImageView;
 
-/// What a ReplaceableImageView tells. Its one operation is optional, and found by its name: an
-/// object of any class can be the delegate, and is told if the class declares the operation itself:
+/// Receives the files of a ReplaceableImageView. An object of any class can be the delegate if its
+/// class declares this method, which is found by its name:
 ///
 ///     class Invoice : public QObject {
 ///         Q_OBJECT
@@ -19,7 +19,7 @@ class ReplaceableImageView;
 ///                                               const Pellarvine::Data &didLoadImageData);
 ///     };
 ///
-/// A class that derives from this one instead has the compiler check how it writes the operation.
+/// In a class that derives from this one, the compiler checks the method. Main thread only.
 class PELLARVINE_EXPORT ReplaceableImageViewDelegate : public QObject
 {
     Q_OBJECT
@@ -28,8 +28,7 @@ public:
     using QObject::QObject;
     ~ReplaceableImageViewDelegate() override;
 
-    /// The user has put a picture into `view`; these are the bytes of its file, every one as it
-    /// was.
+    /// Called when the user has put a file into `view`, with the unchanged bytes of the file.
     Q_INVOKABLE virtual void replaceableImageView(Pellarvine::ReplaceableImageView *view,
                                                   const Pellarvine::Data &didLoadImageData) = 0;
 };

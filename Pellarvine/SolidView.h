@@ -16,11 +16,10 @@ namespace Pellarvine {
 ///     swatch->setBackgroundColor(QColor(0x2f, 0x6f, 0xde));
 ///     swatch->setRadius(6);
 ///
-/// It draws by its layer. Setting `backgroundColor`, to whatever value, or `usesPaletteColors`
-/// fills that; until then the view is clear, in Qt Designer as in the program. `radius` and the
-/// loading of an interface file turn the layer on without filling it. Of style sheets,
-/// `background-color` applies while `usesPaletteColors` is set; `background-image`, `border` and
-/// `padding` never do. Main thread only.
+/// The view is transparent until `backgroundColor` is set, even to its default, or
+/// `usesPaletteColors` is turned on. This is so in Qt Designer too. Of style sheets,
+/// `background-color` applies if `usesPaletteColors` is set; `background-image`, `border` and
+/// `padding` do not apply. Main thread only.
 class PELLARVINE_EXPORT SolidView : public QWidget
 {
     Q_OBJECT
@@ -34,12 +33,12 @@ public:
     explicit SolidView(QWidget *parent = nullptr);
     ~SolidView() override;
 
-    /// Default: white, which fills nothing before it is set.
+    /// Default: white, which is drawn only after it has been set.
     QColor backgroundColor() const;
     void setBackgroundColor(const QColor &color);
 
-    /// Of the corners, in device-independent pixels; default: 0. A corner is never more than a
-    /// quarter of a circle within half the shorter side.
+    /// The radius of the corners in device-independent pixels; default: 0. At most half the shorter
+    /// side is drawn.
     double radius() const;
     void setRadius(double radius);
 
@@ -48,9 +47,9 @@ public:
     bool usesPaletteColors() const;
     void setUsesPaletteColors(bool usesPaletteColors);
 
-    /// Called once the interface file that the view comes from is loaded.
+    /// Called after the interface file of the view has been loaded.
     Q_INVOKABLE virtual void awakeFromNib();
-    /// Called where the view is to be seen while an interface is being designed.
+    /// Called when the view is shown in an interface designer.
     Q_INVOKABLE virtual void prepareForInterfaceBuilder();
 
 Q_SIGNALS:

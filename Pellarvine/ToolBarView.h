@@ -29,8 +29,7 @@ public:
     explicit ToolBarView(QWidget *parent = nullptr);
     ~ToolBarView() override;
 
-    /// Whether the strip is white, or only the line is drawn over what lies behind.
-    /// Default: true.
+    /// Whether the strip is white. If not, only the line is drawn. Default: true.
     bool opaqueBackground() const;
     void setOpaqueBackground(bool isOpaque);
 

@@ -10,7 +10,7 @@
 namespace NS {
 
 /// A push button whose interior is drawn by its cell. The bezel, the focus ring, keys and clicks
-/// are QPushButton's own, in whatever style the program runs.
+/// are those of QPushButton in the program's style. Main thread only.
 ///
 ///     auto *const button = new NS::Button(bar);
 ///     button->setCell(new LevelCell);
@@ -26,9 +26,10 @@ public:
     explicit Button(const QString &text, QWidget *parent = nullptr); ///< likewise
     ~Button() override;
 
-    /// Never null, unless the cell was destroyed by others.
+    /// Null only after the program has deleted the cell.
     ButtonCell *cell() const;
-    /// Takes the cell, from another button too, and deletes the one before it. Not null.
+    /// Takes ownership of the cell, which another button may own, and deletes the previous one.
+    /// `cell` must not be null.
     void setCell(ButtonCell *cell);
 
 Q_SIGNALS:

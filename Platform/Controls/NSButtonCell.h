@@ -12,8 +12,8 @@ namespace NS {
 
 class Button;
 
-/// Draws what is inside a button's bezel. This one draws the button's text and icon; a subclass
-/// draws something else:
+/// Draws the inside of a button's bezel: the button's text and icon. A subclass draws something
+/// else:
 ///
 ///     class LevelCell : public NS::ButtonCell {
 ///         void drawInterior(const QRectF &frame, QWidget *) override
@@ -21,7 +21,7 @@ class Button;
 ///     };
 ///     button->setCell(new LevelCell);
 ///
-/// The button that it is set on owns it.
+/// The button owns its cell. Main thread only.
 class PELLARVINE_EXPORT ButtonCell : public QObject
 {
     Q_OBJECT
@@ -30,12 +30,11 @@ public:
     explicit ButtonCell(QObject *parent = nullptr);
     ~ButtonCell() override;
 
-    /// The button that it draws for; null until it is set on one.
+    /// The button to which the cell belongs; null if there is none.
     QWidget *controlView() const;
 
-    /// Draws with the current graphics context. `frame` is the whole button in its own coordinates,
-    /// y downwards, as always for controls; `view` is the button. The painter's state is the
-    /// caller's affair: it is restored afterwards.
+    /// Draws into the current graphics context. `frame` is the whole button in device-independent
+    /// pixels, with y downwards; `view` is the button. The caller restores the painter's state.
     virtual void drawInterior(const QRectF &frame, QWidget *view);
 
 private:

@@ -13,11 +13,11 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 
 namespace NS {
 
-/// Where an item of a list of choices has what is shown and stored.
+/// The keys of an item of a list of choices.
 struct ChoiceKeys
 {
-    QString title = {}; ///< what is shown; the item itself if empty
-    QString tag = {}; ///< what `selectedTag` stands for; the item itself if empty
+    QString title = {}; ///< of the shown text; if empty, the item itself
+    QString tag = {}; ///< of the value of `selectedTag`; if empty, the item itself
 };
 
 /// Offers the items of a model's list in `control`, a QComboBox or a SegmentedControl, and gives it
@@ -32,8 +32,8 @@ struct ChoiceKeys
 /// QObjects, the title. The selection stays with its item while others come and go; a selection
 /// that is not in the list is shown as none, and changes only when the user makes another.
 ///
-/// Replaces the choices that the control had. Throws `KeyValueException` for keys that the model or
-/// a first item lacks, and `std::invalid_argument` for another kind of control.
+/// Replaces the choices of an earlier call. Throws `KeyValueException` if the model or its first
+/// item lacks a key, and `std::invalid_argument` for another kind of control. Main thread only.
 PELLARVINE_EXPORT void bindChoices(QWidget *control, const ObjectReference &observed,
                                    const QString &keyPath, const ChoiceKeys &keys = {});
 

@@ -6,6 +6,7 @@
 #include "Controls/PictureTransfer.h"
 #include "Drawing/ImageDecoding.h"
 #include "Drawing/Shades.h"
+#include "View/BusyCursor.h"
 #include "View/FocusRing.h"
 
 #include <QApplication>
@@ -364,7 +365,7 @@ void ImageView::contextMenuEvent(QContextMenuEvent *event)
 void ImageView::dragEnterEvent(QDragEnterEvent *event)
 {
     // Only what is copied: nobody loses the file that they drop here.
-    const bool isWelcome = d->isEditable && event->source() != this
+    const bool isWelcome = d->isEditable && event->source() != this && !detail::isBusy(this)
                            && (event->possibleActions() & Qt::CopyAction)
                            && detail::holdsPicture(event->mimeData());
     if (!isWelcome)

@@ -17,7 +17,7 @@ struct TakenPicture;
 
 namespace NS {
 
-/// Shows a picture, and lets the user exchange it where it is editable:
+/// Shows a picture. If it is editable, the user can replace the picture:
 ///
 ///     auto *const portrait = new NS::ImageView(form);
 ///     portrait->setAccessibleName(tr("Portrait"));
@@ -25,16 +25,12 @@ namespace NS {
 ///     portrait->setPlaceholderText(tr("Drop a picture here"));
 ///     connect(portrait, &NS::ImageView::imageEdited, form, &Form::storePortrait);
 ///
-/// Its frame is QFrame's: none unless `frameStyle` is set. In style sheets it is a QFrame:
-/// `background`, `border`, `padding` and, for its texts, `color` apply. Lengths are in
-/// device-independent pixels; a bitmap of more pixels than its size in points uses them where the
-/// screen has them. Of animated formats the first frame is shown. Formats are those of Qt's image
-/// plugins: Debian's qt6-image-formats-plugins adds WebP and TIFF, kimageformat6-plugins AVIF and
-/// HEIF. Pictures from files that have more pixels than a large screen keep their size and are
-/// decoded to fewer pixels; colours are those of sRGB, to which a file's colour profile is
-/// converted. Files above 512 MB, and pictures that would take more memory than that, are refused:
-/// the view says so until the user does something, and imageRefused() tells the program. Screen
-/// readers see a graphic, named by `accessibleName`.
+/// It reads the formats of Qt's image plugins: Debian's qt6-image-formats-plugins adds WebP and
+/// TIFF, kimageformat6-plugins AVIF and HEIF. It shows the first frame of an animation, converts
+/// colour profiles to sRGB, and decodes pictures that are larger than a screen to fewer pixels.
+/// Pictures that need more than 512 MB are refused: see imageRefused(). Lengths are in
+/// device-independent pixels. In style sheets it is a QFrame: `background`, `border`, `padding` and
+/// `color` apply. Screen readers find a graphic, named by `accessibleName`. Main thread only.
 class PELLARVINE_EXPORT ImageView : public QFrame
 {
     Q_OBJECT
@@ -48,7 +44,6 @@ class PELLARVINE_EXPORT ImageView : public QFrame
                        placeholderTextChanged)
 
 public:
-    /// How large the image is drawn. imageAlignment() says where, if that is not the whole view.
     enum ImageScaling {
         scaleProportionallyDown, ///< in its own size, or smaller where that does not fit
         scaleAxesIndependently, ///< over the whole view, without keeping its proportions
@@ -60,45 +55,36 @@ public:
     explicit ImageView(QWidget *parent = nullptr);
     ~ImageView() override;
 
-    /// Default: empty.
-    const Image &image() const;
+    const Image &image() const; ///< default: empty
 
-    /// The file that the image came from, byte for byte: what the user dropped or pasted, or what
-    /// setImageData() was given. Empty for an image that came without one. Copying and dragging out
-    /// give away that very file, beside the image.
+    /// The file that the image came from, byte for byte; empty if it came without one. Copying and
+    /// dragging give this file to other programs, beside the image.
     QByteArray imageData() const;
-    /// Shows the picture that `contents` is a file of, which is decoded as a dropped one is.
-    /// Whether it could be; if not, nothing changes.
+    /// Decodes a file in this thread and shows it. Returns false, and changes nothing, on failure.
     bool setImageData(const QByteArray &contents);
 
-    /// Default: scaleProportionallyDown.
-    ImageScaling imageScaling() const;
+    ImageScaling imageScaling() const; ///< default: scaleProportionallyDown
     void setImageScaling(ImageScaling scaling);
 
-    /// Where an image lies that does not fill the view. Default: Qt::AlignCenter. Left and right
-    /// change places in a right-to-left program, unless Qt::AlignAbsolute is set.
+    /// The place of an image that does not fill the view. Default: Qt::AlignCenter. In a
+    /// right-to-left layout, left and right are swapped unless Qt::AlignAbsolute is set.
     Qt::Alignment imageAlignment() const;
     void setImageAlignment(Qt::Alignment alignment);
 
-    /// Whether the user may drop an image file or image data onto the view, and focus it to cut,
-    /// copy, paste and delete, and drag the image out. Default: false. Setting it chooses the focus
-    /// policy.
+    /// Whether the user can drop a picture onto the view, drag it out, and cut, copy, paste and
+    /// delete it. Default: false. The setter also sets the focus policy.
     bool isEditable() const;
     void setEditable(bool isEditable);
 
-    /// Shown in an empty view. Default: empty. An empty view that is editable has a dashed outline,
-    /// and says that a picture can be dropped there if there is no placeholder text.
+    /// The text of an empty view. Default: empty. An empty view that is editable has a dashed
+    /// outline and, without a placeholder text, says that a picture can be dropped there.
     QString placeholderText() const;
     void setPlaceholderText(const QString &text);
 
-    /// Where the image is drawn; empty if there is none.
-    QRectF imageRect() const;
-
-    /// Why the picture that the user last dropped or pasted is not shown; empty from when the user
-    /// or the program does anything else with the view.
+    QRectF imageRect() const; ///< of the image in the view; empty if there is none
+    /// The reason why the last picture was refused, until the view is used again; else empty.
     QString refusal() const;
-
-    /// What an editable view offers at a right click, for the caller to show and delete.
+    /// The context menu of an editable view. The caller owns it.
     virtual QMenu *createStandardContextMenu();
 
     QSize sizeHint() const override;
@@ -106,12 +92,10 @@ public:
 
 public Q_SLOTS:
     void setImage(const NS::Image &image);
-    /// Removes the image.
-    void clear();
+    void clear(); ///< removes the image
 
     /// @{
-    /// To and from the clipboard, as the user's doing: all but copy() work in an editable view
-    /// only.
+    /// Edits by the user. All but copy() do nothing unless the view is editable.
     void cut();
     void copy();
     void paste();
@@ -119,12 +103,12 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void imageChanged(const NS::Image &image);
-    /// After imageChanged(), if it was the user who dropped, pasted, cut or deleted. `data` is what
-    /// to store: the contents of the file that was dropped or pasted, byte for byte; a PNG file of
-    /// an image that came without one; empty when the image was removed.
+    /// The user has dropped, pasted, cut or deleted; emitted after imageChanged(). `data` is to be
+    /// stored: the file, byte for byte; a PNG file of an image that came without a file; empty if
+    /// the image was removed.
     void imageEdited(const NS::Image &image, const QByteArray &data);
-    /// A picture that the user has dropped or pasted is not shown, for the translated `reason`: it
-    /// is damaged or too large.
+    /// A picture is damaged or too large, and is not shown. The view shows the translated `reason`
+    /// until it is used again.
     void imageRefused(const QString &reason);
     void imageScalingChanged(NS::ImageView::ImageScaling scaling);
     void imageAlignmentChanged(Qt::Alignment alignment);
@@ -132,15 +116,14 @@ Q_SIGNALS:
     void placeholderTextChanged(const QString &text);
 
 protected:
-    /// Shows what was dropped and says whether there was something to show: the first of the files
-    /// if it is an image, else image data. Other files, and what is not on this machine, are not.
+    /// Shows the first of the dropped files if it is a local image, else the dropped image data.
+    /// Returns false if there is neither.
     virtual bool performDragOperation(QDropEvent *event);
 
-    /// Called after imageEdited() if the image came from a file that was dropped or pasted, with
-    /// the contents of that file. Does nothing here.
+    /// Called after imageEdited() for a dropped or pasted file. Does nothing here.
     virtual void didTakeFile(const QByteArray &contents);
 
-    /// Has imageData() give `contents`, a file with that name, if `image` is what the view shows.
+    /// Sets imageData() and its file name if the view shows `image`.
     void rememberFile(const NS::Image &image, const QByteArray &contents, const QString &name);
 
     /// Shows the reason in the view and emits imageRefused().

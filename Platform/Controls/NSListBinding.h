@@ -18,13 +18,14 @@ namespace NS {
 ///     NS::bind(m_table, team, u"members"_s,
 ///              { { u"name"_s, tr("Name") }, { u"address.city"_s, tr("City") } });
 ///
-/// A QListView and a QComboBox show the first column. What can be shown, and how edits go back, is
-/// said at ObjectListModel, which this makes for the view. The view owns it, and shows nothing
-/// anymore once it is deleted. Of the selection, `view->selectionModel()` tells from now on: the
-/// former one is deleted, and so is the ObjectListModel that a former call has made.
+/// A QListView and a QComboBox show the first column. See ObjectListModel for the values that can
+/// be shown and for editing. The view owns the returned model; deleting the model empties the view.
+/// The view gets a new selection model. The previous one is deleted, and so is the model of an
+/// earlier call.
 ///
-/// Throws what the constructor of ObjectListModel throws, and `std::invalid_argument` for a widget
-/// without a model to set, such as a QListWidget. The view is what it was then.
+/// Throws the exceptions of ObjectListModel's constructor, and `std::invalid_argument` for a widget
+/// without a settable model, such as a QListWidget. The view stays as it was then. Main thread
+/// only.
 PELLARVINE_EXPORT ObjectListModel *bind(QWidget *view, const ObjectReference &observed,
                                         const QString &keyPath,
                                         const QList<ObjectListModel::Column> &columns);

@@ -10,24 +10,19 @@
 
 namespace NS {
 
-/// A row of joined buttons that are one control: one choice of several, several switches, or
-/// several commands.
+/// A row of joined buttons: one choice of several, several switches, or several commands.
 ///
 ///     auto *const scope = new NS::SegmentedControl;
 ///     scope->setLabels({ tr("Day"), tr("Week"), tr("Month") });
 ///     scope->setSelectedSegment(1);
 ///     connect(scope, &NS::SegmentedControl::triggered, this, &Calendar::showScope);
 ///
-/// Segments count from 0 at the leading side. It acts when the mouse is released on the segment
-/// that it was pressed on. It is a single Tab stop, within which the left and right arrow keys,
-/// Home and End move, and Space acts; disabled segments are passed over. An ampersand in a label
-/// marks a shortcut, as on Qt's buttons. Screen readers hear a list of tabs, or (toggle) buttons.
-///
-/// Style sheets set its colours: `color`, `background-color` (which segments show a little
-/// lighter), `selection-color` and `selection-background-color`; `border` and `padding` change
-/// nothing.
-///
-/// Naming a segment that does not exist prints a warning and changes nothing. Main thread only.
+/// Segments count from 0 at the leading side. A segment acts when the mouse is released on it. The
+/// control is one Tab stop: the arrow keys, Home and End move in it, and Space acts. An ampersand
+/// in a label marks a shortcut, as on Qt's buttons. Screen readers find a list of tabs or buttons.
+/// Of style sheets, `color`, `background-color` (segments are a little lighter), `selection-color`
+/// and `selection-background-color` apply; `border` and `padding` do not. The number of a segment
+/// that does not exist prints a warning and changes nothing. Main thread only.
 class PELLARVINE_EXPORT SegmentedControl : public QWidget
 {
     Q_OBJECT
@@ -51,7 +46,7 @@ public:
     explicit SegmentedControl(QWidget *parent = nullptr);
     ~SegmentedControl() override;
 
-    /// Default: `selectOne`. A selection that the mode cannot have is given up.
+    /// Default: `selectOne`. The setter drops a selection that the new mode does not allow.
     SwitchTracking trackingMode() const;
     void setTrackingMode(SwitchTracking mode);
 
@@ -64,59 +59,54 @@ public:
     void setLabels(const QStringList &labels);
 
     QString labelForSegment(int segment) const; ///< default: empty
-    /// What there is no room for is elided, and a tool tip shows the label if there is no other
-    /// one.
+    /// A label that does not fit is elided, and shown in a tool tip.
     void setLabel(const QString &label, int segment);
     QIcon imageForSegment(int segment) const; ///< default: null
-    /// In the style's size of small icons, beside the label if there is one.
-    void setImage(const QIcon &image, int segment);
-    /// A segment with an image alone needs one: it is what a screen reader says.
+    void setImage(const QIcon &image, int segment); ///< beside the label, as a small icon
+    /// Default: empty. Screen readers read it for a segment without a label.
     QString toolTipForSegment(int segment) const;
-    /// Empty for the tool tip of the whole control.
-    void setToolTip(const QString &toolTip, int segment);
+    void setToolTip(const QString &toolTip, int segment); ///< empty: that of the control
     using QWidget::setToolTip;
-    /// Any number that the program knows the segment by; default: 0.
+    /// A number for the program's own use. Default: 0.
     int tagForSegment(int segment) const;
-    void setTag(int tag, int segment); ///< of segments with one tag the first is found
+    void setTag(int tag, int segment); ///< any number; several may have the same
     /// Default: true, also while the control as a whole is disabled.
     bool isEnabledForSegment(int segment) const;
     void setEnabled(bool isEnabled, int segment); ///< leaves the selection as it is
     using QWidget::setEnabled;
 
-    /// In device-independent pixels, without the one-pixel lines around the control and between its
-    /// segments. 0 fits the segment to its label and icon. Default: 0.
+    /// In device-independent pixels, without the lines around the segment. Default: 0, which fits
+    /// the segment to its label and icon.
     virtual double widthForSegment(int segment) const;
     void setWidth(double width, int segment); ///< sets what widthForSegment() gives
 
-    /// The selected segment, of several the one selected last; -1 if there is none. Setting it
-    /// deselects all others. Disabled segments can be selected, but not by the user.
+    /// The segment that was selected last; -1 if none is selected. The setter deselects all others.
+    /// It can select a disabled segment, which the user cannot.
     int selectedSegment() const;
     void setSelectedSegment(int segment);
     bool isSelectedForSegment(int segment) const; ///< never with `momentary`
-    /// Selecting a segment deselects the others, except with `selectAny`. Does nothing with
+    /// Deselects the other segments unless the mode is `selectAny`. Does nothing if it is
     /// `momentary`.
     void setSelected(bool isSelected, int segment);
-    /// Whether there is a segment with that tag, which is then selected.
+    /// Selects the first segment with that tag. Returns false if there is none.
     bool selectSegmentWithTag(int tag);
 
-    /// Where the segment lies in the control, without the lines around it; empty if there is none.
-    QRect segmentRect(int segment) const;
-    /// The one at a point of the control, which may lie on a line around it; -1 if there is none.
-    int segmentAt(QPoint point) const;
-    /// The segment that keys act on while the control has the focus; -1 if none can be acted on.
+    QRect segmentRect(int segment) const; ///< in the control, without the lines around it
+    int segmentAt(QPoint point) const; ///< -1 if there is none at that point of the control
+    /// The segment on which the keys act; -1 if all are disabled.
     int focusedSegment() const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 public Q_SLOTS:
-    /// Does what a click of the user does; nothing if the control or the segment is disabled.
+    /// Acts like a click of the user. Does nothing if the control or the segment is disabled.
     void click(int segment);
 
 Q_SIGNALS:
-    /// The user has acted on the segment; what that changes has changed.
+    /// The user has acted on the segment. Emitted after selectionChanged().
     void triggered(int segment);
-    /// Some segment has been selected or deselected, by the user or by a call.
+    /// The user or the program has selected or deselected a segment.
     void selectionChanged();
     void selectedSegmentChanged(int segment);
     void trackingModeChanged(NS::SegmentedControl::SwitchTracking mode);
@@ -124,15 +114,10 @@ Q_SIGNALS:
     void segmentCountChanged(int count);
 
 protected:
-    /// What setWidth() does, for all segments in one step.
-    void setWidths(const QList<double> &widths);
-
-    /// What the segment needs for its label and image, whatever width it is given.
-    double fittingWidthForSegment(int segment) const;
-    /// What it needs to show the beginning of its label.
-    double smallestWidthForSegment(int segment) const;
-    /// The control's size with segments that wide.
-    QSize sizeForSegmentWidths(const QList<double> &widths) const;
+    void setWidths(const QList<double> &widths); ///< like setWidth() for each segment
+    double fittingWidthForSegment(int segment) const; ///< for the whole label and image
+    double smallestWidthForSegment(int segment) const; ///< for the beginning of the label
+    QSize sizeForSegmentWidths(const QList<double> &widths) const; ///< of the control
 
     bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;

@@ -7,24 +7,23 @@
 
 namespace NS {
 
-/// Draws every item of a view, or of one of its columns, with one and the same cell view:
+/// Draws all items of a view, or of one of its columns, with a single cell view:
 ///
 ///     table->setItemDelegateForColumn(0, new NS::TableCellDelegate(cell, table));
 ///
-/// So a table of a million rows has one widget and not a million; nobody can click into it. Before
-/// an item is drawn, the cell gets the item's value, its font and palette and whether it is
-/// selected. Main thread only.
+/// A table of a million rows then needs one widget. The user cannot click into it. Before an item
+/// is drawn, the cell is given the item's value, font, palette and selection. Main thread only.
 class PELLARVINE_EXPORT TableCellDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
     Q_PROPERTY(int role READ role WRITE setRole NOTIFY roleChanged)
 
 public:
-    /// Takes the cell, which may not be null and has no parent.
+    /// Takes ownership of the cell, which must not be null or have a parent.
     explicit TableCellDelegate(TableCellView *cell, QObject *parent = nullptr);
     ~TableCellDelegate() override;
 
-    /// The delegate's own. It shows what was last drawn or measured.
+    /// Owned by the delegate. It shows the item that was last drawn or measured.
     TableCellView *cell() const;
 
     /// Which data of the item becomes the cell's `objectValue`. Default: `Qt::DisplayRole`.
@@ -33,7 +32,7 @@ public:
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
-    /// The cell's, and no less than what the view needs for an empty item.
+    /// The size of the cell, at least that of an empty item.
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 Q_SIGNALS:

@@ -10,7 +10,7 @@
 
 namespace NS {
 
-/// What a cell of a table, list or tree shows, made of widgets:
+/// A cell of a table, list or tree that consists of widgets:
 ///
 ///     auto *const cell = new NS::TableCellView;
 ///     auto *const layout = new QHBoxLayout(cell);
@@ -21,9 +21,9 @@ namespace NS {
 ///     cell->setObjectValue(u"Rosa damascena"_s); // name's text
 ///     table->setCellWidget(row, column, cell);
 ///
-/// Placed by `setCellWidget`, `setItemWidget` or `setIndexWidget`, the cell sees for itself whether
-/// it is selected. `NS::TableCellDelegate` paints a whole column with a single one. The cell itself
-/// draws nothing: the table's own background and selection lie behind it. Main thread only.
+/// If `setCellWidget`, `setItemWidget` or `setIndexWidget` has placed the cell, it follows the
+/// selection. `NS::TableCellDelegate` paints a whole column with a single cell. The cell draws
+/// nothing itself: the table's background and selection show behind it. Main thread only.
 class PELLARVINE_EXPORT TableCellView : public QWidget
 {
     Q_OBJECT
@@ -47,24 +47,24 @@ public:
     explicit TableCellView(QWidget *parent = nullptr);
     ~TableCellView() override;
 
-    /// What the cell stands for; default: invalid. Text and numbers are written to the text
-    /// field's property `text`, pictures (QIcon, QPixmap, QImage) to the image view's `pixmap` or
-    /// `image`. For anything else connect to `objectValueChanged` or bind to the value.
+    /// The value that the cell shows; default: invalid. The setter writes text and numbers to the
+    /// text field's property `text`, and a QIcon, QPixmap or QImage to the image view's `pixmap` or
+    /// `image`. For anything else, connect to `objectValueChanged` or bind to the value.
     QVariant objectValue() const;
     void setObjectValue(const QVariant &value);
 
     /// @{
-    /// The outlets: any widgets, as a rule below the cell, which does not own them. Null unless
-    /// set, and once the widget is gone.
+    /// Any widgets, usually children of the cell; the setters take no ownership. Null by default,
+    /// and after the widget has been deleted.
     QWidget *textField() const;
     void setTextField(QWidget *textField);
     QWidget *imageView() const;
     void setImageView(QWidget *imageView);
     /// @}
 
-    /// On an emphasized background the text field and all QLabels in the cell are drawn in the
-    /// palette's highlighted text colour, also those dimmed by `QPalette::PlaceholderText`. Follows
-    /// the selection wherever a view has placed the cell. Default elsewhere: `normal`.
+    /// On an emphasized background, the text field and all QLabels in the cell have the palette's
+    /// highlighted text colour, also those dimmed by `QPalette::PlaceholderText`. A cell that a
+    /// view has placed follows the selection. Default: `normal`.
     BackgroundStyle backgroundStyle() const;
     void setBackgroundStyle(BackgroundStyle style);
 

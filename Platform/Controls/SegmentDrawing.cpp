@@ -99,7 +99,7 @@ void drawContent(QPainter &painter, const QWidget &control, const SegmentLook &s
 void drawRing(QPainter &painter, const QPalette &palette, const SegmentLook &segment)
 {
     // On the highlight colour a ring of that colour would not be seen.
-    const double inset = segment.isSelected ? 2.5 : 1.0;
+    const double inset = segment.isSelected ? 2.0 : 1.0;
     drawFocusRing(
             painter, QRectF(segment.rect).adjusted(inset, inset, -inset, -inset),
             palette.color(segment.isSelected ? QPalette::HighlightedText : QPalette::Highlight),

@@ -40,7 +40,7 @@ struct PathElement
 ///     painter.drawPath(path.toQPainterPath());
 ///
 /// Lines, curves and closing need a current point; without one they add nothing and print a
-/// warning. A plain value.
+/// warning. A plain value, for any thread.
 class PELLARVINE_EXPORT Path
 {
 public:

@@ -3,6 +3,7 @@
 
 #include "Drawing/NSColor.h"
 #include "Drawing/NSColorList.h"
+#include "Drawing/PixelAlignment.h"
 
 #include <QMimeData>
 #include <QPainter>
@@ -89,9 +90,11 @@ QPixmap dragPixmap(const QColor &color, double devicePixelRatio)
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath path;
-    path.addRoundedRect(QRectF(0.5, 0.5, dragSide - 1, dragSide - 1), 4, 4);
+    const Outline line =
+            outlineInside(QRectF(0, 0, dragSide, dragSide), 1, painter.deviceTransform());
+    path.addRoundedRect(line.middle, 4, 4);
     fillWithColor(painter, path, color);
-    painter.strokePath(path, QColor(0, 0, 0, 90));
+    painter.strokePath(path, QPen(QColor(0, 0, 0, 90), line.thickness));
     return pixmap;
 }
 

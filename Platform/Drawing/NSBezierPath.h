@@ -14,7 +14,7 @@ namespace NS {
 ///     painter.fillPath(path.toQPainterPath(), brush);
 ///
 /// Lines, curves and closing need a current point; without one they add nothing and print a
-/// warning. A plain value.
+/// warning. A plain value, for any thread.
 class PELLARVINE_EXPORT BezierPath
 {
 public:

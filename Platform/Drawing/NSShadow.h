@@ -17,7 +17,7 @@ namespace NS {
 ///     shadow.draw(painter, card);
 ///     painter.fillPath(card, palette().base());
 ///
-/// A plain value.
+/// A plain value, for any thread.
 class PELLARVINE_EXPORT Shadow
 {
 public:

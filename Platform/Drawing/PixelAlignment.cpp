@@ -61,4 +61,14 @@ QRectF alignedToPixels(const QRectF &rect, const QRectF &space, const QTransform
     return toUser.mapRect(QRectF(QPointF(across.start, down.start), QPointF(across.end, down.end)));
 }
 
+Outline outlineInside(const QRectF &rect, double thickness, const QTransform &toDevice)
+{
+    const double scale = std::abs(toDevice.m11());
+    if (toDevice.type() <= QTransform::TxScale && scale > 0)
+        thickness = wholeThickness(thickness * scale) / scale;
+    const double inset = thickness / 2;
+    return { alignedToPixels(rect, rect, toDevice).adjusted(inset, inset, -inset, -inset),
+             thickness };
+}
+
 } // namespace Pellarvine::detail

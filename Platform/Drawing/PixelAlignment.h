@@ -23,4 +23,16 @@ PELLARVINE_PRIVATE_EXPORT double wholeThickness(double pixels);
 PELLARVINE_PRIVATE_EXPORT QRectF alignedToPixels(const QRectF &rect, const QRectF &space,
                                                  const QTransform &toDevice);
 
+struct Outline
+{
+    QRectF middle; ///< the rectangle along which the middle of the line runs
+    double thickness;
+};
+
+/// A line along the inner side of the edges of `rect`, on whole pixels. It is equally thick on all
+/// sides, and its thickness is wholeThickness(). If `toDevice` rotates or shears, nothing is
+/// rounded.
+PELLARVINE_PRIVATE_EXPORT Outline outlineInside(const QRectF &rect, double thickness,
+                                                const QTransform &toDevice);
+
 } // namespace Pellarvine::detail

@@ -36,4 +36,9 @@ void runWithBusyCursor(QWidget *view, const std::function<void()> &work)
     QGuiApplication::restoreOverrideCursor();
 }
 
+bool isBusy(const QWidget *view)
+{
+    return view->findChild<Spinner *>(QString(), Qt::FindDirectChildrenOnly);
+}
+
 } // namespace Pellarvine::detail

@@ -16,4 +16,7 @@ namespace Pellarvine::detail {
 /// return, `view` too. Main thread only; `work` must not throw.
 PELLARVINE_INTERNAL_EXPORT void runWithBusyCursor(QWidget *view, const std::function<void()> &work);
 
+/// Whether runWithBusyCursor() is showing a spinner in that view. Drags arrive all the same.
+bool isBusy(const QWidget *view);
+
 } // namespace Pellarvine::detail

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "View/FocusRing.h"
 
+#include "Drawing/PixelAlignment.h"
+
 #include <QPainter>
+
+#include <algorithm>
 
 namespace Pellarvine::detail {
 
@@ -9,10 +13,15 @@ void drawFocusRing(QPainter &painter, const QRectF &rect, const QColor &color, F
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, ring.width));
     painter.setBrush(Qt::NoBrush);
+    const bool isCircle = 2 * ring.radius >= std::min(rect.width(), rect.height());
     const double inset = ring.width / 2;
-    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), ring.radius, ring.radius);
+    const Outline line =
+            isCircle // which would not stay round
+                    ? Outline { rect.adjusted(inset, inset, -inset, -inset), ring.width }
+                    : outlineInside(rect, ring.width, painter.deviceTransform());
+    painter.setPen(QPen(color, line.thickness));
+    painter.drawRoundedRect(line.middle, ring.radius, ring.radius);
     painter.restore();
 }
 
@@ -20,12 +29,13 @@ void drawWell(QPainter &painter, const QRectF &rect, const QColor &color)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    QPen pen(color, 1);
+    const Outline line = outlineInside(rect, 1, painter.deviceTransform());
+    QPen pen(color, line.thickness);
     pen.setDashPattern({ 4, 3 });
     painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
     constexpr double radius = FocusRing().radius;
-    painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter.drawRoundedRect(line.middle, radius, radius);
     painter.restore();
 }
 

@@ -4,6 +4,7 @@
 #include "Theme.h"
 
 #include <QAbstractSpinBox>
+#include <QFrame>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleOption>
@@ -16,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double radius = 4;
+constexpr double panelRadius = 8;
 constexpr int knobSide = 16;
 constexpr double grooveHeight = 4;
 
@@ -46,19 +48,13 @@ bool hasFocus(const QStyleOption *option)
     return (option->state & QStyle::State_HasFocus) && (option->state & QStyle::State_Enabled);
 }
 
-// A box with an edge, which is stronger with the keyboard focus.
-void drawBox(QPainter *painter, const QRectF &rect, const QStyleOption *option, const QColor &fill,
-             double corner = radius)
+// The box of a control, with an edge that is stronger with the keyboard focus.
+void drawControlBox(QPainter *painter, const QRectF &rect, const QStyleOption *option,
+                    const QColor &fill, double corner = radius)
 {
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    const double width = hasFocus(option) ? 2 : 1;
-    painter->setPen(QPen(
-            hasFocus(option) ? option->palette.color(QPalette::Highlight) : edgeOf(option), width));
-    painter->setBrush(fill);
-    const double inset = width / 2;
-    painter->drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), corner, corner);
-    painter->restore();
+    const QPen line = hasFocus(option) ? QPen(option->palette.color(QPalette::Highlight), 2)
+                                       : QPen(edgeOf(option), 1);
+    FlatStyle::drawBox(painter, rect, corner, line, fill);
 }
 
 void drawFocus(QPainter *painter, const QStyleOption *option)
@@ -66,14 +62,27 @@ void drawFocus(QPainter *painter, const QStyleOption *option)
     const auto *const ring = qstyleoption_cast<const QStyleOptionFocusRect *>(option);
     const QColor highlight = option->palette.color(QPalette::Highlight);
     const bool isOnHighlight = ring && ring->backgroundColor == highlight;
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(isOnHighlight ? option->palette.color(QPalette::HighlightedText) : highlight);
-    painter->setBrush(Qt::NoBrush);
-    const double inset = isOnHighlight ? 2.5 : 0.5;
-    painter->drawRoundedRect(QRectF(option->rect).adjusted(inset, inset, -inset, -inset), radius,
-                             radius);
-    painter->restore();
+    const int inset = isOnHighlight ? 2 : 0;
+    FlatStyle::drawBox(painter, option->rect.adjusted(inset, inset, -inset, -inset), radius,
+                       isOnHighlight ? option->palette.color(QPalette::HighlightedText) : highlight,
+                       {});
+}
+
+// Whether the frame is one of those.
+bool drawPanel(QPainter *painter, const QStyleOption *option, const QString &name)
+{
+    const QPalette &palette = option->palette;
+    QPen line(palette.color(QPalette::Mid), 1);
+    if (name == "well"_L1) {
+        line.setWidth(2);
+        line.setDashPattern({ 3, 2 });
+    } else if (name == "highlightedWell"_L1) {
+        line = QPen(palette.color(QPalette::Highlight), 2);
+    } else if (name != "card"_L1) {
+        return false;
+    }
+    FlatStyle::drawBox(painter, option->rect, panelRadius, line, palette.base());
+    return true;
 }
 
 QColor faceOf(const QStyleOption *option)
@@ -112,17 +121,13 @@ void drawCheckBox(QPainter *painter, const QStyleOption *option, double corner)
     const QRectF box = option->rect;
     const QPalette &palette = option->palette;
     if (isMarked) {
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        painter->setPen(Qt::NoPen);
-        painter->setBrush(shownIn(option, palette.color(QPalette::Highlight)));
-        painter->drawRoundedRect(box, corner, corner);
-        painter->restore();
+        FlatStyle::drawBox(painter, box, corner, Qt::NoPen,
+                           shownIn(option, palette.color(QPalette::Highlight)));
         return drawMark(painter, box, option);
     }
     QStyleOption plain = *option;
     plain.state &= ~QStyle::State_HasFocus; // its frame would surround the text
-    drawBox(painter, box, &plain, palette.color(QPalette::Base), corner);
+    drawControlBox(painter, box, &plain, palette.color(QPalette::Base), corner);
 }
 
 void drawRadioButton(QPainter *painter, const QStyleOption *option)
@@ -130,7 +135,7 @@ void drawRadioButton(QPainter *painter, const QStyleOption *option)
     QStyleOption plain = *option;
     plain.state &= ~QStyle::State_HasFocus;
     const QRectF box = option->rect;
-    drawBox(painter, box, &plain, option->palette.color(QPalette::Base), box.width() / 2);
+    drawControlBox(painter, box, &plain, option->palette.color(QPalette::Base), box.width() / 2);
     if (!(option->state & QStyle::State_On))
         return;
     painter->save();
@@ -152,9 +157,34 @@ QColor FlatStyle::edge(const QPalette &palette)
     return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.55);
 }
 
+void FlatStyle::drawBox(QPainter *painter, const QRectF &rect, double radius, QPen line,
+                        const QBrush &fill)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    const QTransform toDevice = painter->deviceTransform();
+    QRectF box = rect;
+    // A circle stays round.
+    if (2 * radius < std::min(rect.width(), rect.height())) {
+        const QRectF pixels = toDevice.mapRect(rect);
+        box = toDevice.inverted().mapRect(
+                QRectF(QPointF(std::round(pixels.left()), std::round(pixels.top())),
+                       QPointF(std::round(pixels.right()), std::round(pixels.bottom()))));
+        line.setWidthF(std::max(1.0, std::floor(line.widthF() * toDevice.m11())) / toDevice.m11());
+    }
+    const double inset = line.style() == Qt::NoPen ? 0 : line.widthF() / 2;
+    painter->setPen(line);
+    painter->setBrush(fill);
+    painter->drawRoundedRect(box.adjusted(inset, inset, -inset, -inset), radius, radius);
+    painter->restore();
+}
+
 void FlatStyle::polish(QWidget *widget)
 {
     QProxyStyle::polish(widget);
+    if (auto *const frame = qobject_cast<QFrame *>(widget);
+        frame && (frame->objectName() == "card"_L1 || frame->objectName() == "well"_L1))
+        frame->setFrameShape(QFrame::StyledPanel);
     // Spin boxes do not ask for their size here if the application has a style sheet.
     if (qobject_cast<QAbstractSpinBox *>(widget))
         widget->setMinimumHeight(4 * Theme::unit);
@@ -197,21 +227,18 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
 {
     switch (element) {
     case PE_PanelButtonCommand:
-        return drawBox(painter, option->rect, option, faceOf(option));
+        return drawControlBox(painter, option->rect, option, faceOf(option));
     case PE_PanelButtonTool:
         if (option->state & (State_On | State_Sunken | State_MouseOver)) {
-            painter->save();
-            painter->setRenderHint(QPainter::Antialiasing);
-            painter->setPen(Qt::NoPen);
-            painter->setBrush(faceOf(option));
-            painter->drawRoundedRect(option->rect, radius, radius);
-            painter->restore();
+            drawBox(painter, option->rect, radius, Qt::NoPen, faceOf(option));
         }
         return;
     case PE_FrameLineEdit:
-        return drawBox(painter, option->rect, option, Qt::transparent);
+        return drawControlBox(painter, option->rect, option, Qt::transparent);
     case PE_Frame:
-        return drawBox(painter, option->rect, option, Qt::transparent, 0);
+        if (widget && drawPanel(painter, option, widget->objectName()))
+            return;
+        return drawControlBox(painter, option->rect, option, Qt::transparent, 0);
     case PE_FrameFocusRect:
         if (!qobject_cast<const QPushButton *>(widget)) // a push button shows it by its edge
             drawFocus(painter, option);
@@ -259,11 +286,11 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     const bool isMirrored = option->direction == Qt::RightToLeft;
     switch (control) {
     case CC_ComboBox:
-        drawBox(painter, option->rect, option, faceOf(option));
+        drawControlBox(painter, option->rect, option, faceOf(option));
         return drawArrow(PE_IndicatorArrowDown, SC_ComboBoxArrow, true);
     case CC_SpinBox: {
         const auto *const box = qstyleoption_cast<const QStyleOptionSpinBox *>(option);
-        drawBox(painter, option->rect, option, option->palette.color(QPalette::Base));
+        drawControlBox(painter, option->rect, option, option->palette.color(QPalette::Base));
         if (!box || box->buttonSymbols == QAbstractSpinBox::NoButtons)
             return;
         drawArrow(PE_IndicatorArrowUp, SC_SpinBoxUp,
@@ -309,7 +336,7 @@ void FlatStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         painter->restore();
         QRectF knob(0, 0, knobSide, knobSide);
         knob.moveCenter(middle);
-        return drawBox(painter, knob, option, palette.color(QPalette::Base), knobSide / 2.0);
+        return drawControlBox(painter, knob, option, palette.color(QPalette::Base), knobSide / 2.0);
     }
     default:
         break;

@@ -6,6 +6,7 @@
 #include "Theme.h"
 
 #include <pellarvine/Pellarvine/Application.h>
+#include <pellarvine/Pellarvine/BorderView.h>
 
 #include <QAction>
 #include <QApplication>
@@ -97,10 +98,10 @@ void GalleryWindow::fill()
     auto *const layout = new QHBoxLayout(contentView());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    QWidget *const sidebar = makeSidebar();
-    layout->addWidget(sidebar);
+    makeSidebar();
+    layout->addWidget(m_sidebar);
     layout->addWidget(m_stack, 1);
-    sidebar->show(); // now, because its list gets the focus
+    m_sidebar->show(); // now, because its list gets the focus
 
     setInnerTitleBarView(makeInnerTitleBar());
     setToolbarView(makeToolBar());
@@ -119,12 +120,11 @@ void GalleryWindow::fill()
     m_list->setFocus();
 }
 
-QWidget *GalleryWindow::makeSidebar()
+void GalleryWindow::makeSidebar()
 {
-    auto *const sidebar = new QWidget;
-    sidebar->setObjectName(u"sidebar"_s);
-    sidebar->setAttribute(Qt::WA_StyledBackground);
-    sidebar->setFixedWidth(26 * Theme::unit);
+    m_sidebar = new Pellarvine::BorderView;
+    m_sidebar->setFixedWidth(26 * Theme::unit);
+    styleSidebar();
     m_list->setObjectName(u"pages"_s);
     m_list->setAccessibleName(tr("Pages"));
     m_list->setFrameShape(QFrame::NoFrame);
@@ -134,8 +134,8 @@ QWidget *GalleryWindow::makeSidebar()
     m_nothing->setAlignment(Qt::AlignLeading | Qt::AlignTop);
     m_nothing->setContentsMargins(2 * Theme::unit, Theme::unit, 2 * Theme::unit, 0);
     m_nothing->hide();
-    auto *const layout = new QVBoxLayout(sidebar);
-    layout->setContentsMargins(0, 0, 0, 0);
+    auto *const layout = new QVBoxLayout(m_sidebar);
+    layout->setContentsMargins(1, 0, 1, 0); // beside the line
     layout->setSpacing(0);
     layout->addWidget(m_nothing);
     layout->addWidget(m_list);
@@ -150,7 +150,15 @@ QWidget *GalleryWindow::makeSidebar()
         auto *const item = new QListWidgetItem(page.title, m_list);
         item->setData(nameRole, page.name);
     }
-    return sidebar;
+}
+
+// The line is on the side of the pages.
+void GalleryWindow::styleSidebar()
+{
+    m_sidebar->setBackgroundColor(palette().color(QPalette::AlternateBase));
+    m_sidebar->setBorderColor(palette().color(QPalette::Mid));
+    m_sidebar->setHasLeftBorder(isRightToLeft());
+    m_sidebar->setHasRightBorder(!isRightToLeft());
 }
 
 QWidget *GalleryWindow::makeInnerTitleBar()
@@ -229,6 +237,10 @@ void GalleryWindow::paintEvent(QPaintEvent *event)
 void GalleryWindow::changeEvent(QEvent *event)
 {
     Pellarvine::Window::changeEvent(event);
+    if (m_sidebar
+        && (event->type() == QEvent::LayoutDirectionChange
+            || event->type() == QEvent::PaletteChange))
+        styleSidebar();
     if (event->type() != QEvent::LayoutDirectionChange)
         return;
     keepClearOfButtons();

@@ -6,6 +6,9 @@
 #include <QHash>
 
 class Page;
+namespace Pellarvine {
+class BorderView;
+}
 QT_FORWARD_DECLARE_CLASS(QBoxLayout)
 QT_FORWARD_DECLARE_CLASS(QLabel)
 QT_FORWARD_DECLARE_CLASS(QLineEdit)
@@ -34,16 +37,18 @@ protected:
 
 private:
     void fill();
-    QWidget *makeSidebar();
+    void makeSidebar();
     QWidget *makeInnerTitleBar();
     QWidget *makeToolBar();
     void fillMenu(QMenu *menu);
     void keepClearOfButtons();
+    void styleSidebar();
     void filterPages(const QString &text);
     void step(int by);
     int rowOf(const QString &name) const;
     void showItem(QListWidgetItem *item);
 
+    Pellarvine::BorderView *m_sidebar = nullptr;
     QListWidget *m_list = nullptr;
     QLabel *m_nothing = nullptr;
     QLineEdit *m_search = nullptr;

@@ -3,6 +3,7 @@
 
 #include "Theme.h"
 
+#include <QAbstractSpinBox>
 #include <QFontInfo>
 #include <QFrame>
 #include <QLabel>
@@ -44,6 +45,9 @@ void Page::alignTexts()
         if (!isCode && (side == leftToRight || side == rightToLeft))
             label->setAlignment(wanted | (label->alignment() & Qt::AlignVertical_Mask));
     }
+    const QList<QAbstractSpinBox *> boxes = findChildren<QAbstractSpinBox *>();
+    for (QAbstractSpinBox *const box : boxes)
+        box->setAlignment(wanted | Qt::AlignVCenter);
 }
 
 QFrame *makeCard(const QString &title, QWidget *parent)

@@ -17,8 +17,8 @@ public:
     /// The layout for the page's widgets, below the heading.
     QBoxLayout *content() const { return m_content; }
 
-    /// Aligns its labels, except those with code, by the layout direction. By default a label is
-    /// aligned by its text, which is English even in a right-to-left layout.
+    /// Aligns its labels, except those with code, and its spin boxes by the layout direction. By
+    /// default a text is aligned by its own direction, and English runs from left to right.
     void alignTexts();
 
     /// Prepares the page for its picture. Called for screenshots only.

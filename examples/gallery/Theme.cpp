@@ -57,10 +57,6 @@ QPalette palette(const Colors &colors)
 
 // Uses palette roles only, so it serves both schemes.
 constexpr auto styleSheet = R"(
-QFrame#card { background: palette(base); border: 1px solid palette(mid); border-radius: 8px; }
-QFrame#well { background: palette(base); border: 2px dashed palette(mid); border-radius: 8px; }
-QFrame#highlightedWell { background: palette(base); border: 2px solid palette(highlight);
-                         border-radius: 8px; }
 QProgressBar { background: palette(mid); border: none; border-radius: 4px; max-height: 8px; }
 QProgressBar::chunk { background: palette(highlight); border-radius: 4px; }
 QListWidget#pages { background: transparent; border: none; outline: none; }
@@ -69,7 +65,6 @@ QListWidget#pages::item:selected { background: palette(highlight);
                                    color: palette(highlighted-text); }
 QListWidget#pages::item:disabled { color: palette(placeholder-text); margin-top: 8px; }
 QToolButton#menuButton::menu-indicator { image: none; }
-QWidget#sidebar { background: palette(alternate-base); border-right: 1px solid palette(mid); }
 )";
 
 } // namespace

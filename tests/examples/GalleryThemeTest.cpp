@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Every control is seen: its edge has a contrast of 3:1 in the gallery's palettes (WCAG 1.4.11).
+#include "FlatStyle.h"
 #include "Named.h"
+#include "Pictures.h"
 #include "Theme.h"
 
 #include <pellarvine/Pellarvine/ColorPickerButton.h>
@@ -57,14 +59,14 @@ protected:
 
 TEST_P(GalleryTheme, edges_of_controls_are_seen_on_windows_and_on_cards)
 {
-    for (const auto ground : { QPalette::Window, QPalette::Base }) {
+    for (const auto role : { QPalette::Window, QPalette::Base }) {
         QWidget window;
-        window.setBackgroundRole(ground);
+        window.setBackgroundRole(role);
         window.setAutoFillBackground(true);
         auto *const segments = new Pellarvine::FullWidthSegmentedControl;
         segments->setLabels({ u"Day"_s, u"Week"_s });
         auto *const color = new Pellarvine::ColorPickerButton;
-        color->setColor(window.palette().color(ground));
+        color->setColor(window.palette().color(role));
         auto *const slider = new QSlider(Qt::Horizontal);
         slider->setValue(50);
         const QList<QWidget *> controls {
@@ -92,7 +94,7 @@ TEST_P(GalleryTheme, edges_of_controls_are_seen_on_windows_and_on_cards)
         window.show();
         for (const QWidget *const control : controls)
             EXPECT_GE(edgeContrast(window, *control), least)
-                    << control->metaObject()->className() << " on " << ground;
+                    << control->metaObject()->className() << " on " << role;
     }
 }
 
@@ -110,6 +112,33 @@ TEST_P(GalleryTheme, edges_of_the_colour_panel_are_seen_whatever_colour_they_hol
     recent->clearSelection();
     EXPECT_GE(edgeContrast(*panel, *recent->viewport()), least);
     delete panel;
+}
+
+TEST_P(GalleryTheme, edges_are_sharp_and_equally_thick_at_every_scale_and_place)
+{
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        for (int place = 3; place < 7; ++place) {
+            QWidget window;
+            const QList<QWidget *> views { new QLineEdit,      new QPushButton, new QComboBox,
+                                           new QPlainTextEdit, new QSpinBox,    new QFrame };
+            views.constLast()->setObjectName(u"card"_s);
+            for (int i = 0; i < views.size(); ++i) {
+                views[i]->setParent(&window);
+                views[i]->setFocusPolicy(Qt::NoFocus);
+                views[i]->setGeometry(place, place + 50 * i, 90 + place, 32 + place);
+            }
+            window.resize(110, 310);
+            window.show();
+            const QImage image = picture(window, scale);
+            for (const QWidget *const view : views) {
+                SCOPED_TRACE(std::string(view->metaObject()->className()) + " at "
+                             + std::to_string(place) + " of " + std::to_string(scale));
+                const QColor edge = view == views.constLast() ? view->palette().color(QPalette::Mid)
+                                                              : FlatStyle::edge(view->palette());
+                expectOutline(image, pixelsOf(view->geometry(), scale), edge, int(scale));
+            }
+        }
+    }
 }
 
 TEST_P(GalleryTheme, controls_on_a_row_have_one_height)

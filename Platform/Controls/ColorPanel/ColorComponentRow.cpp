@@ -25,7 +25,6 @@ ColorComponentRow::ColorComponentRow(const QString &name, int maximum, const QSt
     m_field->setRange(0, maximum);
     m_field->setSuffix(suffix);
     m_field->setButtonSymbols(QAbstractSpinBox::NoButtons);
-    m_field->setAlignment(Qt::AlignTrailing);
     auto *const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);

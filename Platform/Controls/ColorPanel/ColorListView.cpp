@@ -3,6 +3,7 @@
 
 #include "Drawing/ColorExchange.h"
 #include "Drawing/NSColorList.h"
+#include "Drawing/PixelAlignment.h"
 #include "Drawing/Shades.h"
 #include "View/FocusRing.h"
 
@@ -11,13 +12,11 @@
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
-#include <cmath>
-
 namespace Pellarvine::detail {
 
 namespace {
 
-constexpr double gap = 0.1; // between tiles and around them, of their side
+constexpr double gapShare = 0.1; // of the side
 constexpr double cornerRadius = 0.15;
 
 class TileDelegate : public QStyledItemDelegate
@@ -33,13 +32,14 @@ public:
     {
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
-        const double margin = std::round(gap * m_side); // for sharp edges
+        const int margin = ColorListView::gap(m_side);
         const double radius = cornerRadius * m_side;
         const QRectF tile = QRectF(option.rect).adjusted(margin, margin, -margin, -margin);
+        const Outline line = outlineInside(tile, 1, painter->deviceTransform());
         QPainterPath path;
-        path.addRoundedRect(tile.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+        path.addRoundedRect(line.middle, radius, radius);
         fillWithColor(*painter, path, index.data(Qt::DecorationRole).value<QColor>());
-        painter->strokePath(path, edgeColor(option.palette));
+        painter->strokePath(path, QPen(edgeColor(option.palette), line.thickness));
         const bool isSelected = option.state & QStyle::State_Selected;
         const bool hasFocus = option.state & QStyle::State_HasFocus;
         if (isSelected || hasFocus) {
@@ -83,6 +83,11 @@ ColorListView::ColorListView(int tileSide, QWidget *parent)
     connect(this, &QListWidget::itemActivated, this, [this](const QListWidgetItem *item) {
         Q_EMIT chosen(item->data(Qt::DecorationRole).value<QColor>());
     });
+}
+
+int ColorListView::gap(int tileSide)
+{
+    return qRound(gapShare * tileSide);
 }
 
 void ColorListView::setList(const NS::ColorList &list)

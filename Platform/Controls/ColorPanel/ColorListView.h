@@ -20,6 +20,9 @@ public:
     /// A tile's side includes the gap around it.
     explicit ColorListView(int tileSide = 40, QWidget *parent = nullptr);
 
+    /// The space on each side of a tile.
+    static int gap(int tileSide);
+
     void setList(const NS::ColorList &list);
     /// Marks the colour, if it is one of the list.
     void setColor(const QColor &color);

@@ -25,6 +25,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QSpinBox>
 #include <QStackedWidget>
 #include <QToolBar>
 #include <QToolButton>
@@ -131,7 +132,10 @@ ColorPanelContent::ColorPanelContent(NS::ColorPanel *panel)
     layout->addWidget(m_pages, 1);
     layout->addWidget(m_opacity);
     layout->addLayout(makeFooter());
-    layout->addWidget(makeRecentColors());
+    auto *const recent = new QHBoxLayout; // whose tiles line up with what is above them
+    recent->setContentsMargins(-ColorListView::gap(recentTile), 0, 0, 0);
+    recent->addWidget(makeRecentColors());
+    layout->addLayout(recent);
 
     int nameWidth = 0;
     int fieldWidth = 0;
@@ -141,6 +145,7 @@ ColorPanelContent::ColorPanelContent(NS::ColorPanel *panel)
     }
     for (ColorComponentRow *const row : std::as_const(m_rows))
         row->setColumns(nameWidth, fieldWidth);
+    alignFields();
 
     connect(panel, &NS::ColorPanel::colorChanged, this, &ColorPanelContent::showColor);
     connect(panel, &NS::ColorPanel::modeChanged, this, &ColorPanelContent::showMode);
@@ -355,6 +360,24 @@ void ColorPanelContent::choose(const HSBA &components)
     m_panel->setColor(writable(components));
     if (m_panel->color() == before)
         showColor(); // the hue of a grey, say, which the panel knows nothing of
+}
+
+// A field aligns its text by the direction of the text, and digits run from left to right in every
+// language.
+void ColorPanelContent::alignFields()
+{
+    const Qt::Alignment left = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter;
+    const Qt::Alignment right = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
+    for (const ColorComponentRow *const row : std::as_const(m_rows))
+        row->field()->setAlignment(isRightToLeft() ? left : right);
+    m_hex->setAlignment(isRightToLeft() ? right : left);
+}
+
+void ColorPanelContent::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange)
+        alignFields();
 }
 
 void ColorPanelContent::showEvent(QShowEvent *event)

@@ -41,6 +41,7 @@ public:
     QToolBar *toolbar() const { return m_toolbar; }
 
 protected:
+    void changeEvent(QEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
@@ -51,6 +52,7 @@ private:
     QWidget *makeSlidersPage();
     QWidget *makeListsPage();
     QLayout *makeFooter();
+    void alignFields();
     void addPage(const QIcon &icon, const QString &name, QWidget *page,
                  std::function<void()> choose);
     void changeComponents(double Pellarvine::HSBA::*component, double value);

@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Drawing/ColorExchange.h"
+#include "Drawing/PixelAlignment.h"
 #include "Drawing/Shades.h"
 #include "View/FocusRing.h"
 
@@ -96,11 +97,11 @@ void ColorSlider::paintEvent(QPaintEvent *)
     if (!isEnabled())
         painter.setOpacity(0.4);
     const double margin = knobSide / 2.0 + ringSpace;
-    const QRectF track((knobSide - trackHeight) / 2.0 + ringSpace + 0.5,
-                       (height() - trackHeight) / 2.0 + 0.5,
-                       width() - (knobSide - trackHeight) - 2 * ringSpace - 1, trackHeight - 1);
+    const QRectF track((knobSide - trackHeight) / 2.0 + ringSpace, (height() - trackHeight) / 2.0,
+                       width() - (knobSide - trackHeight) - 2 * ringSpace, trackHeight);
+    const Outline line = outlineInside(track, 1, painter.deviceTransform());
     QPainterPath path;
-    path.addRoundedRect(track, trackHeight / 2.0, trackHeight / 2.0);
+    path.addRoundedRect(line.middle, trackHeight / 2.0, trackHeight / 2.0);
     // From knob to knob, so that the colour under its middle is the one that it shows.
     QLinearGradient gradient(margin, 0, width() - margin, 0);
     if (isRightToLeft()) {
@@ -113,7 +114,7 @@ void ColorSlider::paintEvent(QPaintEvent *)
     if (isTransparent)
         fillWithCheckerboard(painter, path);
     painter.fillPath(path, gradient);
-    painter.strokePath(path, edgeColor(palette()));
+    painter.strokePath(path, QPen(edgeColor(palette()), line.thickness));
 
     const QPointF middle(knobPosition(), height() / 2.0);
     constexpr double radius = knobSide / 2.0;

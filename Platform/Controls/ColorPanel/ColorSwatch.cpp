@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Drawing/ColorExchange.h"
+#include "Drawing/PixelAlignment.h"
 #include "Drawing/Shades.h"
 #include "View/AccessibleControl.h"
 
@@ -85,9 +86,10 @@ void ColorSwatch::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath path;
-    path.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    const Outline line = outlineInside(rect(), 1, painter.deviceTransform());
+    path.addRoundedRect(line.middle, radius, radius);
     fillWithColor(painter, path, m_color);
-    painter.strokePath(path, edgeColor(palette()));
+    painter.strokePath(path, QPen(edgeColor(palette()), line.thickness));
 }
 
 } // namespace Pellarvine::detail

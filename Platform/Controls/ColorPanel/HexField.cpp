@@ -34,7 +34,8 @@ HexField::HexField(QWidget *parent)
     m_warning->setVisible(false);
     setAccessibleName(tr("Hexadecimal colour"));
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    setLayoutDirection(Qt::LeftToRight); // the "#" stays in front
+    constexpr int margin = 4;
+    setTextMargins(margin, 0, margin, 0);
 }
 
 void HexField::setColor(const QColor &color, bool withAlpha)

@@ -13,18 +13,18 @@ QT_FORWARD_DECLARE_CLASS(QToolBar)
 
 namespace NS {
 
-/// The program's one colour chooser: a window of its own, whose content can also live elsewhere.
+/// The program's colour chooser: a window whose content can be shown elsewhere, such as in a
+/// popover.
 ///
 ///     auto *const panel = NS::ColorPanel::sharedColorPanel();
 ///     panel->setColor(shape->color());
 ///     connect(panel, &NS::ColorPanel::colorChanged, shape, &Shape::setColor);
 ///     panel->orderFront();
 ///
-/// Its pages are a wheel of hue and saturation with a slider for brightness, sliders for red, green
-/// and blue or hue, saturation and brightness, and the program's colour lists; below them are
-/// opacity, the colour as hex text (read like `Pellarvine::colorWithHex`), the colours chosen last,
-/// and a way to pick a colour from the screen: a loupe on X11, elsewhere what the desktop's portal
-/// has, if it has one.
+/// Its pages are a wheel of hue and saturation, sliders for the components, and the program's
+/// colour lists. Below them are the opacity, the colour in hexadecimal digits, the recent colours,
+/// and a button that picks a colour from the screen. The button is there on X11, and elsewhere if
+/// the desktop's portal can pick colours. Main thread only.
 class PELLARVINE_EXPORT ColorPanel : public QWidget
 {
     Q_OBJECT
@@ -51,39 +51,36 @@ public:
     static bool sharedColorPanelExists(); ///< asks without making it
     ~ColorPanel() override;
 
-    /// White until something else is chosen. Changes with every movement of the mouse. Opaque while
-    /// there is no opacity slider, also if what is set is not. An invalid colour is not set.
+    /// Default: white. It changes with every movement of the mouse. Without the opacity slider it
+    /// is always opaque. The setter ignores an invalid colour.
     QColor color() const;
 
-    /// Whether there is an opacity slider. Default: false; clearing it makes the colour opaque.
+    /// Whether there is an opacity slider. Default: false. Hiding it makes the colour opaque.
     bool showsAlpha() const;
 
     /// The page that is shown. Default: wheelMode.
     Mode mode() const;
 
-    /// What a button of the panel goes back to. Invalid if there is none, which hides the button.
-    /// Default: invalid.
+    /// The colour that the "Default" button chooses. Default: invalid, which hides the button.
     QColor defaultColor() const;
 
-    /// The colours that were chosen last, the latest first, at most eight; offered below the
-    /// colour. One is added when the content is hidden with another colour than it was shown with.
-    /// A program that is to remember them stores them, and sets them when it starts. Default:
-    /// empty.
+    /// The colours that were chosen last, latest first, at most eight. The colour is added when the
+    /// content is hidden, if it has changed since it was shown. A program can store the list and
+    /// set it at its next start. Default: empty.
     QList<QColor> recentColors() const;
 
-    /// Adds a colour in front, and removes an equal one behind it. Does nothing if it is invalid.
+    /// Moves the colour to the front of recentColors(). Does nothing if it is invalid.
     void addRecentColor(const QColor &color);
 
-    /// Stands on top of the content and moves with it. Its actions are its items, one a page, the
-    /// wheel first; triggering one shows that page.
+    /// The tool bar above the pages, a part of the content. It has one action for each page, the
+    /// wheel first. Triggering an action shows its page.
     QToolBar *toolbar() const;
 
-    /// All that is in the window. Put into another parent it leaves the window, which hides then;
-    /// the window takes it back when it is shown again. If it is destroyed elsewhere, the next call
-    /// makes it anew, in the state that the panel is in.
+    /// The content of the window. Giving it another parent hides the window, which takes it back
+    /// when it is shown again. If the content is deleted elsewhere, the next call makes it again.
     QWidget *contentView() const;
 
-    /// Brings the content back into the window, which stays hidden.
+    /// Takes the content back without showing the window.
     void reclaimContentView();
 
 public Q_SLOTS:
@@ -91,12 +88,11 @@ public Q_SLOTS:
     void setShowsAlpha(bool showsAlpha);
     void setMode(NS::ColorPanel::Mode mode);
     void setDefaultColor(const QColor &color);
-    /// Passes over invalid colours, equal ones after the first, and what is too many.
+    /// Skips invalid colours, repeated colours, and those after the eighth.
     void setRecentColors(const QList<QColor> &colors);
-    /// Shows the window, above others and with the focus. It then stays above the window that is
-    /// active now.
+    /// Shows the window with the focus. It stays above the window that is active now.
     void orderFront();
-    /// Hides the window, as Esc in it does. Content that is elsewhere stays to be seen there.
+    /// Hides the window, like Esc. Content that is shown elsewhere stays visible.
     void orderOut();
 
 Q_SIGNALS:

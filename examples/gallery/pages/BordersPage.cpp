@@ -9,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QCoreApplication>
+#include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QLabel>
@@ -43,17 +44,24 @@ class BordersPage : public Page
 public:
     explicit BordersPage(QWidget *parent);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     QWidget *makeReader();
     BorderView *makeFolders();
     BorderView *makeMail();
     QWidget *makeKnobs();
     void applyPalette(bool usesPalette);
+    void placeSides();
 
     BorderView *m_header = new BorderView;
     BorderView *m_folders = new BorderView;
     BorderView *m_mail = new BorderView;
     BorderView *m_status = new BorderView;
+    QGridLayout *m_edges = new QGridLayout;
+    QCheckBox *m_left = nullptr;
+    QCheckBox *m_right = nullptr;
     QList<SolidView *> m_labels;
     QSlider *m_radius = new QSlider(Qt::Horizontal);
     FullWidthSegmentedControl *m_lines = new FullWidthSegmentedControl;
@@ -70,6 +78,23 @@ BordersPage::BordersPage(QWidget *parent)
     row->addWidget(makeReader(), 1);
     row->addWidget(makeKnobs());
     content()->addLayout(row, 1);
+    placeSides();
+}
+
+// Left is left, also where text runs from right to left.
+void BordersPage::placeSides()
+{
+    m_folders->setHasRightBorder(!isRightToLeft());
+    m_folders->setHasLeftBorder(isRightToLeft());
+    m_edges->addWidget(m_left, 1, isRightToLeft() ? 2 : 0);
+    m_edges->addWidget(m_right, 1, isRightToLeft() ? 0 : 2);
+}
+
+void BordersPage::changeEvent(QEvent *event)
+{
+    Page::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange)
+        placeSides();
 }
 
 QWidget *BordersPage::makeReader()
@@ -108,9 +133,6 @@ QWidget *BordersPage::makeReader()
 
 BorderView *BordersPage::makeFolders()
 {
-    // Left and right borders are not mirrored in a right-to-left layout.
-    m_folders->setHasRightBorder(!isRightToLeft());
-    m_folders->setHasLeftBorder(isRightToLeft());
     m_folders->setFixedWidth(22 * Theme::unit);
     auto *const column = new QVBoxLayout(m_folders);
     column->setContentsMargins(2 * Theme::unit, 2 * Theme::unit, 2 * Theme::unit, 2 * Theme::unit);
@@ -164,25 +186,18 @@ QWidget *BordersPage::makeKnobs()
     QFrame *const card = makeCard(::tr("Lines of the mail’s pane"));
     card->setFixedWidth(31 * Theme::unit);
     auto *const column = static_cast<QBoxLayout *>(card->layout());
-    struct Edge
-    {
-        QString name;
-        void (BorderView::*set)(bool);
-        int row;
-        int column;
-    };
-    auto *const edges = new QGridLayout;
-    for (const auto &[name, set, row, place] :
-         { Edge { ::tr("&Top"), &BorderView::setHasTopBorder, 0, 1 },
-           Edge { ::tr("&Left"), &BorderView::setHasLeftBorder, 1, 0 },
-           Edge { ::tr("&Right"), &BorderView::setHasRightBorder, 1, 2 },
-           Edge { ::tr("&Bottom"), &BorderView::setHasBottomBorder, 2, 1 } }) {
+    const auto makeEdge = [this](const QString &name, void (BorderView::*set)(bool)) {
         auto *const box = new QCheckBox(name);
         connect(box, &QCheckBox::toggled, m_mail, set);
-        // The left border stays at the left in a right-to-left layout.
-        edges->addWidget(box, row, isRightToLeft() ? 2 - place : place);
-    }
-    column->addLayout(edges);
+        return box;
+    };
+    m_edges->addWidget(makeEdge(::tr("&Top"), &BorderView::setHasTopBorder), 0, 1);
+    m_left = makeEdge(::tr("&Left"), &BorderView::setHasLeftBorder);
+    m_right = makeEdge(::tr("&Right"), &BorderView::setHasRightBorder);
+    m_edges->addWidget(m_left, 1, 0);
+    m_edges->addWidget(m_right, 1, 2);
+    m_edges->addWidget(makeEdge(::tr("&Bottom"), &BorderView::setHasBottomBorder), 2, 1);
+    column->addLayout(m_edges);
     column->addSpacing(Theme::unit);
 
     column->addWidget(makeLabel(::tr("Their colour"), Theme::strong));

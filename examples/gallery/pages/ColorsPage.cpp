@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "../FlatStyle.h"
 #include "../Page.h"
 #include "../PictureWidget.h"
 #include "../Theme.h"
@@ -40,11 +41,9 @@ NS::Color onScreen(const NS::Color &color)
 // A focus ring inside the edge. A gap separates it from the colour.
 void drawFocus(QPainter &painter, const QRectF &rect, const QPalette &palette)
 {
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(palette.color(QPalette::Base), 2));
-    painter.drawRoundedRect(rect.adjusted(3, 3, -3, -3), radius - 2, radius - 2);
-    painter.setPen(QPen(palette.color(QPalette::Highlight), 2));
-    painter.drawRoundedRect(rect.adjusted(1, 1, -1, -1), radius, radius);
+    FlatStyle::drawBox(&painter, rect.adjusted(2, 2, -2, -2), radius - 2,
+                       QPen(palette.color(QPalette::Base), 2), {});
+    FlatStyle::drawBox(&painter, rect, radius, QPen(palette.color(QPalette::Highlight), 2), {});
 }
 
 // A colour with its name. With the pointer or the keyboard focus, it shows its hexadecimal text,
@@ -92,20 +91,14 @@ protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        const QRectF face = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-        QPainterPath path;
-        path.addRoundedRect(face, radius, radius);
-        painter.fillPath(path, m_color.toQColor());
-        painter.setPen(QColor(128, 128, 128, 60));
-        painter.drawPath(path);
+        FlatStyle::drawBox(&painter, rect(), radius, QColor(128, 128, 128, 60), m_color.toQColor());
         if (hasFocus())
             drawFocus(painter, rect(), palette());
 
         const bool isOffered = underMouse() || hasFocus();
         QFont small = font();
         small.setPointSizeF(font().pointSizeF() * 0.85);
-        const QRectF inner = face.adjusted(Theme::unit, 6, -Theme::unit, -6);
+        const QRectF inner = QRectF(rect()).adjusted(Theme::unit, 6, -Theme::unit, -6);
         painter.setPen(textOn(m_color));
         painter.setFont(Theme::font(Theme::strong));
         painter.drawText(inner, Qt::AlignLeft | Qt::AlignTop, text());
@@ -219,13 +212,10 @@ protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
         const NS::Color shown = isDown()       ? darker(m_color)
                                 : underMouse() ? lighter(m_color)
                                                : m_color;
-        painter.setBrush(shown.toQColor());
-        painter.setPen(Qt::NoPen);
-        painter.drawRoundedRect(rect(), radius, radius);
+        FlatStyle::drawBox(&painter, rect(), radius, Qt::NoPen, shown.toQColor());
         if (hasFocus())
             drawFocus(painter, rect(), palette());
         painter.setPen(textOn(shown));

@@ -450,8 +450,7 @@ void ContainerPage::showFields(const QString &path)
 void ContainerPage::highlightWell(bool isHighlighted)
 {
     m_well->setObjectName(isHighlighted ? u"highlightedWell"_s : u"well"_s);
-    m_well->setStyleSheet(u" "_s); // applies the rules of the new object name
-    m_well->setStyleSheet({});
+    m_well->update();
 }
 
 } // namespace

@@ -228,6 +228,7 @@ QFrame *ImagesPage::makeRecord()
     auto *const form = new QFormLayout;
     form->setHorizontalSpacing(2 * Theme::unit);
     form->setVerticalSpacing(Theme::unit);
+    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     form->addRow(tr("File"), m_size);
     form->addRow(tr("Picture"), m_format);
     form->addRow(tr("SHA-256"), m_digest);

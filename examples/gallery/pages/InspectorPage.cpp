@@ -14,6 +14,7 @@
 
 #include <QCheckBox>
 #include <QCoreApplication>
+#include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHeaderView>
@@ -130,6 +131,9 @@ public:
     explicit InspectorPage(QWidget *parent);
     void showExample() override { m_layers->setFocus(); }
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     ToolBarView *makeTools();
     QWidget *makeInspector();
@@ -138,6 +142,7 @@ private:
     void addFillAndLine();
     QTableWidget *makeLayers();
     QWidget *makeKnobs();
+    void placeLine();
     QPixmap swatchOf(const QColor &color) const;
     void fillLayers();
     void showSelected();
@@ -146,6 +151,7 @@ private:
 
     Drawing *m_drawing = new Drawing;
     ToolBarView *m_tools = new ToolBarView;
+    BorderView *m_panel = new BorderView;
     QVBoxLayout *m_inspector = new QVBoxLayout;
     QList<InspectorSectionView *> m_sections;
     QList<QSpinBox *> m_frame; // x, y, width, height
@@ -216,18 +222,30 @@ ToolBarView *InspectorPage::makeTools()
 
 QWidget *InspectorPage::makeInspector()
 {
-    auto *const panel = new BorderView;
-    panel->setUsesPaletteColors(true);
-    panel->setHasLeftBorder(!isRightToLeft());
-    panel->setHasRightBorder(isRightToLeft());
-    panel->setFixedWidth(inspectorWidth);
-    panel->setLayout(m_inspector);
-    m_inspector->setContentsMargins(isRightToLeft() ? 0 : 1, 0, isRightToLeft() ? 1 : 0, 0);
+    m_panel->setUsesPaletteColors(true);
+    m_panel->setFixedWidth(inspectorWidth);
+    m_panel->setLayout(m_inspector);
     m_inspector->setSpacing(0);
+    placeLine();
     addFrame();
     addFillAndLine();
     m_inspector->addWidget(makeLayers(), 1);
-    return panel;
+    return m_panel;
+}
+
+// Beside the drawing, wherever that is.
+void InspectorPage::placeLine()
+{
+    m_panel->setHasLeftBorder(!isRightToLeft());
+    m_panel->setHasRightBorder(isRightToLeft());
+    m_inspector->setContentsMargins(isRightToLeft() ? 0 : 1, 0, isRightToLeft() ? 1 : 0, 0);
+}
+
+void InspectorPage::changeEvent(QEvent *event)
+{
+    Page::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange)
+        placeLine();
 }
 
 InspectorSectionView *InspectorPage::makeSection(const QString &title, QGridLayout *&grid)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "../FlatStyle.h"
 #include "../Page.h"
 #include "../Theme.h"
 
@@ -73,10 +74,10 @@ protected:
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         if (underMouse() || isDown() || hasFocus()) {
-            painter.setPen(hasFocus() ? QPen(palette().color(QPalette::Highlight), 2)
-                                      : QPen(Qt::NoPen));
-            painter.setBrush(palette().color(QPalette::AlternateBase));
-            painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
+            FlatStyle::drawBox(&painter, rect(), 6,
+                               hasFocus() ? QPen(palette().color(QPalette::Highlight), 2)
+                                          : QPen(Qt::NoPen),
+                               palette().color(QPalette::AlternateBase));
         }
         const QRectF inner = QRectF(rect()).adjusted(Theme::unit, 6, -Theme::unit, -6);
         NS::setDocumentText(m_document, parserFor(palette()).parse(m_construct.markup()));

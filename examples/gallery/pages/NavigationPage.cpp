@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A mail program with the scenes and segues of mail/Mail.storyboard. At its side are the stack, and
 // the storyboard with the last segue highlighted.
+#include "../FlatStyle.h"
 #include "../Page.h"
 #include "../PictureWidget.h"
 #include "../Theme.h"
@@ -278,13 +279,12 @@ protected:
             const qsizetype level = m_titles.size() - 1 - i;
             const bool isTop = i == 0;
             const bool isLast = i == visibleRows - 1 && level > 0;
-            const QRectF row(0.5, double(i) * (rowHeight + gap) + 0.5, width() - 1, rowHeight - 1);
-            painter.setPen(palette().color(isTop ? QPalette::Highlight : QPalette::Mid));
-            painter.setBrush(
+            const QRect row(0, int(i) * (rowHeight + gap), width(), rowHeight);
+            FlatStyle::drawBox(
+                    &painter, row, 6, palette().color(isTop ? QPalette::Highlight : QPalette::Mid),
                     palette().brush(isTop ? QPalette::Highlight : QPalette::AlternateBase));
-            painter.drawRoundedRect(row, 6, 6);
             painter.setPen(palette().color(isTop ? QPalette::HighlightedText : QPalette::Text));
-            const QRect inner = row.toRect().adjusted(12, 0, -12, 0);
+            const QRect inner = row.adjusted(12, 0, -12, 0);
             const auto draw = [&](const QRect &part, const QString &text) {
                 style()->drawItemText(&painter, style()->visualRect(layoutDirection(), inner, part),
                                       int(QStyle::visualAlignment(

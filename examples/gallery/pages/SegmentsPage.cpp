@@ -205,7 +205,7 @@ QFrame *SegmentsPage::makeWidths()
 
     QFrame *const card = makeCard(::tr("Filling any width"));
     layoutOf(card)->addWidget(m_paper, 0, Qt::AlignLeft);
-    layoutOf(card)->addWidget(m_widths);
+    layoutOf(card)->addWidget(m_widths, 0, Qt::AlignLeft);
     auto *const row = new QHBoxLayout;
     row->setSpacing(Theme::unit);
     row->addWidget(name);

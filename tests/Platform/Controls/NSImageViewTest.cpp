@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "DragAndDrop.h"
+#include "Drawing/Shades.h"
 #include "HugePicture.h"
+#include "Pictures.h"
 #include "TemporaryFolder.h"
 #include "View/BusyCursor.h"
 
@@ -336,6 +338,28 @@ TEST_F(ImageViewTest, an_empty_well_has_an_outline_and_says_what_to_do)
     EXPECT_FALSE(seen(edge));
 }
 
+TEST_F(ImageViewTest, its_outlines_are_sharp_and_equally_thick_at_every_scale_and_place)
+{
+    QMimeData picture;
+    picture.setImageData(filled({ 2, 2 }, Qt::red));
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        for (int place = 5; place < 9; ++place) {
+            SCOPED_TRACE(QString::number(scale).toStdString() + " at " + std::to_string(place));
+            QWidget window;
+            window.resize(100, 80);
+            auto *const well = new NS::ImageView(&window);
+            well->setEditable(true);
+            well->setGeometry(place, place, 70 + place, 50 + place);
+            const QRect pixels = pixelsOf(well->geometry(), scale);
+            expectOutline(::picture(window, scale), pixels,
+                          Pellarvine::detail::edgeColor(well->palette()), int(scale), true);
+            ASSERT_TRUE(isWelcome(*well, picture));
+            expectOutline(::picture(window, scale), pixels,
+                          well->palette().color(QPalette::Highlight), int(2 * scale));
+        }
+    }
+}
+
 TEST_F(ImageViewTest, style_sheets_apply_as_to_a_frame)
 {
     view.setEditable(false);
@@ -479,11 +503,13 @@ TEST_F(ImageViewTest, a_screen_reader_finds_a_graphic_with_a_name)
 
 TEST_F(ImageViewTest, the_main_thread_goes_on_under_a_busy_pointer_and_a_spinner)
 {
-    view.setEditable(false); // without a ring of the focus
+    view.setFocusPolicy(Qt::NoFocus); // without a ring
+    QMimeData another;
+    another.setImageData(filled({ 4, 4 }, Qt::blue));
     view.setImage(NS::Image(filled({ 100, 60 }, Qt::red)));
     view.show();
     const QImage before = view.grab().toImage();
-    QSemaphore isSeen;
+    QSemaphore mayEnd;
     bool wasBusy = false;
     QSet<QByteArray> frames;
     QTimer timer;
@@ -491,24 +517,26 @@ TEST_F(ImageViewTest, the_main_thread_goes_on_under_a_busy_pointer_and_a_spinner
         wasBusy = QApplication::overrideCursor()
                   && QApplication::overrideCursor()->shape() == Qt::BusyCursor;
         const QImage frame = view.grab().toImage();
+        EXPECT_FALSE(isWelcome(view, another)) << "what comes later would be replaced";
         frames.insert(
                 QByteArray(reinterpret_cast<const char *>(frame.constBits()), frame.sizeInBytes()));
-        if (frames.size() == 3)
-            isSeen.release();
+        if (frames.size() < 3)
+            return;
+        timer.stop();
+        mayEnd.release();
     });
     timer.start(10);
-    Pellarvine::detail::runWithBusyCursor(&view, [&] { isSeen.acquire(); });
-    timer.stop();
+    Pellarvine::detail::runWithBusyCursor(&view, [&] { mayEnd.acquire(); });
     EXPECT_TRUE(wasBusy);
     EXPECT_FALSE(QApplication::overrideCursor());
     EXPECT_EQ(view.grab().toImage(), before);
     // The view may go while it waits.
     auto other = std::make_unique<NS::ImageView>();
-    QTimer::singleShot(0, qApp, [&] {
+    QTimer::singleShot(0, &timer, [&] {
         other.reset();
-        isSeen.release();
+        mayEnd.release();
     });
-    Pellarvine::detail::runWithBusyCursor(other.get(), [&] { isSeen.acquire(); });
+    Pellarvine::detail::runWithBusyCursor(other.get(), [&] { mayEnd.acquire(); });
     EXPECT_FALSE(other);
 }
 

@@ -445,6 +445,20 @@ TEST(SegmentedControl, its_lines_are_equally_thick_on_every_screen)
     }
 }
 
+TEST(SegmentedControl, the_ring_in_its_selection_is_equally_thick_on_every_screen)
+{
+    Control control(Tracking::selectOne, { QString() });
+    control.open();
+    control.resize(61, 31);
+    control.setSelectedSegment(0);
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        SCOPED_TRACE(scale);
+        expectOutline(picture(control, scale),
+                      pixelsOf(control.segmentRect(0).adjusted(2, 2, -2, -2), scale),
+                      control.palette().color(QPalette::HighlightedText), int(scale));
+    }
+}
+
 TEST(SegmentedControl, style_sheets_set_its_colours_and_no_more)
 {
     Control control(Tracking::selectOne, { QString(3, QChar(u'█')), {} });

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "Controls/ColorPanel/ScreenColorPicker.h"
 #include "DragAndDrop.h"
+#include "Drawing/Shades.h"
 #include "Named.h"
+#include "Pictures.h"
 
 #include <pellarvine/Platform/NSColorList.h>
 #include <pellarvine/Platform/NSColorPanel.h>
@@ -495,4 +497,51 @@ TEST(ScreenColorPicker, the_loupe_goes_by_pixels_and_picks_the_one_in_its_middle
     EXPECT_EQ(finished.at(0).at(0).value<QColor>(), QColor(Qt::red));
     EXPECT_EQ(finished.at(1).at(0).value<QColor>(), QColor(Qt::green));
     EXPECT_FALSE(finished.at(2).at(0).value<QColor>().isValid());
+}
+
+TEST_F(ColorPanelTest, colours_have_sharp_outlines_at_every_scale)
+{
+    panel->setRecentColors({ Qt::red, Qt::green, Qt::blue });
+    QWidget *const content = panel->contentView();
+    auto *const recent = find<QListWidget>(u"Recent colours"_s);
+    recent->clearSelection();
+    const QColor edge = Pellarvine::detail::edgeColor(content->palette());
+    for (const double scale : { 1.0, 1.25, 1.5, 1.75, 2.0, 3.0 }) {
+        SCOPED_TRACE(scale);
+        const QImage image = picture(*content, scale);
+        const auto *const swatch = find<QWidget>(u"Chosen colour"_s);
+        const QRect place(swatch->mapTo(content, QPoint()), swatch->size());
+        expectOutline(image, pixelsOf(place, scale), edge, int(scale));
+        for (int i = 0; i < recent->count(); ++i) {
+            QRect tile = recent->visualItemRect(recent->item(i)).adjusted(3, 3, -3, -3);
+            tile.translate(recent->viewport()->mapTo(content, QPoint()));
+            expectOutline(image, pixelsOf(tile, scale), edge, int(scale));
+        }
+    }
+}
+
+TEST_F(ColorPanelTest, fields_are_mirrored_from_right_to_left_and_their_texts_are_not)
+{
+    wheel()->setFocus();
+    panel->setColor(QColor(0x12, 0x34, 0x56));
+    const auto textOf = [](QWidget *field) {
+        const QImage image = field->grab(field->rect().adjusted(4, 4, -4, -4)).toImage();
+        QRect inked;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                if (image.pixel(x, y) != image.pixel(0, 0))
+                    inked |= QRect(x, y, 1, 1);
+            }
+        }
+        return std::pair(inked.center().x() < image.width() / 2, image.copy(inked));
+    };
+    auto *const number = find<QSpinBox>(u"Brightness"_s);
+    const auto [isNumberLeft, numberText] = textOf(number);
+    const auto [isHexLeft, hexText] = textOf(hex());
+    EXPECT_FALSE(isNumberLeft);
+    EXPECT_TRUE(isHexLeft);
+    panel->setLayoutDirection(Qt::RightToLeft);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(textOf(number), std::pair(true, numberText));
+    EXPECT_EQ(textOf(hex()), std::pair(false, hexText));
 }
