@@ -114,7 +114,32 @@ protected:
     }
 };
 
-// Three views in a row or a column, with the chosen settings.
+// Paints the frame of a guide, which is invisible itself.
+class GuideStage : public QWidget
+{
+public:
+    GuideStage()
+        : m_guide(new NS::LayoutGuide(this))
+    {
+        connect(m_guide, &NS::LayoutGuide::frameChanged, this, [this] { update(); });
+    }
+    NS::LayoutGuide *guide() const { return m_guide; }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        constexpr int distance = Theme::unit / 2;
+        QPainter painter(this);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 1.0, Qt::DashLine));
+        painter.drawRect(
+                m_guide->frame().adjusted(-distance, -distance, distance - 1, distance - 1));
+    }
+
+private:
+    NS::LayoutGuide *m_guide;
+};
+
+// Three views in a row or a column, with the chosen settings. A guide frames and centres them.
 class StackCard : public QFrame
 {
 public:
@@ -131,9 +156,10 @@ private:
 
     Qt::Orientation axis() const;
     void offerWays();
+    void frameByGuide();
     void stackAgain();
 
-    QWidget *m_stage = new QWidget;
+    GuideStage *m_stage = new GuideStage;
     FullWidthSegmentedControl *m_axis = new FullWidthSegmentedControl;
     FullWidthSegmentedControl *m_alignment = new FullWidthSegmentedControl;
     QSlider *m_spacing = new QSlider(Qt::Horizontal);
@@ -145,7 +171,7 @@ private:
 StackCard::StackCard()
 {
     setObjectName(u"card"_s);
-    auto *const title = new QLabel(::tr("A stack"));
+    auto *const title = new QLabel(::tr("A stack in a guide"));
     title->setFont(Theme::font(Theme::strong));
     auto *const sender = new QLabel(u"Ada Lovelace"_s);
     sender->setFont(Theme::font(Theme::heading));
@@ -186,6 +212,7 @@ StackCard::StackCard()
             [this] { stackAgain(); });
     connect(m_spacing, &QSlider::valueChanged, this, [this] { stackAgain(); });
     offerWays();
+    frameByGuide();
     stackAgain();
 }
 
@@ -217,95 +244,38 @@ void StackCard::offerWays()
     m_alignment->setSelectedSegment(1);
 }
 
+// The smallest rectangle around the views, in the middle of the stage.
+void StackCard::frameByGuide()
+{
+    using namespace NS;
+    LayoutGuide *const guide = m_stage->guide();
+    const double little = 1.0;
+    LayoutConstraint::activateConstraints({
+            centerXAnchor(guide).constraintEqualToAnchor(centerXAnchor(m_stage)),
+            centerYAnchor(guide).constraintEqualToAnchor(centerYAnchor(m_stage)),
+            widthAnchor(guide).constraintEqualToConstant(0)->withPriority(little),
+            heightAnchor(guide).constraintEqualToConstant(0)->withPriority(little),
+    });
+    for (QWidget *const view : std::as_const(m_views)) {
+        LayoutConstraint::activateConstraints({
+                leftAnchor(guide).constraintLessThanOrEqualToAnchor(leftAnchor(view)),
+                rightAnchor(guide).constraintGreaterThanOrEqualToAnchor(rightAnchor(view)),
+                topAnchor(guide).constraintLessThanOrEqualToAnchor(topAnchor(view)),
+                bottomAnchor(guide).constraintGreaterThanOrEqualToAnchor(bottomAnchor(view)),
+        });
+    }
+}
+
 void StackCard::stackAgain()
 {
     const Way way = ways(axis()).value(m_alignment->selectedSegment());
     const int spacing = m_spacing->value();
     NS::LayoutConstraint::deactivateConstraints(m_constraints);
     m_constraints = NS::stack(m_views, axis(), spacing, way.attribute);
-    // The stack begins at the edge of the stage. Across, it is aligned as its views are.
-    const bool isRow = axis() == Qt::Horizontal;
-    for (const LayoutAttribute attribute :
-         { isRow ? LayoutAttribute::leading : LayoutAttribute::top,
-           isRow ? LayoutAttribute::centerY : way.attribute }) {
-        m_constraints +=
-                NS::LayoutConstraint::make(m_views.first(), attribute, NS::LayoutRelation::equal,
-                                           m_stage, attribute, 1.0, 0.0);
-    }
     NS::LayoutConstraint::activateConstraints(m_constraints);
-    m_call->setText(u"stack(views, Qt::%1, %2, %3)"_s.arg(
+    m_call->setText(u"stack(views, Qt::%1, %2, %3)\nguide.centerX = stage.centerX"_s.arg(
             axis() == Qt::Horizontal ? "Horizontal"_L1 : "Vertical"_L1, QString::number(spacing),
             QLatin1StringView(way.code)));
-}
-
-// Paints the frame of a guide, which has no picture of its own.
-class GuideStage : public QWidget
-{
-public:
-    GuideStage()
-        : m_group(new NS::LayoutGuide(this))
-    {
-        connect(m_group, &NS::LayoutGuide::frameChanged, this, [this] { update(); });
-    }
-    NS::LayoutGuide *group() const { return m_group; }
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 1.0, Qt::DashLine));
-        painter.drawRoundedRect(QRectF(m_group->frame()).adjusted(0.5, 0.5, -0.5, -0.5), 4.0, 4.0);
-    }
-
-private:
-    NS::LayoutGuide *m_group;
-};
-
-// A picture and a name that are centred as one.
-QFrame *makeGuideCard()
-{
-    QFrame *const card = makeCard(tr("A guide"));
-    auto *const stage = new GuideStage;
-    stage->setMinimumHeight(9 * Theme::unit);
-    auto *const picture = new Initial;
-    auto *const name = new QLabel;
-    name->setFont(Theme::font(Theme::heading));
-    NS::addSubview(stage, picture);
-    NS::addSubview(stage, name);
-    NS::LayoutGuide *const group = stage->group();
-    const double margin = Theme::unit;
-    using namespace NS;
-    LayoutConstraint::activateConstraints({
-            leadingAnchor(group).constraintEqualToAnchor(leadingAnchor(picture), -margin),
-            trailingAnchor(group).constraintEqualToAnchor(trailingAnchor(name), margin),
-            topAnchor(group).constraintEqualToAnchor(topAnchor(picture), -margin),
-            bottomAnchor(group).constraintEqualToAnchor(bottomAnchor(picture), margin),
-            centerXAnchor(group).constraintEqualToAnchor(centerXAnchor(stage)),
-            centerYAnchor(group).constraintEqualToAnchor(centerYAnchor(stage)),
-            leadingAnchor(group).constraintGreaterThanOrEqualToAnchor(leadingAnchor(stage)),
-            leadingAnchor(name).constraintEqualToAnchor(trailingAnchor(picture), margin),
-            centerYAnchor(name).constraintEqualToAnchor(centerYAnchor(picture)),
-    });
-
-    auto *const field = new QLineEdit;
-    field->setMaxLength(20);
-    auto *const fieldName = new QLabel(tr("&Name"));
-    fieldName->setBuddy(field);
-    auto *const knobs = new QHBoxLayout;
-    knobs->setSpacing(2 * Theme::unit);
-    knobs->addWidget(fieldName);
-    knobs->addWidget(field, 1);
-    QObject::connect(field, &QLineEdit::textChanged, name, &QLabel::setText);
-    field->setText(u"Ada Lovelace"_s);
-
-    auto *const layout = static_cast<QVBoxLayout *>(card->layout());
-    layout->addWidget(makeCode(u"group  leading = picture.leading - 8\n"
-                               "       trailing = name.trailing + 8\n"
-                               "       centerX = stage.centerX"_s));
-    layout->addWidget(stage, 1);
-    layout->addLayout(knobs);
-    return card;
 }
 
 QFrame *makeFileCard()
@@ -330,17 +300,14 @@ QFrame *makeFileCard()
 QWidget *makeLayoutExamples()
 {
     auto *const examples = new QWidget;
-    auto *const columns = new QHBoxLayout(examples);
-    columns->setContentsMargins(0, 0, 0, 0);
-    columns->setSpacing(2 * Theme::unit);
-    const auto addColumn = [columns](QWidget *top, QWidget *bottom) {
-        auto *const column = new QVBoxLayout;
-        column->setSpacing(2 * Theme::unit);
-        column->addWidget(top);
-        column->addWidget(bottom, 1);
-        columns->addLayout(column, 1);
-    };
-    addColumn(makeFormCard(), makeGuideCard());
-    addColumn(makeFileCard(), new StackCard);
+    auto *const grid = new QGridLayout(examples);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(2 * Theme::unit);
+    grid->addWidget(makeFormCard(), 0, 0, 2, 1);
+    grid->addWidget(makeFileCard(), 0, 1);
+    grid->addWidget(new StackCard, 1, 1);
+    grid->setRowStretch(1, 1);
+    for (int column = 0; column < 2; ++column)
+        grid->setColumnStretch(column, 1);
     return examples;
 }

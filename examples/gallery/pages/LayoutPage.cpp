@@ -1,5 +1,6 @@
-// SPDX-License-Identifier: MIT A photograph in a box for each function that pins views. All boxes
-// are resized together. The other tabs show further uses of constraints.
+// SPDX-License-Identifier: MIT
+// A photograph in a box for each function that pins views. All boxes are resized together. The
+// other tab shows further uses of constraints.
 #include "../Page.h"
 #include "../PictureWidget.h"
 #include "../Theme.h"
