@@ -31,9 +31,10 @@ double titleBarHeight(Window::StyleMask styleMask)
 
 Window::Window(QWidget *parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint)
-    , d(std::make_unique<Private>(this))
 {
+    // Before the parts are made: screen readers hear of them, and ask for the window's interface.
     detail::makeAccessible<Window, detail::AccessibleWindow>();
+    d = std::make_unique<Private>(this);
     connect(d->frame->titleBar()->items(), &detail::TitleBarItems::buttonClicked, this,
             [this](WindowButton kind) {
                 if (kind == WindowButton::documentIcon)

@@ -50,8 +50,10 @@ void WindowFrame::updateMargin(bool canBeTranslucent)
     if (by > 0)
         moveLimits(2 * QSize(by, by));
     if (!isOnScreen() && isNormal()) {
-        m_window->setGeometry(geometry);
-        m_window->setAttribute(Qt::WA_Moved, hasPlace);
+        if (hasPlace)
+            m_window->setGeometry(geometry);
+        else // a place would be one that the program has chosen
+            m_window->resize(geometry.size());
         m_window->setAttribute(Qt::WA_Resized, hasSize);
     }
     rearrange();

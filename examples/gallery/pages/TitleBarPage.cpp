@@ -112,12 +112,13 @@ TitleBarPage::TitleBarPage(QWidget *parent)
     auto *const below = new QHBoxLayout;
     auto *const ask = new QPushButton(::tr("Open a message &box"));
     connect(ask, &QPushButton::clicked, this, &TitleBarPage::askWhetherToSend);
-    below->addWidget(m_frame, 1);
+    below->addStretch();
     below->addWidget(ask);
     below->addWidget(open);
     QFrame *const stage = makeCard({});
     auto *const stageLayout = static_cast<QVBoxLayout *>(stage->layout());
     stageLayout->addWidget(m_picture, 1);
+    stageLayout->addWidget(m_frame);
     stageLayout->addLayout(below);
 
     QFrame *const lengths = makeCard(::tr("Lengths"));
