@@ -43,7 +43,7 @@ T seenOn(const T &background, const std::type_identity_t<T> &color)
         return T(rgba);
     };
     const RGBA rgba = color.rgba();
-    return interpolate(opaque(background.rgba()), opaque(rgba), rgba.alpha);
+    return interpolate(opaque(background.rgba()), opaque(rgba), std::clamp(rgba.alpha, 0.0, 1.0));
 }
 
 /// The contrast ratio of text on a background: from 1 for equal luminance to 21 for black and

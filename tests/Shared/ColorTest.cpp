@@ -213,6 +213,8 @@ TEST(Color, contrast_is_that_of_the_accessibility_guidelines)
     EXPECT_EQ(luminance(NS::Color(RGBA { 2, 2, 2, 1 })), 1);
     EXPECT_EQ(seenOn(NS::Color::white(), NS::Color(RGBA { 1, 0, 0, 0.5 })),
               NS::Color(RGBA { 1, 0.5, 0.5, 1 }));
+    EXPECT_EQ(seenOn(NS::Color::white(), NS::Color(RGBA { 0.5, 0, 0, 2 })),
+              NS::Color(RGBA { 0.5, 0, 0, 1 }));
 }
 
 TEST(Color, black_or_white_can_be_read_on_every_colour)
