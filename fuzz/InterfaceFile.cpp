@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Loads an interface file: whatever the bytes are, a tree of objects or an error, and nothing left
-// behind by an error.
+// Loads an interface file. Any bytes give a tree of objects or an error, and no object is left
+// after an error.
 #include <pellarvine/Platform/NSNib.h>
 
 #include <QApplication>

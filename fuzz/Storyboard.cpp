@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads a storyboard and loads each of its scenes: whatever the bytes are, controllers or an error.
+// Reads a storyboard and loads each of its scenes. Any bytes give controllers or an error.
 #include <pellarvine/Platform/NSNib.h>
 #include <pellarvine/Platform/NSStoryboard.h>
 #include <pellarvine/Platform/NSViewController.h>

@@ -52,7 +52,7 @@ public:
     /// The contents without the omitted parts, in UTF-8.
     QByteArray remainder() const;
 
-    /// The present place of the reader.
+    /// The place behind the last token.
     XmlPlace position() const { return { int(lineNumber()), int(columnNumber()) + 1 }; }
 
 private:

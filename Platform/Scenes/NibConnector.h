@@ -23,8 +23,8 @@ class NibTexts;
 class NibConnector
 {
 public:
-    /// `fileName` is for messages, and may be empty. Bound properties are removed from `texts`; null
-    /// if there are none.
+    /// `fileName` is for messages, and may be empty. Bound properties are removed from `texts`,
+    /// which may be null.
     NibConnector(QObject *owner, QHash<QString, QObject *> objects, QString fileName,
                  NibTexts *texts);
 

@@ -297,8 +297,8 @@ private:
         (owner.*list).append(std::move(property));
     }
 
-    // Properties are set in the order of the file: after the first that the loader sets, it sets the
-    // others as well. It sets those of these names after the children, or in a way of its own.
+    // Properties are set in the order of the file: after the first that the loader sets, it sets
+    // the others as well. It sets those of these names after the children, or in a way of its own.
     static bool mayBePlain(const NibElement &owner, const NibProperty &property)
     {
         static const QSet<QString> special { u"buddy"_s, u"currentIndex"_s, u"currentRow"_s,

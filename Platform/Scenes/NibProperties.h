@@ -13,8 +13,8 @@ namespace Pellarvine::detail {
 class NibTexts;
 struct NibValueKinds;
 
-/// Sets the plain properties, and checks the others, which QUiLoader sets. So the loader has less to
-/// read, and no property is looked up twice. Every function throws NibError.
+/// Sets the plain properties, and checks the others, which QUiLoader sets. So the loader has less
+/// to read, and no property is looked up twice. Every function throws NibError.
 class NibProperties
 {
 public:

@@ -20,18 +20,18 @@ namespace Pellarvine::detail {
 class NibTexts : public QObject
 {
 public:
-    /// The context of the translations, which are found by their ID instead if `isById`.
+    /// The context of the translations. If `isById`, they are found by their IDs instead.
     NibTexts(QByteArray context, bool isById);
 
     /// Adds the text of a property, and returns its translation.
     QString add(QObject *object, const QByteArray &property, const NibTranslatable &text);
 
-    /// Leaves a property alone from now on.
+    /// The property no longer follows the language.
     void remove(const QObject *object, const QByteArray &property);
 
     bool isEmpty() const { return m_texts.empty(); }
 
-    /// Becomes a child of the form, whose changes of language it follows.
+    /// Becomes a child of the form, and follows its changes of language.
     void follow(QWidget *form);
 
     bool eventFilter(QObject *form, QEvent *event) override;

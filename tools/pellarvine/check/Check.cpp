@@ -23,7 +23,7 @@ QByteArray line(const QString &file, qint64 lineNumber, qint64 column, const QSt
     return QFile::encodeName(file + place) + ": error: " + message.toLocal8Bit();
 }
 
-// The problem of a file; empty if there is none.
+// The error of a file, or empty.
 QByteArray problem(const QString &path)
 {
     try {
@@ -33,7 +33,7 @@ QByteArray problem(const QString &path)
             NS::Nib(QFileInfo(path).absoluteFilePath()).check();
         return {};
     } catch (const NS::NibError &error) {
-        // Behind the file's own name and the place, which are said in another form.
+        // Without the name of the file and the place, which line() prints in another form.
         const QString name = QFileInfo(error.file()).fileName();
         const QString text = QString::fromUtf8(error.what()).sliced(name.size());
         const QString place =
@@ -44,7 +44,7 @@ QByteArray problem(const QString &path)
     }
 }
 
-// Its classes are registered when it is loaded, or by this function if it has it.
+// Static initialisation or the function pellarvineRegisterClasses() registers the classes.
 void load(const QByteArray &path)
 {
     QLibrary library(QFileInfo(QFile::decodeName(path)).absoluteFilePath());
