@@ -49,7 +49,7 @@ const SegueClass *segueClass(const QString &name)
 [[maybe_unused]] const bool isRegistered =
         (StoryboardSegue::registerClass<StoryboardSegue>(), true);
 
-// The flags of a view that has chosen its frame, as a dialog. Otherwise the plain flags of a dialog.
+// The flags of a dialog, with the frame that the view has chosen if it has.
 Qt::WindowFlags dialogFlags(const QWidget *view)
 {
     const Qt::WindowFlags flags = view->windowFlags();
