@@ -287,7 +287,7 @@ TEST_F(Nib, what_a_file_names_and_nobody_has_is_an_error_with_its_place_object_a
         { entry(u"bindings"_s, u"txet = owner.person.name"_s), Error::unknownKeyPath, "field",
           "txet", "QLineEdit has no key \"txet\"", 85 },
         { entry(u"bindings"_s, u"text = owner.person.secret"_s), Error::unknownKeyPath, "field",
-          "person.secret", "does not tell", 85 },
+          "person.secret", "key \"secret\"", 85 },
         { entry(u"actions"_s, u"clicked -> owner.save"_s), Error::unknownMethod, "field", "clicked",
           "QLineEdit has no signal \"clicked\"", 84 },
         { entry(u"actions"_s, u"textChanged -> owner.sav"_s), Error::unknownMethod, "field", "sav",
