@@ -111,7 +111,7 @@ bool NavigationController::goBack()
     const QPointer<NavigationController> self = this;
     const QPointer<NS::ViewController> top = all.constLast();
     NS::ViewController *const source = top->parentViewController() == this ? top : this;
-    // Called by Qt's events, which no exception may cross.
+    // Called by Qt's event loop, which no exception may leave.
     try {
         UnwindSegue({}, source, all[all.size() - 2]).perform();
     } catch (const std::exception &error) {

@@ -14,6 +14,7 @@ XmlReader::XmlReader(const QByteArray &contents)
     QStringDecoder decode(
             QStringConverter::encodingForData(contents).value_or(QStringConverter::Utf8));
     m_text = decode(contents);
+    m_lineEnd = m_text.indexOf(u'\n');
     addData(m_text);
     if (decode.hasError())
         raiseError(u"It is not text in UTF-8."_s);
@@ -59,18 +60,31 @@ bool XmlReader::readChild()
 void XmlReader::noteTag()
 {
     const qsizetype end = std::min(qsizetype(characterOffset()), m_text.size());
-    m_place = placeAt(end > 0 ? m_text.lastIndexOf(u'<', end - 1) : -1);
+    m_tagStart = end > 0 ? m_text.lastIndexOf(u'<', end - 1) : -1;
+    m_place = placeAt(m_tagStart);
+}
+
+void XmlReader::omit(qsizetype begin, qsizetype end)
+{
+    m_kept += QStringView(m_text).sliced(m_omitted, begin - m_omitted);
+    m_omitted = end;
+}
+
+QByteArray XmlReader::remainder() const
+{
+    QString all = m_kept;
+    all += QStringView(m_text).sliced(m_omitted);
+    return all.toUtf8();
 }
 
 XmlPlace XmlReader::placeAt(qsizetype offset)
 {
-    while (m_scanned < offset) {
-        if (m_text[m_scanned++] == u'\n') {
-            ++m_line;
-            m_lineStart = m_scanned;
-        }
+    while (m_lineEnd >= 0 && m_lineEnd < offset) {
+        ++m_line;
+        m_lineStart = m_lineEnd + 1;
+        m_lineEnd = m_text.indexOf(u'\n', m_lineStart);
     }
-    return { m_line, int(m_scanned - m_lineStart) + 1 };
+    return { m_line, int(std::max(offset, m_lineStart) - m_lineStart) + 1 };
 }
 
 XmlPlace XmlReader::place() const

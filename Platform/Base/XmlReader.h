@@ -43,7 +43,16 @@ public:
     /// The place of the last noteTag(); after an error, the place of the error.
     XmlPlace place() const;
 
-    /// The place that the reader has come to.
+    /// The offset of the tag of the last noteTag().
+    qsizetype tagOffset() const { return m_tagStart; }
+
+    /// Leaves a part out of remainder(). Parts are in the order of the text.
+    void omit(qsizetype begin, qsizetype end);
+
+    /// The contents without the omitted parts, in UTF-8.
+    QByteArray remainder() const;
+
+    /// The place behind the last token.
     XmlPlace position() const { return { int(lineNumber()), int(columnNumber()) + 1 }; }
 
 private:
@@ -52,10 +61,13 @@ private:
 
     QString m_text;
     XmlPlace m_place { 1, 1 };
-    int m_line = 1; // the line that begins at m_lineStart
-    qsizetype m_lineStart = 0;
-    qsizetype m_scanned = 0; // line ends before it are counted
+    int m_line = 1;
+    qsizetype m_lineStart = 0; // of m_line
+    qsizetype m_lineEnd = -1; // negative in the last line
     qsizetype m_tokenStart = 0;
+    qsizetype m_tagStart = 0;
+    QString m_kept; // the part of remainder() before m_omitted
+    qsizetype m_omitted = 0;
 };
 
 } // namespace Pellarvine::detail

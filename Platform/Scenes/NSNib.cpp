@@ -7,6 +7,8 @@
 #include "Scenes/NibConnector.h"
 #include "Scenes/NibEntry.h"
 #include "Scenes/NibFile.h"
+#include "Scenes/NibProperties.h"
+#include "Scenes/NibTexts.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -29,6 +31,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -41,8 +44,10 @@ using detail::NibChecker;
 using detail::NibConnector;
 using detail::NibElement;
 using detail::NibFile;
+using detail::NibProperties;
 using detail::NibProperty;
 using detail::NibText;
+using detail::NibTexts;
 using detail::XmlPlace;
 
 // The files of the library itself stand in this folder of the resources.
@@ -104,16 +109,29 @@ private:
     QHash<const QMetaObject *, QMetaMethod> m_methods;
 };
 
-// Makes the objects, and remembers them by name.
-class Loader : public QUiLoader
+// Makes the objects of a file with their properties, and remembers them by name.
+class ObjectLoader : public QUiLoader
 {
 public:
+    explicit ObjectLoader(const NibFile &file)
+        : m_file(file)
+        , m_texts(std::make_unique<NibTexts>(file.className, file.hasTextIds))
+        , m_properties(file, objects, *m_texts)
+    {
+        setLanguageChangeEnabled(true);
+        setWorkingDirectory(QFileInfo(file.fileName).dir());
+    }
+
     QWidget *createWidget(const QString &className, QWidget *parent, const QString &name) override
     {
-        const RegisteredClass *const known = registeredClass(className);
-        if (!known)
+        auto make = m_makers.constFind(className);
+        if (make == m_makers.cend()) {
+            const RegisteredClass *const known = registeredClass(className);
+            make = m_makers.insert(className, known ? known->make : ObjectMaker());
+        }
+        if (!*make)
             return added(QUiLoader::createWidget(className, parent, name), name);
-        auto *const widget = static_cast<QWidget *>(known->make(parent));
+        auto *const widget = static_cast<QWidget *>((*make)(parent));
         widget->setObjectName(name);
         return added(widget, name);
     }
@@ -130,83 +148,68 @@ public:
         return added(QUiLoader::createActionGroup(parent, name), name);
     }
 
+    // Throws NibError, and the exceptions of the setters of properties.
+    std::unique_ptr<QWidget> make(QWidget *parent)
+    {
+        QByteArray contents = m_file.loaderContents;
+        QBuffer buffer(&contents);
+        buffer.open(QIODevice::ReadOnly);
+        std::unique_ptr<QWidget> root(load(&buffer, parent));
+        if (m_exception)
+            std::rethrow_exception(m_exception);
+        if (!root)
+            fail();
+        addButtonGroups(root.get());
+        for (const NibElement &element : m_file.elements)
+            m_properties.checkOthers(element);
+        if (m_texts->isEmpty())
+            return root;
+        texts = m_texts.release();
+        texts->follow(root.get());
+        return root;
+    }
+
     QHash<QString, QObject *> objects;
+    NibTexts *texts = nullptr; // of the form, if it has any
 
 private:
     template <typename T>
     T *added(T *object, const QString &name)
     {
-        if (object && !name.isEmpty())
-            objects.insert(name, object);
+        if (!object || name.isEmpty())
+            return object;
+        objects.insert(name, object);
+        // No exception may leave a function that the loader calls.
+        try {
+            if (const NibElement *const element = m_file.element(name))
+                m_properties.setPlain(object, *element);
+        } catch (...) {
+            if (!m_exception)
+                m_exception = std::current_exception();
+        }
         return object;
     }
-};
 
-// Loads a file once.
-class Loading
-{
-public:
-    Loading(const NibFile &file, QObject *owner)
-        : m_file(file)
-        , m_owner(owner)
-    { }
-
-    QWidget *run(QWidget *parent)
+    void addButtonGroups(const QWidget *root)
     {
-        std::unique_ptr<QWidget> root = load(parent);
-        NibConnector connector(m_owner, m_loader.objects, m_file.fileName);
-        connectWith(connector);
-        try {
-            awaken();
-        } catch (...) {
-            connector.undo();
-            throw;
+        for (const NibElement &element : m_file.elements) {
+            if (element.kind != NibElement::buttonGroup)
+                continue;
+            if (auto *const group = root->findChild<QButtonGroup *>(element.name.text))
+                objects.insert(element.name.text, group);
         }
-        return root.release();
     }
 
-    std::unique_ptr<QWidget> check(const QMetaObject *ownerClass)
+    // The message of the loader contains the place where the tag of an unknown element or attribute
+    // ends. The whole file is read again for the place in that.
+    [[noreturn]] void fail() const
     {
-        NibChecker(m_file).checkResources();
-        std::unique_ptr<QWidget> root = load(nullptr);
-        NibConnector connector(nullptr, m_loader.objects, m_file.fileName);
-        connector.checkOwnerEntries(ownerClass);
-        connectWith(connector);
-        return root;
-    }
-
-private:
-    std::unique_ptr<QWidget> load(QWidget *parent)
-    {
-        NibChecker checker(m_file);
-        checker.checkClasses(m_loader.availableWidgets(), m_loader.availableLayouts());
-        checker.checkPlaces();
-        checker.checkImages();
-        m_loader.setLanguageChangeEnabled(true);
-        m_loader.setWorkingDirectory(QFileInfo(m_file.fileName).dir());
         QByteArray contents = m_file.contents;
         QBuffer buffer(&contents);
         buffer.open(QIODevice::ReadOnly);
-        std::unique_ptr<QWidget> root(m_loader.load(&buffer, parent));
-        if (!root)
-            failAtLoader(m_loader.errorString());
-        findButtonGroups(root.get());
-        placeBars(root.get());
-        checker.checkObjects(m_loader.objects);
-        addPages();
-        return root;
-    }
-
-    [[noreturn]] void fail(NibError::Reason reason, const NibText &where, const QString &object,
-                           const QString &name, const QString &message) const
-    {
-        throw m_file.error(reason, where.place, object, name, message);
-    }
-
-    // The loader writes the place of an unknown element or attribute into its message. It is where
-    // the tag ends.
-    [[noreturn]] void failAtLoader(const QString &message) const
-    {
+        QUiLoader loader;
+        const std::unique_ptr<QWidget> root(loader.load(&buffer));
+        const QString message = root ? errorString() : loader.errorString();
         QString pattern = QRegularExpression::escape(
                 QCoreApplication::translate("QAbstractFormBuilder", loaderMessage));
         pattern.replace(u"\\%1"_s, u"(?<line>[0-9]+)"_s)
@@ -221,20 +224,71 @@ private:
                            match.captured(u"problem"_s));
     }
 
+    const NibFile &m_file;
+    QHash<QString, ObjectMaker> m_makers; // by class; empty if the loader makes the objects
+    std::unique_ptr<NibTexts> m_texts;
+    NibProperties m_properties;
+    std::exception_ptr m_exception;
+};
+
+// Makes the objects of a file once, and connects them.
+class FormLoader
+{
+public:
+    FormLoader(const NibFile &file, QObject *owner)
+        : m_file(file)
+        , m_owner(owner)
+        , m_loader(file)
+    { }
+
+    QWidget *run(QWidget *parent)
+    {
+        std::unique_ptr<QWidget> root = load(parent);
+        NibConnector connector(m_owner, m_loader.objects, m_file.fileName, m_loader.texts);
+        connectWith(connector);
+        try {
+            awaken();
+        } catch (...) {
+            connector.undo();
+            throw;
+        }
+        return root.release();
+    }
+
+    std::unique_ptr<QWidget> check(const QMetaObject *ownerClass)
+    {
+        NibChecker(m_file).checkResources();
+        std::unique_ptr<QWidget> root = load(nullptr);
+        NibConnector connector(nullptr, m_loader.objects, m_file.fileName, m_loader.texts);
+        connector.checkOwnerEntries(ownerClass);
+        connectWith(connector);
+        return root;
+    }
+
+private:
+    std::unique_ptr<QWidget> load(QWidget *parent)
+    {
+        NibChecker checker(m_file);
+        checker.checkClasses(m_loader.availableWidgets(), m_loader.availableLayouts());
+        checker.checkPlaces();
+        checker.checkImages();
+        std::unique_ptr<QWidget> root = m_loader.make(parent);
+        placeBars(root.get());
+        checker.checkObjects(m_loader.objects);
+        addPages();
+        return root;
+    }
+
+    [[noreturn]] void fail(NibError::Reason reason, const NibText &where, const QString &object,
+                           const QString &name, const QString &message) const
+    {
+        throw m_file.error(reason, where.place, object, name, message);
+    }
+
     // Null for a layout without a name.
     QObject *object(const NibElement &element) const
     {
         return m_loader.objects.value(element.name.text);
-    }
-
-    void findButtonGroups(const QWidget *root)
-    {
-        for (const NibElement &element : m_file.elements) {
-            if (element.kind != NibElement::buttonGroup)
-                continue;
-            if (auto *const group = root->findChild<QButtonGroup *>(element.name.text))
-                m_loader.objects.insert(element.name.text, group);
-        }
     }
 
     // Only a QMainWindow places these. In another window they would be hidden below its contents,
@@ -346,7 +400,7 @@ private:
 
     const NibFile &m_file;
     QPointer<QObject> m_owner;
-    Loader m_loader;
+    ObjectLoader m_loader;
 };
 
 // Objects below `object` first, in the order in which they were made.
@@ -411,7 +465,7 @@ const QString &Nib::fileName() const
 
 QWidget *Nib::instantiate(QObject *owner, QWidget *parent) const
 {
-    return Loading(*m_file, owner).run(parent);
+    return FormLoader(*m_file, owner).run(parent);
 }
 
 void Nib::check(const QMetaObject *ownerClass) const
@@ -421,7 +475,7 @@ void Nib::check(const QMetaObject *ownerClass) const
 
 std::unique_ptr<QWidget> Nib::checkedTree(const QMetaObject *ownerClass) const
 {
-    return Loading(*m_file, nullptr).check(ownerClass);
+    return FormLoader(*m_file, nullptr).check(ownerClass);
 }
 
 QString Nib::path(const QString &name)
@@ -446,7 +500,7 @@ void Nib::awaken(QWidget *root, QObject *owner)
     QHash<QString, QObject *> byName;
     for (const QPointer<QObject> &object : std::as_const(objects))
         byName.insert(object->objectName(), object);
-    NibConnector connector(owner, byName, {});
+    NibConnector connector(owner, byName, {}, nullptr);
     for (const QPointer<QObject> &object : std::as_const(objects)) {
         for (const QByteArray &property : object->dynamicPropertyNames()) {
             const QString name = QString::fromUtf8(property);

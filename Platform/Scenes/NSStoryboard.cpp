@@ -91,7 +91,7 @@ public Q_SLOTS:
         const QPointer<QObject> from = sender();
         const std::shared_ptr<Storyboard> storyboard = m_source->storyboard();
         const SegueElement &segue = m_segue;
-        // Called by Qt's event loop, which cannot carry exceptions.
+        // Called by Qt's event loop, which no exception may leave.
         try {
             if (m_source->shouldPerformSegue(segue.identifier, from) && source)
                 storyboard->perform(segue, source, from);

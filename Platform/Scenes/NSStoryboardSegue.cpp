@@ -49,7 +49,7 @@ const SegueClass *segueClass(const QString &name)
 [[maybe_unused]] const bool isRegistered =
         (StoryboardSegue::registerClass<StoryboardSegue>(), true);
 
-// The size hints of a window that has set its frame, or else those of the desktop for a dialog.
+// The flags of a dialog, with the frame that the view has chosen if it has.
 Qt::WindowFlags dialogFlags(const QWidget *view)
 {
     const Qt::WindowFlags flags = view->windowFlags();

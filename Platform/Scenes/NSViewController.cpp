@@ -129,7 +129,7 @@ private:
         call(&ViewController::viewDidAppear);
     }
 
-    // Called by Qt's event loop, which cannot carry exceptions.
+    // Called by Qt's event loop, which no exception may leave.
     void call(void (ViewController::*callback)())
     {
         try {

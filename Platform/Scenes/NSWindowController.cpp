@@ -59,7 +59,7 @@ QWidget *WindowController::window()
 {
     if (std::exchange(d->hasLoaded, true))
         return d->window;
-    // Called by slots and key paths, which cannot carry exceptions.
+    // Called by slots and key paths, which no exception may leave.
     try {
         loadWindow();
     } catch (const std::exception &error) {

@@ -5,13 +5,10 @@
 #include "Scenes/NibFile.h"
 
 #include <QHash>
-#include <QMetaProperty>
 #include <QString>
 #include <QStringList>
 
 namespace Pellarvine::detail {
-
-struct NibValueKinds;
 
 /// Checks a file. Every check throws NibError.
 class NibChecker
@@ -28,24 +25,16 @@ public:
     /// Checks the .qrc files, which only have to exist where the form is edited and built.
     void checkResources() const;
 
-    /// After it is loaded: checks properties, attributes, and the names of other objects.
+    /// After it is loaded: checks the cells of tables, and the names of other objects.
     void checkObjects(const QHash<QString, QObject *> &objects);
 
 private:
     [[noreturn]] void fail(NS::NibError::Reason reason, const NibText &where, const QString &object,
                            const QString &name, const QString &message) const;
-    [[noreturn]] void failProperty(const NibElement &element, const NibProperty &property,
-                                   const QString &message) const;
 
-    // Null for what has no name.
+    // Null for an element without a name.
     QObject *object(const NibElement &element) const { return m_objects.value(element.name.text); }
 
-    void checkProperty(const NibElement &element, const NibProperty &property) const;
-    void checkDeclared(const NibElement &element, const NibProperty &property,
-                       const QMetaProperty &declared) const;
-    void checkKnown(const NibElement &element, const NibProperty &property,
-                    const NibValueKinds &known) const;
-    void checkAttribute(const NibElement &element, const NibProperty &attribute) const;
     void checkCell(const NibElement &element) const;
     void checkNames() const;
     void checkConnections() const;

@@ -8,8 +8,10 @@
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/NSKeyValueBinding.h"
 #include "Scenes/NibOwnerCheck.h"
+#include "Scenes/NibTexts.h"
 
 #include <QMetaObject>
+#include <QMetaProperty>
 #include <QWidget>
 
 #include <stdexcept>
@@ -29,10 +31,12 @@ NibFault unknownKeyPath(const QString &keyPath, const NS::KeyValueException &err
 
 } // namespace
 
-NibConnector::NibConnector(QObject *owner, QHash<QString, QObject *> objects, QString fileName)
+NibConnector::NibConnector(QObject *owner, QHash<QString, QObject *> objects, QString fileName,
+                           NibTexts *texts)
     : m_owner(owner)
     , m_objects(std::move(objects))
     , m_fileName(std::move(fileName))
+    , m_texts(texts)
 { }
 
 template <typename Step>
@@ -232,7 +236,13 @@ void NibConnector::bindValue(const ValueBinding &binding)
             NS::unbind(object, key);
     });
     // Otherwise the value of the file would be set again when the language changes.
-    binding.object->setProperty(QByteArray("_q_notr_" + binding.key.toUtf8()).constData(), {});
+    const QMetaObject *const type = binding.object->metaObject();
+    const bool isUserProperty = binding.key == "value"_L1 && type->indexOfProperty("value") < 0;
+    const QByteArray name =
+            isUserProperty ? QByteArray(type->userProperty().name()) : binding.key.toUtf8();
+    if (m_texts)
+        m_texts->remove(binding.object, name);
+    binding.object->setProperty(QByteArray("_q_notr_" + name).constData(), {});
 }
 
 void NibConnector::undo()

@@ -17,12 +17,16 @@
 
 namespace Pellarvine::detail {
 
+class NibTexts;
+
 /// Checks entries one by one, and then connects all or none.
 class NibConnector
 {
 public:
-    /// `fileName` is for messages, and may be empty.
-    NibConnector(QObject *owner, QHash<QString, QObject *> objects, QString fileName);
+    /// `fileName` is for messages, and may be empty. Bound properties are removed from `texts`,
+    /// which may be null.
+    NibConnector(QObject *owner, QHash<QString, QObject *> objects, QString fileName,
+                 NibTexts *texts);
 
     /// Checks the entries in one value of that property. Throws NibError.
     void add(QObject *object, const QString &property, const NibText &value);
@@ -92,6 +96,7 @@ private:
     const QMetaObject *m_ownerClass = nullptr;
     QHash<QString, QObject *> m_objects;
     QString m_fileName;
+    NibTexts *m_texts;
     QList<Outlet> m_outlets;
     QList<ValueBinding> m_bindings;
     QList<Action> m_actions;

@@ -7,6 +7,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <initializer_list>
 #include <optional>
 #include <utility>
 
@@ -60,22 +61,24 @@ public:
     explicit Reader(NibFile &into)
         : m_file(into)
         , m_xml(into.contents)
-    { }
+    {
+        m_xml.setNamespaceProcessing(false); // slower, and interface files have no namespaces
+    }
 
     void read()
     {
         bool isInterface = false;
         while (next()) {
-            isInterface = isInterface || m_xml.name() == "ui"_L1;
-            if (!isInterface)
-                fail(u"this is no interface file: its outermost element is <%1>"_s.arg(
-                        m_xml.name()));
-            readElement();
+            if (!std::exchange(isInterface, true))
+                readRoot();
+            else
+                readElement();
         }
         if (m_xml.hasError())
             fail(m_xml.errorString());
         if (m_file.elements.isEmpty())
             fail(u"there is no widget in it"_s);
+        m_file.loaderContents = m_xml.remainder();
     }
 
 private:
@@ -97,17 +100,31 @@ private:
         return false;
     }
 
+    void readRoot()
+    {
+        if (m_xml.name() != "ui"_L1)
+            fail(u"this is no interface file: its outermost element is <%1>"_s.arg(m_xml.name()));
+        m_file.hasTextIds = attribute("idbasedtr"_L1) == "true"_L1;
+        // The prolog may name another encoding than that of loaderContents.
+        m_xml.omit(0, m_xml.tagOffset());
+        m_path.append({ -1, true, false });
+    }
+
     void readElement()
     {
         const QStringView tag = m_xml.name();
         // The loader ignores case in the names of elements.
         if (std::any_of(tag.cbegin(), tag.cend(), [](QChar letter) { return letter.isUpper(); }))
             fail(u"there is no element <%1>"_s.arg(tag));
-        // Read whole, with their ends: they do not count as open.
+        // These are read up to their end tags.
         if (tag == "property"_L1)
             return readProperty();
         if (tag == "customwidget"_L1)
             return readCustomWidget();
+        if (tag == "class"_L1 && m_path.size() == 1) {
+            m_file.className = text().text.toUtf8();
+            return;
+        }
         if (tag == "connection"_L1)
             return readConnection();
         if (tag == "tabstop"_L1) {
@@ -140,7 +157,7 @@ private:
             addElement(*kind);
     }
 
-    // The parent of the current element; -1 if that is not an element of the model.
+    // The index of the parent in `elements`; -1 if the parent is not one of them.
     int enclosing() const { return m_path.isEmpty() ? -1 : m_path.constLast().element; }
 
     NibElement::Kind enclosingKind() const { return m_file.elements[enclosing()].kind; }
@@ -223,14 +240,15 @@ private:
     // The attribute, which is at least `least`. Empty if it is absent.
     std::optional<int> number(QLatin1StringView name, int least) const
     {
-        if (!m_xml.attributes().hasAttribute(name))
+        const QXmlStreamAttributes attributes = m_xml.attributes();
+        const QStringView text = attributes.value(name);
+        if (text.isEmpty() && !attributes.hasAttribute(name))
             return std::nullopt;
-        const QString text = attribute(name);
         checkNumber({}, name, text, least);
         return text.toInt();
     }
 
-    void checkNumber(const QString &object, QLatin1StringView name, const QString &text,
+    void checkNumber(const QString &object, QLatin1StringView name, QStringView text,
                      int least) const
     {
         const QString wrong = numberProblem(text, least, mostCells);
@@ -246,36 +264,60 @@ private:
 
     bool add(const QString &name)
     {
-        const qsizetype before = m_names.size();
-        m_names.insert(name);
-        return m_names.size() > before;
+        const qsizetype before = m_file.m_indexes.size();
+        m_file.m_indexes.insert(name, int(m_file.elements.size()));
+        return m_file.m_indexes.size() > before;
     }
 
     // <property name="..." stdset="0"><kind>value</kind></property>
     void readProperty(QList<NibProperty> NibElement::*list = &NibElement::properties)
     {
         const int element = enclosing();
+        const qsizetype begin = m_xml.tagOffset();
         NibProperty property;
         property.name = here(attribute("name"_L1));
         property.isDynamic = attribute("stdset"_L1) == "0"_L1;
+        bool isPlain = hasOnly({ "name"_L1, "stdset"_L1 });
         property.problem = u"there is no value"_s;
         if (nextChild()) {
             property.problem.clear();
-            readValue(property);
+            isPlain = readValue(property) && isPlain;
             while (nextChild()) {
                 property.problem = u"there is a second value"_s;
                 m_xml.skipCurrentElement();
             }
         }
-        if (element >= 0)
-            (m_file.elements[element].*list).append(std::move(property));
+        if (element < 0)
+            return;
+        NibElement &owner = m_file.elements[element];
+        if (list == &NibElement::properties && isPlain && mayBePlain(owner, property)) {
+            ++owner.plainCount;
+            m_xml.omit(begin, m_xml.characterOffset());
+        }
+        (owner.*list).append(std::move(property));
     }
 
-    void readValue(NibProperty &property)
+    // Properties are set in the order of the file: after the first that the loader sets, it sets
+    // the others as well. It sets those of these names after the children, or in a way of its own.
+    static bool mayBePlain(const NibElement &owner, const NibProperty &property)
     {
+        static const QSet<QString> special { u"buddy"_s, u"currentIndex"_s, u"currentRow"_s,
+                                             u"objectName"_s, u"tabSpacing"_s };
+        return (owner.kind == NibElement::widget || owner.kind == NibElement::action)
+               && owner.className != "Line"_L1 && owner.plainCount == owner.properties.size()
+               && property.problem.isEmpty() && !special.contains(property.name.text);
+    }
+
+    // Returns whether the value is plain: a text, a number, a Boolean or keys, and nothing else.
+    bool readValue(NibProperty &property)
+    {
+        static const QSet<QString> plain { u"number"_s, u"bool"_s, u"double"_s, u"enum"_s,
+                                           u"set"_s };
         property.kind = m_xml.name().toString();
-        if (property.kind == "iconset"_L1)
-            return readIcon();
+        if (property.kind == "iconset"_L1) {
+            readIcon();
+            return false;
+        }
         if (property.kind == "stringlist"_L1) {
             while (nextChild()) {
                 if (m_xml.name() == "string"_L1)
@@ -283,7 +325,7 @@ private:
                 else
                     m_xml.skipCurrentElement();
             }
-            return;
+            return false;
         }
         static const QSet<QString> compounds {
             u"rect"_s,       u"rectf"_s,    u"point"_s,  u"pointf"_s,  u"size"_s,  u"sizef"_s,
@@ -301,13 +343,32 @@ private:
             readParts(property, property.kind, parts, 0);
             if (property.problem.isEmpty())
                 property.problem = wholeProblem(property.kind, parts);
-            return;
+            return false;
         }
-        property.values.append(text());
+        if (property.kind == "string"_L1)
+            return readText(property);
+        bool isPlain = plain.contains(property.kind) && m_xml.attributes().isEmpty();
+        property.values.append(text(&isPlain));
         property.problem =
                 textProblem(property.kind, property.kind, property.values.constLast().text);
         if (property.kind == "pixmap"_L1)
             m_file.images.append(property.values);
+        return isPlain;
+    }
+
+    // <string notr="true" comment="a verb">
+    bool readText(NibProperty &property)
+    {
+        bool isPlain = hasOnly({ "notr"_L1, "comment"_L1, "extracomment"_L1, "id"_L1 });
+        const QString notr = attribute("notr"_L1);
+        const QString qualifier = attribute(m_file.hasTextIds ? "id"_L1 : "comment"_L1);
+        const NibText value = text(&isPlain);
+        property.values.append(value);
+        const bool isTranslated = notr != "true"_L1 && notr != "yes"_L1
+                                  && !(value.text.isEmpty() && qualifier.isEmpty());
+        if (isTranslated)
+            property.translatable = { value.text.toUtf8(), qualifier.toUtf8() };
+        return isPlain;
     }
 
     // Each innermost part is a number, a Boolean, a key, a picture, or a text that is not checked.
@@ -422,12 +483,35 @@ private:
         return isThere;
     }
 
-    // The text in the current element, which starts behind its tag.
-    NibText text()
+    // The text in the current element, which starts behind its tag. Sets `isAlone` to false if the
+    // element contains others.
+    NibText text(bool *isAlone = nullptr)
     {
         NibText result { {}, m_xml.position() };
-        result.text = m_xml.readElementText(QXmlStreamReader::IncludeChildElements);
+        for (int depth = 1; depth > 0 && !m_xml.atEnd();) {
+            m_xml.readNext();
+            if (m_xml.isCharacters())
+                result.text += m_xml.text();
+            if (m_xml.isStartElement()) {
+                ++depth;
+                if (isAlone)
+                    *isAlone = false;
+            } else if (m_xml.isEndElement()) {
+                --depth;
+            }
+        }
+        if (m_xml.hasError())
+            fail(m_xml.errorString());
         return result;
+    }
+
+    // Whether the element has no attributes but these.
+    bool hasOnly(std::initializer_list<QLatin1StringView> names) const
+    {
+        const QXmlStreamAttributes attributes = m_xml.attributes();
+        return std::all_of(attributes.cbegin(), attributes.cend(), [&](const auto &attribute) {
+            return std::find(names.begin(), names.end(), attribute.qualifiedName()) != names.end();
+        });
     }
 
     QString attribute(QLatin1StringView name) const
@@ -444,18 +528,17 @@ private:
 
     NibFile &m_file;
     XmlReader m_xml;
-    // An XML element that is open.
+    // An XML element whose end tag has not been read.
     struct Step
     {
-        int element; // that it is, or -1
+        int element; // its index in `elements`, or -1
         bool isStructure;
         bool isLayoutItem;
         bool isTaken = false; // by a layout or an object, as checkIsOnly() says
     };
 
     QList<Step> m_path;
-    QList<int> m_open; // of those, the elements
-    QSet<QString> m_names;
+    QList<int> m_open; // the elements in m_path
     QSet<std::pair<int, int>> m_formCells; // each with its layout; row by row
     bool m_hasWidget = false;
 };
@@ -465,6 +548,12 @@ NibFile::NibFile(QByteArray fileContents, QString path)
     , fileName(std::move(path))
 {
     Reader(*this).read();
+}
+
+const NibElement *NibFile::element(const QString &name) const
+{
+    const auto found = m_indexes.constFind(name);
+    return found == m_indexes.cend() ? nullptr : &elements[*found];
 }
 
 XmlPlace NibFile::tagBefore(XmlPlace end) const

@@ -10,6 +10,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 namespace Pellarvine::detail {
 
 /// A piece of text and its place.
@@ -27,11 +29,19 @@ struct NibFault
     QString message;
 };
 
+/// A text in the language of the source code.
+struct NibTranslatable
+{
+    QByteArray source;
+    QByteArray qualifier; ///< the comment that distinguishes equal texts, or the ID of the text
+};
+
 struct NibProperty
 {
     NibText name;
     QString kind; ///< the element that holds the value: "string", "set"
     QList<NibText> values; ///< one, but for a list of strings
+    std::optional<NibTranslatable> translatable; ///< the value, if it is a text to be translated
     bool isDynamic = false;
     QString problem; ///< of a value that does not fit its kind: "\"abc\" is no whole number"
 };
@@ -56,6 +66,7 @@ struct NibElement
     int row = -1; ///< of a cell, if the file says it
     int column = -1;
     QList<NibProperty> properties;
+    qsizetype plainCount = 0; ///< the number of first properties that loaderContents lacks
     QList<NibProperty> attributes; ///< relation to the parent element
 };
 
@@ -81,7 +92,10 @@ public:
     NibFile(QByteArray contents, QString fileName);
 
     QByteArray contents;
+    QByteArray loaderContents; ///< for QUiLoader, without the plain properties
     QString fileName;
+    QByteArray className; ///< of the form, which is the context of translations
+    bool hasTextIds = false; ///< whether the texts are translated by their IDs
     QList<NibElement> elements; ///< in the order of the file, parents before children
     QList<NibConnection> connections;
     QList<NibText> tabStops;
@@ -92,6 +106,9 @@ public:
     QList<NibText> resources; ///< the .qrc files
     QHash<QString, QString> addPageMethods; ///< of the custom classes that have one
 
+    /// The element of that name, or null.
+    const NibElement *element(const QString &name) const;
+
     /// An error at that place. `name` cannot be resolved.
     NS::NibError error(NS::NibError::Reason reason, XmlPlace place, const QString &object,
                        const QString &name, const QString &message) const;
@@ -101,6 +118,8 @@ public:
 
 private:
     class Reader;
+
+    QHash<QString, int> m_indexes; // of the elements that have names
 };
 
 } // namespace Pellarvine::detail

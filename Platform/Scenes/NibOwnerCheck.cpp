@@ -39,8 +39,7 @@ public:
 
     void operator()(const NibBinding &binding) const
     {
-        // Every object also has the key `value`, which is its USER property; choices give their
-        // control two more.
+        // `value` is the USER property of any object. A control with choices has two keys more.
         const QString &key = binding.key;
         const bool isKnown = indexOf(m_object->metaObject(), key) >= 0
                              || isListBinding(m_object, key) || key == "value"_L1
@@ -62,7 +61,7 @@ public:
                                                               action.signal) };
     }
 
-    void operator()(const NibConstraint &) const { } // between widgets alone
+    void operator()(const NibConstraint &) const { } // has no path
 
 private:
     static QString className(const QMetaObject *type)
@@ -80,7 +79,7 @@ private:
                          u"%1 has no key \"%2\""_s.arg(className(type), key) };
     }
 
-    // The first on the path; invalid if the owner's class is not known.
+    // The first property on the path. Invalid if the class of the owner is not known.
     QMetaProperty ownerProperty(const NibPath &path) const
     {
         if (!m_owner)
@@ -115,7 +114,7 @@ bool canBeOutlet(const QMetaProperty &property, const QObject *object)
     const QMetaType type = property.metaType();
     if (const QMetaObject *const wanted = type.metaObject())
         return object->metaObject()->inherits(wanted);
-    // The properties of a class that is only declared are not known.
+    // A pointer to a class that is only declared has no meta-object.
     return type.id() == QMetaType::QVariant || QByteArrayView(type.name()).endsWith('*');
 }
 

@@ -47,7 +47,7 @@ QString keyProblem(const QMetaEnum &keys, const QString &name, const QString &te
 
 } // namespace
 
-QString numberProblem(const QString &text, int least, int most)
+QString numberProblem(QStringView text, int least, int most)
 {
     bool isValid = false;
     const int value = text.toInt(&isValid);

@@ -20,7 +20,7 @@ QString attributeProblem(const QString &tag, const QString &attribute, const QSt
 QString wholeProblem(const QString &kind, const QHash<QString, QString> &parts);
 
 /// For a whole number that is at least `least` and at most `most`.
-QString numberProblem(const QString &text, int least, int most);
+QString numberProblem(QStringView text, int least, int most);
 /// @}
 
 } // namespace Pellarvine::detail

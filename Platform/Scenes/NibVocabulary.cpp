@@ -47,7 +47,7 @@ NibValueKinds keysOf()
     return { { u"enum"_s, u"set"_s, u"number"_s }, QMetaEnum::fromType<Enum>() };
 }
 
-// Of the heads of columns and rows.
+// Of the headers of a table or a tree.
 std::optional<NibValueKinds> headerAttribute(const QString &name)
 {
     static const Vocabulary vocabulary {
@@ -62,7 +62,7 @@ std::optional<NibValueKinds> headerAttribute(const QString &name)
     return look(vocabulary, name);
 }
 
-// Of what stands in a QTabWidget or a QToolBox.
+// Of a page of a QTabWidget or a QToolBox.
 std::optional<NibValueKinds> pageAttribute(const QObject *parent, const QString &name)
 {
     static const Vocabulary tabs {
@@ -201,14 +201,17 @@ QMetaType valueType(const QString &kind)
 
 std::optional<int> valueOfKeys(const QMetaEnum &keys, const QString &text)
 {
+    bool isValid = false;
+    const int value = keys.keysToValue(text.toLatin1().constData(), &isValid);
+    if (isValid)
+        return value;
     QStringList names = text.split(u'|', Qt::SkipEmptyParts);
     for (QString &name : names)
         name = name.section(u"::"_s, -1).trimmed();
     if (names.isEmpty())
         return keys.isFlag() ? std::optional(0) : std::nullopt;
-    bool isValid = true;
-    const int value = keys.keysToValue(names.join(u'|').toUtf8().constData(), &isValid);
-    return isValid ? std::optional(value) : std::nullopt;
+    const int unscoped = keys.keysToValue(names.join(u'|').toUtf8().constData(), &isValid);
+    return isValid ? std::optional(unscoped) : std::nullopt;
 }
 
 } // namespace Pellarvine::detail

@@ -20,10 +20,10 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Far more than a window can show. All of them are made when the outermost view is loaded.
+// Far more than a window can show. All of them are loaded with the outermost view.
 constexpr int mostEmbedded = 1000;
 
-// Widgets are what interface files name.
+// Storyboards name controllers; widgets are for interface files.
 QStringList sceneClassNames()
 {
     QStringList names = NS::registeredClassNames();
@@ -57,7 +57,7 @@ private:
         return isThere;
     }
 
-    // The attributes of the element. Others than these are an error.
+    // Checks that the element has the required attributes, and no others but the optional ones.
     void checkAttributes(const QStringList &required, const QStringList &optional = {}) const
     {
         const QXmlStreamAttributes attributes = m_xml.attributes();
@@ -114,7 +114,7 @@ private:
             else
                 failAtElement(u"storyboard"_s);
         }
-        readChild(); // what follows the root has to be nothing
+        readChild(); // fails if anything follows the root
     }
 
     void readScene()
@@ -208,7 +208,7 @@ private:
         expectEnd();
     }
 
-    // Checks that need the whole file.
+    // These checks need the whole file.
     void check()
     {
         if (!m_file.initialScene.isEmpty())

@@ -25,7 +25,7 @@ struct SceneElement
 {
     QString identifier;
     QString className;
-    QString interface; ///< its whole path; empty if there is none
+    QString interface; ///< the path of the interface file; empty if there is none
     std::vector<OutletElement> outlets;
     XmlPlace place;
 };
@@ -38,7 +38,7 @@ struct SegueElement
     QString className;
     QString source;
     QString destination;
-    QString object; ///< the trigger's; the container's of an embedded scene
+    QString object; ///< the name of the trigger, or of the container of an embedded scene
     QString signal;
     XmlPlace place;
 };

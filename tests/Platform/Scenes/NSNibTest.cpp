@@ -287,7 +287,7 @@ TEST_F(Nib, what_a_file_names_and_nobody_has_is_an_error_with_its_place_object_a
         { entry(u"bindings"_s, u"txet = owner.person.name"_s), Error::unknownKeyPath, "field",
           "txet", "QLineEdit has no key \"txet\"", 85 },
         { entry(u"bindings"_s, u"text = owner.person.secret"_s), Error::unknownKeyPath, "field",
-          "person.secret", "does not tell", 85 },
+          "person.secret", "key \"secret\"", 85 },
         { entry(u"actions"_s, u"clicked -> owner.save"_s), Error::unknownMethod, "field", "clicked",
           "QLineEdit has no signal \"clicked\"", 84 },
         { entry(u"actions"_s, u"textChanged -> owner.sav"_s), Error::unknownMethod, "field", "sav",
@@ -780,9 +780,24 @@ public:
 TEST_F(Nib, a_change_of_language_reaches_the_texts_and_leaves_bound_ones_alone)
 {
     const std::unique_ptr<QWidget> root(NS::Nib(u"Account"_s).instantiate(&owner));
+    const std::unique_ptr<QWidget> other(
+            form(u"<property name=\"note\" stdset=\"0\"><string>Own</string></property><property "
+                 "name=\"whatsThis\"><string notr=\"true\">Name</string></property><action "
+                 "name=\"go\"><property name=\"text\"><string>Go</string></property></action>"
+                 "<widget class=\"QLineEdit\" name=\"field\"><property name=\"placeholderText\">"
+                 "<string>None</string></property><property name=\"text\"><string>Given</string>"
+                 "</property>"_s
+                 + property(u"bindings"_s, u"value = owner.person.name"_s) + u"</widget>"_s)
+                    .instantiate(&owner));
     Shouting translator;
     QCoreApplication::installTranslator(&translator);
     QCoreApplication::processEvents();
+    auto *const field = other->findChild<QLineEdit *>();
+    EXPECT_EQ(field->text(), u"Ada"_s);
+    EXPECT_EQ(field->placeholderText(), u"NONE"_s);
+    EXPECT_EQ(other->findChild<QAction *>(u"go"_s)->text(), u"GO"_s);
+    EXPECT_EQ(other->property("note"), u"OWN"_s);
+    EXPECT_EQ(other->whatsThis(), u"Name"_s);
     EXPECT_EQ(root->windowTitle(), u"ACCOUNT"_s);
     EXPECT_EQ(root->findChild<QLabel *>(u"nameLabel"_s)->text(), u"Ada"_s);
     EXPECT_FALSE(root->property("outlets").isValid());
