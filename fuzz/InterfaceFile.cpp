@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Loads an interface file. Any bytes must give a tree of objects or an
+// SPDX-License-Identifier: MIT
+// Loads an interface file. Any bytes must give a tree of objects or an
 // error, and an error must leave no objects behind.
 #include <pellarvine/Platform/NSNib.h>
 

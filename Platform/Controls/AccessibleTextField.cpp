@@ -2,48 +2,27 @@
 #include "Controls/AccessibleTextField.h"
 
 #include "Controls/TextFieldEditor.h"
+#include "Controls/TextFieldLayout.h"
 
 #include <QTextCursor>
-#include <QUrl>
 
 namespace Pellarvine::detail {
 
 namespace {
 
-struct Link
-{
-    qsizetype start;
-    qsizetype end;
-    QUrl url;
-};
-
-// A link may have several runs, of a bold word in it for example.
-QList<Link> linksOf(const NS::TextField *field)
-{
-    QList<Link> links;
-    if (field->isEditable())
-        return links;
-    const NS::AttributedString text = field->attributedStringValue();
-    for (const auto &run : text.runs()) {
-        const QUrl url = run.attributes.value(NS::LinkAttributeName).toUrl();
-        if (!url.isValid())
-            continue;
-        const bool goesOn = !links.isEmpty() && links.constLast().end == run.location
-                            && links.constLast().url == url;
-        if (goesOn)
-            links.last().end = run.end();
-        else
-            links.append({ run.location, run.end(), url });
-    }
-    return links;
-}
-
 TextFieldEditor *editorOf(const NS::TextField *field)
 {
-    return field->findChild<TextFieldEditor *>({}, Qt::FindDirectChildrenOnly);
+    return qobject_cast<TextFieldEditor *>(field->focusProxy());
 }
 
-bool isFocused(const TextFieldEditor *editor, const Link &link)
+QList<TextLink> linksOf(const NS::TextField *field)
+{
+    const TextFieldEditor *const editor = editorOf(field);
+    const bool hasLinks = editor && !field->isEditable();
+    return hasLinks ? detail::linksOf(*editor->document()) : QList<TextLink>();
+}
+
+bool isFocused(const TextFieldEditor *editor, const TextLink &link)
 {
     const QTextCursor cursor = editor->textCursor();
     return editor->hasFocus() && cursor.selectionStart() == link.start
@@ -66,9 +45,9 @@ QString AccessibleLink::text(QAccessible::Text kind) const
 {
     if (!isValid())
         return {};
-    const Link link = linksOf(widget()).at(m_index);
+    const TextLink link = linksOf(widget()).at(m_index);
     if (kind == QAccessible::Name)
-        return widget()->stringValue().sliced(link.start, link.end - link.start);
+        return link.text;
     return kind == QAccessible::Value ? link.url.toString() : QString();
 }
 
@@ -78,11 +57,11 @@ QRect AccessibleLink::rect() const
     const TextFieldEditor *const editor = isValid() ? editorOf(widget()) : nullptr;
     if (!editor)
         return {};
-    const Link link = linksOf(widget()).at(m_index);
+    const TextLink link = linksOf(widget()).at(m_index);
     QTextCursor cursor(editor->document());
-    cursor.setPosition(int(link.start));
+    cursor.setPosition(link.start);
     const QRect start = editor->cursorRect(cursor);
-    cursor.setPosition(int(link.end));
+    cursor.setPosition(link.end);
     const QRect end = editor->cursorRect(cursor);
     const int right = end.top() == start.top() ? end.right() : editor->viewport()->width();
     const QRect local(QPoint(std::min(start.left(), right), start.top()),
@@ -177,7 +156,7 @@ void AccessibleTextField::tellOfFocusedLink(NS::TextField *field)
     if (!QAccessible::isActive())
         return;
     const TextFieldEditor *const editor = editorOf(field);
-    const QList<Link> links = linksOf(field);
+    const QList<TextLink> links = linksOf(field);
     for (int i = 0; editor && i < links.size(); ++i) {
         if (!isFocused(editor, links.at(i)))
             continue;

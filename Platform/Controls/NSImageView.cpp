@@ -21,6 +21,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QStyle>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -53,6 +54,18 @@ Edit editFor(const QKeyEvent *event)
     if (event->matches(QKeySequence::Delete) || event->key() == Qt::Key_Backspace)
         return Edit::remove;
     return Edit::none;
+}
+
+QRect textRect(const QWidget &view)
+{
+    constexpr int margin = 8;
+    return view.contentsRect().adjusted(margin, margin, -margin, -margin);
+}
+
+bool fits(const QString &text, const QRect &room, const QWidget &view)
+{
+    return room.contains(
+            view.fontMetrics().boundingRect(room, Qt::AlignCenter | Qt::TextWordWrap, text));
 }
 
 } // namespace
@@ -286,6 +299,8 @@ bool ImageView::take(const QMimeData *source)
 void ImageView::refuseImage(const QString &reason)
 {
     setRefusal(reason);
+    if (isVisible() && !fits(reason, textRect(*this), *this))
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()), reason, this);
     QAccessibleEvent event(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
     Q_EMIT imageRefused(reason);
@@ -454,8 +469,7 @@ QString ImageView::hint(const QRect &room) const
     if (!d->placeholderText.isEmpty() || !d->isEditable)
         return d->placeholderText;
     const QString text = detail::wellHint();
-    const QRect needed = fontMetrics().boundingRect(room, Qt::AlignCenter | Qt::TextWordWrap, text);
-    return room.contains(needed) ? text : QString();
+    return fits(text, room, *this) ? text : QString();
 }
 
 void ImageView::paintEvent(QPaintEvent *event)
@@ -464,8 +478,7 @@ void ImageView::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     painter.setClipRect(contentsRect());
     const QRectF target = imageRect();
-    constexpr int margin = 8;
-    const QRect textRect = contentsRect().adjusted(margin, margin, -margin, -margin);
+    const QRect room = textRect(*this);
     if (!isEnabled())
         painter.setOpacity(0.5);
     if (!target.isEmpty()) {
@@ -486,7 +499,7 @@ void ImageView::paintEvent(QPaintEvent *event)
             detail::drawWell(painter, contentsRect(), detail::edgeColor(palette()));
         painter.setPen(palette().color(QPalette::PlaceholderText));
         if (d->refusal.isEmpty())
-            painter.drawText(textRect, Qt::AlignCenter | Qt::TextWordWrap, hint(textRect));
+            painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, hint(room));
     }
     if (!d->refusal.isEmpty()) {
         QColor veil = palette().color(QPalette::Base);
@@ -494,7 +507,7 @@ void ImageView::paintEvent(QPaintEvent *event)
         painter.setOpacity(1);
         painter.fillRect(contentsRect(), veil);
         painter.setPen(palette().color(QPalette::Text));
-        painter.drawText(textRect, Qt::AlignCenter | Qt::TextWordWrap, d->refusal);
+        painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, d->refusal);
     }
     if (d->isDropTarget || (hasFocus() && d->isEditable)) {
         painter.setClipping(false);

@@ -2,6 +2,7 @@
 #include "Controls/TextFieldEditor.h"
 
 #include "Controls/NSTextField.h"
+#include "Controls/TextFieldLayout.h"
 
 #include <QContextMenuEvent>
 #include <QFocusEvent>
@@ -13,6 +14,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <optional>
 
 namespace Pellarvine::detail {
 
@@ -81,10 +83,25 @@ void TextFieldEditor::updateName()
 
 bool TextFieldEditor::focusNextPrevChild(bool next)
 {
-    const bool hasMoved = QTextBrowser::focusNextPrevChild(next);
-    if (hasMoved && hasFocus())
-        Q_EMIT linkFocused();
-    return hasMoved;
+    const QTextCursor current = textCursor();
+    std::optional<TextLink> target;
+    if (textInteractionFlags() & Qt::LinksAccessibleByKeyboard) {
+        for (const TextLink &link : linksOf(*document())) {
+            const bool isAhead = link.start >= current.selectionEnd();
+            const bool isBehind = link.end <= current.selectionStart();
+            if (next ? isAhead && !target : isBehind)
+                target = link;
+        }
+    }
+    if (!target)
+        return QTextEdit::focusNextPrevChild(next);
+    // Qt finds the next link. Backwards, it stays forever at one that begins a paragraph.
+    QTextCursor before(document());
+    before.setPosition(target->start);
+    setTextCursor(before);
+    QTextBrowser::focusNextPrevChild(true);
+    Q_EMIT linkFocused();
+    return true;
 }
 
 void TextFieldEditor::focusInEvent(QFocusEvent *event)
@@ -96,6 +113,14 @@ void TextFieldEditor::focusInEvent(QFocusEvent *event)
                             || event->reason() == Qt::ShortcutFocusReason;
     if (m_isFocusedByKeyboard && !m_hasLines && !isReadOnly())
         selectAll();
+    const Qt::TextInteractionFlags kind = textInteractionFlags();
+    if (m_isFocusedByKeyboard && (kind & Qt::LinksAccessibleByKeyboard)) {
+        const bool isFromBehind = event->reason() == Qt::BacktabFocusReason;
+        moveCursor(isFromBehind ? QTextCursor::End : QTextCursor::Start);
+        // If there is nothing to select, the focus is for a link.
+        if (!(kind & Qt::TextSelectableByKeyboard))
+            focusNextPrevChild(!isFromBehind);
+    }
     Q_EMIT focusChanged();
 }
 

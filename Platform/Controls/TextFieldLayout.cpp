@@ -21,7 +21,7 @@ NS::AttributedString withDecoratedLinks(const NS::AttributedString &text, const 
         return text;
     NS::MutableAttributedString result(text);
     for (const auto &run : text.runs()) {
-        if (!run.attributes.contains(NS::LinkAttributeName))
+        if (!run.attributes.value(NS::LinkAttributeName).toUrl().isValid())
             continue;
         NS::Attributes looks { { NS::ForegroundColorAttributeName, color },
                                { NS::UnderlineStyleAttributeName, 1 } };
@@ -42,8 +42,33 @@ Qt::Alignment horizontalAlignment(Qt::Alignment alignment, Qt::LayoutDirection d
 bool hasLinks(const NS::AttributedString &text)
 {
     return std::any_of(text.runs().begin(), text.runs().end(), [](const auto &run) {
-        return run.attributes.contains(NS::LinkAttributeName);
+        return run.attributes.value(NS::LinkAttributeName).toUrl().isValid();
     });
+}
+
+QList<TextLink> linksOf(const QTextDocument &document)
+{
+    QList<TextLink> links;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            if (!fragment.charFormat().isAnchor())
+                continue;
+            const TextLink link { .start = fragment.position(),
+                                  .end = fragment.position() + fragment.length(),
+                                  .text = fragment.text(),
+                                  .url = QUrl(fragment.charFormat().anchorHref()) };
+            const bool goesOn = !links.isEmpty() && links.constLast().end == link.start
+                                && links.constLast().url == link.url;
+            if (goesOn) {
+                links.last().end = link.end;
+                links.last().text += link.text;
+            } else {
+                links.append(link);
+            }
+        }
+    }
+    return links;
 }
 
 QString plainText(const QTextDocument &document)

@@ -6,6 +6,8 @@
 
 #include <QColor>
 #include <QFont>
+#include <QList>
+#include <QUrl>
 #include <Qt>
 
 QT_FORWARD_DECLARE_CLASS(QTextDocument)
@@ -29,6 +31,17 @@ struct TextFieldFormat
 Qt::Alignment horizontalAlignment(Qt::Alignment alignment, Qt::LayoutDirection direction);
 
 bool hasLinks(const NS::AttributedString &text);
+
+/// A link in a document. It can have several fragments, for a bold word in it, for example.
+struct TextLink
+{
+    int start = 0;
+    int end = 0;
+    QString text;
+    QUrl url;
+};
+
+QList<TextLink> linksOf(const QTextDocument &document);
 
 /// The text of a document, with a line feed at the end of each line.
 QString plainText(const QTextDocument &document);

@@ -19,6 +19,9 @@ namespace Pellarvine::detail {
 
 namespace {
 
+// When the library is loaded: if two threads registered at once, Qt would print a warning.
+[[maybe_unused]] const bool isRegistered = (NS::registerSharedPointer<QObject>(), true);
+
 [[noreturn]] void fail(NS::KeyValueException::Reason reason, const char *className,
                        const QString &key, const KeyPath &path, const QString &detail = {})
 {
@@ -41,7 +44,6 @@ bool holdsObject(QMetaType type)
         return true;
     if (type.id() < QMetaType::User || isPointer(type))
         return false;
-    NS::registerSharedPointer<QObject>();
     return QMetaType::canConvert(type, QMetaType::fromType<QObject *>());
 }
 

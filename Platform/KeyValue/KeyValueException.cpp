@@ -17,7 +17,7 @@ QString sentence(KeyValueException::Reason reason)
     case KeyValueException::notConvertible:
         return u"%1 cannot take this value for its key \"%2\""_s;
     case KeyValueException::notObservable:
-        return u"%1 does not report changes of its key \"%2\" changes"_s;
+        return u"%1 does not report changes of its key \"%2\""_s;
     }
     return u"%1: %2"_s;
 }

@@ -6,9 +6,10 @@
 #include <QProxyStyle>
 
 /// The Fusion style without gradients. Controls have equal heights, and their edges are visible in
-/// light and dark palettes (a contrast of 3:1, as WCAG 1.4.11 requires). Frames with the object name
-/// "card" are panels with round corners; those named "well" have a dashed line, and
-/// "highlightedWell" a line in the accent colour.
+/// light and dark palettes (a contrast of 3:1, as WCAG 1.4.11 requires).
+///
+/// Frames with the object name "card" are panels with round corners; those named "well" have a
+/// dashed line, and "highlightedWell" a line in the accent colour.
 class FlatStyle : public QProxyStyle
 {
 public:

@@ -13,7 +13,35 @@
 #include <QTest>
 #include <gmock/gmock.h>
 
+#include <cstring>
+#include <functional>
+
 using namespace Qt::StringLiterals;
+
+#if !defined(PELLARVINE_SANITIZED) // which replaces free() itself
+
+namespace {
+
+// A text, and its first characters at the moment when its memory is freed.
+const QChar *watchedText = nullptr;
+char16_t freedText[8];
+
+} // namespace
+
+// NOLINTNEXTLINE(bugprone-reserved-identifier): glibc's name
+extern "C" void __libc_free(void *block);
+
+// Called instead of the C library's by everything in this program.
+extern "C" Q_DECL_EXPORT void free(void *block) noexcept
+{
+    if (watchedText && block == reinterpret_cast<const QArrayData *>(watchedText) - 1) {
+        std::memcpy(freedText, watchedText, sizeof freedText);
+        watchedText = nullptr;
+    }
+    __libc_free(block);
+}
+
+#endif
 
 namespace Pellarvine {
 
@@ -90,6 +118,28 @@ TEST_F(PassphraseDialogTest, texts_that_others_hold_are_not_overwritten)
         EXPECT_EQ(dialog->takePassphrase(), expected);
     }
 }
+
+#if !defined(PELLARVINE_SANITIZED)
+TEST_F(PassphraseDialogTest, a_typed_passphrase_is_overwritten_before_its_memory_is_freed)
+{
+    open(PassphraseDialog::Purpose::unlock);
+    const std::function<void()> ways[] = {
+        [this] { dialog->reject(); },
+        [this] { // the accepted text, which nobody takes
+            dialog->accept();
+            dialog.reset();
+        },
+    };
+    for (const auto &close : ways) {
+        dialog->show();
+        QTest::keyClicks(fields[0], u"kitchen saddle"_s);
+        watchedText = fields[0]->text().constData();
+        close();
+        EXPECT_EQ(watchedText, nullptr) << "its memory has not been freed";
+        EXPECT_EQ(QString::fromUtf16(freedText, std::size(freedText)), u"00000000"_s);
+    }
+}
+#endif
 
 TEST_F(PassphraseDialogTest, a_suggestion_is_shown_and_strong)
 {

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Popovers of a file manager: the error in a name, the result of a
+// SPDX-License-Identifier: MIT
+// Popovers of a file manager: the error in a name, the result of a
 // button, and a filter. A sample of each edge is beside them.
 #include "../Page.h"
 #include "../Theme.h"

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The dialog of "Report a Problem…" in a Help menu. The page has a
+// SPDX-License-Identifier: MIT
+// The dialog of "Report a Problem…" in a Help menu. The page has a
 // tracker of its own, and shows the request that the tracker received.
 #include "../LoopbackTracker.h"
 #include "../Page.h"

@@ -23,6 +23,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -458,6 +459,11 @@ TEST_F(ImageViewTest, a_refused_picture_is_explained_in_the_view_and_to_the_prog
         EXPECT_EQ(interface->text(QAccessible::Description), QString());
     }
     EXPECT_EQ(edits.count(), 0);
+    view.resize(60, 60); // no room for so many words
+    view.show();
+    EXPECT_FALSE(drop(view, *filesToDrop({ rows[2].first })));
+    EXPECT_EQ(QToolTip::text(), view.refusal());
+    QToolTip::hideText();
     EXPECT_FALSE(drop(view, *filesToDrop({ rows[0].first })));
     view.clear(); // another picture, or none, takes the place of the reason
     EXPECT_TRUE(interface->text(QAccessible::Description).contains(u"Drop"));

@@ -51,6 +51,11 @@ KeyValueException caught(const std::function<void()> &action)
 
 } // namespace
 
+TEST(SharedPointers, are_known_before_several_threads_can_register_them)
+{
+    EXPECT_TRUE((QMetaType::hasRegisteredConverterFunction<std::shared_ptr<QObject>, QObject *>()));
+}
+
 TEST_F(KeyValueCoding, paths_lead_through_objects_shared_pointers_gadgets_and_maps)
 {
     const struct
