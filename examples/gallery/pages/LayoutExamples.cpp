@@ -128,7 +128,7 @@ public:
 protected:
     void paintEvent(QPaintEvent *) override
     {
-        constexpr int distance = Theme::unit / 2;
+        constexpr int distance = Theme::unit / 4;
         QPainter painter(this);
         painter.setPen(QPen(palette().color(QPalette::Highlight), 1.0, Qt::DashLine));
         painter.drawRect(
@@ -179,13 +179,13 @@ StackCard::StackCard()
     m_views = { new Initial, sender, date };
     for (QWidget *const view : std::as_const(m_views))
         NS::addSubview(m_stage, view);
-    m_stage->setMinimumHeight(15 * Theme::unit);
+    m_stage->setMinimumHeight(14 * Theme::unit);
 
     m_axis->setLabels({ ::tr("Row"), ::tr("Column") });
     m_axis->setSelectedSegment(0);
     m_axis->setAccessibleName(::tr("Direction"));
     m_alignment->setAccessibleName(::tr("Alignment"));
-    m_spacing->setRange(0, 2 * Theme::unit);
+    m_spacing->setRange(0, 3 * Theme::unit / 2);
     m_spacing->setValue(qRound(NS::systemSpacing(sender, date, Qt::Horizontal)));
     auto *const spacingName = new QLabel(::tr("S&pacing"));
     spacingName->setBuddy(m_spacing);
@@ -244,17 +244,15 @@ void StackCard::offerWays()
     m_alignment->setSelectedSegment(1);
 }
 
-// The smallest rectangle around the views, in the middle of the stage.
+// The smallest rectangle around the views, in the middle of the stage: a guide is as small as its
+// constraints allow.
 void StackCard::frameByGuide()
 {
     using namespace NS;
     LayoutGuide *const guide = m_stage->guide();
-    const double little = 1.0;
     LayoutConstraint::activateConstraints({
             centerXAnchor(guide).constraintEqualToAnchor(centerXAnchor(m_stage)),
             centerYAnchor(guide).constraintEqualToAnchor(centerYAnchor(m_stage)),
-            widthAnchor(guide).constraintEqualToConstant(0)->withPriority(little),
-            heightAnchor(guide).constraintEqualToConstant(0)->withPriority(little),
     });
     for (QWidget *const view : std::as_const(m_views)) {
         LayoutConstraint::activateConstraints({
@@ -273,7 +271,7 @@ void StackCard::stackAgain()
     NS::LayoutConstraint::deactivateConstraints(m_constraints);
     m_constraints = NS::stack(m_views, axis(), spacing, way.attribute);
     NS::LayoutConstraint::activateConstraints(m_constraints);
-    m_call->setText(u"stack(views, Qt::%1, %2, %3)\nguide.centerX = stage.centerX"_s.arg(
+    m_call->setText(u"stack(views, Qt::%1, %2, %3)"_s.arg(
             axis() == Qt::Horizontal ? "Horizontal"_L1 : "Vertical"_L1, QString::number(spacing),
             QLatin1StringView(way.code)));
 }
