@@ -98,8 +98,9 @@ public:
     bool opensLinks() const; ///< in the desktop's program for them; default: true
     void setOpensLinks(bool opens);
 
-    /// The distance of the first and the last baseline from the edges at the size of sizeHint().
+    /// The distance of the first baseline from the upper edge at the size of sizeHint().
     double firstBaselineOffsetFromTop() const;
+    /// The distance of the last baseline from the lower edge at the size of sizeHint().
     double lastBaselineOffsetFromBottom() const;
 
     /// Part of the layout pass, see <pellarvine/Platform/NSView.h>.

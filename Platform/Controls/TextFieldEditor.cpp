@@ -95,9 +95,11 @@ bool TextFieldEditor::focusNextPrevChild(bool next)
     }
     if (!target)
         return QTextEdit::focusNextPrevChild(next);
-    // Qt finds the next link. Backwards, it stays forever at one that begins a paragraph.
+    // Qt finds the next link after a selection, and the first without one. Backwards, it stays
+    // forever at a link that begins a paragraph.
     QTextCursor before(document());
-    before.setPosition(target->start);
+    before.setPosition(std::max(0, target->start - 1));
+    before.setPosition(target->start, QTextCursor::KeepAnchor);
     setTextCursor(before);
     QTextBrowser::focusNextPrevChild(true);
     Q_EMIT linkFocused();
