@@ -3,6 +3,7 @@
 
 #include "Theme.h"
 
+#include <QAbstractScrollArea>
 #include <QAbstractSpinBox>
 #include <QFrame>
 #include <QPainter>
@@ -233,12 +234,17 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
             drawBox(painter, option->rect, radius, Qt::NoPen, faceOf(option));
         }
         return;
+    // At fractional scales, the background that Qt fills inside leaves a gap of one pixel.
     case PE_FrameLineEdit:
-        return drawControlBox(painter, option->rect, option, Qt::transparent);
+        return drawControlBox(painter, option->rect, option, option->palette.color(QPalette::Base));
     case PE_Frame:
         if (widget && drawPanel(painter, option, widget->objectName()))
             return;
-        return drawControlBox(painter, option->rect, option, Qt::transparent, 0);
+        return drawControlBox(painter, option->rect, option,
+                              qobject_cast<const QAbstractScrollArea *>(widget)
+                                      ? option->palette.color(QPalette::Base)
+                                      : Qt::transparent,
+                              0);
     case PE_FrameFocusRect:
         if (!qobject_cast<const QPushButton *>(widget)) // a push button shows it by its edge
             drawFocus(painter, option);
