@@ -44,6 +44,7 @@ class PELLARVINE_EXPORT ImageView : public QFrame
                        placeholderTextChanged)
 
 public:
+    /// The size of the image in the view.
     enum ImageScaling {
         scaleProportionallyDown, ///< in its own size, or smaller where that does not fit
         scaleAxesIndependently, ///< over the whole view, without keeping its proportions
