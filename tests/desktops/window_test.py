@@ -27,7 +27,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 PICTURE = os.path.join(HERE, '../../docs/images/notes.png')  # to drop and to paste
 PICTURES = os.environ.get('PICTURES')
 TITLE = 'Pellarvine Gallery'
-QUESTION = 'To Charles'  # of the gallery
+QUESTION = 'To Charles — ' + TITLE  # of the gallery; Qt appends the program's name
 EMPTY_PLACE = (450, 14)  # of the title bar
 PAGES = ('container', 'bindings', 'colours', 'fonts', 'markup', 'drawing', 'layout', 'borders',
          'inspector', 'segments', 'labels', 'popovers', 'images', 'colour-picker', 'titlebar',
