@@ -11,8 +11,9 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QSet>
-#include <QTableWidget>
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,20 @@ bool isOfClass(const QString &className, const char *base)
     while (type && qstrcmp(type->className(), base) != 0)
         type = type->superClass();
     return type;
+}
+
+// The number of rows or columns of a table, which has as many as heads of them, if any. Subclasses
+// may set another number, which the file does not say.
+int cellCount(const NibElement &table, int heads, QLatin1StringView property)
+{
+    if (heads > 0)
+        return heads;
+    const auto found = std::find_if(
+            table.properties.cbegin(), table.properties.cend(),
+            [property](const NibProperty &candidate) { return candidate.name.text == property; });
+    if (found != table.properties.cend() && !found->values.isEmpty())
+        return found->values.constFirst().text.toInt();
+    return table.className == "QTableWidget"_L1 ? 0 : std::numeric_limits<int>::max();
 }
 
 // The place that a child takes in a container that has one of it. A second child would replace the
@@ -92,6 +107,7 @@ void NibChecker::checkClasses(const QStringList &widgets, const QStringList &lay
 
 void NibChecker::checkPlaces() const
 {
+    checkCells();
     QSet<std::pair<int, QString>> taken;
     for (const NibElement &element : m_file.elements) {
         if (element.kind != NibElement::widget || element.parent < 0
@@ -141,25 +157,29 @@ void NibChecker::checkObjects(const QHash<QString, QObject *> &objects)
         if (isMade && !object(element))
             fail(NibError::malformed, element.name, element.name.text, element.className,
                  u"there is no place for this object here"_s);
-        checkCell(element);
     }
     checkNames();
     checkConnections();
 }
 
-void NibChecker::checkCell(const NibElement &element) const
+// The loader would leak an item that the table has no cell for.
+void NibChecker::checkCells() const
 {
-    if (!element.isCell || element.parent < 0)
-        return;
-    const NibElement &parent = m_file.elements[element.parent];
-    const auto *const table = qobject_cast<const QTableWidget *>(object(parent));
-    if (!table)
-        return;
-    const bool isInside = element.row >= 0 && element.row < table->rowCount() && element.column >= 0
-                          && element.column < table->columnCount();
-    if (!isInside)
-        fail(NibError::malformed, element.name, parent.name.text, parent.className,
-             u"the table has no cell in row %1, column %2"_s.arg(element.row).arg(element.column));
+    for (const NibElement &element : m_file.elements) {
+        if (!element.isCell || element.parent < 0)
+            continue;
+        const NibElement &parent = m_file.elements[element.parent];
+        if (parent.className != "QTableWidget"_L1 && parent.rowHeads == 0)
+            continue; // an item of a list or a tree
+        const bool isInside =
+                element.row >= 0 && element.row < cellCount(parent, parent.rowHeads, "rowCount"_L1)
+                && element.column >= 0
+                && element.column < cellCount(parent, parent.columnHeads, "columnCount"_L1);
+        if (!isInside)
+            fail(NibError::malformed, element.name, parent.name.text, parent.className,
+                 u"the table has no cell in row %1, column %2"_s.arg(element.row)
+                         .arg(element.column));
+    }
 }
 
 void NibChecker::checkNames() const

@@ -17,7 +17,8 @@ public:
     explicit NibChecker(const NibFile &file);
 
     /// Before the file is loaded: checks the pictures, and the classes, which are registered or
-    /// among these names. A container with one place contains one widget.
+    /// among these names. A container with one place contains one widget, and tables have the
+    /// cells of their items.
     void checkClasses(const QStringList &widgets, const QStringList &layouts) const;
     void checkPlaces() const;
     void checkImages() const;
@@ -25,7 +26,7 @@ public:
     /// Checks the .qrc files, which only have to exist where the form is edited and built.
     void checkResources() const;
 
-    /// After it is loaded: checks the cells of tables, and the names of other objects.
+    /// After it is loaded: checks the names of other objects.
     void checkObjects(const QHash<QString, QObject *> &objects);
 
 private:
@@ -35,7 +36,7 @@ private:
     // Null for an element without a name.
     QObject *object(const NibElement &element) const { return m_objects.value(element.name.text); }
 
-    void checkCell(const NibElement &element) const;
+    void checkCells() const;
     void checkNames() const;
     void checkConnections() const;
 

@@ -197,6 +197,9 @@ private:
         if (element.isCell) {
             element.row = number("row"_L1, 0).value_or(-1);
             element.column = number("column"_L1, 0).value_or(-1);
+        } else if (kind == NibElement::item && element.parent >= 0) {
+            NibElement &table = m_file.elements[element.parent];
+            ++(m_xml.name() == "row"_L1 ? table.rowHeads : table.columnHeads);
         }
         m_open.append(int(m_file.elements.size()));
         m_file.elements.append(std::move(element));

@@ -65,6 +65,8 @@ struct NibElement
     bool isCell = false; ///< an item that is no head of a column or row
     int row = -1; ///< of a cell, if the file says it
     int column = -1;
+    int rowHeads = 0; ///< of a table
+    int columnHeads = 0;
     QList<NibProperty> properties;
     qsizetype plainCount = 0; ///< the number of first properties that loaderContents lacks
     QList<NibProperty> attributes; ///< relation to the parent element
