@@ -93,8 +93,8 @@ bool TextFieldEditor::focusNextPrevChild(bool next)
                 target = link;
         }
     }
-    if (!target)
-        return QTextEdit::focusNextPrevChild(next);
+    if (!target) // QTextBrowser would go to a link
+        return QTextEdit::focusNextPrevChild(next); // NOLINT(bugprone-parent-virtual-call)
     // Qt finds the next link after a selection, and the first without one. Backwards, it stays
     // forever at a link that begins a paragraph.
     QTextCursor before(document());
