@@ -445,18 +445,18 @@ private:
 
     void readCustomWidget()
     {
-        QString className;
+        QString name;
         QString method;
         while (nextChild()) {
             if (m_xml.name() == "class"_L1)
-                className = text().text;
+                name = text().text;
             else if (m_xml.name() == "addpagemethod"_L1)
                 method = text().text;
             else
                 m_xml.skipCurrentElement();
         }
         if (!method.isEmpty())
-            m_file.addPageMethods.insert(className, method);
+            m_file.addPageMethods.insert(name, method);
     }
 
     void readConnection()

@@ -158,7 +158,7 @@ QColor FlatStyle::edge(const QPalette &palette)
     return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.55);
 }
 
-void FlatStyle::drawBox(QPainter *painter, const QRectF &rect, double radius, QPen line,
+void FlatStyle::drawBox(QPainter *painter, const QRectF &rect, double corner, QPen line,
                         const QBrush &fill)
 {
     painter->save();
@@ -166,7 +166,7 @@ void FlatStyle::drawBox(QPainter *painter, const QRectF &rect, double radius, QP
     const QTransform toDevice = painter->deviceTransform();
     QRectF box = rect;
     // A circle stays round.
-    if (2 * radius < std::min(rect.width(), rect.height())) {
+    if (2 * corner < std::min(rect.width(), rect.height())) {
         const QRectF pixels = toDevice.mapRect(rect);
         box = toDevice.inverted().mapRect(
                 QRectF(QPointF(std::round(pixels.left()), std::round(pixels.top())),
@@ -176,7 +176,7 @@ void FlatStyle::drawBox(QPainter *painter, const QRectF &rect, double radius, QP
     const double inset = line.style() == Qt::NoPen ? 0 : line.widthF() / 2;
     painter->setPen(line);
     painter->setBrush(fill);
-    painter->drawRoundedRect(box.adjusted(inset, inset, -inset, -inset), radius, radius);
+    painter->drawRoundedRect(box.adjusted(inset, inset, -inset, -inset), corner, corner);
     painter->restore();
 }
 

@@ -33,6 +33,6 @@ public:
 
     /// Draws a box whose line lies inside `rect`, on whole pixels, so that it is equally thick on
     /// all sides at every scale. `radius` is that of the corners, at the middle of the line.
-    static void drawBox(QPainter *painter, const QRectF &rect, double radius, QPen line,
+    static void drawBox(QPainter *painter, const QRectF &rect, double corner, QPen line,
                         const QBrush &fill);
 };
