@@ -32,7 +32,7 @@ public:
     static QColor edge(const QPalette &palette);
 
     /// Draws a box whose line lies inside `rect`, on whole pixels, so that it is equally thick on
-    /// all sides at every scale. `radius` is that of the corners, at the middle of the line.
+    /// all sides at every scale. `corner` is the radius of the corners, at the middle of the line.
     static void drawBox(QPainter *painter, const QRectF &rect, double corner, QPen line,
                         const QBrush &fill);
 };
