@@ -5,7 +5,8 @@ namespace Pellarvine {
 
 namespace {
 
-[[maybe_unused]] const bool isRegistered = (NS::StoryboardSegue::registerClass<ModalSegue>(), true);
+[[maybe_unused]] const bool isModalSegueRegistered =
+        (NS::StoryboardSegue::registerClass<ModalSegue>(), true);
 
 } // namespace
 

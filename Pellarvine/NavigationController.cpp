@@ -19,7 +19,8 @@ namespace Pellarvine {
 
 namespace {
 
-[[maybe_unused]] const bool isRegistered = (NS::registerClass<NavigationController>(), true);
+[[maybe_unused]] const bool isNavigationControllerRegistered =
+        (NS::registerClass<NavigationController>(), true);
 
 QWidget *firstSubview(const QWidget *view)
 {

@@ -7,7 +7,7 @@ namespace Pellarvine {
 
 namespace {
 
-[[maybe_unused]] const bool isRegistered =
+[[maybe_unused]] const bool isNavigationItemViewControllerRegistered =
         (NS::registerClass<NavigationItemViewController>(), true);
 
 } // namespace

@@ -8,7 +8,7 @@ namespace Pellarvine {
 
 namespace {
 
-[[maybe_unused]] const bool isRegistered =
+[[maybe_unused]] const bool isNavigationSegueRegistered =
         (NS::StoryboardSegue::registerClass<NavigationSegue>(), true);
 
 } // namespace

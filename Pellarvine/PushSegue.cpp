@@ -10,7 +10,8 @@ namespace Pellarvine {
 
 namespace {
 
-[[maybe_unused]] const bool isRegistered = (NS::StoryboardSegue::registerClass<PushSegue>(), true);
+[[maybe_unused]] const bool isPushSegueRegistered =
+        (NS::StoryboardSegue::registerClass<PushSegue>(), true);
 
 } // namespace
 

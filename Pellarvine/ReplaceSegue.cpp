@@ -13,7 +13,7 @@ namespace Pellarvine {
 
 namespace {
 
-[[maybe_unused]] const bool isRegistered =
+[[maybe_unused]] const bool isReplaceSegueRegistered =
         (NS::StoryboardSegue::registerClass<ReplaceSegue>(), true);
 
 } // namespace

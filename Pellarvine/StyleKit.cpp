@@ -12,7 +12,7 @@ namespace Pellarvine {
 
 namespace {
 
-constexpr double thickness = 1.0;
+constexpr double lineThickness = 1.0;
 
 // How much ink makes the two greys of white paper.
 constexpr double gray = 1.0 - 0.5;
@@ -34,15 +34,15 @@ void fill(const QRectF &rect, const QRectF &frame, const QColor &color)
 
 void fillLine(const QRectF &frame, const QColor &color)
 {
-    fill({ frame.left(), frame.top(), frame.width(), thickness }, frame, color);
+    fill({ frame.left(), frame.top(), frame.width(), lineThickness }, frame, color);
 }
 
 void fillToolbar(const QRectF &frame, const QColor &line, const QColor &background)
 {
     fillLine(frame, line);
     // A rectangle of negative height would cover the line.
-    if (background.isValid() && frame.height() > thickness)
-        fill(frame.adjusted(0, thickness, 0, 0), frame, background);
+    if (background.isValid() && frame.height() > lineThickness)
+        fill(frame.adjusted(0, lineThickness, 0, 0), frame, background);
 }
 
 } // namespace

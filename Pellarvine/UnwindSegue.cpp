@@ -14,7 +14,7 @@ namespace Pellarvine {
 
 namespace {
 
-[[maybe_unused]] const bool isRegistered =
+[[maybe_unused]] const bool isUnwindSegueRegistered =
         (NS::StoryboardSegue::registerClass<UnwindSegue>(), true);
 
 // The controller itself or the nearest parent that is a navigation controller. Null if there is

@@ -7,7 +7,7 @@ namespace Pellarvine {
 
 namespace {
 
-struct Messages
+struct CryptorErrorMessages
 {
     Q_DECLARE_TR_FUNCTIONS(Pellarvine::CryptorError)
 };
@@ -33,11 +33,11 @@ QString CryptorError::localizedDescription() const
 {
     switch (m_code) {
     case invalidFileFormat:
-        return Messages::tr("This is not an encrypted container.");
+        return CryptorErrorMessages::tr("This is not an encrypted container.");
     case invalidHMAC:
-        return Messages::tr("The passphrase is wrong, or the container is damaged.");
+        return CryptorErrorMessages::tr("The passphrase is wrong, or the container is damaged.");
     case truncatedFile:
-        return Messages::tr("This is not an encrypted container, or it is cut short.");
+        return CryptorErrorMessages::tr("This is not an encrypted container, or it is cut short.");
     }
     return QString::fromLatin1(what());
 }

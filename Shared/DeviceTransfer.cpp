@@ -18,7 +18,7 @@ namespace {
 constexpr auto closedByTheOtherSide = "The remote host closed the connection";
 constexpr qint64 longestBacklog = 4 * transferLength;
 
-struct Messages
+struct TransferErrorMessages
 {
     Q_DECLARE_TR_FUNCTIONS(Pellarvine::TransferError)
 };
@@ -29,8 +29,9 @@ QString description(const QIODevice &device, QIODevice::OpenModeFlag direction)
     const bool hasNone = device.errorString() == QBuffer().errorString();
     if (!hasNone || device.openMode().testFlag(direction))
         return device.errorString();
-    return direction == QIODevice::ReadOnly ? Messages::tr("The device is not open for reading.")
-                                            : Messages::tr("The device is not open for writing.");
+    return direction == QIODevice::ReadOnly
+                   ? TransferErrorMessages::tr("The device is not open for reading.")
+                   : TransferErrorMessages::tr("The device is not open for writing.");
 }
 
 // Whether a device ended with an error. Qt returns -1 also at the end of a closed socket or

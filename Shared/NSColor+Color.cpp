@@ -121,7 +121,7 @@ void offerPalette()
     NS::ColorList::add(list);
 }
 
-[[maybe_unused]] const bool isRegistered = [] {
+[[maybe_unused]] const bool isConversionRegistered = [] {
     offerPalette();
     const auto color = QMetaType::fromType<NS::Color>();
     const auto text = QMetaType::fromType<QString>();

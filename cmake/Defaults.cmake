@@ -20,10 +20,15 @@ if(CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
       CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1
       CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
+  # For ccache to see through precompiled headers.
+  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
                     -Wcast-align -Wconversion -Wno-sign-conversion)
+if(CMAKE_UNITY_BUILD)
+  add_compile_options(-Wno-shadow) # sources that are compiled as one see each other's local names
+endif()
 if(PELLARVINE_WARNINGS_AS_ERRORS)
   add_compile_options(-Werror)
 endif()

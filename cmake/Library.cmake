@@ -28,9 +28,7 @@ function(pellarvine_component name)
   # position independent, so addresses of functions stay the same everywhere.
   target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
   target_precompile_headers(${target} PRIVATE ${arg_PRECOMPILE})
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_compile_options(${target} PRIVATE -fpch-preprocess) # for ccache to see through it
-  endif()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
   if(pellarvineExportsInternals)
     target_compile_definitions(${target} PUBLIC $<BUILD_INTERFACE:PELLARVINE_EXPORT_INTERNALS>)
   endif()
@@ -81,9 +79,14 @@ target_include_directories(PellarvineInternals INTERFACE
   ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/Platform)
 target_link_libraries(PellarvineInternals INTERFACE Pellarvine)
 
-# Adds sources of the calling folder to a component.
+# Adds sources of the calling folder to a component. A build with CMAKE_UNITY_BUILD compiles those of
+# one folder as one source.
 function(pellarvine_sources component)
   target_sources(Pellarvine${component} PRIVATE ${ARGN})
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  string(MAKE_C_IDENTIFIER ${folder} folder)
+  set_source_files_properties(${ARGN} TARGET_DIRECTORY Pellarvine${component}
+    PROPERTIES UNITY_GROUP ${folder})
 endfunction()
 
 # Adds headers of the calling folder to a component and makes them public: programs include them as

@@ -17,7 +17,6 @@ namespace Pellarvine::detail {
 
 namespace {
 
-constexpr int line = SegmentMetrics::line;
 constexpr double cornerRadius = 4.5;
 constexpr double hoveredTint = 0.06;
 constexpr double pressedTint = 0.14;
@@ -125,7 +124,7 @@ void drawSegments(QPainter &painter, const QWidget &control, const QList<Segment
     const QTransform toDevice = painter.deviceTransform();
     const QRectF edges = alignedToPixels(body, body, toDevice);
     const double scale = toDevice.m11() > 0 ? toDevice.m11() : 1;
-    const double stroke = wholeThickness(line * scale) / scale;
+    const double stroke = wholeThickness(SegmentMetrics::line * scale) / scale;
     QPainterPath shape;
     shape.addRoundedRect(edges, cornerRadius, cornerRadius);
     QPainterPath inside;
@@ -143,7 +142,7 @@ void drawSegments(QPainter &painter, const QWidget &control, const QList<Segment
     for (int i = 0; i < segments.size(); ++i) {
         const QColor color = fillColor(palette, segments[i], face);
         if (color.isValid()) {
-            const int before = segments[i].isSelected ? line : 0;
+            const int before = segments[i].isSelected ? SegmentMetrics::line : 0;
             painter.setClipRect(segmentCell(rects, i, direction).adjusted(-before, 0, 0, 0));
             painter.fillPath(shape, color);
         }
@@ -155,9 +154,11 @@ void drawSegments(QPainter &painter, const QWidget &control, const QList<Segment
         const bool isBetween = segments[i].isSelected && segments[i + 1].isSelected;
         if (isBeside && !isBetween)
             continue; // the selection's own edge parts them
-        const int x = direction == Qt::RightToLeft ? rects[i].left() - line : rects[i].right() + 1;
+        const int x = direction == Qt::RightToLeft ? rects[i].left() - SegmentMetrics::line
+                                                   : rects[i].right() + 1;
         const QColor ink = withAlpha(palette.color(QPalette::HighlightedText), selectedLine);
-        const QRect divider(x, body.top() + line, line, body.height() - 2 * line);
+        const QRect divider(x, body.top() + SegmentMetrics::line, SegmentMetrics::line,
+                            body.height() - 2 * SegmentMetrics::line);
         painter.fillRect(alignedToPixels(divider, body, painter.deviceTransform()),
                          isBetween ? ink : lines);
     }

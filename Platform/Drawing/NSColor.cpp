@@ -49,7 +49,7 @@ quint16 rounded(double component)
 
 // Registered once, when the library is loaded: by name, for properties and queued connections, and
 // as conversions between a QVariant of one type and code that expects the other.
-[[maybe_unused]] const bool isRegistered = [] {
+[[maybe_unused]] const bool isColorRegistered = [] {
     qRegisterMetaType<Color>("NS::Color");
     QMetaType::registerConverter<Color, QColor>(std::mem_fn(&Color::toQColor));
     QMetaType::registerConverter<QColor, Color>([](const QColor &color) { return Color(color); });

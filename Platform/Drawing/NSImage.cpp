@@ -30,7 +30,7 @@ QImage transparentBitmap(const QSizeF &size)
     return bitmap;
 }
 
-[[maybe_unused]] const bool isRegistered = [] {
+[[maybe_unused]] const bool isImageRegistered = [] {
     qRegisterMetaType<Image>("NS::Image");
     QMetaType::registerConverter<Image, QImage>([](const Image &image) { return image.bitmap(); });
     QMetaType::registerConverter<QImage, Image>([](const QImage &bitmap) { return Image(bitmap); });

@@ -16,8 +16,8 @@ namespace NS {
 namespace {
 
 constexpr double largestBlurRadius = 512; // points
-constexpr double mostPixels = 1 << 22;
-constexpr double largestSide = 16384; // pixels
+constexpr double mostShadowPixels = 1 << 22;
+constexpr double largestShadowSide = 16384; // pixels
 constexpr double largestDeviation = 16; // pixels
 
 // Three box blurs approximate a Gaussian. Returns how many pixels on each side every one of them
@@ -95,9 +95,9 @@ QImage blurred(const QPainterPath &path, const QRectF &region, double scale, dou
 // As fine as the screen, unless a large blur makes that unnecessary.
 double pixelsPerPoint(const QRectF &region, double deviation, double screen)
 {
-    return std::min({ screen, largestDeviation / deviation, largestSide / region.width(),
-                      largestSide / region.height(),
-                      std::sqrt(mostPixels / (region.width() * region.height())) });
+    return std::min({ screen, largestDeviation / deviation, largestShadowSide / region.width(),
+                      largestShadowSide / region.height(),
+                      std::sqrt(mostShadowPixels / (region.width() * region.height())) });
 }
 
 } // namespace

@@ -20,7 +20,8 @@ namespace Pellarvine::detail {
 namespace {
 
 // When the library is loaded: if two threads registered at once, Qt would print a warning.
-[[maybe_unused]] const bool isRegistered = (NS::registerSharedPointer<QObject>(), true);
+[[maybe_unused]] const bool isSharedPointerRegistered =
+        (NS::registerSharedPointer<QObject>(), true);
 
 [[noreturn]] void fail(NS::KeyValueException::Reason reason, const char *className,
                        const QString &key, const KeyPath &path, const QString &detail = {})

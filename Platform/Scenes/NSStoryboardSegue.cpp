@@ -46,7 +46,7 @@ const SegueClass *segueClass(const QString &name)
     return found;
 }
 
-[[maybe_unused]] const bool isRegistered =
+[[maybe_unused]] const bool isStoryboardSegueRegistered =
         (StoryboardSegue::registerClass<StoryboardSegue>(), true);
 
 // The flags of a dialog, with the frame that the view has chosen if it has.

@@ -17,7 +17,7 @@ namespace Pellarvine::detail {
 namespace {
 
 constexpr double gapShare = 0.1; // of the side
-constexpr double cornerRadius = 0.15;
+constexpr double roundness = 0.15;
 
 class TileDelegate : public QStyledItemDelegate
 {
@@ -33,7 +33,7 @@ public:
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         const int margin = ColorListView::gap(m_side);
-        const double radius = cornerRadius * m_side;
+        const double radius = roundness * m_side;
         const QRectF tile = QRectF(option.rect).adjusted(margin, margin, -margin, -margin);
         const Outline line = outlineInside(tile, 1, painter->deviceTransform());
         QPainterPath path;

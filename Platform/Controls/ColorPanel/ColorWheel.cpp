@@ -20,7 +20,7 @@ namespace Pellarvine::detail {
 namespace {
 
 constexpr double fullTurn = 2 * std::numbers::pi;
-constexpr int ringSpace = 4; // around the disc, for the focus ring
+constexpr int wheelRingSpace = 4; // around the disc, for the focus ring
 constexpr double knobRadius = 7;
 
 QImage wheelImage(int side)
@@ -108,7 +108,7 @@ QString ColorWheel::valueText() const
 
 QRectF ColorWheel::disc() const
 {
-    const int side = std::max(1, std::min(width(), height()) - 2 * ringSpace);
+    const int side = std::max(1, std::min(width(), height()) - 2 * wheelRingSpace);
     QRectF disc(0, 0, side, side);
     disc.moveTopLeft(QPointF(QPoint((width() - side) / 2, (height() - side) / 2)));
     return disc;
