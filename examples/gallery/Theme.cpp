@@ -55,7 +55,7 @@ QPalette palette(const Colors &colors)
     return palette;
 }
 
-// Uses palette roles only, so it serves both schemes.
+// %1 is the colour of placeholder texts, for which Qt 6.4's style sheets have no name.
 constexpr auto styleSheet = R"(
 QProgressBar { background: palette(mid); border: none; border-radius: 4px; max-height: 8px; }
 QProgressBar::chunk { background: palette(highlight); border-radius: 4px; }
@@ -63,7 +63,7 @@ QListWidget#pages { background: transparent; border: none; outline: none; }
 QListWidget#pages::item { padding: 6px 12px; border-radius: 6px; margin: 1px 8px; }
 QListWidget#pages::item:selected { background: palette(highlight);
                                    color: palette(highlighted-text); }
-QListWidget#pages::item:disabled { color: palette(placeholder-text); margin-top: 8px; }
+QListWidget#pages::item:disabled { color: %1; margin-top: 8px; }
 QToolButton#menuButton::menu-indicator { image: none; }
 )";
 
@@ -74,7 +74,8 @@ void Theme::apply(QApplication &application, Scheme scheme)
     QApplication::setStyle(new FlatStyle);
     QApplication::setPalette(palette(scheme == dark ? darkColors : lightColors));
     QApplication::setFont(font(body));
-    application.setStyleSheet(QString::fromLatin1(styleSheet));
+    const QColor dim = QApplication::palette().color(QPalette::PlaceholderText);
+    application.setStyleSheet(QString::fromLatin1(styleSheet).arg(dim.name()));
 }
 
 Theme::Scheme Theme::preferredScheme()

@@ -155,6 +155,35 @@ TEST_P(GalleryTheme, controls_on_a_row_have_one_height)
     }
 }
 
+TEST_P(GalleryTheme, headings_of_the_list_of_pages_can_be_read_also_after_a_change_of_theme)
+{
+    Theme::apply(*qApp, GetParam() == Theme::dark ? Theme::light : Theme::dark);
+    QListWidget list;
+    list.setObjectName(u"pages"_s);
+    list.setBackgroundRole(QPalette::AlternateBase); // of the sidebar
+    list.setAutoFillBackground(true);
+    QFont large;
+    large.setPointSize(60); // its strokes have pixels that are not smoothed
+    auto *const heading = new QListWidgetItem(u"H"_s, &list);
+    heading->setFont(large);
+    heading->setFlags(Qt::NoItemFlags);
+    list.resize(200, 200);
+    list.show();
+    Theme::apply(*qApp, GetParam());
+
+    const QImage image = list.grab().toImage();
+    const NS::Color paper(list.palette().color(QPalette::AlternateBase));
+    ASSERT_EQ(NS::Color(image.pixelColor(150, 190)), paper);
+    double contrast = 1;
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y)
+            contrast = std::max(
+                    contrast, Pellarvine::contrastRatio(NS::Color(image.pixelColor(x, y)), paper));
+    }
+    EXPECT_GE(contrast, 4.5); // WCAG 1.4.3
+    EXPECT_LT(contrast, 10) << "it looks like a page";
+}
+
 INSTANTIATE_TEST_SUITE_P(, GalleryTheme, testing::Values(Theme::light, Theme::dark),
                          [](const auto &scheme) {
                              return scheme.param == Theme::dark ? "dark" : "light";
