@@ -265,9 +265,18 @@ void FlatStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
 void FlatStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                             const QWidget *widget) const
 {
-    // The bevel only, without the shade of a default button.
-    if (element == CE_PushButtonBevel)
+    switch (element) {
+    case CE_PushButtonBevel: // without the shade of a default button
         return proxy()->drawPrimitive(PE_PanelButtonCommand, option, painter, widget);
+    case CE_HeaderSection: {
+        QRect line = option->rect;
+        line.setTop(line.bottom());
+        painter->fillRect(option->rect, option->palette.color(QPalette::Base));
+        return painter->fillRect(line, option->palette.color(QPalette::Mid));
+    }
+    default:
+        break;
+    }
     QProxyStyle::drawControl(element, option, painter, widget);
 }
 

@@ -129,6 +129,14 @@ double toCelsius(double fahrenheit)
     return toHalves((fahrenheit - 32) * 5 / 9);
 }
 
+// A row whose label is as high as the field, so that their texts are on one line.
+void addRow(QFormLayout *form, const QString &label, QWidget *field)
+{
+    form->addRow(label, field);
+    for (QWidget *const widget : { form->labelForField(field), field })
+        widget->setMinimumHeight(4 * Theme::unit);
+}
+
 class BindingsPage : public Page
 {
     Q_OBJECT
@@ -189,7 +197,7 @@ private:
         auto *const form = new QFormLayout(m_controls);
         form->setContentsMargins({});
         form->setHorizontalSpacing(2 * Theme::unit);
-        form->setVerticalSpacing(2 * Theme::unit);
+        form->setVerticalSpacing(Theme::unit);
         form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
         m_slider->setRange(int(coldest * 2), int(warmest * 2));
         m_fahrenheit->setRange(toFahrenheit(coldest), toFahrenheit(warmest));
@@ -201,10 +209,10 @@ private:
         // Two lines high, so that the panel does not move when a message comes.
         m_advice->setMinimumHeight(2 * m_advice->fontMetrics().lineSpacing());
         m_advice->setAlignment(Qt::AlignLeading | Qt::AlignTop);
-        form->addRow(tr("&Room"), m_name);
-        form->addRow(tr("&Temperature"), m_slider);
-        form->addRow(tr("In &Celsius"), m_celsius);
-        form->addRow(tr("In &Fahrenheit"), m_fahrenheit);
+        addRow(form, tr("&Room"), m_name);
+        addRow(form, tr("&Temperature"), m_slider);
+        addRow(form, tr("In &Celsius"), m_celsius);
+        addRow(form, tr("In &Fahrenheit"), m_fahrenheit);
         form->addRow(QString(), m_advice);
         m_slider->setAccessibleName(tr("Temperature"));
 
@@ -240,6 +248,7 @@ private:
         NS::bind(table, &m_house, u"rooms"_s,
                  { { u"name"_s, tr("Room") }, { u"celsius"_s, tr("°C") } });
         table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+        table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeading | Qt::AlignVCenter);
         table->verticalHeader()->hide();
         table->setFrameShape(QFrame::NoFrame);
         table->setTabKeyNavigation(false);
@@ -259,7 +268,7 @@ private:
         auto *const address = new QLabel;
         auto *const message = new QLabel;
         message->setWordWrap(true);
-        message->setForegroundRole(QPalette::LinkVisited);
+        message->setForegroundRole(QPalette::BrightText);
         message->setMinimumHeight(message->fontMetrics().lineSpacing());
         address->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
@@ -286,8 +295,8 @@ private:
         form->setHorizontalSpacing(2 * Theme::unit);
         form->setVerticalSpacing(Theme::unit);
         form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-        form->addRow(tr("&Host"), host);
-        form->addRow(tr("&Port"), m_port);
+        addRow(form, tr("&Host"), host);
+        addRow(form, tr("&Port"), m_port);
         form->addRow(tr("Address"), address);
         form->addRow(QString(), message);
         auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Apply | QDialogButtonBox::Reset
