@@ -97,6 +97,8 @@ void HexField::restore()
 
 void HexField::mark(const QString &explanation)
 {
+    if (explanation.isEmpty() && !toolTip().isEmpty() && QToolTip::text() == toolTip())
+        QToolTip::hideText();
     m_warning->setVisible(!explanation.isEmpty());
     m_warning->setToolTip(explanation);
     setToolTip(explanation);
