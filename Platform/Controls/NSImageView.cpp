@@ -498,7 +498,7 @@ void ImageView::paintEvent(QPaintEvent *event)
         if (d->isEditable)
             detail::drawWell(painter, contentsRect(), detail::edgeColor(palette()));
         painter.setPen(palette().color(QPalette::PlaceholderText));
-        if (d->refusal.isEmpty())
+        if (d->refusal.isEmpty() && !detail::isBusy(this))
             painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, hint(room));
     }
     if (!d->refusal.isEmpty()) {

@@ -546,4 +546,28 @@ TEST_F(ImageViewTest, the_main_thread_goes_on_under_a_busy_pointer_and_a_spinner
     EXPECT_FALSE(other);
 }
 
+TEST_F(ImageViewTest, a_spinner_turns_in_place_of_the_hint)
+{
+    view.resize(400, 60);
+    view.setFocusPolicy(Qt::NoFocus);
+    view.setPlaceholderText(u"Far longer than the spinner in the middle is wide"_s);
+    view.show();
+    const auto colorsBesideTheMiddle = [this] {
+        const QImage image = view.grab(QRect(50, 10, 100, 40)).toImage();
+        QSet<QRgb> colors;
+        for (int x = 0; x < image.width(); ++x) {
+            for (int y = 0; y < image.height(); ++y)
+                colors.insert(image.pixel(x, y));
+        }
+        return colors.size();
+    };
+    EXPECT_GT(colorsBesideTheMiddle(), 1);
+    QSemaphore mayEnd;
+    QTimer::singleShot(0, &view, [&] {
+        EXPECT_EQ(colorsBesideTheMiddle(), 1);
+        mayEnd.release();
+    });
+    Pellarvine::detail::runWithBusyCursor(&view, [&] { mayEnd.acquire(); });
+}
+
 #include "NSImageViewTest.moc"
