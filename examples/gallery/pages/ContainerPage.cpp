@@ -268,7 +268,8 @@ ContainerPage::ContainerPage(QWidget *parent)
             text->setAlignment((column < 3 ? Qt::AlignTrailing : Qt::AlignLeading)
                                | Qt::AlignVCenter);
             m_anatomyTexts.append(text);
-            grid->addWidget(text, line, column);
+            // Bytes run from left to right below a heading that may be at the right.
+            grid->addWidget(text, line, column, column == 3 ? Qt::AlignLeading : Qt::Alignment());
         }
         ++line;
     }
