@@ -7,7 +7,8 @@
 
 /// @file
 /// Fonts that differ from another in one respect. They have faces that the family really has, by
-/// the rules of NS::FontManager. If there is no such face, the font is returned unchanged.
+/// the rules of NS::FontManager. If there is no such face, the font is returned unchanged. Needs a
+/// QGuiApplication; any thread.
 ///
 ///     using namespace Pellarvine;
 ///     const QFont body = label.font();
@@ -21,7 +22,7 @@ namespace Pellarvine {
 PELLARVINE_EXPORT QFont boldVariant(const QFont &font);
 /// The slanted face of the same weight.
 PELLARVINE_EXPORT QFont italicVariant(const QFont &font);
-/// The face nearest to Regular; a font up to Medium is not bold and comes back unchanged.
+/// The face nearest to Regular. A font up to Medium is not bold and is returned unchanged.
 PELLARVINE_EXPORT QFont nonBoldVariant(const QFont &font);
 /// The upright face of the same weight.
 PELLARVINE_EXPORT QFont nonItalicVariant(const QFont &font);
@@ -29,7 +30,7 @@ PELLARVINE_EXPORT QFont nonItalicVariant(const QFont &font);
 /// One point smaller. A font of one point or less is returned unchanged.
 PELLARVINE_EXPORT QFont smaller(const QFont &font);
 
-/// One point larger.
+/// One point larger, without a limit.
 PELLARVINE_EXPORT QFont larger(const QFont &font);
 
 /// One step up the weights of the family. From Regular this is Medium if there is one, while

@@ -3,7 +3,8 @@
 
 namespace Pellarvine {
 
-/// A colour as red, green, blue and opacity, nominally 0…1 each and never clamped.
+/// A colour as red, green, blue and opacity, nominally 0…1 each and never clamped. A plain value,
+/// for any thread.
 struct RGBA
 {
     double red = 0; ///< 0 without, 1 full
@@ -15,7 +16,7 @@ struct RGBA
 };
 
 /// A colour as hue, saturation, brightness and opacity, nominally 0…1 each. The hue runs once
-/// round the colour circle: red at 0, green at 1/3, blue at 2/3.
+/// round the colour circle: red at 0, green at 1/3, blue at 2/3. A plain value, for any thread.
 struct HSBA
 {
     double hue = 0; ///< where on the circle

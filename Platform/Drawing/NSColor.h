@@ -20,8 +20,8 @@ namespace NS {
 ///     components.brightness *= 1.25;
 ///     painter.setBrush(NS::Color(components).toQColor());
 ///
-/// A plain value: it compares, streams, prints, hashes, and converts inside a QVariant to and from
-/// QColor and QString (a hex text such as "#3399DBFF").
+/// A plain value, for any thread: it compares, streams, prints, hashes, and converts inside a
+/// QVariant to and from QColor and QString (a hex text such as "#3399DBFF").
 class PELLARVINE_EXPORT Color
 {
 public:

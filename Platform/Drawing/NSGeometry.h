@@ -8,7 +8,7 @@
 
 /// @file
 /// Converts between the coordinates of `NS::` functions, with y upwards from the lower left corner,
-/// and those of Qt, with y downwards from the upper left corner.
+/// and those of Qt, with y downwards from the upper left corner. Any thread.
 namespace NS {
 
 /// The rectangle in the other coordinates, in a space of the given height. The function is its own

@@ -19,8 +19,8 @@ namespace NS {
 ///         painter.drawEllipse(QRectF(4, 4, 24, 24));
 ///     });
 ///
-/// A plain value, as cheap to copy as a QImage. In a QVariant it converts to and from QImage,
-/// and from QPixmap.
+/// A plain value, for any thread, as cheap to copy as a QImage. In a QVariant it converts to and
+/// from QImage, and, on the main thread, from QPixmap.
 class PELLARVINE_EXPORT Image
 {
 public:

@@ -16,6 +16,7 @@ namespace NS {
 ///         qDebug() << item.widget()->geometry();
 ///
 /// A value as small as a pointer. It does not own the object, which must exist while it is used.
+/// Main thread only.
 class ConstraintItem
 {
 public:

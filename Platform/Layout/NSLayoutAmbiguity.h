@@ -4,7 +4,7 @@
 #include <pellarvine/Platform/NSLayoutConstraint.h>
 
 /// @file
-/// Tells why a widget is where it is, for tests and for debugging:
+/// Tells why a widget is where it is, for tests and for debugging. Main thread only.
 ///
 ///     EXPECT_FALSE(NS::hasAmbiguousLayout(field));
 ///     for (const auto &constraint : NS::constraintsAffectingLayout(field, Qt::Horizontal))

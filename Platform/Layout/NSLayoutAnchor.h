@@ -27,7 +27,7 @@ namespace NS {
 /// constant. Constants grow rightwards (for leading and trailing: away from the leading side) and
 /// downwards. The constraints are required and not yet active. Anchors of different kinds do not
 /// mix: x with y, or a place with a dimension, does not compile. A value; the item must exist
-/// during the call.
+/// during the call. Main thread only.
 template <typename Kind>
 class LayoutAnchor
 {
@@ -94,7 +94,7 @@ public:
     /// A dimension times a number.
     struct Multiple
     {
-        LayoutAnchor anchor; ///< what is multiplied
+        LayoutAnchor anchor; ///< the dimension
         double multiplier; ///< the number
     };
     /// For the second side of a constraint. A number alone behind an anchor is the constant: debug
@@ -119,7 +119,8 @@ public:
 };
 
 /// @name Anchors of a widget or a guide
-/// Those of a widget are about the part of it that is to be aligned, see `alignmentRectInsets`.
+/// Those of a widget refer to its aligned part, see `alignmentRectInsets`. Lengths are in
+/// device-independent pixels.
 /// @{
 PELLARVINE_EXPORT LayoutXAxisAnchor leftAnchor(ConstraintItem item); ///< the left edge
 PELLARVINE_EXPORT LayoutXAxisAnchor rightAnchor(ConstraintItem item); ///< the right edge
@@ -137,8 +138,8 @@ PELLARVINE_EXPORT LayoutYAxisAnchor centerYAnchor(ConstraintItem item); ///< bet
 PELLARVINE_EXPORT LayoutYAxisAnchor firstBaselineAnchor(ConstraintItem item);
 /// The baseline of the last line: `lastBaselineOffsetFromBottom`.
 PELLARVINE_EXPORT LayoutYAxisAnchor lastBaselineAnchor(ConstraintItem item);
-PELLARVINE_EXPORT LayoutDimension widthAnchor(ConstraintItem item); ///< in pixels
-PELLARVINE_EXPORT LayoutDimension heightAnchor(ConstraintItem item); ///< in pixels
+PELLARVINE_EXPORT LayoutDimension widthAnchor(ConstraintItem item); ///< the width
+PELLARVINE_EXPORT LayoutDimension heightAnchor(ConstraintItem item); ///< the height
 /// @}
 
 } // namespace NS

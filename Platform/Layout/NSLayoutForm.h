@@ -26,7 +26,7 @@ struct FormRow
 /// them, and `border`, in device-independent pixels, around them. Fields that expand get the extra
 /// height; without such a field it stays free below the last row. No label should be higher than
 /// its field. The field becomes the buddy of a QLabel without one, which also gets the alignment
-/// that the style has for labels of forms.
+/// that the style has for labels of forms. Main thread only.
 [[nodiscard]] PELLARVINE_EXPORT QList<std::shared_ptr<LayoutConstraint>>
 form(QWidget *container, const QList<FormRow> &rows, double border = 0.0);
 

@@ -15,7 +15,7 @@ namespace NS {
 /// constraints, a dashed frame for each guide, a line on each baseline with constraints, and an
 /// arrow with a text for each constraint that does not hold, and for each widget that gets less
 /// room than it asks for, from the actual to the required place. The picture follows all changes
-/// and takes neither clicks nor the keyboard focus.
+/// and takes neither clicks nor the keyboard focus. No widget may be null. Main thread only.
 PELLARVINE_EXPORT void setShowsLayout(QWidget *widget, bool shows);
 /// Default: false.
 [[nodiscard]] PELLARVINE_EXPORT bool showsLayout(const QWidget *widget);

@@ -16,7 +16,7 @@ namespace NS {
 
 /// In device-independent pixels: the layout spacing of the style, or, if that depends on the kinds
 /// of controls, the spacing between these two. 0 if the style has neither. A constraint made with
-/// it does not follow a later change of the style. No widget may be null.
+/// it does not follow a later change of the style. No widget may be null. Main thread only.
 [[nodiscard]] PELLARVINE_EXPORT double systemSpacing(const QWidget *view, const QWidget *next,
                                                      Qt::Orientation axis);
 

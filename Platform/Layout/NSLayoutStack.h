@@ -26,7 +26,7 @@ namespace NS {
 /// Constraints on the first and the last view decide where the stack is and how long. The views
 /// need a common ancestor, but not the same parent. A hidden view keeps its place. To close the
 /// gap, to add a view or to change the order, deactivate the constraints and stack the views again.
-/// No view may be null.
+/// No view may be null. Main thread only.
 [[nodiscard]] PELLARVINE_EXPORT QList<std::shared_ptr<LayoutConstraint>>
 stack(const QList<QWidget *> &views, Qt::Orientation axis, std::optional<double> spacing = {},
       LayoutAttribute alignment = LayoutAttribute::notAnAttribute);

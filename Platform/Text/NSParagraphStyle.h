@@ -5,8 +5,8 @@
 
 namespace NS {
 
-/// The format of a paragraph. A plain value, with the default style. Lengths are in
-/// device-independent pixels.
+/// The format of a paragraph. A plain value, for any thread. Lengths are in device-independent
+/// pixels.
 ///
 ///     NS::ParagraphStyle style;
 ///     style.alignment = Qt::AlignHCenter;

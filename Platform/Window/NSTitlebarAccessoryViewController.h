@@ -11,7 +11,7 @@ namespace NS {
 ///     bar->setView(new SearchBar); // as wide as the title bar, within its own limits
 ///     window->addTitlebarAccessoryViewController(bar);
 ///
-/// The title bar follows when the view changes its height.
+/// The title bar follows when the view changes its height. Main thread only.
 class PELLARVINE_EXPORT TitlebarAccessoryViewController : public ViewController
 {
     Q_OBJECT
