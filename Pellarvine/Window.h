@@ -45,8 +45,8 @@ class PELLARVINE_EXPORT Window : public NS::Window
 
 public:
     explicit Window(QWidget *parent = nullptr);
-    /// With that place and size for what is below a title bar of the standard height, in screen
-    /// coordinates.
+    /// `contentRect` is the frame of the content below a title bar of the standard height, in
+    /// screen coordinates.
     Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent = nullptr);
     ~Window() override;
 
@@ -65,7 +65,7 @@ public:
     double trafficLightHorizontalMargin() const;
     void setTrafficLightHorizontalMargin(double margin);
 
-    /// From the title bar's top edge to the buttons, and around the two views. Likewise.
+    /// From the title bar's top edge to the buttons, and around the two views. 0 is replaced, too.
     double trafficLightVerticalMargin() const;
     void setTrafficLightVerticalMargin(double margin);
 
@@ -73,34 +73,31 @@ public:
     double trafficLightGap() const;
     void setTrafficLightGap(double gap);
 
-    /// A view across the band of the buttons: from twice the horizontal margin on, to as far beyond
-    /// the trailing edge. It lies below the buttons but is not kept clear of them. The window owns
-    /// it, as the next one, and shows it once awakeFromNib() has run. Default: null.
+    /// A view across the band of the buttons: it begins at twice the horizontal margin and ends as
+    /// far beyond the trailing edge. The buttons lie over it. The window owns it and the toolbar
+    /// view, and shows them after awakeFromNib(). Default: null.
     QWidget *innerTitleBarView() const;
     void setInnerTitleBarView(QWidget *view);
 
-    /// Whether the inner view is kept clear of the buttons and of the window's edges instead: it
-    /// goes from a margin beside the buttons to a margin from the opposite edge. Takes effect in
-    /// awakeFromNib(). Default: false.
+    /// Whether the inner view reaches from a margin beside the buttons to a margin from the
+    /// opposite edge instead. Takes effect in awakeFromNib(). Default: false.
     bool keepsTitleBarViewClear() const;
     void setKeepsTitleBarViewClear(bool keeps);
 
-    /// A view between the margins, below the band of the buttons.
+    /// A view between the margins, below the band of the buttons. Default: null.
     QWidget *toolbarView() const;
     void setToolbarView(QWidget *view);
 
-    /// Of the title bar without accessories of the program's own; at least the standard height and
-    /// at most the available height of the screen. Each call, with an equal value too, exchanges
-    /// the accessory at index 0 for one of the height that is missing. The window keeps its frame,
-    /// and is higher only while there is no room for the content. But the first call makes it lower
-    /// by the standard height: the value before counts as 0.
+    /// The height of the title bar without the program's own accessories, from the standard height
+    /// to the available height of the screen. Each call, also with an equal value, replaces the
+    /// accessory at index 0 by one of the missing height. The window keeps its frame, and is higher
+    /// only while there is no room for the content. But the first call makes it lower by the
+    /// standard height: the value before counts as 0.
     double titleBarHeight() const;
     void setTitleBarHeight(double height);
 
-    /// The view that the close button is in; null without one.
-    QWidget *titleBarView() const;
-    /// The field in which the title stands; null without a title bar.
-    NS::TextField *titleBarTextField() const;
+    QWidget *titleBarView() const; ///< the parent of the close button; null without a button
+    NS::TextField *titleBarTextField() const; ///< shows the title; null without a title bar
 
     void setFrame(const QRectF &frame, bool display) override;
     void setFrame(const QRectF &frame, bool display, bool animate) override;
@@ -108,7 +105,7 @@ public:
     bool restoreState(const QByteArray &state) override;
     void orderFront() override;
     void awakeFromNib() override;
-    /// Places the buttons and the title. Nothing else is laid out here.
+    /// Places the buttons and the title, nothing else.
     void layoutIfNeeded() override;
 
 Q_SIGNALS:

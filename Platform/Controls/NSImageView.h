@@ -57,7 +57,6 @@ public:
     ~ImageView() override;
 
     const Image &image() const; ///< default: empty
-
     /// The file that the image came from, byte for byte; empty if it came without one. Copying and
     /// dragging give this file to other programs, beside the image.
     QByteArray imageData() const;
@@ -66,7 +65,6 @@ public:
 
     ImageScaling imageScaling() const; ///< default: scaleProportionallyDown
     void setImageScaling(ImageScaling scaling);
-
     /// The place of an image that does not fill the view. Default: Qt::AlignCenter. In a
     /// right-to-left layout, left and right are swapped unless Qt::AlignAbsolute is set.
     Qt::Alignment imageAlignment() const;
@@ -78,15 +76,13 @@ public:
     void setEditable(bool isEditable);
 
     /// The text of an empty view. Default: empty. An empty view that is editable has a dashed
-    /// outline and, without a placeholder text, says that a picture can be dropped there.
+    /// outline and, without a placeholder text, a hint that a picture can be dropped there.
     QString placeholderText() const;
     void setPlaceholderText(const QString &text);
 
     QRectF imageRect() const; ///< of the image in the view; empty if there is none
-    /// The reason why the last picture was refused, until the view is used again; else empty.
-    QString refusal() const;
-    /// The context menu of an editable view. The caller owns it.
-    virtual QMenu *createStandardContextMenu();
+    QString refusal() const; ///< the reason of the last imageRefused(), while the view shows it
+    virtual QMenu *createStandardContextMenu(); ///< of an editable view; the caller owns it
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -120,13 +116,10 @@ protected:
     /// Shows the first of the dropped files if it is a local image, else the dropped image data.
     /// Returns false if there is neither.
     virtual bool performDragOperation(QDropEvent *event);
-
     /// Called after imageEdited() for a dropped or pasted file. Does nothing here.
     virtual void didTakeFile(const QByteArray &contents);
-
     /// Sets imageData() and its file name if the view shows `image`.
     void rememberFile(const NS::Image &image, const QByteArray &contents, const QString &name);
-
     /// Shows the reason in the view and emits imageRefused().
     void refuseImage(const QString &reason);
 

@@ -35,11 +35,11 @@ class PELLARVINE_EXPORT SegmentedControl : public QWidget
                        selectedSegmentChanged USER true)
 
 public:
-    /// What acting on a segment selects.
+    /// The effect of a click on the selection.
     enum class SwitchTracking {
-        selectOne, ///< the segment acted on is the one selected
-        selectAny, ///< each is switched on and off by itself
-        momentary, ///< nothing stays selected
+        selectOne, ///< selects the segment and deselects the others
+        selectAny, ///< selects or deselects the segment alone
+        momentary, ///< selects nothing
     };
     Q_ENUM(SwitchTracking)
 
@@ -54,7 +54,7 @@ public:
     int segmentCount() const;
     void setSegmentCount(int count);
 
-    /// Of all segments; setting them gives the control as many segments.
+    /// The labels of all segments. The setter also sets the number of segments.
     QStringList labels() const;
     void setLabels(const QStringList &labels);
 
@@ -67,9 +67,8 @@ public:
     QString toolTipForSegment(int segment) const;
     void setToolTip(const QString &toolTip, int segment); ///< empty: that of the control
     using QWidget::setToolTip;
-    /// A number for the program's own use. Default: 0.
-    int tagForSegment(int segment) const;
-    void setTag(int tag, int segment); ///< any number; several may have the same
+    int tagForSegment(int segment) const; ///< a number for the program's own use; default: 0
+    void setTag(int tag, int segment); ///< several segments may have the same
     /// Default: true, also while the control as a whole is disabled.
     bool isEnabledForSegment(int segment) const;
     void setEnabled(bool isEnabled, int segment); ///< leaves the selection as it is
@@ -78,7 +77,7 @@ public:
     /// In device-independent pixels, without the lines around the segment. Default: 0, which fits
     /// the segment to its label and icon.
     virtual double widthForSegment(int segment) const;
-    void setWidth(double width, int segment); ///< sets what widthForSegment() gives
+    void setWidth(double width, int segment); ///< for widthForSegment()
 
     /// The segment that was selected last; -1 if none is selected. The setter deselects all others.
     /// It can select a disabled segment, which the user cannot.
@@ -93,8 +92,7 @@ public:
 
     QRect segmentRect(int segment) const; ///< in the control, without the lines around it
     int segmentAt(QPoint point) const; ///< -1 if there is none at that point of the control
-    /// The segment on which the keys act; -1 if all are disabled.
-    int focusedSegment() const;
+    int focusedSegment() const; ///< on which the keys act; -1 if all are disabled
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -13,7 +13,7 @@
 namespace NS {
 
 /// The edges of a rectangle with y upwards: minY is the lower one, maxY the upper one. Left and
-/// right stay left and right whatever the direction of the text.
+/// right do not depend on the layout direction.
 enum class RectEdge {
     minX = 0, ///< the left one
     minY = 1, ///< the lower one
@@ -31,15 +31,15 @@ enum class RectEdge {
 ///         popover->showRelativeToRect({}, button, NS::RectEdge::minY);
 ///     });
 ///
-/// It stays on its screen, on another edge if need be, and follows its view. It closes when the
-/// view is hidden, scrolled out of sight or destroyed. The first widget in it that accepts the
-/// focus gets it, until the popover closes; Esc closes it. Without such a widget the focus stays
-/// where it is, and a screen reader reads the content out.
+/// It follows its view, and uses another edge if the preferred one has no room on the screen. It
+/// closes when the view is hidden, scrolled out of sight or destroyed. While it is shown, its first
+/// widget that accepts the focus has the focus; Esc closes it. Without such a widget the focus does
+/// not move, and screen readers read the content.
 ///
 /// Under Wayland, where programs cannot place windows, the window of the view contains the popover.
-/// If it has no room there, it is a popup, like a menu, and the compositor places it. Qt before 6.8
-/// does not tell where that is: a popup then has no arrow and does not follow the view. Main thread
-/// only.
+/// If it does not fit, it is a popup, like a menu, which the compositor places. Before Qt 6.8 its
+/// place is unknown: it has no arrow and does not follow the view. Lengths are in
+/// device-independent pixels. Main thread only.
 class PELLARVINE_EXPORT Popover : public QObject
 {
     Q_OBJECT
@@ -57,78 +57,74 @@ class PELLARVINE_EXPORT Popover : public QObject
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
 
 public:
-    /// What closes it besides close() and Esc in it.
+    /// The events that close it, besides close() and Esc in it.
     enum class Behavior {
         applicationDefined = 0, ///< nothing
-        /// A click or a key elsewhere, which still does what it does. Another program that becomes
-        /// active, but not while the desktop picks a colour.
+        /// A click or a key elsewhere, which also has its usual effect. The activation of another
+        /// program, except while the desktop picks a colour.
         transient = 1,
         semitransient = 2, ///< a click elsewhere in the window of its view, or Esc there
     };
     Q_ENUM(Behavior)
 
     explicit Popover(QObject *parent = nullptr);
-    ~Popover() override; ///< takes it off the screen without asking or telling
+    ~Popover() override; ///< hides it without popoverShouldClose() and without signals
 
-    /// What it shows. A controller without a parent becomes this object's child; the one before it,
-    /// if it is a child, is deleted.
+    /// The controller of the content. Default: null, which also closes the popover. A controller
+    /// without a parent becomes its child. The previous one is deleted if it is a child.
     ViewController *contentViewController() const;
     void setContentViewController(ViewController *controller);
 
-    /// Default: `applicationDefined`.
-    Behavior behavior() const;
+    Behavior behavior() const; ///< default: applicationDefined
     void setBehavior(Behavior behavior);
 
-    /// Without the bubble around. While it is not set, or empty, it is what the view asks for, and
-    /// follows that on screen. What is too large for the screen gets smaller.
+    /// The size of the content, without the bubble. If an empty size is set, which is the default,
+    /// it is the size that the view asks for, and follows it. The screen limits it.
     QSizeF contentSize() const;
     void setContentSize(const QSizeF &size);
 
-    /// The place the arrow points to, in the view's coordinates, y upwards; the zero rectangle is
-    /// all of its bounds. Setting it moves a popover on the screen.
+    /// The place that the arrow points to, in the view's coordinates with y upwards. The zero
+    /// rectangle stands for the whole view. The setter moves a popover that is shown.
     QRectF positioningRect() const;
     void setPositioningRect(const QRectF &rect);
 
-    /// The widget whose click opens it and closes it again: while the click or the key on it lasts
-    /// that closed a popover of the same opener, showing does nothing. Default: null, so that every
-    /// call shows it.
+    /// The widget whose clicks show and close it in turn: a click or a key on it that has closed a
+    /// popover of this opener does not show one again. Not owned. Default: null; every call shows
+    /// it.
     QWidget *opener() const;
     void setOpener(QWidget *opener);
 
-    /// Whether it deletes itself once it has closed, for one that nobody holds. Default: false.
+    /// Whether it deletes itself after it has closed, or could not be shown. Default: false.
     bool deletesOnClose() const;
     void setDeletesOnClose(bool deletes);
 
     /// Whether the window of its view always contains it, and makes it smaller if there is no room.
-    /// Under Wayland this also happens to an `applicationDefined` popover with the focus, and to
+    /// Under Wayland this also applies to an `applicationDefined` popover with the focus, and to
     /// one that is shown while its window is not active: a popup would take all keys and clicks.
-    /// From the next show on; default: false.
+    /// Takes effect when it is next shown. Default: false.
     bool staysInWindow() const;
     void setStaysInWindow(bool stays);
 
-    /// Shows it beside a rectangle of the view, which may not be null; on the screen already, it
-    /// moves there. Does nothing without content, and if the view is not visible.
+    /// Shows it beside a rectangle of the view, which may not be null, or moves it there. Does
+    /// nothing without a content controller, or if the view is not visible.
     void showRelativeToRect(const QRectF &rect, QWidget *view, NS::RectEdge preferredEdge);
-    /// Whether it is on the screen; still true while willClose() is emitted.
-    bool isShown() const;
-    /// The view it is shown at; null if it is not shown.
-    QWidget *positioningView() const;
-    /// The edge it got; the preferred one may have had no room.
-    RectEdge edge() const;
+    bool isShown() const; ///< still true while willClose() is emitted
+    QWidget *positioningView() const; ///< the view beside which it is shown; null if it is not
+    RectEdge edge() const; ///< the edge in use; the preferred one may have had no room
 
 public Q_SLOTS:
     /// Closes at once. Does nothing if it is not shown.
     void close();
-    /// Closes if `popoverShouldClose` says so. This is what clicks and keys do.
+    /// Closes if popoverShouldClose() returns true. Clicks and keys call this.
     void performClose();
 
 Q_SIGNALS:
-    /// It is about to come up; not when it only moves. Nothing comes up if its view or its content
-    /// is gone afterwards.
+    /// Emitted before it is shown, not when it only moves. It is not shown if a receiver deletes
+    /// its view or its content controller.
     void willShow();
-    void didShow(); ///< it is on the screen, with the focus where it goes
-    void willClose(); ///< it is still on the screen, and cannot be kept there
-    void didClose(); ///< it has left the screen and can be shown again
+    void didShow(); ///< it is shown, and the focus is set
+    void willClose(); ///< it is still shown; closing cannot be prevented
+    void didClose(); ///< it is hidden and can be shown again
     void contentViewControllerChanged(NS::ViewController *controller);
     void behaviorChanged(NS::Popover::Behavior behavior);
     void contentSizeChanged(const QSizeF &size);
@@ -139,10 +135,8 @@ Q_SIGNALS:
     void shownChanged(bool isShown);
 
 protected:
-    /// True unless overridden.
-    virtual bool popoverShouldClose();
-    /// Called before `didClose()`. Does nothing unless overridden.
-    virtual void popoverDidClose();
+    virtual bool popoverShouldClose(); ///< called by performClose(); default: true
+    virtual void popoverDidClose(); ///< called before didClose(); does nothing by default
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

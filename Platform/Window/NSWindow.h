@@ -23,8 +23,8 @@ class TitlebarAccessoryViewController;
 ///     window.show();
 ///
 /// Title, icon, sizes, state and closing are QWidget's. Frames are in device-independent pixels
-/// from the lower left corner of the primary screen, with y upwards. docs/windows.md has the whole:
-/// what moves a window, the margin of its shadow, frames on Wayland. Main thread only.
+/// from the lower left corner of the primary screen, with y upwards. docs/windows.md has the rest:
+/// dragging, the margin of the shadow, frames on Wayland. Main thread only.
 class PELLARVINE_EXPORT Window : public QWidget
 {
     Q_OBJECT
@@ -85,39 +85,30 @@ public:
     virtual void setFrame(const QRectF &frame, bool display);
     /// `animate` takes 200 ms, but no time if the user asked the desktop for less motion.
     virtual void setFrame(const QRectF &frame, bool display, bool animate);
-    /// The margin around the window for its shadow; 0 for a window that has none now.
-    int shadowMargin() const;
+    int shadowMargin() const; ///< around the window; 0 while it has no shadow
 
-    /// A change keeps the window's frame.
     StyleMask styleMask() const;
-    void setStyleMask(StyleMask styleMask);
+    void setStyleMask(StyleMask styleMask); ///< keeps the window's frame
 
     /// The widget below the title bar. The window owns it, and deletes the one before it. Default:
     /// null. A QMainWindow keeps its closeEvent(), title, icon, file path and state.
     QWidget *contentView() const;
     void setContentView(QWidget *view);
 
-    /// Default: `titleVisible`.
-    TitleVisibility titleVisibility() const;
+    TitleVisibility titleVisibility() const; ///< default: titleVisible
     virtual void setTitleVisibility(TitleVisibility visibility);
-
     /// The document that the window shows; its icon stands beside the title. Default: empty.
     QUrl representedURL() const;
     void setRepresentedURL(const QUrl &url);
-
     /// Whether a drag on the content moves the window where no widget takes it. Default: false.
     bool isMovableByWindowBackground() const;
     void setMovableByWindowBackground(bool isMovable);
-
-    /// Whether Tab reaches the standard buttons. Default: false.
-    bool hasFullKeyboardAccess() const;
+    bool hasFullKeyboardAccess() const; ///< Tab reaches the standard buttons; default: false
     void setFullKeyboardAccess(bool hasAccess);
-
-    /// Whether the buttons are those that the user has set for the desktop's title bars, and where
-    /// they are there. Default: false, for close, minimise and zoom on the left.
+    /// Whether the buttons and their places are those of the desktop's title bars. Default: false,
+    /// for close, minimise and zoom on the left.
     bool followsDesktopButtonLayout() const;
     void setFollowsDesktopButtonLayout(bool follows);
-
     /// Whether the desktop draws the frame. Default: false. A change hides the window for a moment.
     bool hasNativeDecorations() const;
     void setNativeDecorations(bool areNative);
@@ -127,7 +118,7 @@ public:
 
     /// @{
     /// The views below the standard title bar, from top to bottom. The window owns the controllers
-    /// until they are removed, and takes them from other windows. It keeps its content's size. An
+    /// until they are removed, and takes them from other windows. The content keeps its size. An
     /// index out of range is a fatal error.
     void addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller);
     void removeTitlebarAccessoryViewControllerAtIndex(int index);
@@ -143,7 +134,7 @@ public:
     Q_INVOKABLE virtual void awakeFromNib();
     /// Updates the window's layouts. Each layout pass calls it.
     virtual void layoutIfNeeded();
-    /// The layout pass, which `NS::setNeedsLayout` and a change of size ask for.
+    /// The layout pass. `NS::setNeedsLayout` and a change of size request it.
     Q_INVOKABLE virtual void performLayout();
     void setVisible(bool visible) override;
 
