@@ -110,7 +110,7 @@ std::vector<ConstraintSolver::Constraint> ConstraintSolver::setConstant(Constrai
         const bool isWorn = d->isWorn();
         d->setConstant(index, old);
         if (isWorn) {
-            // It may be one by rounding alone.
+            // A rounding error may be the reason.
             d->renew();
             conflict = d->setConstant(index, constant);
             if (!conflict.empty())

@@ -36,7 +36,7 @@ namespace Pellarvine::detail {
 /// rounding errors of coefficients that cancel out, and recomputes everything from the constraints
 /// before the errors matter.
 ///
-/// Copyable: a copy answers "what if" and leaves the original alone.
+/// Copyable. Changes of a copy do not affect the original.
 class PELLARVINE_INTERNAL_EXPORT ConstraintSolver
 {
 public:
@@ -91,14 +91,14 @@ public:
     /// length. The solver then defines other variables first, which is faster.
     Variable addVariable(bool isWanted = false);
 
-    /// No constraint may mention it any more.
+    /// No constraint may mention the variable.
     void removeVariable(Variable variable);
 
     /// Changes the order of all variables, see above. Default: the order of addVariable().
     void setOrder(const std::vector<Variable> &variables);
 
-    /// Adds "expression relation 0". Only a required constraint can fail. The solver is then as
-    /// before.
+    /// Adds "expression relation 0". Only a required constraint can fail; the solver is then
+    /// unchanged.
     Addition add(const Expression &expression, Relation relation, Strength strength = required);
 
     /// Adds the optional constraint "expression = 0", with one strength against values below 0 and
@@ -117,7 +117,7 @@ public:
     std::vector<Constraint> setConstant(Constraint constraint, double constant);
     double constant(Constraint constraint) const;
 
-    /// Stores the solution, which value() reads until the next call.
+    /// Computes the solution that value() returns until the next call.
     void solve();
     double value(Variable variable) const;
 

@@ -5,7 +5,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Weights are of the order of 1; less than that is rounding.
+// Weights are of the order of 1. A smaller cost is a rounding error.
 constexpr double smallestCost = 1e-8;
 
 bool isCost(double cost)
@@ -39,7 +39,7 @@ std::size_t Objective::indexOf(double level)
     const auto index = std::size_t(place - m_levels.begin());
     if (place != m_levels.end() && place->level == level)
         return index;
-    // Levels come and go often, so that a few unused ones stay.
+    // Keeps a few unused levels, because levels are often added and removed again.
     constexpr std::size_t manyLevels = 16;
     if (m_levels.size() == manyLevels && eraseUnused())
         return indexOf(level);
@@ -103,7 +103,7 @@ void Objective::remove(Symbol symbol, double level, double weight, const Tableau
 {
     const std::size_t index = indexOf(level);
     addToLevel(symbol, index, -weight, tableau);
-    // Rounding may have left something.
+    // Clears rounding errors.
     if (--m_levels[index].uses == 0)
         clearColumn(index);
 }

@@ -15,7 +15,7 @@ class Objective
 public:
     using Symbol = LinearRow::Symbol;
 
-    /// Makes room for one symbol more, the next in order.
+    /// Adds the next symbol.
     void addSymbol();
 
     /// Adds `weight` times the symbol, which is never negative.
@@ -37,12 +37,12 @@ public:
     void mark(std::vector<char> &marks) const;
     /// Whether the costs fall as the symbol grows.
     bool isLoweredBy(Symbol symbol) const;
-    /// Whether the costs rise less (below 0), as much (0) or more by `symbol` for each unit of its
-    /// coefficient than by `other`.
+    /// Compares the costs of the two symbols, divided by their coefficients: negative if those of
+    /// `symbol` are lower, 0 if they are equal, else positive.
     int compare(Symbol symbol, double coefficient, Symbol other, double otherCoefficient) const;
-    /// The symbol that lowers the costs most, or, carefully, after Bland's rule, the first one that
-    /// lowers the highest level, of those that `isFixed` does not rule out; -1 if there is none.
-    /// What it rules out once it must rule out until clear().
+    /// The symbol, not fixed, that lowers the costs most; -1 if none lowers them. If careful, the
+    /// first one that lowers the highest level, by Bland's rule. A symbol that is fixed in one call
+    /// has to stay so until clear().
     Symbol entering(const std::vector<char> &isFixed, bool isCareful);
 
 private:
@@ -63,9 +63,9 @@ private:
 
     std::vector<Level> m_levels; // the highest first
     int m_symbolCount = 0;
-    std::vector<double> m_costs; // of the first symbol, one for each level, then of the second, ...
-    std::vector<double> m_factors; // substitute()'s
-    std::vector<Symbol> m_suspects; // whose costs have changed, and so may have fallen below 0
+    std::vector<double> m_costs; // one for each level, for each symbol
+    std::vector<double> m_factors; // scratch space of substitute()
+    std::vector<Symbol> m_suspects; // symbols with changed costs, which may be negative now
 };
 
 } // namespace Pellarvine::detail

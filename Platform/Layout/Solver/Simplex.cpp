@@ -8,15 +8,16 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// A coefficient below that, beside one of 1, is no pivot: dividing by it would let rounding grow.
+// The smallest coefficient for a pivot, beside others of 1. Division by a smaller one would let
+// rounding errors grow.
 constexpr double smallestPivot = 1e-7;
-// How far the choice of a large pivot may push others below 0.
+// The choice of a large pivot may push other symbols below 0, by at most this much.
 constexpr double leeway = 1e-9;
 
 } // namespace
 
-// Counts the pivots of one search. One that takes long goes on by Bland's rule, which never goes in
-// a circle, and one that takes very long, which rounding alone can bring about, ends.
+// Counts the pivots of one search. A long search continues with Bland's rule, which never cycles. A
+// very long one, which only rounding errors can cause, is given up.
 class Simplex::Effort
 {
 public:
@@ -87,9 +88,9 @@ void Simplex::removeCost(Symbol symbol, double level, double weight)
 
 bool Simplex::insert(LinearRow &row)
 {
-    // A basic symbol that starts feasible and that no other row mentions: the cheapest one, which
-    // is what the optimum would choose among these.
-    constexpr double smallest = 0.01; // beside 1, which is that of the constraint's own symbols
+    // Looks for a basic symbol that is feasible and that no other row mentions. The optimum has the
+    // cheapest one.
+    constexpr double smallest = 0.01; // the constraint's own symbols have 1
     Symbol basic = -1;
     double coefficient = 0.0;
     for (const auto &entry : row.entries) {
@@ -106,7 +107,7 @@ bool Simplex::insert(LinearRow &row)
         return false;
     row.solveFor(basic);
     m_objective.substitute(basic, row);
-    // Only what the row mentions costs something else than before.
+    // The costs of all other symbols are unchanged.
     const bool isOptimal =
             std::none_of(row.entries.begin(), row.entries.end(),
                          [&](const auto &entry) { return lowersCost(entry.symbol); });
@@ -144,8 +145,8 @@ void Simplex::insertAnyhow(LinearRow row, Symbol marker)
     m_tableau.insert(std::move(row), marker);
 }
 
-// Gauss's elimination: the symbol that fewest rows mention goes first, so that rows stay short. It
-// goes into the row where its coefficient is largest, so that rounding does not grow.
+// Gaussian elimination. The symbol that the fewest rows mention is first, so that rows stay short.
+// It becomes basic in the row with its largest coefficient, so that rounding errors do not grow.
 void Simplex::makeBasic(const std::vector<char> &isWanted)
 {
     std::vector<Symbol> left;
@@ -190,7 +191,7 @@ void Simplex::makeBasic(Symbol symbol)
 {
     if (m_tableau.isBasic(symbol) || m_tableau.rowsWith(symbol).empty())
         return;
-    // By the row that keeps the others feasible: the symbol may also move below 0.
+    // Chooses the row that keeps the others feasible. The symbol may also become negative.
     int leaving = leavingRow(symbol, false);
     if (leaving < 0) {
         double smallest = std::numeric_limits<double>::infinity();
@@ -226,7 +227,7 @@ void Simplex::optimize()
             passKinks(entering);
         const int leaving = leavingRow(entering, effort.isCareful());
         if (leaving < 0) {
-            // Errors are never negative, so that a cost has a lower bound.
+            // Costs are bounded, because errors are never negative: this is a rounding error.
             m_hasFailed = true;
             return;
         }
@@ -234,9 +235,9 @@ void Simplex::optimize()
     }
 }
 
-// As the symbol grows, errors come down to 0, and then the opposite errors rise: lets them, one
-// after the other, as long as the costs go on falling. Each is a change of its own row alone, where
-// a step to each of these kinks would change all rows that mention the symbol.
+// As the symbol grows, an error falls to 0 and then the opposite error rises: a kink in the costs.
+// Exchanges such errors, one after the other, as long as the costs still fall. An exchange changes
+// one row; making the symbol basic at each kink would change all rows that mention it.
 void Simplex::passKinks(Symbol entering)
 {
     double most = std::numeric_limits<double>::infinity();
@@ -275,7 +276,7 @@ void Simplex::shift(Symbol symbol, double delta)
         check(index);
 }
 
-// The dual simplex: the objective is at its optimum, but some basic symbols have the wrong sign.
+// The dual simplex: the objective is optimal, but some basic symbols have the wrong sign.
 std::vector<Simplex::Symbol> Simplex::repair()
 {
     Effort effort(*this);
@@ -313,8 +314,8 @@ bool Simplex::lowersCost(Symbol symbol) const
     return !isFixed(symbol) && m_objective.isLoweredBy(symbol);
 }
 
-// The cheapest symbol goes first, so that little is left for optimize() to do; the first one, after
-// Bland's rule, where that gets nowhere.
+// Chooses the cheapest symbol, which leaves the least work for optimize(). After a step without
+// progress it chooses the first symbol, by Bland's rule.
 bool Simplex::minimize(LinearRow &cost, bool isWithinOptimum)
 {
     Effort effort(*this);
@@ -348,7 +349,7 @@ bool Simplex::minimize(LinearRow &cost, bool isWithinOptimum)
     return true;
 }
 
-// How far a nonbasic symbol may grow by that row alone; infinite if the row does not hold it.
+// How far the row alone lets a nonbasic symbol grow; infinite if it does not limit the symbol.
 double Simplex::roomIn(int index, Symbol entering, double slack) const
 {
     const LinearRow &row = m_tableau.row(index);
@@ -362,8 +363,8 @@ double Simplex::roomIn(int index, Symbol entering, double slack) const
                              : (std::max(0.0, row.constant) + slack) / size;
 }
 
-// The row that first keeps a nonbasic symbol from growing; -1 if none does. Of several that do so
-// at about the same place, the one with the largest pivot.
+// The row that limits the growth of a nonbasic symbol most; -1 if none does. If several have about
+// the same limit, the one with the largest pivot.
 int Simplex::leavingRow(Symbol entering, bool isCareful) const
 {
     const double slack = isCareful ? 0.0 : leeway;
@@ -388,7 +389,7 @@ int Simplex::leavingRow(Symbol entering, bool isCareful) const
     return leaving;
 }
 
-// By how much the row's basic symbol has the wrong sign.
+// The size of the row's basic symbol if it has the wrong sign; a fixed one should be 0.
 double Simplex::excess(int index) const
 {
     const double constant = m_tableau.row(index).constant;
@@ -406,7 +407,7 @@ void Simplex::check(int index)
         m_misses.emplace(excess(index), index);
 }
 
-// The row that misses most; -1 if none misses anything.
+// The row with the largest excess; -1 if all are feasible.
 int Simplex::infeasibleRow()
 {
     while (!m_misses.empty()) {
@@ -418,7 +419,7 @@ int Simplex::infeasibleRow()
     return -1;
 }
 
-// The infeasible row of the first symbol, after Bland's rule.
+// The infeasible row with the first basic symbol, by Bland's rule.
 int Simplex::firstInfeasibleRow() const
 {
     int found = -1;
@@ -436,7 +437,7 @@ void Simplex::pivot(int index, Symbol entering)
     ++m_pivots;
 }
 
-// Of a row that cannot become 0: their owners' weighted sum is the contradiction.
+// All symbols of a row that cannot be 0. The weighted sum of their owners is the contradiction.
 std::vector<Simplex::Symbol> Simplex::symbolsOf(int index) const
 {
     std::vector<Symbol> symbols { m_tableau.basic(index) };

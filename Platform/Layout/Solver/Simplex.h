@@ -5,7 +5,6 @@
 #include "Layout/Solver/Objective.h"
 
 #include <queue>
-
 #include <utility>
 
 namespace Pellarvine::detail {
@@ -21,69 +20,70 @@ public:
     /// How often the basis has changed.
     unsigned long long pivots() const { return m_pivots; }
 
-    /// Makes room for one symbol more, the next in order.
+    /// Adds the next symbol.
     void addSymbol();
-    /// Releases the symbol for another use. No row may mention it any more.
+    /// Releases a symbol for reuse. No row may mention it.
     void forget(Symbol symbol);
 
-    /// From now on the symbol is 0. It may be basic.
+    /// Keeps the symbol at 0 from now on. It may be basic.
     void fix(Symbol symbol) { m_isFixed[symbol] = 1; }
     bool isFixed(Symbol symbol) const { return m_isFixed[symbol]; }
-    /// Fixes all symbols with a cost and clears the objective, so that the optimum so far is kept.
+    /// Fixes all symbols with a cost and clears the objective. This keeps the current optimum.
     void fixCosts();
-    /// 1 for each symbol that is fixed or costs something.
+    /// 1 for each symbol that is fixed or has a cost.
     std::vector<char> fixedOrCosting() const;
 
-    /// From now on the second symbol accompanies the first one, negated, in each row, unless one of
-    /// them is basic.
+    /// Declares that each row mentions both symbols, with opposite coefficients, unless one of them
+    /// is basic.
     void pair(Symbol one, Symbol other);
 
-    /// The caller optimizes after that.
+    /// The caller has to optimize afterwards.
     void addCost(Symbol symbol, double level, double weight);
     void removeCost(Symbol symbol, double level, double weight);
 
-    /// Adds "row = 0", of symbols that are not basic, if one of them can be basic in it right away,
-    /// and optimizes. Returns false, with the row as it was, if none can.
+    /// Adds "row = 0" and optimizes, if one of the row's symbols, none of them basic, can be basic
+    /// in it at once. Otherwise returns false and leaves the row unchanged.
     bool insert(LinearRow &row);
 
-    /// Adds "row = 0", which requires something, and repairs. This row alone mentions `marker`.
-    /// Returns nothing, or the symbols of a contradiction; the caller then takes the row out.
+    /// Adds "row = 0" of a required constraint, and repairs. No other row mentions `marker`. An
+    /// empty result means success. Otherwise it has the symbols of a contradiction, and the caller
+    /// has to remove the row.
     std::vector<Symbol> insertRequired(LinearRow row, Symbol marker);
 
-    /// Forgets all rows and costs. Returns 1 for each symbol that was basic.
+    /// Removes all rows and costs. Returns 1 for each symbol that was basic.
     std::vector<char> startAgain();
-    /// Adds "row = 0", feasible or not. This row alone mentions `marker`.
+    /// Adds "row = 0", feasible or not. No other row mentions `marker`.
     void insertAnyhow(LinearRow row, Symbol marker);
-    /// Makes those symbols basic, as far as the rows allow it, while there are no costs.
+    /// Makes the wanted symbols basic as far as the rows allow it. There must be no costs.
     void makeBasic(const std::vector<char> &isWanted);
     bool isFeasible() const { return firstInfeasibleRow() < 0; }
-    /// Makes all rows feasible while there are no costs. If they cannot be, that is rounding.
+    /// Makes all rows feasible. There must be no costs. A contradiction is taken for a rounding
+    /// error and cleared.
     void makeFeasible();
     void clearCosts() { m_objective.clear(); }
     /// Drops the costs at that level and below it.
     void dropCosts(double level) { m_objective.drop(level); }
 
-    /// Makes a symbol that may take any value from now on basic, if a row mentions it.
+    /// Makes a symbol basic that may take any value from now on, if a row mentions it.
     void makeBasic(Symbol symbol);
-    /// Drops the row of a basic symbol. The caller optimizes after that.
+    /// Drops the row of a basic symbol. The caller has to optimize afterwards.
     void dropRow(Symbol basic) { m_tableau.drop(m_tableau.rowOf(basic)); }
     void dropColumn(Symbol symbol);
 
     void optimize();
 
-    /// Whether rounding has kept an optimum from being found. Answers may then be wrong.
+    /// Whether rounding errors have prevented an optimum. The results may then be wrong.
     bool hasFailed() const { return m_hasFailed; }
     /// The largest `LinearRow::rounding` so far.
     double rounding() const { return std::max(m_tableau.rounding(), m_objective.rounding()); }
 
-    /// Brings `cost` down by symbols alone that leave the objective where it is. Returns false if
-    /// there is no limit to it.
+    /// Minimizes `cost` without changing the objective. Returns false if `cost` has no minimum.
     bool minimizeWithinOptimum(LinearRow &cost) { return minimize(cost, true); }
 
-    /// Puts "symbol + delta" in the place of the symbol. The caller repairs after that.
+    /// Replaces the symbol by "symbol + delta". The caller has to repair afterwards.
     void shift(Symbol symbol, double delta);
 
-    /// Makes all rows feasible again after shift(). Returns nothing, or the symbols of a
+    /// Makes all rows feasible again after shift(). Returns an empty list, or the symbols of a
     /// contradiction.
     std::vector<Symbol> repair();
 
@@ -109,11 +109,11 @@ private:
     std::vector<Symbol> m_partners; // by symbol; -1: none
     unsigned long long m_pivots = 0;
     bool m_hasFailed = false;
-    // By how much rows are, or once were, infeasible; among them all that are.
+    // Excess and index of all infeasible rows, and outdated entries.
     std::priority_queue<std::pair<double, int>> m_misses;
 };
 
-/// What rounding may leave of a value that should not be there, in device-independent pixels.
+/// The largest rounding error of a value, in device-independent pixels.
 inline constexpr double smallestValue = 1e-7;
 
 } // namespace Pellarvine::detail

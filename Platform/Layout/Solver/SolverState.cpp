@@ -8,7 +8,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// How large a coefficient has to be, beside the others, for its variable to be defined by them.
+// A variable is defined only if its coefficient has at least this share of the largest one.
 constexpr double smallestShare = 0.4;
 
 } // namespace
@@ -87,7 +87,7 @@ std::shared_ptr<const LinearRow> ConstraintSolver::Private::termsOf(const Expres
     return terms;
 }
 
-// "row = 0" is what the constraint says.
+// The row for which the constraint is "row = 0".
 LinearRow ConstraintSolver::Private::rowOf(const Record &record)
 {
     LinearRow row;
@@ -100,7 +100,7 @@ LinearRow ConstraintSolver::Private::rowOf(const Record &record)
     return row;
 }
 
-// Returns the owners of a contradiction, among them the constraint itself, which then is left out.
+// Returns the owners of a contradiction, including this constraint, which is then not added.
 std::vector<ConstraintSolver::Constraint> ConstraintSolver::Private::addRow(int index)
 {
     decidedPivots.reset();
@@ -140,11 +140,12 @@ void ConstraintSolver::Private::removeCosts(const Record &record)
                            record.partnerStrength.weight);
 }
 
-// If the row says what a variable is, makes that its definition. If not, it is expanded.
+// Solves the row for a variable and makes that its definition, if one has none. Otherwise expands
+// the row and returns false.
 bool ConstraintSolver::Private::define(LinearRow &row)
 {
-    // Best a variable that nothing depends on yet, and rather a place than a size: what is wanted
-    // of a size will be its definition.
+    // Prefers a variable on which no other depends, and a place to a size, because an optional
+    // constraint on the size can still define the size.
     Symbol variable = -1;
     for (const bool canBeWanted : { false, true }) {
         if (variable < 0)
@@ -163,8 +164,8 @@ bool ConstraintSolver::Private::define(LinearRow &row)
     return true;
 }
 
-// Else one that a few definitions lead to, while the rest of the row does not: that keeps the row
-// short. Returns -1, with the row as it was, if there is none.
+// Substitutes a few definitions to find a variable on which the rest of the row does not depend.
+// This keeps the row short. If there is none, returns -1 and leaves the row unchanged.
 ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(LinearRow &row,
                                                                           bool canBeWanted)
 {
@@ -195,8 +196,8 @@ ConstraintSolver::Private::Symbol ConstraintSolver::Private::expandLittle(Linear
     }
 }
 
-// The last variable of the row that has no definition, and on request that no definition mentions.
-// Not one with a small coefficient, if there is another: those of its definition would be large.
+// The last variable of the row that has no definition and, if `isUnused`, that no definition
+// mentions. Skips small coefficients, which would make those of the definition large.
 ConstraintSolver::Private::Symbol
 ConstraintSolver::Private::newestFree(const LinearRow &row, bool isUnused, bool canBeWanted) const
 {
@@ -251,7 +252,7 @@ void ConstraintSolver::Private::takeOut(int index)
             record.markerStrength.weight > 0.0 || record.partnerStrength.weight > 0.0;
     removeCosts(record);
 
-    // Without the constraint its marker may take any value.
+    // Without the constraint, its marker may take any value.
     const Tableau &tableau = simplex.tableau();
     const bool isPartnerBasic = partner >= 0 && tableau.isBasic(partner);
     const Symbol basic = isPartnerBasic ? partner : marker;
@@ -274,7 +275,7 @@ void ConstraintSolver::Private::takeOut(int index)
         simplex.optimize();
 }
 
-// From wherever the basis is.
+// Starts from the current basis.
 void ConstraintSolver::Private::findOptimum()
 {
     simplex.clearCosts();
@@ -286,7 +287,7 @@ void ConstraintSolver::Private::findOptimum()
     simplex.optimize();
 }
 
-// Another constant acts as if the marker had moved.
+// A change of the constant has the effect of a shift of the marker.
 std::vector<ConstraintSolver::Constraint> ConstraintSolver::Private::setConstant(int index,
                                                                                  double constant)
 {
@@ -312,7 +313,7 @@ void ConstraintSolver::Private::solve()
     values = std::move(scratch.values);
 }
 
-// Whether the best solutions are several: then one of the symbols that cost nothing can move.
+// Whether there are several best solutions: a symbol without a cost can still change.
 bool ConstraintSolver::Private::isUndecided()
 {
     if (decidedPivots == simplex.pivots())
@@ -346,8 +347,8 @@ void ConstraintSolver::Private::fixCosts()
         record.markerStrength = record.partnerStrength = { 0.0, 0.0 };
 }
 
-// Brings each variable as near to 0 as those before it and the objective leave it room for. For a
-// copy only: what has been decided is frozen for good.
+// Brings each variable as near to 0 as the objective and the variables before it allow. Call it on
+// a copy: it fixes each decision for good.
 void ConstraintSolver::Private::decide()
 {
     std::vector<Symbol> variables;
@@ -375,7 +376,7 @@ void ConstraintSolver::Private::decide()
     evaluate();
 }
 
-// Looks how far it can be moved in either direction. For a copy only.
+// Tries to move the variable in both directions. Call it on a copy.
 bool ConstraintSolver::Private::isDetermined(Symbol variable, double level)
 {
     simplex.dropCosts(level);

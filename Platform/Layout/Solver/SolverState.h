@@ -8,31 +8,32 @@
 
 namespace Pellarvine::detail {
 
-/// The state of a solver: the original constraints, and what is computed from them, which is
-/// computed again when rounding errors have grown.
+/// The state of a solver: the original constraints, and the tableau and definitions computed from
+/// them. Those are computed again when rounding errors have grown.
 struct ConstraintSolver::Private
 {
     using Symbol = LinearRow::Symbol;
 
-    // Symbols that are no variables are never negative: the slack of an inequality, the error of an
-    // optional constraint, or the marker of a required equality, which is fixed.
+    // A symbol is a variable, or belongs to a constraint and is never negative: the slack of an
+    // inequality, the error of an optional constraint, or the marker of a required equality, which
+    // is fixed.
     struct SymbolState
     {
-        int number = -1; // of a variable: its place in the order of all
-        bool isWanted = false; // of a variable: an optional constraint is on it alone
-        int owner = -1; // of another symbol: the constraint that it belongs to
+        int number = -1; // the place of a variable in the order of variables
+        bool isWanted = false; // whether an optional constraint concerns this variable alone
+        int owner = -1; // the constraint of a symbol that is no variable
     };
 
     struct Record
     {
         Symbol marker = -1;
-        Symbol partner = -1; // a second symbol that accompanies the marker, negated
+        Symbol partner = -1; // the second symbol, with the opposite coefficient
         double markerSign = 1.0;
-        double factor = 1.0; // of the expression as it was given
+        double factor = 1.0; // of the expression passed to add()
         double constant = 0.0; // of that expression
         std::shared_ptr<const LinearRow> terms; // of that expression, times the factor
-        bool isEquality = false; // a required one
-        bool isIn = false; // whether the simplex knows it
+        bool isEquality = false; // whether it is a required equality
+        bool isIn = false; // whether it has been added to the simplex or the definitions
         Strength markerStrength { 0.0, 0.0 };
         Strength partnerStrength { 0.0, 0.0 };
     };
@@ -81,17 +82,17 @@ struct ConstraintSolver::Private
     Simplex simplex;
     VariableDefinitions definitions;
     std::vector<SymbolState> symbols;
-    std::vector<double> values; // by symbol, in the last snapshot
+    std::vector<double> values; // by symbol, in the last solution
     std::vector<Symbol> unusedSymbols;
     std::vector<Record> records;
     std::vector<int> unusedRecords;
     int nextNumber = 0;
-    // The basis that is known to have a single optimum whatever the constants are, if any.
+    // Simplex::pivots() of a basis that has a single optimum, for all constants.
     std::optional<unsigned long long> decidedPivots;
-    int changes = 0; // since everything was last computed from the records ...
-    int changesSinceStart = 0; // ... and that without regard to the basis there was
-    double freshRounding = 0.0; // what that has left
-    // The basis and the number of changes at which a snapshot was last compared with the records.
+    int changes = 0; // since the last renew() or startAgain()
+    int changesSinceStart = 0; // since the last startAgain()
+    double freshRounding = 0.0; // the rounding error just after that
+    // Simplex::pivots() and `changes` when a solution was last compared with the records.
     std::optional<unsigned long long> checkedPivots;
     int checkedChanges = 0;
 };

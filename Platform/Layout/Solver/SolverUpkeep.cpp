@@ -10,15 +10,15 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Rounding that says that coefficients have lost too many of their sixteen digits ...
+// With larger rounding errors, coefficients have lost too many of their sixteen digits.
 constexpr double largestRounding = 1e-11;
-// ... and that no system should be left with: from there it reaches what counts as a coefficient.
+// Larger rounding errors could be taken for coefficients. No system may keep them.
 constexpr double fatalRounding = 1e-10;
 
 } // namespace
 
-// Whether coefficients that were computed from others again and again are too far off. Those of a
-// difficult system are so from the start, and computing them again helps little.
+// Whether rounding errors have grown too large. Those of a difficult system are large from the
+// start: computing it again would not help.
 bool ConstraintSolver::Private::isWorn() const
 {
     const double rounding = std::max(simplex.rounding(), definitions.rounding());
@@ -47,7 +47,7 @@ bool ConstraintSolver::Private::isMissed() const
     });
 }
 
-// Looks at the snapshot after each change of the basis, and from time to time in any case.
+// Checks the solution after each change of the basis, and after some changes without one.
 bool ConstraintSolver::Private::isUnreliable()
 {
     constexpr int mostUnchecked = 64;
@@ -77,7 +77,7 @@ void ConstraintSolver::Private::addAnyhow(int index)
         simplex.insertAnyhow(std::move(row), records[index].marker);
 }
 
-// Computes everything again from the records, which have no rounding errors, for the current basis.
+// Computes everything again for the current basis, from the records, which have no rounding errors.
 void ConstraintSolver::Private::renew()
 {
     const std::vector<char> wasBasic = forgetRows();
@@ -90,7 +90,7 @@ void ConstraintSolver::Private::renew()
     freshRounding = std::max(simplex.rounding(), definitions.rounding());
 }
 
-// The same, but finds the basis again too, as a new solver would.
+// Computes everything again, as a new solver does, without the current basis.
 void ConstraintSolver::Private::startAgain()
 {
     std::vector<int> all;
@@ -104,7 +104,7 @@ void ConstraintSolver::Private::startAgain()
         if (!addReliably(index).empty())
             contradicting.push_back(index);
     }
-    // They held together before, so that the contradiction is a rounding error.
+    // All constraints held before, so the contradiction is a rounding error.
     for (const int index : contradicting) {
         records[index].isIn = true;
         addAnyhow(index);
@@ -115,7 +115,7 @@ void ConstraintSolver::Private::startAgain()
     freshRounding = std::max(simplex.rounding(), definitions.rounding());
 }
 
-// Adds a row; what seems to contradict by rounding alone is tried again.
+// Adds a row. Tries again if rounding errors may be the reason of a contradiction.
 std::vector<ConstraintSolver::Constraint> ConstraintSolver::Private::addReliably(int index)
 {
     std::vector<Constraint> conflict = addRow(index);
@@ -132,7 +132,7 @@ std::vector<ConstraintSolver::Constraint> ConstraintSolver::Private::addReliably
 // Called after each change.
 void ConstraintSolver::Private::settle()
 {
-    // So that the rare new computation costs each change little.
+    // Renewals are rare enough to add little to the cost of a change.
     const int most = 1000 + 4 * int(records.size());
     ++changesSinceStart;
     if (++changes > most || isWorn())

@@ -14,12 +14,12 @@ class PELLARVINE_INTERNAL_EXPORT Tableau
 public:
     using Symbol = LinearRow::Symbol;
 
-    /// Makes room for one symbol more, the next in order.
+    /// Adds the next symbol.
     void addSymbol() { m_columns.emplace_back(); }
-    /// Releases the symbol for another use. No row may mention it any more.
+    /// Releases a symbol for reuse. No row may mention it.
     void forget(Symbol symbol) { m_columns[symbol] = {}; }
 
-    /// Rows are at indices below this one; those that are unused have no basic symbol.
+    /// The number of rows, including unused ones, which have no basic symbol.
     int size() const { return int(m_rows.size()); }
     const LinearRow &row(int index) const { return m_rows[index]; }
     /// -1 for an unused row.
@@ -32,10 +32,10 @@ public:
     /// The value of a symbol while all symbols that are not basic are 0.
     double value(Symbol symbol) const { return isBasic(symbol) ? row(rowOf(symbol)).constant : 0; }
 
-    /// The largest `LinearRow::rounding` that a row has ever had.
+    /// The largest `LinearRow::rounding` of all rows so far.
     double rounding() const { return m_rounding; }
 
-    /// Adds "basic = row". No other row may mention `basic`, nor the row a symbol that is basic.
+    /// Adds "basic = row". No other row may mention `basic`, and `row` no basic symbol.
     int insert(LinearRow row, Symbol basic);
     void drop(int index);
     void dropColumn(Symbol symbol);

@@ -49,7 +49,7 @@ void VariableDefinitions::eliminate(Symbol symbol, Symbol partner, const Tableau
         undefine(users.front());
         return;
     }
-    // A large share of it keeps the others' coefficients small.
+    // A variable with a large share of the symbol keeps the other coefficients small.
     constexpr double largeShare = 0.1;
     Symbol chosen = -1;
     LinearRow inverse;
@@ -75,7 +75,7 @@ void VariableDefinitions::eliminate(Symbol symbol, Symbol partner, const Tableau
     replace(symbol, partner, inverse);
 }
 
-// The defined variables that `roots` lead to, each after those it is defined by.
+// The defined variables that `roots` depend on, each after those in its definition.
 std::vector<VariableDefinitions::Symbol>
 VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
 {
@@ -106,7 +106,7 @@ VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
     return order;
 }
 
-// From the symbol upwards: little depends on what was added last.
+// Searches from the symbol to its users: usually it is new, and has few.
 bool VariableDefinitions::leadsTo(const LinearRow &row, Symbol symbol)
 {
     const bool canLead =

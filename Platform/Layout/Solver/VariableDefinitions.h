@@ -20,9 +20,9 @@ class PELLARVINE_INTERNAL_EXPORT VariableDefinitions
 public:
     using Symbol = LinearRow::Symbol;
 
-    /// Makes room for one symbol more, the next in order.
+    /// Adds the next symbol.
     void addSymbol();
-    /// Releases the symbol for another use. No definition may mention it any more.
+    /// Releases a symbol for reuse. No definition may mention it.
     void forget(Symbol symbol) { m_states[symbol] = {}; }
 
     bool isDefined(Symbol symbol) const { return m_states[symbol].definition.has_value(); }
@@ -30,24 +30,24 @@ public:
     /// Whether a definition mentions the symbol.
     bool isUsed(Symbol symbol) const { return !m_states[symbol].users.empty(); }
 
-    /// Whether the definitions of the row's other symbols lead to that one, which has none.
+    /// Whether the definitions of the row's other symbols depend on `symbol`, which has none.
     bool leadsTo(const LinearRow &row, Symbol symbol);
 
     void define(Symbol variable, LinearRow definition);
     void undefine(Symbol variable);
 
-    /// Replaces `symbol` by `replacement` in all definitions. The rest of `partner` that this
-    /// leaves, unless that is -1, is a rounding error and is dropped.
+    /// Replaces `symbol` by `replacement` in all definitions. Drops what remains of `partner`, if it
+    /// is not -1, as a rounding error.
     void replace(Symbol symbol, Symbol partner, const LinearRow &replacement);
 
-    /// Removes a symbol that may take any value, and is in no row of the tableau: one of the
-    /// variables that depend on it becomes free in its place, and the others depend on that.
+    /// Removes a symbol that may take any value and is in no row of the tableau. One of the
+    /// variables that depend on it loses its definition; the others depend on that one instead.
     void eliminate(Symbol symbol, Symbol partner, const Tableau &tableau);
 
     /// The same sum in terms of variables without a definition and of symbols that are not basic.
     LinearRow expand(const LinearRow &row, const Tableau &tableau);
 
-    /// The largest `LinearRow::rounding` that a definition has ever had.
+    /// The largest `LinearRow::rounding` of all definitions so far.
     double rounding() const { return m_rounding; }
 
     /// Replaces the symbol by "symbol + delta".
@@ -66,12 +66,13 @@ private:
     std::vector<Symbol> dependencies(const std::vector<Symbol> &roots);
 
     std::vector<State> m_states; // by symbol
-    std::vector<Symbol> m_order; // the defined variables, each after those it is defined by
+    std::vector<Symbol> m_order; // the defined variables, each after those in its definition
     bool m_isOrderValid = false;
     double m_rounding = 0.0;
-    std::vector<double> m_sums; // expand()'s, all zero between its calls
-    std::vector<double> m_sizes; // likewise, of what the sums came from
-    std::vector<char> m_marks; // likewise
+    // Scratch space, all zero between calls.
+    std::vector<double> m_sums; // by symbol
+    std::vector<double> m_sizes; // of the operands of each sum
+    std::vector<char> m_marks; // by symbol
 };
 
 } // namespace Pellarvine::detail
