@@ -5,6 +5,7 @@
 #include "Layout/Solver/Objective.h"
 
 #include <queue>
+
 #include <utility>
 
 namespace Pellarvine::detail {

@@ -36,8 +36,8 @@ public:
     void define(Symbol variable, LinearRow definition);
     void undefine(Symbol variable);
 
-    /// Replaces `symbol` by `replacement` in all definitions. Drops what remains of `partner`, if it
-    /// is not -1, as a rounding error.
+    /// Replaces `symbol` by `replacement` in all definitions. A remainder of `partner`, if that is
+    /// not -1, is dropped as a rounding error.
     void replace(Symbol symbol, Symbol partner, const LinearRow &replacement);
 
     /// Removes a symbol that may take any value and is in no row of the tableau. One of the
