@@ -100,6 +100,7 @@ void HexField::mark(const QString &explanation)
     if (explanation.isEmpty() && !toolTip().isEmpty() && QToolTip::text() == toolTip())
         QToolTip::hideText();
     m_warning->setVisible(!explanation.isEmpty());
+    m_warning->setText(explanation); // the name of its button
     m_warning->setToolTip(explanation);
     setToolTip(explanation);
     setAccessibleDescription(explanation); // which screen readers are told

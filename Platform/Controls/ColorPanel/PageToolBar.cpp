@@ -31,11 +31,13 @@ private:
     QString ownName() const override { return button()->text(); }
 };
 
-// Qt's own interface of a tool button that can be checked is that of a check box.
+// Qt's own interface of a tool button that can be checked is that of a check box. Its subclass that
+// shows the rest of a narrow tool bar is no page.
 QAccessibleInterface *accessiblePageButton(const QString &name, QObject *object)
 {
     const bool isOurs = name == QLatin1StringView(QToolButton::staticMetaObject.className())
-                        && qobject_cast<PageToolBar *>(object->parent());
+                        && qobject_cast<PageToolBar *>(object->parent())
+                        && object->metaObject() == &QToolButton::staticMetaObject;
     return isOurs ? new AccessiblePageButton(static_cast<QToolButton *>(object)) : nullptr;
 }
 

@@ -545,3 +545,15 @@ TEST_F(ColorPanelTest, fields_are_mirrored_from_right_to_left_and_their_texts_ar
     EXPECT_EQ(textOf(number), std::pair(true, numberText));
     EXPECT_EQ(textOf(hex()), std::pair(false, hexText));
 }
+
+TEST_F(ColorPanelTest, screen_readers_find_no_button_without_a_name)
+{
+    enterHex(u"12zzzz"_s); // which shows a sign
+    const auto buttons = panel->contentView()->findChildren<QAbstractButton *>();
+    for (QAbstractButton *const button : buttons) {
+        QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(button);
+        const bool isFound = button->isVisible() || interface->role() == QAccessible::RadioButton;
+        EXPECT_TRUE(!isFound || !interface->text(QAccessible::Name).isEmpty())
+                << button->metaObject()->className();
+    }
+}
