@@ -137,7 +137,7 @@ AboutWindowController *AboutWindowController::instance()
     const std::lock_guard lock(shared().mutex);
     if (!shared().controller) {
         shared().controller = new AboutWindowController;
-        // Whichever thread comes first, the window is the main thread's.
+        // The window lives in the main thread, whichever thread makes the first call.
         shared().controller->moveToThread(QCoreApplication::instance()->thread());
         qAddPostRoutine(deleteShared);
     }

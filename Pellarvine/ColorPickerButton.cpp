@@ -95,7 +95,7 @@ ColorPickerButton::ColorPickerButton(QWidget *parent)
     connect(this, &QPushButton::clicked, this, &ColorPickerButton::buttonPressed);
 }
 
-// What closes must not tell an object that is half gone.
+// Deletes the popovers first: they must not call a partly destroyed button.
 ColorPickerButton::~ColorPickerButton()
 {
     qDeleteAll(findChildren<NS::Popover *>(Qt::FindDirectChildrenOnly));

@@ -41,7 +41,7 @@ void ColorPickerViewController::loadView()
     Q_EMIT colorPanelChanged(panel);
     panel->setShowsAlpha(true);
     panel->setMode(NS::ColorPanel::wheelMode);
-    // As a click on it would: the first item's page.
+    // Shows the page of the first item, like a click.
     if (!panel->toolbar()->actions().isEmpty())
         panel->toolbar()->actions().constFirst()->trigger();
     QWidget *const content = panel->contentView();

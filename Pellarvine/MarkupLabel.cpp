@@ -20,7 +20,7 @@ struct MarkupLabel::Private
 
     QList<std::shared_ptr<const Parser>> parsers = detail::inlineParsers();
 
-    // As of the last write.
+    // The values of the last call that set the markup.
     QString markup;
     QStringList arguments;
     QList<std::shared_ptr<const Parser>> rules;

@@ -135,7 +135,7 @@ double roomFor(const QWidget *view, QWidget *content)
     return height - 2 * detail::PopoverShape::margin;
 }
 
-// What scrolls takes the keyboard, too: the keys that scroll it must not close it.
+// A scroll area takes the keyboard focus, so that its keys do not close the message.
 QWidget *scrolling(QWidget *content)
 {
     auto *const area = new QScrollArea;
@@ -148,7 +148,7 @@ QWidget *scrolling(QWidget *content)
     return area;
 }
 
-// What bindings tell of edits. Of a window that commits them all, the first refusal alone.
+// Shows why a binding refused an edit. If a window commits all edits, shows the first refusal only.
 void showRefusal(QObject *control, const QString &message)
 {
     static bool isShown = false;

@@ -164,7 +164,7 @@ void ReplaceableImageView::selectImage()
         const QList<QUrl> urls = panel->selectedUrls();
         if (urls.isEmpty())
             return;
-        // Once the sheet is gone from the screen, which reading would delay.
+        // Reads after the dialog is hidden, because reading would delay that.
         QMetaObject::invokeMethod(
                 this, [this, url = urls.constFirst()] { loadImage(url); }, Qt::QueuedConnection);
     });

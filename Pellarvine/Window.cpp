@@ -72,7 +72,7 @@ struct Window::Private
     std::optional<double> defaultTitleBarHeight;
     QPointer<TitlebarAccessoryViewController> dummyTitleBarAccessoryViewController;
 
-    // What the content's least height added to the frame for the last title bar height.
+    // The height that the content's minimum added to the frame at the last setTitleBarHeight().
     double frameExcess = 0.0;
     double excessiveHeight = -1.0; // of the frame with it
 
@@ -89,8 +89,8 @@ struct Window::Private
         return *defaultTitleBarHeight;
     }
 
-    // Of the part of the title bar that buttons and views share: the standard bar and the window's
-    // own accessory. Those of the program lie below it.
+    // The height of the part of the title bar that buttons and views share: the standard bar and
+    // the window's own accessory. The program's accessories lie below it.
     double bandHeight(const Window *window, const QWidget *titleBar) const
     {
         const double whole = NS::frame(titleBar).height();
@@ -280,7 +280,7 @@ void Window::setTitleBarHeight(double height)
         // From the value stored before, which at first is 0 and not the standard height: that is
         // meant.
         const double difference = old - h;
-        // As the accessory makes it, whatever the window's least and greatest heights made of it.
+        // The change of the accessory, without the limits of the window's height.
         const double growth =
                 styleMask() & titled ? accessoriesHeight(this) - accessoriesBefore : 0.0;
         const double chosen = before.height() - excess + growth + difference;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: where things stand in an encrypted container.
+// Not API: the layout of an encrypted container.
 #pragma once
 
 #include "Shared/CryptorEngine.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: what a screen reader is told of a picture.
+// Not API: the accessibility interface of picture views.
 #pragma once
 
 #include "Controls/NSImageView.h"
@@ -7,7 +7,7 @@
 
 namespace Pellarvine::detail {
 
-/// What a user can do with an empty view that is editable.
+/// The hint of an empty view that is editable.
 inline QString wellHint()
 {
     return NS::ImageView::tr("Drop or paste a picture here");

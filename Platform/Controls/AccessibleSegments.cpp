@@ -9,7 +9,7 @@ using Tracking = NS::SegmentedControl::SwitchTracking;
 
 namespace {
 
-// As Qt's own tabs and buttons say it.
+// The accessible name of a label, as Qt's tabs and buttons have it.
 QString withoutMnemonics(const QString &label)
 {
     QString text;

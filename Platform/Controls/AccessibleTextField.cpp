@@ -51,7 +51,7 @@ QString AccessibleLink::text(QAccessible::Text kind) const
     return kind == QAccessible::Value ? link.url.toString() : QString();
 }
 
-// Of a link on several lines, the part on its first line.
+// If a link has several lines, the rectangle of the part on the first line.
 QRect AccessibleLink::rect() const
 {
     const TextFieldEditor *const editor = isValid() ? editorOf(widget()) : nullptr;

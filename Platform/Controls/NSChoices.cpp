@@ -30,7 +30,7 @@ namespace {
 constexpr char selectedObject[] = "selectedObject";
 constexpr char selectedTag[] = "selectedTag";
 
-// What choices need of the control that offers them.
+// A common interface to the controls that can offer choices.
 class Offer
 {
 public:
@@ -170,7 +170,7 @@ private:
         retitle();
     }
 
-    // What the control reports of its items' coming and going is no choice of the user's.
+    // Signals of the control about added and removed items are no choice of the user.
     void retitle()
     {
         const auto leave = settled();

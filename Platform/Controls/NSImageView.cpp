@@ -438,7 +438,7 @@ void ImageView::keyPressEvent(QKeyEvent *event)
 void ImageView::mousePressEvent(QMouseEvent *event)
 {
     d->pressed = event->position().toPoint();
-    // What may become a drag is not passed on to what the view lies on.
+    // A press that may start a drag is not passed on to the parent.
     if (event->button() != Qt::LeftButton || !d->isEditable || d->image.isEmpty())
         QFrame::mousePressEvent(event);
 }

@@ -432,7 +432,7 @@ QSize SegmentedControl::sizeForSegmentWidths(const QList<double> &widths) const
     option.text = u"X"_s;
     const QSize content(int(std::ceil(total)),
                         std::max(fontMetrics().height(), detail::segmentIconSize(*this).height()));
-    // Of no widget, so that boxes of style sheets, which are not drawn, take no room.
+    // Without a widget, so that boxes of style sheets, which are not drawn, take no room.
     const int height =
             style()->sizeFromContents(QStyle::CT_PushButton, &option, content, nullptr).height();
     return { content.width(), height };

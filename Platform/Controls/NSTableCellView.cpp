@@ -51,7 +51,7 @@ void showAsPicture(QWidget *widget, const QVariant &value)
     }
 }
 
-// What was set on the widget itself, without what it inherits.
+// The palette set on the widget itself, without inherited colours.
 QPalette ownPaletteOf(const QWidget &widget)
 {
     QPalette palette = widget.palette();
@@ -68,7 +68,7 @@ struct TableCellView::Private
     QPointer<QWidget> textField;
     QPointer<QWidget> imageView;
     BackgroundStyle backgroundStyle = BackgroundStyle::normal;
-    // Of the widgets that show another one while the background is emphasized.
+    // The own palettes of widgets that have another one while the background is emphasized.
     QList<std::pair<QPointer<QWidget>, QPalette>> ownPalettes;
     QPointer<QItemSelectionModel> selection;
 

@@ -374,7 +374,7 @@ double TextField::lastBaselineOffsetFromBottom() const
     return d->insets().bottom() + d->contents.lastDescent();
 }
 
-// As much as Qt's line edit in the same style leaves around its text.
+// The margins that Qt's line edit has around its text in the same style.
 QMargins TextField::Private::insets() const
 {
     if (!bezeled)
@@ -548,7 +548,7 @@ void TextField::Private::placeEditor()
         return;
     QRect place = textRect();
     const int whole = textSize(wraps ? std::max(1, place.width()) : -1).height();
-    // What is higher than its place scrolls there, but not within a line.
+    // Text higher than its place scrolls, but a single line is not cut.
     const int least = std::min(whole, int(std::ceil(contents.firstHeight())));
     const int height = std::clamp(place.height(), least, whole);
     const int room = place.height() - height;

@@ -31,7 +31,7 @@ QColor withAlpha(QColor color, float alpha)
     return color;
 }
 
-// What fills a segment's cell up to the outer edge of the control; invalid if nothing does.
+// The colour that fills a segment's cell up to the outer edge of the control; invalid for none.
 QColor fillColor(const QPalette &palette, const SegmentLook &segment, const QColor &face)
 {
     const QColor highlight = palette.color(QPalette::Highlight);

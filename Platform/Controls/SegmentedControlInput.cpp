@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the user does with a segmented control.
+// The mouse and keyboard input of a segmented control.
 #include "Controls/AccessibleSegments.h"
 #include "Controls/SegmentGeometry.h"
 #include "Controls/SegmentedControlPrivate.h"

@@ -18,7 +18,7 @@ struct Segment
     int tag = 0;
     bool isEnabled = true;
     int shortcut = 0;
-    // As last measured in the control's font and style; -1 if not yet.
+    // Measured in the control's font and style; -1 if not measured yet.
     mutable int contentWidth = -1;
     mutable int beginningWidth = -1;
 

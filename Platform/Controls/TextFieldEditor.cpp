@@ -20,8 +20,8 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// What a screen reader calls it: the field's name, or the label's that leads to it, or what says
-// what belongs there. Text to edit is not its own name, which would be read twice.
+// The accessible name: that of the field, else the text of its buddy label, else the placeholder.
+// Text to edit is not its own name, because it would be read twice.
 QString nameOf(const NS::TextField *field)
 {
     if (!field->accessibleName().isEmpty())
@@ -176,7 +176,7 @@ void TextFieldEditor::keyPressEvent(QKeyEvent *event)
 
 void TextFieldEditor::wheelEvent(QWheelEvent *event)
 {
-    // What cannot scroll leaves it to what it lies in.
+    // Leaves the event to the parent if there is nothing to scroll.
     if (verticalScrollBar()->maximum() == 0)
         event->ignore();
     else

@@ -26,8 +26,8 @@ struct TextFieldFormat
     QColor linkColor;
 };
 
-/// The side that text begins at is the widget's, whatever the script, so that fields below each
-/// other line up. Absolute.
+/// The absolute alignment. The leading side is the widget's, not that of the text's script, so that
+/// fields below each other line up.
 Qt::Alignment horizontalAlignment(Qt::Alignment alignment, Qt::LayoutDirection direction);
 
 bool hasLinks(const NS::AttributedString &text);

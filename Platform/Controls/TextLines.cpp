@@ -15,7 +15,7 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// As QTextCursor::insertText() has it.
+// The same characters as in QTextCursor::insertText().
 bool endsParagraph(QChar unit)
 {
     return unit == u'\n' || unit == u'\r' || unit == QChar::ParagraphSeparator

@@ -28,7 +28,7 @@ public:
 
     // At the width of the last layOut():
 
-    /// Of the lines that may show.
+    /// The size of the lines, up to the permitted number.
     QSizeF size() const { return { m_width, heightOfLines() }; }
     double firstAscent() const; ///< of the first line
     double firstHeight() const; ///< of the first line

@@ -92,7 +92,7 @@ QImage blurred(const QPainterPath &path, const QRectF &region, double scale, dou
     return shadow;
 }
 
-// As fine as the screen, unless a large blur makes that unnecessary.
+// The resolution of the screen, or less for a large blur.
 double pixelsPerPoint(const QRectF &region, double deviation, double screen)
 {
     return std::min({ screen, largestDeviation / deviation, largestShadowSide / region.width(),

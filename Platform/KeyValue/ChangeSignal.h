@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: the signals that tell of the changes of properties without NOTIFY.
+// Not API: signals that announce changes of properties without NOTIFY.
 #pragma once
 
 #include <QMetaProperty>

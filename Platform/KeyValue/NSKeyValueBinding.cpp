@@ -40,7 +40,7 @@ bool commitEditing(QObject *object)
     if (detail::ControlBindings *const bindings = detail::ControlBindings::of(object))
         isDone = bindings->commit();
     if (!committed)
-        return isDone; // what it has told of an edit has deleted it
+        return isDone; // a receiver of its signals has deleted it
     QList<QPointer<QObject>> children;
     for (QObject *const child : object->children())
         children.append(child);

@@ -47,7 +47,7 @@ NibValueKinds keysOf()
     return { { u"enum"_s, u"set"_s, u"number"_s }, QMetaEnum::fromType<Enum>() };
 }
 
-// Of the headers of a table or a tree.
+// Attributes of the headers of a table or a tree.
 std::optional<NibValueKinds> headerAttribute(const QString &name)
 {
     static const Vocabulary vocabulary {
@@ -62,7 +62,7 @@ std::optional<NibValueKinds> headerAttribute(const QString &name)
     return look(vocabulary, name);
 }
 
-// Of a page of a QTabWidget or a QToolBox.
+// Attributes of a page of a QTabWidget or a QToolBox.
 std::optional<NibValueKinds> pageAttribute(const QObject *parent, const QString &name)
 {
     static const Vocabulary tabs {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: what a screen reader is told of buttons for which Qt has no interface.
+// Not API: the accessibility interface of buttons for which Qt has none.
 #pragma once
 
 #include "View/AccessibleControl.h"

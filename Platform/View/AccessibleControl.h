@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: what a screen reader is told of the widgets that draw themselves.
+// Not API: the accessibility interface of widgets that draw themselves.
 #pragma once
 
 #include <QAccessibleWidget>

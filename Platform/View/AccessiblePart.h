@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Not API: what a screen reader is told of a part that a widget draws itself.
+// Not API: the accessibility interface of a part that a widget draws itself.
 #pragma once
 
 #include <QAccessible>

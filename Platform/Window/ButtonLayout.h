@@ -9,7 +9,7 @@
 
 namespace Pellarvine::detail {
 
-/// Which of close, minimise and zoom a title bar has, on which side, from left to right.
+/// The close, minimise and zoom buttons of a title bar, on either side, from left to right.
 struct PELLARVINE_INTERNAL_EXPORT ButtonLayout
 {
     QList<NS::WindowButton> left { NS::WindowButton::close, NS::WindowButton::miniaturize,

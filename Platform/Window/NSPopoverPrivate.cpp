@@ -18,7 +18,7 @@ namespace NS {
 
 namespace {
 
-// What a child bubble keeps free at the edges of its window.
+// The distance between a child bubble and the edges of its window.
 constexpr int windowMargin = 4;
 
 QRectF overlap(const QRectF &one, const QRectF &other)
@@ -32,7 +32,7 @@ QRectF overlap(const QRectF &one, const QRectF &other)
 
 } // namespace
 
-// What the view asks for, as high as its text at that width.
+// The size hint of the view, with the height that its text needs at that width.
 QSizeF Popover::Private::fittingSize() const
 {
     QWidget *const content = controller ? controller->view() : nullptr;

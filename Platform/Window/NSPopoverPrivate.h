@@ -12,7 +12,7 @@
 
 namespace NS {
 
-/// What a popover knows, and how it gets on the screen and off.
+/// The state of a popover, and the functions that show and hide it.
 struct Popover::Private
 {
     using Bubble = detail::PopoverBubble;

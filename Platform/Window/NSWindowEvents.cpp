@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a window does when Qt tells it of a change, beside what its frame does before; NSWindow.cpp
-// has what programs call.
+// The event handlers of Window. WindowFrame handles the events first; NSWindow.cpp has the
+// functions that programs call.
 #include "Window/NSWindow.h"
 #include "Window/NSWindowPrivate.h"
 #include "Window/TitleBarItems.h"
@@ -51,7 +51,7 @@ void Window::mousePressEvent(QMouseEvent *event)
 {
     if (!d->frame->seen().contains(event->position().toPoint()))
         return;
-    // What the content leaves of a title bar that it reaches up behind is still the title bar.
+    // The content lies behind the title bar. Presses that it ignores there are for the title bar.
     if (d->frame->styleMask() & fullSizeContentView
         && event->position().y() < d->frame->margin() + d->frame->barHeight()) {
         QCoreApplication::sendEvent(d->frame->titleBar(), event);

@@ -55,7 +55,7 @@ void collectTexts(QAccessibleInterface *part, QStringList &texts)
         collectTexts(part->child(i), texts);
 }
 
-// A dialog to work in, or a message that is read out as it comes up. Orca says nothing of an alert.
+// A dialog, or a message that is read when it is shown. Orca does not read an alert.
 class AccessibleBubble : public AccessiblePopups
 {
 public:
@@ -325,7 +325,7 @@ void PopoverBubble::resizeEvent(QResizeEvent *event)
     if (m_content) {
         const QRect place = innerBody().toRect();
         m_content->setGeometry(place);
-        // What is opaque in it must not stand out at the corners.
+        // Opaque content must not cover the round corners.
         QPainterPath round;
         round.addRoundedRect(QRectF(QPointF(), QSizeF(place.size())), PopoverShape::cornerRadius,
                              PopoverShape::cornerRadius);

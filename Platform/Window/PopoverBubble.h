@@ -11,8 +11,8 @@
 
 namespace Pellarvine::detail {
 
-/// What of a popover is on the screen: the outline with its shadow, and the content in it. One is
-/// made for each time that the popover is shown.
+/// The widget of a popover: the outline with its shadow, and the content in it. Each time that the
+/// popover is shown, it makes a new one.
 class PopoverBubble : public QWidget
 {
     Q_OBJECT

@@ -172,8 +172,8 @@ bool PopoverInput::isOutsideOfPopup(const QObject *watched, QPointerEvent *event
            && !m_bubble->rect().contains(event->points().constFirst().position().toPoint());
 }
 
-// That window would send the press to the popup, and to the widget that it is on once the popup is
-// gone. So the popover closes before.
+// That window would send the press to the popup and, after the popup is hidden, to the widget under
+// it. Therefore the popover closes first.
 bool PopoverInput::isBesidePopup(const QObject *watched) const
 {
     return watched->isWindowType() && m_bubble && m_bubble->windowType() == Qt::Popup

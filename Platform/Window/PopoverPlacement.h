@@ -19,7 +19,7 @@ struct PopoverShape
     static constexpr double cornerRadius = 8.0;
     static constexpr double arrowLength = 10.0; ///< from its tip, which touches the anchor
     static constexpr double arrowHalfWidth = 10.0;
-    /// What lies free around the body: the arrow on one side, the shadow on the others.
+    /// The room around the body: for the arrow on one side, for the shadow on the others.
     static constexpr int margin = 12;
 };
 

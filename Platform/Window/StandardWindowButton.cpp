@@ -17,7 +17,7 @@ namespace {
 
 constexpr double diameter = 12.0;
 
-// Of close, miniaturise and zoom.
+// The colours of the close, minimise and zoom buttons.
 constexpr QRgb activeColors[] = { 0xffef6156, 0xfff2b63c, 0xff56bf53 };
 
 } // namespace

@@ -28,7 +28,7 @@ class TitleBarItems : public QObject
 public:
     explicit TitleBarItems(TitleBarView *bar);
 
-    /// Which buttons there are. The others are hidden, and button() returns null for them.
+    /// Shows the buttons of the mask. The others are hidden, and button() returns null for them.
     void setStyleMask(NS::Window::StyleMask styleMask);
     void setHasDocument(bool hasDocument);
     void setOffersVersions(bool offers);

@@ -8,16 +8,16 @@ QT_FORWARD_DECLARE_CLASS(QPoint)
 QT_FORWARD_DECLARE_CLASS(QRect)
 QT_FORWARD_DECLARE_CLASS(QWindow)
 
-/// What Qt's Wayland plugin can do for programs that draw their own frames, and has no public
-/// header for. Its functions are looked up by name; where a Qt lacks one, nothing happens. For
-/// windows of that plugin alone.
+/// Functions of Qt's Wayland plugin for programs that draw their own frames, which have no public
+/// header. They are looked up by name; if a version of Qt lacks one, nothing happens. Only for
+/// windows of that plugin.
 namespace Pellarvine::detail::WaylandPlugin {
 
 /// Whether setMargin() works.
 bool knowsMargins();
 
-/// What lies that far inside of a window's edges, in device-independent pixels, is the window for
-/// the compositor. A visible window grows or shrinks by the difference.
+/// The margin, in device-independent pixels, at a window's edges that the compositor does not count
+/// as part of the window. A visible window grows or shrinks by the difference.
 void setMargin(QWindow *window, int margin);
 
 /// Whether the compositor has tiled the window: as of its last resize event. False where Qt's

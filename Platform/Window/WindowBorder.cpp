@@ -51,7 +51,7 @@ QRect WindowBorder::seen() const
     return rect().adjusted(m_margin, m_margin, -m_margin, -m_margin);
 }
 
-// What lies outside the mask scrolls and paints as if nothing were above it.
+// Widgets outside the mask scroll and paint as if nothing were above them.
 void WindowBorder::arrange()
 {
     setGeometry(parentWidget()->rect());

@@ -31,7 +31,7 @@ Qt::CursorShape cursorFor(Qt::Edges edges)
     return edges & (Qt::LeftEdge | Qt::RightEdge) ? Qt::SizeHorCursor : Qt::SizeVerCursor;
 }
 
-// Which of the two ends of a length the place is at: -1, 1, or 0 for neither.
+// -1 at the lower end of a length, 1 at the upper end, 0 elsewhere.
 int endAt(int place, int length, int reach)
 {
     if (place < reach)

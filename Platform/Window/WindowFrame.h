@@ -22,7 +22,7 @@ class WindowFrame : public QObject
     Q_OBJECT
 
 public:
-    /// Sizes that the window has been given so far are taken for its content.
+    /// Sizes that the window already has count as sizes of its content.
     WindowFrame(QWidget *window, NS::Window::StyleMask styleMask, bool canZoom = true);
 
     /// Null if the window has none.
@@ -101,7 +101,7 @@ private:
     bool m_hasFullKeyboardAccess = false;
     bool m_followsDesktopButtonLayout = false;
     bool m_isNative = false;
-    bool m_wasFixed = false; // as the window manager was told
+    bool m_wasFixed = false; // the last value sent to the window manager
     int m_boundedWidth = 0; // the least width that boundWidth() has set
     bool m_knowsMargins = false; // the desktop does
     int m_margin = 0;

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a window's frame has to do with its native window and with the margin for the shadow;
-// WindowFrame.cpp has the rest.
+// The part of WindowFrame for the native window and for the margin of the shadow.
 #include "Window/TitleBarView.h"
 #include "Window/WindowBorder.h"
 #include "Window/WindowDrag.h"
@@ -77,16 +76,16 @@ void WindowFrame::moveLimits(QSize by)
         m_window->setMinimumHeight(moved(m_window->minimumHeight(), by.height()));
 }
 
-// Before the window is shown, and not when its native window is made: that it will be maximised is
-// not known by then.
+// Called before the window is shown. When its native window is made, it is not known yet whether it
+// will be maximised.
 void WindowFrame::prepareMargin()
 {
     m_knowsMargins = m_window->isWindow() && WindowManager::knowsMargins();
     updateMargin(m_window->testAttribute(Qt::WA_TranslucentBackground));
 }
 
-// The window grows by the margin after the compositor has been told of it. Mutter cuts the visible
-// window down to the picture that it has by then, and keeps that until it is told again.
+// The window grows by the margin after the compositor knows it. Mutter then cuts the visible window
+// down to the old picture, until it gets the margin again.
 void WindowFrame::confirmMargin()
 {
     const bool hasGrown = m_margin > std::exchange(m_confirmedMargin, m_margin);
@@ -117,7 +116,7 @@ void WindowFrame::watchNativeWindow()
         window->installEventFilter(m_titleBar);
         window->installEventFilter(m_drag);
         window->installEventFilter(m_edges);
-        if (m_margin > 0 && !m_window->isVisible()) { // a new one knows nothing of it
+        if (m_margin > 0 && !m_window->isVisible()) { // a new native window has no margin
             WindowManager::setMargin(window, m_margin);
             window->setGeometry(m_window->geometry());
         }

@@ -9,7 +9,7 @@
 
 QT_FORWARD_DECLARE_CLASS(QWindow)
 
-/// What a window has to know about its desktop, and Qt does not tell.
+/// Information about the desktop that windows need and Qt does not provide.
 namespace Pellarvine::detail::WindowManager {
 
 /// Whether windows can be translucent. Without a compositor, transparent pixels are black.

@@ -49,7 +49,7 @@ public:
     void parse(const QByteArrayList &arguments);
 
     QByteArray value(const QCommandLineOption &option) const;
-    /// Of an option that may be given several times.
+    /// All values of an option that may occur several times.
     QByteArrayList values(const QCommandLineOption &option) const;
     QByteArrayList operands() const;
 

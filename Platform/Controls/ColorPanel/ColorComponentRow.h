@@ -21,11 +21,11 @@ public:
     ColorComponentRow(const QString &name, int maximum, const QString &suffix,
                       QWidget *parent = nullptr);
 
-    /// What is shown is not reported as edited.
+    /// Does not emit a signal of an edit.
     void setState(int value, const QGradientStops &stops, const QColor &knobColor);
 
     /// @{
-    /// What the name and the field need. Rows that stand above each other have the same columns.
+    /// The widths that the name and the field need. Rows above each other have the same columns.
     int nameWidth() const;
     int fieldWidth() const;
     void setColumns(int nameWidth, int fieldWidth);

@@ -185,7 +185,7 @@ QWidget *ColorPanelContent::makeWheelPage()
 {
     m_wheel = new ColorWheel;
     connect(m_wheel, &ColorWheel::chosen, this, [this](double hue, double saturation) {
-        // On a black wheel every place is black: whoever points at one wants to see it.
+        // Every place of a black wheel is black. Makes the chosen hue visible.
         const double brightness = m_components.brightness > 0 ? m_components.brightness : 1;
         choose({ hue, saturation, brightness, m_components.alpha });
     });
@@ -360,7 +360,7 @@ void ColorPanelContent::choose(const HSBA &components)
     const QColor before = m_panel->color();
     m_panel->setColor(writable(components));
     if (m_panel->color() == before)
-        showColor(); // the hue of a grey, say, which the panel knows nothing of
+        showColor(); // such as the hue of a grey, which the panel does not have
 }
 
 // A field aligns its text by the direction of the text, and digits run from left to right in every
@@ -453,7 +453,7 @@ void ColorPanelContent::showColor()
 {
     const QColor color = m_panel->color();
     if (writable(m_components) != color) {
-        // What the new colour does not tell stays as it was.
+        // A grey has no hue, and black no saturation: keeps the previous ones.
         HSBA components = NS::Color(color).hsba();
         if (components.saturation == 0)
             components.hue = m_components.hue;

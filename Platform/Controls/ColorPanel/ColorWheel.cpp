@@ -59,7 +59,7 @@ public:
             return static_cast<QAccessibleValueInterface *>(this);
         return AccessibleControl::interface_cast(type);
     }
-    // Of the two, the one that goes round.
+    // The value is the hue, which goes round.
     QVariant currentValue() const override { return std::round(wheel()->hue() * 360); }
     void setCurrentValue(const QVariant &value) override
     {
@@ -195,7 +195,7 @@ void ColorWheel::paintEvent(QPaintEvent *)
     const int side = int(std::lround(disc.width() * ratio));
     if (m_image.width() != side)
         m_image = wheelImage(side);
-    // As a brush for a disc, whose edge is smooth then. Less brightness is black laid over it.
+    // A disc with a brush has a smooth edge. Translucent black above it reduces the brightness.
     QBrush brush(m_image);
     brush.setTransform(QTransform::fromTranslate(disc.x(), disc.y()).scale(1 / ratio, 1 / ratio));
     QPainterPath path;

@@ -22,7 +22,7 @@ public:
     double hue() const { return m_hue; }
     double saturation() const { return m_saturation; }
 
-    /// What a screen reader says: "Hue 210°, saturation 80 %".
+    /// The text for screen readers: "Hue 210°, saturation 80 %".
     QString valueText() const;
 
     /// The place of a colour in the widget, and of the disc.

@@ -20,12 +20,11 @@ class PELLARVINE_INTERNAL_EXPORT ScreenColorPicker : public QWidget
     Q_OBJECT
 
 public:
-    /// Whether the desktop lets a program see the screen: an X server does, unless what it serves
-    /// is a part of a Wayland session.
+    /// Whether a program can read the screen: with an X server outside of a Wayland session.
     static bool isAvailable();
 
-    /// Covers all screens until a pixel is picked. `picked` is called then, and not if nothing is
-    /// picked; never once `opener` is gone.
+    /// Covers all screens until a pixel is picked, and then calls `picked`. Does not call it if the
+    /// user picks none, or after `opener` is destroyed.
     static void pick(QWidget *opener, const std::function<void(const QColor &)> &picked);
 
     /// `picture` is what it shows, at any number of pixels a unit.
