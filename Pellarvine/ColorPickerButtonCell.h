@@ -21,8 +21,8 @@ public:
 
     void drawInterior(const QRectF &frame, QWidget *view) override;
 
-    /// Where the swatch lies in a cell of that frame: 3 units inside of what is to be aligned,
-    /// which ends half a unit early at the left, half a unit at the right, and one at the bottom.
+    /// The place of the swatch in a cell of that frame: 3 units inside the aligned part, half a
+    /// unit more at the left and the right, and one unit more at the bottom.
     static QRectF swatchRect(const QRectF &frame, const QMarginsF &alignmentRectInsets);
 };
 

@@ -29,7 +29,7 @@ public:
     bool usesPaletteColors() const;
     void setUsesPaletteColors(bool usesPaletteColors);
 
-    /// Draws the whole view into the current graphics context, y upwards, whatever the rectangle.
+    /// Draws the whole view, y upwards, into the current graphics context. Ignores the rectangle.
     Q_INVOKABLE virtual void draw(const QRectF &dirtyRect);
 
 Q_SIGNALS:

@@ -15,7 +15,7 @@ class Parser;
 ///     label->setMarkup(tr("Press **Enter** to keep, `Esc` to drop."));
 ///
 /// In Qt Designer, type the markup as `markup`, or as `stringValue`, which `awakeFromNib()` styles
-/// when the file has been loaded. Set in code, `stringValue` is shown as it is, markup and all.
+/// when the file has been loaded. Set in code, `stringValue` is shown unchanged, with its markup.
 /// docs/markup.md has the grammar. Main thread only.
 class PELLARVINE_EXPORT MarkupLabel : public HeightForWidthTextField
 {

@@ -14,28 +14,28 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 ///     NS::addCenteredAndConstrainedToBounds(panel, picture, -16); // not beyond 16 units inside
 ///
 /// Each `pin…` activates required constraints, with the receiver, the first argument, as their
-/// first item. Nothing is returned and nothing replaced: calling twice constrains twice. Widgets
-/// without a common ancestor, and contradicting constraints, are reported as `NS::LayoutConstraint`
-/// says.
+/// first item. They replace no earlier ones: two calls make two sets of constraints. Widgets
+/// without a common ancestor and contradicting constraints give the warnings of
+/// `NS::LayoutConstraint`.
 ///
-/// Each `add…` takes the subview's frame out of its own hands
-/// (`setTranslatesAutoresizingMaskIntoConstraints` false), makes it a child of the receiver, and
-/// calls the matching `pin…` on the receiver. A class that declares that one Q_INVOKABLE, under the
-/// same name and with the same arguments, is asked instead of the function here.
+/// Each `add…` calls `setTranslatesAutoresizingMaskIntoConstraints(subview, false)`, makes the
+/// subview a child of the receiver, and calls the matching `pin…`. If the class of the receiver has
+/// a Q_INVOKABLE method with the name and the arguments of that `pin…`, the method is called
+/// instead.
 ///
 /// Lengths are in device-independent pixels. No widget may be null. Main thread only.
 namespace NS {
 
-/// The receiver's edges are the view's: leading, trailing, top and bottom.
+/// Aligns the leading, trailing, top and bottom edges of the two.
 PELLARVINE_EXPORT void pinWidthAndHeight(QWidget *receiver, QWidget *view);
 
-/// The view lies `border` inside the receiver on every side; outside, if negative.
+/// Places the view `border` inside the receiver on every side, or outside if negative.
 PELLARVINE_EXPORT void pinWidthAndHeight(QWidget *receiver, QWidget *view, double border);
 
-/// Their centres are one.
+/// Aligns the centres of the two.
 PELLARVINE_EXPORT void pinCenter(QWidget *receiver, QWidget *view);
 
-/// Their centres are one, and the view does not reach beyond the receiver.
+/// Aligns the centres. The view does not reach beyond the receiver.
 PELLARVINE_EXPORT void pinCenterAndConstrainInside(QWidget *receiver, QWidget *view);
 
 /// The same, but the view may reach `border` beyond the receiver's edges, or, if negative, has to
@@ -44,7 +44,7 @@ PELLARVINE_EXPORT void pinCenterAndConstrainInside(QWidget *receiver, QWidget *v
 
 /// Adds the subview and calls `pinWidthAndHeight`.
 PELLARVINE_EXPORT void addAndPin(QWidget *receiver, QWidget *subview);
-/// Likewise with a border.
+/// The same with a border.
 PELLARVINE_EXPORT void addAndPin(QWidget *receiver, QWidget *subview, double border);
 
 /// Adds the subview and calls `pinCenter`.
@@ -52,7 +52,7 @@ PELLARVINE_EXPORT void addAndCenter(QWidget *receiver, QWidget *subview);
 
 /// Adds the subview and calls `pinCenterAndConstrainInside`.
 PELLARVINE_EXPORT void addCenteredAndConstrainedToBounds(QWidget *receiver, QWidget *subview);
-/// Likewise with a border, whose sign is that of `pinCenterAndConstrainInside`.
+/// The same with a border, whose sign is that of `pinCenterAndConstrainInside`.
 PELLARVINE_EXPORT void addCenteredAndConstrainedToBounds(QWidget *receiver, QWidget *subview,
                                                          double border);
 

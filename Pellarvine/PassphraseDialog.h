@@ -28,10 +28,10 @@ class PELLARVINE_EXPORT PassphraseDialog : public QDialog
     Q_PROPERTY(QString error READ error WRITE setError NOTIFY errorChanged)
 
 public:
-    /// What the passphrase is for.
+    /// The purpose of the passphrase.
     enum class Purpose {
-        create, ///< typed twice, with an estimate of its strength and the offer to make one up
-        unlock, ///< typed once
+        create, ///< a new one: typed twice, or made up; shows an estimate of its strength
+        unlock, ///< an existing one: typed once
     };
     Q_ENUM(Purpose)
 
@@ -39,7 +39,7 @@ public:
     explicit PassphraseDialog(Purpose purpose, QWidget *parent = nullptr);
     ~PassphraseDialog() override;
 
-    Purpose purpose() const; ///< as it was made
+    Purpose purpose() const; ///< as passed to the constructor
 
     /// Plain text above the fields. Default: empty, which takes no space.
     QString explanation() const;

@@ -13,7 +13,7 @@ class TextField;
 
 namespace Pellarvine {
 
-/// A short message in a bubble above a view, for a hint or for what is wrong with an input:
+/// A short message in a bubble above a view, for a hint or an error in an input:
 ///
 ///     PopoverMessage::showMessage(tr("There is a folder of that name."), nameField);
 ///     PopoverMessage::showMarkupMessage(tr("**Saved** to the desktop"), exportButton);

@@ -27,16 +27,16 @@ public:
     explicit StyleKit(QObject *parent = nullptr);
     ~StyleKit() override;
 
-    /// A grey line one unit thick and above it, unless what lies behind is to show, white.
+    /// A grey line one unit thick and, if `opaqueBackground`, a white area above it.
     Q_INVOKABLE static void drawToolbar(const QRectF &frame, bool opaqueBackground = true);
-    /// The line in the palette's text colour, half opaque, and the rest in its base colour, both
-    /// those of an active window.
+    /// The same with the palette's colours of an active window: the line in the text colour, half
+    /// opaque, and the area in the base colour.
     Q_INVOKABLE static void drawToolbar(const QRectF &frame, bool opaqueBackground,
                                         const QPalette &palette);
 
-    /// A light grey line one unit thick and nothing else.
+    /// A light grey line one unit thick.
     Q_INVOKABLE static void drawInspectorSection(const QRectF &frame);
-    /// The line in the palette's text colour of an active window, one third opaque.
+    /// The same in the palette's text colour of an active window, one third opaque.
     Q_INVOKABLE static void drawInspectorSection(const QRectF &frame, const QPalette &palette);
 };
 

@@ -26,7 +26,7 @@ public:
     /// Owned by the delegate. It shows the item that was last drawn or measured.
     TableCellView *cell() const;
 
-    /// Which data of the item becomes the cell's `objectValue`. Default: `Qt::DisplayRole`.
+    /// The role of the item's data for the cell's `objectValue`. Default: `Qt::DisplayRole`.
     int role() const;
     void setRole(int role);
 

@@ -37,7 +37,7 @@ class PELLARVINE_EXPORT TableCellView : public QWidget
                        backgroundStyleChanged)
 
 public:
-    /// What lies behind the cell.
+    /// The background behind the cell.
     enum class BackgroundStyle {
         normal, ///< the background of a row that is not selected
         emphasized, ///< the highlight colour of a selected row

@@ -65,8 +65,8 @@ public:
 
     QColor textColor() const; ///< default: invalid, for the colour of the palette
     void setTextColor(const QColor &color);
-    /// Of a paragraph without a style. AlignLeft means the right side in a right-to-left layout
-    /// unless AlignAbsolute is set. Default: AlignLeft | AlignVCenter.
+    /// The alignment of paragraphs without a style. In a right-to-left layout, AlignLeft means the
+    /// right side unless AlignAbsolute is set. Default: AlignLeft | AlignVCenter.
     Qt::Alignment alignment() const;
     void setAlignment(Qt::Alignment alignment);
 
@@ -77,8 +77,8 @@ public:
     void setPreferredMaxLayoutWidth(double width);
     int maximumNumberOfLines() const; ///< of a text that wraps; default: 0, for all
     void setMaximumNumberOfLines(int count); ///< 0 if negative
-    /// How text without room is cut; a tool tip shows it whole. Of a text that wraps, the lines
-    /// that fit are shown. Text to select or to edit scrolls instead. Default: ElideRight.
+    /// Where text that does not fit is elided; a tool tip shows all of it. A text that wraps shows
+    /// the lines that fit. Text to select or to edit scrolls instead. Default: ElideRight.
     Qt::TextElideMode elideMode() const;
     void setElideMode(Qt::TextElideMode mode);
 

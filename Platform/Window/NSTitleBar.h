@@ -17,11 +17,11 @@ namespace NS::TitleBar {
 ///
 /// Works for a QMainWindow, a QDialog and any other top-level widget with a layout. The window
 /// keeps its class, result, default button and closeEvent(). Its flags at the time of the call
-/// decide which of close, minimise and zoom it has. Sizes that it was given before are those of its
-/// content; sizes set later count the title bar, and while it is visible the margin for the shadow.
+/// decide which of close, minimise and zoom it has. Sizes set before the call count as sizes of its
+/// content; sizes set later include the title bar and, while it is visible, the shadow's margin.
 ///
-/// Hides a visible window for a moment. The second time, or for an `NS::Window`, does nothing. A
-/// widget that is no window is a fatal error. Main thread only.
+/// Hides a visible window for a moment. A second call, or a call for an `NS::Window`, does nothing.
+/// A widget that is no window is a fatal error. Main thread only.
 PELLARVINE_EXPORT void install(QWidget *window);
 
 /// The window's geometry and state, as QWidget::saveGeometry(), without the margin for the shadow.
