@@ -87,8 +87,8 @@ public:
     virtual void setFrame(const QRectF &frame, bool display, bool animate);
     int shadowMargin() const; ///< around the window; 0 while it has no shadow
 
-    StyleMask styleMask() const;
-    void setStyleMask(StyleMask styleMask); ///< keeps the window's frame
+    StyleMask styleMask() const; ///< the setter keeps the window's frame
+    void setStyleMask(StyleMask styleMask);
 
     /// The widget below the title bar. The window owns it, and deletes the one before it. Default:
     /// null. A QMainWindow keeps its closeEvent(), title, icon, file path and state.
