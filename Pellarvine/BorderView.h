@@ -15,7 +15,9 @@ namespace Pellarvine {
 ///
 /// Lines are one device-independent pixel thick, rounded down to whole pixels of the screen. The
 /// lines of the upper and lower edge end beside those of the left and right edge, so that
-/// translucent lines do not overlap. Children are drawn over the lines. Main thread only.
+/// translucent lines do not overlap. Children are drawn over the lines. Of style sheets,
+/// `background-color` and `color` apply if `usesPaletteColors` is set; `border` and `padding` do
+/// not apply. Main thread only.
 class PELLARVINE_EXPORT BorderView : public QWidget
 {
     Q_OBJECT

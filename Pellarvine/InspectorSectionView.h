@@ -16,7 +16,9 @@ namespace Pellarvine {
 ///     section->setAccessibleName(tr("Border"));
 ///     inspectorLayout->addWidget(section);
 ///
-/// Screen readers call it a group of its accessible name. Main thread only.
+/// Screen readers call it a group of its accessible name. Of style sheets, `color` applies to the
+/// line if `usesPaletteColors` is set; `background`, `border` and `padding` do not apply. Main
+/// thread only.
 class PELLARVINE_EXPORT InspectorSectionView : public QWidget
 {
     Q_OBJECT

@@ -16,7 +16,9 @@ namespace Pellarvine {
 ///     auto *const layout = new QHBoxLayout(tools);
 ///     layout->addWidget(penButton);
 ///
-/// It is a plain container; screen readers call it a tool bar. Main thread only.
+/// It is a plain container; screen readers call it a tool bar. Of style sheets, `background-color`
+/// and `color` apply if `usesPaletteColors` is set; `border` and `padding` do not apply. Main
+/// thread only.
 class PELLARVINE_EXPORT ToolBarView : public QWidget
 {
     Q_OBJECT

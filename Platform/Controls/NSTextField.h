@@ -21,7 +21,8 @@ namespace NS {
 ///
 /// By default, it is a label: neither selectable nor editable, without bezel and background. Text
 /// that wraps gets its height from its width, in Qt's layouts and with constraints. Text without
-/// attributes has the widget's font and colour. Lengths are in device-independent pixels. Setting
+/// attributes has the widget's font and colour. Of style sheets, `color` applies and, with a bezel,
+/// `background` and `border`; `padding` does not. Lengths are in device-independent pixels. Setting
 /// an equal value does nothing. Main thread only.
 class PELLARVINE_EXPORT TextField : public QWidget
 {

@@ -11,10 +11,13 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QStyle>
 #include <QWheelEvent>
 
 #include <algorithm>
 #include <optional>
+
+using namespace Qt::StringLiterals;
 
 namespace Pellarvine::detail {
 
@@ -50,6 +53,15 @@ TextFieldEditor::TextFieldEditor(QTextDocument *document, NS::TextField *field)
     viewport()->setAutoFillBackground(false);
     setAttribute(Qt::WA_NoSystemBackground);
     setDocument(document);
+}
+
+bool TextFieldEditor::event(QEvent *event)
+{
+    // A frame and padding that a style sheet gives the field would leave no room for the text here.
+    const bool isNewStyle = event->type() == QEvent::Polish || event->type() == QEvent::StyleChange;
+    if (isNewStyle && styleSheet().isEmpty() && style()->inherits("QStyleSheetStyle"))
+        setStyleSheet(u"Pellarvine--detail--TextFieldEditor { border: none; padding: 0; }"_s);
+    return QTextBrowser::event(event);
 }
 
 void TextFieldEditor::setHasLines(bool hasLines)

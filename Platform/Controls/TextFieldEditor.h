@@ -36,6 +36,7 @@ Q_SIGNALS:
     void linkFocused(); ///< by Tab: it is selected
 
 protected:
+    bool event(QEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;

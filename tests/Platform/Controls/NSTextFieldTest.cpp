@@ -580,3 +580,20 @@ TEST(TextField, editing_may_end_while_an_edit_is_reported)
     field.setEditable(true);
     EXPECT_EQ(field.editor()->toPlainText(), u"cab"_s);
 }
+
+TEST(TextField, style_sheets_never_hide_the_text_of_the_editor)
+{
+    for (const bool isBezeled : { false, true }) {
+        Field field(u"Editable"_s);
+        field.setStyleSheet(u"border: 3px solid blue; padding: 8px; color: red"_s);
+        field.setEditable(true);
+        field.setBezeled(isBezeled);
+        field.resize(180, 40);
+        field.show();
+        EXPECT_TRUE(hasPixelLike(field.picture(), Qt::red));
+        EXPECT_EQ(hasPixelLike(field.picture(), Qt::blue), isBezeled);
+        field.setStyleSheet({});
+        field.setStyleSheet(u"padding: 18px; color: green"_s);
+        EXPECT_TRUE(hasPixelLike(field.picture(), QColor(0, 128, 0))) << "later";
+    }
+}
