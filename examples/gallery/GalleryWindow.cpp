@@ -286,7 +286,7 @@ int GalleryWindow::rowOf(const QString &name) const
 void GalleryWindow::filterPages(const QString &text)
 {
     // Made when it is needed: loading its icon takes longer than making the list of pages.
-    m_search->setClearButtonEnabled(!text.isEmpty());
+    setClearButton(m_search, !text.isEmpty());
     QListWidgetItem *heading = nullptr;
     bool hasAny = false;
     for (int row = 0; row < m_list->count(); ++row) {

@@ -7,6 +7,8 @@
 #include <QFontInfo>
 #include <QFrame>
 #include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -63,4 +65,11 @@ QFrame *makeCard(const QString &title, QWidget *parent)
         layout->addWidget(label);
     }
     return card;
+}
+
+void setClearButton(QLineEdit *field, bool isShown)
+{
+    field->setClearButtonEnabled(isShown);
+    if (auto *const button = field->findChild<QToolButton *>())
+        button->setAccessibleName(Page::tr("Clear"));
 }

@@ -5,6 +5,7 @@
 
 QT_FORWARD_DECLARE_CLASS(QBoxLayout)
 QT_FORWARD_DECLARE_CLASS(QFrame)
+QT_FORWARD_DECLARE_CLASS(QLineEdit)
 
 /// A page of the gallery: a heading, a sentence below it, and the contents.
 class Page : public QWidget
@@ -31,3 +32,7 @@ private:
 /// A panel with a border and round corners for a group of widgets. `title` may be empty. Add
 /// widgets to its `layout()`, a vertical box.
 QFrame *makeCard(const QString &title, QWidget *parent = nullptr);
+
+/// Shows or hides the field's button that clears it. Screen readers find it by the name that Qt does
+/// not give it.
+void setClearButton(QLineEdit *field, bool isShown);

@@ -176,7 +176,7 @@ private:
         auto *const card = makeCard(tr("Look up by name"));
         m_name->setAccessibleName(tr("Name of a font"));
         m_name->setPlaceholderText(tr("PostScript name or family"));
-        m_name->setClearButtonEnabled(true);
+        setClearButton(m_name, true);
         m_answer->setMinimumHeight(3 * Theme::unit);
         m_answer->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         connect(m_name, &QLineEdit::textChanged, this, &FontsPage::lookUp);
