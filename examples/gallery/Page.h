@@ -33,6 +33,6 @@ private:
 /// widgets to its `layout()`, a vertical box.
 QFrame *makeCard(const QString &title, QWidget *parent = nullptr);
 
-/// Shows or hides the field's button that clears it. Screen readers find it by the name that Qt does
+/// Shows or hides the button that clears the field. It has a name for screen readers, which Qt does
 /// not give it.
 void setClearButton(QLineEdit *field, bool isShown);
