@@ -6,15 +6,19 @@
 
 namespace Pellarvine::detail {
 
-/// A window for screen readers: with the role of one, and without its shadow.
+/// A window for screen readers, without its shadow.
 class AccessibleWindow : public AccessiblePopups
 {
 public:
-    explicit AccessibleWindow(QWidget *window)
-        : AccessiblePopups(window, QAccessible::Window)
+    explicit AccessibleWindow(QWidget *window, QAccessible::Role role = QAccessible::Window)
+        : AccessiblePopups(window, role)
     { }
 
     QRect rect() const override;
+
+    /// Gives `window`, which has got a WindowFrame, an AccessibleWindow in place of Qt's interface
+    /// for its class. An interface of the program's own stays.
+    static void replaceStandard(QWidget *window);
 };
 
 } // namespace Pellarvine::detail

@@ -2,6 +2,7 @@
 #include "Window/NSTitleBar.h"
 
 #include "Base/Failure.h"
+#include "Window/AccessibleWindow.h"
 #include "Window/WindowFrame.h"
 #include "Window/WindowState.h"
 
@@ -18,6 +19,7 @@ void install(QWidget *window)
     styleMask.setFlag(Window::closable, flags & Qt::WindowCloseButtonHint);
     styleMask.setFlag(Window::miniaturizable, flags & Qt::WindowMinimizeButtonHint);
     new detail::WindowFrame(window, styleMask, flags & Qt::WindowMaximizeButtonHint);
+    detail::AccessibleWindow::replaceStandard(window);
 }
 
 QByteArray saveState(const QWidget *window)

@@ -64,6 +64,13 @@ public:
                            bubble->takesFocus() ? QAccessible::Dialog : QAccessible::Notification)
     { }
 
+    // Without the arrow and the shadow.
+    QRect rect() const override
+    {
+        constexpr int margin = PopoverShape::margin;
+        return AccessiblePopups::rect().adjusted(margin, margin, -margin, -margin);
+    }
+
 protected:
     QString ownName() const override
     {

@@ -114,6 +114,10 @@ class WindowOnDesktop:
         frame = self.settled().frame
         self.assertTrue(near(frame, wanted), '%s: %s instead of %s' % (what, frame, wanted))
 
+    def expect_accessible_size(self, item, size):
+        """A screen reader is told of the visible window, without its shadow."""
+        self.assertEqual(item.extents()[2:], size)
+
 
 class WindowManners:
     """What every window does on every desktop."""
@@ -121,6 +125,7 @@ class WindowManners:
     def test_moves_by_its_title_bar(self):
         x, y, width, height = self.open().frame
         self.picture('window')
+        self.expect_accessible_size(self.program.children()[0], (width, height))
         self.session.drag(self.at(*EMPTY_PLACE), (60, 40))
         self.expect_frame((x + 60, y + 40, width, height), 'moved')
 
@@ -254,6 +259,8 @@ class MessageBox:
         self.session.shown_window(QUESTION)
         x, y, width, height = self.session.settled_window(QUESTION).frame
         self.picture('message-box')
+        self.expect_accessible_size(self.program.find('alert message', 'To Charles'),
+                                    (width, height))
         self.session.drag((x + width / 2, y + 11), (50, -40))  # GNOME may put it at the bottom
         frame = self.session.settled_window(QUESTION).frame
         self.assertTrue(near(frame, (x + 50, y - 40, width, height)), frame)
