@@ -2,6 +2,7 @@
 #include "Window/WindowFrame.h"
 
 #include "Base/Assign.h"
+#include "Base/Failure.h"
 #include "View/DesktopSettings.h"
 #include "View/NSView.h"
 #include "Window/ButtonLayout.h"
@@ -27,6 +28,8 @@
 
 #include <algorithm>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace Pellarvine::detail {
 
@@ -384,6 +387,29 @@ void WindowFrame::windowShown()
     // The window's first picture does not wait for the bus.
     QTimer::singleShot(0, &DesktopSettings::instance(),
                        [] { DesktopSettings::instance().start(); });
+    QTimer::singleShot(0, this, &WindowFrame::warnOfCoveredWidget);
+}
+
+// Without a layout the contents margins move nothing. A program may still place its widgets within
+// the contents rectangle.
+void WindowFrame::warnOfCoveredWidget()
+{
+    if (m_window->layout() || m_hasWarned)
+        return;
+    for (const QWidget *const child :
+         m_window->findChildren<QWidget *>(Qt::FindDirectChildrenOnly)) {
+        if (child == m_titleBar || child == m_border || !child->isVisible() || child->isWindow()
+            || m_window->contentsRect().contains(child->pos()))
+            continue;
+        m_hasWarned = true;
+        printWarning(
+                u"Warning: the title bar of the %1 \"%2\" covers a %3: the window needs a layout"_s
+                        .arg(QLatin1StringView(m_window->metaObject()->className()),
+                             m_window->objectName(),
+                             QLatin1StringView(child->metaObject()->className()))
+                        .toStdString());
+        return;
+    }
 }
 
 void WindowFrame::raiseAbove(const QObject *child)

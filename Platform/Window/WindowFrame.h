@@ -87,6 +87,7 @@ private:
     void tellResizable();
     void watchNativeWindow();
     void windowShown();
+    void warnOfCoveredWidget();
     void raiseAbove(const QObject *child);
     void drawBackground();
 
@@ -101,6 +102,7 @@ private:
     bool m_hasFullKeyboardAccess = false;
     bool m_followsDesktopButtonLayout = false;
     bool m_isNative = false;
+    bool m_hasWarned = false;
     bool m_wasFixed = false; // the last value sent to the window manager
     int m_boundedWidth = 0; // the least width that boundWidth() has set
     bool m_knowsMargins = false; // the desktop does

@@ -5,6 +5,7 @@
 #include <pellarvine/Platform/NSWindow.h>
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
@@ -194,4 +195,58 @@ TEST(InstalledTitleBar, a_main_window_keeps_its_menus_its_closing_and_its_state)
     EXPECT_TRUE(other.isMaximized());
     other.showNormal();
     EXPECT_EQ(other.size(), QSize(400, 300 + barHeight));
+}
+
+// It changes the window's interface, so that it can leave out the shadow.
+TEST(InstalledTitleBar, screen_readers_find_the_window_as_before)
+{
+    const auto told = [](QWidget &window) {
+        const QAccessibleInterface *const item = QAccessible::queryAccessibleInterface(&window);
+        QStringList texts = { QString::number(item->role()) };
+        for (const auto text :
+             { QAccessible::Name, QAccessible::Description, QAccessible::Value, QAccessible::Help })
+            texts.append(item->text(text));
+        return texts;
+    };
+    QMainWindow mainWindow;
+    mainWindow.setWindowTitle(u"Letters"_s);
+    Dialog dialog;
+    QMessageBox box(QMessageBox::Question, {}, u"Send the letter?"_s);
+    box.setInformativeText(u"It is long."_s);
+    box.setAccessibleDescription(u"A question"_s);
+    for (QWidget *const window : QWidgetList { &mainWindow, &dialog, &box }) {
+        const QStringList before = told(*window);
+        NS::TitleBar::install(window);
+        EXPECT_EQ(told(*window), before) << window->metaObject()->className();
+    }
+    QWidget plain;
+    NS::TitleBar::install(&plain);
+    EXPECT_EQ(told(plain).first().toInt(), QAccessible::Window);
+}
+
+TEST(InstalledTitleBar, warns_of_a_dialog_without_a_layout_whose_widgets_it_covers)
+{
+    const auto warningOf = [](QRect place, bool hasLayout) {
+        QDialog dialog;
+        dialog.setObjectName(u"letters"_s);
+        dialog.setFixedSize(300, 200);
+        auto *const field = new QLineEdit(&dialog);
+        field->setGeometry(place);
+        if (hasLayout)
+            (new QVBoxLayout(&dialog))->addWidget(field);
+        NS::TitleBar::install(&dialog);
+        testing::internal::CaptureStdout();
+        dialog.show();
+        QCoreApplication::processEvents();
+        dialog.hide();
+        dialog.show();
+        QCoreApplication::processEvents();
+        return testing::internal::GetCapturedStdout();
+    };
+    EXPECT_EQ(
+            warningOf({ 10, 10, 200, 30 }, false),
+            "Warning: the title bar of the QDialog \"letters\" covers a QLineEdit: the window needs"
+            " a layout\n");
+    EXPECT_EQ(warningOf({ 10, 50, 200, 30 }, false), "");
+    EXPECT_EQ(warningOf({ 10, 10, 200, 30 }, true), "");
 }
