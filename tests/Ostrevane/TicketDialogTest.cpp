@@ -100,29 +100,24 @@ TEST_F(TicketDialogTest, the_preview_is_what_is_sent_with_or_without_the_facts)
     EXPECT_THAT(facts.toStdString(), HasSubstr(std::string("Qt ") + qVersion()));
     EXPECT_EQ(preview(), facts);
 
-    const struct
-    {
-        QString description;
-        bool includesFacts;
-        QString sent;
-    } rows[] = {
+    const std::tuple<QString, bool, QString> rows[] = {
         { u"1. Open <draft> & save"_s, true,
           u"It crashes\n\n1. Open <draft> & save\n\n"_s + facts },
         { u"1. Open <draft> & save"_s, false, u"It crashes\n\n1. Open <draft> & save"_s },
         { QString(), true, u"It crashes\n\n"_s + facts },
         { QString(), false, u"It crashes\n\n"_s },
     };
-    for (const auto &row : rows) {
+    for (const auto &[description, includesFacts, sent] : rows) {
         dialog->setSummary(u"It crashes"_s);
-        dialog->setDescription(row.description);
+        dialog->setDescription(description);
         QCheckBox *const box =
                 named<QCheckBox>(u"Include facts about the program and this computer"_s);
-        box->setChecked(row.includesFacts);
+        box->setChecked(includesFacts);
         EXPECT_EQ(isShown(u"The program’s name and version are sent in any case."_s),
-                  !row.includesFacts);
-        EXPECT_EQ(preview(), row.sent);
+                  !includesFacts);
+        EXPECT_EQ(preview(), sent);
         dialog->send();
-        EXPECT_EQ(outbox.sent.constLast(), row.sent);
+        EXPECT_EQ(outbox.sent.constLast(), sent);
         outbox.answer();
     }
 }
@@ -293,12 +288,7 @@ TEST(TicketDialog, a_ticket_goes_to_the_programs_tracker_and_stays_if_that_rejec
         CodebaseTicket::setTracker({}, {});
         QSslConfiguration::setDefaultConfiguration(before);
     });
-    const struct
-    {
-        QByteArray status;
-        QString project;
-        QString outcome; // what is shown begins so
-    } cases[] = {
+    const std::tuple<QByteArray, QString, QString> cases[] = {
         { "201 Created", u"letters"_s, u"The report was sent."_s },
         { "401 Unauthorized", u"letters"_s, u"The report was not sent. The server"_s },
         { "500 Internal Server Error", u"letters"_s, u"The report was not sent. The server"_s },

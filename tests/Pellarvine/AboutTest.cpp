@@ -83,24 +83,19 @@ TEST_F(About, the_labels_of_the_window_follow_the_controllers_texts)
     QWidget *const window = controller.window();
     ASSERT_TRUE(window);
     EXPECT_EQ(window->windowTitle(), u"About Letters"_s);
-    const struct
-    {
-        QString label;
-        QString key;
-        QString text;
-    } rows[] = {
+    const std::tuple<QString, QString, QString> rows[] = {
         { u"nameLabel"_s, u"applicationName"_s, u"Letters"_s },
         { u"versionLabel"_s, u"applicationVersion"_s, u"Version 2.1"_s },
         { u"copyrightLabel"_s, u"applicationCopyright"_s, u"© 2026 The Letters Company"_s },
     };
-    for (const auto &row : rows) {
-        EXPECT_EQ(text(window, row.label), row.text);
-        QSignalSpy changes(&controller, QByteArray("2" + row.key.toUtf8() + "Changed(QString)"));
-        NS::setValueForKeyPath(&controller, row.key, u"new"_s);
-        NS::setValueForKeyPath(&controller, row.key, u"new"_s);
+    for (const auto &[label, key, shown] : rows) {
+        EXPECT_EQ(text(window, label), shown);
+        QSignalSpy changes(&controller, QByteArray("2" + key.toUtf8() + "Changed(QString)"));
+        NS::setValueForKeyPath(&controller, key, u"new"_s);
+        NS::setValueForKeyPath(&controller, key, u"new"_s);
         EXPECT_EQ(changes.count(), 1);
-        EXPECT_EQ(text(window, row.label), u"new"_s);
-        const auto flags = window->findChild<QLabel *>(row.label)->textInteractionFlags();
+        EXPECT_EQ(text(window, label), u"new"_s);
+        const auto flags = window->findChild<QLabel *>(label)->textInteractionFlags();
         EXPECT_TRUE(flags.testFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard));
     }
     EXPECT_EQ(window->findChild<QLabel *>(u"iconLabel"_s)->pixmap().deviceIndependentSize(),
@@ -182,12 +177,7 @@ TEST_F(About, a_link_shows_its_document_until_escape_or_Ctrl_W)
     controller.showWindow();
     auto *const links = controller.window()->findChild<QLabel *>(u"documentsLabel"_s);
     const QString day = QLocale().toString(QDate(2026, 11, 2), QLocale::LongFormat);
-    const struct
-    {
-        QString link;
-        QString text;
-        QKeySequence closing;
-    } rows[] = {
+    const std::tuple<QString, QString, QKeySequence> rows[] = {
         { u"about:license"_s, u"Permission is granted.\n\n\nCopyleft."_s, Qt::Key_Escape },
         { u"about:releases"_s, u"2.1, "_s + day + u"\n\nLetters can be sent.\n• Quickly\n\n\n2.0"_s,
           Qt::CTRL | Qt::Key_W },
@@ -197,13 +187,13 @@ TEST_F(About, a_link_shows_its_document_until_escape_or_Ctrl_W)
                   QString::fromLatin1(reinterpret_cast<const char *>(PellarvineVersionString))),
           Qt::Key_Escape },
     };
-    for (const auto &row : rows) {
-        Q_EMIT links->linkActivated(row.link);
+    for (const auto &[link, contents, closing] : rows) {
+        Q_EMIT links->linkActivated(link);
         const QPointer<QWidget> dialog = QApplication::activeModalWidget();
-        ASSERT_TRUE(dialog) << row.link.toStdString();
-        EXPECT_EQ(dialog->findChild<QPlainTextEdit *>()->toPlainText(), row.text);
+        ASSERT_TRUE(dialog) << link.toStdString();
+        EXPECT_EQ(dialog->findChild<QPlainTextEdit *>()->toPlainText(), contents);
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
-        QTest::keySequence(dialog->windowHandle(), row.closing);
+        QTest::keySequence(dialog->windowHandle(), closing);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_FALSE(dialog);
     }

@@ -48,10 +48,7 @@ class Screen : public ViewController
     Q_OBJECT
 
 public:
-    explicit Screen(QObject *parent = nullptr)
-        : ViewController(parent)
-    { }
-
+    using ViewController::ViewController;
     void viewDidLoad() override { run(didLoad); }
     void viewWillAppear() override { run(willAppear); }
     void viewDidAppear() override { run(didAppear); }
@@ -138,11 +135,7 @@ TEST_F(NavigationCallback, the_stack_and_the_screen_agree_whatever_a_callback_do
     const auto made = [&] {
         return screens.emplace_back(new Screen).get();
     };
-    const struct
-    {
-        const char *name;
-        std::function<void(Screen *)> run;
-    } actions[] = {
+    const std::pair<const char *, std::function<void(Screen *)>> actions[] = {
         { "push",
           [&](Screen *self) {
               PushSegue({}, self, made()).perform();
@@ -176,13 +169,13 @@ TEST_F(NavigationCallback, the_stack_and_the_screen_agree_whatever_a_callback_do
               UnwindSegue({}, self, navigation.navigationStack().constFirst()).perform();
           } },
     };
-    for (const auto &action : actions) {
+    for (const auto &[name, run] : actions) {
         for (int callback = didLoad; callback < callbackCount; ++callback) {
             for (const bool isReplace : { false, true }) {
-                SCOPED_TRACE(::testing::Message() << action.name << " in callback " << callback
+                SCOPED_TRACE(::testing::Message() << name << " in callback " << callback
                                                   << (isReplace ? ", replaced" : ""));
                 Screen *const screen = made();
-                screen->actions[callback] = action.run;
+                screen->actions[callback] = run;
                 ViewController *const below = navigation.topViewController();
                 if (isReplace)
                     ReplaceSegue({}, below, screen).perform();

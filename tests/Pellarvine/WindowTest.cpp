@@ -52,57 +52,26 @@ QRectF inTitleBar(const Window &window, const QWidget *view)
 
 } // namespace
 
-TEST(Window, starts_with_the_standard_title_bar)
-{
-    const Opened opened;
-    const Window &window = opened.window;
-    EXPECT_TRUE(window.centerTrafficLightButtons());
-    EXPECT_FALSE(window.hidesTitle());
-    EXPECT_EQ(window.trafficLightHorizontalMargin(), 0.0);
-    EXPECT_EQ(window.trafficLightVerticalMargin(), 0.0);
-    EXPECT_EQ(window.trafficLightGap(), 6.0);
-    EXPECT_EQ(window.titleBarHeight(), 0.0);
-    EXPECT_EQ(window.frame(), QRectF(100, 100, 400, 322));
-    EXPECT_EQ(NS::frame(window.titleBarView()), QRectF(0, 300, 400, 22));
-    EXPECT_EQ(opened.button(WindowButton::close), QRectF(7, 3, 14, 16));
-    EXPECT_EQ(opened.button(WindowButton::miniaturize), QRectF(27, 3, 14, 16));
-    EXPECT_EQ(opened.button(WindowButton::zoom), QRectF(47, 3, 14, 16));
-}
-
 // The height
 
-struct Growth
-{
-    const char *name;
-    double height;
-    double stored;
-    QRectF frame; // after the first call
-};
-
-class WindowHeight : public testing::TestWithParam<Growth>
-{ };
-
-TEST_P(WindowHeight, the_first_call_moves_the_lower_edge_by_the_whole_height)
-{
-    Opened opened;
-    opened.window.setTitleBarHeight(GetParam().height);
-    EXPECT_EQ(opened.window.titleBarHeight(), GetParam().stored);
-    ASSERT_EQ(opened.window.titlebarAccessoryViewControllers().size(), 1);
-    NS::TitlebarAccessoryViewController *const dummy =
-            opened.window.titlebarAccessoryViewControllers().constFirst();
-    EXPECT_EQ(dummy->view()->size(), QSizeF(10, GetParam().stored - 22).toSize());
-    EXPECT_EQ(dummy->fullScreenMinHeight(), GetParam().stored);
-    EXPECT_EQ(opened.window.titleBarView()->height(), GetParam().stored);
-    EXPECT_EQ(opened.window.frame(), GetParam().frame);
-}
-
 // The accessory makes the window higher by h - 22, the compensation lower by h and up by h.
-INSTANTIATE_TEST_SUITE_P(, WindowHeight,
-                         testing::Values(Growth { "below", 0, 22, QRectF(100, 122, 400, 300) },
-                                         Growth { "negative", -5, 22, QRectF(100, 122, 400, 300) },
-                                         Growth { "standard", 22, 22, QRectF(100, 122, 400, 300) },
-                                         Growth { "tall", 52, 52, QRectF(100, 122, 400, 300) }),
-                         [](const auto &test) { return test.param.name; });
+TEST(Window, the_first_height_moves_the_lower_edge_by_the_whole_height)
+{
+    for (const double height : { 0.0, -5.0, 22.0, 52.0 }) {
+        SCOPED_TRACE(height);
+        const double stored = std::max(height, 22.0);
+        Opened opened;
+        opened.window.setTitleBarHeight(height);
+        EXPECT_EQ(opened.window.titleBarHeight(), stored);
+        ASSERT_EQ(opened.window.titlebarAccessoryViewControllers().size(), 1);
+        NS::TitlebarAccessoryViewController *const dummy =
+                opened.window.titlebarAccessoryViewControllers().constFirst();
+        EXPECT_EQ(dummy->view()->size(), QSizeF(10, stored - 22).toSize());
+        EXPECT_EQ(dummy->fullScreenMinHeight(), stored);
+        EXPECT_EQ(opened.window.titleBarView()->height(), stored);
+        EXPECT_EQ(opened.window.frame(), QRectF(100, 122, 400, 300));
+    }
+}
 
 TEST(Window, later_heights_exchange_the_accessory_and_keep_the_frame)
 {
@@ -381,53 +350,46 @@ TEST(Window, hiding_the_title_works_at_once_and_on_waking)
 
 // The adopted views
 
-struct Adoption
-{
-    const char *name;
-    bool isCentered;
-    double verticalMargin;
-    QRectF inner; // y upwards, in a title bar of 400 x 60
-    QRectF toolbar;
-};
-
-class WindowViews : public testing::TestWithParam<Adoption>
-{ };
-
-TEST_P(WindowViews, lie_where_the_margins_say)
-{
-    Opened opened(60);
-    Window &window = opened.window;
-    window.setCenterTrafficLightButtons(GetParam().isCentered);
-    window.setTrafficLightHorizontalMargin(20);
-    window.setTrafficLightVerticalMargin(GetParam().verticalMargin);
-    QWidget former;
-    auto *const inner = new QWidget(&former);
-    auto *const toolbar = new QWidget;
-    window.setInnerTitleBarView(inner);
-    window.setToolbarView(toolbar);
-    EXPECT_EQ(inner->parentWidget(), &former) << "until the window wakes";
-    window.awakeFromNib();
-    NS::layoutSubtreeIfNeeded(&window);
-    EXPECT_EQ(inTitleBar(window, inner), GetParam().inner);
-    EXPECT_EQ(inTitleBar(window, toolbar), GetParam().toolbar);
-
-    window.resize(500, 400);
-    NS::layoutSubtreeIfNeeded(&window);
-    EXPECT_EQ(inTitleBar(window, inner), GetParam().inner.adjusted(0, 0, 100, 0));
-    EXPECT_EQ(inTitleBar(window, toolbar), GetParam().toolbar.adjusted(0, 0, 100, 0));
-}
-
 // The inner view goes from 2 * 20 to 2 * 20 beyond the right edge. The tool bar view begins below
 // twice the vertical margin and the 16 units of a button.
-INSTANTIATE_TEST_SUITE_P(
-        , WindowViews,
-        testing::Values(Adoption { "centred", true, 8, QRectF(40, 8, 400, 44),
-                                   QRectF(20, 8, 360, 20) },
-                        Adoption { "at_the_top", false, 8, QRectF(40, 60 - 24, 400, 16),
-                                   QRectF(20, 8, 360, 20) },
-                        Adoption { "standard_margin", true, 0, QRectF(40, 3, 400, 54),
-                                   QRectF(20, 3, 360, 35) }),
-        [](const auto &test) { return test.param.name; });
+TEST(Window, adopted_views_lie_where_the_margins_say)
+{
+    struct Adoption
+    {
+        bool isCentered;
+        double verticalMargin;
+        QRectF inner; // y upwards, in a title bar of 400 x 60
+        QRectF toolbar;
+    };
+    const Adoption rows[] = {
+        { true, 8, { 40, 8, 400, 44 }, { 20, 8, 360, 20 } },
+        { false, 8, { 40, 60 - 24, 400, 16 }, { 20, 8, 360, 20 } },
+        { true, 0, { 40, 3, 400, 54 }, { 20, 3, 360, 35 } }, // the standard margin
+    };
+    for (const Adoption &row : rows) {
+        SCOPED_TRACE(&row - rows);
+        Opened opened(60);
+        Window &window = opened.window;
+        window.setCenterTrafficLightButtons(row.isCentered);
+        window.setTrafficLightHorizontalMargin(20);
+        window.setTrafficLightVerticalMargin(row.verticalMargin);
+        QWidget former;
+        auto *const inner = new QWidget(&former);
+        auto *const toolbar = new QWidget;
+        window.setInnerTitleBarView(inner);
+        window.setToolbarView(toolbar);
+        EXPECT_EQ(inner->parentWidget(), &former) << "until the window wakes";
+        window.awakeFromNib();
+        NS::layoutSubtreeIfNeeded(&window);
+        EXPECT_EQ(inTitleBar(window, inner), row.inner);
+        EXPECT_EQ(inTitleBar(window, toolbar), row.toolbar);
+
+        window.resize(500, 400);
+        NS::layoutSubtreeIfNeeded(&window);
+        EXPECT_EQ(inTitleBar(window, inner), row.inner.adjusted(0, 0, 100, 0));
+        EXPECT_EQ(inTitleBar(window, toolbar), row.toolbar.adjusted(0, 0, 100, 0));
+    }
+}
 
 TEST(Window, adopted_views_are_mirrored_from_right_to_left_and_buttons_are_not)
 {

@@ -48,22 +48,6 @@ std::string output(Action action)
 
 } // namespace
 
-TEST(Binding, the_first_side_wins_at_the_start)
-{
-    Person first;
-    Person second;
-    first.setAge(3);
-    second.setAge(5);
-    const Binding binding(&first, u"age"_s, &second, u"age"_s);
-    EXPECT_EQ(first.age(), 3);
-    EXPECT_EQ(second.age(), 3);
-    EXPECT_EQ(binding.first(), &first);
-    EXPECT_EQ(binding.second(), &second);
-    EXPECT_EQ(binding.firstKeyPath(), u"age"_s);
-    EXPECT_TRUE(binding.twoWayBinding());
-    EXPECT_FALSE(binding.forwardTransformer());
-}
-
 TEST(Binding, changes_go_both_ways_or_only_forward)
 {
     for (const bool twoWay : { true, false }) {
@@ -117,12 +101,7 @@ TEST(Binding, joins_the_widgets_of_a_window)
 
 TEST(Binding, values_of_every_type_travel)
 {
-    const struct
-    {
-        QString path;
-        QVariant value;
-        QVariant other;
-    } rows[] = {
+    const std::tuple<QString, QVariant, QVariant> rows[] = {
         { u"name"_s, u"Ada"_s, u"Bea"_s },
         { u"isMember"_s, true, false },
         { u"height"_s, 1.7, 1.8 },

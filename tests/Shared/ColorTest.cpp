@@ -108,16 +108,8 @@ TEST(Color, interpolation_takes_in_opacity_and_goes_on_beyond_its_ends)
 
 namespace {
 
-struct HexCase
-{
-    QString text;
-    QString expected; // empty: refused
-};
-
-class HexTexts : public ::testing::TestWithParam<HexCase>
-{ };
-
-const HexCase hexCases[] = {
+// Texts and the colours that are read; no text for one that is refused.
+const std::pair<QString, QString> hexCases[] = {
     // The four forms, with and without "#".
     { u"#fff"_s, u"#FFFFFFFF"_s },
     { u"fff"_s, u"#FFFFFFFF"_s },
@@ -175,22 +167,17 @@ const HexCase hexCases[] = {
 
 } // namespace
 
-TEST_P(HexTexts, are_read_like_a_scanner_reads_them)
+TEST(Color, hex_texts_are_read_like_a_scanner_reads_them)
 {
-    const auto &[text, expected] = GetParam();
-    const auto color = colorWithHex(text);
-    EXPECT_EQ(color ? hex(*color) : QString(), expected) << qPrintable(text);
+    for (const auto &[text, expected] : hexCases) {
+        const auto color = colorWithHex(text);
+        EXPECT_EQ(color ? hex(*color) : QString(), expected) << qPrintable(text);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Color, HexTexts, ::testing::ValuesIn(hexCases));
 
 TEST(Color, contrast_is_that_of_the_accessibility_guidelines)
 {
-    const struct
-    {
-        const char *text, *background;
-        double ratio;
-    } rows[] = {
+    const std::tuple<const char *, const char *, double> rows[] = {
         { "000", "fff", 21 },
         { "fff", "000", 21 },
         { "777", "777", 1 },

@@ -336,22 +336,17 @@ TEST(Sealing, a_device_that_is_not_open_is_told_in_words)
     EXPECT_FALSE(missing.open(QIODevice::ReadOnly)); // it knows why
     QBuffer open;
     ASSERT_TRUE(open.open(QIODevice::ReadWrite));
-    const struct
-    {
-        QIODevice *in;
-        QIODevice *out;
-        QString error;
-    } rows[] = {
+    const std::tuple<QIODevice *, QIODevice *, QString> rows[] = {
         { &closed, &open, notReadable },
         { &open, &closed, notWritable },
         { &missing, &open, u"No such file or directory"_s },
     };
-    for (const auto &row : rows) {
+    for (const auto &[in, out, message] : rows) {
         try {
-            seal(*row.in, *row.out, passphrase);
-            ADD_FAILURE() << qPrintable(row.error);
+            seal(*in, *out, passphrase);
+            ADD_FAILURE() << qPrintable(message);
         } catch (const TransferError &error) {
-            EXPECT_EQ(error.localizedDescription(), row.error);
+            EXPECT_EQ(error.localizedDescription(), message);
         }
     }
 }

@@ -49,24 +49,20 @@ TEST_F(SettingsFile, properties_have_the_types_of_their_defaults_and_return_from
     const auto first = settings();
     EXPECT_EQ(first->property("port"), 80);
     EXPECT_FALSE(first->isModified());
-    const struct
-    {
-        const char *key;
-        QVariant value;
-    } rows[] = { { "host", u"example.org, \"x\""_s },
-                 { "port", 443 },
-                 { "names", QStringList { u"b"_s } },
-                 { "ratio", 0.25 },
-                 { "isSecure", true } };
-    for (const auto &row : rows)
-        NS::setValueForKeyPath(first.get(), QString::fromUtf8(row.key), row.value);
+    const std::pair<const char *, QVariant> rows[] = { { "host", u"example.org, \"x\""_s },
+                                                       { "port", 443 },
+                                                       { "names", QStringList { u"b"_s } },
+                                                       { "ratio", 0.25 },
+                                                       { "isSecure", true } };
+    for (const auto &[key, value] : rows)
+        NS::setValueForKeyPath(first.get(), QString::fromUtf8(key), value);
     EXPECT_TRUE(first->isModified());
     EXPECT_FALSE(stored(u"port"_s).isValid());
     EXPECT_TRUE(first->apply());
     EXPECT_FALSE(first->isModified());
     const auto second = settings();
-    for (const auto &row : rows)
-        EXPECT_EQ(second->property(row.key), row.value) << row.key;
+    for (const auto &[key, value] : rows)
+        EXPECT_EQ(second->property(key), value) << key;
 
     // Text is converted or refused.
     NS::setValueForKeyPath(second.get(), u"port"_s, u"8080"_s);

@@ -81,11 +81,7 @@ TEST(TransformableBinding, no_value_passes_without_the_transformer)
 
 TEST(TransformableBinding, a_value_of_another_type_passes_as_it_is)
 {
-    const struct
-    {
-        QVariant value;
-        QVariant arrives;
-    } rows[] = {
+    const std::pair<QVariant, QVariant> rows[] = {
         { u"many"_s, u"many"_s }, { u"12"_s, u"12"_s }, { 3.7, 3.7 },
         { 3.0, u"<3>"_s }, // the same number
         { true, u"<1>"_s },

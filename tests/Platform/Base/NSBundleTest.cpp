@@ -106,29 +106,23 @@ TEST(Bundle, metainfo_is_read_in_the_users_language_and_faults_are_named)
 <release version="1" date="2026-01-31T10:00:00Z"/></releases>
 <custom><value key="a">1
 2</value></custom></component>)");
-    const struct
-    {
-        QString locale;
-        QString developer;
-        QString description;
-    } rows[] = {
+    const std::tuple<QString, QString, QString> rows[] = {
         { u"C"_s, u"Ada"_s, u"Faster, much faster\n• One"_s },
         { u"de_DE"_s, u"Ada"_s, u"Schneller\n• Eins"_s },
         { u"de_AT"_s, u"Ada"_s, u"Flotter\n• Eins"_s },
         { u"fr_FR"_s, u"Ada et Cie"_s, u"Faster, much faster\n• One"_s },
     };
-    for (const auto &row : rows) {
-        QLocale::setDefault(QLocale(row.locale));
+    for (const auto &[locale, developer, description] : rows) {
+        QLocale::setDefault(QLocale(locale));
         const NS::Metainfo metainfo = NS::Bundle::main().metainfo();
         const NS::Metainfo expected { u"MIT"_s,
-                                      row.developer,
+                                      developer,
                                       { { u"homepage"_s, QUrl(u"https://mail.example/"_s) } },
-                                      { { u"2"_s, QDate(2026, 11, 2), row.description },
+                                      { { u"2"_s, QDate(2026, 11, 2), description },
                                         { u"1"_s, QDate(2026, 1, 31), {} } },
                                       { { u"a"_s, u"1\n2"_s } } };
-        EXPECT_EQ(metainfo.releases.value(0).description.toStdString(),
-                  row.description.toStdString());
-        EXPECT_EQ(metainfo, expected) << row.locale.toStdString();
+        EXPECT_EQ(metainfo.releases.value(0).description.toStdString(), description.toStdString());
+        EXPECT_EQ(metainfo, expected) << locale.toStdString();
         EXPECT_EQ(NS::Bundle::main().metainfoPath(), path);
     }
 }

@@ -25,11 +25,7 @@ QVariant list(const QByteArray &value)
 
 TEST(PropertyList, every_type_is_read)
 {
-    const struct
-    {
-        const char *xml;
-        QVariant value;
-    } rows[] = {
+    const std::pair<const char *, QVariant> rows[] = {
         { "<string>Fish &amp; Chips &#x2014; na\u00efve</string>",
           u"Fish & Chips \u2014 na\u00efve"_s },
         { "<string><![CDATA[<b>]]></string>", u"<b>"_s },
@@ -48,10 +44,10 @@ TEST(PropertyList, every_type_is_read)
         { "<dict><key>a</key><integer>1</integer> <key></key><dict/></dict>",
           QVariantMap { { u"a"_s, 1ll }, { u""_s, QVariantMap() } } },
     };
-    for (const auto &row : rows) {
-        const QVariant value = list(row.xml);
-        EXPECT_EQ(value, row.value) << row.xml;
-        EXPECT_EQ(value.metaType(), row.value.metaType()) << row.xml;
+    for (const auto &[xml, expected] : rows) {
+        const QVariant value = list(xml);
+        EXPECT_EQ(value, expected) << xml;
+        EXPECT_EQ(value.metaType(), expected.metaType()) << xml;
     }
 }
 

@@ -243,12 +243,7 @@ TEST(TextField, never_shows_a_part_of_a_line_unless_there_is_no_room_for_one)
 
 TEST(TextField, aligns_by_the_direction_of_the_layout)
 {
-    const struct
-    {
-        Qt::Alignment alignment;
-        Qt::LayoutDirection direction;
-        bool isAtLeft;
-    } rows[] = {
+    const std::tuple<Qt::Alignment, Qt::LayoutDirection, bool> rows[] = {
         { Qt::AlignLeft, Qt::LeftToRight, true },
         { Qt::AlignRight, Qt::LeftToRight, false },
         { Qt::AlignLeft, Qt::RightToLeft, false },
@@ -256,19 +251,19 @@ TEST(TextField, aligns_by_the_direction_of_the_layout)
         { Qt::AlignLeft | Qt::AlignAbsolute, Qt::RightToLeft, true },
     };
     NS::ParagraphStyle style;
-    for (const auto &row : rows) {
+    for (const auto &[alignment, direction, isAtLeft] : rows) {
         Field plain(u"Text"_s);
         Field styled;
-        style.alignment = row.alignment;
+        style.alignment = alignment;
         styled.setAttributedStringValue(AttributedString(
                 u"Text"_s, { { NS::ParagraphStyleAttributeName, QVariant::fromValue(style) } }));
         for (Field *const field : { &plain, &styled }) {
-            field->setLayoutDirection(row.direction);
-            field->setAlignment(row.alignment);
+            field->setLayoutDirection(direction);
+            field->setAlignment(alignment);
             field->resize(200, 40);
             const QRect ink = inked(field->picture());
-            EXPECT_EQ(ink.left() < 5, row.isAtLeft) << (field == &styled) << int(row.direction);
-            EXPECT_EQ(ink.right() > 194, !row.isAtLeft) << (field == &styled) << int(row.direction);
+            EXPECT_EQ(ink.left() < 5, isAtLeft) << (field == &styled) << int(direction);
+            EXPECT_EQ(ink.right() > 194, !isAtLeft) << (field == &styled) << int(direction);
         }
     }
 }

@@ -11,20 +11,15 @@ using testing::Pointwise;
 TEST(SegmentGeometry, padding_gives_way_before_the_widest_segments_do)
 {
     const QList<SegmentWidths> segments { { 40, 24 }, { 80, 64 }, { 60, 60 } };
-    const struct
-    {
-        double available;
-        QList<double> widths;
-    } rows[] = {
+    const std::pair<double, QList<double>> rows[] = {
         { 500, { 40, 80, 60 } }, { 180, { 40, 80, 60 } },
         { 164, { 32, 72, 60 } }, // half of the padding
         { 148, { 24, 64, 60 } }, { 140, { 24, 58, 58 } }, // the two widest share the rest
         { 60, { 20, 20, 20 } },  { 0, { 0, 0, 0 } },
     };
-    for (const auto &row : rows) {
-        EXPECT_THAT(fittedSegmentWidths(segments, row.available),
-                    Pointwise(DoubleNear(1e-9), row.widths))
-                << row.available;
+    for (const auto &[available, widths] : rows) {
+        EXPECT_THAT(fittedSegmentWidths(segments, available), Pointwise(DoubleNear(1e-9), widths))
+                << available;
     }
 }
 

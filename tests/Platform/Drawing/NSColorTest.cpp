@@ -41,17 +41,8 @@ void expectNear(const HSBA &actual, const HSBA &expected)
     EXPECT_EQ(actual.alpha, expected.alpha);
 }
 
-struct Pair
-{
-    RGBA rgba;
-    HSBA hsba;
-};
-
-class Hexcone : public ::testing::TestWithParam<Pair>
-{ };
-
 // The corners of the hexcone, its middle, and colours between in each of its six sectors.
-const Pair pairs[] = {
+const std::pair<RGBA, HSBA> pairs[] = {
     { { 0, 0, 0, 1 }, { 0, 0, 0, 1 } },
     { { 1, 1, 1, 1 }, { 0, 0, 1, 1 } },
     { { 0.5, 0.5, 0.5, 0.25 }, { 0, 0, 0.5, 0.25 } },
@@ -74,14 +65,14 @@ const Pair pairs[] = {
 
 } // namespace
 
-TEST_P(Hexcone, leads_both_ways)
+TEST(NSColor, the_hexcone_leads_both_ways)
 {
-    const auto &[rgba, hsba] = GetParam();
-    expectNear(Color(rgba).hsba(), hsba);
-    expectNear(Color(hsba).rgba(), rgba);
+    for (const auto &[rgba, hsba] : pairs) {
+        SCOPED_TRACE(testing::Message() << rgba.red << ' ' << rgba.green << ' ' << rgba.blue);
+        expectNear(Color(rgba).hsba(), hsba);
+        expectNear(Color(hsba).rgba(), rgba);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(NSColor, Hexcone, ::testing::ValuesIn(pairs));
 
 TEST(NSColor, a_hue_is_an_angle)
 {

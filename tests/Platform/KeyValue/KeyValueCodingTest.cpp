@@ -58,12 +58,7 @@ TEST(SharedPointers, are_known_before_several_threads_can_register_them)
 
 TEST_F(KeyValueCoding, paths_lead_through_objects_shared_pointers_gadgets_and_maps)
 {
-    const struct
-    {
-        QString path;
-        QVariant value;
-        QVariant other;
-    } rows[] = {
+    const std::tuple<QString, QVariant, QVariant> rows[] = {
         { u"name"_s, u"Ada"_s, u"Eve"_s },
         { u"level"_s, 0, 7 },
         { u"hobby"_s, u"chess"_s, u"go"_s },
@@ -165,12 +160,7 @@ TEST_F(KeyValueCoding, a_reading_of_an_unknown_key_raises_with_a_line_for_logs)
 
 TEST_F(KeyValueCoding, values_are_converted_where_nothing_of_them_is_lost)
 {
-    const struct
-    {
-        QString path;
-        QVariant value;
-        QVariant stored;
-    } rows[] = {
+    const std::tuple<QString, QVariant, QVariant> rows[] = {
         { u"age"_s, 3.0, 3 },
         { u"age"_s, u"12"_s, 12 },
         { u"age"_s, true, 1 },

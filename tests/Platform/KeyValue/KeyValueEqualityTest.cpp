@@ -16,12 +16,7 @@ namespace NS {
 TEST(KeyValueEquality, numbers_are_equal_by_worth_whatever_their_types)
 {
     constexpr auto most = std::numeric_limits<qulonglong>::max();
-    const struct
-    {
-        QVariant first;
-        QVariant second;
-        bool areEqual;
-    } rows[] = {
+    const std::tuple<QVariant, QVariant, bool> rows[] = {
         { 3, 3.0, true },
         { 3, 3.5, false },
         { true, 1, true },

@@ -80,11 +80,7 @@ TEST(KeyValueObserving, every_kind_of_property_tells_once_per_change)
     person.settings = { { u"font"_s, QVariantMap() },
                         { u"owner"_s, QVariant::fromValue(&partner) } };
     person.setProperty("hobby", u"chess"_s);
-    const struct
-    {
-        QString path;
-        QVariant value;
-    } rows[] = {
+    const std::pair<QString, QVariant> rows[] = {
         { u"name"_s, u"Eve"_s }, // NOTIFY without an argument
         { u"age"_s, 30 }, // NOTIFY with one
         { u"level"_s, 4 }, // bindable, no NOTIFY

@@ -50,37 +50,6 @@ private:
 
 } // namespace
 
-TEST(KeyValueBinding, the_model_wins_at_first_and_each_side_follows_the_other_from_then_on)
-{
-    Person person(u"Ada"_s);
-    QLineEdit field(u"before"_s);
-    NS::bind(&field, u"text"_s, &person, u"name"_s);
-    EXPECT_EQ(field.text(), u"Ada"_s);
-    person.setProperty("name", u"Grace"_s);
-    EXPECT_EQ(field.text(), u"Grace"_s);
-    field.setText(u"Emmy"_s);
-    EXPECT_EQ(person.name, u"Emmy"_s);
-}
-
-TEST(KeyValueBinding, value_stands_for_the_user_property_unless_there_is_one_of_that_name)
-{
-    Person person;
-    person.setProperty("isMember", true);
-    person.setAge(36);
-    QCheckBox box;
-    QLineEdit field;
-    QSpinBox spin;
-    NS::bind(&box, NS::NSValueBinding, &person, u"isMember"_s);
-    NS::bind(&field, NS::NSValueBinding, &person, u"age"_s);
-    NS::bind(&spin, NS::NSValueBinding, &person, u"age"_s);
-    EXPECT_TRUE(box.isChecked());
-    EXPECT_EQ(field.text(), u"36"_s);
-    field.setText(u"37"_s);
-    EXPECT_EQ(spin.value(), 37);
-    spin.setValue(38);
-    EXPECT_EQ(field.text(), u"38"_s);
-}
-
 TEST(KeyValueBinding, a_side_that_does_not_speak_up_or_cannot_be_written_only_follows)
 {
     Person person(u"Ada"_s);
@@ -93,34 +62,6 @@ TEST(KeyValueBinding, a_side_that_does_not_speak_up_or_cannot_be_written_only_fo
     person.setProperty("name", u"Grace"_s);
     EXPECT_EQ(label.text(), u"Grace"_s);
     EXPECT_EQ(initials.text(), u"G"_s);
-}
-
-TEST(KeyValueBinding, nothing_is_written_that_is_there_already_in_another_type)
-{
-    Person person;
-    person.setAge(12);
-    QLineEdit field;
-    NS::bind(&field, u"text"_s, &person, u"age"_s);
-    person.ageWrites = 0;
-    field.setText(u"13"_s);
-    EXPECT_EQ(person.ageWrites, 1);
-    EXPECT_EQ(field.text(), u"13"_s);
-}
-
-TEST(KeyValueBinding, a_widget_is_hidden_also_while_what_it_lies_in_is_not_on_the_screen)
-{
-    Person person;
-    QWidget panel;
-    auto *const field = new QLineEdit(&panel);
-    NS::bind(field, u"visible"_s, &person, u"isMember"_s);
-    EXPECT_TRUE(field->isHidden());
-    person.setProperty("isMember", true);
-    panel.show();
-    EXPECT_TRUE(field->isVisible());
-    panel.hide();
-    person.setProperty("isMember", false);
-    panel.show();
-    EXPECT_FALSE(field->isVisible());
 }
 
 TEST(KeyValueBinding, a_value_that_does_not_fit_is_a_warning_and_stays_where_it_is)

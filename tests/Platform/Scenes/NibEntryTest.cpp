@@ -12,12 +12,7 @@ namespace Pellarvine::detail {
 
 TEST(NibEntry, an_entry_is_read_into_its_parts)
 {
-    const struct
-    {
-        const char *property;
-        const char *text;
-        NibEntry entry;
-    } rows[] = {
+    const std::tuple<const char *, const char *, NibEntry> rows[] = {
         { "outlets", "owner.nameField", NibOutlet { { u"owner"_s, u"nameField"_s } } },
         { "outlets", "self.a.b", NibOutlet { { u"self"_s, u"a.b"_s } } },
         { "bindings", "text=owner.name", NibBinding { u"text"_s, { u"owner"_s, u"name"_s } } },
@@ -58,11 +53,10 @@ TEST(NibEntry, an_entry_is_read_into_its_parts)
                           -20,
                           1000 } },
     };
-    for (const auto &row : rows) {
-        ASSERT_TRUE(holdsNibEntries(QString::fromUtf8(row.property)));
-        EXPECT_TRUE(nibEntry(QString::fromUtf8(row.property), QString::fromUtf8(row.text))
-                    == row.entry)
-                << row.text;
+    for (const auto &[property, text, entry] : rows) {
+        ASSERT_TRUE(holdsNibEntries(QString::fromUtf8(property)));
+        EXPECT_TRUE(nibEntry(QString::fromUtf8(property), QString::fromUtf8(text)) == entry)
+                << text;
     }
     EXPECT_FALSE(holdsNibEntries(u"outlet"_s));
 }

@@ -300,10 +300,7 @@ TEST(AttributedStringText, html_carries_styles_and_escapes_what_is_not_markup)
               "font-weight:700;color:rgba(255,0,0,0.502);text-decoration:underline line-through;"
               "letter-spacing:2px\">x</span>"_s);
     // The name of a generic family is a keyword, which quotes would turn into that of a font.
-    const struct
-    {
-        QString family, css;
-    } families[] = {
+    const std::pair<QString, QString> families[] = {
         { u"monospace"_s, u"monospace"_s },
         { u"Sans-Serif"_s, u"sans-serif"_s },
         { u"Sans Serif"_s, u"sans-serif"_s },

@@ -36,16 +36,7 @@ std::string faceNamed(const QString &name)
     return font ? face(*font) : "none";
 }
 
-struct Name
-{
-    const char *name;
-    const char *face;
-};
-
-class Names : public ::testing::TestWithParam<Name>
-{ };
-
-const Name names[] = {
+const std::pair<const char *, const char *> facesByName[] = {
     // PostScript names.
     { "Inter-Regular", "Inter/Regular" },
     { "Inter-SemiBold", "Inter/SemiBold" },
@@ -75,12 +66,11 @@ const Name names[] = {
 
 } // namespace
 
-TEST_P(Names, find_their_face_or_nothing)
+TEST(NSFont, names_find_their_face_or_nothing)
 {
-    EXPECT_EQ(faceNamed(QString::fromLatin1(GetParam().name)), GetParam().face);
+    for (const auto &[name, expected] : facesByName)
+        EXPECT_EQ(faceNamed(QString::fromLatin1(name)), expected) << name;
 }
-
-INSTANTIATE_TEST_SUITE_P(NSFont, Names, ::testing::ValuesIn(names));
 
 TEST(NSFont, names_that_are_taken_for_granted_stand_for_the_systems_fonts)
 {

@@ -132,12 +132,7 @@ TEST(PopoverPlacement, takes_the_preferred_edge_where_there_is_room)
 TEST(PopoverPlacement, flips_then_turns_then_covers_what_it_must)
 {
     const QSizeF size(100, 50);
-    const struct
-    {
-        QRectF room;
-        RectEdge preferred;
-        RectEdge expected;
-    } rows[] = {
+    const std::tuple<QRectF, RectEdge, RectEdge> rows[] = {
         { { 380, 280, 400, 300 }, RectEdge::maxY, RectEdge::minY },
         { { 0, 0, 800, 330 }, RectEdge::minY, RectEdge::maxY },
         { { 390, 0, 400, 600 }, RectEdge::minX, RectEdge::maxX },
@@ -146,11 +141,11 @@ TEST(PopoverPlacement, flips_then_turns_then_covers_what_it_must)
         { { 300, 0, 240, 600 }, RectEdge::minX, RectEdge::maxY },
         { { 380, 250, 110, 120 }, RectEdge::maxY, RectEdge::maxY }, // nowhere: least wrong
     };
-    for (const auto &row : rows) {
+    for (const auto &[room, preferred, expected] : rows) {
         const QRectF anchor(400, 300, 40, 20);
-        const auto placement = placePopover(anchor, size, row.room, row.preferred);
-        EXPECT_EQ(placement.edge, row.expected) << row.room.x() << ' ' << row.room.y();
-        EXPECT_TRUE(row.room.contains(placement.body)) << row.room.x() << ' ' << row.room.y();
+        const auto placement = placePopover(anchor, size, room, preferred);
+        EXPECT_EQ(placement.edge, expected) << room.x() << ' ' << room.y();
+        EXPECT_TRUE(room.contains(placement.body)) << room.x() << ' ' << room.y();
     }
 }
 
@@ -470,26 +465,21 @@ TEST(Popover, focus_goes_in_cycles_there_and_returns)
 TEST(Popover, the_behaviour_decides_what_closes_it)
 {
     using enum Popover::Behavior;
-    const struct
-    {
-        Popover::Behavior behavior;
-        bool staysForClickInWindow;
-        bool staysForClickInOtherWindow;
-    } rows[] = { { transient, false, false },
-                 { semitransient, false, true },
-                 { applicationDefined, true, true } };
-    for (const auto &row : rows) {
+    const std::tuple<Popover::Behavior, bool, bool> rows[] = { { transient, false, false },
+                                                               { semitransient, false, true },
+                                                               { applicationDefined, true, true } };
+    for (const auto &[behavior, staysForClickInWindow, staysForClickInOtherWindow] : rows) {
         Scene scene;
         QWidget otherWindow;
         otherWindow.setGeometry(600, 600, 50, 50);
         otherWindow.show();
-        scene.popover.setBehavior(row.behavior);
+        scene.popover.setBehavior(behavior);
         scene.show();
         QTest::mouseClick(otherWindow.windowHandle(), Qt::LeftButton, {}, { 20, 20 });
-        EXPECT_EQ(scene.popover.isShown(), row.staysForClickInOtherWindow) << int(row.behavior);
+        EXPECT_EQ(scene.popover.isShown(), staysForClickInOtherWindow) << int(behavior);
         scene.show();
         scene.click(&scene.other);
-        EXPECT_EQ(scene.popover.isShown(), row.staysForClickInWindow) << int(row.behavior);
+        EXPECT_EQ(scene.popover.isShown(), staysForClickInWindow) << int(behavior);
     }
 }
 

@@ -343,25 +343,6 @@ TEST(NSWindow, opens_with_the_focus_in_its_content)
     }
 }
 
-TEST(NSWindow, buttons_are_coloured_while_it_is_active_and_lose_it_otherwise)
-{
-    Shown shown;
-    shown.window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&shown.window));
-    const auto middleOf = [&](WindowButton kind) {
-        const QWidget *const button = shown.window.standardWindowButton(kind);
-        const QImage image = shown.window.grab().toImage();
-        return image.pixelColor(button->mapTo(&shown.window, QPoint(4, 8)));
-    };
-    EXPECT_GT(middleOf(WindowButton::close).saturation(), 100);
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-    EXPECT_LT(middleOf(WindowButton::close).saturation(), 20);
-    EXPECT_LT(middleOf(WindowButton::zoom).saturation(), 20);
-}
-
 TEST(NSWindow, corners_are_round_unless_it_is_maximised_or_snapped)
 {
     Shown shown;
@@ -427,45 +408,40 @@ TEST(NSWindow, a_double_click_zooms_what_can_be_resized)
     EXPECT_FALSE(shown.window.isMaximized());
 }
 
-struct EdgeDrag
+TEST(NSWindow, each_edge_and_corner_resizes_with_its_cursor)
 {
-    const char *name;
-    QPoint from; // in a window of 400 x 322
-    Qt::CursorShape cursor;
-    QMargins grown; // by a drag of (20, 10)
-};
-
-class WindowEdge : public testing::TestWithParam<EdgeDrag>
-{ };
-
-TEST_P(WindowEdge, resizes_with_its_cursor)
-{
-    Shown shown;
-    shown.window.setContentView(new QWidget);
-    const QRect before = shown.window.geometry();
-    shown.move({ 200, 150 });
-    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-    shown.move(GetParam().from);
-    ASSERT_NE(QApplication::overrideCursor(), nullptr);
-    EXPECT_EQ(QApplication::overrideCursor()->shape(), GetParam().cursor);
-    shown.drag(GetParam().from, { 20, 10 });
-    EXPECT_EQ(shown.window.geometry(), before + GetParam().grown);
-    shown.move({ 200, 150 });
-    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    struct EdgeDrag
+    {
+        QPoint from; // in a window of 400 x 322
+        Qt::CursorShape cursor;
+        QMargins grown; // by a drag of (20, 10)
+    };
+    const EdgeDrag rows[] = {
+        { { 7, 150 }, Qt::SizeHorCursor, { -20, 0, 0, 0 } },
+        { { 392, 150 }, Qt::SizeHorCursor, { 0, 0, 20, 0 } },
+        { { 200, 7 }, Qt::SizeVerCursor, { 0, -10, 0, 0 } },
+        { { 200, 314 }, Qt::SizeVerCursor, { 0, 0, 0, 10 } },
+        { { 2, 2 }, Qt::SizeFDiagCursor, { -20, -10, 0, 0 } },
+        { { 397, 2 }, Qt::SizeBDiagCursor, { 0, -10, 20, 0 } },
+        { { 2, 310 }, Qt::SizeBDiagCursor, { -20, 0, 0, 10 } },
+        { { 397, 319 }, Qt::SizeFDiagCursor, { 0, 0, 20, 10 } },
+    };
+    for (const auto &[from, cursor, grown] : rows) {
+        SCOPED_TRACE(testing::Message() << from.x() << ", " << from.y());
+        Shown shown;
+        shown.window.setContentView(new QWidget);
+        const QRect before = shown.window.geometry();
+        shown.move({ 200, 150 });
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+        shown.move(from);
+        ASSERT_NE(QApplication::overrideCursor(), nullptr);
+        EXPECT_EQ(QApplication::overrideCursor()->shape(), cursor);
+        shown.drag(from, { 20, 10 });
+        EXPECT_EQ(shown.window.geometry(), before + grown);
+        shown.move({ 200, 150 });
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-        , WindowEdge,
-        testing::Values(
-                EdgeDrag { "left", { 7, 150 }, Qt::SizeHorCursor, { -20, 0, 0, 0 } },
-                EdgeDrag { "right", { 392, 150 }, Qt::SizeHorCursor, { 0, 0, 20, 0 } },
-                EdgeDrag { "top", { 200, 7 }, Qt::SizeVerCursor, { 0, -10, 0, 0 } },
-                EdgeDrag { "bottom", { 200, 314 }, Qt::SizeVerCursor, { 0, 0, 0, 10 } },
-                EdgeDrag { "top_left", { 2, 2 }, Qt::SizeFDiagCursor, { -20, -10, 0, 0 } },
-                EdgeDrag { "top_right", { 397, 2 }, Qt::SizeBDiagCursor, { 0, -10, 20, 0 } },
-                EdgeDrag { "bottom_left", { 2, 310 }, Qt::SizeBDiagCursor, { -20, 0, 0, 10 } },
-                EdgeDrag { "bottom_right", { 397, 319 }, Qt::SizeFDiagCursor, { 0, 0, 20, 10 } }),
-        [](const auto &test) { return test.param.name; });
 
 TEST(NSWindow, edges_are_eight_deep_but_leave_controls_most_of_their_own)
 {

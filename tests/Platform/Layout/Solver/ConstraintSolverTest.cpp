@@ -255,31 +255,11 @@ struct Session
 
 } // namespace
 
-TEST(ConstraintSolver, finds_what_brute_force_finds_in_small_random_systems)
-{
-    for (unsigned seed = 0; seed < 600; ++seed) {
-        Random random(seed);
-        const std::size_t count = 1 + random.below(3);
-        Session session(count);
-        const int constraints = 1 + random.below(7);
-        for (int i = 0; i < constraints; ++i) {
-            const Wanted wanted = random.constraint(count);
-            std::vector<Wanted> together = session.system;
-            together.push_back(wanted);
-            const auto expected = bruteForce(together, count);
-            ASSERT_EQ(session.add(wanted), expected.has_value()) << "seed " << seed;
-            if (!expected)
-                continue;
-            ASSERT_TRUE(areNear(session.values(), *expected)) << "seed " << seed;
-        }
-    }
-}
-
 TEST(ConstraintSolver, finds_what_brute_force_finds_while_constraints_come_go_and_change)
 {
-    for (unsigned seed = 0; seed < 60; ++seed) {
+    for (unsigned seed = 0; seed < 200; ++seed) {
         Random random(seed);
-        const std::size_t count = 3;
+        const std::size_t count = 1 + random.below(3);
         Session session(count);
         for (int step = 0; step < 40; ++step) {
             const int size = int(session.system.size());
