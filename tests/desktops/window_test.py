@@ -396,14 +396,12 @@ def _case(desktop, cases):
     return type(desktop.__name__ + cases.__name__, bases, {'desktop': desktop})
 
 
-CASES = [_case(desktop, cases) for cases in (WindowManners, InstalledTitleBar, MessageBox)
+CASES = [_case(desktop, cases)
+         for cases in (WindowManners, InstalledTitleBar, MessageBox, popovers.LargePopovers,
+                       OtherPrograms)
          for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway, x11.Openbox)]
 CASES += [_case(desktop, WindowWithShadow)
           for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell)]
-CASES += [_case(desktop, OtherPrograms)
-          for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway)]
-CASES += [_case(desktop, popovers.LargePopovers)
-          for desktop in (kwin.Kwin, kwin.KwinX11, gnome.GnomeShell, sway.Sway, x11.Openbox)]
 CASES += [_case(sway.TilingSway, TiledWindow), _case(x11.Openbox, NamedWidgets)]
 globals().update({case.__name__: case for case in CASES})
 
