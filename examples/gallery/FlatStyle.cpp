@@ -75,7 +75,7 @@ bool drawPanel(QPainter *painter, const QStyleOption *option, const QString &nam
     const QPalette &palette = option->palette;
     QPen line(palette.color(QPalette::Mid), 1);
     if (name == "well"_L1) {
-        line.setWidth(2);
+        line = QPen(FlatStyle::edge(palette), 2);
         line.setDashPattern({ 3, 2 });
     } else if (name == "highlightedWell"_L1) {
         line = QPen(palette.color(QPalette::Highlight), 2);
