@@ -376,13 +376,14 @@ class TiledWindow:
 class NamedWidgets:
     """What screen readers find, which is the same on every desktop."""
 
-    def test_the_window_and_everything_that_takes_the_focus_have_names_on_every_page(self):
+    def test_the_window_its_buttons_and_all_that_takes_the_focus_have_names_on_every_page(self):
         for page in PAGES:
             with self.subTest(page):
                 try:
                     self.open('--page', page)
                     nameless = ['%s at %s' % (item, item.extents()) for item in self.program.all()
-                                if item.is_focusable and item.is_showing and not item.name]
+                                if (item.is_focusable or item.role == 'push button')
+                                and item.is_showing and not item.name]
                     self.assertEqual(nameless, [])
                     window = self.program.children()[0]
                     self.assertIn(window.role, ('window', 'frame'))
