@@ -6,12 +6,9 @@
 
 #include <pellarvine/Shared/Decryptor.h>
 
-#include <QString>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <random>
 #include <variant>
 
 using namespace Qt::StringLiterals;

@@ -7,7 +7,6 @@
 #include <QApplication>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QWidget>
 
 #include <cstddef>
 #include <cstdint>

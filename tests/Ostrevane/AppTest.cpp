@@ -4,7 +4,6 @@
 
 #include <pellarvine/Ostrevane/App.h>
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -14,7 +13,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <sys/stat.h>
 #include <type_traits>
 

@@ -41,6 +41,9 @@ const QByteArray facts = R"(<plist><dict>
 <key>NSHumanReadableCopyright</key><string>© 2026 The Letters Company</string>
 </dict></plist>)";
 
+const QByteArray identifierAlone = "<plist><dict><key>CFBundleIdentifier</key>"
+                                   "<string>org.example.letters</string></dict></plist>";
+
 class About : public ::testing::Test
 {
 public:
@@ -104,10 +107,7 @@ TEST_F(About, the_labels_of_the_window_follow_the_controllers_texts)
 
 TEST_F(About, a_row_is_shown_only_if_there_is_something_in_it)
 {
-    const QByteArray identified = "<plist><dict><key>CFBundleDisplayName</key>"
-                                  "<string>Letters</string><key>CFBundleIdentifier</key>"
-                                  "<string>org.example.letters</string></dict></plist>";
-    const ResourceFile plist(u":/Info.plist"_s, identified);
+    const ResourceFile plist(u":/Info.plist"_s, identifierAlone);
     const QString metainfo = u":/org.example.letters.metainfo.xml"_s;
     const struct
     {
@@ -161,9 +161,7 @@ TEST_F(About, a_row_is_shown_only_if_there_is_something_in_it)
 
 TEST_F(About, a_link_shows_its_document_until_escape_or_Ctrl_W)
 {
-    const ResourceFile plist(u":/Info.plist"_s,
-                             "<plist><dict><key>CFBundleIdentifier</key>"
-                             "<string>org.example.letters</string></dict></plist>");
+    const ResourceFile plist(u":/Info.plist"_s, identifierAlone);
     const ResourceFile license(u":/LICENSES/MIT.txt"_s, "Permission is granted.\n");
     const ResourceFile other(u":/LICENSES/GPL-3.0-or-later.txt"_s, "Copyleft.\n");
     const ResourceFile metainfo(
@@ -217,9 +215,7 @@ TEST_F(About, a_long_name_wraps)
 
 TEST_F(About, many_authors_do_not_fit_the_window_and_have_one_that_scrolls)
 {
-    const ResourceFile plist(u":/Info.plist"_s,
-                             "<plist><dict><key>CFBundleIdentifier</key>"
-                             "<string>org.example.letters</string></dict></plist>");
+    const ResourceFile plist(u":/Info.plist"_s, identifierAlone);
     const ResourceFile file(u":/org.example.letters.metainfo.xml"_s,
                             "<component><custom><value key='Pellarvine::Authors'>"
                                     + QByteArray("Ada Lovelace\n").repeated(2999)

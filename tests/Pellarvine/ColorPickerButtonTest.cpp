@@ -16,7 +16,6 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QSignalSpy>
-#include <QSlider>
 #include <QTest>
 #include <QToolTip>
 #include <gtest/gtest.h>

@@ -15,7 +15,6 @@
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>

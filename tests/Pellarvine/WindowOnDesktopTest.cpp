@@ -3,7 +3,6 @@
 // outside.
 #include "Program.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QRect>
 #include <QStandardPaths>
@@ -11,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 

@@ -4,7 +4,6 @@
 #include <pellarvine/Platform/NSView.h>
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QScreen>
 #include <QSignalSpy>
 #include <gmock/gmock.h>

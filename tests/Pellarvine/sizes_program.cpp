@@ -9,7 +9,6 @@
 #include <QEventLoop>
 #include <QLabel>
 #include <QTimer>
-#include <QVBoxLayout>
 
 #include <cstdio>
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QAction>
 #include <QColor>
 #include <QFrame>
 #include <QLineEdit>

@@ -6,12 +6,10 @@
 #include <pellarvine/Platform/NSKeyValueBinding.h>
 #include <pellarvine/Shared/Binding.h>
 
-#include <QSignalSpy>
-#include <QTest>
-#include <gmock/gmock.h>
+#include <QCoreApplication>
+#include <gtest/gtest.h>
 
 #include <memory>
-#include <stdexcept>
 #include <vector>
 
 using namespace Qt::StringLiterals;

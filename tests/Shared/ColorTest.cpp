@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <set>
-#include <string>
 
 using namespace Qt::StringLiterals;
 

@@ -3,7 +3,6 @@
 #include <pellarvine/Shared/Data+Random.h>
 
 #include <QBuffer>
-#include <QFile>
 #include <QSet>
 #include <gtest/gtest.h>
 #include <openssl/evp.h>

@@ -3,7 +3,6 @@
 
 #include <pellarvine/Shared/MemberBinding.h>
 
-#include <QLineEdit>
 #include <QSlider>
 #include <QSpinBox>
 #include <gmock/gmock.h>

@@ -4,7 +4,6 @@
 #include <QObject>
 #include <QStringList>
 #include <QVariantMap>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 // Declarations that the examples of all rooms need.

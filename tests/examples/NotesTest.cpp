@@ -15,7 +15,6 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>

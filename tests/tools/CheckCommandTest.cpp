@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Program.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>

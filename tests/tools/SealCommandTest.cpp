@@ -6,8 +6,6 @@
 
 #include <pellarvine/Shared/Data+Random.h>
 
-#include <QProcess>
-
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,26 +15,19 @@ namespace detail = Pellarvine::detail;
 using SealCommand = SealFolder;
 using SealCommandOnTerminal = SealFolderOnTerminal;
 
-TEST_F(SealCommand, seals_and_opens_files_quietly)
+TEST_F(SealCommand, seals_and_opens_files_quietly_and_empty_ones_too)
 {
-    Outcome outcome = run(u"seal"_s, { u"plain"_s, u"new"_s });
-    EXPECT_EQ(outcome.status, 0) << outcome.errors.constData();
-    EXPECT_EQ(outcome.output + outcome.errors, "");
-    EXPECT_TRUE(holds(u"new"_s, content));
-
-    outcome = run(u"open"_s, { u"new"_s, u"opened"_s });
-    EXPECT_EQ(outcome.status, 0) << outcome.errors.constData();
-    EXPECT_EQ(outcome.output + outcome.errors, "");
-    EXPECT_EQ(read(u"opened"_s), content);
-}
-
-TEST_F(SealCommand, an_empty_file_stays_an_empty_file)
-{
-    write(u"empty"_s, {});
-    ASSERT_EQ(run(u"seal"_s, { u"empty"_s, u"new"_s }).status, 0);
-    EXPECT_EQ(read(u"new"_s).size(), 84);
-    ASSERT_EQ(run(u"open"_s, { u"new"_s, u"opened"_s }).status, 0);
-    EXPECT_EQ(read(u"opened"_s), "");
+    for (const QByteArray &text : { content, QByteArray() }) {
+        write(u"plain"_s, text);
+        for (const QStringList &words : { QStringList { u"seal"_s, u"plain"_s, u"new"_s },
+                                          QStringList { u"open"_s, u"new"_s, u"opened"_s } }) {
+            const Outcome outcome = run(words[0], QStringList(u"--force"_s) + words.sliced(1));
+            EXPECT_EQ(outcome.status, 0);
+            EXPECT_EQ(outcome.output + outcome.errors, "");
+        }
+        EXPECT_TRUE(holds(u"new"_s, text));
+        EXPECT_EQ(read(u"opened"_s), text);
+    }
 }
 
 TEST_F(SealCommand, works_as_a_filter)
@@ -84,14 +75,8 @@ TEST_F(SealCommand, each_fault_of_a_container_has_its_status_and_leaves_nothing)
     const QByteArray sealed = read(u"sealed"_s);
     QByteArray damaged = sealed;
     damaged[sealed.size() / 2] = char(damaged[sealed.size() / 2] ^ 1);
-    struct Case
-    {
-        QByteArray container;
-        int status;
-        QByteArray cause;
-    };
     const QByteArray tooShort = "not a sealed file, or cut short within its header";
-    const Case cases[] = {
+    const std::tuple<QByteArray, int, QByteArray> faults[] = {
         { "#!/bin/sh\necho this is no container, whoever calls it one", 3, "not a sealed file" },
         { damaged, 4, "wrong passphrase or damaged" },
         { sealed.chopped(1), 4, "wrong passphrase or damaged" },
@@ -101,19 +86,18 @@ TEST_F(SealCommand, each_fault_of_a_container_has_its_status_and_leaves_nothing)
         { "", 5, tooShort },
     };
     write(u"old"_s, "precious");
-    for (const Case &each : cases) {
-        write(u"sealed"_s, each.container);
+    for (const auto &[container, status, cause] : faults) {
+        write(u"sealed"_s, container);
         const Outcome toFile = run(u"open"_s, { u"--force"_s, u"sealed"_s, u"old"_s });
-        EXPECT_EQ(toFile.status, each.status);
-        EXPECT_EQ(toFile.errors,
-                  "pellarvine: " + path(u"sealed"_s).toUtf8() + ": " + each.cause + "\n");
+        EXPECT_EQ(toFile.status, status);
+        EXPECT_EQ(toFile.errors, "pellarvine: " + path(u"sealed"_s).toUtf8() + ": " + cause + "\n");
         EXPECT_EQ(read(u"old"_s), "precious");
         EXPECT_EQ(names(), (QStringList { u"old"_s } + namesAtFirst));
 
-        const Outcome toStream = run(u"open"_s, { u"-"_s, u"-"_s }, each.container);
-        EXPECT_EQ(toStream.status, each.status);
+        const Outcome toStream = run(u"open"_s, { u"-"_s, u"-"_s }, container);
+        EXPECT_EQ(toStream.status, status);
         EXPECT_EQ(toStream.output, "");
-        EXPECT_EQ(toStream.errors, "pellarvine: standard input: " + each.cause + "\n");
+        EXPECT_EQ(toStream.errors, "pellarvine: standard input: " + cause + "\n");
     }
     write(u"sealed"_s, sealed);
     write(u"passphrase"_s, "wrong");
@@ -162,43 +146,32 @@ TEST_F(SealCommand, closed_standard_descriptors_do_not_become_files)
     EXPECT_EQ(shell(u"pellarvine open $key sealed new <&- >&- 2>&-"_s).status, 0);
     EXPECT_EQ(read(u"new"_s), content);
     EXPECT_EQ(shell(u"pellarvine open $key absent other <&- >&- 2>&-"_s).status, 6);
-    struct Case
-    {
-        QString script;
-        QByteArray message;
-    };
-    const Case cases[] = {
+    const std::pair<QString, QByteArray> faults[] = {
         { u"pellarvine seal $key - other <&-"_s, "standard input: Bad file descriptor" },
         { u"pellarvine seal $key plain - >&-"_s, "standard output: Bad file descriptor" },
         { u"pellarvine digest plain >&-"_s, "standard output: Bad file descriptor" },
         { u"pellarvine --version >&-"_s, "standard output: Bad file descriptor" },
     };
-    for (const Case &each : cases) {
-        const Outcome outcome = shell(each.script);
-        EXPECT_EQ(outcome.status, 6) << qPrintable(each.script);
-        EXPECT_EQ(outcome.errors, "pellarvine: " + each.message + "\n");
+    for (const auto &[script, message] : faults) {
+        const Outcome outcome = shell(script);
+        EXPECT_EQ(outcome.status, 6) << qPrintable(script);
+        EXPECT_EQ(outcome.errors, "pellarvine: " + message + '\n');
     }
     EXPECT_EQ(names(), QStringList { u"new"_s } + namesAtFirst);
 }
 
 TEST_F(SealCommand, errors_of_the_system_are_one_line_that_names_the_file)
 {
-    struct Case
-    {
-        QStringList arguments;
-        QString file;
-        QByteArray cause;
+    const std::tuple<QStringList, QString, QByteArray> faults[] = {
+        { { u"absent"_s, u"new"_s }, u"absent"_s, "No such file or directory" },
+        { { u"."_s, u"new"_s }, u"."_s, "Is a directory" },
+        { { u"plain"_s, u"."_s }, u"."_s, "Is a directory" },
+        { { u"plain"_s, u"absent/new"_s }, u"absent/new"_s, "No such file or directory" },
     };
-    const Case cases[] = {
-        { { u"absent"_s, u"new"_s }, path(u"absent"_s), "No such file or directory" },
-        { { u"."_s, u"new"_s }, path(u"."_s), "Is a directory" },
-        { { u"plain"_s, u"."_s }, path(u"."_s), "Is a directory" },
-        { { u"plain"_s, u"absent/new"_s }, path(u"absent/new"_s), "No such file or directory" },
-    };
-    for (const Case &each : cases) {
-        const Outcome outcome = run(u"seal"_s, each.arguments);
+    for (const auto &[arguments, file, cause] : faults) {
+        const Outcome outcome = run(u"seal"_s, arguments);
         EXPECT_EQ(outcome.status, 6);
-        EXPECT_EQ(outcome.errors, "pellarvine: " + each.file.toUtf8() + ": " + each.cause + "\n");
+        EXPECT_EQ(outcome.errors, "pellarvine: " + path(file).toUtf8() + ": " + cause + '\n');
     }
     EXPECT_EQ(names(), namesAtFirst);
 }
@@ -222,36 +195,20 @@ TEST_F(SealCommand, bad_usage_has_status_2)
 
 TEST_F(SealCommand, a_closed_pipe_and_a_full_disk_are_errors)
 {
-    const QString command = u"exec %1 seal --passphrase-file %2 %3 - >/dev/full"_s.arg(
-            programPath(u"pellarvine"_s), path(u"passphrase"_s), path(u"plain"_s));
-    QProcess full;
-    full.start(u"sh"_s, { u"-c"_s, command });
-    ASSERT_TRUE(full.waitForFinished());
-    EXPECT_EQ(full.exitCode(), 6);
-    EXPECT_EQ(full.readAllStandardError(),
-              "pellarvine: standard output: No space left on device\n");
-
-    // The limit on a file's size stands in for a full disk; the result would be a MiB.
-    QProcess limited;
-    limited.start(u"sh"_s,
-                  { u"-c"_s, u"ulimit -f 100; exec %1 open --passphrase-file %2 %3 %4"_s.arg(
-                                     programPath(u"pellarvine"_s), path(u"passphrase"_s),
-                                     path(u"sealed"_s), path(u"new"_s)) });
-    ASSERT_TRUE(limited.waitForFinished());
-    EXPECT_EQ(limited.exitCode(), 6);
-    EXPECT_EQ(limited.readAllStandardError(),
-              "pellarvine: " + path(u"new"_s).toUtf8() + ": File too large\n");
-    EXPECT_EQ(names(), namesAtFirst);
-
-    QProcess closed;
-    closed.start(
-            u"bash"_s,
-            { u"-c"_s,
-              u"%1 seal --passphrase-file %2 %3 - | true; exit ${PIPESTATUS[0]}"_s.arg(
-                      programPath(u"pellarvine"_s), path(u"passphrase"_s), path(u"plain"_s)) });
-    ASSERT_TRUE(closed.waitForFinished());
-    EXPECT_EQ(closed.exitCode(), 6);
-    EXPECT_EQ(closed.readAllStandardError(), "pellarvine: standard output: Broken pipe\n");
+    const std::pair<QString, QByteArray> faults[] = {
+        { u"pellarvine seal $key plain - >/dev/full"_s,
+          "standard output: No space left on device" },
+        // The limit on a file's size stands in for a full disk; the result would be a MiB.
+        { u"ulimit -f 100; pellarvine open $key sealed new"_s, "new: File too large" },
+        { u"pellarvine seal $key plain - | true; exit ${PIPESTATUS[0]}"_s,
+          "standard output: Broken pipe" },
+    };
+    for (const auto &[script, message] : faults) {
+        const Outcome outcome = shell(script);
+        EXPECT_EQ(outcome.status, 6) << qPrintable(script);
+        EXPECT_EQ(outcome.errors, "pellarvine: " + message + '\n');
+        EXPECT_EQ(names(), namesAtFirst);
+    }
 }
 
 #if !defined(PELLARVINE_SANITIZED) // whose own memory is counted too

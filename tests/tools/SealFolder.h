@@ -71,6 +71,20 @@ protected:
                           input);
     }
 
+    // Starts "pellarvine seal --passphrase-file passphrase - new" and gives it the content. A pipe
+    // holds 64 KiB: once the command has taken a MiB, it has looked for its output and waits for
+    // more.
+    void startSealing(QProcess &process) const
+    {
+        process.start(programPath(u"pellarvine"_s),
+                      { u"seal"_s, u"--passphrase-file"_s, path(u"passphrase"_s), u"-"_s,
+                        path(u"new"_s) });
+        ASSERT_TRUE(process.waitForStarted());
+        process.write(content);
+        while (process.bytesToWrite() > 0)
+            ASSERT_TRUE(process.waitForBytesWritten());
+    }
+
     // Runs a script of bash in the folder. `pellarvine` is the command, and $key its option for the
     // passphrase.
     Outcome shell(const QString &script, const QByteArray &input = {}) const

@@ -156,14 +156,7 @@ TEST_F(SealOutput, no_file_of_another_is_replaced_without_force)
                         _exit(127);
                 });
             }
-            process.start(programPath(u"pellarvine"_s),
-                          { u"seal"_s, u"--passphrase-file"_s, path(u"passphrase"_s), u"-"_s,
-                            path(u"new"_s) });
-            ASSERT_TRUE(process.waitForStarted());
-            process.write(content);
-            while (process.bytesToWrite() > 0)
-                ASSERT_TRUE(process.waitForBytesWritten());
-            // By now it has looked for the file, and waits for more to seal.
+            startSealing(process);
             if (appears)
                 write(u"new"_s, "precious");
             process.closeWriteChannel();

@@ -142,37 +142,26 @@ TEST_F(SealPassphraseOnTerminal, asks_twice_without_echo_to_seal_and_once_to_ope
     EXPECT_EQ(read(u"opened"_s), content);
 }
 
-TEST_F(SealPassphraseOnTerminal, two_passphrases_that_differ_seal_nothing)
+TEST_F(SealPassphraseOnTerminal, typed_lines_that_are_none_seal_nothing)
 {
-    Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
-    ASSERT_TRUE(seal.sees("Passphrase: "));
-    seal.type("one\n");
-    ASSERT_TRUE(seal.sees("Once more: "));
-    seal.type("other\n");
-    EXPECT_EQ(seal.finish(), 2);
-    EXPECT_TRUE(seal.shown().contains("the two passphrases differ"));
-    EXPECT_EQ(names(), namesAtFirst);
-}
-
-TEST_F(SealPassphraseOnTerminal, a_line_that_the_terminal_has_cut_is_refused)
-{
-    Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
-    ASSERT_TRUE(seal.sees("Passphrase: "));
-    seal.type(QByteArray(4100, 'x') + '\n');
-    EXPECT_EQ(seal.finish(), 2);
-    EXPECT_TRUE(seal.shown().contains("the passphrase is too long for the terminal"))
-            << seal.shown().constData();
-    EXPECT_EQ(names(), namesAtFirst);
-}
-
-TEST_F(SealPassphraseOnTerminal, an_empty_typed_line_seals_nothing)
-{
-    Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
-    ASSERT_TRUE(seal.sees("Passphrase: "));
-    seal.type("\n");
-    EXPECT_EQ(seal.finish(), 2);
-    EXPECT_TRUE(seal.shown().contains("the passphrase is empty"));
-    EXPECT_EQ(names(), namesAtFirst);
+    const std::pair<QByteArrayList, QByteArray> rows[] = {
+        { { "one\n", "other\n" }, "the two passphrases differ" },
+        // The terminal itself cuts a line that is so long.
+        { { QByteArray(4100, 'x') + '\n' }, "the passphrase is too long for the terminal" },
+        { { "\n" }, "the passphrase is empty" },
+    };
+    for (const auto &[lines, message] : rows) {
+        Terminal seal({ u"seal"_s, path(u"plain"_s), path(u"new"_s) });
+        QByteArray question = "Passphrase: ";
+        for (const QByteArray &line : lines) {
+            ASSERT_TRUE(seal.sees(question));
+            seal.type(line);
+            question = "Once more: ";
+        }
+        EXPECT_EQ(seal.finish(), 2);
+        EXPECT_TRUE(seal.shown().contains(message)) << seal.shown().constData();
+        EXPECT_EQ(names(), namesAtFirst);
+    }
 }
 
 TEST_F(SealPassphraseOnTerminal, a_generated_passphrase_is_shown_once_and_opens_the_file)

@@ -30,15 +30,7 @@ TEST_F(SealSignals, a_signal_ends_it_and_leaves_nothing)
 {
     for (const int signal : { SIGINT, SIGTERM, SIGHUP, SIGQUIT }) {
         QProcess process;
-        process.start(programPath(u"pellarvine"_s),
-                      { u"seal"_s, u"--passphrase-file"_s, path(u"passphrase"_s), u"-"_s,
-                        path(u"new"_s) });
-        ASSERT_TRUE(process.waitForStarted());
-        process.write(content);
-        // A pipe holds 64 KiB, so that the command has opened its output by the time it has taken
-        // a MiB. It then waits for more.
-        while (process.bytesToWrite() > 0)
-            ASSERT_TRUE(process.waitForBytesWritten());
+        startSealing(process);
         const pid_t pid = pid_t(process.processId());
         ASSERT_GT(pid, 0); // 0 is this process's own group
         ASSERT_EQ(kill(pid, signal), 0);

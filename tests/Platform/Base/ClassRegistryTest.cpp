@@ -3,7 +3,6 @@
 #include <pellarvine/Platform/NSViewController.h>
 
 #include <QPushButton>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>

@@ -9,11 +9,9 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
-#include <QHBoxLayout>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -22,8 +20,6 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
-
-#include <memory>
 
 using namespace Qt::StringLiterals;
 using NS::AttributedString;

@@ -6,7 +6,6 @@
 #include <QVariant>
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 
 using namespace Qt::StringLiterals;

@@ -5,7 +5,6 @@
 #include <pellarvine/Platform/NSKeyValueBinding.h>
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
 #include <gmock/gmock.h>

@@ -3,10 +3,8 @@
 
 #include <pellarvine/Platform/NSKeyValueBinding.h>
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QSpinBox>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -5,8 +5,6 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QScrollArea>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>

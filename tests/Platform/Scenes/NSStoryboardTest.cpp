@@ -11,7 +11,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using namespace Qt::StringLiterals;
@@ -102,6 +101,12 @@ public:
         return {};
     }
 
+    // What is wrong in a file.
+    std::string problemIn(const QString &path)
+    {
+        return problem([&] { NS::Storyboard::storyboardWithContentsOfFile(path); });
+    }
+
     bool fitsSchema(const QString &path)
     {
         QProcess xmllint;
@@ -120,10 +125,15 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
 {
     struct Row
     {
-        const char *elements;
+        QByteArray elements;
         const char *problem;
         bool fitsSchema;
     };
+    const QByteArray a = "<scene identifier='a' class='Form'/>\n";
+    const QByteArray b = "<scene identifier='b' class='Form'/>\n";
+    const QByteArray c = "<scene identifier='c' class='Form'/>\n";
+    const QByteArray embed = "<embed container='box' ";
+    const QByteArray segue = "<segue class='StoryboardSegue' source='a' destination='a' ";
     const Row rows[] = {
         { "<scene", ":3:2: ", false },
         { "\xff", ":1:1: It is not text in UTF-8.", false },
@@ -138,71 +148,44 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
           false },
         { "<scene identifier='a' class='Form' color='red'/>",
           ":2:1: <scene> has no attribute \"color\" (identifier, class, interface)", false },
-        { "<scene identifier='a' class='Form'/>\n<scene identifier='a' class='Form'/>",
-          ":3:1: there is a scene \"a\" already", true },
-        { "<scene identifier='a' class='Form'/>\n"
-          "<scene identifier='b' class='Form'/>\n"
-          "<embed source='a' destination='b' container='box'/>\n"
-          "<embed source='a' destination='b' container='box'/>",
+        { a + a, ":3:1: there is a scene \"a\" already", true },
+        { a + b + embed + "source='a' destination='b'/>\n" + embed + "source='a' destination='b'/>",
           ":5:1: there is a scene in \"box\" of the scene \"a\" already", true },
         { "<scene identifier='a' class='Forn'/>", ":2:1: there is no class \"Forn\" (", true },
         { "<scene identifier='a' class='Form' interface='Lost.ui'/>",
           ":2:1: there is no interface file \"Lost.ui\"", true },
         { "<scene identifier='a' class='QObject' interface='Form.ui'/>",
           ":2:1: \"QObject\" is no view controller and takes no interface", true },
-        { "<scene identifier='a' class='Form'/>\n"
-          "<segue class='StoryboardSegue' source='a' destination='b' identifier='s'/>",
+        { a + "<segue class='StoryboardSegue' source='a' destination='b' identifier='s'/>",
           ":3:1: there is no scene \"b\" (a)", true },
-        { "<scene identifier='a' class='Form'/>\n"
-          "<segue class='Jump' source='a' destination='a' identifier='s'/>",
+        { a + "<segue class='Jump' source='a' destination='a' identifier='s'/>",
           ":3:1: there is no segue class \"Jump\" (NS::StoryboardSegue", true },
-        { "<scene identifier='a' class='Form'/>\n"
-          "<segue class='StoryboardSegue' source='a' destination='a'/>",
-          ":3:1: <segue> has neither an identifier nor a signal to begin at", false },
-        { "<scene identifier='a' class='Form'/>\n"
-          "<segue class='StoryboardSegue' source='a' destination='a' identifier='s' object='x'/>",
+        { a + segue + "/>", ":3:1: <segue> has neither an identifier nor a signal to begin at",
+          false },
+        { a + segue + "identifier='s' object='x'/>",
           ":3:1: <segue> names an object and no signal of it", false },
-        { "<scene identifier='a' class='Form'/>\n"
-          "<segue class='StoryboardSegue' source='a' destination='a' identifier='s'/>\n"
-          "<segue class='StoryboardSegue' source='a' destination='a' identifier='s'/>",
+        { a + segue + "identifier='s'/>\n" + segue + "identifier='s'/>",
           ":4:1: the scene \"a\" has a segue \"s\" already", true },
-        { "<scene identifier='a' class='QObject'/>\n"
-          "<segue class='StoryboardSegue' source='a' destination='a' identifier='s'/>",
+        { "<scene identifier='a' class='QObject'/>\n" + segue + "identifier='s'/>",
           ":3:1: the scene \"a\" is a \"QObject\", which is no view controller", true },
-        { "<scene identifier='a' class='Form'/>\n<scene identifier='b' class='Form'/>\n"
-          "<embed source='a' destination='b' container='box'/>\n"
-          "<embed source='b' destination='a' container='box'/>",
+        { a + b + embed + "source='a' destination='b'/>\n" + embed + "source='b' destination='a'/>",
           ":5:1: the scene \"a\" lies within itself", true },
-        { "<scene identifier='a' class='Form'/>\n<scene identifier='b' class='Form'/>\n"
-          "<scene identifier='c' class='Form'/>\n"
-          "<embed source='a' destination='b' container='box'/>\n"
-          "<embed source='b' destination='c' container='box'/>\n"
-          "<embed source='c' destination='b' container='box'/>",
+        { a + b + c + embed + "source='a' destination='b'/>\n" + embed
+                  + "source='b' destination='c'/>\n" + embed + "source='c' destination='b'/>",
           ":7:1: the scene \"b\" lies within itself", true },
     };
     for (const Row &row : rows) {
         const QString path = storyboard(row.elements);
-        EXPECT_THAT(problem([&] { NS::Storyboard::storyboardWithContentsOfFile(path); }),
-                    StartsWith(row.problem))
-                << row.elements;
-        EXPECT_EQ(fitsSchema(path), row.fitsSchema) << row.elements;
+        EXPECT_THAT(problemIn(path), StartsWith(row.problem)) << row.elements.constData();
+        EXPECT_EQ(fitsSchema(path), row.fitsSchema) << row.elements.constData();
     }
     // The classes there are, those of other tests too.
-    EXPECT_THAT(problem([&] {
-                    NS::Storyboard::storyboardWithContentsOfFile(
-                            storyboard("<scene identifier='a' class='Forn'/>"));
-                }),
+    EXPECT_THAT(problemIn(storyboard("<scene identifier='a' class='Forn'/>")),
                 testing::AllOf(testing::ContainsRegex("[(, ]Form[,)]"),
                                testing::Not(HasSubstr("NS::TextField"))));
-    EXPECT_THAT(problem([&] {
-                    NS::Storyboard::storyboardWithContentsOfFile(
-                            storyboard({}, " initialScene='a'"));
-                }),
+    EXPECT_THAT(problemIn(storyboard({}, " initialScene='a'")),
                 StartsWith(":1:1: there is no scene \"a\""));
-    EXPECT_THAT(problem([&] {
-                    NS::Storyboard::storyboardWithContentsOfFile(
-                            write(u"Test.storyboard"_s, "<board/>"));
-                }),
+    EXPECT_THAT(problemIn(write(u"Test.storyboard"_s, "<board/>")),
                 StartsWith(":1:1: the outermost element is not <storyboard>"));
     QFile::remove(storyboard({}));
     EXPECT_THROW(NS::Storyboard::storyboardWithName(u"Absent"_s), NS::StoryboardError);
@@ -211,9 +194,7 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
 TEST_F(NSStoryboard, a_file_that_would_grow_as_it_is_read_or_shown_is_refused)
 {
     const auto read = [&](const QByteArray &contents) {
-        return problem([&] {
-            NS::Storyboard::storyboardWithContentsOfFile(write(u"Test.storyboard"_s, contents));
-        });
+        return problemIn(write(u"Test.storyboard"_s, contents));
     };
     const QByteArray long_(4000, 'a');
     EXPECT_THAT(read("\n <!DOCTYPE storyboard [<!ENTITY e '" + long_ + "'>]>\n<storyboard>"
@@ -232,7 +213,7 @@ TEST_F(NSStoryboard, a_file_that_would_grow_as_it_is_read_or_shown_is_refused)
             scenes += "<embed source='s" + QByteArray::number(i - 1) + "' destination='" + name
                       + "' container='" + (twice ? "box" : "field") + "'/>";
     }
-    EXPECT_THAT(problem([&] { NS::Storyboard::storyboardWithContentsOfFile(storyboard(scenes)); }),
+    EXPECT_THAT(problemIn(storyboard(scenes)),
                 HasSubstr("more than 1000 scenes lie within the scene \"s"));
 }
 

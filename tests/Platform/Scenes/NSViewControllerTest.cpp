@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Platform/NSViewController.h>
 
+#include <QCoreApplication>
 #include <QPointer>
 #include <QSignalSpy>
-#include <QTest>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <gmock/gmock.h>
@@ -13,7 +13,6 @@
 #include <stdexcept>
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using namespace Qt::StringLiterals;
 

@@ -6,7 +6,6 @@
 
 #include <QPainter>
 #include <QSignalSpy>
-#include <QTest>
 #include <QWidget>
 #include <gtest/gtest.h>
 

@@ -4,6 +4,7 @@
 
 #include "Drawing/Shades.h"
 #include "PortalOnBus.h"
+#include "TemporaryFolder.h"
 #include "View/ColorSchemeFollower.h"
 #include "Window/ButtonLayout.h"
 #include "Window/TitleBarAction.h"
@@ -14,9 +15,7 @@
 #include <QApplication>
 #include <QDBusMetaType>
 #include <QDBusVariant>
-#include <QFile>
 #include <QScopeGuard>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
 #include <gtest/gtest.h>
@@ -208,68 +207,59 @@ TEST_F(DesktopSettingsTest, buttons_stand_where_the_user_wants_them_once_the_win
     EXPECT_EQ(x(WindowButton::zoom), 50);
 }
 
-struct KwinSetting
-{
-    const char *name;
-    const char *group;
-    const char *entry;
-    TitleBarClick click;
-    TitleBarAction action;
-};
+namespace {
 
-class KwinSettings : public testing::TestWithParam<KwinSetting>
-{ };
-
-TEST_P(KwinSettings, are_read_from_its_file)
+// KWin's file of settings with those contents, on its desktop.
+class KwinFile
 {
-    const QTemporaryDir folder;
-    const auto restore = qScopeGuard([] {
+public:
+    explicit KwinFile(const QByteArray &contents)
+    {
+        qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8());
+        qputenv("XDG_CURRENT_DESKTOP", "KDE");
+        m_folder.file(u"kwinrc"_s, contents);
+    }
+    ~KwinFile()
+    {
         qunsetenv("XDG_CURRENT_DESKTOP");
         qunsetenv("XDG_CONFIG_HOME");
-    });
-    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
-    qputenv("XDG_CURRENT_DESKTOP", "KDE");
-    QFile file(folder.filePath(u"kwinrc"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray("[") + GetParam().group + "]\n" + GetParam().entry + '\n');
-    file.close();
-    EXPECT_EQ(titleBarAction(GetParam().click), GetParam().action);
-}
+    }
 
-INSTANTIATE_TEST_SUITE_P(
-        , KwinSettings,
-        testing::Values(KwinSetting { "double_click", "Windows",
-                                      "TitlebarDoubleClickCommand=Minimize",
-                                      TitleBarClick::doubleClick, TitleBarAction::miniaturize },
-                        KwinSetting { "double_click_for_nothing", "Windows",
-                                      "TitlebarDoubleClickCommand=Nothing",
-                                      TitleBarClick::doubleClick, TitleBarAction::none },
-                        KwinSetting { "middle", "MouseBindings", "CommandActiveTitlebar2=Lower",
-                                      TitleBarClick::middle, TitleBarAction::lower },
-                        KwinSetting { "right", "MouseBindings", "CommandActiveTitlebar3=Maximize",
-                                      TitleBarClick::right, TitleBarAction::zoom },
-                        KwinSetting { "unknown", "MouseBindings", "CommandActiveTitlebar3=Shade",
-                                      TitleBarClick::right, TitleBarAction::windowMenu }),
-        [](const auto &test) { return test.param.name; });
+private:
+    TemporaryFolder m_folder;
+};
+
+} // namespace
+
+TEST(KwinSettings, are_read_from_its_file)
+{
+    using enum TitleBarClick;
+    const std::tuple<QByteArray, TitleBarClick, TitleBarAction> rows[] = {
+        { "[Windows]\nTitlebarDoubleClickCommand=Minimize\n", doubleClick,
+          TitleBarAction::miniaturize },
+        { "[Windows]\nTitlebarDoubleClickCommand=Nothing\n", doubleClick, TitleBarAction::none },
+        { "[MouseBindings]\nCommandActiveTitlebar2=Lower\n", middle, TitleBarAction::lower },
+        { "[MouseBindings]\nCommandActiveTitlebar3=Maximize\n", right, TitleBarAction::zoom },
+        { "[MouseBindings]\nCommandActiveTitlebar3=Shade\n", right, // which there is not here
+          TitleBarAction::windowMenu },
+    };
+    for (const auto &[contents, click, action] : rows) {
+        const KwinFile file(contents);
+        EXPECT_EQ(titleBarAction(click), action) << contents.constData();
+    }
+}
 
 TEST(KwinButtons, are_read_from_its_file_too)
 {
     using NS::WindowButton;
-    const QTemporaryDir folder;
-    const auto restore = qScopeGuard([] {
-        qunsetenv("XDG_CURRENT_DESKTOP");
-        qunsetenv("XDG_CONFIG_HOME");
-    });
-    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
-    qputenv("XDG_CURRENT_DESKTOP", "KDE");
     ButtonLayout expected {
         {}, { WindowButton::miniaturize, WindowButton::zoom, WindowButton::close }
     };
-    EXPECT_EQ(desktopButtonLayout(), expected); // KWin's own standard
-    QFile file(folder.filePath(u"kwinrc"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[org.kde.kdecoration2]\nButtonsOnLeft=XM\nButtonsOnRight=I\n");
-    file.close();
+    {
+        const KwinFile empty("");
+        EXPECT_EQ(desktopButtonLayout(), expected); // KWin's own standard
+    }
+    const KwinFile file("[org.kde.kdecoration2]\nButtonsOnLeft=XM\nButtonsOnRight=I\n");
     expected = { { WindowButton::close }, { WindowButton::miniaturize } };
     EXPECT_EQ(desktopButtonLayout(), expected);
 }

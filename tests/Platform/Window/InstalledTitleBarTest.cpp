@@ -6,7 +6,6 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
-#include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
 #include <QLineEdit>

@@ -14,7 +14,6 @@
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QTest>
-#include <QVBoxLayout>
 #include <QWindow>
 #include <gtest/gtest.h>
 

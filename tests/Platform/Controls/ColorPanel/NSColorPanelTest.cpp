@@ -557,3 +557,21 @@ TEST_F(ColorPanelTest, screen_readers_find_no_button_without_a_name)
                 << button->metaObject()->className();
     }
 }
+
+TEST_F(ColorPanelTest, the_window_grows_and_shrinks_by_the_rows_that_come_and_go)
+{
+    const QSize wheelSize = wheel()->size();
+    const QSize size = panel->size();
+    panel->orderOut();
+    panel->setRecentColors({ Qt::red });
+    panel->orderFront();
+    EXPECT_EQ(wheel()->size(), wheelSize);
+    panel->setShowsAlpha(true);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(wheel()->size(), wheelSize);
+    panel->resize(panel->size() + QSize(50, 40)); // by the user
+    panel->setShowsAlpha(false);
+    panel->setRecentColors({});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(panel->size(), size + QSize(50, 40));
+}

@@ -3,7 +3,6 @@
 // changes each; with PELLARVINE_ENDURANCE_SEEDS=100, for a nightly run, as many with 10000 each.
 #include "Layout/Solver/ConstraintSolver.h"
 
-#include <QtGlobal>
 #include <gtest/gtest.h>
 
 #include <algorithm>
