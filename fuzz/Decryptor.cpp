@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <random>
 #include <variant>
 
 using namespace Qt::StringLiterals;
