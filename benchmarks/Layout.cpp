@@ -114,7 +114,6 @@ void resolve(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-constexpr int rows = 10;
 constexpr int columns = 10;
 
 class Cell : public QWidget
@@ -125,7 +124,7 @@ public:
     QSize minimumSizeHint() const override { return { 10, 10 }; }
 };
 
-void arrangeInGrids(QWidget *panel)
+void arrangeInGrids(QWidget *panel, int rows)
 {
     auto *const outer = new QGridLayout(panel);
     outer->setContentsMargins(int(spacing), int(spacing), int(spacing), int(spacing));
@@ -142,7 +141,7 @@ void arrangeInGrids(QWidget *panel)
     }
 }
 
-void arrangeByConstraints(QWidget *panel)
+void arrangeByConstraints(QWidget *panel, int rows)
 {
     QList<std::shared_ptr<LayoutConstraint>> constraints;
     QList<QWidget *> cells(rows * columns);
@@ -169,12 +168,12 @@ void arrangeByConstraints(QWidget *panel)
 }
 
 // Every step of a window that is dragged larger and smaller, without painting.
-template <void (*arrange)(QWidget *)>
+template <void (*arrange)(QWidget *, int)>
 void resizeWindow(benchmark::State &state)
 {
     QWidget window;
     auto *const panel = new QWidget(&window);
-    arrange(panel);
+    arrange(panel, 10);
     window.resize(1200, 800);
     window.show();
     QApplication::processEvents();
@@ -186,6 +185,21 @@ void resizeWindow(benchmark::State &state)
     if (panel->findChildren<Cell *>().constLast()->geometry().bottomRight().x()
         < panel->width() - 20)
         state.SkipWithError("the cells do not fill the panel");
+}
+
+// A panel that is much smaller than its cells when they are first placed, or has room for them.
+template <bool isSmall>
+void showPanel(benchmark::State &state)
+{
+    for (auto _ : state) {
+        QWidget window;
+        auto *const panel = new QWidget(&window);
+        if (!isSmall)
+            panel->resize(2000, 2000);
+        arrangeByConstraints(panel, 50);
+        window.show();
+        QApplication::processEvents();
+    }
 }
 
 // A form of labels and fields, in the way of QFormLayout and by constraints: with labels that are
@@ -298,6 +312,9 @@ BENCHMARK(resizeWindow<&arrangeInGrids>)
         ->Name("layout/resize-window-grids")
         ->Unit(benchmark::kMicrosecond);
 
+BENCHMARK(showPanel<true>)->Name("layout/show-small-panel")->Unit(benchmark::kMillisecond);
+BENCHMARK(showPanel<false>)->Name("layout/show-large-panel")->Unit(benchmark::kMillisecond);
+
 void formSizes(benchmark::internal::Benchmark *benchmark)
 {
     benchmark->Arg(500)->Unit(benchmark::kMillisecond);
@@ -355,6 +372,7 @@ int main(int argc, char **argv)
                       .subject = "layout/resize-window",
                       .baseline = "layout/resize-window-grids",
                       .limit = 1.0 },
+                    ratio("show-small-panel", "show-small-panel", "show-large-panel", 1.5),
                     ratio("show-form", "show-form/500", "show-qform/500", 1.5),
                     ratio("show-tied-form", "show-tied-form/500", "show-qform/500", 1.5),
                     ratio("form-constant", "form-constant/500", "form-resize/500", 1.0),

@@ -288,8 +288,8 @@ void LayoutEngine::apply()
         return;
     const bool wasStale = m_isStale;
     refresh();
-    m_system.solve(m_host->size());
     warnOfNegativeSizes();
+    m_system.solve(m_host->size());
     if (wasStale)
         lookForOverridden();
     if (!placeItems())

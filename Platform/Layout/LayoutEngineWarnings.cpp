@@ -53,6 +53,8 @@ void LayoutEngine::warnOfNegativeSizes()
 {
     if (!std::exchange(m_hasNewConstraints, false))
         return;
+    // In a host that is too small many sizes are negative that need not be.
+    m_system.solve(m_host->size().expandedTo(minimumSize()));
     for (const auto &[orientation, constraints] : m_system.negativeSizes()) {
         QStringList texts;
         bool isNew = false;

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ranges>
 #include <utility>
 
 using NS::LayoutAttribute;
@@ -338,7 +339,8 @@ std::vector<LayoutSystem::NegativeSize> LayoutSystem::negativeSizes()
         look(item->x.extent(), Qt::Horizontal);
         look(item->y.extent(), Qt::Vertical);
     }
-    for (const Solver::Constraint limit : limits)
+    // In reverse order each is the last one, which no other was solved for.
+    for (const Solver::Constraint limit : std::views::reverse(limits))
         m_solver.remove(limit);
     return negative;
 }
