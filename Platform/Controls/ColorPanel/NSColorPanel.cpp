@@ -12,6 +12,8 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include <utility>
+
 namespace NS {
 
 namespace {
@@ -44,6 +46,7 @@ struct ColorPanel::Private
     QColor defaultColor;
     QList<QColor> recentColors;
     mutable QPointer<detail::ColorPanelContent> content;
+    QSize hint; // of the window with its content, when it was last measured
 };
 
 ColorPanel *ColorPanel::sharedColorPanel()
@@ -70,7 +73,15 @@ ColorPanel::ColorPanel()
     layout->setContentsMargins(0, 0, 0, 0);
     contentView();
     adjustSize();
+    d->hint = sizeHint();
     layout->activate(); // which gives the content its size before it is shown anywhere
+    const auto follow = [this] {
+        if (isVisible())
+            followContent();
+    };
+    connect(this, &ColorPanel::showsAlphaChanged, this, follow, Qt::QueuedConnection);
+    connect(this, &ColorPanel::defaultColorChanged, this, follow, Qt::QueuedConnection);
+    connect(this, &ColorPanel::recentColorsChanged, this, follow, Qt::QueuedConnection);
 }
 
 ColorPanel::~ColorPanel()
@@ -230,7 +241,19 @@ void ColorPanel::keyPressEvent(QKeyEvent *event)
 void ColorPanel::showEvent(QShowEvent *event)
 {
     reclaimContentView();
+    followContent();
     QWidget::showEvent(event);
+}
+
+// A row that comes or goes changes the height of the window, not that of the page above it.
+void ColorPanel::followContent()
+{
+    if (!d->content || d->content->parentWidget() != this)
+        return;
+    d->content->layout()->activate();
+    const QSize change = sizeHint() - std::exchange(d->hint, sizeHint());
+    if (!isMaximized() && !isFullScreen())
+        resize(size() + change);
 }
 
 } // namespace NS

@@ -110,6 +110,7 @@ protected:
 
 private:
     ColorPanel();
+    void followContent();
 
     struct Private;
     std::unique_ptr<Private> d;

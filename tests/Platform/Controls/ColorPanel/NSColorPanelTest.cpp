@@ -570,6 +570,7 @@ TEST_F(ColorPanelTest, the_window_grows_and_shrinks_by_the_rows_that_come_and_go
     QCoreApplication::processEvents();
     EXPECT_EQ(wheel()->size(), wheelSize);
     panel->resize(panel->size() + QSize(50, 40)); // by the user
+    QCoreApplication::processEvents();
     panel->setShowsAlpha(false);
     panel->setRecentColors({});
     QCoreApplication::processEvents();
