@@ -66,13 +66,6 @@ TEST(CodebaseTicket, is_a_value_whose_two_texts_alone_can_be_seen_and_set)
     EXPECT_NE(copy, ticket);
 }
 
-TEST(CodebaseTicket, has_a_document_of_summary_and_description_in_this_order)
-{
-    EXPECT_EQ(body(u"Crash"_s, u"On opening"_s),
-              "<?xml version=\"1.0\" encoding=\"UTF-8\"?><ticket><summary>Crash</summary>"
-              "<description>On opening</description></ticket>\n");
-}
-
 TEST(CodebaseTicket, texts_come_out_of_the_document_as_they_went_in)
 {
     const QStringList texts {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "LoopbackServer.h"
+#include "TemporaryFolder.h"
 
 #include <pellarvine/Ostrevane/TicketDialog.h>
 #include <pellarvine/Platform/ClassRegistry.h>
@@ -9,7 +10,6 @@
 #include <QAccessible>
 #include <QAction>
 #include <QCheckBox>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QNetworkProxy>
@@ -20,7 +20,6 @@
 #include <QScopeGuard>
 #include <QSignalSpy>
 #include <QSslConfiguration>
-#include <QTemporaryDir>
 #include <QTest>
 #include <gmock/gmock.h>
 
@@ -241,26 +240,19 @@ TEST_F(TicketDialogTest, properties_tell_their_changes_once)
 
 TEST(TicketDialog, is_a_scene_of_a_storyboard)
 {
-    const QTemporaryDir folder;
-    const std::pair<QString, QByteArray> files[] = {
-        { u"Window.ui"_s, R"(<ui version="4.0"><widget class="QWidget" name="window">
-            <addaction name="reportAction"/><action name="reportAction"/></widget></ui>)" },
-        { u"Report.ui"_s,
-          R"(<ui version="4.0"><widget class="Pellarvine::TicketDialog" name="report">
-            <property name="includesFacts"><bool>false</bool></property></widget></ui>)" },
-        { u"Help.storyboard"_s, R"(<storyboard initialScene="window">
+    const TemporaryFolder folder;
+    folder.file(u"Window.ui"_s, R"(<ui version="4.0"><widget class="QWidget" name="window">
+            <addaction name="reportAction"/><action name="reportAction"/></widget></ui>)");
+    folder.file(u"Report.ui"_s,
+                R"(<ui version="4.0"><widget class="Pellarvine::TicketDialog" name="report">
+            <property name="includesFacts"><bool>false</bool></property></widget></ui>)");
+    const QString help = folder.file(u"Help.storyboard"_s, R"(<storyboard initialScene="window">
             <scene identifier="window" class="ViewController" interface="Window.ui"/>
             <scene identifier="report" class="ViewController" interface="Report.ui"/>
             <segue class="StoryboardSegue" source="window" destination="report"
-                   object="reportAction" signal="triggered"/></storyboard>)" },
-    };
-    for (const auto &[name, contents] : files) {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size());
-    }
+                   object="reportAction" signal="triggered"/></storyboard>)");
     NS::registerClass<TicketDialog>();
-    const auto storyboard =
-            NS::Storyboard::storyboardWithContentsOfFile(folder.filePath(u"Help.storyboard"_s));
+    const auto storyboard = NS::Storyboard::storyboardWithContentsOfFile(help);
     const std::unique_ptr<QObject> first(storyboard->instantiateInitialController());
     QWidget *const window = qobject_cast<NS::ViewController *>(first.get())->view();
     window->show();

@@ -332,19 +332,6 @@ TEST_F(About, a_hosts_own_file_of_the_name_replaces_the_librarys)
     EXPECT_EQ(text(controller.window(), u"l"_s), controller.applicationVersion());
 }
 
-TEST_F(About, showing_twice_makes_one_controller_and_brings_its_window_back)
-{
-    AboutWindowController::show();
-    AboutWindowController *const controller = AboutWindowController::instance();
-    QWidget *const window = controller->window();
-    EXPECT_TRUE(window->isVisible());
-    window->close();
-    AboutWindowController::show();
-    EXPECT_EQ(AboutWindowController::instance(), controller);
-    EXPECT_EQ(controller->window(), window);
-    EXPECT_TRUE(window->isVisible());
-}
-
 TEST_F(About, another_controller_takes_the_shared_ones_place)
 {
     const QPointer<AboutWindowController> first = AboutWindowController::instance();

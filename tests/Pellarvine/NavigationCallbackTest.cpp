@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Navigation from the callbacks that navigation itself calls.
+#include "TemporaryFolder.h"
+
 #include <pellarvine/Pellarvine/NavigationController.h>
 #include <pellarvine/Pellarvine/PushSegue.h>
 #include <pellarvine/Pellarvine/ReplaceSegue.h>
@@ -8,11 +10,9 @@
 #include <pellarvine/Platform/NSStoryboard.h>
 
 #include <QApplication>
-#include <QFile>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QScopeGuard>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -253,16 +253,11 @@ TEST_F(NavigationCallback, a_segue_from_a_controller_that_comes_or_leaves_is_a_w
 TEST_F(NavigationCallback, an_embedded_scene_may_begin_a_segue_before_it_is_placed)
 {
     NS::registerClass<Screen>();
-    const QTemporaryDir folder;
-    const auto write = [&](const QString &name, const QByteArray &contents) {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(contents);
-    };
-    write(u"Frame.ui"_s, R"(<ui version="4.0"><widget class="QWidget" name="frame">
+    const TemporaryFolder folder;
+    folder.file(u"Frame.ui"_s, R"(<ui version="4.0"><widget class="QWidget" name="frame">
         <layout class="QVBoxLayout"><item><widget class="QWidget" name="content"/></item></layout>
         </widget></ui>)");
-    write(u"Main.storyboard"_s, R"(<storyboard initialScene="frame">
+    const QString main = folder.file(u"Main.storyboard"_s, R"(<storyboard initialScene="frame">
         <scene identifier="frame" class="NavigationController" interface="Frame.ui">
           <outlet property="contentView" object="content"/>
         </scene>
@@ -271,8 +266,7 @@ TEST_F(NavigationCallback, an_embedded_scene_may_begin_a_segue_before_it_is_plac
         <embed source="frame" destination="first" container="content"/>
         <segue identifier="open" class="PushSegue" source="first" destination="second"/>
         </storyboard>)");
-    const auto storyboard =
-            NS::Storyboard::storyboardWithContentsOfFile(folder.filePath(u"Main.storyboard"_s));
+    const auto storyboard = NS::Storyboard::storyboardWithContentsOfFile(main);
     for (const Callback callback : { didLoad, willAppear }) {
         Screen::loaded = [&](Screen *first) {
             const auto open = [](Screen *self) {

@@ -35,26 +35,11 @@ QByteArray tag(QByteArrayView key, QByteArrayView message)
 
 } // namespace
 
-TEST(KeyGen, matches_pbkdf2_of_another_implementation)
-{
-    // RFC 6070's inputs at 10000 rounds and 32 bytes, by Python's hashlib.
-    EXPECT_EQ(key("password", "salt").toHex(),
-              "a2c2646186828474b754591a547c18f132d88d744c152655a470161a1a052135");
-    EXPECT_EQ(key("passwordPASSWORDpassword", "saltSALTsaltSALTsaltSALTsaltSALTsalt").toHex(),
-              "8cbf51c8b1eec71603677767fb859d64dac658b0e80de1cb8f5b19a0ebac0465");
-    EXPECT_EQ(key(QByteArrayView("pass\0word", 9), QByteArrayView("sa\0lt", 5)).toHex(),
-              "85f29aba68f6f90c23962a00d205011060066b2057712672e74fc6fd3cbd7dd8");
-    EXPECT_EQ(key("", QByteArray(8, '\0')).toHex(),
-              "ea3390827e11f2728d8050a01a8876c99588ccedb47fb3b099bbaf9b22685a47");
-    EXPECT_EQ(key(QByteArray(100, 'x'), "saltsalt").toHex(),
-              "c2e9e38de7312ac52e955d973394a74fb47671baf2b46cde3508d99df1f76b86");
-}
-
 TEST(KeyGen, matches_libcryptos_own_derivation)
 {
     QRandomGenerator random(1);
     // Around SHA-1's block of 64 bytes, where a key is padded or hashed.
-    for (const qsizetype length : { 1, 20, 63, 64, 65, 128, 1000 }) {
+    for (const qsizetype length : { 0, 1, 20, 63, 64, 65, 128, 1000 }) {
         const QByteArray passphrase = randomBytes(random, length);
         const QByteArray salt = randomBytes(random, 8);
         QByteArray expected(32, Qt::Uninitialized);
@@ -65,29 +50,6 @@ TEST(KeyGen, matches_libcryptos_own_derivation)
                   1);
         EXPECT_EQ(key(passphrase, salt), expected) << length;
     }
-}
-
-TEST(KeyGen, texts_of_different_normal_forms_give_different_keys)
-{
-    const QString composed = QString::fromUtf8("\u00e9");
-    const QString decomposed = QString::fromUtf8("e\u0301");
-    EXPECT_EQ(key(Passphrase(composed), "saltsalt").toHex(),
-              "e3e6b6d283156bf0fbd6cdcc5c4d05de6660ef65b175ee6f3898a86ecdd55860");
-    EXPECT_EQ(key(Passphrase(decomposed), "saltsalt").toHex(),
-              "ac86357f2d54adafdb2f81649fbc2da45c752f9ea03f68a005ec024a26b13e22");
-}
-
-TEST(HMAC, matches_the_vectors_of_rfc_4231)
-{
-    EXPECT_EQ(tag(QByteArray(20, '\x0b'), "Hi There").toHex(),
-              "b0344c61d8db38535ca8afceaf0bf12b881dc200c9833da726e9376c2e32cff7");
-    EXPECT_EQ(tag("Jefe", "what do ya want for nothing?").toHex(),
-              "5bdcc146bf60754e6a042426089575c75a003f089d2739839dec58b964ec3843");
-    EXPECT_EQ(tag(QByteArray(20, '\xaa'), QByteArray(50, '\xdd')).toHex(),
-              "773ea91e36800e46854db8ebd09181a72959098b3ef8c122d9635514ced565fe");
-    EXPECT_EQ(tag(QByteArray(131, '\xaa'), "Test Using Larger Than Block-Size Key - Hash Key First")
-                      .toHex(),
-              "60e431591ee0b67f0d8a26aacbf5b77f8e0bc6213728c5140546040f0ee37f54");
 }
 
 TEST(HMAC, is_of_the_joined_pieces_and_takes_empty_keys_and_pieces)

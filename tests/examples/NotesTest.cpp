@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Notebook.h"
 #include "NotesController.h"
+#include "TemporaryFolder.h"
 
 #include <pellarvine/Pellarvine/MarkupLabel.h>
 #include <pellarvine/Shared/Decryptor.h>
@@ -35,13 +36,6 @@ QByteArray contentsOf(const QString &path)
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
     return file.readAll();
-}
-
-void write(const QString &path, const QByteArray &contents)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(contents), contents.size());
 }
 
 // Clicks on the button of the message that comes up next.
@@ -341,11 +335,10 @@ TEST(Notebook, that_cannot_be_opened_says_why_and_leaves_the_file_alone)
         { "numbers for notes", Encryptor::encrypt(R"({"notes":["a",2]})", passphrase), passphrase,
           "else than notes" },
     };
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"a.sealed"_s);
+    const TemporaryFolder folder;
     for (const auto &row : rows) {
         SCOPED_TRACE(row.what);
-        write(path, row.file);
+        const QString path = folder.file(u"a.sealed"_s, row.file);
         Notebook notebook(path);
         EXPECT_FALSE(notebook.open(row.passphrase));
         EXPECT_FALSE(notebook.isOpen());
@@ -354,8 +347,7 @@ TEST(Notebook, that_cannot_be_opened_says_why_and_leaves_the_file_alone)
         EXPECT_EQ(contentsOf(path), row.file);
         EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "something is left over";
     }
-    write(path, sealed);
-    Notebook notebook(path);
+    Notebook notebook(folder.file(u"a.sealed"_s, sealed));
     ASSERT_TRUE(notebook.open(passphrase)) << qPrintable(notebook.problem());
     ASSERT_EQ(notebook.notes().size(), 2);
     EXPECT_EQ(notebook.notes().at(1)->text(), u"b"_s);

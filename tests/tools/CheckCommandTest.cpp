@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Program.h"
+#include "TemporaryFolder.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -25,9 +25,7 @@ protected:
                 ASSERT_TRUE(contents.contains(before)) << before.constData();
                 contents.replace(before, after);
             }
-            QFile copy(path(each));
-            ASSERT_TRUE(copy.open(QIODevice::WriteOnly));
-            copy.write(contents);
+            m_folder.file(each, contents);
         }
     }
     QString path(const QString &name) const { return m_folder.filePath(name); }
@@ -40,7 +38,7 @@ protected:
     }
 
 private:
-    QTemporaryDir m_folder;
+    TemporaryFolder m_folder;
 };
 
 } // namespace

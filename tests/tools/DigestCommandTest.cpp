@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Program.h"
+#include "TemporaryFolder.h"
 
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -11,32 +10,18 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-void writeFile(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(content), content.size());
-}
-
-} // namespace
-
 TEST(DigestCommand, lines_are_accepted_by_the_systems_checkers)
 {
-    QTemporaryDir folder;
-    const QString plain = folder.filePath(u"plain"_s);
-    const QString odd = folder.filePath(u"a\\b\nc ü"_s);
-    writeFile(plain, "content");
-    writeFile(odd, QByteArray(300000, 'x'));
-    const QString checkList = folder.filePath(u"list"_s);
+    const TemporaryFolder folder;
+    const QString plain = folder.file(u"plain"_s, "content");
+    const QString odd = folder.file(u"a\\b\nc ü"_s, QByteArray(300000, 'x'));
     for (const QString &algorithm :
          { u"md5"_s, u"sha1"_s, u"sha224"_s, u"sha256"_s, u"sha384"_s, u"sha512"_s }) {
         const Outcome digest =
                 runProgram(u"pellarvine"_s, { u"digest"_s, u"-a"_s, algorithm, plain, odd });
         ASSERT_EQ(digest.status, 0) << digest.errors.constData();
         ASSERT_EQ(digest.output.count('\n'), 2);
-        writeFile(checkList, digest.output);
+        const QString checkList = folder.file(u"list"_s, digest.output);
         EXPECT_EQ(QProcess::execute(algorithm + u"sum"_s,
                                     { u"--check"_s, u"--strict"_s, u"--quiet"_s, checkList }),
                   0)
@@ -54,9 +39,8 @@ TEST(DigestCommand, reads_standard_input_and_defaults_to_sha256)
 
 TEST(DigestCommand, names_each_file_that_cannot_be_read_and_prints_the_others)
 {
-    QTemporaryDir folder;
-    const QString good = folder.filePath(u"good"_s);
-    writeFile(good, "content");
+    const TemporaryFolder folder;
+    const QString good = folder.file(u"good"_s, "content");
     const Outcome digest = runProgram(
             u"pellarvine"_s, { u"digest"_s, folder.path(), good, folder.filePath(u"absent"_s) });
     EXPECT_EQ(digest.status, 6);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Program.h"
+#include "TemporaryFolder.h"
 
 #include <pellarvine/Shared/Decryptor.h>
 #include <pellarvine/Shared/Encryptor.h>
@@ -10,7 +11,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -31,12 +31,7 @@ protected:
 
     QString path(const QString &name) const { return m_folder.filePath(name); }
 
-    void write(const QString &name, const QByteArray &bytes) const
-    {
-        QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        ASSERT_EQ(file.write(bytes), bytes.size());
-    }
+    void write(const QString &name, const QByteArray &bytes) const { m_folder.file(name, bytes); }
 
     QByteArray read(const QString &name) const
     {
@@ -113,5 +108,5 @@ protected:
     const QStringList namesAtFirst { u"passphrase"_s, u"plain"_s, u"sealed"_s };
 
 private:
-    QTemporaryDir m_folder;
+    TemporaryFolder m_folder;
 };

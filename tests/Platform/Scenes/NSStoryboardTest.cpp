@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "TemporaryFolder.h"
+
 #include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSStoryboard.h>
 #include <pellarvine/Platform/NSStoryboardSegue.h>
@@ -7,7 +9,6 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -72,20 +73,12 @@ public:
         NS::registerClass<QObject>();
     }
 
-    QString write(const QString &name, const QByteArray &contents)
-    {
-        QFile file(m_folder.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(contents);
-        return file.fileName();
-    }
-
     // A storyboard with those elements in it, beside an interface file Form.ui.
     QString storyboard(const QByteArray &elements, const QByteArray &attributes = {})
     {
-        write(u"Form.ui"_s, form);
-        return write(u"Test.storyboard"_s,
-                     "<storyboard" + attributes + ">\n" + elements + "\n</storyboard>\n");
+        folder.file(u"Form.ui"_s, form);
+        return folder.file(u"Test.storyboard"_s,
+                           "<storyboard" + attributes + ">\n" + elements + "\n</storyboard>\n");
     }
 
     // What is wrong, after the file's name.
@@ -94,7 +87,7 @@ public:
         try {
             action();
         } catch (const NS::StoryboardError &error) {
-            const std::string where = qPrintable(m_folder.filePath(u"Test.storyboard"_s));
+            const std::string where = qPrintable(folder.filePath(u"Test.storyboard"_s));
             EXPECT_THAT(error.what(), StartsWith(where));
             return std::string(error.what()).substr(where.size());
         }
@@ -115,8 +108,7 @@ public:
         return xmllint.exitCode() == 0;
     }
 
-private:
-    QTemporaryDir m_folder;
+    TemporaryFolder folder;
 };
 
 } // namespace
@@ -185,7 +177,7 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
                                testing::Not(HasSubstr("NS::TextField"))));
     EXPECT_THAT(problemIn(storyboard({}, " initialScene='a'")),
                 StartsWith(":1:1: there is no scene \"a\""));
-    EXPECT_THAT(problemIn(write(u"Test.storyboard"_s, "<board/>")),
+    EXPECT_THAT(problemIn(folder.file(u"Test.storyboard"_s, "<board/>")),
                 StartsWith(":1:1: the outermost element is not <storyboard>"));
     QFile::remove(storyboard({}));
     EXPECT_THROW(NS::Storyboard::storyboardWithName(u"Absent"_s), NS::StoryboardError);
@@ -194,7 +186,7 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
 TEST_F(NSStoryboard, a_file_that_would_grow_as_it_is_read_or_shown_is_refused)
 {
     const auto read = [&](const QByteArray &contents) {
-        return problemIn(write(u"Test.storyboard"_s, contents));
+        return problemIn(folder.file(u"Test.storyboard"_s, contents));
     };
     const QByteArray long_(4000, 'a');
     EXPECT_THAT(read("\n <!DOCTYPE storyboard [<!ENTITY e '" + long_ + "'>]>\n<storyboard>"

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "TemporaryFolder.h"
+
 #include <pellarvine/Platform/NSFont.h>
 #include <pellarvine/Platform/NSFontManager.h>
 
@@ -7,7 +9,6 @@
 #include <QFontInfo>
 #include <QGuiApplication>
 #include <QRawFont>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -139,15 +140,12 @@ TEST(NSFont, a_font_that_the_program_adds_is_found_while_it_is_there)
     QByteArray bytes = original.readAll();
     bytes.replace("DejaVu", "Ledger");
     bytes.replace(QByteArray("\0D\0e\0j\0a\0V\0u", 12), QByteArray("\0L\0e\0d\0g\0e\0r", 12));
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"Ledger.ttf"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(bytes), bytes.size());
-    file.close();
+    const TemporaryFolder folder;
+    const QString path = folder.file(u"Ledger.ttf"_s, bytes);
 
     for (const QString &name : { u"LedgerSansMono"_s, u"Ledger Sans Mono"_s })
         EXPECT_EQ(fontWithName(name, 12), std::nullopt);
-    const int id = QFontDatabase::addApplicationFont(file.fileName());
+    const int id = QFontDatabase::addApplicationFont(path);
     ASSERT_NE(id, -1);
     for (const QString &name : { u"LedgerSansMono"_s, u"Ledger Sans Mono"_s })
         EXPECT_EQ(faceNamed(name), "Ledger Sans Mono/Book");

@@ -284,35 +284,6 @@ TEST(ConstraintSolver, finds_what_brute_force_finds_while_constraints_come_go_an
     }
 }
 
-TEST(ConstraintSolver, answers_as_a_fresh_one_does_whatever_came_and_went_before)
-{
-    for (unsigned seed = 0; seed < 30; ++seed) {
-        Random random(seed);
-        const std::size_t count = 12;
-        Session session(count);
-        for (int step = 0; step < 150; ++step) {
-            const int size = int(session.system.size());
-            const int action = random.below(5);
-            if (size > 0 && (action < 2 || size > 40))
-                session.remove(random.below(size));
-            else if (size > 0 && action == 2)
-                session.setConstant(random.below(size), random.constant());
-            else
-                session.add(random.constraint(count));
-            if (step % 10 != 0)
-                continue;
-            Session fresh(count);
-            std::vector<Wanted> shuffled = session.system;
-            for (std::size_t i = 1; i < shuffled.size(); ++i)
-                std::swap(shuffled[i], shuffled[random.below(int(i) + 1)]);
-            for (const Wanted &wanted : shuffled)
-                ASSERT_TRUE(fresh.add(wanted)) << "seed " << seed << " step " << step;
-            ASSERT_TRUE(areNear(session.values(), fresh.values()))
-                    << "seed " << seed << " step " << step;
-        }
-    }
-}
-
 TEST(ConstraintSolver, names_a_smallest_set_of_required_constraints_that_contradict_each_other)
 {
     int conflicts = 0;
