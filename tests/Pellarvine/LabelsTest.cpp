@@ -28,9 +28,7 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-using Pellarvine::HeightForWidthTextField;
-using Pellarvine::MarkupLabel;
-using Pellarvine::PopoverMessage;
+using namespace Pellarvine;
 
 namespace {
 

@@ -21,10 +21,7 @@
 #include <vector>
 
 using NS::ViewController;
-using Pellarvine::NavigationController;
-using Pellarvine::PushSegue;
-using Pellarvine::ReplaceSegue;
-using Pellarvine::UnwindSegue;
+using namespace Pellarvine;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;

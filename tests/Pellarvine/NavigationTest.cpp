@@ -25,11 +25,7 @@
 #include <gtest/gtest.h>
 
 using NS::ViewController;
-using Pellarvine::ModalSegue;
-using Pellarvine::NavigationController;
-using Pellarvine::PushSegue;
-using Pellarvine::ReplaceSegue;
-using Pellarvine::UnwindSegue;
+using namespace Pellarvine;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;

@@ -12,10 +12,7 @@
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
-using Pellarvine::InspectorSectionTableCellView;
-using Pellarvine::InspectorSectionView;
-using Pellarvine::StyleKit;
-using Pellarvine::ToolBarView;
+using namespace Pellarvine;
 
 namespace {
 

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "Messages.h"
+
 #include <pellarvine/Platform/NSFont.h>
 #include <pellarvine/Shared/Font.h>
 
@@ -24,23 +26,6 @@ std::string styleOf(const QFont &font)
 {
     return QRawFont::fromFont(font).styleName().remove(u' ').toStdString();
 }
-
-QStringList warnings; // what Qt has printed while a WarningCatcher lives
-
-class WarningCatcher
-{
-public:
-    WarningCatcher()
-        : m_previous(qInstallMessageHandler([](QtMsgType, const QMessageLogContext &,
-                                               const QString &text) { warnings.append(text); }))
-    {
-        warnings.clear();
-    }
-    ~WarningCatcher() { qInstallMessageHandler(m_previous); }
-
-private:
-    QtMessageHandler m_previous;
-};
 
 } // namespace
 
@@ -162,7 +147,7 @@ TEST(Font, sizes_go_by_one_point)
 
 TEST(Font, there_is_no_size_below_the_smallest_and_no_warning_about_it)
 {
-    const WarningCatcher catcher;
+    const Messages messages;
     for (const double size : { 1.0, 0.5 }) {
         const QFont font = fontNamed("Inter", size);
         EXPECT_EQ(smaller(font), font);
@@ -171,7 +156,7 @@ TEST(Font, there_is_no_size_below_the_smallest_and_no_warning_about_it)
     constexpr double infinity = std::numeric_limits<double>::infinity();
     for (const double size : { 0.0, -1.0, infinity, std::numeric_limits<double>::quiet_NaN() })
         EXPECT_EQ(withSize(font, size), font);
-    EXPECT_EQ(warnings, QStringList());
+    EXPECT_EQ(Messages::texts, QStringList());
 }
 
 } // namespace Pellarvine

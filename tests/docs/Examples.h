@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "Messages.h"
+
 #include <QObject>
-#include <QStringList>
 #include <QVariantMap>
 #include <gtest/gtest.h>
 
@@ -31,22 +32,4 @@ public:
         for (auto value = values.begin(); value != values.end(); ++value)
             setProperty(value.key().toUtf8(), value.value());
     }
-};
-
-/// Collects what Qt's message functions print.
-class Messages
-{
-public:
-    Messages()
-    {
-        texts.clear();
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &text) {
-            texts.append(text);
-        });
-    }
-    Messages(const Messages &) = delete;
-    Messages &operator=(const Messages &) = delete;
-    ~Messages() { qInstallMessageHandler(nullptr); }
-
-    static inline QStringList texts;
 };

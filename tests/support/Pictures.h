@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QImage>
+#include <QSet>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -16,6 +17,17 @@ inline QImage picture(QWidget &widget, double scale)
     image.fill(ground);
     widget.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
     return image;
+}
+
+/// The colours of the picture's pixels.
+inline QSet<QRgb> colorsIn(const QImage &image)
+{
+    QSet<QRgb> colors;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            colors.insert(image.pixel(x, y));
+    }
+    return colors;
 }
 
 /// The pixels of a screen of that scale that a rectangle of device-independent pixels covers.

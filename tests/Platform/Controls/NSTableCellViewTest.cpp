@@ -48,13 +48,7 @@ QPalette blackOnWhite()
 
 bool containsColor(const QImage &image, const QRect &rect, const QColor &color)
 {
-    for (int y = rect.top(); y <= rect.bottom(); ++y) {
-        for (int x = rect.left(); x <= rect.right(); ++x) {
-            if (image.pixelColor(x, y).rgb() == color.rgb())
-                return true;
-        }
-    }
-    return false;
+    return colorsIn(image.copy(rect)).contains(color.rgb());
 }
 
 } // namespace

@@ -167,14 +167,6 @@ QImage shadowOf(const QRectF &rect, const Shadow &shadow, double scale = 1)
 
 } // namespace
 
-TEST(NSShadow, is_made_in_one_call)
-{
-    const Shadow shadow(Color({ .red = 1 }), { 2, -3 }, 4.5);
-    EXPECT_EQ(shadow.color(), Color({ .red = 1 }));
-    EXPECT_EQ(shadow.offset(), QSizeF(2, -3));
-    EXPECT_EQ(shadow.blurRadius(), 4.5);
-}
-
 TEST(NSShadow, falls_off_like_a_gaussian)
 {
     // The edge of a wide shape is the integral of a Gaussian whose deviation is half the radius.

@@ -45,13 +45,8 @@ TEST(NibEntry, an_entry_is_read_into_its_parts)
           NibConstraint { LayoutAttribute::width, LayoutRelation::lessThanOrEqual, 0.5, u"self"_s,
                           LayoutAttribute::height, 0, 750 } },
         { "constraints", "height == -20",
-          NibConstraint { LayoutAttribute::height,
-                          LayoutRelation::equal,
-                          0,
-                          {},
-                          LayoutAttribute::notAnAttribute,
-                          -20,
-                          1000 } },
+          NibConstraint { LayoutAttribute::height, LayoutRelation::equal, 0, QString(),
+                          LayoutAttribute::notAnAttribute, -20, 1000 } },
     };
     for (const auto &[property, text, entry] : rows) {
         ASSERT_TRUE(holdsNibEntries(QString::fromUtf8(property)));
@@ -63,6 +58,7 @@ TEST(NibEntry, an_entry_is_read_into_its_parts)
 
 TEST(NibEntry, what_is_no_entry_is_a_fault_that_names_what_is_wrong)
 {
+    using enum NS::NibError::Reason;
     const struct
     {
         const char *property;
@@ -71,36 +67,32 @@ TEST(NibEntry, what_is_no_entry_is_a_fault_that_names_what_is_wrong)
         const char *name; // null for the whole text
         const char *message;
     } rows[] = {
-        { "outlets", "field", NS::NibError::malformed, nullptr, "an outlet has the form" },
-        { "outlets", "owner.", NS::NibError::malformed, nullptr, "has the form" },
-        { "outlets", "owner.a owner.b", NS::NibError::malformed, nullptr, "has the form" },
-        { "bindings", "text: owner.name", NS::NibError::malformed, nullptr,
-          "a binding has the form" },
-        { "bindings", "text = owner", NS::NibError::malformed, nullptr, "has the form" },
-        { "bindings", "text = owner.name | done", NS::NibError::malformed, "| done",
+        { "outlets", "field", malformed, nullptr, "an outlet has the form" },
+        { "outlets", "owner.", malformed, nullptr, "has the form" },
+        { "outlets", "owner.a owner.b", malformed, nullptr, "has the form" },
+        { "bindings", "text: owner.name", malformed, nullptr, "a binding has the form" },
+        { "bindings", "text = owner", malformed, nullptr, "has the form" },
+        { "bindings", "text = owner.name | done", malformed, "| done",
           "\"| done\" is none of the options" },
-        { "bindings", "text = owner.name | commit(\"now\")", NS::NibError::malformed,
-          "| commit(\"now\")", "is none of the options" },
-        { "bindings", "text = owner.name | format(\"%1\") | format(\"%2\")",
-          NS::NibError::malformed, "format", "the option \"format\" is there twice" },
-        { "bindings", "text = owner.name | commit | format", NS::NibError::malformed, "| format",
+        { "bindings", "text = owner.name | commit(\"now\")", malformed, "| commit(\"now\")",
           "is none of the options" },
-        { "bindings", "text = owner.name |", NS::NibError::malformed, "|",
+        { "bindings", "text = owner.name | format(\"%1\") | format(\"%2\")", malformed, "format",
+          "the option \"format\" is there twice" },
+        { "bindings", "text = owner.name | commit | format", malformed, "| format",
           "is none of the options" },
-        { "bindings", "text = owner.name | format(\"%n\")", NS::NibError::malformed, "%n",
+        { "bindings", "text = owner.name |", malformed, "|", "is none of the options" },
+        { "bindings", "text = owner.name | format(\"%n\")", malformed, "%n",
           "no format with one conversion" },
-        { "actions", "clicked", NS::NibError::malformed, nullptr, "an action has the form" },
-        { "actions", "clicked -> save", NS::NibError::malformed, nullptr, "has the form" },
-        { "constraints", "width = 8.8.8", NS::NibError::malformed, nullptr,
-          "a constraint has the form" },
-        { "constraints", "width = 2 * 8", NS::NibError::malformed, nullptr, "has the form" },
-        { "constraints", "width < 8", NS::NibError::malformed, nullptr, "has the form" },
-        { "constraints", "leading = 8", NS::NibError::malformed, nullptr, "cannot be compared" },
-        { "constraints", "leading = self.top", NS::NibError::malformed, nullptr,
-          "cannot be compared" },
-        { "constraints", "middle = self.left", NS::NibError::unknownKeyPath, "middle",
+        { "actions", "clicked", malformed, nullptr, "an action has the form" },
+        { "actions", "clicked -> save", malformed, nullptr, "has the form" },
+        { "constraints", "width = 8.8.8", malformed, nullptr, "a constraint has the form" },
+        { "constraints", "width = 2 * 8", malformed, nullptr, "has the form" },
+        { "constraints", "width < 8", malformed, nullptr, "has the form" },
+        { "constraints", "leading = 8", malformed, nullptr, "cannot be compared" },
+        { "constraints", "leading = self.top", malformed, nullptr, "cannot be compared" },
+        { "constraints", "middle = self.left", unknownKeyPath, "middle",
           "no attribute \"middle\"" },
-        { "constraints", "left = self.middle", NS::NibError::unknownKeyPath, "middle",
+        { "constraints", "left = self.middle", unknownKeyPath, "middle",
           "no attribute \"middle\"" },
     };
     for (const auto &row : rows) {

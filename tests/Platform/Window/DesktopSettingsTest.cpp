@@ -21,14 +21,7 @@
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
-using Pellarvine::detail::ButtonLayout;
-using Pellarvine::detail::ColorSchemeFollower;
-using Pellarvine::detail::desktopButtonLayout;
-using Pellarvine::detail::DesktopSettings;
-using Pellarvine::detail::isDark;
-using Pellarvine::detail::TitleBarAction;
-using Pellarvine::detail::titleBarAction;
-using Pellarvine::detail::TitleBarClick;
+using namespace Pellarvine::detail;
 using Groups = QMap<QString, QVariantMap>;
 
 namespace {

@@ -25,10 +25,7 @@
 using namespace Qt::StringLiterals;
 using NS::Popover;
 using NS::RectEdge;
-using Pellarvine::detail::placePopover;
-using Pellarvine::detail::popoverArrow;
-using Pellarvine::detail::popoverEdge;
-using Pellarvine::detail::popoverOutline;
+using namespace Pellarvine::detail;
 
 namespace {
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ShownWindow.h"
 #include "Window/WindowEdges.h"
 #include "Window/WindowFrame.h"
 #include "Window/WindowManager.h"
@@ -30,24 +31,10 @@ using NS::WindowButton;
 
 namespace {
 
-constexpr Window::StyleMask whole = Window::StyleMask(Window::titled | Window::closable
-                                                      | Window::miniaturizable | Window::resizable);
-
-// Shown on the test platform, which moves and resizes no windows by itself.
-struct Shown
+struct Shown : ShownWindow
 {
-    explicit Shown(Window::StyleMask style = whole)
-        : window(QRectF(100, 200, 400, 300), style)
-    {
-        window.setWindowTitle(u"Letters"_s);
-        window.show();
-        NS::layoutSubtreeIfNeeded(&window);
-    }
+    using ShownWindow::ShownWindow;
 
-    QWidget *titleBar() const
-    {
-        return window.standardWindowButton(WindowButton::close)->parentWidget();
-    }
     void press(QPoint at) { QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, at); }
     // Not by QTest, which takes buttons of earlier tests for pressed.
     void move(QPoint to)
@@ -72,8 +59,6 @@ struct Shown
         QMouseEvent event(QEvent::MouseMove, at, global, Qt::NoButton, Qt::LeftButton, {});
         QCoreApplication::sendEvent(window.windowHandle(), &event);
     }
-
-    Window window;
 };
 
 NS::TitlebarAccessoryViewController *makeAccessory(int height)

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Views in a title bar, and what the bar leaves to others.
+#include "ShownWindow.h"
+
 #include <pellarvine/Platform/NSTitlebarAccessoryViewController.h>
 #include <pellarvine/Platform/NSView.h>
 #include <pellarvine/Platform/NSWindow.h>
@@ -23,22 +25,10 @@ using NS::WindowButton;
 
 namespace {
 
-constexpr Window::StyleMask whole = Window::StyleMask(Window::titled | Window::closable
-                                                      | Window::miniaturizable | Window::resizable);
-
-struct Shown
+struct Shown : ShownWindow
 {
-    explicit Shown(Window::StyleMask style = whole)
-        : window(QRectF(100, 200, 400, 300), style)
-    {
-        window.show();
-        NS::layoutSubtreeIfNeeded(&window);
-    }
+    using ShownWindow::ShownWindow;
 
-    QWidget *titleBar() const
-    {
-        return window.standardWindowButton(WindowButton::close)->parentWidget();
-    }
     // The way that the window has gone.
     QPoint drag(QPoint from)
     {
@@ -52,8 +42,6 @@ struct Shown
         QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, window.mapFromGlobal(to));
         return window.pos() - origin;
     }
-
-    Window window;
 };
 
 class Handle : public QWidget

@@ -1,20 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Window/WindowState.h"
 
-#include <pellarvine/Platform/NSWindow.h>
+#include "ShownWindow.h"
 
 #include <QDataStream>
 #include <QIODevice>
 #include <gtest/gtest.h>
 
 using NS::Window;
-
-namespace {
-
-constexpr Window::StyleMask whole = Window::StyleMask(Window::titled | Window::closable
-                                                      | Window::miniaturizable | Window::resizable);
-
-} // namespace
 
 TEST(WindowState, any_truncated_one_is_refused_and_changes_nothing)
 {
