@@ -131,7 +131,7 @@ TEST(SegmentedControl, dragging_off_cancels_and_back_on_does_not)
 
 TEST(SegmentedControl, keys_move_within_it_and_act)
 {
-    using enum Tracking;
+    using enum SegmentedControl::SwitchTracking;
     using enum Qt::Key;
     using Ints = std::vector<int>;
     constexpr auto ltr = Qt::LeftToRight;

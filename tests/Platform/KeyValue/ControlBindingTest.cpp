@@ -820,7 +820,10 @@ TEST(ControlBinding, value_stands_for_what_a_control_of_qt_is_about)
     };
     for (const auto &[control, property, value] : rows) {
         Cell cell(value);
-        EXPECT_EQ(output([&] { NS::bind(control, NS::NSValueBinding, &cell, u"value"_s); }), "");
+        EXPECT_EQ(output([&cell, bound = control] {
+                      NS::bind(bound, NS::NSValueBinding, &cell, u"value"_s);
+                  }),
+                  "");
         EXPECT_EQ(control->property(property), value) << property;
     }
 }

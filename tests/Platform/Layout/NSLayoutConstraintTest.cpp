@@ -98,6 +98,18 @@ void pinTopLeading(QWidget *widget)
     });
 }
 
+// Keeps the widget so far inside of each edge of its parent.
+void fillParent(QWidget *widget, double x = 0, double y = 0)
+{
+    QWidget *const parent = widget->parentWidget();
+    LayoutConstraint::activateConstraints({
+            topAnchor(widget).constraintEqualToAnchor(topAnchor(parent), y),
+            bottomAnchor(widget).constraintEqualToAnchor(bottomAnchor(parent), -y),
+            leadingAnchor(widget).constraintEqualToAnchor(leadingAnchor(parent), x),
+            trailingAnchor(widget).constraintEqualToAnchor(trailingAnchor(parent), -x),
+    });
+}
+
 std::string warningsOf(const std::function<void()> &work)
 {
     ::testing::internal::CaptureStdout();
@@ -499,12 +511,7 @@ TEST(LayoutConstraint, qt_layouts_above_see_the_sizes_that_follow_from_the_const
     panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto *const view = new Sized({ 100, 40 }, panel);
     view->minimumHint = { 60, 30 };
-    LayoutConstraint::activateConstraints({
-            topAnchor(view).constraintEqualToAnchor(topAnchor(panel), 5),
-            bottomAnchor(view).constraintEqualToAnchor(bottomAnchor(panel), -5),
-            leadingAnchor(view).constraintEqualToAnchor(leadingAnchor(panel), 10),
-            trailingAnchor(view).constraintEqualToAnchor(trailingAnchor(panel), -10),
-    });
+    fillParent(view, 10, 5);
     EXPECT_EQ(panel->sizeHint(), QSize(120, 50));
     EXPECT_EQ(panel->minimumSizeHint(), QSize(80, 40));
     EXPECT_EQ(window.place(view), QRect(10, 5, 380, 40));
@@ -520,12 +527,7 @@ TEST(LayoutConstraint, the_largest_size_follows_from_what_the_widgets_and_constr
     Window panel(100, 100);
     auto *const view = new Sized({ 40, 20 }, &panel);
     const auto width = widthAnchor(view).constraintLessThanOrEqualToConstant(90);
-    LayoutConstraint::activateConstraints({
-            topAnchor(view).constraintEqualToAnchor(topAnchor(&panel), 5),
-            bottomAnchor(view).constraintEqualToAnchor(bottomAnchor(&panel), -5),
-            leadingAnchor(view).constraintEqualToAnchor(leadingAnchor(&panel), 10),
-            trailingAnchor(view).constraintEqualToAnchor(trailingAnchor(&panel), -10),
-    });
+    fillParent(view, 10, 5);
     const auto largest = [&] {
         layoutSubtreeIfNeeded(&panel);
         return panel.layout()->maximumSize();
@@ -750,12 +752,7 @@ TEST(LayoutConstraint, a_window_grows_to_the_height_that_its_text_needs)
 {
     Window window(400, 60);
     auto *const text = new Flowing(20'000, &window);
-    LayoutConstraint::activateConstraints({
-            topAnchor(text).constraintEqualToAnchor(topAnchor(&window)),
-            bottomAnchor(text).constraintEqualToAnchor(bottomAnchor(&window)),
-            leadingAnchor(text).constraintEqualToAnchor(leadingAnchor(&window)),
-            trailingAnchor(text).constraintEqualToAnchor(trailingAnchor(&window)),
-    });
+    fillParent(text);
     window.show();
     window.resize(100, 60);
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == QSize(100, 200); }));
