@@ -101,13 +101,7 @@ TEST(AutoLayout, a_centred_subview_keeps_its_own_size)
 
 TEST(AutoLayout, a_subview_constrained_to_the_bounds_stays_centred_within_the_border)
 {
-    struct Row
-    {
-        QSize wanted;
-        double border;
-        QRectF frame;
-    };
-    const Row rows[] = {
+    const std::tuple<QSize, double, QRectF> rows[] = {
         { { 40, 30 }, 0, { 30, 10, 40, 30 } },
         { { 140, 30 }, 0, { 0, 10, 100, 30 } },
         { { 140, 130 }, 0, { 0, 0, 100, 50 } },

@@ -329,12 +329,7 @@ TEST_F(ReplaceableImageViewTest, a_host_that_stores_what_edits_carry_loses_nothi
 
 TEST_F(ReplaceableImageViewTest, a_drop_without_a_readable_file_is_shown_and_warned_of)
 {
-    struct Row
-    {
-        QList<QUrl> urls;
-        bool warns;
-    };
-    const Row rows[] = {
+    const std::pair<QList<QUrl>, bool> rows[] = {
         { {}, true }, // image data from a browser, say
         { { QUrl(u"https://example.org/a.png"_s) }, true },
         { { QUrl::fromLocalFile(folder.filePath(u"gone.png"_s)) }, true },

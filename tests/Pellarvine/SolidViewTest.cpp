@@ -21,13 +21,7 @@ TEST(SolidView, draws_nothing_until_it_has_a_layer)
 
 TEST(SolidView, each_way_of_using_it_gives_it_a_layer_and_only_a_colour_fills_that)
 {
-    struct Case
-    {
-        const char *name;
-        std::function<void(SolidView &)> use;
-        QColor fill;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, std::function<void(SolidView &)>, QColor> cases[] = {
         { "colour", [](SolidView &view) { view.setBackgroundColor(Qt::white); }, Qt::white },
         { "palette", [](SolidView &view) { view.setUsesPaletteColors(true); }, Qt::white },
         { "radius", [](SolidView &view) { view.setRadius(0); }, ground },

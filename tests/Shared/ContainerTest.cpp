@@ -77,13 +77,7 @@ TEST(Decryptor, opens_a_container_made_by_another_implementation)
 
 TEST(Encryptor, containers_come_back_for_all_kinds_of_lengths_chunks_and_passphrases)
 {
-    struct Case
-    {
-        qsizetype length;
-        qsizetype chunk;
-        QString passphrase;
-    };
-    const Case cases[] = {
+    const std::tuple<qsizetype, qsizetype, QString> cases[] = {
         { 0, 1, passphrase },
         { 1, 1, QString() },
         { 100, 1, passphrase },
@@ -95,17 +89,17 @@ TEST(Encryptor, containers_come_back_for_all_kinds_of_lengths_chunks_and_passphr
         { 1 << 20, 1 << 20, passphrase },
         { 1 << 17, 1, passphrase },
     };
-    for (const Case &each : cases) {
-        const QByteArray text = textOfLength(each.length);
-        Encryptor encryptor(each.passphrase);
-        QByteArray container = feedInChunks(encryptor, text, each.chunk);
+    for (const auto &[length, chunk, secret] : cases) {
+        const QByteArray text = textOfLength(length);
+        Encryptor encryptor(secret);
+        QByteArray container = feedInChunks(encryptor, text, chunk);
         if (text.isEmpty())
             container = encryptor.feed({});
         container += encryptor.finalize();
-        EXPECT_EQ(Decryptor::decrypt(container, each.passphrase), text) << each.length;
-        Decryptor decryptor(each.passphrase);
-        QByteArray result = feedInChunks(decryptor, container, each.chunk);
-        EXPECT_EQ(result += decryptor.finalize(), text) << each.length << ' ' << each.chunk;
+        EXPECT_EQ(Decryptor::decrypt(container, secret), text) << length;
+        Decryptor decryptor(secret);
+        QByteArray result = feedInChunks(decryptor, container, chunk);
+        EXPECT_EQ(result += decryptor.finalize(), text) << length << ' ' << chunk;
     }
 }
 

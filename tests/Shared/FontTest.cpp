@@ -31,12 +31,7 @@ std::string styleOf(const QFont &font)
 
 TEST(Font, weights_are_walked_one_face_at_a_time)
 {
-    struct Ladder
-    {
-        const char *lightest;
-        std::vector<std::string> styles;
-    };
-    const Ladder ladders[] = {
+    const std::pair<const char *, std::vector<std::string>> ladders[] = {
         { "Inter-Thin",
           { "Thin", "ExtraLight", "Light", "Regular", "Medium", "SemiBold", "Bold", "ExtraBold",
             "Black" } },

@@ -281,12 +281,7 @@ TEST(MarkupParser, has_a_fallback_for_every_argument)
 
 TEST(MarkupParser, reads_kerning_as_one_whole_number)
 {
-    struct Number
-    {
-        QString text;
-        double value;
-    };
-    const Number numbers[] = {
+    const std::pair<QString, double> numbers[] = {
         { u"1.5"_s, 1.5 },   { u"-1"_s, -1.0 },   { u"+.5"_s, 0.5 },      { u"2."_s, 2.0 },
         { u"1e2"_s, 100.0 }, { u"0x10"_s, 16.0 }, { u"inf"_s, INFINITY }, { u"1e999"_s, INFINITY },
         { u"wide"_s, 0.0 },  { u"1,5"_s, 0.0 },   { u" 1"_s, 0.0 },       { u"1 "_s, 0.0 },

@@ -39,14 +39,8 @@ TEST(IntrinsicLength, a_widget_is_asked_in_either_direction)
 // 990 minimum and maximum sizes.
 TEST(IntrinsicLength, policies_hints_and_limits_decide_the_target_and_its_priorities)
 {
-    struct Row
-    {
-        const char *name;
-        LengthHints hints;
-        IntrinsicLength length;
-    };
     constexpr std::optional<double> none;
-    const Row rows[] = {
+    const std::tuple<const char *, LengthHints, IntrinsicLength> rows[] = {
         { "no hint", {}, { 0, none, none, 0.5, 0.5, 900 } },
         { "preferred", { .hint = 100 }, { 100, 0, none, 750, 250, 900 } },
         { "with a minimum hint",

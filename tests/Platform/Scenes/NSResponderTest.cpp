@@ -90,13 +90,7 @@ TEST(Responder, an_action_calls_the_method_of_its_name_that_takes_the_sender)
     using Calls = std::vector<std::pair<std::string, QObject *>>;
     QLineEdit field;
     QObject other;
-    struct Row
-    {
-        QString action;
-        QObject *sender;
-        Calls calls;
-    };
-    const Row rows[] = {
+    const std::tuple<QString, QObject *, Calls> rows[] = {
         { u"archive"_s, &field, { { "archive", &field } } },
         { u"archive"_s, nullptr, { { "archive", nullptr } } },
         { u"print"_s, &field, { { "print", nullptr } } },

@@ -115,18 +115,12 @@ public:
 
 TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
 {
-    struct Row
-    {
-        QByteArray elements;
-        const char *problem;
-        bool fitsSchema;
-    };
     const QByteArray a = "<scene identifier='a' class='Form'/>\n";
     const QByteArray b = "<scene identifier='b' class='Form'/>\n";
     const QByteArray c = "<scene identifier='c' class='Form'/>\n";
     const QByteArray embed = "<embed container='box' ";
     const QByteArray segue = "<segue class='StoryboardSegue' source='a' destination='a' ";
-    const Row rows[] = {
+    const std::tuple<QByteArray, const char *, bool> rows[] = {
         { "<scene", ":3:2: ", false },
         { "\xff", ":1:1: It is not text in UTF-8.", false },
         { " text", ":2:2: there is text between the elements", false },
@@ -166,10 +160,10 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
                   + "source='b' destination='c'/>\n" + embed + "source='c' destination='b'/>",
           ":7:1: the scene \"b\" lies within itself", true },
     };
-    for (const Row &row : rows) {
-        const QString path = storyboard(row.elements);
-        EXPECT_THAT(problemIn(path), StartsWith(row.problem)) << row.elements.constData();
-        EXPECT_EQ(fitsSchema(path), row.fitsSchema) << row.elements.constData();
+    for (const auto &[elements, expected, isInSchema] : rows) {
+        const QString path = storyboard(elements);
+        EXPECT_THAT(problemIn(path), StartsWith(expected)) << elements.constData();
+        EXPECT_EQ(fitsSchema(path), isInSchema) << elements.constData();
     }
     // The classes there are, those of other tests too.
     EXPECT_THAT(problemIn(storyboard("<scene identifier='a' class='Forn'/>")),
@@ -212,13 +206,7 @@ TEST_F(NSStoryboard, a_file_that_would_grow_as_it_is_read_or_shown_is_refused)
 TEST_F(NSStoryboard, outlets_triggers_and_containers_are_checked_when_the_view_is_loaded)
 {
     const QByteArray segue = "<segue class='StoryboardSegue' source='a' destination='a' ";
-    struct Row
-    {
-        QByteArray outlet;
-        QByteArray rest;
-        const char *problem;
-    };
-    const Row rows[] = {
+    const std::tuple<QByteArray, QByteArray, const char *> rows[] = {
         { "<outlet property='field' object='feld'/>",
           {},
           ":3:1: the scene has no object \"feld\"" },
@@ -235,10 +223,10 @@ TEST_F(NSStoryboard, outlets_triggers_and_containers_are_checked_when_the_view_i
           "<embed source='a' destination='c' container='field'/>",
           ":7:36: the scene has no object \"x\"" },
     };
-    for (const Row &row : rows) {
+    for (const auto &[outlet, rest, expected] : rows) {
         const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(storyboard(
-                "<scene identifier='a' class='Form' interface='Form.ui'>\n" + row.outlet
-                + "</scene>\n" + row.rest
+                "<scene identifier='a' class='Form' interface='Form.ui'>\n" + outlet + "</scene>\n"
+                + rest
                 + "\n<scene identifier='b' class='Form'/>"
                   "\n<scene identifier='c' class='Form'><outlet property='field' object='x'/>"
                   "</scene>"));
@@ -246,11 +234,11 @@ TEST_F(NSStoryboard, outlets_triggers_and_containers_are_checked_when_the_view_i
             const std::unique_ptr<QObject> made(
                     loaded->instantiateControllerWithIdentifier(u"a"_s));
             auto *const controller = qobject_cast<Form *>(made.get());
-            EXPECT_THAT(problem([&] { controller->view(); }), StartsWith(row.problem));
+            EXPECT_THAT(problem([&] { controller->view(); }), StartsWith(expected));
             EXPECT_FALSE(controller->isViewLoaded());
-            EXPECT_EQ(Form::count, 1) << row.problem;
+            EXPECT_EQ(Form::count, 1) << expected;
         }
-        EXPECT_EQ(Form::count, 0) << row.problem;
+        EXPECT_EQ(Form::count, 0) << expected;
     }
 }
 

@@ -79,12 +79,7 @@ TEST(AttributedString, an_empty_text_has_no_runs)
 TEST(AttributedString, ranges_outside_the_text_are_cut_to_it)
 {
     const AttributedString text(u"abc"_s, bold);
-    struct Row
-    {
-        qsizetype location, length;
-        QString expected;
-    };
-    const Row rows[] = {
+    const std::tuple<qsizetype, qsizetype, QString> rows[] = {
         { 0, 3, u"abc"_s },
         { 1, farthest, u"bc"_s },
         { -2, 3, u"a"_s },
