@@ -131,41 +131,20 @@ TEST_F(NavigationCallback, the_stack_and_the_screen_agree_whatever_a_callback_do
     const auto made = [&] {
         return screens.emplace_back(new Screen).get();
     };
-    const std::pair<const char *, std::function<void(Screen *)>> actions[] = {
-        { "push",
-          [&](Screen *self) {
-              PushSegue({}, self, made()).perform();
-          } },
-        { "push above all",
-          [&](Screen *) {
-              PushSegue({}, &navigation, made()).perform();
-          } },
-        { "replace",
-          [&](Screen *self) {
-              ReplaceSegue({}, self, made()).perform();
-          } },
-        { "replace all",
-          [&](Screen *) {
-              ReplaceSegue({}, &navigation, made()).perform();
-          } },
-        { "go back",
-          [&](Screen *) {
-              navigation.goBack();
-          } },
-        { "go back twice",
-          [&](Screen *) {
-              navigation.goBack() && navigation.goBack();
-          } },
-        { "come again",
-          [&](Screen *self) {
-              PushSegue({}, &navigation, self).perform();
-          } },
-        { "unwind",
-          [&](Screen *self) {
-              UnwindSegue({}, self, navigation.navigationStack().constFirst()).perform();
-          } },
+    const std::pair<std::function<void(Screen *)>, const char *> actions[] = {
+        { [&](Screen *self) { PushSegue({}, self, made()).perform(); }, "push" },
+        { [&](Screen *) { PushSegue({}, &navigation, made()).perform(); }, "push above all" },
+        { [&](Screen *self) { ReplaceSegue({}, self, made()).perform(); }, "replace" },
+        { [&](Screen *) { ReplaceSegue({}, &navigation, made()).perform(); }, "replace all" },
+        { [&](Screen *) { navigation.goBack(); }, "go back" },
+        { [&](Screen *) { navigation.goBack() && navigation.goBack(); }, "go back twice" },
+        { [&](Screen *self) { PushSegue({}, &navigation, self).perform(); }, "come again" },
+        { [&](Screen *self) {
+             UnwindSegue({}, self, navigation.navigationStack().constFirst()).perform();
+         },
+          "unwind" },
     };
-    for (const auto &[name, run] : actions) {
+    for (const auto &[run, name] : actions) {
         for (int callback = didLoad; callback < callbackCount; ++callback) {
             for (const bool isReplace : { false, true }) {
                 SCOPED_TRACE(::testing::Message() << name << " in callback " << callback

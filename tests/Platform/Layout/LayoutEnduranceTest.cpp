@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Widgets stand after thousands of changes where those of a fresh window with the same constraints
 // stand. With PELLARVINE_ENDURANCE_SEEDS=100, for as many seeds as a nightly run should.
+#include "Layout/Random.h"
+
 #include <pellarvine/Platform/NSLayoutConstraint.h>
 #include <pellarvine/Platform/NSView.h>
 
@@ -9,7 +11,6 @@
 
 #include <algorithm>
 #include <array>
-#include <random>
 #include <string>
 
 using namespace NS;
@@ -32,14 +33,10 @@ struct Candidate
     double priority;
 };
 
-class Random
+class Random : public RandomNumbers
 {
 public:
-    explicit Random(unsigned seed)
-        : m_engine(seed)
-    { }
-
-    int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(m_engine); }
+    using RandomNumbers::RandomNumbers;
 
     Candidate candidate()
     {
@@ -74,9 +71,6 @@ public:
 
     double constant() { return below(200) - 50; }
     double priority() { return std::array { 1000.0, 1000.0, 1000.0, 750.0, 300.0 }[below(5)]; }
-
-private:
-    std::mt19937 m_engine;
 };
 
 class Form

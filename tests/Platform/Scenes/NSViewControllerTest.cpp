@@ -58,9 +58,9 @@ Log taken(Log &log)
 
 struct Way
 {
-    const char *name;
     std::function<void(QWidget &window, QWidget *box, NS::ViewController &controller)> appear;
     std::function<void(QWidget &window, QWidget *box, NS::ViewController &controller)> disappear;
+    const char *name;
 };
 
 } // namespace
@@ -68,32 +68,21 @@ struct Way
 TEST(ViewController, its_view_appears_and_disappears_in_pairs_however_that_comes_about)
 {
     const Way ways[] = {
-        { "by itself", [](auto &, auto *, auto &c) { c.view()->show(); },
-          [](auto &, auto *, auto &c) {
-              c.view()->hide();
-          } },
-        { "with what it lies in", [](auto &, auto *box, auto &) { box->show(); },
-          [](auto &, auto *box, auto &) {
-              box->hide();
-          } },
-        { "with its window", [](auto &window, auto *, auto &) { window.show(); },
-          [](auto &window, auto *, auto &) {
-              window.close();
-          } },
-        { "by being added and removed",
-          [](auto &, auto *box, auto &c) { box->layout()->addWidget(c.view()); },
-          [](auto &, auto *, auto &c) {
-              c.view()->setParent(nullptr);
-          } },
-        { "by becoming the view",
-          [](auto &, auto *box, auto &c) {
-              auto *const seen = new QWidget(box);
-              seen->show();
-              c.setView(seen);
-          },
-          [](auto &, auto *, auto &c) {
-              c.setView(nullptr);
-          } },
+        { [](auto &, auto *, auto &c) { c.view()->show(); },
+          [](auto &, auto *, auto &c) { c.view()->hide(); }, "by itself" },
+        { [](auto &, auto *box, auto &) { box->show(); },
+          [](auto &, auto *box, auto &) { box->hide(); }, "with what it lies in" },
+        { [](auto &window, auto *, auto &) { window.show(); },
+          [](auto &window, auto *, auto &) { window.close(); }, "with its window" },
+        { [](auto &, auto *box, auto &c) { box->layout()->addWidget(c.view()); },
+          [](auto &, auto *, auto &c) { c.view()->setParent(nullptr); },
+          "by being added and removed" },
+        { [](auto &, auto *box, auto &c) {
+             auto *const seen = new QWidget(box);
+             seen->show();
+             c.setView(seen);
+         },
+          [](auto &, auto *, auto &c) { c.setView(nullptr); }, "by becoming the view" },
     };
     for (const Way &way : ways) {
         Log log;

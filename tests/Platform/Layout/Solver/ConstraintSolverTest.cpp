@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Layout/Solver/ConstraintSolver.h"
 
+#include "Layout/Random.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <random>
 
 namespace Pellarvine::detail {
 
@@ -151,14 +152,10 @@ std::optional<std::vector<double>> bruteForce(const std::vector<Wanted> &system,
     return best;
 }
 
-class Random
+class Random : public RandomNumbers
 {
 public:
-    explicit Random(unsigned seed)
-        : m_engine(seed)
-    { }
-
-    int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(m_engine); }
+    using RandomNumbers::RandomNumbers;
 
     Wanted constraint(std::size_t variables)
     {
@@ -176,9 +173,6 @@ public:
     }
 
     double constant() { return below(41) - 20; }
-
-private:
-    std::mt19937 m_engine;
 };
 
 std::vector<Variable> addVariables(Solver &solver, std::size_t count)

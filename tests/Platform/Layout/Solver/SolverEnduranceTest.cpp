@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A solver that has seen thousands of changes answers like a fresh one. Runs a few seeds with 1000
 // changes each; with PELLARVINE_ENDURANCE_SEEDS=100, for a nightly run, as many with 10000 each.
+#include "Layout/Random.h"
 #include "Layout/Solver/ConstraintSolver.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <random>
 
 namespace Pellarvine::detail {
 
@@ -30,14 +30,10 @@ struct Wanted
 
 // Widgets as a solver sees them: an origin and an extent each, and one constraint after another
 // between their edges, centres and lengths.
-class Random
+class Random : public RandomNumbers
 {
 public:
-    explicit Random(unsigned seed)
-        : m_engine(seed)
-    { }
-
-    int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(m_engine); }
+    using RandomNumbers::RandomNumbers;
     bool percent(int share) { return below(100) < share; }
 
     double constant() { return below(401) - 100; }
@@ -89,8 +85,6 @@ private:
     {
         return { std::array { 250.0, 500.0, 750.0 }[below(3)], 1.0 + 1.0 / (2.0 + below(100)) };
     }
-
-    std::mt19937 m_engine;
 };
 
 // A solver and, beside it, the list of what it should hold.
