@@ -8,6 +8,7 @@
 #include <pellarvine/Shared/Encryptor.h>
 
 #include <QRandomGenerator>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <openssl/err.h>
 #include <openssl/evp.h>
@@ -200,12 +201,8 @@ TEST(Decryptor, a_foreign_file_shows_with_the_headers_last_byte_and_the_next_hea
     for (int i = 0; i < 35; ++i)
         EXPECT_EQ(decryptor.feed("#"), "");
     EXPECT_EQ(decryptor.buffer(), QByteArray(35, '#'));
-    try {
-        decryptor.feed("#" + foreignContainer);
-        FAIL() << "accepted a foreign header";
-    } catch (const CryptorError &error) {
-        EXPECT_EQ(error, CryptorError(CryptorError::invalidFileFormat));
-    }
+    EXPECT_THAT([&] { decryptor.feed("#" + foreignContainer); },
+                ::testing::Throws<CryptorError>(CryptorError(CryptorError::invalidFileFormat)));
     EXPECT_EQ(decryptor.buffer(), "");
     EXPECT_EQ(decryptor.engine(), nullptr);
     EXPECT_EQ(decryptor.hmac(), nullptr);
@@ -276,11 +273,8 @@ TEST(CryptorError, is_compared_hashed_and_caught_as_an_exception)
                                                   CryptorError::truncatedFile,
                                                   CryptorError::invalidHMAC };
     EXPECT_EQ(both.size(), 2U);
-    try {
-        throw CryptorError(CryptorError::invalidHMAC);
-    } catch (const std::exception &error) {
-        EXPECT_STREQ(error.what(), "wrong passphrase or damaged container");
-    }
+    EXPECT_THAT([] { throw CryptorError(CryptorError::invalidHMAC); },
+                ::testing::ThrowsMessage<std::exception>("wrong passphrase or damaged container"));
 }
 
 } // namespace Pellarvine

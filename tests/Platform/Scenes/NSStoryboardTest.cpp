@@ -320,12 +320,9 @@ TEST_F(NSStoryboard, an_unknown_identifier_is_thrown_with_those_that_are_known)
         EXPECT_THAT(error.what(), HasSubstr("Test.storyboard has no scene \"c\" (a, b)"));
     }
     const std::unique_ptr<QObject> made(loaded->instantiateControllerWithIdentifier(u"a"_s));
-    try {
-        static_cast<Form *>(made.get())->performSegue(u"stay"_s);
-        ADD_FAILURE();
-    } catch (const NS::UnknownIdentifierError &error) {
-        EXPECT_THAT(error.what(), HasSubstr("has no segue \"stay\" (go)"));
-    }
+    EXPECT_THAT([&] { static_cast<Form *>(made.get())->performSegue(u"stay"_s); },
+                testing::ThrowsMessage<NS::UnknownIdentifierError>(
+                        HasSubstr("has no segue \"stay\" (go)")));
     Form plain;
     EXPECT_THROW(plain.performSegue(u"go"_s), NS::UnknownIdentifierError);
 }

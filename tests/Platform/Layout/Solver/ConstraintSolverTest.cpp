@@ -352,18 +352,6 @@ TEST(ConstraintSolver, a_snapshot_stays_until_the_next_one)
     EXPECT_EQ(solver.value(x), 7.0);
 }
 
-TEST(ConstraintSolver, a_copy_answers_what_if_and_leaves_the_original_alone)
-{
-    Solver solver;
-    const Variable x = solver.addVariable();
-    const auto equality = solver.add({ { { x } }, -5.0 }, Relation::equal).constraint;
-    Solver copy = solver;
-    copy.remove(*equality);
-    copy.add({ { { x } }, 3.0 }, Relation::equal);
-    EXPECT_EQ(solution(copy, { x }), std::vector { -3.0 });
-    EXPECT_EQ(solution(solver, { x }), std::vector { 5.0 });
-}
-
 TEST(ConstraintSolver, variables_come_and_go_without_a_trace_in_the_others)
 {
     Random random(7);
