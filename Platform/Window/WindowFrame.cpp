@@ -327,6 +327,11 @@ void WindowFrame::updateBorder()
 
 bool WindowFrame::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched != m_window) { // the native window
+        if (event->type() == QEvent::Expose)
+            exposureChanged(static_cast<QWindow *>(watched));
+        return false;
+    }
     switch (event->type()) {
     case QEvent::WinIdChange:
         watchNativeWindow();

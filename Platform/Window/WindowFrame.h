@@ -84,6 +84,7 @@ private:
     void updateItems();
     void prepareMargin();
     void confirmMargin();
+    void exposureChanged(QWindow *window);
     void tellResizable();
     void watchNativeWindow();
     void windowShown();
@@ -106,6 +107,7 @@ private:
     bool m_wasFixed = false; // the last value sent to the window manager
     int m_boundedWidth = 0; // the least width that boundWidth() has set
     bool m_knowsMargins = false; // the desktop does
+    bool m_isExposed = false;
     int m_margin = 0;
     int m_confirmedMargin = 0; // that the window has had a resize event with
     int m_normalMargin = 0; // that the window has when it is normal

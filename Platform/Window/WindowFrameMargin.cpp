@@ -100,6 +100,15 @@ void WindowFrame::confirmMargin()
             Qt::QueuedConnection);
 }
 
+// The native window counts as hidden while the compositor takes more than 100 ms for a picture, and
+// then Qt does not tell the compositor of a new size. Setting the margin tells it.
+void WindowFrame::exposureChanged(QWindow *window)
+{
+    const bool wasExposed = std::exchange(m_isExposed, window->isExposed());
+    if (m_isExposed && !wasExposed && m_knowsMargins && !WindowManager::canPlaceWindows())
+        WindowManager::setMargin(window, m_margin);
+}
+
 void WindowFrame::tellResizable()
 {
     const bool isFixed = !(m_styleMask & NS::Window::resizable) && isNormal();
@@ -116,6 +125,7 @@ void WindowFrame::watchNativeWindow()
         window->installEventFilter(m_titleBar);
         window->installEventFilter(m_drag);
         window->installEventFilter(m_edges);
+        window->installEventFilter(this);
         if (m_margin > 0 && !m_window->isVisible()) { // a new native window has no margin
             WindowManager::setMargin(window, m_margin);
             window->setGeometry(m_window->geometry());

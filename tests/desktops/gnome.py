@@ -25,9 +25,9 @@ class GnomeShell(Session):
             # A machine without a system bus gets one on which nobody answers.
             'DBUS_SYSTEM_BUS_ADDRESS': self.environment['DBUS_SESSION_BUS_ADDRESS']})
         self.spawn('pipewire', ['pipewire'])
-        self.spawn('shell', ['gnome-shell', '--headless', '--wayland', '--no-x11', '--unsafe-mode',
-                             '--virtual-monitor', '%dx%d' % self.size, '--wayland-display',
-                             'wayland-gnome'])
+        self.compositor = self.spawn('shell', [
+            'gnome-shell', '--headless', '--wayland', '--no-x11', '--unsafe-mode',
+            '--virtual-monitor', '%dx%d' % self.size, '--wayland-display', 'wayland-gnome'])
         self.wait_for_wayland('wayland-gnome')
         self.wait_for_service('org.gnome.Shell')
         wait_until(self._has_started, 'GNOME Shell', 60)

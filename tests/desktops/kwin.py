@@ -70,8 +70,9 @@ class Kwin(_Scripted, Session):
             'KWIN_WAYLAND_NO_PERMISSION_CHECKS': '1'})
         # The installed one has a file capability, which containers refuse. A copy has none.
         program = shutil.copy(shutil.which('kwin_wayland'), self.path('kwin_wayland'))
-        self.spawn('kwin', [program, '--virtual', '--width', str(self.size[0]), '--height',
-                            str(self.size[1]), '--no-lockscreen', '--socket', 'wayland-kwin'])
+        self.compositor = self.spawn('kwin', [
+            program, '--virtual', '--width', str(self.size[0]), '--height', str(self.size[1]),
+            '--no-lockscreen', '--socket', 'wayland-kwin'])
         path = self.wait_for_wayland('wayland-kwin')
         self.listen()
         self.input = wayland.KwinInput(path)

@@ -53,6 +53,7 @@ class Session:
     PLATFORM = 'wayland'
     CAN_TILE = True
     CAN_MINIMIZE = True
+    compositor = None  # its process, if it can be paused
     EDGE = -4  # where a drag of an edge begins, inside the visible window: here in its shadow
 
     @classmethod
@@ -139,6 +140,12 @@ class Session:
 
     def wait_for_service(self, name):
         wait_until(lambda: self.bus.name_has_owner(name), name)
+
+    def pause(self, seconds):
+        """Stops the compositor for that long."""
+        os.kill(self.compositor.pid, signal.SIGSTOP)
+        time.sleep(seconds)
+        os.kill(self.compositor.pid, signal.SIGCONT)
 
     # Windows
 

@@ -249,6 +249,21 @@ class InstalledTitleBar(WindowManners):
     title = 'Installed'
     test_one_key_closes_one_thing = None  # is about the gallery's popovers
 
+    def test_keeps_its_frame_when_the_compositor_is_slow(self):
+        if not self.session.compositor:
+            self.skipTest('this desktop is not paused')
+        before = self.open().frame
+        for _ in range(4):
+            for is_filling in (True, False):
+                self.session.move(*self.at(*EMPTY_PLACE))
+                self.session.hold()
+                self.session.hold('left', False)
+                self.session.hold()
+                self.session.pause(0.4)
+                self.session.hold('left', False)
+                self.assertEqual(self.is_filling(self.settled()), is_filling)
+            self.expect_frame(before, 'restored')
+
 
 class MessageBox:
     """A dialog of Qt's that has got its title bar."""
