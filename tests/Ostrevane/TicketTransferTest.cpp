@@ -13,7 +13,6 @@
 #include <QTcpSocket>
 #include <QTimer>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <optional>

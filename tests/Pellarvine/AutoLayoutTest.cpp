@@ -5,7 +5,6 @@
 
 #include <QWidget>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace {
 

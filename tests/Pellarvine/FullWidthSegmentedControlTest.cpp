@@ -6,7 +6,6 @@
 #include <QMargins>
 #include <QVBoxLayout>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using Pellarvine::FullWidthSegmentedControl;

@@ -14,7 +14,6 @@
 #include <QPointer>
 #include <QScopeGuard>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <utility>

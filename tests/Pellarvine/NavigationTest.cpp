@@ -22,7 +22,6 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using NS::ViewController;
 using namespace Pellarvine;

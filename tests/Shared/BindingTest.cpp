@@ -13,7 +13,6 @@
 #include <QSpinBox>
 #include <QThread>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <memory>

@@ -9,7 +9,6 @@
 
 #include <QRandomGenerator>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <openssl/err.h>
 #include <openssl/evp.h>
 

@@ -6,7 +6,6 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>

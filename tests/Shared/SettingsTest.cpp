@@ -11,7 +11,6 @@
 #include <QSpinBox>
 #include <QTest>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <stdexcept>

@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using ::testing::HasSubstr;
 using namespace Qt::StringLiterals;

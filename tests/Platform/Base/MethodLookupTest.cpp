@@ -3,7 +3,6 @@
 
 #include <QObject>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>

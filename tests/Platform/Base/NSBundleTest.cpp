@@ -6,7 +6,6 @@
 #include <QGuiApplication>
 #include <QScopeGuard>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

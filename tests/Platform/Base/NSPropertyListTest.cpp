@@ -4,7 +4,6 @@
 #include <QDateTime>
 #include <QTimeZone>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <limits>
 

@@ -13,7 +13,6 @@
 #include <QTest>
 #include <QToolTip>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using NS::SegmentedControl;

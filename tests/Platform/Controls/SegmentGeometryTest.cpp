@@ -2,7 +2,6 @@
 #include "Controls/SegmentGeometry.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace Pellarvine::detail;
 using testing::DoubleNear;

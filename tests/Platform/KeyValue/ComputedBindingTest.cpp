@@ -8,7 +8,6 @@
 #include <QPushButton>
 #include <QSlider>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <optional>

@@ -40,7 +40,6 @@
 #include <QToolBox>
 #include <QToolButton>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <memory>

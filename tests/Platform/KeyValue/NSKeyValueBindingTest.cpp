@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <memory>

@@ -14,7 +14,6 @@
 #include <QTableView>
 #include <QTreeView>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <memory>

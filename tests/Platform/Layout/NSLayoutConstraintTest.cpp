@@ -9,7 +9,6 @@
 #include <QTest>
 #include <QVBoxLayout>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <limits>
 

@@ -11,7 +11,6 @@
 #include <QProxyStyle>
 #include <QSignalSpy>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace NS;

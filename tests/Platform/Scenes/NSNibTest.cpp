@@ -23,7 +23,6 @@
 #include <QTemporaryDir>
 #include <QTranslator>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <stdexcept>

@@ -8,7 +8,6 @@
 #include <QTest>
 #include <QWidget>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 

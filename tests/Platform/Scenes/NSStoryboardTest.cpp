@@ -10,7 +10,6 @@
 #include <QLineEdit>
 #include <QProcess>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using ::testing::HasSubstr;
 using ::testing::StartsWith;

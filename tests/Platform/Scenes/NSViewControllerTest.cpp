@@ -7,7 +7,6 @@
 #include <QVBoxLayout>
 #include <QWidget>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <stdexcept>

@@ -7,7 +7,6 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
 

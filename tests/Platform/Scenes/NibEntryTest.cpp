@@ -2,7 +2,6 @@
 #include "Scenes/NibEntry.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using NS::LayoutAttribute;
 using NS::LayoutRelation;

@@ -23,7 +23,6 @@
 #include <QVBoxLayout>
 #include <QWindow>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using NS::Window;
