@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 #include <utility>
 
 using NS::LayoutAttribute;
@@ -340,8 +339,8 @@ std::vector<LayoutSystem::NegativeSize> LayoutSystem::negativeSizes()
         look(item->y.extent(), Qt::Vertical);
     }
     // In reverse order each is the last one, which no other was solved for.
-    for (const Solver::Constraint limit : std::views::reverse(limits))
-        m_solver.remove(limit);
+    for (auto limit = limits.crbegin(); limit != limits.crend(); ++limit)
+        m_solver.remove(*limit);
     return negative;
 }
 
