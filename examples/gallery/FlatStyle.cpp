@@ -186,7 +186,8 @@ void FlatStyle::polish(QWidget *widget)
     if (auto *const frame = qobject_cast<QFrame *>(widget);
         frame && (frame->objectName() == "card"_L1 || frame->objectName() == "well"_L1))
         frame->setFrameShape(QFrame::StyledPanel);
-    // Spin boxes do not ask for their size here if the application has a style sheet.
+    // If the application has a style sheet, Qt 6.4 does not ask sizeFromContents() for the size of
+    // spin boxes, and Qt 6.8 makes them higher than the answer.
     if (qobject_cast<QAbstractSpinBox *>(widget))
         widget->setMinimumHeight(4 * Theme::unit);
 }
@@ -214,7 +215,6 @@ QSize FlatStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
         [[fallthrough]];
     case CT_ComboBox:
     case CT_LineEdit:
-    case CT_SpinBox:
         result.setHeight(std::max(result.height(), 4 * Theme::unit));
         break;
     default:
