@@ -14,6 +14,7 @@
 
 #include <cstring>
 #include <functional>
+#include <malloc.h>
 
 using namespace Qt::StringLiterals;
 
@@ -33,7 +34,9 @@ extern "C" void __libc_free(void *block);
 // Called instead of the C library's by everything in this program.
 extern "C" Q_DECL_EXPORT void free(void *block) noexcept
 {
-    if (watchedText && block == reinterpret_cast<const QArrayData *>(watchedText) - 1) {
+    const auto *const text = reinterpret_cast<const char *>(watchedText);
+    const auto *const begin = static_cast<const char *>(block);
+    if (text && text > begin && text < begin + malloc_usable_size(block)) {
         std::memcpy(freedText, watchedText, sizeof freedText);
         watchedText = nullptr;
     }
