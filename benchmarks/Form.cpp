@@ -111,7 +111,7 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    // 1.22 by instructions, 1.18 to 1.29 by time: the file is read here, and a part of it again by
+    // 1.21 by instructions, 1.22 to 1.28 by time: the file is read here, and a part of it again by
     // QUiLoader, which can only be given a file.
     return runBenchmarks(
             argc, argv,

@@ -1,19 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes/NSNib.h"
 
-#include "Base/ClassRegistry.h"
 #include "Base/MethodLookup.h"
 #include "Scenes/NibChecker.h"
 #include "Scenes/NibConnector.h"
 #include "Scenes/NibEntry.h"
 #include "Scenes/NibFile.h"
-#include "Scenes/NibProperties.h"
-#include "Scenes/NibTexts.h"
+#include "Scenes/NibObjects.h"
 
-#include <QAction>
-#include <QActionGroup>
-#include <QBuffer>
-#include <QButtonGroup>
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
@@ -23,15 +17,12 @@
 #include <QLayout>
 #include <QMainWindow>
 #include <QMenuBar>
-#include <QRegularExpression>
 #include <QStatusBar>
 #include <QToolBar>
-#include <QUiLoader>
 #include <QVBoxLayout>
 #include <QWidget>
 
 #include <algorithm>
-#include <exception>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -44,21 +35,15 @@ using detail::NibChecker;
 using detail::NibConnector;
 using detail::NibElement;
 using detail::NibFile;
-using detail::NibProperties;
+using detail::NibObjects;
 using detail::NibProperty;
 using detail::NibText;
-using detail::NibTexts;
-using detail::XmlPlace;
 
 // The files of the library itself stand in this folder of the resources.
 const QString libraryFolder = u":/pellarvine"_s;
 
 // Marks objects whose awakeFromNib() was called.
 constexpr char awakeProperty[] = "_q_pellarvine_awake";
-
-// The message of Qt's loader for what it cannot read.
-constexpr char loaderMessage[] =
-        "An error has occurred while reading the UI file at line %1, column %2: %3";
 
 // Removes a processed property, and the text that would set it again when the language changes.
 void clearEntries(QObject *object, const QByteArray &property)
@@ -109,128 +94,6 @@ private:
     QHash<const QMetaObject *, QMetaMethod> m_methods;
 };
 
-// Makes the objects of a file with their properties, and remembers them by name.
-class ObjectLoader : public QUiLoader
-{
-public:
-    explicit ObjectLoader(const NibFile &file)
-        : m_file(file)
-        , m_texts(std::make_unique<NibTexts>(file.className, file.hasTextIds))
-        , m_properties(file, objects, *m_texts)
-    {
-        setLanguageChangeEnabled(true);
-        setWorkingDirectory(QFileInfo(file.fileName).dir());
-    }
-
-    QWidget *createWidget(const QString &className, QWidget *parent, const QString &name) override
-    {
-        auto make = m_makers.constFind(className);
-        if (make == m_makers.cend()) {
-            const RegisteredClass *const known = registeredClass(className);
-            make = m_makers.insert(className, known ? known->make : ObjectMaker());
-        }
-        if (!*make)
-            return added(QUiLoader::createWidget(className, parent, name), name);
-        auto *const widget = static_cast<QWidget *>((*make)(parent));
-        widget->setObjectName(name);
-        return added(widget, name);
-    }
-    QLayout *createLayout(const QString &className, QObject *parent, const QString &name) override
-    {
-        return added(QUiLoader::createLayout(className, parent, name), name);
-    }
-    QAction *createAction(QObject *parent, const QString &name) override
-    {
-        return added(QUiLoader::createAction(parent, name), name);
-    }
-    QActionGroup *createActionGroup(QObject *parent, const QString &name) override
-    {
-        return added(QUiLoader::createActionGroup(parent, name), name);
-    }
-
-    // Throws NibError, and the exceptions of the setters of properties.
-    std::unique_ptr<QWidget> make(QWidget *parent)
-    {
-        QByteArray contents = m_file.loaderContents;
-        QBuffer buffer(&contents);
-        buffer.open(QIODevice::ReadOnly);
-        std::unique_ptr<QWidget> root(load(&buffer, parent));
-        if (m_exception)
-            std::rethrow_exception(m_exception);
-        if (!root)
-            fail();
-        addButtonGroups(root.get());
-        for (const NibElement &element : m_file.elements)
-            m_properties.checkOthers(element);
-        if (m_texts->isEmpty())
-            return root;
-        texts = m_texts.release();
-        texts->follow(root.get());
-        return root;
-    }
-
-    QHash<QString, QObject *> objects;
-    NibTexts *texts = nullptr; // of the form, if it has any
-
-private:
-    template <typename T>
-    T *added(T *object, const QString &name)
-    {
-        if (!object || name.isEmpty())
-            return object;
-        objects.insert(name, object);
-        // No exception may leave a function that the loader calls.
-        try {
-            if (const NibElement *const element = m_file.element(name))
-                m_properties.setPlain(object, *element);
-        } catch (...) {
-            if (!m_exception)
-                m_exception = std::current_exception();
-        }
-        return object;
-    }
-
-    void addButtonGroups(const QWidget *root)
-    {
-        for (const NibElement &element : m_file.elements) {
-            if (element.kind != NibElement::buttonGroup)
-                continue;
-            if (auto *const group = root->findChild<QButtonGroup *>(element.name.text))
-                objects.insert(element.name.text, group);
-        }
-    }
-
-    // The message of the loader contains the place where the tag of an unknown element or attribute
-    // ends. The whole file is read again for the place in that.
-    [[noreturn]] void fail() const
-    {
-        QByteArray contents = m_file.contents;
-        QBuffer buffer(&contents);
-        buffer.open(QIODevice::ReadOnly);
-        QUiLoader loader;
-        const std::unique_ptr<QWidget> root(loader.load(&buffer));
-        const QString message = root ? errorString() : loader.errorString();
-        QString pattern = QRegularExpression::escape(
-                QCoreApplication::translate("QAbstractFormBuilder", loaderMessage));
-        pattern.replace(u"\\%1"_s, u"(?<line>[0-9]+)"_s)
-                .replace(u"\\%2"_s, u"(?<column>[0-9]+)"_s)
-                .replace(u"\\%3"_s, u"(?<problem>.+)"_s);
-        const auto match = QRegularExpression(pattern).match(message);
-        if (!match.hasMatch())
-            throw m_file.error(NibError::malformed, {}, {}, {}, message);
-        const XmlPlace end { match.captured(u"line"_s).toInt(),
-                             match.captured(u"column"_s).toInt() + 1 };
-        throw m_file.error(NibError::malformed, m_file.tagBefore(end), {}, {},
-                           match.captured(u"problem"_s));
-    }
-
-    const NibFile &m_file;
-    QHash<QString, ObjectMaker> m_makers; // by class; empty if the loader makes the objects
-    std::unique_ptr<NibTexts> m_texts;
-    NibProperties m_properties;
-    std::exception_ptr m_exception;
-};
-
 // Makes the objects of a file once, and connects them.
 class FormLoader
 {
@@ -238,13 +101,13 @@ public:
     FormLoader(const NibFile &file, QObject *owner)
         : m_file(file)
         , m_owner(owner)
-        , m_loader(file)
+        , m_objects(file)
     { }
 
     QWidget *run(QWidget *parent)
     {
         std::unique_ptr<QWidget> root = load(parent);
-        NibConnector connector(m_owner, m_loader.objects, m_file.fileName, m_loader.texts);
+        NibConnector connector(m_owner, m_objects.byName(), m_file.fileName, m_objects.texts());
         connectWith(connector);
         try {
             awaken();
@@ -259,7 +122,7 @@ public:
     {
         NibChecker(m_file).checkResources();
         std::unique_ptr<QWidget> root = load(nullptr);
-        NibConnector connector(nullptr, m_loader.objects, m_file.fileName, m_loader.texts);
+        NibConnector connector(nullptr, m_objects.byName(), m_file.fileName, m_objects.texts());
         connector.checkOwnerEntries(ownerClass);
         connectWith(connector);
         return root;
@@ -269,12 +132,12 @@ private:
     std::unique_ptr<QWidget> load(QWidget *parent)
     {
         NibChecker checker(m_file);
-        checker.checkClasses(m_loader.availableWidgets(), m_loader.availableLayouts());
+        checker.checkClasses(m_objects.availableWidgets(), m_objects.availableLayouts());
         checker.checkPlaces();
         checker.checkImages();
-        std::unique_ptr<QWidget> root = m_loader.make(parent);
+        std::unique_ptr<QWidget> root = m_objects.make(parent);
         placeBars(root.get());
-        checker.checkObjects(m_loader.objects);
+        checker.checkObjects(m_objects.byName());
         addPages();
         return root;
     }
@@ -288,7 +151,7 @@ private:
     // Null for a layout without a name.
     QObject *object(const NibElement &element) const
     {
-        return m_loader.objects.value(element.name.text);
+        return m_objects.byName().value(element.name.text);
     }
 
     // Only a QMainWindow places these. In another window they would be hidden below its contents,
@@ -400,7 +263,7 @@ private:
 
     const NibFile &m_file;
     QPointer<QObject> m_owner;
-    ObjectLoader m_loader;
+    NibObjects m_objects;
 };
 
 // Objects below `object` first, in the order in which they were made.

@@ -125,3 +125,7 @@ private:
 };
 
 } // namespace Pellarvine::detail
+
+Q_DECLARE_TYPEINFO(Pellarvine::detail::NibText, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(Pellarvine::detail::NibProperty, Q_RELOCATABLE_TYPE);
+Q_DECLARE_TYPEINFO(Pellarvine::detail::NibElement, Q_RELOCATABLE_TYPE);

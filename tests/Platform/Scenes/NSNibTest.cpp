@@ -119,6 +119,26 @@ protected:
     Owner owner;
 };
 
+// A widget with a form of its own, which its constructor loads.
+class Card : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Card(QWidget *parent = nullptr)
+        : QWidget(parent)
+    {
+        if (isBroken)
+            throw std::runtime_error("broken");
+        const QByteArray contents =
+                "<ui version='4.0'><class>Card</class><widget class='QWidget' "
+                "name='card'><widget class='QLabel' name='label'/></widget></ui>";
+        NS::Nib(contents, u"Card.ui"_s).instantiate(nullptr, this);
+    }
+
+    inline static bool isBroken = false;
+};
+
 // What is thrown, as one text: "reason object name".
 template <typename Action>
 NS::NibError errorOf(Action action)
@@ -649,6 +669,26 @@ TEST_F(Nib, after_an_error_no_object_is_left_and_no_outlet_set)
     EXPECT_THROW(form(field(outlets)).instantiate(&owner, &parent), std::runtime_error);
     EXPECT_TRUE(parent.children().isEmpty());
     EXPECT_FALSE(owner.nameField);
+}
+
+TEST_F(Nib, a_widget_of_a_form_loads_a_form_or_throws)
+{
+    NS::registerClass<Card>();
+    const NS::Nib nib = form("<layout class='QVBoxLayout' name='column'><item><widget class='Card' "
+                             "name='first'/></item><item><widget class='Card' name='second'/>"
+                             "</item><item><widget class='QLabel' name='third'/></item></layout>");
+    for (int i = 0; i < 2; ++i) {
+        QWidget parent;
+        const QWidget *const root = nib.instantiate(nullptr, &parent);
+        EXPECT_EQ(root->layout()->count(), 3);
+        EXPECT_EQ(root->findChildren<QLabel *>(u"label"_s).size(), 2);
+
+        QWidget other;
+        Card::isBroken = true;
+        EXPECT_THROW(nib.instantiate(nullptr, &other), std::runtime_error);
+        Card::isBroken = false;
+        EXPECT_TRUE(other.children().isEmpty());
+    }
 }
 
 TEST_F(Nib, a_form_opens_whatever_the_data_and_its_bindings_have_options)
