@@ -6,8 +6,7 @@
 
 namespace Pellarvine {
 
-/// A window with a title bar of any height, whose buttons stand where you want them, and with two
-/// views of your own in it:
+/// A window whose title bar has any height, buttons at any place, and two views of your own:
 ///
 ///     auto *const window = new Pellarvine::Window;
 ///     window->setTitleBarHeight(52);
@@ -55,22 +54,19 @@ public:
     bool centerTrafficLightButtons() const;
     void setCenterTrafficLightButtons(bool areCentered);
 
-    /// Hides the title at once. Default: false.
-    bool hidesTitle() const;
+    bool hidesTitle() const; ///< default: false
     void setHidesTitle(bool hidesTitle);
 
-    /// From the title bar's left edge to the close button, and with followsDesktopButtonLayout()
-    /// from either edge to the outermost button. 0 is replaced by the standard place in
-    /// awakeFromNib().
+    /// From the title bar's left edge to the close button, or, with followsDesktopButtonLayout(),
+    /// from either edge to the outermost button. awakeFromNib() replaces 0 by the standard margin.
     double trafficLightHorizontalMargin() const;
     void setTrafficLightHorizontalMargin(double margin);
 
-    /// From the title bar's top edge to the buttons, and around the two views. 0 is replaced, too.
+    /// From the title bar's top edge to the buttons, and around the two views. 0 is replaced too.
     double trafficLightVerticalMargin() const;
     void setTrafficLightVerticalMargin(double margin);
 
-    /// Between two buttons. Default: 6.
-    double trafficLightGap() const;
+    double trafficLightGap() const; ///< between two buttons; default: 6
     void setTrafficLightGap(double gap);
 
     /// A view across the band of the buttons: it begins at twice the horizontal margin and ends as
@@ -90,9 +86,9 @@ public:
 
     /// The height of the title bar without the program's own accessories, from the standard height
     /// to the available height of the screen. Each call, also with an equal value, replaces the
-    /// accessory at index 0 by one of the missing height. The window keeps its frame, and is higher
-    /// only while there is no room for the content. But the first call makes it lower by the
-    /// standard height: the value before counts as 0.
+    /// accessory at index 0, which fills the rest of the height. The window keeps its frame unless
+    /// its content needs more height. But the first call makes the window lower by the standard
+    /// height, as if the height before were 0.
     double titleBarHeight() const;
     void setTitleBarHeight(double height);
 

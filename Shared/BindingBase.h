@@ -13,8 +13,7 @@
 #include <functional>
 #include <memory>
 
-// The common base of Binding and TransformableBinding. BindingBase, whose public name is
-// AnyBinding, and BindingError are API.
+// AnyBinding and BindingError are API. All else in namespace detail is not.
 
 namespace Pellarvine::detail {
 
@@ -45,10 +44,8 @@ struct PELLARVINE_EXPORT Passage
     {
         return root && *isDirect ? root->get() == target.object : hasItsTarget();
     }
-
     /// Whether `target` is still the property to write. Check it after the program's code has run.
     bool hasItsTarget() const;
-
     /// Writes a value in a QVariant, unless the target is equal or the binding was destroyed.
     void write(const QVariant &value) const;
 };
@@ -64,12 +61,10 @@ public:
 
     virtual bool transforms(Direction direction) const = 0;
     virtual QVariant transformed(Direction direction, const QVariant &value) const = 0;
-
     /// Transfers the value without a QVariant and returns true, if the types are known. Called for
     /// directions that have a transformer only.
     virtual bool pass(const Passage &passage) const;
 };
-
 /// @endcond
 
 /// A value that a binding could not carry.
@@ -85,9 +80,9 @@ struct BindingError
 class PELLARVINE_EXPORT BindingBase : private NS::KeyValueObserver
 {
 public:
-    /// The limit of nested passes of one binding. A pass writes to a side, whose change starts the
-    /// next pass within it. At the limit a warning names both key paths, and the binding does
-    /// nothing more until the outermost pass has returned.
+    /// The limit of nested passes of one binding: writing to a side changes it, and starts the next
+    /// pass. At the limit a warning names both key paths, and the binding pauses until the outermost
+    /// pass has returned.
     static constexpr int deepestExchange = 16;
 
     BindingBase() = delete; ///< not possible: a binding needs two objects
@@ -99,11 +94,10 @@ public:
     const QString &secondKeyPath() const; ///< as passed to the constructor
     bool twoWayBinding() const; ///< whether changes of the second side are carried
 
-    /// Sets a function that is called, instead of a warning being printed, if a side cannot take a
-    /// value or a transformer throws an exception derived from std::exception. A transformer
-    /// refuses a value by throwing. The function is called again, with an empty message, when the
-    /// next value is carried. It may destroy the binding. It is called on the thread that makes the
-    /// change.
+    /// Sets a function to call, in place of a printed warning, if a side cannot take a value or a
+    /// transformer refuses one by throwing an exception derived from std::exception. When the next
+    /// value is carried, the function is called again, with an empty message. It may destroy the
+    /// binding. It is called on the thread that makes the change.
     ///
     ///     binding.setErrorHandler([label](const Pellarvine::BindingError &error) {
     ///         label->setText(error.message);
@@ -114,9 +108,8 @@ public:
     /// change is carried. The group is not owned. Default: null, each change is carried at once.
     void setGroup(BindingGroup *group);
 
-    /// Called by the key-value layer. Carries the change's new value to the other side. Does
-    /// nothing for an object and a key path that belong to neither side. A null `change` aborts the
-    /// process.
+    /// Called by the key-value layer. Carries the new value to the other side. Does nothing if
+    /// object and key path belong to neither side. A null `change` aborts the process.
     void observeValue(const QString &keyPath, QObject *object,
                       const NS::KeyValueChange *change) override;
 
@@ -125,14 +118,12 @@ protected:
     BindingBase(NS::ObjectReference object, const QString &with, NS::ObjectReference to,
                 const QString &toWith, bool twoWayBinding,
                 std::unique_ptr<Transformers> transformers);
-
     void setFirst(NS::ObjectReference object); ///< public and described in `Binding`
     void setSecond(NS::ObjectReference object); ///< public and described in `Binding`
     const Transformers *transformers() const; ///< null if there are none
 
 private:
     void pathChanged(Registration &path) override;
-
     BindingPrivate *d; // outlives the binding while a pass runs
 };
 
@@ -144,7 +135,6 @@ namespace Pellarvine {
 ///
 ///     std::vector<std::unique_ptr<Pellarvine::AnyBinding>> m_bindings;
 using AnyBinding = detail::BindingBase;
-
 using detail::BindingError;
 
 } // namespace Pellarvine

@@ -13,8 +13,8 @@
 
 namespace Pellarvine {
 
-/// A colour type that can be constructed from `RGBA` and from `HSBA` components and has the
-/// functions rgba() and hsba(). NS::Color is one. The functions below and the palette need no more:
+/// A colour type that has the functions rgba() and hsba(), and constructors from `RGBA` and `HSBA`
+/// components, such as NS::Color. The functions and the palette below work with each such type:
 ///
 ///     using namespace Pellarvine;
 ///     const auto edge = darker(Palette<NS::Color>::emerald());
@@ -100,8 +100,7 @@ struct Palette
         const char *name; ///< the name of the function
         T color; ///< the colour, which is opaque
     };
-
-    /// All of them with their names, in the order above.
+    /// All colours with their names, in the order above.
     static std::array<Entry, 19> all()
     {
         return { {

@@ -103,13 +103,11 @@ private:
 /// Do not bind a text field for numbers like this: each key would rewrite the text, "2" to "2.0".
 /// `NS::bind` with the option `commit` waits until the number is complete.
 ///
-/// It differs from `Binding` in two respects. The objects cannot be replaced. And null and a value
-/// that is not an `A` (on the way back, not a `B`) are passed on without the transformer; if the
-/// property cannot take such a value, a warning is printed. A number of another type counts as an
-/// `A` if `A` can hold its exact value, and an object if it is of that class.
-///
-/// If both properties are declared with exactly these types, values are carried without a QVariant,
-/// at a fraction of the cost. Threads, ownership and failures are those of `Binding`.
+/// Unlike with `Binding`, the objects cannot be replaced. Null and values of another type than `A`
+/// (on the way back, `B`) are carried without the transformer; if the property cannot take one, a
+/// warning is printed. A number of another type is transformed if `A` can hold its exact value, an
+/// object if it is of that class. Properties that are declared with exactly these types need no
+/// QVariant, and cost less. Threads, ownership and failures are those of `Binding`.
 template <typename A, typename B>
 class TransformableBinding final : public detail::BindingBase
 {

@@ -57,24 +57,21 @@ public:
     ~ImageView() override;
 
     const Image &image() const; ///< default: empty
-    /// The file that the image came from, byte for byte; empty if it came without one. Copying and
-    /// dragging give this file to other programs, beside the image.
+    /// The bytes of the image's file; empty if it came without one. Other programs get this file,
+    /// beside the image, when the user copies or drags it.
     QByteArray imageData() const;
     /// Decodes a file in this thread and shows it. Returns false, and changes nothing, on failure.
     bool setImageData(const QByteArray &contents);
-
     ImageScaling imageScaling() const; ///< default: scaleProportionallyDown
     void setImageScaling(ImageScaling scaling);
     /// The place of an image that does not fill the view. Default: Qt::AlignCenter. In a
     /// right-to-left layout, left and right are swapped unless Qt::AlignAbsolute is set.
     Qt::Alignment imageAlignment() const;
     void setImageAlignment(Qt::Alignment alignment);
-
     /// Whether the user can drop a picture onto the view, drag it out, and cut, copy, paste and
     /// delete it. Default: false. The setter also sets the focus policy.
     bool isEditable() const;
     void setEditable(bool isEditable);
-
     /// The text of an empty view. Default: empty. An empty view that is editable has a dashed
     /// outline and, without a placeholder text, a hint that a picture can be dropped there.
     QString placeholderText() const;
@@ -90,19 +87,14 @@ public:
 public Q_SLOTS:
     void setImage(const NS::Image &image);
     void clear(); ///< removes the image
-
-    /// @{
-    /// Edits by the user. All but copy() do nothing unless the view is editable.
-    void cut();
-    void copy();
-    void paste();
-    /// @}
+    void cut(); ///< as by the user: emits imageEdited(), and does nothing unless editable
+    void copy(); ///< to the clipboard, also if the view is not editable
+    void paste(); ///< as by the user: emits imageEdited(), and does nothing unless editable
 
 Q_SIGNALS:
     void imageChanged(const NS::Image &image);
-    /// The user has dropped, pasted, cut or deleted; emitted after imageChanged(). `data` is to be
-    /// stored: the file, byte for byte; a PNG file of an image that came without a file; empty if
-    /// the image was removed.
+    /// The user has dropped, pasted, cut or deleted; emitted after imageChanged(). Store `data`: the
+    /// file's bytes; a PNG file if the image came without a file; empty if it was removed.
     void imageEdited(const NS::Image &image, const QByteArray &data);
     /// A picture is damaged or too large, and is not shown. The view shows the translated `reason`
     /// until it is used again.
@@ -122,7 +114,6 @@ protected:
     void rememberFile(const NS::Image &image, const QByteArray &contents, const QString &name);
     /// Shows the reason in the view and emits imageRefused().
     void refuseImage(const QString &reason);
-
     bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -141,7 +132,6 @@ private:
     void setRefusal(const QString &reason);
     void edit(const Pellarvine::detail::TakenPicture &taken);
     bool take(const QMimeData *source);
-
     struct Private;
     std::unique_ptr<Private> d;
 };

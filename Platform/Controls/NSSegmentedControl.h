@@ -17,12 +17,12 @@ namespace NS {
 ///     scope->setSelectedSegment(1);
 ///     connect(scope, &NS::SegmentedControl::triggered, this, &Calendar::showScope);
 ///
-/// Segments count from 0 at the leading side. A segment acts when the mouse is released on it. The
-/// control is one Tab stop: the arrow keys, Home and End move in it, and Space acts. An ampersand
-/// in a label marks a shortcut, as on Qt's buttons. Screen readers find a list of tabs or buttons.
-/// Of style sheets, `color`, `background-color` (segments are a little lighter), `selection-color`
-/// and `selection-background-color` apply; `border` and `padding` do not. The number of a segment
-/// that does not exist prints a warning and changes nothing. Main thread only.
+/// Segments are numbered from 0 at the leading side. A segment acts when the mouse is released on
+/// it. The control is one Tab stop: the arrow keys, Home and End move in it, and Space acts. An
+/// ampersand in a label marks a shortcut, as on Qt's buttons. Screen readers find a list of tabs or
+/// buttons. Of style sheets, `color`, `background-color` (segments are a little lighter),
+/// `selection-color` and `selection-background-color` apply; `border` and `padding` do not. A wrong
+/// segment number prints a warning and changes nothing. Main thread only.
 class PELLARVINE_EXPORT SegmentedControl : public QWidget
 {
     Q_OBJECT
@@ -53,9 +53,7 @@ public:
     /// Default: 0. New segments come at the trailing end, enabled, without label or icon.
     int segmentCount() const;
     void setSegmentCount(int count);
-
-    /// The labels of all segments. The setter also sets the number of segments.
-    QStringList labels() const;
+    QStringList labels() const; ///< of all segments; the setter also sets the number of segments
     void setLabels(const QStringList &labels);
 
     QString labelForSegment(int segment) const; ///< default: empty
@@ -74,18 +72,17 @@ public:
     void setEnabled(bool isEnabled, int segment); ///< leaves the selection as it is
     using QWidget::setEnabled;
 
-    /// In device-independent pixels, without the lines around the segment. Default: 0, which fits
-    /// the segment to its label and icon.
+    /// In device-independent pixels, without the lines around the segment. Default: 0, to fit the
+    /// label and the icon.
     virtual double widthForSegment(int segment) const;
     void setWidth(double width, int segment); ///< for widthForSegment()
 
     /// The segment that was selected last; -1 if none is selected. The setter deselects all others.
-    /// It can select a disabled segment, which the user cannot.
+    /// The setter, unlike the user, can select a disabled segment.
     int selectedSegment() const;
     void setSelectedSegment(int segment);
     bool isSelectedForSegment(int segment) const; ///< never with `momentary`
-    /// Deselects the other segments unless the mode is `selectAny`. Does nothing if it is
-    /// `momentary`.
+    /// With `selectOne`, deselects the others. With `momentary`, does nothing.
     void setSelected(bool isSelected, int segment);
     /// Selects the first segment with that tag. Returns false if there is none.
     bool selectSegmentWithTag(int tag);
@@ -98,8 +95,7 @@ public:
     QSize minimumSizeHint() const override;
 
 public Q_SLOTS:
-    /// Acts like a click of the user. Does nothing if the control or the segment is disabled.
-    void click(int segment);
+    void click(int segment); ///< as by the user; does nothing if the segment or control is disabled
 
 Q_SIGNALS:
     /// The user has acted on the segment. Emitted after selectionChanged().

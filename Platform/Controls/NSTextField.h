@@ -63,14 +63,12 @@ public:
     /// Typed text has the attributes of the text around it.
     AttributedString attributedStringValue() const;
     void setAttributedStringValue(const AttributedString &text);
-
     QColor textColor() const; ///< default: invalid, for the colour of the palette
     void setTextColor(const QColor &color);
     /// The alignment of paragraphs without a style. In a right-to-left layout, AlignLeft means the
     /// right side unless AlignAbsolute is set. Default: AlignLeft | AlignVCenter.
     Qt::Alignment alignment() const;
     void setAlignment(Qt::Alignment alignment);
-
     bool wraps() const; ///< breaks lines at the width, and accepts typed line ends; default: true
     void setWraps(bool wraps);
     /// The width from which sizeHint() grows in height instead. Default: 0, for a readable width.
@@ -82,12 +80,10 @@ public:
     /// the lines that fit. Text to select or to edit scrolls instead. Default: ElideRight.
     Qt::TextElideMode elideMode() const;
     void setElideMode(Qt::TextElideMode mode);
-
     bool isSelectable() const; ///< always true of a text to edit; default: false
     void setSelectable(bool selectable);
     bool isEditable() const; ///< by the user; default: false
     void setEditable(bool editable);
-
     bool isBezeled() const; ///< has the frame and the margins of a line edit; default: false
     void setBezeled(bool bezeled);
     bool drawsBackground() const; ///< in `backgroundColor`, inside the bezel; default: false
@@ -99,13 +95,9 @@ public:
     bool opensLinks() const; ///< in the desktop's program for them; default: true
     void setOpensLinks(bool opens);
 
-    /// The distance of the first baseline from the upper edge at the size of sizeHint().
-    double firstBaselineOffsetFromTop() const;
-    /// The distance of the last baseline from the lower edge at the size of sizeHint().
-    double lastBaselineOffsetFromBottom() const;
-
-    /// Part of the layout pass, see <pellarvine/Platform/NSView.h>.
-    Q_INVOKABLE virtual void performLayout();
+    double firstBaselineOffsetFromTop() const; ///< at the size of sizeHint()
+    double lastBaselineOffsetFromBottom() const; ///< at the size of sizeHint()
+    Q_INVOKABLE virtual void performLayout(); ///< part of the layout pass, see NSView.h
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -141,7 +133,6 @@ protected:
     void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-
     QSize sizeWithin(double maxLayoutWidth) const; ///< sizeHint() with another preferred width
 
 private:

@@ -5,8 +5,7 @@
 
 /// @cond internal
 namespace Pellarvine::detail {
-/// Warns if a constant between two widths or heights looks like a multiplier: it lies between 0
-/// and 1.
+/// Warns if the constant between two widths or heights lies between 0 and 1, like a multiplier.
 PELLARVINE_EXPORT void warnOfFraction(const NS::LayoutConstraint &constraint);
 } // namespace Pellarvine::detail
 /// @endcond
@@ -23,11 +22,10 @@ namespace NS {
 ///                 ->withPriority(NS::LayoutPriority::defaultHigh),
 ///     });
 ///
-/// The receiver is the first item of the constraint, the argument the second: first = second +
-/// constant. Constants grow rightwards (for leading and trailing: away from the leading side) and
-/// downwards. The constraints are required and not yet active. Anchors of different kinds do not
-/// mix: x with y, or a place with a dimension, does not compile. A value; the item must exist
-/// during the call. Main thread only.
+/// `a.constraintEqualToAnchor(b, c)` means a = b + c. Constants grow downwards and rightwards; with
+/// leading and trailing, away from the leading side. The constraints are required, and inactive at
+/// first. Anchors of different kinds, x and y or a place and a dimension, do not compile together.
+/// An anchor is a value; its item must exist during each call. Main thread only.
 template <typename Kind>
 class LayoutAnchor
 {
@@ -35,12 +33,11 @@ public:
     /// Shared by the program and, while it is active, the layout.
     using Constraint = std::shared_ptr<LayoutConstraint>;
 
-    /// The functions below call this, with an attribute of the kind.
+    /// Use leftAnchor() and the other functions below instead.
     LayoutAnchor(ConstraintItem item, LayoutAttribute attribute)
         : m_item(item)
         , m_attribute(attribute)
     { }
-
     ConstraintItem item() const { return m_item; } ///< the widget or guide
     LayoutAttribute attribute() const { return m_attribute; } ///< its edge, centre or dimension
 
@@ -72,7 +69,6 @@ private:
 #endif
         return made;
     }
-
     ConstraintItem m_item;
     LayoutAttribute m_attribute;
 };
@@ -82,7 +78,7 @@ using LayoutXAxisAnchor = LayoutAnchor<struct XAxis>;
 /// A horizontal edge, a vertical centre or a baseline.
 using LayoutYAxisAnchor = LayoutAnchor<struct YAxis>;
 
-/// A width or a height. Its constraints can also name a multiple of another, or a number alone.
+/// A width or a height. It can also be compared with a multiple of another, or with a number.
 class PELLARVINE_EXPORT LayoutDimension : public LayoutAnchor<struct Dimension>
 {
 public:
@@ -97,8 +93,8 @@ public:
         LayoutAnchor anchor; ///< the dimension
         double multiplier; ///< the number
     };
-    /// For the second side of a constraint. A number alone behind an anchor is the constant: debug
-    /// builds warn of one between 0 and 1. `multipliedBy(1)` says that it is meant.
+    /// For the second side of a constraint. A plain number after an anchor is the constant: debug
+    /// builds warn of one between 0 and 1, unless the anchor is `multipliedBy(1)`.
     Multiple multipliedBy(double multiplier) const { return { *this, multiplier }; }
 
     /// This = `multiple` + `constant`.
@@ -110,12 +106,9 @@ public:
     Constraint constraintGreaterThanOrEqualToAnchor(const Multiple &multiple,
                                                     double constant = 0.0) const;
 
-    /// This = `constant`, in device-independent pixels.
-    Constraint constraintEqualToConstant(double constant) const;
-    /// This ≤ `constant`.
-    Constraint constraintLessThanOrEqualToConstant(double constant) const;
-    /// This ≥ `constant`.
-    Constraint constraintGreaterThanOrEqualToConstant(double constant) const;
+    Constraint constraintEqualToConstant(double constant) const; ///< in device-independent pixels
+    Constraint constraintLessThanOrEqualToConstant(double constant) const; ///< this ≤ `constant`
+    Constraint constraintGreaterThanOrEqualToConstant(double constant) const; ///< this ≥ `constant`
 };
 
 /// @name Anchors of a widget or a guide
@@ -132,11 +125,10 @@ PELLARVINE_EXPORT LayoutXAxisAnchor centerXAnchor(ConstraintItem item); ///< bet
 PELLARVINE_EXPORT LayoutYAxisAnchor topAnchor(ConstraintItem item); ///< the upper edge
 PELLARVINE_EXPORT LayoutYAxisAnchor bottomAnchor(ConstraintItem item); ///< the lower edge
 PELLARVINE_EXPORT LayoutYAxisAnchor centerYAnchor(ConstraintItem item); ///< between top and bottom
-/// The baseline of the first line of text. A widget may declare the property
-/// `firstBaselineOffsetFromTop`. Of others, it is that of one line, centred as in Qt's controls, at
-/// the top or bottom as the alignment of a QLabel says, or at the top of a scroll area.
+/// The baseline of the first line of text. A widget's property `firstBaselineOffsetFromTop` sets
+/// it. Other widgets count as one line: centred, aligned as a QLabel, or at a scroll area's top.
 PELLARVINE_EXPORT LayoutYAxisAnchor firstBaselineAnchor(ConstraintItem item);
-/// The baseline of the last line: `lastBaselineOffsetFromBottom`.
+/// The baseline of the last line of text; the property is `lastBaselineOffsetFromBottom`.
 PELLARVINE_EXPORT LayoutYAxisAnchor lastBaselineAnchor(ConstraintItem item);
 PELLARVINE_EXPORT LayoutDimension widthAnchor(ConstraintItem item); ///< the width
 PELLARVINE_EXPORT LayoutDimension heightAnchor(ConstraintItem item); ///< the height

@@ -10,9 +10,9 @@
 
 namespace NS {
 
-/// The edge, centre, dimension or baseline of an item in a constraint. Those of a widget are about
-/// its aligned part, see `alignmentRectInsets`. Places grow downwards and rightwards, or, for
-/// leading and trailing, away from the leading side.
+/// The edge, centre, dimension or baseline of an item in a constraint. For a widget, of its aligned
+/// part: see `alignmentRectInsets`. Places grow downwards and rightwards; leading and trailing,
+/// away from the leading side.
 enum class LayoutAttribute {
     notAnAttribute, ///< the second attribute of a constraint with a constant alone
     left, ///< the left edge, whichever way text runs
@@ -36,17 +36,13 @@ enum class LayoutRelation {
     greaterThanOrEqual, ///< the first is at least the second
 };
 
-/// Priorities are from 1 to 1000. A required constraint holds, or a warning reports it. Of others,
-/// one with a higher priority prevails over any number of those with lower ones.
+/// Priorities are from 1 to 1000. A required constraint holds, or a warning reports it. A constraint
+/// with a higher priority prevails over any number of constraints with lower ones.
 namespace LayoutPriority {
-/// Without exception.
-inline constexpr double required = 1000.0;
-/// At which widgets resist being smaller than their size hint.
-inline constexpr double defaultHigh = 750.0;
-/// At which widgets resist being larger than their size hint.
-inline constexpr double defaultLow = 250.0;
-/// At which the preferred size of a container is kept small.
-inline constexpr double fittingSizeCompression = 50.0;
+inline constexpr double required = 1000.0; ///< without exception
+inline constexpr double defaultHigh = 750.0; ///< a widget is not smaller than its size hint
+inline constexpr double defaultLow = 250.0; ///< a widget is not larger than its size hint
+inline constexpr double fittingSizeCompression = 50.0; ///< a container's preferred size is small
 } // namespace LayoutPriority
 
 /// A linear relation between edges, centres or dimensions of two widgets, or of layout guides:
@@ -55,19 +51,11 @@ inline constexpr double fittingSizeCompression = 50.0;
 ///     gap->setActive(true);
 ///     gap->setConstant(16); // re-solves what depends on it
 ///
-/// Leading and trailing follow the layout direction of the nearest common ancestor of the two
-/// items. The layout of that ancestor keeps an active constraint, so that the caller need not; that
-/// of the parent if there is one item, or its own if a Qt layout places it. The constraint becomes
-/// inactive when an item is destroyed or leaves that ancestor. The ancestor gets a QLayout that
-/// reports its minimum, preferred and maximum size (see `QLayout::setSizeConstraint`). If it has
-/// another kind of layout, constraints work beside that and report no sizes.
-///
-/// Widgets stay near their size hints; QSizePolicy decides which side gives way first. Only widgets
-/// with constraints are moved. Unlike in Qt's layouts, a hidden widget keeps its place, because
-/// others may depend on it. To close the gap, deactivate its constraints or set a constant to 0. If
-/// two required constraints contradict each other, a warning names them, and the last one stays
-/// inactive. Warnings also name required constraints that only a negative size satisfies, and those
-/// that are overridden by a Qt layout that places the widget. Main thread only.
+/// The layout of the items' nearest common ancestor keeps an active constraint, so the caller need
+/// not. The constraint becomes inactive when an item is destroyed or leaves that ancestor. Only
+/// widgets with constraints are moved; a hidden one keeps its place. If two required constraints
+/// contradict each other, a warning names them, and the last one stays inactive. For a single item,
+/// sizes, Qt's layouts and other warnings, see docs/layout.md. Main thread only.
 class PELLARVINE_EXPORT LayoutConstraint : public QObject,
                                            public std::enable_shared_from_this<LayoutConstraint>
 {
@@ -77,7 +65,7 @@ class PELLARVINE_EXPORT LayoutConstraint : public QObject,
     Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged)
 
 public:
-    /// "first.attribute relation multiplier * second.attribute + constant", not yet active. For a
+    /// "first.attribute relation multiplier * second.attribute + constant", inactive at first. For a
     /// constant alone, `second` is null and its attribute `notAnAttribute`. The anchors of
     /// <pellarvine/Platform/NSLayoutAnchor.h> are shorter to write. Warns of an invalid constraint,
     /// which never becomes active: between a horizontal and a vertical attribute, a size and a
@@ -114,10 +102,9 @@ public:
     bool isActive() const;
     void setActive(bool isActive);
 
-    /// "title.leading == panel.leading + 8", with the object names of the widgets. A widget without
-    /// a name is named by its class and its place in its parent: "form/QLabel[2]" is the second
-    /// label of the form. The object name of the constraint, if it has one, stands in front, in
-    /// brackets.
+    /// "title.leading == panel.leading + 8", with the widgets' object names. "form/QLabel[2]" is the
+    /// second label of the form, without a name. The constraint's own object name stands in front,
+    /// in brackets.
     QString description() const;
 
     /// Activates all, in order. If the items of one have no common ancestor, warns once and

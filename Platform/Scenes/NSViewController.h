@@ -15,8 +15,8 @@ namespace NS {
 class Storyboard;
 class StoryboardSegue;
 
-/// Manages a view: makes it when it is first requested, and is part of a tree of controllers. A
-/// container shows the views of its child controllers.
+/// Manages a view, which it makes when view() is first called. A controller can contain the views of
+/// its child controllers.
 ///
 ///     class ListViewController : public NS::ViewController
 ///     {
@@ -25,8 +25,7 @@ class StoryboardSegue;
 ///     };
 ///
 /// A controller owns its children and its view. If the view has a parent widget, that owns it too;
-/// nothing is deleted twice. When the view is deleted, the controller remains with its own owner.
-/// Main thread only.
+/// nothing is deleted twice. The controller outlives a view that is deleted. Main thread only.
 class PELLARVINE_EXPORT ViewController : public QObject
 {
     Q_OBJECT
@@ -42,11 +41,9 @@ public:
     explicit ViewController(const QString &nibName, QObject *parent = nullptr);
     ~ViewController() override;
 
-    /// Default: empty.
-    QString title() const;
+    QString title() const; ///< default: empty
     void setTitle(const QString &title);
-    /// Empty if the view is from no interface file.
-    QString nibName() const;
+    QString nibName() const; ///< empty if the view is from no interface file
 
     // The view
 
@@ -64,8 +61,8 @@ public:
 
     // The following are called when the view is shown and hidden: by itself, with a parent, or by
     // being added or removed. They are called in this order and in pairs, for containers before
-    // their children. Minimising a window hides nothing. None is called for a view that is deleted
-    // while it is visible. An exception in one of them is printed as a warning.
+    // their children. Minimising a window calls none, nor does deleting a visible view. An
+    // exception in one of them is printed as a warning.
 
     /// The view is about to be shown.
     virtual void viewWillAppear();
@@ -78,10 +75,8 @@ public:
 
     // The tree of controllers
 
-    /// The parent controller; null at the top.
-    ViewController *parentViewController() const;
-    /// In the order in which they were added.
-    QList<ViewController *> childViewControllers() const;
+    ViewController *parentViewController() const; ///< null at the top
+    QList<ViewController *> childViewControllers() const; ///< in the order of addition
     /// Appends a child controller, and removes it from its previous parent. `child` is not null,
     /// not this controller and not above it. The caller places its view.
     void addChildViewController(ViewController *child);
@@ -90,10 +85,8 @@ public:
 
     // The storyboard
 
-    /// The storyboard that made this controller, or null.
-    std::shared_ptr<Storyboard> storyboard() const;
-    /// The scene from which the storyboard made this controller, or empty.
-    QString sceneIdentifier() const;
+    std::shared_ptr<Storyboard> storyboard() const; ///< that made this controller, or null
+    QString sceneIdentifier() const; ///< of the scene that it was made from, or empty
     /// Performs the segue of that name from this controller. Throws `UnknownIdentifierError` if
     /// there is none, and the exceptions of loading the destination; nothing has changed then.
     void performSegue(const QString &identifier, QObject *sender = nullptr);

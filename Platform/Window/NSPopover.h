@@ -32,13 +32,12 @@ enum class RectEdge {
 ///     });
 ///
 /// It follows its view, and uses another edge if the preferred one has no room on the screen. It
-/// closes when the view is hidden, scrolled out of sight or destroyed. While it is shown, its first
-/// widget that accepts the focus has the focus; Esc closes it. Without such a widget the focus does
-/// not move, and screen readers read the content.
+/// closes when the view is hidden, scrolled out of sight or destroyed. When shown, it gives the
+/// focus to its first widget that accepts it, and Esc closes it. Without such a widget the focus
+/// does not move, and screen readers read the content.
 ///
-/// Under Wayland, where programs cannot place windows, the window of the view contains the popover.
-/// If it does not fit, it is a popup, like a menu, which the compositor places. Before Qt 6.8 its
-/// place is unknown: it has no arrow and does not follow the view. Lengths are in
+/// Under Wayland it is part of the view's window or, if it does not fit there, a popup of the
+/// compositor, without an arrow before Qt 6.8: see docs/desktops.md. Lengths are in
 /// device-independent pixels. Main thread only.
 class PELLARVINE_EXPORT Popover : public QObject
 {
@@ -60,8 +59,8 @@ public:
     /// The events that close it, besides close() and Esc in it.
     enum class Behavior {
         applicationDefined = 0, ///< nothing
-        /// A click or a key elsewhere, which also has its usual effect. The activation of another
-        /// program, except while the desktop picks a colour.
+        /// A click or a key elsewhere, which also has its usual effect, or the activation of
+        /// another program, except while the desktop picks a colour.
         transient = 1,
         semitransient = 2, ///< a click elsewhere in the window of its view, or Esc there
     };
@@ -74,34 +73,25 @@ public:
     /// without a parent becomes its child. The previous one is deleted if it is a child.
     ViewController *contentViewController() const;
     void setContentViewController(ViewController *controller);
-
     Behavior behavior() const; ///< default: applicationDefined
     void setBehavior(Behavior behavior);
-
-    /// The size of the content, without the bubble. If an empty size is set, which is the default,
-    /// it is the size that the view asks for, and follows it. The screen limits it.
+    /// The size of the content, without the bubble. After an empty size, the default, it follows the
+    /// size that the view asks for. The screen limits it.
     QSizeF contentSize() const;
     void setContentSize(const QSizeF &size);
-
     /// The place that the arrow points to, in the view's coordinates with y upwards. The zero
     /// rectangle stands for the whole view. The setter moves a popover that is shown.
     QRectF positioningRect() const;
     void setPositioningRect(const QRectF &rect);
-
-    /// The widget whose clicks show and close it in turn: a click or a key on it that has closed a
-    /// popover of this opener does not show one again. Not owned. Default: null; every call shows
-    /// it.
+    /// The button that shows it: a click or a key on the button that has closed one of its popovers
+    /// does not show one again. Not owned. Default: null; each call of showRelativeToRect() shows it.
     QWidget *opener() const;
     void setOpener(QWidget *opener);
-
     /// Whether it deletes itself after it has closed, or could not be shown. Default: false.
     bool deletesOnClose() const;
     void setDeletesOnClose(bool deletes);
-
-    /// Whether the window of its view always contains it, and makes it smaller if there is no room.
-    /// Under Wayland this also applies to an `applicationDefined` popover with the focus, and to
-    /// one that is shown while its window is not active: a popup would take all keys and clicks.
-    /// Takes effect when it is next shown. Default: false.
+    /// Whether it is always part of its view's window, and smaller if there is no room. Takes
+    /// effect when it is next shown. Default: false; docs/desktops.md has exceptions under Wayland.
     bool staysInWindow() const;
     void setStaysInWindow(bool stays);
 
@@ -113,10 +103,8 @@ public:
     RectEdge edge() const; ///< the edge in use; the preferred one may have had no room
 
 public Q_SLOTS:
-    /// Closes at once. Does nothing if it is not shown.
-    void close();
-    /// Closes if popoverShouldClose() returns true. Clicks and keys call this.
-    void performClose();
+    void close(); ///< at once; does nothing if it is not shown
+    void performClose(); ///< if popoverShouldClose() returns true; clicks and keys call this
 
 Q_SIGNALS:
     /// Emitted before it is shown, not when it only moves. It is not shown if a receiver deletes

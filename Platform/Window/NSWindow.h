@@ -12,7 +12,6 @@
 QT_FORWARD_DECLARE_CLASS(QAbstractButton)
 
 namespace NS {
-
 class TitlebarAccessoryViewController;
 
 /// A window that draws its own title bar. The desktop moves, resizes, snaps and maximises it.
@@ -23,8 +22,8 @@ class TitlebarAccessoryViewController;
 ///     window.show();
 ///
 /// Title, icon, sizes, state and closing are QWidget's. Frames are in device-independent pixels
-/// from the lower left corner of the primary screen, with y upwards. docs/windows.md has the rest:
-/// dragging, the margin of the shadow, frames on Wayland. Main thread only.
+/// from the lower left corner of the primary screen, with y upwards. Main thread only. See
+/// docs/windows.md for dragging, the shadow's margin, frames on Wayland, and a QMainWindow in it.
 class PELLARVINE_EXPORT Window : public QWidget
 {
     Q_OBJECT
@@ -71,69 +70,53 @@ public:
     Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent = nullptr);
     ~Window() override;
 
-    /// @{
-    /// Converts between frames of the window and of its content, without accessories.
+    /// The frame of the content of a window with that frame and without accessories.
     static QRectF contentRectForFrameRect(const QRectF &frame, StyleMask styleMask);
+    /// The inverse of contentRectForFrameRect().
     static QRectF frameRectForContentRect(const QRectF &content, StyleMask styleMask);
-    /// @}
 
-    /// The window with its title bar, without its shadow and without a frame of the desktop.
+    /// The window with its title bar, without its shadow and without a frame of the desktop. The
+    /// setters round, and do nothing while the window is maximised or full screen.
     QRectF frame() const;
     void setFrame(const QRectF &frame);
-    /// Rounds to whole units and respects minimum and maximum size. Does nothing while the window
-    /// is maximised or full screen. `display` repaints at once.
-    virtual void setFrame(const QRectF &frame, bool display);
-    /// `animate` takes 200 ms, but no time if the user asked the desktop for less motion.
-    virtual void setFrame(const QRectF &frame, bool display, bool animate);
+    virtual void setFrame(const QRectF &frame, bool display); ///< `display` repaints at once
+    virtual void setFrame(const QRectF &frame, bool display, bool animate); ///< in 200 ms
     int shadowMargin() const; ///< around the window; 0 while it has no shadow
-
     StyleMask styleMask() const; ///< the setter keeps the window's frame
     void setStyleMask(StyleMask styleMask);
-
-    /// The widget below the title bar. The window owns it, and deletes the one before it. Default:
-    /// null. A QMainWindow keeps its closeEvent(), title, icon, file path and state.
+    /// Below the title bar. The window owns it, and deletes the previous one. Default: null.
     QWidget *contentView() const;
     void setContentView(QWidget *view);
-
     TitleVisibility titleVisibility() const; ///< default: titleVisible
     virtual void setTitleVisibility(TitleVisibility visibility);
-    /// The document that the window shows; its icon stands beside the title. Default: empty.
-    QUrl representedURL() const;
+    QUrl representedURL() const; ///< the document, whose icon is beside the title; default: empty
     void setRepresentedURL(const QUrl &url);
     /// Whether a drag on the content moves the window where no widget takes it. Default: false.
     bool isMovableByWindowBackground() const;
     void setMovableByWindowBackground(bool isMovable);
     bool hasFullKeyboardAccess() const; ///< Tab reaches the standard buttons; default: false
     void setFullKeyboardAccess(bool hasAccess);
-    /// Whether the buttons and their places are those of the desktop's title bars. Default: false,
-    /// for close, minimise and zoom on the left.
+    /// Whether the buttons are those of the desktop's title bars. Default: false, see windows.md.
     bool followsDesktopButtonLayout() const;
     void setFollowsDesktopButtonLayout(bool follows);
     /// Whether the desktop draws the frame. Default: false. A change hides the window for a moment.
     bool hasNativeDecorations() const;
     void setNativeDecorations(bool areNative);
-
     /// Null if the style mask lacks the button, or the window has no document.
     virtual QAbstractButton *standardWindowButton(WindowButton kind) const;
 
-    /// @{
-    /// The views below the standard title bar, from top to bottom. The window owns the controllers
-    /// until they are removed, and takes them from other windows. The content keeps its size. An
-    /// index out of range is a fatal error.
+    /// Adds a view below the title bar and earlier accessories. The window takes the controller
+    /// from another window, and owns it until it is removed.
     void addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller);
-    void removeTitlebarAccessoryViewControllerAtIndex(int index);
+    void removeTitlebarAccessoryViewControllerAtIndex(int index); ///< out of range: a fatal error
+    /// From top to bottom.
     QList<TitlebarAccessoryViewController *> titlebarAccessoryViewControllers() const;
-    /// @}
 
-    /// The window's geometry and state, across screens.
-    virtual QByteArray saveState() const;
+    virtual QByteArray saveState() const; ///< the window's geometry and state, across screens
     /// Returns false and changes nothing if `state` is not from saveState().
     virtual bool restoreState(const QByteArray &state);
-
-    /// Called after all properties from an interface file are set.
-    Q_INVOKABLE virtual void awakeFromNib();
-    /// Updates the window's layouts. Each layout pass calls it.
-    virtual void layoutIfNeeded();
+    Q_INVOKABLE virtual void awakeFromNib(); ///< called when an interface file has set properties
+    virtual void layoutIfNeeded(); ///< updates the window's layouts; each layout pass calls it
     /// The layout pass. `NS::setNeedsLayout` and a change of size request it.
     Q_INVOKABLE virtual void performLayout();
     void setVisible(bool visible) override;
@@ -162,7 +145,6 @@ Q_SIGNALS:
 protected:
     /// Called after the title bar is arranged for the new size. The default does nothing.
     virtual void windowDidResize(QResizeEvent *notification);
-
     bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -177,7 +159,6 @@ private:
     struct Private;
     std::unique_ptr<Private> d;
 };
-
 Q_DECLARE_OPERATORS_FOR_FLAGS(Window::StyleMask)
 
 } // namespace NS
