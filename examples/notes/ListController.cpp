@@ -6,6 +6,7 @@
 #include <pellarvine/Shared/MarkupParser.h>
 
 #include <QMessageBox>
+#include <QToolButton>
 
 #include <utility>
 
@@ -41,6 +42,9 @@ void ListController::removeNote()
 
 void ListController::viewDidLoad()
 {
+    // Screen readers need a name for the button that clears the field. Qt gives it none.
+    if (auto *const button = m_searchField->findChild<QToolButton *>())
+        button->setAccessibleName(tr("Clear"));
     connect(this, &ListController::searchChanged, this, &ListController::fill);
     connect(m_list, &QListWidget::currentItemChanged, this, [this](QListWidgetItem *item) {
         current = item ? item->data(Qt::UserRole).value<Note *>() : nullptr;

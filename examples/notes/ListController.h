@@ -3,6 +3,7 @@
 
 #include "SceneController.h"
 
+#include <QLineEdit>
 #include <QListWidget>
 
 /// The list of the notes that contain the searched text.
@@ -12,6 +13,7 @@ class ListController : public SceneController
     Q_PROPERTY(QString search MEMBER m_search NOTIFY searchChanged)
     Q_PROPERTY(bool hasCurrent READ hasCurrent NOTIFY changed)
     Q_PROPERTY(QString hint READ hint NOTIFY changed)
+    Q_PROPERTY(QLineEdit *searchField MEMBER m_searchField)
     Q_PROPERTY(QListWidget *list MEMBER m_list)
 
 public:
@@ -39,5 +41,6 @@ private:
     void fill();
 
     QString m_search;
+    QLineEdit *m_searchField = nullptr;
     QListWidget *m_list = nullptr;
 };

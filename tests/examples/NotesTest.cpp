@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Named.h"
 #include "Notebook.h"
 #include "NotesController.h"
 #include "TemporaryFolder.h"
@@ -21,6 +22,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 #include <gmock/gmock.h>
 
 #include <stdexcept>
@@ -38,7 +40,7 @@ QByteArray contentsOf(const QString &path)
     return file.readAll();
 }
 
-// Clicks on the button of the message that comes up next.
+// Clicks on that button of the next message box.
 void answer(QMessageBox::StandardButton button)
 {
     auto *const timer = new QTimer(qApp);
@@ -143,7 +145,7 @@ TEST_F(Notes, are_written_sealed_and_opened_again_by_keyboard_alone)
     const auto *const preview = find<Pellarvine::MarkupLabel>(u"preview"_s);
     EXPECT_EQ(preview->stringValue(), u"Bread rises"_s);
     auto *const editor = find<QPlainTextEdit>(u"editor"_s);
-    editor->setPlainText(u"Bread rises"_s); // as when an undo takes the markup away at once
+    editor->setPlainText(u"Bread rises"_s); // like an undo that removes the markup at once
     EXPECT_EQ(preview->attributedStringValue().runs().size(), 1);
     editor->setPlainText(u"**Bread** rises\nfor an hour"_s);
 
@@ -160,7 +162,7 @@ TEST_F(Notes, are_written_sealed_and_opened_again_by_keyboard_alone)
     EXPECT_FALSE(notebook.isOpen());
     EXPECT_THAT(find<QLabel>(u"problemLabel"_s)->text().toStdString(),
                 testing::HasSubstr("passphrase is wrong"));
-    type(passphrase); // over the wrong one, which is selected
+    type(passphrase); // replaces the wrong one, which is selected
     press(Qt::Key_Return);
     ASSERT_TRUE(notebook.isOpen());
     ASSERT_EQ(listed().size(), 1);
@@ -180,6 +182,7 @@ TEST_F(Notes, are_searched_and_deleted_when_the_user_confirms)
     EXPECT_EQ(listed(), QStringList({ u"Milk"_s, u"Butter"_s, u"Bread"_s }));
     press(Qt::Key_F, Qt::ControlModifier);
     type(u"BUTTER"_s);
+    EXPECT_TRUE(named<QToolButton>(window, u"Clear"_s));
     EXPECT_EQ(listed(), QStringList({ u"Milk"_s, u"Butter"_s }));
     EXPECT_EQ(find<QListWidget>(u"list"_s)->currentItem()->text(), u"Milk"_s);
     press(Qt::Key_Return); // to the list
