@@ -58,7 +58,7 @@ private:
     Model *m_child = nullptr;
 };
 
-// What a program would write by hand to join two properties whose names it learns at run time.
+// The code that a program needs by hand to bind two properties by their names.
 class Relay : public QObject
 {
     Q_OBJECT
@@ -106,7 +106,7 @@ private:
     Function m_function;
 };
 
-// Changes `model` as often as it is let, and checks that the other end has followed.
+// Changes `model` in each iteration, and checks that `other` has followed.
 void change(benchmark::State &state, Model &model, const Model &other, int offset = 0)
 {
     int value = model.value();
@@ -221,7 +221,7 @@ void typedTransformedTwoWay(benchmark::State &state)
     change(state, source, target, 1);
 }
 
-// Both key paths lead over state.range(0) objects.
+// Both key paths have state.range(0) objects before the property.
 void dotted(benchmark::State &state)
 {
     std::vector<Model> sources(std::size_t(state.range(0)));
@@ -286,9 +286,9 @@ void computed(benchmark::State &state)
         state.SkipWithError("the last target has not followed");
 }
 
-// The bytes of the heap that a binding between two objects takes, the connections in Qt included:
-// by the allocator's own account, with its headers and its rounding. The bindings stay, so that
-// none of them lives in what an earlier one has left.
+// The bytes of the heap that a binding between two objects takes, with its connections in Qt, as
+// the allocator counts them, headers and rounding included. All bindings are kept, so that none
+// reuses the memory of an earlier one.
 void memory(benchmark::State &state)
 {
     constexpr std::size_t count = 4096;
@@ -343,8 +343,8 @@ int main(int argc, char **argv)
                       Goal::timeAtMost, 1.1 },
                     { "binding/depthCostsNothing", "binding/dotted/8", "binding/dotted/2",
                       Goal::timeAtMost, 1.1 },
-                    // Ten times as many in ten times the time, and as much again for the caches
-                    // that the larger number overflows. Squared, it would be a hundred times.
+                    // Linear growth is a factor of 10, quadratic growth 100. The limit is 20:
+                    // the larger number does not fit into the processor's caches.
                     { "binding/constructionIsLinear", "binding/construction/10000",
                       "binding/construction/1000", Goal::timeAtMost, 20.0 },
                     { "binding/notificationIsLinear", "binding/notification/10000",

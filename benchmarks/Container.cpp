@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Sealing and opening against a bare loop over libcrypto that does the same work on one thread;
-// key set-up against two bare PKCS5_PBKDF2_HMAC calls; the command against the openssl command.
+// Compares sealing and opening with a plain loop over libcrypto on one thread, key derivation with
+// two calls of PKCS5_PBKDF2_HMAC, and the command with the openssl command.
 #include "Goals.h"
 
 #include <pellarvine/Shared/Decryptor.h>
@@ -80,7 +80,7 @@ void open(benchmark::State &state)
     state.SetBytesProcessed(state.iterations() * textLength);
 }
 
-// What one would write by hand over libcrypto: fetched algorithms, one output buffer.
+// A loop over libcrypto, written by hand: fetched algorithms, one output buffer.
 class Bare
 {
 public:
@@ -156,7 +156,7 @@ void bareSeal(benchmark::State &state)
     state.SetBytesProcessed(state.iterations() * textLength);
 }
 
-// The cipher alone, and the tag alone: each is a chain, so nothing that includes it is faster.
+// The cipher alone, and the tag alone. Each is sequential, and so the lower bound of the work.
 void bareCipher(qsizetype chunkLength)
 {
     static std::vector<unsigned char> output(std::size_t(chunkLength) + 64);
@@ -213,8 +213,8 @@ double medianOf(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-// The two in turn, so that a slow spell of the machine hits both; the counter "ratio" is the median
-// of the pairs'.
+// Runs both in turn, so that a slow moment of the machine affects both. The counter "ratio" is the
+// median ratio of the pairs.
 template <void (*subject)(qsizetype), void (*baseline)(qsizetype)>
 void pairs(benchmark::State &state)
 {
@@ -232,7 +232,7 @@ void pairs(benchmark::State &state)
 
 void bareOpen(benchmark::State &state)
 {
-    // The ciphertext alone: the loop knows where its tag is.
+    // Only the ciphertext, without the container's header and tag.
     const QByteArray body = container().sliced(36, textLength);
     std::vector<unsigned char> output(std::size_t(state.range(0)) + 64);
     for (auto _ : state) {
@@ -264,7 +264,7 @@ void bareKeySetUp(benchmark::State &state)
     }
 }
 
-// Byte by byte, so that a cost that grew with what came before would show as a square.
+// Feeds single bytes. A cost that depended on the earlier bytes would make the time quadratic.
 void byteByByte(benchmark::State &state)
 {
     const QByteArray bytes = text().first(state.range(0));
@@ -275,7 +275,7 @@ void byteByByte(benchmark::State &state)
     }
 }
 
-// A GiB on disk, made once, with the commands' results beside it.
+// A file of 1 GiB, made once, and the commands' output files.
 class Files
 {
 public:
@@ -304,8 +304,8 @@ public:
                + " " + path(from) + " " + path(to);
     }
 
-    // The same work by the openssl command: cipher and tag, each a process of its own on its own
-    // core, and the result flushed to disk. The keys are given, where ours are derived.
+    // The same work by the openssl command, with a process for the cipher and one for the tag, and
+    // the result flushed to disk. Unlike our command, openssl gets its keys and derives none.
     std::string pipe(const std::string &verb, const std::string &from, const std::string &to) const
     {
         const std::string key(64, 'a');
@@ -333,7 +333,7 @@ const Files &files()
     return made;
 }
 
-// From the page cache to tmpfs, so that no disk takes part, in turn with the cipher alone.
+// Reads from the page cache and writes to tmpfs, without a disk, in turn with the cipher alone.
 void commandToCipher(benchmark::State &state)
 {
     const QTemporaryDir target(u"/dev/shm/bench-XXXXXX"_s);
@@ -448,8 +448,7 @@ int main(int argc, char **argv)
                       .subject = "container/keys",
                       .baseline = "container/keys-bare",
                       .limit = 1.02 },
-                    // Sixteen times the bytes; a cost that grew with what came before would show
-                    // as 256.
+                    // Sixteen times the bytes. Quadratic growth would be a factor of 256.
                     { .name = "container/byte-by-byte-growth",
                       .subject = "container/byte-by-byte/1048576",
                       .baseline = "container/byte-by-byte/65536",

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Controls against the ones of Qt that a program would use instead, 300 of each: to make them, to
-// show them for the first time, and a step of resizing.
+// Compares 300 controls with as many of Qt's corresponding controls: construction, first show, and
+// one step of resizing.
 #include "Goals.h"
 
 #include <pellarvine/Pellarvine/BorderView.h>
@@ -122,7 +122,7 @@ void resize(benchmark::State &state)
     }
 }
 
-// The first opening, which makes the content.
+// The first opening, which constructs the content.
 void makePicker(benchmark::State &state)
 {
     for (auto _ : state) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The least that a program with a window does: what the gallery's start is measured against.
+// The smallest program with a window. The start of the gallery is compared with it.
 #include "../examples/gallery/ExitWhenShown.h"
 
 #include <QMainWindow>

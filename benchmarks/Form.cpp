@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A form of 300 widgets against the loader that makes its objects, which checks, connects and
-// awakens nothing; and a storyboard of many scenes, whose cost per scene should not grow with their
-// number.
+// Compares a form of 300 widgets with QUiLoader, which only makes the objects. Checks that the cost
+// per scene of a storyboard does not grow with the number of scenes.
 #include "Goals.h"
 
 #include <pellarvine/Platform/ClassRegistry.h>
@@ -78,7 +77,7 @@ void form_Nib(benchmark::State &state)
 }
 BENCHMARK(form_Nib)->Unit(benchmark::kMillisecond);
 
-// The time for one scene.
+// The time of an iteration is the time for one scene.
 void form_Scenes(benchmark::State &state)
 {
     const QTemporaryDir folder;
@@ -101,7 +100,7 @@ void form_Scenes(benchmark::State &state)
         benchmark::DoNotOptimize(storyboard.get());
     }
 }
-// As many scenes either way; counted, since the time that is given is a small part of the whole.
+// The number of iterations is fixed, because an iteration takes longer than the time it reports.
 BENCHMARK(form_Scenes)->Arg(100)->Iterations(100)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(form_Scenes)->Arg(10000)->Iterations(1)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
@@ -111,8 +110,8 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    // 1.21 by instructions, 1.22 to 1.28 by time: the file is read here, and a part of it again by
-    // QUiLoader, which can only be given a file.
+    // The ratio is 1.21 in instructions and 1.22 to 1.28 in time: the library reads the file, and
+    // QUiLoader, which takes only files, reads a part of it again.
     return runBenchmarks(
             argc, argv,
             { { "a form of 300 widgets", "form_Nib", "form_Loader", Goal::timeAtMost, 1.35 },

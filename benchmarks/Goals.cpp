@@ -74,7 +74,7 @@ private:
 
 int runBenchmarks(int argc, char **argv, const std::vector<Goal> &goals)
 {
-    // In front, so that the caller's own flags win.
+    // Before the caller's flags, which override them.
     std::string defaults[] = { "--benchmark_repetitions=9", "--benchmark_min_time=0.05",
                                "--benchmark_enable_random_interleaving=true" };
     std::vector<char *> arguments { argv[0] };

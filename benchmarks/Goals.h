@@ -4,14 +4,14 @@
 #include <string>
 #include <vector>
 
-/// A promise about speed, judged from two benchmarks of one run. Both are named in full, as
-/// Google Benchmark prints them, less a "/real_time" or "/manual_time" at the end.
+/// A limit for the ratio of two benchmarks of one run. Both have their full names, as Google
+/// Benchmark prints them, without "/real_time" or "/manual_time" at the end.
 struct Goal
 {
     enum Kind {
         timeAtMost, ///< time of `subject` / time of `baseline` is at most `limit`
         speedAtLeast, ///< speed of `subject` / speed of `baseline` is at least `limit`
-        counterAtMost, ///< the counter of `subject` that `baseline` names is at most `limit`
+        counterAtMost, ///< the counter named `baseline` of `subject` is at most `limit`
     };
 
     std::string name;
@@ -21,8 +21,8 @@ struct Goal
     double limit = 1.0;
 };
 
-/// Runs the registered benchmarks, each several times in random order, so that a slow moment of the
-/// machine hits subject and baseline alike, and prints a line for each goal whose two benchmarks
+/// Runs the registered benchmarks several times in random order, so that a slow moment of the
+/// machine affects subject and baseline. Then prints a line for each goal whose two benchmarks
 /// ran: "goal NAME measured R limit G held", or "short". R is the ratio of the medians, or the
 /// counter's median. For main().
 int runBenchmarks(int argc, char **argv, const std::vector<Goal> &goals);

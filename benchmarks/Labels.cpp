@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A panel of 300 labels whose texts wrap, of ours and of Qt's: to make it, to show it, to follow a
-// step of a window that is resized, to paint it, and to give each label another text.
+// Compares panels of 300 wrapping labels of the library and of Qt: construction, first show, one
+// step of resizing, painting, and another text for each label.
 #include "Goals.h"
 
 #include <pellarvine/Pellarvine/HeightForWidthTextField.h>
@@ -42,7 +42,7 @@ QLabel *makeLabel(const QString &text, Qt::TextFormat format)
     return label;
 }
 
-// The four kinds: how a label is made, and how it gets another text.
+// Each of the four kinds has functions to make a label and to change its text.
 
 struct Plain
 {
@@ -215,7 +215,7 @@ int main(int argc, char **argv)
     registerKind<PlainOfQt>("plain-qt");
     registerKind<Rich>("rich");
     registerKind<RichOfQt>("rich-qt");
-    // Most of what painting takes is the glyphs, which Qt's labels draw alike.
+    // Most of the painting time is for glyphs, which Qt's labels draw in the same way.
     const std::pair<std::string, double> limits[] = {
         { "plain-make", 0.8 },  { "plain-show", 0.6 },   { "plain-resize", 0.5 },
         { "plain-paint", 0.9 }, { "plain-change", 0.7 }, { "rich-make", 0.85 },

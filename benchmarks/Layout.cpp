@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The solver from 10 to 1000 views, whose cost per view should not grow with their number; a window
-// with 100 constrained widgets against the same arrangement in Qt's own nested grids; forms of 500
-// and 1000 rows against QFormLayout.
+// Checks that the solver's cost per view does not grow from 10 to 1000 views. Compares a window of
+// 100 widgets with constraints with Qt's nested grids, and forms of 500 and 1000 rows with
+// QFormLayout.
 #include "Goals.h"
 #include "Layout/Solver/ConstraintSolver.h"
 
@@ -36,8 +36,8 @@ struct Span
     Solver::Variable extent;
 };
 
-// Views one beside the other, each with a size of its own that it would like to keep, which fill a
-// container; or in a grid, where those of a column are as wide as its first one.
+// Views in a row that fill a container, each with its own preferred size, or views in a grid, where
+// all views of a column are as wide as the first one.
 class System
 {
 public:
@@ -167,7 +167,7 @@ void arrangeByConstraints(QWidget *panel, int rows)
     LayoutConstraint::activateConstraints(constraints);
 }
 
-// Every step of a window that is dragged larger and smaller, without painting.
+// One step of resizing a window, without painting.
 template <void (*arrange)(QWidget *, int)>
 void resizeWindow(benchmark::State &state)
 {
@@ -187,7 +187,7 @@ void resizeWindow(benchmark::State &state)
         state.SkipWithError("the cells do not fill the panel");
 }
 
-// A panel that is much smaller than its cells when they are first placed, or has room for them.
+// Shows a panel that is much smaller than its cells, or has room for them.
 template <bool isSmall>
 void showPanel(benchmark::State &state)
 {
@@ -202,8 +202,8 @@ void showPanel(benchmark::State &state)
     }
 }
 
-// A form of labels and fields, in the way of QFormLayout and by constraints: with labels that are
-// as wide as the first one, or each as wide as it likes.
+// A form of labels and fields, by QFormLayout or by constraints. With constraints, each label is as
+// wide as the first one (`tied`), or has its own width (`untied`).
 enum class FormKind {
     qt,
     untied,
@@ -347,7 +347,7 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    // Ten times the views; a cost that grew with the square would show as 100.
+    // Ten times the views. Quadratic growth would be a factor of 100.
     const auto growth = [](const std::string &work) {
         return Goal { .name = "layout/" + work + "-growth",
                       .subject = "layout/" + work + "/1000",

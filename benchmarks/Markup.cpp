@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Markup text of three grammars that says the same, and text made to take a parser long.
+// The same text in three markup grammars, and texts that are made to be slow to parse.
 #include "Goals.h"
 
 #include <pellarvine/Shared/MarkupParser.h>
@@ -21,7 +21,7 @@ namespace {
 constexpr qsizetype kib = 1024;
 constexpr qsizetype mib = 1024 * kib;
 
-// The nine constructs in our grammar, in Pango's, and as near as Markdown comes.
+// One of the nine constructs in our grammar, in Pango's, and as close as possible in Markdown.
 struct Construct
 {
     QString own, pango, markdown;
@@ -39,8 +39,8 @@ const Construct constructs[] = {
     { u"{font:Inter,12|%1}"_s, u"<span font=\"Inter 12\">%1</span>"_s, u"*%1*"_s },
 };
 
-// Prose with a construct every sixty characters of our grammar and a line break every three
-// hundred, until it has that many characters of our grammar.
+// Prose of `size` characters in our grammar, with a construct every 60 characters and a line break
+// every 300.
 QString ordinaryText(qsizetype size, QString Construct::*grammar = &Construct::own)
 {
     static const QString prose = u"and the quick brown fox jumps over the lazy dogs in the yard "_s;
@@ -69,7 +69,7 @@ void parse(benchmark::State &state, const QString &text)
     state.SetBytesProcessed(int64_t(state.iterations()) * text.size() * 2);
 }
 
-// Finding the matches and nothing more: no groups are read, no text is changed.
+// Only finds the matches. Reads no groups and changes no text.
 void matchWithIcu(benchmark::State &state, const QString &text)
 {
     const Pellarvine::MarkupParser parser;
@@ -156,7 +156,7 @@ int main(int argc, char **argv)
     add("parse/1MiB-in-one-line", parse, ordinaryText(mib).replace(u'\n', u' '));
     add("icu/1MiB", matchWithIcu, ordinaryText(mib));
     add("pango/1MiB", parseWithPango, ordinaryText(mib, &Construct::pango));
-    // No more of it: QTextDocument takes seconds for a megabyte.
+    // Only 10 KiB, because QTextDocument takes seconds for a megabyte.
     add("parse/10KiB", parse, ordinaryText(10 * kib));
     add("markdown/10KiB", parseMarkdown, ordinaryText(10 * kib, &Construct::markdown));
     QString fonts;

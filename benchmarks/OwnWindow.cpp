@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The same with a window of ours, for what the library itself adds to a program's start.
+// As EmptyWindow.cpp, with a window of the library, to measure what the library adds to the start.
 #include "../examples/gallery/ExitWhenShown.h"
 
 #include <pellarvine/Pellarvine/Window.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// From starting the gallery to its window's being on the screen, against a program with an empty
-// QMainWindow. Takes a display.
+// Compares the time from the start of the gallery until its window is painted with the time of a
+// program with an empty QMainWindow. Needs a display.
 #include "Goals.h"
 
 #include <QProcess>
@@ -36,14 +36,14 @@ void gallery(benchmark::State &state)
     start(state, QStringLiteral(PELLARVINE_GALLERY), { u"--exit-when-shown"_s });
 }
 
-// The window together with the page that it otherwise makes once it is on the screen.
+// The window together with its first page, which is usually made after the window is painted.
 void galleryWithPage(benchmark::State &state)
 {
     start(state, QStringLiteral(PELLARVINE_GALLERY),
           { u"--exit-when-shown"_s, u"--page"_s, u"container"_s });
 }
 
-// Single starts differ by a third: each repetition is the mean of a few.
+// Single starts differ by a third, so each repetition is the mean of several.
 constexpr int starts = 5;
 
 BENCHMARK(emptyWindow)

@@ -69,7 +69,7 @@ void drawFocus(QPainter *painter, const QStyleOption *option)
                        {});
 }
 
-// Whether the frame is one of those.
+// Draws a panel whose object name is "card", "well" or "highlightedWell". False for other frames.
 bool drawPanel(QPainter *painter, const QStyleOption *option, const QString &name)
 {
     const QPalette &palette = option->palette;
@@ -165,7 +165,7 @@ void FlatStyle::drawBox(QPainter *painter, const QRectF &rect, double corner, QP
     painter->setRenderHint(QPainter::Antialiasing);
     const QTransform toDevice = painter->deviceTransform();
     QRectF box = rect;
-    // A circle stays round.
+    // Does not align a circle to pixels, so that it stays round.
     if (2 * corner < std::min(rect.width(), rect.height())) {
         const QRectF pixels = toDevice.mapRect(rect);
         box = toDevice.inverted().mapRect(

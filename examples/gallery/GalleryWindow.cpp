@@ -285,7 +285,7 @@ int GalleryWindow::rowOf(const QString &name) const
 // The heading of a group is shown if one of its pages is.
 void GalleryWindow::filterPages(const QString &text)
 {
-    // Made when it is needed: loading its icon takes longer than making the list of pages.
+    // The clear button is made late: loading its icon takes longer than making the list of pages.
     setClearButton(m_search, !text.isEmpty());
     QListWidgetItem *heading = nullptr;
     bool hasAny = false;

@@ -24,7 +24,7 @@ QList<QDesignerCustomWidgetInterface *> plugins()
     return collection ? collection->customWidgets() : QList<QDesignerCustomWidgetInterface *>();
 }
 
-// "name" to "class" of all widgets in the file
+// The class of each widget in the file, by its name.
 QHash<QString, QString> widgetsOf(const QString &file)
 {
     QFile source(file);
@@ -61,7 +61,7 @@ TEST(DesignerPlugin, what_it_offers_of_a_class_is_true_of_that_class)
         blank.fill(Qt::transparent);
         EXPECT_NE(picture, blank);
 
-        // Every property that a new one is given is one that the class has.
+        // The class has each property that a new widget is given.
         QXmlStreamReader xml(plugin->domXml());
         while (!xml.atEnd()) {
             if (xml.readNext() != QXmlStreamReader::StartElement || xml.name() != u"property"_s)

@@ -47,7 +47,7 @@ const QString shortVersion = u"CFBundleShortVersionString"_s;
 const QString build = u"CFBundleVersion"_s;
 const QString identifier = u"CFBundleIdentifier"_s;
 
-// The user's folder for data, in a place of its own.
+// Replaces the user's data folder by a temporary one.
 class DataHome
 {
 public:

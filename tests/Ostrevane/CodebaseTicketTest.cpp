@@ -73,7 +73,7 @@ TEST(CodebaseTicket, texts_come_out_of_the_document_as_they_went_in)
         u"<b>&amp; \"quoted\" 'quoted' ]]> <![CDATA[ <!-- ?></summary>"_s,
         u"\tone\ntwo\r\nthree\rfour  \r"_s,
         u"\u00e9 e\u0301 \u0416 \u6f22 \u2028 \u0085 \ufeff"_s,
-        u"\U0001F41E \U0001FFFE \U0010FFFF"_s, // XML excludes none beyond the first plane
+        u"\U0001F41E \U0001FFFE \U0010FFFF"_s, // XML allows all characters beyond the first plane
         QString(1'000'000, u'<'),
     };
     for (const QString &text : texts) {

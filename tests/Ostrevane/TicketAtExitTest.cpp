@@ -28,7 +28,7 @@ TEST_P(TicketAtExit, each_callback_is_called_once_and_off_the_main_thread)
     EXPECT_EQ(program.errors.toStdString(), "");
 }
 
-// -999 is cancelled, -1004 is a refused connection.
+// -999 means cancelled, -1004 that the connection was refused.
 INSTANTIATE_TEST_SUITE_P(ways, TicketAtExit,
                          ::testing::Values(Ending { "return", "-999\n-999\n" },
                                            Ending { "quit", "-999\n" },

@@ -37,7 +37,7 @@ namespace {
 
 const NS::URLError refused { NS::URLError::cannotConnectToHost, u"Connection refused."_s };
 
-// Keeps what is sent. A test decides about the result.
+// Keeps the tickets that are sent. The test sets the result.
 struct Outbox
 {
     QStringList sent;
@@ -51,7 +51,7 @@ struct Outbox
             callback = std::move(whenDone);
         };
     }
-    // As the network does: from a thread of its own.
+    // Answers from another thread, as the network does.
     void answer(const std::optional<NS::URLError> &error = std::nullopt)
     {
         std::thread(std::exchange(callback, {}), error).join();
@@ -134,7 +134,7 @@ TEST_F(TicketDialogTest, a_report_that_was_not_sent_stays_and_is_sent_again)
     EXPECT_TRUE(dialog->isSending());
     EXPECT_TRUE(isShown(u"Sending…"_s));
     EXPECT_TRUE(named<QProgressBar>(u"Sending"_s));
-    // Nothing is sent twice or changed meanwhile.
+    // While it is sending, the dialog sends nothing else, and its fields cannot be changed.
     dialog->send();
     QTest::keyClicks(summary, u"?"_s);
     EXPECT_EQ(outbox.sent.size(), 1);
@@ -262,7 +262,7 @@ TEST(TicketDialog, is_a_scene_of_a_storyboard)
     EXPECT_EQ(dialog->windowTitle(), u"Report a Problem"_s);
     EXPECT_FALSE(dialog->includesFacts());
 
-    QSignalSpy failed(dialog, &TicketDialog::failed); // since there is no tracker
+    QSignalSpy failed(dialog, &TicketDialog::failed); // no tracker is set
     dialog->setSummary(u"It crashes"_s);
     dialog->send();
     ASSERT_TRUE(failed.wait(30000));
@@ -293,7 +293,7 @@ TEST(TicketDialog, a_ticket_goes_to_the_programs_tracker_and_stays_if_that_rejec
         configuration.setCaCertificates({ server.certificate() });
         QSslConfiguration::setDefaultConfiguration(configuration);
         const QString address = server.baseUrl();
-        CodebaseTicket::setTracker(address.chopped(1), project); // the slash is added
+        CodebaseTicket::setTracker(address.chopped(1), project); // without its slash
 
         TicketDialog dialog(nullptr);
         QSignalSpy ended(&dialog, &TicketDialog::sendingChanged);

@@ -64,7 +64,7 @@ QString addressThatRefuses()
     return addressOfPort(server.serverPort());
 }
 
-// Too long for a DNS message, so that no name server is asked.
+// The name is too long for DNS, so the lookup fails without a name server.
 QString addressWithoutHost()
 {
     const QString label(60, u'x');
@@ -78,7 +78,7 @@ class TicketTransfer : public ::testing::Test
 public:
     TicketTransfer()
     {
-        // A proxy of the machine would lead away from it.
+        // Ignores the proxy of the machine, which could not reach the test's server.
         QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
     }
     ~TicketTransfer() override
@@ -163,7 +163,7 @@ TEST_F(TicketTransfer, goes_to_the_tracker_that_the_program_has_set)
         EXPECT_TRUE(server.requests()[0].startsWith("POST /mail/tickets HTTP/1.1"));
     }
     CodebaseTicket::setTracker(u"https://api.tracker.example/"_s, u"mail"_s);
-    // The address must not be looked up: a proxy is told its name.
+    // The address must not be looked up: the proxy gets the host's name.
     QTcpServer proxy;
     ASSERT_TRUE(proxy.listen(QHostAddress::LocalHost));
     QNetworkProxy::setApplicationProxy(
@@ -187,7 +187,7 @@ TEST_F(TicketTransfer, a_complete_answer_is_no_error_whatever_it_says)
         { "200 OK", {} },
         { "201 Created", {} },
         { "304 Not Modified", {} },
-        { "302 Found", {} }, // without saying where
+        { "302 Found", {} }, // without a Location header
         { "400 Bad Request", {} },
         { "401 Unauthorized", {} },
         { "401 Unauthorized", "WWW-Authenticate: Basic realm=\"tracker\"\r\n" },
@@ -195,7 +195,7 @@ TEST_F(TicketTransfer, a_complete_answer_is_no_error_whatever_it_says)
         { "401 Unauthorized", "WWW-Authenticate: NTLM\r\nWWW-Authenticate: Basic realm=\"x\"\r\n" },
         { "401 Unauthorized", "WWW-Authenticate: Negotiate\r\nWWW-Authenticate: NTLM\r\n" },
         { "403 Forbidden", {} },
-        { "200 OK", "Content-Encoding: gzip\r\n" }, // which it is not
+        { "200 OK", "Content-Encoding: gzip\r\n" }, // the body is not compressed
         { "404 Not Found", {} },
         { "407 Proxy Authentication Required", {} },
         { "422 Unprocessable Entity", {} },
@@ -362,7 +362,7 @@ TEST_F(TicketTransfer, the_answer_is_not_kept)
 TEST_F(TicketTransfer, a_certificate_that_is_not_trusted_is_shown_no_key)
 {
     for (const QByteArray name : { "IP:127.0.0.1", "DNS:tracker.example" }) {
-        // The second as in a program that has switched verification off for its own servers.
+        // VerifyNone is the default of a program that has switched verification off.
         for (const auto mode : { QSslSocket::AutoVerifyPeer, QSslSocket::VerifyNone }) {
             const LoopbackServer server(LoopbackServer::answer("201 Created"), name);
             const bool isUnknown = name.startsWith("IP");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// ticket_program WAY: posts tickets that get no answer and ends in that way. Prints a line for each
-// call of a callback: the error's code, and the thread if it was the main one.
+// ticket_program WAY: posts tickets that get no answer, and ends as WAY says. Prints a line for
+// each call of a callback: the error's code, and the thread if it was the main one.
 #include "Ostrevane/TicketRequest.h"
 
 #include <QCoreApplication>
@@ -17,8 +17,8 @@
 using namespace Qt::StringLiterals;
 using Pellarvine::CodebaseTicket;
 
-// Qt waits for the work of its threads, but not for their end, when the TLS library frees memory.
-// The process may end first.
+// Qt waits until its threads have finished their work, but not until they have ended. When a thread
+// ends, the TLS library frees memory, and the process may end earlier.
 extern "C" __attribute__((visibility("default"))) const char *
 __lsan_default_suppressions() // NOLINT
 {
@@ -63,7 +63,7 @@ struct PostsWhenDestroyed
     ~PostsWhenDestroyed() { post(); }
 };
 
-// Long enough for the transfers to be under way.
+// Lets the transfers start.
 void waitABit()
 {
     std::this_thread::sleep_for(std::chrono::milliseconds(200));

@@ -113,7 +113,7 @@ TEST_F(About, a_row_is_shown_only_if_there_is_something_in_it)
         QByteArray metainfo;
         QString authors;
         QString links;
-        QString documents; // without the libraries, which there always are
+        QString documents; // without the list of libraries, which is always there
     } rows[] = {
         { "", {}, {}, {} },
         { "<developer><name>Ada &amp; Co.</name></developer>", u"By Ada & Co."_s, {}, {} },
@@ -270,7 +270,7 @@ TEST_F(About, its_window_moves_by_its_background_and_closes_by_escape)
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
 
-    // A window of another class gets nothing; and none is nothing to do.
+    // Neither a window of another class nor a missing window is changed.
     AboutWindowController other(new QWidget);
     other.windowDidLoad();
     EXPECT_FALSE(other.window()->property("movableByWindowBackground").isValid());
@@ -402,7 +402,7 @@ TEST_F(About, the_plain_application_shows_the_standard_panel)
 
 } // namespace Pellarvine
 
-// The application object is what is tested, and there is one in a process.
+// This test has its own main(): it tests the application object, and a process has only one.
 int main(int argc, char **argv)
 {
     ::testing::InitGoogleTest(&argc, argv);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// A subview that would like to have a certain size.
+// A subview with that size hint.
 class Sized : public QWidget
 {
 public:
@@ -22,7 +22,7 @@ private:
     QSize m_size;
 };
 
-// Answers the pinning calls itself.
+// Overrides the pinning functions by invokable methods.
 class Pinning : public QWidget
 {
     Q_OBJECT
@@ -104,7 +104,7 @@ TEST(AutoLayout, a_subview_constrained_to_the_bounds_stays_centred_within_the_bo
         { { 40, 30 }, 0, { 30, 10, 40, 30 } },
         { { 140, 30 }, 0, { 0, 10, 100, 30 } },
         { { 140, 130 }, 0, { 0, 0, 100, 50 } },
-        // Eight units wider than the parent on each side break nothing.
+        // A subview may be larger than its parent by 8 units on each side.
         { { 116, 66 }, 8, { -8, -8, 116, 66 } },
         { { 140, 130 }, 8, { -8, -8, 116, 66 } },
         { { 140, 130 }, -8, { 8, 8, 84, 34 } },
@@ -132,7 +132,7 @@ TEST(AutoLayout, pinning_twice_constrains_twice)
     NS::pinWidthAndHeight(&parent, subview, 8);
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
     EXPECT_EQ(parent.frameOf(subview), QRectF(8, 8, 84, 34));
-    // The first set is still there.
+    // The constraints of the first call are still active, and contradict other ones.
     ::testing::internal::CaptureStdout();
     NS::pinWidthAndHeight(&parent, subview, 12);
     EXPECT_THAT(::testing::internal::GetCapturedStdout(),

@@ -42,7 +42,7 @@ Q_SIGNALS:
     void changed();
 };
 
-// Counts what it observes.
+// Counts the changes that it observes.
 class Button : public ColorPickerButton
 {
 public:
@@ -89,10 +89,10 @@ public:
         return nullptr;
     }
     void press() { QTest::mouseClick(button, Qt::LeftButton); }
-    // A click on the window beside it, which a transient popover closes for.
+    // Clicks on the window beside the popover, which closes a transient popover.
     void clickElsewhere()
     {
-        QTest::qWait(10); // the popover lets the click pass that has opened it
+        QTest::qWait(10); // the popover ignores the click that has opened it
         QTest::mouseClick(&window, Qt::LeftButton, {}, { 590, 490 });
     }
     static void clickWheel(QPoint fromMiddle)
@@ -177,13 +177,13 @@ TEST_F(ColorPickerButtonTest, closing_ends_it_and_a_second_press_begins_anew)
 
     press();
     ASSERT_TRUE(popover());
-    EXPECT_EQ(panel()->color(), button->color()); // the button's, not what was chosen meanwhile
+    EXPECT_EQ(panel()->color(), button->color()); // not the colour that was chosen meanwhile
     button->observations = 0;
     clickWheel({ -500, 0 });
     EXPECT_EQ(button->color().name(), u"#00ffff"_s);
-    EXPECT_EQ(button->observations, 1); // each press registers once, each close takes one away
+    EXPECT_EQ(button->observations, 1); // a press registers the button once, and closing removes it
     QTest::qWait(0);
-    EXPECT_EQ(button->findChildren<NS::Popover *>().size(), 1); // the first is not kept
+    EXPECT_EQ(button->findChildren<NS::Popover *>().size(), 1); // the first popover was deleted
 }
 
 TEST_F(ColorPickerButtonTest, a_press_while_it_is_open_closes_it_and_leaves_nothing_behind)
@@ -222,7 +222,7 @@ TEST_F(ColorPickerButtonTest, the_floating_panel_gives_its_content_and_gets_it_b
     panel()->orderFront();
     EXPECT_EQ(panel()->contentView()->window(), panel());
     EXPECT_TRUE(wheel()->isVisible());
-    press(); // the view is loaded by now: the content leaves all the same
+    press(); // the popover takes the content, although its view is already loaded
     EXPECT_TRUE(popover());
     EXPECT_FALSE(panel()->isVisible());
 }
@@ -274,7 +274,7 @@ TEST_F(ColorPickerButtonTest, the_swatch_is_as_wide_as_it_should_be_at_either_sc
     EXPECT_EQ(plain.pixelColor(20, 18).alpha(), 0);
     EXPECT_LT(plain.pixelColor(3, 3).alpha(), 30); // round
 
-    // Half a unit of rim, a fifth darker, and nothing of it outside.
+    // The rim is half a unit wide, 20 % darker, and inside of the swatch.
     const QImage dense = drawnCell(*button, 2);
     EXPECT_EQ(dense.pixelColor(40, 20), QColor(200, 100, 50));
     EXPECT_EQ(dense.pixelColor(6, 20).alpha(), 0);
@@ -317,7 +317,7 @@ TEST_F(ColorPickerButtonTest, a_cell_in_another_button_draws_nothing_and_warns_e
     other.setCell(new NS::ButtonCell);
     EXPECT_EQ(other.grab().toImage(), withText);
     EXPECT_NE(without, withText);
-    QPushButton bare; // the bezel is the style's
+    QPushButton bare; // the style draws the bezel
     bare.resize(80, 32);
     EXPECT_EQ(without, bare.grab().toImage());
     bare.setText(u"Save"_s);
@@ -346,7 +346,7 @@ TEST_F(ColorPickerButtonTest, colours_are_copied_pasted_and_dropped)
 
 TEST_F(ColorPickerButtonTest, a_default_colour_can_be_gone_back_to)
 {
-    button->resetColor(); // there is none
+    button->resetColor(); // no default colour is set
     EXPECT_EQ(button->color(), QColor(Qt::green));
     button->setDefaultColor(Qt::blue);
     press();
@@ -354,7 +354,7 @@ TEST_F(ColorPickerButtonTest, a_default_colour_can_be_gone_back_to)
     QTest::mouseClick(named<QAbstractButton>(panel()->contentView(), u"Default"_s), Qt::LeftButton);
     EXPECT_EQ(button->color(), QColor(Qt::blue));
     clickElsewhere();
-    EXPECT_FALSE(panel()->defaultColor().isValid()); // which was that button's
+    EXPECT_FALSE(panel()->defaultColor().isValid()); // it belonged to the button
     button->setColor(Qt::red);
     button->resetColor();
     EXPECT_EQ(button->color(), QColor(Qt::blue));
@@ -377,7 +377,7 @@ TEST_F(ColorPickerButtonTest, a_press_without_a_click_closes_another_buttons_pop
     other->setGeometry(20, 300, 48, 32);
     other->setColor(Qt::blue);
     other->show();
-    button->click(); // as a screen reader does it: no click elsewhere has closed the popover
+    button->click(); // like a screen reader, without a click that closes the popover
     ASSERT_TRUE(popover());
     other->click();
     EXPECT_FALSE(popover());
@@ -386,7 +386,7 @@ TEST_F(ColorPickerButtonTest, a_press_without_a_click_closes_another_buttons_pop
     clickWheel({ 500, 0 });
     EXPECT_EQ(button->color(), QColor(Qt::green));
     EXPECT_EQ(other->color().name(), u"#ff0000"_s);
-    other->click(); // its own is opened anew
+    other->click(); // opens its own popover
     other->observations = 0;
     clickWheel({ -500, 0 });
     EXPECT_EQ(other->observations, 1);
@@ -404,7 +404,7 @@ TEST_F(ColorPickerButtonTest, escape_in_the_hex_field_keeps_the_colour)
     hex->selectAll();
     QTest::keyClicks(hex, u"ff0"_s);
     QTest::keyClick(hex, Qt::Key_Escape);
-    ASSERT_TRUE(popover()); // the first takes back the text
+    ASSERT_TRUE(popover()); // the first Esc only restores the text
     QTest::keyClicks(hex, u"ff"_s);
     popover()->close();
     EXPECT_EQ(button->color(), QColor(Qt::green));
@@ -439,7 +439,7 @@ TEST_F(ColorPickerButtonTest, screen_readers_and_tool_tips_tell_the_colour)
     button->setToolTip(u"Choose a colour"_s);
     button->setColor(QColor(1, 2, 3, 4));
     EXPECT_EQ(interface->text(QAccessible::Description), u"Of the shape, #01020304"_s);
-    EXPECT_EQ(toolTip(), u"Choose a colour"_s); // the program's own
+    EXPECT_EQ(toolTip(), u"Choose a colour"_s); // the program's tool tip is kept
     QToolTip::hideText();
 }
 

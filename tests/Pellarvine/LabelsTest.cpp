@@ -75,7 +75,7 @@ void settle()
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-// What those say.
+// The texts of these fields.
 QStringList shownTexts()
 {
     QStringList texts;
@@ -98,7 +98,7 @@ public:
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
-    // As the window system does it.
+    // Sends the click to the window, as the window system does.
     void click(QWidget *widget)
     {
         QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {},
@@ -192,7 +192,7 @@ TEST(MarkupLabel, styles_markup_by_its_own_font_alignment_and_colour)
     EXPECT_EQ(colorAt(label, 4), QColor(Qt::blue));
     EXPECT_EQ(alignmentOf(label), Qt::AlignHCenter);
 
-    // Changes take effect with the next markup.
+    // A change of colour, font or alignment applies to the next markup.
     const NS::AttributedString first = label.attributedStringValue();
     label.setTextColor(Qt::green);
     label.setFont(NS::systemFont(20));
@@ -217,7 +217,7 @@ TEST(MarkupLabel, markup_follows_the_format_of_the_label_and_keeps_what_it_names
         EXPECT_EQ(fontAt(label, 4), NS::fontWithName(u"Inter-SemiBold"_s, 30));
     };
     label.setMarkupStringValue(markup);
-    label.setMarkup(markup); // the same, which follows from now on
+    label.setMarkup(markup); // the same text, which now follows the font
     label.setParent(&window);
     checkFonts(20);
     label.setMarkup(u"%1"_s + markup.sliced(1), { u"a"_s });
@@ -279,7 +279,7 @@ TEST(MarkupLabel, keeps_its_markup_while_it_shows_it)
     palette.setColor(QPalette::WindowText, Qt::darkGreen);
     label.setPalette(palette);
     EXPECT_EQ(label.markup(), u"//Ho//"_s);
-    // Loaded from a file, it is styled by the font that the file gives.
+    // awakeFromNib() applies the font that an interface file has set.
     label.setFont(NS::systemFont(20));
     label.awakeFromNib();
     EXPECT_EQ(label.markup(), u"//Ho//"_s);
@@ -364,7 +364,7 @@ TEST(MarkupLabel, links_that_a_rule_makes_are_clicked_reached_by_tab_and_named)
         link->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         EXPECT_EQ(lastFollowed(), url);
     }
-    // From behind, the last link comes first, and before the first comes the field before.
+    // Backtab goes from the last link to the first, and then to the previous field.
     before.setFocus();
     QTest::keyClick(&before, Qt::Key_Backtab);
     EXPECT_TRUE(accessible->child(first + 1)->state().focused);
@@ -390,14 +390,14 @@ TEST(MarkupLabel, recolours_with_the_palette_only_what_has_its_colour_from_there
     EXPECT_EQ(colorAt(label, 13), light); // bold
     EXPECT_EQ(colorAt(label, 22), QColor(0xc0, 0x39, 0x2b));
 
-    // Text of the program's own.
+    // A text that the program sets does not follow the palette.
     const NS::AttributedString own(u"own"_s, { { NS::ForegroundColorAttributeName,
                                                  QVariant::fromValue(NS::Color(light)) } });
     label.setAttributedStringValue(own);
     label.setPalette(paletteOf(0xff000000));
     EXPECT_EQ(label.attributedStringValue(), own);
 
-    // The text colour counts for the next text, and the palette for none any more.
+    // The text colour applies to the next text. From then on the palette applies to none.
     label.setMarkupStringValue(u"Text"_s);
     EXPECT_EQ(colorAt(label, 0), QColor(Qt::black));
     label.setTextColor(Qt::red);
@@ -421,7 +421,7 @@ TEST(PopoverMessage, wraps_at_250_units_and_keeps_10_free_around)
         EXPECT_EQ(field->preferredMaxLayoutWidth(), 250);
         EXPECT_FALSE(field->isSelectable() || field->isEditable() || field->isBezeled()
                      || field->drawsBackground());
-        // Above the view, in its middle.
+        // The arrow points to the middle of the view's upper edge.
         const QPoint anchor = form.name.mapToGlobal(QPoint(100, 0));
         EXPECT_EQ(container->mapToGlobal(QPoint(135, container->height())), anchor - QPoint(0, 10));
         settle();
@@ -454,18 +454,18 @@ TEST(PopoverMessage, tells_why_a_binding_refuses_an_edit)
     NS::bind(&second, u"text"_s, &model, u"host"_s, options);
     form.name.setFocus();
     form.name.setText(u"many"_s);
-    for (int attempt = 0; attempt < 2; ++attempt) { // the second time, too
+    for (int attempt = 0; attempt < 2; ++attempt) { // also a second time
         QTest::keyClick(&form.name, Qt::Key_Return);
         settle();
         EXPECT_EQ(shownTexts(), QStringList { u"Digits only."_s });
-        form.window.activateWindow(); // which the bubble leaves active on a desktop
+        form.window.activateWindow(); // on a desktop, it stays active beside the bubble
         ASSERT_TRUE(QTest::qWaitFor([&form] { return form.name.hasFocus(); }));
     }
     QTest::keyClick(&form.name, Qt::Key_Backspace);
     settle();
     EXPECT_EQ(shownTexts(), QStringList());
 
-    // Each is marked, and the first has its message shown.
+    // Both fields are marked as invalid. The first one shows its message.
     second.clear();
     EXPECT_FALSE(NS::commitEditing(&form.window));
     EXPECT_EQ(shownTexts(), QStringList { u"Digits only."_s });
@@ -480,7 +480,7 @@ TEST(PopoverMessage, tells_why_a_binding_refuses_an_edit)
     form.click(&form.name);
     EXPECT_EQ(shownTexts(), QStringList());
 
-    // Nobody has asked for a bubble here.
+    // Without the option, no bubble is shown.
     options.popover = false;
     options.onInvalid = [](const QString &) {
     };
@@ -497,7 +497,7 @@ TEST(PopoverMessage, shows_markup_in_the_default_fonts_and_attributed_text_as_it
     ASSERT_EQ(messages().size(), 1);
     EXPECT_EQ(messages().constFirst()->attributedStringValue(),
               Pellarvine::MarkupParser().parse(u"**Saved** to disk"_s));
-    // A second one comes up beside it; both go with the next click.
+    // A second message is shown beside the first. The next click closes both.
     const NS::AttributedString text(u"Plain"_s, { { NS::KernAttributeName, 2.0 } });
     PopoverMessage::showAttributedMessage(text, &form.name);
     settle();
@@ -540,7 +540,7 @@ TEST(PopoverMessage, one_that_is_taller_than_the_screen_scrolls)
     EXPECT_EQ(NS::frame(field), QRectF(10, 10, 250, field->heightForWidth(250)));
     EXPECT_GT(field->height(), screen.height());
     EXPECT_FALSE(field->visibleRegion().contains(field->rect().bottomLeft()));
-    // By keys, which are not keys elsewhere.
+    // Keys scroll the message, and do not close it.
     ASSERT_TRUE(bubble->focusWidget());
     for (int i = 0; i < 50; ++i)
         QTest::keyClick(bubble->focusWidget(), Qt::Key_PageDown);
@@ -586,7 +586,7 @@ TEST(PopoverMessage, markup_has_the_ink_of_the_bubble_and_not_of_the_view)
     form.window.setPalette(QPalette());
     EXPECT_EQ(colorAt(0), QColor(Qt::black));
 
-    // Style sheets keep palettes from reaching the text.
+    // With a style sheet, changes of the palette do not reach the text.
     const QString sheet = u"QWidget { color: white } #dark { background: navy }"_s;
     form.window.setObjectName(u"dark"_s);
     qApp->setStyleSheet(sheet);
@@ -646,7 +646,7 @@ TEST(PopoverMessage, takes_the_place_of_the_one_at_the_same_view_once_it_is_pain
     const QPointer<NS::TextField> first = messages().constFirst();
     const QPoint place = first->mapToGlobal(QPoint());
     PopoverMessage::showMessage(u"Found"_s, &form.name);
-    EXPECT_EQ(messages().size(), 2); // there is no moment without one
+    EXPECT_EQ(messages().size(), 2); // the new message is shown before the old one closes
     settle();
     EXPECT_FALSE(first);
     ASSERT_EQ(shownTexts(), QStringList { u"Found"_s });
@@ -667,7 +667,7 @@ TEST(PopoverMessage, is_read_out_and_leaves_nothing_behind)
     settle();
     EXPECT_FALSE(field || kept);
     const qsizetype before = QApplication::allWidgets().size();
-    PopoverMessage::showMessage(sentence, &form.name); // not visible any more
+    PopoverMessage::showMessage(sentence, &form.name); // the field is hidden now
     settle();
     EXPECT_EQ(QApplication::allWidgets().size(), before);
 }

@@ -37,7 +37,7 @@ enum Callback {
     callbackCount,
 };
 
-// Does something in one of its callbacks, the first time.
+// Performs an action in one of its callbacks, the first time that it is called.
 class Screen : public ViewController
 {
     Q_OBJECT
@@ -54,7 +54,7 @@ public:
     std::function<void(Screen *)> actions[callbackCount];
     bool mayLeave = true;
 
-    static inline std::function<void(Screen *)> loaded; // for the next of all
+    static inline std::function<void(Screen *)> loaded; // called by the next screen
 
 private:
     void run(Callback callback)
@@ -78,7 +78,7 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    // What a user sees, the stack, and the ways on and back.
+    // Checks that the visible view matches the stack, and that push and back still work.
     void expectAgreement()
     {
         QCoreApplication::processEvents();
@@ -90,7 +90,7 @@ protected:
             if (auto *const view = qobject_cast<QWidget *>(child))
                 shown.append(NS::viewController(view));
         }
-        // What was pushed twice is in the stack twice.
+        // A controller that was pushed twice is in the stack twice.
         QList<ViewController *> screens;
         for (ViewController *const controller : stack) {
             screens.removeOne(controller);
@@ -119,7 +119,7 @@ protected:
 
 TEST_F(NavigationCallback, the_stack_and_the_screen_agree_whatever_a_callback_does)
 {
-    // What a controller that is leaving would have shown has no owner.
+    // A controller that a leaving controller would have pushed has no owner. The test deletes it.
     std::vector<QPointer<Screen>> screens;
     const auto deleteOrphans = qScopeGuard([&] {
         for (const QPointer<Screen> &screen : screens) {
@@ -272,7 +272,7 @@ TEST_F(NavigationCallback, going_back_says_whether_it_did_and_takes_the_key_that
     unsaved->mayLeave = false;
     EXPECT_FALSE(navigation.goBack());
     EXPECT_THAT(navigation.navigationStack(), ElementsAre(root, unsaved));
-    // Else it would close a dialog around it.
+    // Esc must be accepted, or it would close a dialog around the controller.
     navigation.setBackInputEnabled(true);
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     escape.ignore();

@@ -49,7 +49,7 @@ public:
     }
 };
 
-// What the storyboard names.
+// The classes that the storyboard names.
 
 int liveControllers = 0;
 
@@ -114,7 +114,7 @@ Q_SIGNALS:
     void finished();
 };
 
-// A controller of another kind.
+// A controller that is no view controller.
 class Counter : public QObject
 {
     Q_OBJECT
@@ -195,12 +195,12 @@ TEST(Navigation, an_appearance_that_finds_no_controller_leaves_the_stack)
     navigation.setContentView(new QWidget(&elsewhere));
     ViewController kept;
     navigation.setNavigationStack({ &kept });
-    navigation.viewWillAppear(); // no subview
+    navigation.viewWillAppear(); // the content view has no subview
     EXPECT_THAT(navigation.navigationStack(), ElementsAre(&kept));
     new QWidget(navigation.contentView());
-    navigation.viewWillAppear(); // nobody's subview
+    navigation.viewWillAppear(); // the subview has no view controller
     EXPECT_THAT(navigation.navigationStack(), ElementsAre(&kept));
-    // The subview itself is not tested, the chain behind it is.
+    // The controller is looked up from the subview's parents on, not from the subview itself.
     ViewController owner;
     elsewhere.setParent(owner.view());
     navigation.viewWillAppear();
@@ -216,14 +216,14 @@ TEST(Navigation, a_push_pins_the_view_on_top_and_appends_the_controller)
     auto *const second = new ViewController;
     auto *const nested = new ViewController;
     first->addChildViewController(nested);
-    PushSegue({}, nested, second).perform(); // two levels below
+    PushSegue({}, nested, second).perform(); // the source is two levels below
     EXPECT_THAT(navigation.navigationStack(), ElementsAre(first, second));
     EXPECT_THAT(navigation.childViewControllers(), ElementsAre(first, second));
     EXPECT_THAT(subviews(navigation.contentView()), ElementsAre(first->view(), second->view()));
     NS::layoutSubtreeIfNeeded(navigation.contentView());
     EXPECT_EQ(second->view()->geometry(), QRect(0, 0, 300, 200));
     EXPECT_FALSE(first->view()->isHidden());
-    // Nobody minds one that is there already.
+    // A controller can be pushed again.
     PushSegue({}, first, second).perform();
     EXPECT_THAT(navigation.navigationStack(), ElementsAre(first, second, second));
 }
@@ -245,14 +245,14 @@ TEST(Navigation, a_replace_leaves_the_destination_alone)
     EXPECT_THAT(navigation.childViewControllers(), ElementsAre(third));
     EXPECT_THAT(subviews(navigation.contentView()), ElementsAre(third->view()));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_FALSE(first); // nobody has taken it
+    EXPECT_FALSE(first); // it had no other owner, and was deleted
     ASSERT_TRUE(second);
     EXPECT_EQ(second->view()->parentWidget(), nullptr);
-    // It comes back from where it was kept.
+    // The caller has kept the second controller, and it can be shown again.
     ReplaceSegue({}, third, second).perform();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_THAT(navigation.navigationStack(), ElementsAre(second.data()));
-    // The one that stays is no victim of its own replacement.
+    // A controller that replaces itself is not deleted.
     ReplaceSegue({}, second, second).perform();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ASSERT_TRUE(second);
@@ -287,7 +287,7 @@ TEST(Navigation, what_has_to_be_there_and_is_not_stops_the_process)
                  "Could not find navigation controller");
     EXPECT_DEATH(ReplaceSegue({}, &object, &destination).perform(),
                  "Could not find navigation controller");
-    // Before the destination is looked at.
+    // This is checked before the destination.
     EXPECT_DEATH(PushSegue({}, &lonely, &object).perform(), "Could not find navigation controller");
     NavigationController bare;
     EXPECT_DEATH(PushSegue({}, &bare, &destination).perform(), "has no content view");
@@ -348,7 +348,7 @@ TEST_F(MailStoryboard, clicks_walk_from_scene_to_scene)
     EXPECT_FALSE(list);
     EXPECT_EQ(top()->title(), u"Letters"_s);
     EXPECT_EQ(liveControllers, 1);
-    // At a signal of the controller's own.
+    // A signal of the controller itself triggers a segue.
     click(u"openButton"_s);
     Q_EMIT qobject_cast<LetterController *>(top())->finished();
     EXPECT_EQ(top()->title(), u"Settings"_s);
@@ -363,7 +363,7 @@ TEST_F(MailStoryboard, the_source_is_asked_and_prepares_what_a_click_leads_to)
     EXPECT_EQ(list->asked, open);
     EXPECT_EQ(mail->navigationStack().size(), 1);
     EXPECT_EQ(liveControllers, 1);
-    list->performSegue(u"open"_s, list); // a program knows what it asks for
+    list->performSegue(u"open"_s, list); // shouldPerformSegue() is not asked
     EXPECT_EQ(list->prepared, top());
     EXPECT_EQ(list->preparedBy, list);
     EXPECT_EQ(mail->navigationStack().size(), 2);
@@ -374,7 +374,7 @@ TEST_F(MailStoryboard, a_destination_that_nobody_takes_is_deleted)
     auto *const list = qobject_cast<ListController *>(top());
     click(u"settingsButton"_s);
     EXPECT_FALSE(list->prepared);
-    click(u"counterButton"_s); // a push of what is no view controller
+    click(u"counterButton"_s); // pushes an object that is no view controller
     EXPECT_FALSE(list->prepared);
     list->keeps = true;
     click(u"settingsButton"_s);
@@ -478,7 +478,7 @@ TEST_F(MailStoryboard, the_keyboard_does_not_reach_what_is_covered)
     EXPECT_EQ(mail->navigationStack().size(), 3);
     click(u"doneButton"_s);
     EXPECT_TRUE(list->view()->isEnabled());
-    EXPECT_FALSE(disabled->view()->isEnabled()); // as it was
+    EXPECT_FALSE(disabled->view()->isEnabled()); // still disabled, as before
 }
 
 TEST_F(MailStoryboard, a_replace_from_outside_leaves_the_focus_there)
@@ -546,7 +546,7 @@ TEST_F(MailStoryboard, what_is_pushed_has_its_title_as_its_name_for_screen_reade
 
 namespace {
 
-// Pushes when it first appears, as a list does that needs a login first.
+// Pushes a login screen when it first appears.
 class Pushing : public ViewController
 {
 public:
@@ -563,7 +563,7 @@ private:
     ViewController *m_pushed;
 };
 
-// A field in a view, to have the focus.
+// A screen with a field that takes the focus.
 ViewController *screenWithField()
 {
     auto *const screen = new ViewController;
@@ -590,7 +590,7 @@ TEST_F(MailStoryboard, the_uppermost_view_is_enabled_and_all_below_it_are_covere
     EXPECT_FALSE(list->view()->isEnabled());
     EXPECT_EQ(QApplication::focusWidget(), field(login));
 
-    // One that is there already is raised.
+    // Pushing a controller that is in the stack raises its view.
     PushSegue({}, login, list).perform();
     EXPECT_EQ(subviews(mail->contentView()).constLast(), list->view());
     EXPECT_TRUE(list->view()->isEnabled());
@@ -662,7 +662,7 @@ TEST_F(MailStoryboard, the_focus_follows_the_uppermost_view_however_it_became_th
 TEST(Navigation, segues_survive_whatever_the_program_deletes_meanwhile)
 {
     for (const bool isReplace : { false, true }) {
-        // Each is deleted as soon as the children change.
+        // Deletes one of the four objects as soon as the child controllers change.
         for (int victim = 0; victim < 4; ++victim) {
             auto *const navigation = new Navigation;
             const QPointer<ViewController> first = new ViewController;
@@ -735,9 +735,9 @@ TEST_F(MailStoryboard, an_unwind_returns_to_the_screen_that_is_there_unless_one_
     EXPECT_EQ(QApplication::focusWidget(), open);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(liveControllers, 1);
-    UnwindSegue({}, list, list).perform(); // there already
+    UnwindSegue({}, list, list).perform(); // already on top
     ViewController other;
-    UnwindSegue({}, list, &other).perform(); // not there
+    UnwindSegue({}, list, &other).perform(); // not in the stack
     EXPECT_THAT(mail->navigationStack(), ElementsAre(list));
 }
 
@@ -773,7 +773,7 @@ TEST_F(MailStoryboard, top_depth_and_the_way_back_can_be_observed)
     EXPECT_THAT(uncovered, ElementsAre(list));
     EXPECT_EQ(NavigationController().topViewController(), nullptr);
 
-    // What was pushed before the stack was reset still lies there, and so does the way back.
+    // A controller that was pushed before the stack was reset is still on top, and can go back.
     click(u"openButton"_s);
     mail->view()->hide();
     mail->view()->show();
@@ -789,7 +789,7 @@ TEST_F(MailStoryboard, keyboard_and_mouse_go_back_where_that_is_switched_on)
         auto *const items = top()->view()->findChild<QListWidget *>();
         items->setFocus();
         if (way == 0)
-            QTest::keyClick(items, Qt::Key_Left, Qt::AltModifier); // which a list takes for itself
+            QTest::keyClick(items, Qt::Key_Left, Qt::AltModifier); // a list usually takes this key
         else if (way == 1)
             QTest::keyClick(items, Qt::Key_Escape);
         else
@@ -812,7 +812,7 @@ TEST_F(MailStoryboard, keyboard_and_mouse_go_back_where_that_is_switched_on)
         EXPECT_EQ(press(way), 1) << way;
         push();
     }
-    // What is being edited has Esc first.
+    // Esc first ends editing in the list.
     auto *const items = top()->view()->findChild<QListWidget *>();
     items->setFocus();
     items->editItem(items->item(0));
@@ -821,7 +821,7 @@ TEST_F(MailStoryboard, keyboard_and_mouse_go_back_where_that_is_switched_on)
     QTest::keyClick(items, Qt::Key_Escape);
     EXPECT_EQ(mail->depth(), 1);
 
-    // A shortcut of the window around it comes after it.
+    // The navigation controller takes the key before a shortcut of its window.
     QAction outer;
     outer.setShortcut(QKeySequence::Back);
     mail->view()->addAction(&outer);
@@ -832,7 +832,7 @@ TEST_F(MailStoryboard, keyboard_and_mouse_go_back_where_that_is_switched_on)
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left, Qt::AltModifier);
     EXPECT_EQ(outerBacks.size(), 1);
 
-    // Of two that lie in each other the inner one goes back, for as long as it can.
+    // Of two nested navigation controllers, the inner one goes back as long as it can.
     auto *const inner = new NavigationController;
     inner->setBackInputEnabled(true);
     PushSegue({}, mail.get(), inner).perform();

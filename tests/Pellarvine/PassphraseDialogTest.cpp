@@ -18,7 +18,7 @@
 
 using namespace Qt::StringLiterals;
 
-#if !defined(PELLARVINE_SANITIZED) // which replaces free() itself
+#if !defined(PELLARVINE_SANITIZED) // the sanitizers replace free()
 
 namespace {
 
@@ -31,7 +31,7 @@ char16_t freedText[8];
 // NOLINTNEXTLINE(bugprone-reserved-identifier): glibc's name
 extern "C" void __libc_free(void *block);
 
-// Called instead of the C library's by everything in this program.
+// Replaces the C library's function in the whole process.
 extern "C" Q_DECL_EXPORT void free(void *block) noexcept
 {
     const auto *const text = reinterpret_cast<const char *>(watchedText);
@@ -87,7 +87,7 @@ TEST_F(PassphraseDialogTest, a_new_passphrase_is_typed_twice_alike)
     EXPECT_FALSE(accept->isEnabled());
     QTest::keyClick(fields[0], Qt::Key_Return);
     EXPECT_TRUE(dialog->isVisible());
-    QTest::keyClicks(fields[1], u"kitchen"_s); // not wrong so far
+    QTest::keyClicks(fields[1], u"kitchen"_s); // the beginning of the right text
     EXPECT_THAT(shownTexts(), testing::Not(testing::Contains(u"The two passphrases differ."_s)));
     QTest::keyClicks(fields[1], u"s"_s);
     EXPECT_THAT(shownTexts(), testing::Contains(u"The two passphrases differ."_s));
@@ -127,7 +127,7 @@ TEST_F(PassphraseDialogTest, a_typed_passphrase_is_overwritten_before_its_memory
     open(PassphraseDialog::Purpose::unlock);
     const std::function<void()> ways[] = {
         [this] { dialog->reject(); },
-        [this] { // the accepted text, which nobody takes
+        [this] { // an accepted text that the program does not take
             dialog->accept();
             dialog.reset();
         },

@@ -30,7 +30,7 @@ using Pellarvine::ReplaceableImageView;
 
 namespace {
 
-// A delegate by the name of its operation alone.
+// A delegate without the interface: it only has a method of that name.
 class Record : public QObject
 {
     Q_OBJECT
@@ -54,7 +54,7 @@ Q_SIGNALS:
     void changed();
 };
 
-// One that the compiler has checked.
+// A delegate that implements the interface.
 class Archive : public Pellarvine::ReplaceableImageViewDelegate
 {
     Q_OBJECT
@@ -68,7 +68,7 @@ public:
     QList<Data> received;
 };
 
-// Has the name, but takes something else.
+// Has a method of that name with other parameters.
 class Stranger : public QObject
 {
     Q_OBJECT
@@ -77,7 +77,7 @@ public:
     Q_INVOKABLE void replaceableImageView(QObject *, const QString &) { FAIL(); }
 };
 
-// Tells which clicks the base class gets to see.
+// Counts the clicks that reach the base class.
 class ClickCounter : public ReplaceableImageView
 {
 public:
@@ -103,7 +103,7 @@ protected:
         window.show();
     }
 
-    // A picture with `length` bytes of file: what follows its end is no concern of a decoder's.
+    // A picture file of `length` bytes. A decoder ignores the bytes after the end of the picture.
     static QByteArray picture(Qt::GlobalColor color, qsizetype length)
     {
         QImage image(4, 4, QImage::Format_RGB32);
@@ -159,12 +159,12 @@ TEST_F(ReplaceableImageViewTest, a_double_click_opens_a_sheet_and_a_single_one_d
     EXPECT_EQ(panel()->windowModality(), Qt::WindowModal);
     EXPECT_EQ(panel()->labelText(QFileDialog::Accept), u"Choose"_s);
     EXPECT_EQ(panel()->fileMode(), QFileDialog::ExistingFile);
-    EXPECT_TRUE(panel()->testOption(QFileDialog::ReadOnly)); // creates no folders
+    EXPECT_TRUE(panel()->testOption(QFileDialog::ReadOnly)); // the user cannot create folders
     ASSERT_EQ(panel()->nameFilters().size(), 1);
     const QString filter = panel()->nameFilters().constFirst();
     for (const QByteArray &format : QImageReader::supportedImageFormats())
         EXPECT_TRUE(filter.contains(u"*."_s + QString::fromLatin1(format))) << format.constData();
-    EXPECT_TRUE(filter.contains(u"*.jpe ")); // a format's other names
+    EXPECT_TRUE(filter.contains(u"*.jpe ")); // another suffix of a supported format
     view.selectImage();
     EXPECT_EQ(view.findChildren<QFileDialog *>().size(), 1);
 }
@@ -204,7 +204,7 @@ TEST_F(ReplaceableImageViewTest, the_delegate_gets_a_chosen_file_byte_for_byte)
     EXPECT_EQ(shown(), QColor(Qt::red));
     ASSERT_EQ(record.received, QList<Data> { bytes });
     EXPECT_EQ(record.teller, &view);
-    EXPECT_EQ(record.shownThen, view.image()); // shown first, told then
+    EXPECT_EQ(record.shownThen, view.image()); // shown before the call
     EXPECT_EQ(view.imageData(), bytes);
     const QByteArray large = picture(Qt::blue, 20'000'000);
     choose(folder.file(u"blue.png"_s, large));
@@ -244,7 +244,7 @@ TEST_F(ReplaceableImageViewTest, a_chosen_picture_that_is_too_large_is_explained
     EXPECT_EQ(refusals.count(), 1);
     EXPECT_TRUE(view.image().isEmpty());
     EXPECT_TRUE(record.received.isEmpty());
-    choose(folder.file(u"text.png"_s, "not a picture")); // which is none to explain
+    choose(folder.file(u"text.png"_s, "not a picture")); // only a damaged picture is explained
     EXPECT_EQ(refusals.count(), 1);
 }
 
@@ -292,7 +292,7 @@ TEST_F(ReplaceableImageViewTest, a_pasted_file_reaches_the_delegate_as_a_dropped
     EXPECT_EQ(record.shownThen, view.image());
     QImage image(4, 4, QImage::Format_RGB32);
     image.fill(Qt::blue);
-    QApplication::clipboard()->setImage(image); // which is no file
+    QApplication::clipboard()->setImage(image); // an image without a file
     testing::internal::CaptureStdout();
     QTest::keySequence(&view, QKeySequence::Paste);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
@@ -318,7 +318,7 @@ TEST_F(ReplaceableImageViewTest, a_host_that_stores_what_edits_carry_loses_nothi
     view.cut();
     EXPECT_EQ(stored(), QByteArray());
     QFile::remove(path);
-    view.paste(); // the very file that was cut
+    view.paste(); // pastes the bytes of the file that was cut
     EXPECT_EQ(stored(), red);
     QApplication::clipboard()->setImage(QImage::fromData(red));
     view.paste();
@@ -330,11 +330,11 @@ TEST_F(ReplaceableImageViewTest, a_host_that_stores_what_edits_carry_loses_nothi
 TEST_F(ReplaceableImageViewTest, a_drop_without_a_readable_file_is_shown_and_warned_of)
 {
     const std::pair<QList<QUrl>, bool> rows[] = {
-        { {}, true }, // image data from a browser, say
+        { {}, true }, // image data only, for example from a browser
         { { QUrl(u"https://example.org/a.png"_s) }, true },
         { { QUrl::fromLocalFile(folder.filePath(u"gone.png"_s)) }, true },
         { { QUrl::fromLocalFile(folder.path()) }, true },
-        // Its bytes are what was dropped, picture or not.
+        // The delegate gets the bytes of any file.
         { { QUrl::fromLocalFile(folder.file(u"note.txt"_s, "note")) }, false },
     };
     QImage image(4, 4, QImage::Format_RGB32);
@@ -377,7 +377,7 @@ TEST_F(ReplaceableImageViewTest, a_delegate_without_the_operation_is_not_told)
         EXPECT_EQ(shown(), QColor(Qt::red));
         view.clear();
         testing::internal::CaptureStdout();
-        EXPECT_TRUE(drop(view, data)); // no file is looked for
+        EXPECT_TRUE(drop(view, data)); // without a warning about a missing file
         EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
         EXPECT_EQ(shown(), QColor(Qt::red));
     }

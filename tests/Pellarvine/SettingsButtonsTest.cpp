@@ -54,7 +54,7 @@ TEST(SettingsButtons, give_the_standard_buttons_of_a_dialog_their_meaning)
     EXPECT_EQ(field.text(), u"80"_s);
     EXPECT_EQ(enabled(), std::tuple(true, true, false));
 
-    // OK stores what is in the field, unless it does not fit.
+    // OK stores the field's value unless it is refused.
     field.setText(u"none"_s);
     box.button(QDialogButtonBox::Ok)->click();
     EXPECT_TRUE(dialog.isVisible());
@@ -72,7 +72,7 @@ TEST(SettingsButtons, give_the_standard_buttons_of_a_dialog_their_meaning)
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(settings.property("port"), 8080);
 
-    // What is typed, fits or not, can be applied and discarded; Esc and closing do so too.
+    // A typed value, valid or not, enables Apply, and each of these discards it.
     const std::function<void()> discards[] = {
         [&] { box.button(QDialogButtonBox::Reset)->click(); },
         [&] { box.button(QDialogButtonBox::Cancel)->click(); },

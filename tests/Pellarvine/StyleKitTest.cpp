@@ -27,7 +27,7 @@ QPalette night()
     return palette;
 }
 
-// What `draw` draws where y grows upwards in a space of that size.
+// The image of that size that `draw` draws, with y upwards.
 QImage drawing(const QSize &size, const std::function<void()> &draw)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);

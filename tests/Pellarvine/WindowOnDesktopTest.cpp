@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int longestWait = 30'000; // milliseconds; nothing takes it unless it fails
+constexpr int longestWait = 30'000; // milliseconds, until the test fails
 
 bool waitFor(const std::function<bool()> &condition)
 {
@@ -47,8 +47,8 @@ protected:
             if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty())
                 GTEST_SKIP() << program << " is not installed";
         }
-        // It takes a free display and says which. Without -noreset the server starts afresh, and
-        // drops whoever is just connecting, each time its last client leaves.
+        // With -displayfd, the server writes the number of a free display. Without -noreset, it
+        // restarts when its last client leaves, and drops a client that is connecting.
         m_server.start(u"Xvfb"_s, { u"-displayfd"_s, u"1"_s, u"-noreset"_s, u"-screen"_s, u"0"_s,
                                     u"1280x800x24"_s, u"-nolisten"_s, u"tcp"_s });
         QByteArray display;
@@ -71,9 +71,9 @@ protected:
         })) << "the window manager does not start: "
             << m_windowManager.readAllStandardError().toStdString();
 
-        point(10, 700); // away from where the window will be
-        // The address sanitizer is right that libxkbcommon hands strndup texts without an end,
-        // which strndup allows. The X libraries' leaks are not ours either.
+        point(10, 700); // outside of the window, which opens later
+        // libxkbcommon passes texts without a terminating zero to strndup. That is allowed, but
+        // the address sanitizer reports it. It also reports leaks of the X libraries.
         QProcessEnvironment environment = m_environment;
         environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0:strict_string_checks=0"_s);
         m_subject.setProcessEnvironment(environment);
@@ -98,7 +98,7 @@ protected:
     void point(int x, int y) { input({ u"mousemove"_s, QString::number(x), QString::number(y) }); }
     void input(const QStringList &arguments) { run(u"xdotool"_s, arguments); }
 
-    // What the window has told up to now.
+    // The lines that the program has printed.
     const QList<QByteArray> &told()
     {
         m_output += m_subject.readAllStandardOutput();
@@ -131,10 +131,10 @@ protected:
         return parts.isEmpty() ? QByteArray() : parts[5];
     }
 
-    // The desktop takes the pointer over after the first motion: the rest goes on once it has.
+    // The window manager grabs the pointer after the first motion. Waits for that before the rest.
     void drag(QPoint from, QPoint by)
     {
-        // As the server has it: the window hears of a move only when that ends.
+        // The X server's geometry: the window gets its new position only after the move.
         const QStringList askForGeometry { u"search"_s, u"--name"_s, u"^Subject$"_s,
                                            u"getwindowgeometry"_s };
         const QByteArray before = run(u"xdotool"_s, askForGeometry);
@@ -150,7 +150,7 @@ protected:
         input({ u"mouseup"_s, u"1"_s });
     }
 
-    // A motion may end within the drag distance of where it should.
+    // A motion may be shorter than the pointer's way by the drag distance.
     static bool isNear(QRect one, QRect other)
     {
         constexpr int distance = 12;
@@ -217,7 +217,7 @@ TEST_F(WindowOnDesktop, is_closed_by_a_press_of_its_button_that_ends_inside)
     input({ u"mousedown"_s, u"1"_s });
     point(button.x() + 200, button.y() + 100);
     input({ u"mouseup"_s, u"1"_s });
-    // The answer to this comes after anything that the release did.
+    // The window prints this click after the effects of the release.
     const QPoint seal = frame().topLeft() + QPoint(150, 20);
     point(seal.x(), seal.y());
     input({ u"click"_s, u"1"_s });
@@ -239,8 +239,8 @@ TEST_F(WindowOnDesktop, is_closed_and_miniaturised_by_the_desktop_too)
     EXPECT_TRUE(waitFor([&] { return state() == "miniaturized"; }));
     input({ u"search"_s, u"--name"_s, u"^Subject$"_s, u"windowactivate"_s });
     EXPECT_TRUE(waitFor([&] { return state() == "normal"; }));
-    // The first key of all changes the server's keyboard. The window manager then grabs its keys
-    // anew, and may miss that one.
+    // The first key changes the server's keyboard. The window manager then grabs its keys again,
+    // and may miss that first key.
     EXPECT_TRUE(waitFor([&] {
         input({ u"key"_s, u"alt+F4"_s });
         return told().contains("closed");

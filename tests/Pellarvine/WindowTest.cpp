@@ -52,7 +52,8 @@ QRectF inTitleBar(const Window &window, const QWidget *view)
 
 // The height
 
-// The accessory makes the window higher by h - 22, the compensation lower by h and up by h.
+// The accessory makes the window higher by h - 22. The compensation makes it lower by h and
+// moves it up by h.
 TEST(Window, the_first_height_moves_the_lower_edge_by_the_whole_height)
 {
     for (const double height : { 0.0, -5.0, 22.0, 52.0 }) {
@@ -139,7 +140,7 @@ TEST(Window, a_shown_window_keeps_its_frame_at_every_height)
     }
     window.setMaximumHeight(QWIDGETSIZE_MAX);
 
-    // It grows while there is no room for the content, and not beyond what a screen can show.
+    // The window grows if the content has no room, and becomes no larger than the screen.
     const double top = frame.y() + frame.height();
     for (const double height : { frame.height(), 5000.0, 1e300 }) {
         const double high = std::min(height, highest);
@@ -262,7 +263,7 @@ TEST(Window, margins_of_0_are_measured_once_and_others_kept)
 TEST(Window, shown_without_waking_it_has_its_buttons_at_their_standard_places)
 {
     Opened opened(52);
-    opened.window.layoutIfNeeded(); // before anything is known of the places
+    opened.window.layoutIfNeeded(); // before the places of the buttons are known
     opened.window.show();
     opened.window.grab();
     EXPECT_THAT(opened.buttonLefts(), testing::ElementsAre(7, 27, 47));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A QMainWindow with our title bar, for others to operate.
+// A QMainWindow with our title bar, for tests/desktops.
 #include <pellarvine/Platform/NSTitleBar.h>
 
 #include <QAction>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A window that is as dark as the desktop. Any drag in it carries the file that is named first, for
-// others to drop.
+// A window that follows the desktop's colour scheme. A drag from it carries the file that the first
+// argument names.
 #include <pellarvine/Platform/NSApplication.h>
 #include <pellarvine/Platform/NSWindow.h>
 

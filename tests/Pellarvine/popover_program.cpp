@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A small window with popovers that are larger than it, and a line that tells what has happened.
+// A small window with popovers that are larger, and a line of text that reports events.
 #include <pellarvine/Pellarvine/ColorPickerButton.h>
 #include <pellarvine/Pellarvine/PopoverMessage.h>
 #include <pellarvine/Platform/NSPopover.h>
@@ -27,7 +27,7 @@ QPushButton *button(const QString &text, QGridLayout *layout, int row, int colum
     return made;
 }
 
-// A form, as large as the window, with a list, a dialog and, unless it is the inner one, a popover.
+// A form of the window's size with a list, a dialog and, unless `isInner`, a popover.
 QWidget *makeForm(bool isInner)
 {
     auto *const form = new QWidget;

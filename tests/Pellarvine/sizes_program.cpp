@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tells on standard output what frame a window has in one situation after the other, for desktops
-// on which the window has a margin for its shadow.
+// Prints the frame of a window in several situations, for desktops where the window has a margin
+// for its shadow.
 #include <pellarvine/Platform/NSTitleBar.h>
 #include <pellarvine/Platform/NSWindow.h>
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-void wait() // for the desktop
+void wait() // gives the desktop time to react
 {
     QEventLoop loop;
     QTimer::singleShot(700, &loop, &QEventLoop::quit);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A window for others to operate. It tells on standard output what happens to it: its frame with
-// y downwards and its state, clicks on the button in its title bar, and that it was closed.
+// A window for WindowOnDesktopTest and tests/desktops. It prints its frame (y downwards) and state,
+// clicks on the button in its title bar, and when it was closed.
 #include <pellarvine/Pellarvine/Window.h>
 
 #include <QApplication>

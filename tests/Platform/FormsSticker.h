@@ -8,7 +8,7 @@
 
 namespace Forms {
 
-/// A host's widget, with everything that forms can set.
+/// A widget of a program, with a property of each kind that forms can set.
 class Sticker : public QFrame
 {
     Q_OBJECT
@@ -56,7 +56,7 @@ public:
     int awakenings = 0;
     bool hadField = false;
 
-    static inline QStringList calls; ///< of awakeFromNib(), by everybody here
+    static inline QStringList calls; ///< the objects whose awakeFromNib() was called, in order
 
 private:
     Sides m_sides;

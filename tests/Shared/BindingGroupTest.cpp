@@ -28,7 +28,7 @@ TEST(BindingGroup, calls_a_function_once_for_all_changes_of_a_turn)
         return u"%1 %2"_s.arg(name).arg(age);
     };
     NS::bind(&target, u"text"_s, { { &ada, u"name"_s }, { &ada, u"age"_s } }, describe, &group);
-    EXPECT_EQ(target.property("text"), u"Ada 0"_s); // the first pass waits for nothing
+    EXPECT_EQ(target.property("text"), u"Ada 0"_s); // the first value is carried at once
     ada.setProperty("name", u"Grace"_s);
     ada.setAge(36);
     EXPECT_TRUE(group.isPending());
@@ -64,13 +64,13 @@ TEST(BindingGroup, each_target_is_written_once_with_the_last_value)
     for (int age = 1; age <= 3; ++age)
         source.setAge(age);
     EXPECT_EQ(writes, 0);
-    bindings.erase(bindings.begin()); // it carries nothing any more
+    bindings.erase(bindings.begin()); // the destroyed binding carries nothing
     group.flush();
     EXPECT_EQ(writes, count - 1);
     EXPECT_EQ(targets.front()->age(), 0);
     EXPECT_EQ(targets.back()->age(), 3);
 
-    // The other way, and both ways in one turn: the later change counts.
+    // If both sides change before the flush, the later change is carried.
     source.setAge(4);
     targets.back()->setAge(5);
     group.flush();
@@ -93,7 +93,7 @@ TEST(BindingGroup, may_end_before_what_it_carries_and_while_it_does)
     binding.setGroup(group.get());
     source.setAge(1);
     group.reset();
-    EXPECT_EQ(target.age(), 1); // what was pending is carried
+    EXPECT_EQ(target.age(), 1); // the pending change is carried
     source.setAge(2);
     EXPECT_EQ(target.age(), 2);
 
@@ -104,7 +104,7 @@ TEST(BindingGroup, may_end_before_what_it_carries_and_while_it_does)
     deleted->flush();
     EXPECT_EQ(target.age(), 3);
 
-    // A source that is gone by then has no change to carry.
+    // If the source is destroyed before the flush, nothing is carried.
     BindingGroup last;
     auto gone = std::make_unique<Person>();
     const Binding other(gone.get(), u"age"_s, &target, u"age"_s);

@@ -85,11 +85,11 @@ TEST(Binding, joins_the_widgets_of_a_window)
     window.setWindowTitle(u"42"_s);
     EXPECT_EQ(slider.value(), 42);
     EXPECT_EQ(label.text(), u"42"_s);
-    slider.setValue(200); // as far as it goes
+    slider.setValue(200); // the maximum
     EXPECT_EQ(field.text(), u"99"_s);
     action.toggle();
     EXPECT_TRUE(slider.isEnabled());
-    // The box does not take an incomplete number, and the field keeps it.
+    // The box refuses an incomplete number. The field keeps it.
     EXPECT_NE(output([&] { field.setText(u"4x"_s); }).find("QSpinBox cannot take"),
               std::string::npos);
     EXPECT_EQ(box.value(), 99);
@@ -180,7 +180,7 @@ TEST(Binding, a_property_bound_to_itself_takes_the_forward_direction_and_is_not_
     const Binding binding(&person, u"age"_s, &person, u"age"_s, true, count, fail);
     person.setAge(1);
     EXPECT_EQ(person.ageWrites, 1);
-    EXPECT_EQ(forward, 3); // while it was made, and once for each registration
+    EXPECT_EQ(forward, 3); // for the first value, and once for each registration
 }
 
 TEST(Binding, a_second_object_that_says_it_equals_the_first_counts_as_the_first)
@@ -189,7 +189,7 @@ TEST(Binding, a_second_object_that_says_it_equals_the_first_counts_as_the_first)
     Namesake second(u"Ada"_s);
     const Binding binding(&first, u"age"_s, &second, u"age"_s);
     second.setAge(5);
-    EXPECT_EQ(first.age(), 0); // a forward pass, which found the second equal to itself
+    EXPECT_EQ(first.age(), 0); // a forward pass: the two objects are equal
     second.name = u"Bea"_s;
     second.setAge(6);
     EXPECT_EQ(first.age(), 6);
@@ -203,12 +203,12 @@ TEST(Binding, replacing_an_object_moves_no_registration)
     Binding binding(&first, u"age"_s, &second, u"level"_s);
     binding.setSecond(&other);
     EXPECT_EQ(binding.second(), &other);
-    first.setAge(1); // goes to what is now the second
+    first.setAge(1); // carried to the new second object
     EXPECT_EQ(other.level(), 1);
     EXPECT_EQ(second.level(), 0);
-    other.setLevel(2); // is not listened to
+    other.setLevel(2); // not observed
     EXPECT_EQ(first.age(), 1);
-    second.setLevel(3); // is listened to, and ignored
+    second.setLevel(3); // still observed, but ignored
     EXPECT_EQ(first.age(), 1);
     binding.setSecond(&second);
     second.setLevel(4);
@@ -265,7 +265,7 @@ TEST(Binding, an_object_on_the_way_may_be_swapped_or_die_on_either_side)
     EXPECT_EQ(two->name, u"Dov"_s);
     EXPECT_EQ(one.name, u"Bea"_s);
     two.reset();
-    EXPECT_EQ(second.nickname, u"none"_s); // told, not left as it was
+    EXPECT_EQ(second.nickname, u"none"_s); // null is carried
     set(first, u"partner"_s, QVariant::fromValue(&one));
     EXPECT_EQ(second.nickname, u"Bea"_s);
 
@@ -277,7 +277,7 @@ TEST(Binding, an_object_on_the_way_may_be_swapped_or_die_on_either_side)
     EXPECT_EQ(three->nickname, u"Fay"_s);
     three.reset();
     EXPECT_EQ(one.name, u""_s);
-    set(one, u"name"_s, u"Gus"_s); // goes nowhere
+    set(one, u"name"_s, u"Gus"_s); // not carried
     EXPECT_EQ(second.nickname, u"Bea"_s);
 }
 
@@ -345,7 +345,7 @@ TEST(Binding, transformers_that_do_not_undo_each_other_are_stopped_with_one_warn
               "16 exchanges\n");
     EXPECT_EQ(first.ageWrites, 1 + Binding::deepestExchange / 2);
     EXPECT_EQ(first.age(), 10 + Binding::deepestExchange);
-    // It is not spent.
+    // The limit applies to each change anew.
     EXPECT_NE(output([&] { second.setValue(100); }), "");
     EXPECT_EQ(second.value(), 100 + Binding::deepestExchange);
 }
@@ -426,7 +426,7 @@ TEST(Binding, what_does_not_fit_is_thrown_while_it_is_made_and_printed_later)
     first.name = u"Ada"_s;
     EXPECT_THROW(make(u"name"_s, u"age"_s, false), NS::KeyValueException);
     EXPECT_THROW(make(u"name"_s, u"initials"_s, false), NS::KeyValueException);
-    EXPECT_EQ(output([&] { first.setAge(1); }), ""); // nothing is left behind
+    EXPECT_EQ(output([&] { first.setAge(1); }), ""); // no observer is left
 
     const Binding binding(&first, u"height"_s, &second, u"age"_s);
     EXPECT_EQ(output([&] { set(first, u"height"_s, 3.7); }),
@@ -524,7 +524,7 @@ TEST(Binding, null_is_not_made_a_value_by_a_side_that_cannot_hold_it)
             EXPECT_FALSE(get(first, path).isValid()) << qPrintable(path + u' ' + other);
             EXPECT_EQ(reversed, 0);
             EXPECT_TRUE(second.name == u"Ada"_s || second.name.isEmpty());
-            // And a value keeps its type.
+            // A value keeps its type.
             set(first, path, 5);
             EXPECT_EQ(get(first, path), QVariant(5)) << qPrintable(path + u' ' + other);
             EXPECT_EQ(get(second, other), other == u"age"_s ? QVariant(5) : QVariant(u"5"_s));
@@ -571,7 +571,7 @@ TEST(Binding, a_widgets_own_state_counts_and_not_that_of_its_ancestors)
             return std::make_unique<TransformableBinding<bool, bool>>(
                     &person, u"isMember"_s, label, property, false, [](bool is) { return is; });
         };
-        // Before the window is shown, and while an ancestor is disabled.
+        // Changes before the window is shown, and while an ancestor is disabled.
         panel.setEnabled(false);
         const auto visible = bind(u"visible"_s);
         const auto enabled = bind(u"enabled"_s);
@@ -579,7 +579,7 @@ TEST(Binding, a_widgets_own_state_counts_and_not_that_of_its_ancestors)
         panel.setEnabled(true);
         EXPECT_FALSE(label->isVisible());
         EXPECT_FALSE(label->isEnabled());
-        // While they are again.
+        // Changes while they are hidden and disabled again.
         panel.hide();
         panel.setEnabled(false);
         set(person, u"isMember"_s, true);

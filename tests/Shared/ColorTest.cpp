@@ -130,7 +130,7 @@ const std::pair<QString, QString> hexCases[] = {
     { u"##fff"_s, QString() },
     { u"##ff"_s, QString() },
     { u" #fff"_s, QString() },
-    // The length is that of the text; reading ends at the first character that is not a digit.
+    // The text's length selects the form. Digits are read up to the first other character.
     { u"12zzzz"_s, u"#000012FF"_s },
     { u"#fzz"_s, u"#0000FFFF"_s }, // RGB 00f
     { u"f#f"_s, u"#0000FFFF"_s },
@@ -144,7 +144,7 @@ const std::pair<QString, QString> hexCases[] = {
     { u"\t\n\u00a0\u2003\u2028f"_s, u"#00000FFF"_s },
     { u"\r\nfff"_s, u"#00FFFFFF"_s }, // CR LF is one character: RGBA 0fff
     { u"   "_s, QString() },
-    // So does a prefix.
+    // A prefix counts towards the length.
     { u"0xf"_s, u"#0000FFFF"_s },
     { u"0xff"_s, u"#0000FFFF"_s },
     { u"#0XFF00"_s, u"#00FF00FF"_s },
@@ -154,7 +154,7 @@ const std::pair<QString, QString> hexCases[] = {
     { u"0xg"_s, QString() },
     { u"0x0xff"_s, u"#000000FF"_s },
     { u"0x 1"_s, QString() },
-    // Characters are those that a reader sees.
+    // The length counts grapheme clusters.
     { u"12zzz\U0001F44D\U0001F3FD"_s, u"#000012FF"_s },
     { u"12e\u0301"_s, u"#1122EEFF"_s },
     { u"ff\U0001F468\u200D\U0001F469\u200D\U0001F467"_s, u"#00FFFFFF"_s },
@@ -179,12 +179,12 @@ TEST(Color, contrast_is_that_of_the_accessibility_guidelines)
         { "000", "fff", 21 },
         { "fff", "000", 21 },
         { "777", "777", 1 },
-        // The pair that just fails and the one that just passes on white.
+        // Two greys on white: just below and just above a contrast of 4.5.
         { "777777", "ffffff", 4.478 },
         { "767676", "ffffff", 4.542 },
         { "ff0000", "ffffff", 3.998 },
         { "0000ff", "ffffff", 8.592 },
-        // As seen: a black of half the opacity is a grey.
+        // Translucent colours are blended first: black of half the opacity is a grey.
         { "00000080", "ffffff", 4.004 },
         { "fff0", "000", 1 },
     };

@@ -44,7 +44,7 @@ QByteArray feedInChunks(Cryptor &cryptor, QByteArrayView data, qsizetype chunk)
     return result;
 }
 
-// The result of reading `container`: its plaintext, or the code of the error.
+// Opens `container`. Returns its plaintext, or the code of the error.
 std::variant<QByteArray, CryptorError::Code> outcome(QByteArrayView container,
                                                      const QString &text = passphrase)
 {
@@ -188,7 +188,7 @@ TEST(Decryptor, a_wrong_passphrase_shows_only_at_the_end)
     Decryptor decryptor(QStringLiteral("wrong"));
     EXPECT_FALSE(decryptor.feed(foreignContainer).isEmpty());
     EXPECT_THROW(decryptor.finalize(), CryptorError);
-    // The text is not normalised: a look-alike is another passphrase.
+    // Passphrases are not normalised: a text that looks the same is another passphrase.
     EXPECT_EQ(std::get<CryptorError::Code>(outcome(
                       foreignContainer, passphrase.normalized(QString::NormalizationForm_D))),
               CryptorError::invalidHMAC);
@@ -219,7 +219,7 @@ TEST(Decryptor, its_state_can_be_set_from_outside)
     QByteArray text = collecting.feed(foreignContainer.sliced(50));
     EXPECT_EQ(text += collecting.finalize(), foreignPlaintext);
 
-    // Fresh engine and tag: the container's body alone is fed.
+    // A new engine and tag. They get only the container's body.
     const auto key = [](qsizetype salt) {
         return detail::KeyGen::generateAES256(passphrase.toUtf8(),
                                               foreignContainer.sliced(salt, 8));

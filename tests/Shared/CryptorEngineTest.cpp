@@ -81,7 +81,7 @@ TEST(CryptorEngine, results_stay_as_they_were_when_the_engine_goes_on)
 
 TEST(CryptorEngine, one_feed_of_more_than_2_gib_is_whole)
 {
-    // Zero pages that nobody touches take no memory.
+    // Pages that are never written take no memory.
     constexpr qsizetype length = (qsizetype(1) << 31) + 48;
     void *const pages =
             mmap(nullptr, length, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
@@ -90,8 +90,8 @@ TEST(CryptorEngine, one_feed_of_more_than_2_gib_is_whole)
 
     CryptorEngine engine(decrypt, key, iv);
     const QByteArray result = engine.feed({ static_cast<const char *>(pages), length });
-    // The last block is kept back. All blocks but the first are the same, since each is chained to
-    // a block of zeros.
+    // The last block is not returned yet. All blocks but the first are the same, because each is
+    // chained to a block of zeros.
     ASSERT_EQ(result.size(), length - 16);
     EXPECT_EQ(result.last(16), result.sliced(16, 16));
     EXPECT_EQ(result.sliced(qsizetype(1) << 30, 16), result.sliced(16, 16));

@@ -16,8 +16,8 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// Patterns of the two shapes with delimiters of every kind: overlapping themselves and each other,
-// prefixes of each other, quoted, repeated, letters, beyond ASCII.
+// Patterns of the two shapes. Their delimiters overlap themselves or each other, are prefixes of
+// each other, quoted, repeated, letters, or not ASCII.
 const QString ofBothShapes[] = {
     u"(<)(.+?)(>)"_s,           u"(\\[\\[)(.+?)(\\]\\])"_s,
     u"(ab)(.+?)(ba)"_s,         u"(a{3})(.+?)(a)(.+?)(aa)"_s,
@@ -33,7 +33,7 @@ const QStringList ofOtherShapes =
         "(a{)(.+?)(a) (a{99})(.+?)(a) (?:a)(.+?)(a) (^)(.+?)(a) (\n)(.+?)(a) (a)(.+?)(\\"_s.split(
                 u' ');
 
-// Few different units, so that delimiters come often, and those that end lines or make pairs.
+// Few different units, so that delimiters are frequent; also line ends and surrogates.
 QString randomText(std::mt19937 &random, const QString &delimiters)
 {
     const QString others = delimiters + delimiters
@@ -113,8 +113,8 @@ TEST(DelimiterPattern, ends_lines_where_a_regular_expression_does)
 
 TEST(GraphemeClusters, are_as_many_as_in_a_count_of_the_whole_text)
 {
-    // A few of each class that joins: marks, joiners, emoji, flags, Hangul, prefixed numbers,
-    // line ends, surrogates without a partner.
+    // Characters of each class that forms grapheme clusters: marks, joiners, emoji, flags, Hangul,
+    // prefixed numbers, line ends, unpaired surrogates.
     const QString pieces[] = {
         u"a"_s,      u" "_s,      u"\r"_s,     u"\n"_s,       u"\r\n"_s,     u"\u0301"_s,
         u"\u200D"_s, u"👩"_s,      u"🎈"_s,      u"\u2764"_s,   u"\uFE0F"_s,   u"🏽"_s,

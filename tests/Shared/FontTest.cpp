@@ -21,7 +21,7 @@ QFont fontNamed(const char *name, double size = 12)
     return NS::fontWithName(QString::fromLatin1(name), size).value();
 }
 
-// Without spaces: what Inter 4 calls "SemiBold" was "Semi Bold" in Inter 3.
+// The style without spaces: Inter 3 has "Semi Bold", Inter 4 "SemiBold".
 std::string styleOf(const QFont &font)
 {
     return QRawFont::fromFont(font).styleName().remove(u' ').toStdString();
@@ -77,7 +77,7 @@ TEST(Font, traits_find_the_member_of_the_family)
         { "DejaVuSans-BoldOblique", "BoldOblique", "BoldOblique", "Oblique", "Bold" },
         // No slanted face of this weight.
         { "DejaVuSans-ExtraLight", "Bold", "ExtraLight", "ExtraLight", "ExtraLight" },
-        // A family whose one face is neither bold nor slanted.
+        // A family with a single face, which is neither bold nor slanted.
         { "DejaVuMathTeXGyre-Regular", "Regular", "Regular", "Regular", "Regular" },
     };
     for (const auto &[name, bold, italic, nonBold, nonItalic] : rows) {
@@ -107,7 +107,7 @@ TEST(Font, a_style_that_the_family_lacks_and_qt_draws_is_taken_back)
     QFont slanted = lone;
     slanted.setItalic(true);
     EXPECT_EQ(nonItalicVariant(slanted), lone);
-    // One at a time.
+    // Each function removes one property.
     slanted.setBold(true);
     EXPECT_EQ(nonItalicVariant(slanted), bold);
     EXPECT_EQ(nonItalicVariant(nonBoldVariant(slanted)), lone);

@@ -38,7 +38,7 @@ const Vector vectors[] = {
       "2192992a274fc1a836ba3c23a3feebbd454d4423643ce80e2a9ac94fa54ca49f" },
 };
 
-// A device whose disk fails half way.
+// A device whose reads fail after some bytes.
 class FailingDevice : public QIODevice
 {
 public:

@@ -38,7 +38,7 @@ QByteArray tag(QByteArrayView key, QByteArrayView message)
 TEST(KeyGen, matches_libcryptos_own_derivation)
 {
     QRandomGenerator random(1);
-    // Around SHA-1's block of 64 bytes, where a key is padded or hashed.
+    // Keys up to SHA-1's block of 64 bytes are padded, longer ones are hashed.
     for (const qsizetype length : { 0, 1, 20, 63, 64, 65, 128, 1000 }) {
         const QByteArray passphrase = randomBytes(random, length);
         const QByteArray salt = randomBytes(random, 8);

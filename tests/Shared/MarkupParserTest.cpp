@@ -79,13 +79,13 @@ void check(std::initializer_list<Row> rows)
 
 double kern(const QString &argument)
 {
-    // The space behind makes up for arguments with fewer characters than units.
+    // The trailing space is for arguments with fewer characters than UTF-16 units.
     const auto text = parser().parse(u"{k"_s + argument + u"|x} "_s);
     EXPECT_EQ(text.string(), u"x "_s);
     return text.attribute(NS::KernAttributeName, 0).toDouble();
 }
 
-// A host's own rule, of a pattern that only ICU knows.
+// A rule of the program, with a pattern that needs ICU.
 class HostRule : public Parser
 {
 public:
@@ -120,7 +120,7 @@ QString hostParsed(const QString &regex, int group, const QString &markup)
     return result;
 }
 
-// Constructs in each other, and pieces of them; some pieces many times.
+// Nested constructs and pieces of them. Some pieces are repeated many times.
 QString randomMarkup(std::mt19937 &random, int depth)
 {
     static const QString pieces[] = {
@@ -223,7 +223,7 @@ TEST(MarkupParser, runs_its_rules_in_order_and_the_later_font_wins)
     });
 }
 
-// docs/markup.md warns of each of these.
+// docs/markup.md lists these.
 TEST(MarkupParser, has_the_pitfalls_of_rules_that_do_not_know_of_each_other)
 {
     check({
@@ -258,7 +258,7 @@ TEST(MarkupParser, searches_as_many_units_as_there_are_characters)
             { u"e\u0301 **x**"_s, u"e\u0301 **x**"_s },
             { u"👩‍👩‍👧 **x** 1234567"_s, u"👩‍👩‍👧 [B:x] 1234567"_s },
             { u"a\r\n**x**"_s, u"a\r\n**x**"_s },
-            // Each rule counts anew.
+            // Each rule counts the characters anew.
             { u"🎈 **//x//** "_s, u"🎈 [I:x] "_s },
             { u"🎈 //x// `y`"_s, u"🎈 [I:x] `y`"_s },
     });
@@ -383,14 +383,14 @@ TEST(MarkupParser, inserts_arguments_as_they_are_in_the_style_of_their_place)
 TEST(MarkupParser, agrees_with_the_grammar_taken_literally)
 {
     const auto link = std::make_shared<HostRule>(u"(\\[)(.+?)(\\]\\()(.+?)(\\))"_s, 1);
-    const auto mention = std::make_shared<HostRule>(u"@(\\w+)"_s, 0); // ICU matches it
+    const auto mention = std::make_shared<HostRule>(u"@(\\w+)"_s, 0); // matched by ICU
     MarkupParser subjects[] = { parser(), parser(), parser() };
     subjects[1].setParsers(QList(subjects[1].parsers()) << link << mention);
     subjects[2].setParsers(QList<std::shared_ptr<const Parser>> { link } + subjects[2].parsers());
 
     std::mt19937 random(1);
     QMap<QString, int> seen; // attributes, and initials of fonts
-    const int rounds = qEnvironmentVariableIntValue("PELLARVINE_MARKUP_TEXTS"); // at night
+    const int rounds = qEnvironmentVariableIntValue("PELLARVINE_MARKUP_TEXTS"); // nightly
     for (int round = 0; round < std::max(rounds, 5000); ++round) {
         const MarkupParser &subject = subjects[round % std::size(subjects)];
         const QString markup = randomMarkup(random, 4);
@@ -429,7 +429,7 @@ TEST(Parser, runs_a_pattern_of_the_hosts_own_through_icu)
     EXPECT_EQ(hostParsed(u"(<)(\\w)?(\\d+)>"_s, 2, u"<a1> <2>"_s), u"[<;a;1:1] [<;;2:2]"_s);
     EXPECT_EQ(hostParsed(u"(?<=(ab))(c+)"_s, 1, u"abcc abc c"_s), u"ab[ab;cc:cc] ab[ab;c:c] c"_s);
     EXPECT_EQ(hostParsed(u"(x*)"_s, 0, u"axxb"_s), u"a[xx:xx]b"_s);
-    // Not in the covered part of the text.
+    // The match is outside of the range.
     EXPECT_EQ(hostParsed(u"(b)"_s, 0, u"🎈ab"_s), u"🎈ab"_s);
 }
 

@@ -40,7 +40,7 @@ TEST(PassphraseWords, the_estimate_knows_how_people_make_passphrases)
                  Row { u"kitchen", 12, 13.5 }, Row { u"Kitchen", 13.5, 14.5 },
                  Row { u"kitchen-saddle-ovation-drum", 51, 52 },
                  Row { u"kitchensaddleovationdrum", 51, 52 }, Row { u"gK7$wq2&xV9z", 50, 65 },
-                 Row { u"\u0130stanbul", 30, 50 }, // whose lower case is longer
+                 Row { u"\u0130stanbul", 30, 50 }, // its lower case is longer
          }) {
         const double bits = estimatedPassphraseEntropy(row.passphrase);
         EXPECT_GE(bits, row.least) << row.passphrase.toLocal8Bit().constData();

@@ -47,7 +47,7 @@ QByteArray textOfLength(qsizetype length)
     return text;
 }
 
-// A pipe or a socket: sequential, and at times it has nothing yet.
+// A sequential device like a pipe, which sometimes has no data yet.
 class Trickle : public QIODevice
 {
 public:
@@ -96,7 +96,7 @@ Outcome opened(QIODevice &in, const QString &text = passphrase)
     }
 }
 
-// What is thrown; no code if nothing is.
+// The code and the message of the exception; -1 if none is thrown.
 template <typename Action>
 std::pair<int, QString> transferError(const Action &action)
 {
@@ -316,7 +316,7 @@ TEST(SealingDevice, a_full_disk_is_told_and_stays_told)
 TEST(Sealing, a_device_that_is_not_open_is_told_in_words)
 {
     QBuffer closed;
-    const QString unknown = closed.errorString(); // Qt's, of a device without an error
+    const QString unknown = closed.errorString(); // Qt's text for a device without an error
     const QString notReadable = u"The device is not open for reading."_s;
     const QString notWritable = u"The device is not open for writing."_s;
 
@@ -337,7 +337,7 @@ TEST(Sealing, a_device_that_is_not_open_is_told_in_words)
     EXPECT_EQ(text.errorString(), notReadable);
 
     QFile missing(u"/nowhere/missing"_s);
-    EXPECT_FALSE(missing.open(QIODevice::ReadOnly)); // it knows why
+    EXPECT_FALSE(missing.open(QIODevice::ReadOnly)); // sets its error
     QBuffer open;
     ASSERT_TRUE(open.open(QIODevice::ReadWrite));
     const std::tuple<QIODevice *, QIODevice *, QString> rows[] = {

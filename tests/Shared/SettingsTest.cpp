@@ -88,7 +88,7 @@ TEST_F(SettingsFile, reset_discards_edits_and_restoring_defaults_is_an_edit_too)
     EXPECT_TRUE(object->isAllDefault());
     EXPECT_EQ(stored(u"port"_s).toInt(), 443);
     EXPECT_TRUE(object->apply());
-    EXPECT_FALSE(stored(u"port"_s).isValid()); // follows a default of a later version
+    EXPECT_FALSE(stored(u"port"_s).isValid()); // defaults are not stored
 }
 
 TEST_F(SettingsFile, changes_of_the_file_are_followed_except_for_what_is_being_edited)
@@ -137,7 +137,7 @@ TEST_F(SettingsFile, an_edit_that_waits_in_its_control_counts_as_an_edit)
     EXPECT_EQ(host.text(), u"theirs"_s);
     EXPECT_FALSE(object->isModified());
 
-    // An edit that ends unused makes room for the change of the file.
+    // After an edit is discarded, the field shows the change of the file.
     host.setText(u"mine"_s);
     change(u"new"_s, 83);
     EXPECT_TRUE(QTest::qWaitFor([&] { return port.text() == u"83"_s; }));
@@ -183,7 +183,7 @@ TEST_F(SettingsFile, a_property_keeps_the_type_of_its_default)
     EXPECT_EQ(object->property("port"), QVariant(8080));
     EXPECT_EQ(port.value(), 8080);
     object->setProperty("port", QVariant());
-    EXPECT_EQ(object->property("port"), QVariant(0)); // as by key-value coding
+    EXPECT_EQ(object->property("port"), QVariant(0)); // null becomes 0, as in key-value coding
     EXPECT_EQ(port.value(), 0);
     object->restoreDefaults();
     EXPECT_EQ(object->property("port"), QVariant(80));

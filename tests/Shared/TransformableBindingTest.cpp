@@ -40,7 +40,7 @@ int number(const QString &text)
 
 TEST(TransformableBinding, transforms_both_ways_between_declared_types_and_between_boxes)
 {
-    // The first row's properties are of just these types; the others' values travel in boxes.
+    // The properties of the first row have exactly these types. The others need a QVariant.
     const std::pair<QString, QString> rows[] = {
         { u"age"_s, u"name"_s },
         { u"note"_s, u"name"_s },
@@ -187,7 +187,7 @@ TEST(TransformableBinding, a_transformer_may_destroy_the_binding_the_target_or_i
     second->partner = second.get();
     emplace(u"partner.name"_s, [&] { set(*second, u"partner"_s, QVariant::fromValue(&other)); });
     first.setAge(1);
-    EXPECT_EQ(other.name, u"kept<1>"_s); // what is there when it is written
+    EXPECT_EQ(other.name, u"kept<1>"_s); // the object that is there when the value is written
 
     second->partner = nullptr;
     emplace(u"name"_s, [&] { second.reset(); });

@@ -23,7 +23,7 @@ QByteArray bytes(const QJsonObject &object, const QString &name)
     return QByteArray::fromHex(object[name].toString().toLatin1());
 }
 
-// Calls `check` with each vector and its group. Returns how many there are of each "result".
+// Calls `check` with each vector and its group. Returns the number of vectors of each "result".
 template <typename Check>
 std::map<QString, int> forEachVector(const char *fileName, Check check)
 {

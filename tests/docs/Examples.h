@@ -22,7 +22,7 @@ void connect(Arguments... arguments)
     QObject::connect(arguments...);
 }
 
-/// A model whose properties are dynamic ones.
+/// A model with dynamic properties.
 class Model : public QObject
 {
 public:

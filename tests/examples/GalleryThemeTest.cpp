@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every control is seen: its edge has a contrast of 3:1 in the gallery's palettes (WCAG 1.4.11).
+// The edges of all controls have a contrast of 3:1 in the gallery's palettes (WCAG 1.4.11).
 #include "FlatStyle.h"
 #include "Named.h"
 #include "Pictures.h"
@@ -160,7 +160,7 @@ TEST_P(GalleryTheme, headings_of_the_list_of_pages_can_be_read_also_after_a_chan
     Theme::apply(*qApp, GetParam() == Theme::dark ? Theme::light : Theme::dark);
     QListWidget list;
     list.setObjectName(u"pages"_s);
-    list.setBackgroundRole(QPalette::AlternateBase); // of the sidebar
+    list.setBackgroundRole(QPalette::AlternateBase); // like the sidebar
     list.setAutoFillBackground(true);
     QFont large;
     large.setPointSize(60); // its strokes have pixels that are not smoothed

@@ -38,8 +38,8 @@ inline QRect pixelsOf(const QRect &rect, double scale)
     return { start, end - QPoint(1, 1) };
 }
 
-/// Fails unless a line of that colour runs along the inner side of all edges of the rectangle, in
-/// pixels, and blends with no pixel beside it. Round corners are not looked at. A dashed line has
+/// Fails unless a line of that colour is along the inner side of all edges of the rectangle, in
+/// pixels, and blends with no pixel beside it. Round corners are not checked. A dashed line has
 /// gaps.
 inline void expectOutline(const QImage &image, const QRect &rect, const QColor &color,
                           int thickness, bool isDashed = false)

@@ -8,7 +8,7 @@
 class ResourceFile
 {
 public:
-    /// `path` as in ":/Info.plist".
+    /// `path` has the form ":/Info.plist".
     ResourceFile(const QString &path, const QByteArray &contents);
     ResourceFile(const ResourceFile &) = delete;
     ResourceFile &operator=(const ResourceFile &) = delete;

@@ -5,9 +5,9 @@
 int main(int argc, char **argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
-    // A test that forks for a death test starts the whole program again.
+    // A death test starts the program again, because forking a process with threads is unsafe.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    // Qt warns in every program that runs in the C locale, which bare systems have.
+    // Qt prints a warning in the C locale, which minimal systems have.
     qputenv("LC_ALL", "C.UTF-8");
     if (qEnvironmentVariableIsEmpty("PELLARVINE_TEST_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

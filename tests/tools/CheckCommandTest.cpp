@@ -46,7 +46,7 @@ TEST_F(CheckCommand, says_where_each_mistake_is)
 {
     const struct
     {
-        QString file; // that is changed
+        QString file; // the file to change
         QByteArray before;
         QByteArray after;
         QString checked;
@@ -58,14 +58,14 @@ TEST_F(CheckCommand, says_where_each_mistake_is)
           "/Form.ui:22:40: error: badge: Badge has no property \"numbr\"" },
         { u"Form.ui"_s, "returnPressed", "returnPresed", u"Form.ui"_s,
           "/Form.ui:10:50: error: nameField: QLineEdit has no signal \"returnPresed\"" },
-        // A program that loads the form is only warned.
+        // A program that loads such a form only gets a warning.
         { u"Form.ui"_s, "outlets\" stdset=\"0\"><string>owner.field",
           "constraints\" stdset=\"0\"><string>width = 10\nwidth = 20", u"Form.ui"_s,
           "/Form.ui:9:1: error: nameField: the constraint \"width = 20\" contradicts others" },
         // A property of the program's own.
         { u"Form.ui"_s, "outlets\" stdset=\"0\"><string>owner.field",
           "action\" stdset=\"0\"><string>delete", u"Form.ui"_s, "" },
-        // Only a storyboard says of which class the owner is.
+        // The owner's class is known only from a storyboard.
         { u"Form.ui"_s, "owner.name", "owner.nmae", u"Form.ui"_s, "" },
         { u"Form.ui"_s, "owner.name", "owner.nmae", u"Form.storyboard"_s,
           "/Form.ui:9:51: error: nameField: FormController has no key \"nmae\"" },

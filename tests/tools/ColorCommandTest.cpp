@@ -56,7 +56,7 @@ TEST(ColorCommand, shows_swatches_on_a_terminal)
     output.truncate(std::max<ssize_t>(read(master, output.data(), std::size_t(output.size())), 0));
     close(master);
     EXPECT_EQ(result.status, 0);
-    // Half of red on white, then on black.
+    // Red of half the opacity, blended with white and with black.
     EXPECT_TRUE(output.startsWith("\x1b[48;2;255;127;127m  \x1b[0m\x1b[48;2;128;0;0m  \x1b[0m "
                                   "#FF0000  #FF000080  "))
             << output.constData();

@@ -93,7 +93,7 @@ TEST(MarkupCommand, shows_the_styles_in_a_terminal)
     EXPECT_EQ(escapes(runMarkup("a **b** __~~c~~__ {#f00|{bg#010203|d}} //e//", { u"--ansi"_s })
                               .output),
               "a ^[1mb^[0m ^[4;9mc^[0m ^[38;2;255;0;0;48;2;1;2;3md^[0m ^[3me^[0m\n");
-    // Terminals know no opacity: a colour is mixed with what lies behind it, or with black.
+    // Terminals have no opacity: a colour is blended with the background colour, or with black.
     EXPECT_EQ(escapes(runMarkup("{#ff000080|a}{#ff000080|{bg#fff|b}}{bg#ffffff80|c}{bg#fff0|d}",
                                 { u"--ansi"_s })
                               .output),

@@ -42,7 +42,7 @@ TEST_F(NewCommand, writes_files_under_the_names_of_the_program)
     EXPECT_TRUE(contents(u"letters/letters_de.ts"_s).contains(u"Begrüßung"_s));
     EXPECT_TRUE(contents(u"letters/Info.plist"_s).contains("<string>Letters</string>"_L1));
 
-    // What is there already is not touched.
+    // Existing files are not changed.
     const Outcome again = runProgram(u"pellarvine"_s, { u"new"_s, u"letters"_s });
     EXPECT_EQ(again.status, 6);
     EXPECT_FALSE(QFile::exists(u"letters/org.example.letters.desktop"_s));

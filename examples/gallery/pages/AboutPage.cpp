@@ -135,7 +135,7 @@ AboutPage::AboutPage(QWidget *parent)
 
     connect(m_editor, &QPlainTextEdit::textChanged, this, [this] { read(); });
     connect(open, &QPushButton::clicked, this, [] {
-        // A controller reads the texts once, when it is made.
+        // The controller reads the texts only once, so make a new one.
         AboutWindowController::setInstance(nullptr);
         AboutWindowController::show();
     });
@@ -166,7 +166,7 @@ void AboutPage::addFact(const QString &name, std::function<QString()> fact)
     value->setTextFormat(Qt::PlainText);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value->setAccessibleName(name);
-    // Beside its name, even if the direction of the text is not that of the layout.
+    // The value stands beside its name, even if its text has another direction than the layout.
     auto *const row = new QHBoxLayout;
     row->addWidget(value);
     row->addStretch();

@@ -81,7 +81,7 @@ BordersPage::BordersPage(QWidget *parent)
     placeSides();
 }
 
-// Left is left, also where text runs from right to left.
+// Borders have fixed sides. Swaps them in a right-to-left layout.
 void BordersPage::placeSides()
 {
     m_folders->setHasRightBorder(!isRightToLeft());

@@ -233,7 +233,7 @@ QWidget *InspectorPage::makeInspector()
     return m_panel;
 }
 
-// Beside the drawing, wherever that is.
+// Puts the panel's line on the side of the drawing.
 void InspectorPage::placeLine()
 {
     m_panel->setHasLeftBorder(!isRightToLeft());

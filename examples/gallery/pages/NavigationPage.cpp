@@ -225,7 +225,7 @@ private:
         m_letters->setCurrentRow(0);
     }
 
-    // The source of a modal segue shows the destination.
+    // Called by a modal segue: shows the destination in a dialog.
     void present(MailScene *controller)
     {
         auto *const dialog = new QDialog(view()->window());

@@ -75,7 +75,7 @@ TEST(Bundle, a_malformed_property_list_is_an_error_and_for_facts_one_warning)
     EXPECT_FALSE(fact("NSHumanReadableCopyright").isValid());
     EXPECT_EQ(::testing::internal::GetCapturedStdout(),
               "Warning: Info.plist:2:8: the key \"CFBundleName\" has no value\n");
-    const ResourceFile list(plist, "<plist><array/></plist>"); // is no dictionary
+    const ResourceFile list(plist, "<plist><array/></plist>"); // not a dictionary
     EXPECT_THROW(NS::Bundle::main().infoDictionary(), NS::PropertyListError);
 }
 

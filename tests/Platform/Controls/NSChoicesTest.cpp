@@ -103,7 +103,7 @@ TEST_F(Choices, the_items_follow_the_list_and_its_renames_and_the_selection_its_
     segments.setSelectedSegment(2);
     EXPECT_EQ(club.chairAge, 85);
     EXPECT_EQ(box.currentIndex(), 2);
-    // A selection that is not in the list is none, and the model's value stays.
+    // If the selected item leaves the list, nothing is selected. The model keeps its value.
     club.members.removeLast();
     Q_EMIT club.changed();
     EXPECT_EQ(club.chairAge, 85);

@@ -72,7 +72,7 @@ protected:
         QByteArray contents; // of the file
         QSize picture;
     };
-    // What a drag by that distance with that button gives a program that it is dropped on.
+    // The data that another program gets from a drag by that distance with that button.
     Drag draggedOut(int distance = 40, Qt::MouseButton button = Qt::LeftButton)
     {
         Drag seen;
@@ -156,7 +156,7 @@ TEST_F(ImageViewTest, every_pixel_of_a_dense_image_shows_on_a_dense_screen)
     view.render(&screen);
     EXPECT_EQ(screen.pixelColor(100, 60), QColor(Qt::black));
     EXPECT_EQ(screen.pixelColor(101, 60), QColor(Qt::white));
-    // On a plain one, both columns count.
+    // On a screen of scale 1, the pixel is the mean of both columns.
     const QColor mixed = view.grab().toImage().pixelColor(50, 30);
     EXPECT_NEAR(mixed.red(), 127, 8);
 }
@@ -173,7 +173,7 @@ TEST_F(ImageViewTest, an_editable_view_takes_images_and_refuses_the_rest)
         filesToDrop({ folder.file(u"notes.txt"_s, "notes") }),
         filesToDrop({ folder.file(u"fake.png"_s, "no picture") }),
         filesToDrop({ folder.path() }),
-        filesToDrop({ fifo }), // whose end nobody would see
+        filesToDrop({ fifo }), // reading it would never end
         filesToDrop({ folder.filePath(u"gone.png"_s) }),
         filesToDrop({ folder.file(u"first.txt"_s, "first"), imageFile(u"second.png"_s, Qt::red) }),
     };
@@ -185,7 +185,7 @@ TEST_F(ImageViewTest, an_editable_view_takes_images_and_refuses_the_rest)
 
     EXPECT_TRUE(drop(
             view, *filesToDrop({ imageFile(u"a"_s, Qt::red), imageFile(u"b.png"_s, Qt::blue) })));
-    EXPECT_EQ(shown(), QColor(Qt::red)); // by its contents, and the first
+    EXPECT_EQ(shown(), QColor(Qt::red)); // the first file, recognised by its contents
     remote.setImageData(filled({ 2, 2 }, Qt::green));
     EXPECT_TRUE(drop(view, remote));
     EXPECT_EQ(shown(), QColor(Qt::green));
@@ -198,7 +198,7 @@ TEST_F(ImageViewTest, keys_cut_copy_paste_and_delete_in_an_editable_view)
 {
     QSignalSpy edits(&view, &NS::ImageView::imageEdited);
     view.setImage(NS::Image(filled({ 4, 4 }, Qt::red)));
-    EXPECT_EQ(edits.count(), 0); // the program's own doing is no edit
+    EXPECT_EQ(edits.count(), 0); // a change by the program is no edit
     QTest::keySequence(&view, QKeySequence::Cut);
     EXPECT_TRUE(view.image().isEmpty());
     EXPECT_EQ(QApplication::clipboard()->image().pixelColor(1, 1), QColor(Qt::red));
@@ -206,7 +206,7 @@ TEST_F(ImageViewTest, keys_cut_copy_paste_and_delete_in_an_editable_view)
     EXPECT_EQ(shown(), QColor(Qt::red));
     QTest::keyClick(&view, Qt::Key_Delete);
     EXPECT_TRUE(view.image().isEmpty());
-    QTest::keyClick(&view, Qt::Key_Delete); // there is nothing to delete
+    QTest::keyClick(&view, Qt::Key_Delete); // the view is already empty
     EXPECT_EQ(edits.count(), 3);
 
     QApplication::clipboard()->setText(u"words"_s);
@@ -245,12 +245,12 @@ TEST_F(ImageViewTest, copies_give_the_very_file_that_the_image_came_from)
     EXPECT_EQ(view.imageData(), bytes);
     EXPECT_EQ(copied(), std::pair(u"portrait.jpg"_s, bytes));
     EXPECT_EQ(draggedOut().contents, bytes);
-    view.setImage(NS::Image(filled({ 4, 4 }, Qt::blue))); // which came without a file
+    view.setImage(NS::Image(filled({ 4, 4 }, Qt::blue))); // an image without a file
     EXPECT_EQ(view.imageData(), QByteArray());
     EXPECT_EQ(copied(), std::pair(QString(), QByteArray()));
     EXPECT_FALSE(view.setImageData("no picture"));
     EXPECT_EQ(shown(), QColor(Qt::blue));
-    EXPECT_TRUE(view.setImageData(bytes)); // as a program does that has stored it
+    EXPECT_TRUE(view.setImageData(bytes)); // the stored bytes of a file
     EXPECT_NEAR(shown().red(), 255, 2);
     EXPECT_EQ(copied(), std::pair(u"image.jpg"_s, bytes));
 }
@@ -326,7 +326,7 @@ TEST_F(ImageViewTest, an_empty_well_has_an_outline_and_says_what_to_do)
     view.setEditable(true);
     EXPECT_TRUE(seen(edge));
     EXPECT_TRUE(seen(middle));
-    view.resize(30, 30); // no room for words
+    view.resize(30, 30); // too small for the text
     EXPECT_FALSE(seen(view.rect().adjusted(5, 5, -5, -5)));
     view.resize(200, 80);
     view.setImage(NS::Image(filled({ 4, 4 }, Qt::red)));
@@ -453,13 +453,13 @@ TEST_F(ImageViewTest, a_refused_picture_is_explained_in_the_view_and_to_the_prog
         EXPECT_EQ(interface->text(QAccessible::Description), QString());
     }
     EXPECT_EQ(edits.count(), 0);
-    view.resize(60, 60); // no room for so many words
+    view.resize(60, 60); // too small for the reason, which is in a tool tip
     view.show();
     EXPECT_FALSE(drop(view, *filesToDrop({ rows[2].first })));
     EXPECT_EQ(QToolTip::text(), view.refusal());
     QToolTip::hideText();
     EXPECT_FALSE(drop(view, *filesToDrop({ rows[0].first })));
-    view.clear(); // another picture, or none, takes the place of the reason
+    view.clear(); // the reason is no longer shown
     EXPECT_TRUE(interface->text(QAccessible::Description).contains(u"Drop"));
 }
 
@@ -503,7 +503,7 @@ TEST_F(ImageViewTest, a_screen_reader_finds_a_graphic_with_a_name)
 
 TEST_F(ImageViewTest, the_main_thread_goes_on_under_a_busy_pointer_and_a_spinner)
 {
-    view.setFocusPolicy(Qt::NoFocus); // without a ring
+    view.setFocusPolicy(Qt::NoFocus); // no focus ring
     QMimeData another;
     another.setImageData(filled({ 4, 4 }, Qt::blue));
     view.setImage(NS::Image(filled({ 100, 60 }, Qt::red)));
@@ -530,7 +530,7 @@ TEST_F(ImageViewTest, the_main_thread_goes_on_under_a_busy_pointer_and_a_spinner
     EXPECT_TRUE(wasBusy);
     EXPECT_FALSE(QApplication::overrideCursor());
     EXPECT_EQ(view.grab().toImage(), before);
-    // The view may go while it waits.
+    // The view may be destroyed while it waits.
     auto other = std::make_unique<NS::ImageView>();
     QTimer::singleShot(0, &timer, [&] {
         other.reset();

@@ -38,7 +38,7 @@ public:
         show();
         resize(sizeHint());
         ASSERT_TRUE(QTest::qWaitForWindowActive(this));
-        clearFocus(); // which a window of one widget has
+        clearFocus(); // a window gives it to its only widget
         setFocus(Qt::TabFocusReason);
     }
     QPoint middle(int segment) const { return segmentRect(segment).center(); }
@@ -365,7 +365,7 @@ TEST(SegmentedControl, the_selected_segment_is_filled_with_the_highlight_up_to_t
     QPalette palette;
     palette.setColor(QPalette::Button, Qt::white);
     palette.setColor(QPalette::Highlight, Qt::red);
-    palette.setColor(QPalette::Window, Qt::black); // and so the lines
+    palette.setColor(QPalette::Window, Qt::black); // also the colour of the lines
     palette.setColor(QPalette::WindowText, Qt::black);
     control.setPalette(palette);
     control.resize(94, 24);
@@ -399,7 +399,7 @@ TEST(SegmentedControl, its_lines_are_equally_thick_on_every_screen)
             window.resize(120, 40);
             QPalette palette;
             palette.setColor(QPalette::Button, Qt::white);
-            palette.setColor(QPalette::Window, Qt::black); // and so the lines
+            palette.setColor(QPalette::Window, Qt::black); // also the colour of the lines
             palette.setColor(QPalette::WindowText, Qt::black);
             window.setPalette(palette);
             NS::SegmentedControl control(&window);

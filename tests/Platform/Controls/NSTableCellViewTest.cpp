@@ -123,7 +123,7 @@ TEST(TableCellView, labels_stand_out_below_a_style_sheet_too)
     EXPECT_EQ(dimmed->palette().color(QPalette::PlaceholderText).rgb(), emphasis.rgb());
     QWidget above;
     above.setStyleSheet(u"QFrame#card { color: red }"_s);
-    parent.setParent(&above); // everything is styled anew
+    parent.setParent(&above); // styles all widgets again
     EXPECT_EQ(cell->label->palette().color(QPalette::WindowText), emphasis);
     cell->setBackgroundStyle(Style::normal);
     EXPECT_EQ(cell->label->palette().color(QPalette::WindowText), before);

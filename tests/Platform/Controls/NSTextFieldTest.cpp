@@ -54,7 +54,7 @@ public:
     QImage picture() { return grab().toImage().convertToFormat(QImage::Format_ARGB32); }
 };
 
-// What of the picture is not its background, the corner's colour. In units.
+// The device-independent rectangle around all pixels that differ from the corner's colour.
 QRect inked(const QImage &image)
 {
     const double ratio = image.devicePixelRatio();
@@ -181,7 +181,7 @@ TEST(TextField, shows_what_fits_and_an_ellipsis)
     const int inkEnd = inked(single.picture()).right();
     EXPECT_LE(inkEnd, natural / 2);
     EXPECT_GT(inkEnd, natural / 2 - 20);
-    // The tool tip has the whole text, whatever is markup to Qt.
+    // The tool tip shows the whole text, with characters that are markup to Qt.
     single.setStringValue(u"Notes & plans that take more than this line"_s);
     QHelpEvent help(QEvent::ToolTip, {}, single.mapToGlobal(QPoint()));
     QApplication::sendEvent(&single, &help);
@@ -214,7 +214,7 @@ TEST(TextField, never_shows_a_part_of_a_line_unless_there_is_no_room_for_one)
             EXPECT_GT(ink.height(), (count - 1) * line) << count << ' ' << more;
         }
     }
-    // A line without room for itself loses as much above as below, as in a QLabel.
+    // A line that is too high loses as much above as below, as in a QLabel.
     for (const bool isSelectable : { false, true }) {
         Field low(u"MMMM"_s);
         low.setSelectable(isSelectable);
@@ -226,7 +226,7 @@ TEST(TextField, never_shows_a_part_of_a_line_unless_there_is_no_room_for_one)
                   whole.copy(0, int(3 * ratio), whole.width(), int((line - 6) * ratio)));
         EXPECT_EQ(low.minimumSizeHint().height(), line);
     }
-    // Its own font decides what a line takes.
+    // The height of a line is that of the field's font.
     QFont large = QApplication::font();
     large.setPointSizeF(3 * large.pointSizeF());
     Field title;
@@ -275,7 +275,7 @@ TEST(TextField, a_text_keeps_its_own_direction_in_a_program_that_runs_the_other_
     };
     const QImage expected = picture(false);
     QApplication::setLayoutDirection(Qt::RightToLeft);
-    EXPECT_EQ(picture(false), expected); // the question mark did not go to the left
+    EXPECT_EQ(picture(false), expected); // the question mark stays at the right
     EXPECT_EQ(picture(true), expected);
     QApplication::setLayoutDirection(Qt::LeftToRight);
 }
@@ -300,13 +300,13 @@ TEST(TextField, takes_its_colours_from_the_palette_until_they_are_set)
     field.setTextColor(Qt::red);
     EXPECT_EQ(field.picture().pixelColor(1, 1), QColor(Qt::yellow));
     EXPECT_TRUE(hasPixelLike(field.picture(), Qt::red));
-    // Selectable, it is another widget that draws.
+    // If the text is selectable, another widget draws it.
     field.setSelectable(true);
     EXPECT_EQ(field.picture().pixelColor(1, 1), QColor(Qt::yellow));
     EXPECT_TRUE(hasPixelLike(field.picture(), Qt::red));
 }
 
-// A label is laid out without a document, and must look as if it had one.
+// A label has no text document, and must look the same as a field that has one.
 TEST(TextField, looks_the_same_to_read_and_to_select)
 {
     QFont bold = QApplication::font();
@@ -371,7 +371,7 @@ TEST(TextField, looks_the_same_to_read_and_to_select)
             Field field;
             field.setLayoutDirection(direction);
             field.setAttributedStringValue(AttributedString(text));
-            for (const int width : { 300, 120, 200 }) { // twice narrower, then wider
+            for (const int width : { 300, 120, 200 }) { // narrower, twice, then wider
                 field.resize(width, field.heightForWidth(width));
                 const QImage read = field.picture();
                 field.setSelectable(true);
@@ -401,7 +401,7 @@ TEST(TextField, an_equal_value_changes_nothing)
     field.setAttributedStringValue(underlined);
     EXPECT_EQ(strings.size(), 0);
     EXPECT_EQ(texts.size(), 1);
-    field.setStringValue(u"Text"_s); // drops the line
+    field.setStringValue(u"Text"_s); // removes the underline
     EXPECT_EQ(field.attributedStringValue(), AttributedString(u"Text"_s));
 
     for (const char *const name :

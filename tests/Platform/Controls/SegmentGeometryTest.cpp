@@ -12,7 +12,7 @@ TEST(SegmentGeometry, padding_gives_way_before_the_widest_segments_do)
     const QList<SegmentWidths> segments { { 40, 24 }, { 80, 64 }, { 60, 60 } };
     const std::pair<double, QList<double>> rows[] = {
         { 500, { 40, 80, 60 } }, { 180, { 40, 80, 60 } },
-        { 164, { 32, 72, 60 } }, // half of the padding
+        { 164, { 32, 72, 60 } }, // the padding is half as wide
         { 148, { 24, 64, 60 } }, { 140, { 24, 58, 58 } }, // the two widest share the rest
         { 60, { 20, 20, 20 } },  { 0, { 0, 0, 0 } },
     };

@@ -13,7 +13,7 @@ using Pellarvine::detail::LineFits;
 
 namespace {
 
-// As if every unit were as wide as the next.
+// A line fits if it has at most `units` UTF-16 units.
 LineFits atMost(qsizetype units)
 {
     return [units](const AttributedString &line) {
@@ -26,7 +26,7 @@ LineFits atMost(qsizetype units)
 TEST(TextElision, keeps_the_longest_part_that_fits)
 {
     const QString family =
-            u"ab\U0001F468‍\U0001F469‍\U0001F467cd"_s; // eight units are one person's
+            u"ab\U0001F468‍\U0001F469‍\U0001F467cd"_s; // the family has eight units
     const struct
     {
         QString line;

@@ -23,7 +23,7 @@ TEST(TextFieldContents, an_edit_takes_the_attributes_around_it)
 {
     TextFieldContents contents;
     contents.setText(marked(u"one two"_s));
-    contents.size(-1); // only a document that is laid out reports changes
+    contents.size(-1); // makes the layout: a document without one reports no changes
     QSignalSpy edits(&contents, &TextFieldContents::edited);
     QTextCursor cursor(&contents.document());
     cursor.setPosition(3);

@@ -10,7 +10,7 @@ namespace {
 
 const Element quad { Element::addQuadCurveToPoint, { { { 3, 3 }, { 6, 0 } } } };
 
-// One subpath with every kind of element, and one that starts where the first was closed.
+// A subpath with every kind of element, and a second one that starts at the first one's start.
 CG::Path everyKind()
 {
     CG::Path path;
@@ -45,7 +45,7 @@ TEST(NSBezierPath, lines_and_closing_survive_cgPath_and_back)
 
 TEST(NSBezierPath, a_quadratic_curve_gets_one_point_as_both_controls)
 {
-    // The usual conversion would give (4, 2) as the second.
+    // The exact conversion would give (4, 2) as the second control point.
     CG::Path path;
     path.moveToPoint({ 0, 0 });
     path.addQuadCurveToPoint({ 3, 3 }, { 6, 0 });
@@ -53,7 +53,7 @@ TEST(NSBezierPath, a_quadratic_curve_gets_one_point_as_both_controls)
     EXPECT_EQ(BezierPath(path).elements().constLast(),
               (Element { Element::addCurveToPoint, { { { 2, 2 }, { 2, 2 }, { 6, 0 } } } }));
 
-    // The current point counts, which is the start again behind a closed subpath.
+    // The curve starts at the current point. After closing, that is the start of the subpath.
     path.closeSubpath();
     path.addQuadCurveToPoint({ 30, 0 }, { 9, 9 });
     EXPECT_EQ(BezierPath(path).elements().constLast(),

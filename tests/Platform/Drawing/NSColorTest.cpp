@@ -79,7 +79,7 @@ TEST(NSColor, a_hue_is_an_angle)
         expectNear(Color(HSBA { 0.3 + turns, 0.5, 0.9, 1 }).rgba(),
                    Color(HSBA { 0.3, 0.5, 0.9, 1 }).rgba());
     EXPECT_EQ(Color(HSBA { 1, 1, 1, 1 }), Color(RGBA { 1, 0, 0, 1 }));
-    // As near to a whole turn as a number gets, and nearer.
+    // Hues so close to a whole turn that a double cannot represent the difference.
     for (const double blue : { 1e-15, 1e-17, 1e-300 })
         EXPECT_LT(Color(RGBA { 1, 0, blue, 1 }).hsba().hue, 1) << blue;
 }

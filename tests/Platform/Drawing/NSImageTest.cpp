@@ -81,7 +81,7 @@ TEST(NSImage, text_and_pictures_can_be_drawn_upright)
     EXPECT_EQ(image.bitmap().pixelColor(11, 17), QColor(Qt::blue));
     EXPECT_EQ(image.bitmap().pixelColor(4, 9), QColor(Qt::transparent));
 
-    // On a widget's painter y runs downwards, and the picture is upright too.
+    // The picture is also upright on a widget's painter, whose y points downwards.
     QImage screen = canvas();
     QPainter painter(&screen);
     const GraphicsContext context(painter);
@@ -105,7 +105,7 @@ TEST(NSImage, leaves_the_context_before_it_as_it_was)
     };
     const Image image({ 4, 4 }, [&] {
         spoil();
-        // Images nest.
+        // An image can be drawn while another one is drawn.
         QPainter *const inner = &current();
         const Image nested({ 2, 2 }, spoil);
         EXPECT_EQ(&current(), inner);
@@ -188,7 +188,7 @@ TEST(NSShadow, lies_in_the_middle_whatever_its_radius)
         for (const int scale : { 1, 2 }) {
             const QImage image =
                     shadowOf({ 60, 70, 80, 60 }, Shadow(Color::black(), { 0, 0 }, radius), scale);
-            // QImage::mirrored turns both ways.
+            // A shadow is symmetric in both directions.
             EXPECT_EQ(image, image.mirrored(true, true)) << radius << " at " << scale;
         }
     }
@@ -203,13 +203,13 @@ TEST(NSShadow, an_offset_points_to_the_right_and_upwards)
     EXPECT_EQ(darkness(sharp, 118, 108), 1);
     EXPECT_EQ(darkness(sharp, 118, 111), 0);
 
-    // The same on a painter whose y runs upwards.
+    // The same on a painter whose y points upwards.
     const Image image({ 200, 200 }, [&] {
         QPainterPath path;
         path.addRect(rect);
         Shadow(Color::black(), { 30, -20 }, 8).draw(current(), path);
     });
-    // The middle of the shape is at (70, 70) from below, that of the shadow 20 lower.
+    // The middle of the shape is at (70, 70) from the lower left, and the shadow's is 20 lower.
     EXPECT_EQ(image.bitmap().pixelColor(100, 200 - 50), QColor(Qt::black));
     EXPECT_EQ(image.bitmap().pixelColor(100, 200 - 95), QColor(Qt::transparent));
 }

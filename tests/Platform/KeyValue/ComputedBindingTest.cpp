@@ -103,7 +103,7 @@ TEST(ComputedBinding, it_lives_beside_the_other_bindings_of_its_control)
     EXPECT_EQ(person.age(), 70);
     person.setProperty("isMember", true);
     EXPECT_EQ(slider.value(), 70);
-    // The function may end it.
+    // The function may destroy the binding.
     QPushButton button;
     NS::bind(&button, u"enabled"_s, { { &person, u"age"_s } }, [&](int age) {
         if (age > 70)

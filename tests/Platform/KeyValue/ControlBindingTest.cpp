@@ -77,7 +77,7 @@ private:
     QVariant m_value;
 };
 
-// The model of a form. Each setter counts, so a change by mere showing is seen.
+// The model of a form. Each setter counts its calls: showing a model must not write to it.
 class Customer : public QObject
 {
     Q_OBJECT
@@ -133,7 +133,7 @@ Q_SIGNALS:
     void customerChanged();
 };
 
-// A dial whose author forgot NOTIFY.
+// A dial with a property without NOTIFY.
 class Knob : public QWidget
 {
     Q_OBJECT
@@ -154,7 +154,7 @@ private:
     double m_angle = 0;
 };
 
-// Controls to bind, with what they need to have a value.
+// Functions that make controls with the contents that their values need.
 
 template <typename Control>
 QObject *made()
@@ -180,7 +180,7 @@ QObject *withItems()
     return list;
 }
 
-// With two pages, which are added as to a tab bar, a tab widget or a tool box.
+// With two pages. A tab bar, a tab widget and a tool box have different functions to add them.
 template <typename Tabs>
 QObject *withPages()
 {
@@ -207,7 +207,7 @@ std::string output(const std::function<void()> &action)
     return ::testing::internal::GetCapturedStdout();
 }
 
-// Thirteen fields, most of which cannot hold what the customers have.
+// Thirteen fields. Most of them cannot show the customer's exact value.
 struct CustomerForm
 {
     explicit CustomerForm(Book *book)
@@ -548,7 +548,7 @@ TEST(ControlBinding, nothing_is_selected_once_an_object_on_the_way_is_destroyed)
     NS::bind(&label, u"text"_s, { { &book, u"customer.number"_s } },
              [](const std::optional<QString> &number) { return number.value_or(u"none"_s); });
     field.setText(u"18"_s);
-    // The book still points at it, and reports no change.
+    // The book still has a pointer to the destroyed customer, and reports no change.
     EXPECT_EQ(output([&] { customer.reset(); }), "");
     EXPECT_EQ(field.text(), QString());
     EXPECT_FALSE(field.isEnabled());
@@ -580,7 +580,7 @@ TEST(ControlBinding, an_edit_that_waits_reaches_the_model_once_it_is_finished)
     field.selectAll();
     QTest::keyClicks(&field, u"7000"_s);
     EXPECT_EQ(port.writes, 0);
-    Q_EMIT port.valueChanged(); // for another property: the edit stays
+    Q_EMIT port.valueChanged(); // another property changed; the edit stays
     EXPECT_EQ(field.text(), u"7000"_s);
     QTest::keyClick(&field, Qt::Key_Return);
     EXPECT_EQ(port.value().toInt(), 7000);
@@ -594,7 +594,7 @@ TEST(ControlBinding, an_edit_that_waits_reaches_the_model_once_it_is_finished)
     field.setFocus();
     EXPECT_EQ(note.value(), u"ba"_s);
     EXPECT_EQ(note.writes, 1);
-    // And a button's shortcut commits by hand.
+    // A button's shortcut does not move the focus. commitEditing() writes the edit.
     QTest::keyClicks(&field, u"1"_s);
     EXPECT_EQ(port.writes, 1);
     EXPECT_TRUE(NS::commitEditing(&window));
@@ -631,12 +631,12 @@ TEST(ControlBinding, a_number_can_be_typed_key_by_key)
     QLineEdit field;
     NS::bind(&field, u"text"_s, &person, u"height"_s);
     field.clear();
-    ::testing::internal::CaptureStdout(); // "" and "-" are no numbers
+    ::testing::internal::CaptureStdout(); // "" and "-" are not numbers
     QTest::keyClicks(&field, u"-1.50"_s);
     ::testing::internal::GetCapturedStdout();
     EXPECT_EQ(field.text(), u"-1.50"_s);
     EXPECT_EQ(person.height, -1.5);
-    Q_EMIT person.changed(); // of something else
+    Q_EMIT person.changed(); // of another property
     EXPECT_EQ(field.text(), u"-1.50"_s);
     Q_EMIT field.editingFinished();
     person.setProperty("height", 2.0);
@@ -681,7 +681,7 @@ TEST(ControlBinding, a_refused_edit_stays_in_its_marked_control)
     }
     EXPECT_EQ(messages, QStringList({ u"At most 65535."_s, u"Digits only."_s, u"Enter a value."_s,
                                       QString() }));
-    // The message is gone when another value is shown.
+    // The message disappears when the field shows another value.
     field.setText(u"x"_s);
     port.setValue(22);
     EXPECT_FALSE(field.property("invalid").isValid());

@@ -15,7 +15,7 @@ namespace NS {
 
 namespace {
 
-// A person who knows a person in every way.
+// A person with a property of each kind that refers to another person.
 class KeyValueCoding : public ::testing::Test
 {
 protected:
@@ -79,7 +79,7 @@ TEST_F(KeyValueCoding, paths_lead_through_objects_shared_pointers_gadgets_and_ma
         setValueForKeyPath(&person, path, other);
         EXPECT_EQ(valueForKeyPath(&person, path), other) << path.toStdString();
     }
-    EXPECT_EQ(valueForKeyPath(&person, u"settings.font.size"_s), 14); // its siblings have stayed
+    EXPECT_EQ(valueForKeyPath(&person, u"settings.font.size"_s), 14); // unchanged
 }
 
 TEST_F(KeyValueCoding, a_null_on_the_way_reads_as_no_value_and_swallows_what_is_written)
@@ -192,7 +192,7 @@ TEST_F(KeyValueCoding, no_value_empties_a_property_as_its_kind_has_it)
     EXPECT_EQ(person.partner, nullptr);
     EXPECT_EQ(person.doctor, nullptr);
     EXPECT_EQ(person.nickname, u"none"_s);
-    EXPECT_FALSE(valueForKeyPath(&person, u"hobby"_s).isValid()); // and yet it is still a key
+    EXPECT_FALSE(valueForKeyPath(&person, u"hobby"_s).isValid()); // still a key
     EXPECT_FALSE(person.settings.contains(u"font"_s));
     EXPECT_EQ(person.address, (Address { u""_s, 2 }));
 }

@@ -71,7 +71,7 @@ TEST(KeyValueEquality, objects_are_equal_by_identity_or_as_they_say_themselves)
     Person other(u"Ada"_s);
     Namesake namesake(u"Ada"_s);
     EXPECT_FALSE(isEqual(&other, shared.get()));
-    EXPECT_FALSE(isEqual(&other, &namesake)); // the first is asked
+    EXPECT_FALSE(isEqual(&other, &namesake)); // calls isEqual() of the first object
     EXPECT_TRUE(isEqual(&namesake, &other));
     EXPECT_TRUE(isEqual(QVariant::fromValue(&namesake), plain));
     other.name = u"Bea"_s;

@@ -44,7 +44,7 @@ QVariantList values(std::initializer_list<QVariant> list)
     return list;
 }
 
-// The value of a path that ends early.
+// The value of a path on which an object is null.
 QVariantList justNull()
 {
     return { nullObject() };
@@ -140,7 +140,7 @@ TEST(KeyValueObserving, a_registration_follows_when_an_object_on_the_way_is_repl
     addObserver(&person, &recorder, u"partner.partner.name"_s, newValue);
 
     set(first, u"partner"_s, QVariant::fromValue(&second));
-    EXPECT_EQ(recorder.taken(), values({})); // not on the way yet
+    EXPECT_EQ(recorder.taken(), values({})); // not on the path yet
     set(person, u"partner"_s, QVariant::fromValue(&first));
     EXPECT_EQ(recorder.taken(), values({ u"Cid"_s }));
     set(second, u"name"_s, u"Dov"_s);
@@ -148,13 +148,13 @@ TEST(KeyValueObserving, a_registration_follows_when_an_object_on_the_way_is_repl
     set(first, u"partner"_s, QVariant::fromValue(&first));
     EXPECT_EQ(recorder.taken(), values({ u"Bea"_s }));
     set(second, u"name"_s, u"Eve"_s);
-    EXPECT_EQ(recorder.taken(), values({})); // not any more
+    EXPECT_EQ(recorder.taken(), values({})); // not on the path any more
     set(person, u"partner"_s, {});
     EXPECT_EQ(recorder.taken(), justNull());
     set(first, u"partner"_s, {});
     EXPECT_EQ(recorder.taken(), values({}));
     Q_EMIT person.partnerChanged(nullptr);
-    EXPECT_EQ(recorder.taken(), values({})); // null as before
+    EXPECT_EQ(recorder.taken(), values({})); // still null
 }
 
 TEST(KeyValueObserving, a_registration_follows_when_an_object_on_the_way_is_destroyed)
@@ -166,7 +166,7 @@ TEST(KeyValueObserving, a_registration_follows_when_an_object_on_the_way_is_dest
     middle->partner = last.get();
     person.partner = middle.get();
     addObserver(&person, &recorder, u"partner.partner.name"_s, newValue);
-    auto next = std::make_unique<Person>(u"Dov"_s); // made first, or it might get the same address
+    auto next = std::make_unique<Person>(u"Dov"_s); // before reset(), for another address
     last.reset();
     EXPECT_EQ(recorder.taken(), justNull());
     last = std::move(next);
@@ -175,9 +175,9 @@ TEST(KeyValueObserving, a_registration_follows_when_an_object_on_the_way_is_dest
     middle.reset();
     EXPECT_EQ(recorder.taken(), justNull());
     set(person, u"partner"_s, {});
-    EXPECT_EQ(recorder.taken(), values({})); // was null before
+    EXPECT_EQ(recorder.taken(), values({})); // still null
     set(person, u"partner"_s, QVariant::fromValue(last.get()));
-    EXPECT_EQ(recorder.taken(), values({})); // has no partner
+    EXPECT_EQ(recorder.taken(), values({})); // `last` has no partner: still null
 }
 
 TEST(KeyValueObserving, what_a_map_holds_may_turn_from_a_value_into_an_object_and_back)
@@ -192,7 +192,7 @@ TEST(KeyValueObserving, what_a_map_holds_may_turn_from_a_value_into_an_object_an
     set(owner, u"name"_s, u"Cid"_s);
     EXPECT_EQ(recorder.taken(), values({ u"Cid"_s }));
     set(person, u"settings.colour"_s, u"red"_s);
-    EXPECT_EQ(recorder.taken(), values({})); // the owner has stayed
+    EXPECT_EQ(recorder.taken(), values({})); // the owner is the same
     set(person, u"settings.owner"_s, QVariantMap { { u"name"_s, u"all"_s } });
     EXPECT_EQ(recorder.taken(), values({ u"all"_s }));
     set(owner, u"name"_s, u"Dov"_s);
@@ -248,7 +248,7 @@ TEST(KeyValueObserving, an_observer_may_end_its_registration_or_itself_while_it_
         auto *const destroyed = new Recorder;
         int calls = 0;
         destroyed->onChange = [&calls, destroyed] {
-            int &count = calls; // the function goes with the observer
+            int &count = calls; // deleting the observer deletes the captures
             delete destroyed;
             ++count;
         };
@@ -276,7 +276,7 @@ TEST(KeyValueObserving, an_exception_leaves_the_initial_call_but_never_a_signal)
     };
     EXPECT_THROW(addObserver(&person, &recorder, u"age"_s, newValueAndInitial), std::runtime_error);
     person.setAge(1);
-    EXPECT_EQ(recorder.taken().size(), 1); // nothing is registered
+    EXPECT_EQ(recorder.taken().size(), 1); // the observer is not registered
     addObserver(&person, &recorder, u"age"_s, newValue);
     ::testing::internal::CaptureStdout();
     EXPECT_NO_THROW(person.setAge(2));

@@ -140,7 +140,7 @@ TEST_F(ObjectList, rows_come_go_and_move_as_such_so_that_a_selection_stays)
     EXPECT_EQ(moved.size(), 1);
     EXPECT_EQ(view.currentIndex().row(), 0);
     setMembers({ person(1), person(2) });
-    EXPECT_EQ(removed.size(), 1); // of two rows
+    EXPECT_EQ(removed.size(), 1); // one signal for both rows
     EXPECT_EQ(moved.size() + inserted.size(), 2);
     EXPECT_EQ(view.currentIndex().data(), u"b"_s);
     // After any change, also with an object twice in the list, the model equals the list.

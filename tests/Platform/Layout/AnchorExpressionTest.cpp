@@ -50,7 +50,7 @@ TEST(AnchorExpression, each_attribute_is_the_line_it_names)
     {
         LayoutAttribute attribute;
         double ofItem;
-        double ofHost; // without its insets
+        double ofHost; // without its alignment insets
         double ofItemMirrored;
         double ofHostMirrored;
     };
@@ -82,7 +82,7 @@ TEST(AnchorExpression, is_0_where_first_is_multiplier_times_second_plus_constant
     EXPECT_EQ(value(item(LayoutAttribute::width), 0.5, item(LayoutAttribute::height), 10), 0);
     EXPECT_EQ(value(item(LayoutAttribute::width), 0.0, {}, 30), 0);
     EXPECT_EQ(value(host(LayoutAttribute::right), 1.0, item(LayoutAttribute::right), 57), 0);
-    // Mirrored, constants grow away from the leading side on the right, of both alike.
+    // In a mirrored layout, both constants grow away from the right, which is the leading side.
     EXPECT_EQ(value(item(LayoutAttribute::leading), 1.0, host(LayoutAttribute::leading), 57,
                     hostAxis),
               0);

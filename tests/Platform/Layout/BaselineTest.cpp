@@ -36,7 +36,7 @@ TEST(Baseline, a_label_has_its_lines_where_its_alignment_puts_them)
         { Qt::AlignVCenter, false, centred, centred },
         { Qt::AlignTop, false, atTop, atTop },
         { Qt::AlignBottom, false, atBottom, atBottom },
-        { Qt::AlignVCenter, true, atTop, atBottom }, // as high as its lines
+        { Qt::AlignVCenter, true, atTop, atBottom }, // wrapping text fills the height
     };
     for (const auto &[alignment, wraps, first, last] : rows) {
         label.setAlignment(alignment);

@@ -35,7 +35,7 @@ TEST(IntrinsicLength, a_widget_is_asked_in_either_direction)
     EXPECT_EQ(height.maximum, 90.0);
 }
 
-// Levels: 0.5 unwanted, 100 expanding, 250 and 750 hugging and resistance, 900 minimum size hints,
+// Levels: 0.5 no preference, 100 expanding, 250 hugging, 750 resistance, 900 minimum size hints,
 // 990 minimum and maximum sizes.
 TEST(IntrinsicLength, policies_hints_and_limits_decide_the_target_and_its_priorities)
 {

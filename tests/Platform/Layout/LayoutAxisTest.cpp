@@ -10,7 +10,7 @@ namespace {
 using Solver = ConstraintSolver;
 using Relation = Solver::Relation;
 
-// Two axes, one behind the other, that fill a length.
+// Two axes in a row that fill a length.
 struct Pair
 {
     explicit Pair(double length)
@@ -44,7 +44,7 @@ TEST(LayoutAxis, lengths_keep_to_their_hints_as_their_policies_say)
         std::pair<double, double> lengths;
     };
     const Row rows[] = {
-        // Two of 100 each, the second of which gives way first.
+        // Both are 100 long. The second one grows or shrinks first.
         { QSizePolicy::Preferred, QSizePolicy::Preferred, 200, { 100, 100 } },
         { QSizePolicy::Preferred, QSizePolicy::Preferred, 260, { 100, 160 } },
         { QSizePolicy::Preferred, QSizePolicy::Preferred, 160, { 100, 60 } },
@@ -53,7 +53,7 @@ TEST(LayoutAxis, lengths_keep_to_their_hints_as_their_policies_say)
         { QSizePolicy::Preferred, QSizePolicy::Minimum, 160, { 60, 100 } },
         { QSizePolicy::Preferred, QSizePolicy::Maximum, 160, { 100, 60 } },
         { QSizePolicy::Ignored, QSizePolicy::Preferred, 130, { 30, 100 } },
-        // Down to the minimum size hint of 50, then the other one.
+        // The second one shrinks to its minimum size hint of 50, then the first one shrinks.
         { QSizePolicy::Preferred, QSizePolicy::Preferred, 120, { 70, 50 } },
     };
     for (const auto &[one, other, length, lengths] : rows) {

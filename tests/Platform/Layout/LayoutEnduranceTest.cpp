@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Widgets stand after thousands of changes where those of a fresh window with the same constraints
-// stand. With PELLARVINE_ENDURANCE_SEEDS=100, for as many seeds as a nightly run should.
+// After thousands of changes, widgets are at the same places as in a new window with the same
+// constraints. PELLARVINE_ENDURANCE_SEEDS sets the number of seeds; nightly runs use 100.
 #include "Layout/Random.h"
 
 #include <pellarvine/Platform/NSLayoutConstraint.h>
@@ -109,7 +109,7 @@ private:
     std::vector<QWidget *> m_buttons;
 };
 
-// Rounding to whole units may fall to either side, at each edge.
+// Each edge may differ by one unit, because of rounding.
 bool isNear(const QRect &one, const QRect &other)
 {
     return std::abs(one.left() - other.left()) <= 1 && std::abs(one.top() - other.top()) <= 1
@@ -123,7 +123,7 @@ std::string textOf(const QRect &rect)
            + std::to_string(rect.width()) + 'x' + std::to_string(rect.height());
 }
 
-// Where the two differ; empty if nowhere.
+// The differences between the two windows. Empty if there are none.
 std::string endure(unsigned seed, int operations)
 {
     Random random(seed);
@@ -134,7 +134,7 @@ std::string endure(unsigned seed, int operations)
         all.push_back(random.candidate());
         constraints.push_back(form.make(all.back()));
     }
-    std::vector<int> order; // of those that were activated
+    std::vector<int> order; // of activation
     for (int step = 1; step <= operations; ++step) {
         const int index = random.below(candidates);
         LayoutConstraint *const constraint = constraints[index].get();
@@ -182,7 +182,7 @@ TEST(LayoutConstraint, widgets_stand_after_thousands_of_changes_where_those_of_a
 {
     const int seeds = qEnvironmentVariableIntValue("PELLARVINE_ENDURANCE_SEEDS");
     for (unsigned seed = 0; seed < unsigned(seeds > 0 ? seeds : 4); ++seed) {
-        ::testing::internal::CaptureStdout(); // names the conflicts, of which there are many
+        ::testing::internal::CaptureStdout(); // the warnings about conflicts
         const std::string difference = endure(seed, seeds > 0 ? 10000 : 1000);
         ::testing::internal::GetCapturedStdout();
         EXPECT_EQ(difference, "");

@@ -19,11 +19,11 @@ TEST(LayoutAmbiguity, a_place_is_open_until_constraints_and_hints_say_one)
     QWidget window;
     window.resize(400, 300);
     auto *const label = new QLabel(QStringLiteral("Name"), &window);
-    auto *const panel = new QWidget(&window); // asks for no size
+    auto *const panel = new QWidget(&window); // has no size hint
     const auto isOpen = [&](QWidget *widget, const Constraints &constraints) {
         LayoutConstraint::activateConstraints(constraints);
         const bool result = hasAmbiguousLayout(widget);
-        layoutSubtreeIfNeeded(&window); // whatever was asked, the layout stays as it is
+        layoutSubtreeIfNeeded(&window); // the question does not change the layout
         const QRect before = widget->geometry();
         EXPECT_EQ(hasAmbiguousLayout(widget), result);
         layoutSubtreeIfNeeded(&window);
@@ -90,7 +90,7 @@ TEST(LayoutAmbiguity, an_open_place_is_exercised_there_and_back_and_a_determined
     layoutSubtreeIfNeeded(&window);
     const QRect before = label->geometry();
     exerciseAmbiguity(label);
-    EXPECT_EQ(label->geometry(), before.translated(0, -24)); // it may not go down
+    EXPECT_EQ(label->geometry(), before.translated(0, -24)); // it cannot move down
     EXPECT_EQ(follower->y(), -24);
     exerciseAmbiguity(label);
     EXPECT_EQ(label->geometry(), before);
@@ -131,7 +131,7 @@ TEST(LayoutAmbiguity, a_place_depends_on_the_constraints_that_would_move_it)
 
     labelX->setPriority(LayoutPriority::defaultLow);
     fieldEnd->setActive(false);
-    wide->setConstant(400); // now it is what holds the field
+    wide->setConstant(400); // now this constraint limits the field
     EXPECT_EQ(constraintsAffectingLayout(field, Qt::Horizontal),
               (Constraints { labelX, labelWidth, fieldX, wide }));
 }

@@ -56,7 +56,7 @@ public:
     QSize minimumHint;
 };
 
-// Text that fills a given area at any width.
+// A widget whose area stays the same at any width, like wrapping text.
 class Flowing : public QWidget
 {
 public:
@@ -97,7 +97,7 @@ void pinTopLeading(QWidget *widget)
     });
 }
 
-// Keeps the widget so far inside of each edge of its parent.
+// Pins the widget to its parent with margins of `x` and `y`.
 void fillParent(QWidget *widget, double x = 0, double y = 0)
 {
     QWidget *const parent = widget->parentWidget();
@@ -281,7 +281,7 @@ TEST(LayoutConstraint, a_new_constant_moves_what_depends_on_it)
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     gap->setProperty("constant", 21);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return other.x() == 51; })); // by the event loop alone
+    EXPECT_TRUE(QTest::qWaitFor([&] { return other.x() == 51; })); // by the event loop
 }
 
 TEST(LayoutConstraint, contradicting_constraints_are_named_once_and_the_last_one_left_out)
@@ -305,7 +305,7 @@ TEST(LayoutConstraint, contradicting_constraints_are_named_once_and_the_last_one
     EXPECT_FALSE(right->isActive());
     EXPECT_EQ(window.place(&view), QRect(10, 0, 50, 0));
 
-    // A new constant can make a constraint contradict others, too.
+    // A new constant can also make a constraint contradict others.
     right->setConstant(60);
     right->setActive(true);
     EXPECT_EQ(warningsOf([&] { width->setConstant(51); }),
@@ -339,7 +339,7 @@ TEST(LayoutConstraint, a_contradiction_by_another_direction_names_only_what_it_i
 
 TEST(LayoutConstraint, constraints_that_only_a_negative_size_satisfies_are_named_once)
 {
-    Window window(10, 10); // less than the constraints need: that alone is no reason
+    Window window(10, 10); // smaller than the constraints need, which causes no warning
     window.setObjectName(u"panel"_s);
     QWidget view(&window);
     view.setObjectName(u"title"_s);
@@ -439,7 +439,7 @@ TEST(LayoutConstraint, a_widget_that_is_destroyed_or_moved_away_takes_its_constr
         else
             leaving->setParent(&elsewhere);
         EXPECT_FALSE(across->isActive() || inside->isActive());
-        EXPECT_EQ(own->isActive(), !isDestroyed); // it needs no other widget
+        EXPECT_EQ(own->isActive(), !isDestroyed); // it is about this widget only
         EXPECT_EQ(ends.count(), 1);
         if (isDestroyed)
             continue;
@@ -506,7 +506,7 @@ TEST(LayoutConstraint, qt_layouts_above_see_the_sizes_that_follow_from_the_const
     rest->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     column->addWidget(panel);
     column->addWidget(rest, 1);
-    panel->setContentsMargins(3, 3, 3, 3); // not counted: an edge is an edge
+    panel->setContentsMargins(3, 3, 3, 3); // ignored: constraints are relative to the panel's edges
     panel->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto *const view = new Sized({ 100, 40 }, panel);
     view->minimumHint = { 60, 30 };

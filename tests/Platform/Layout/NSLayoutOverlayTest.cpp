@@ -57,7 +57,7 @@ TEST(LayoutFindings, a_violation_points_to_the_required_place)
     struct Row
     {
         Qt::LayoutDirection direction;
-        Constraints (*more)(QWidget *view, QWidget *block); // than those of 60 x 40
+        Constraints (*more)(QWidget *view, QWidget *block); // besides the size of 60 x 40
         QLineF line;
         QString text;
     };
@@ -192,7 +192,7 @@ TEST(LayoutOverlay, it_stays_over_its_view_and_takes_no_input)
     panel.block->raise();
     EXPECT_EQ(panel.view.children().last(), overlay);
 
-    // The block's frame, and nothing within.
+    // Only the block's frame is drawn.
     const QImage with = panel.view.grab().toImage();
     setShowsLayout(&panel.view, false);
     EXPECT_FALSE(showsLayout(&panel.view));

@@ -14,7 +14,7 @@ using namespace NS;
 
 namespace {
 
-// Leaves spacings to the kinds of controls, or not.
+// A style with a fixed spacing, or, if that is -1, with spacings by the kinds of the controls.
 class SpacingStyle : public QProxyStyle
 {
 public:

@@ -3,7 +3,7 @@
 
 #include <random>
 
-/// Numbers that are the same in every run with the seed.
+/// Random numbers that are the same in each run with that seed.
 class RandomNumbers
 {
 public:

@@ -65,7 +65,7 @@ private:
     Person *m_person = new Person(u"Ada"_s, this);
 };
 
-// A text of a literal of either kind.
+// A text that can be made from char and char16_t literals.
 struct Text : QString
 {
     Text(const QString &text)
@@ -102,7 +102,7 @@ protected:
         Forms::Sticker::calls.clear();
     }
 
-    // A form around `inside`, which begins on line 2.
+    // A form that contains `inside`, from line 2 on.
     static NS::Nib form(const Text &inside, const Text &behind = "")
     {
         const Markup markup("<ui version='4.0'><class>Form</class><widget class='QWidget' "
@@ -139,7 +139,7 @@ public:
     inline static bool isBroken = false;
 };
 
-// What is thrown, as one text: "reason object name".
+// The error that the action throws.
 template <typename Action>
 NS::NibError errorOf(Action action)
 {
@@ -192,7 +192,7 @@ TEST_F(Nib, nothing_that_a_file_says_of_a_custom_widget_is_lost)
     EXPECT_EQ(sticker->pages, QStringList({ u"firstPage"_s, u"secondPage"_s }));
     EXPECT_EQ(sticker->field, owner.nameField);
 
-    // Nor without the namespace.
+    // The class also matches without its namespace.
     const Text page("<widget class='Sticker' name='a'><widget class='QLabel' name='b'/></widget>");
     const Markup custom("<customwidgets><customwidget><class>Sticker</class><extends>QFrame"
                         "</extends><container>1</container><addpagemethod>%1</addpagemethod>"
@@ -213,7 +213,7 @@ TEST_F(Nib, everything_is_awakened_once_with_its_outlets_set_and_children_first)
     EXPECT_TRUE(root->findChild<Forms::Sticker *>(u"a"_s)->hadField);
     EXPECT_TRUE(root->findChild<Forms::Sticker *>(u"d"_s)->hadField);
 
-    // Neither by an outer tree that it becomes part of.
+    // awaken() of an outer tree does not call them again.
     NS::Nib::awaken(root.get(), &owner);
     EXPECT_EQ(Forms::Sticker::calls.join(u' '), u"b c a d owner owner"_s);
 }

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A controller that understands commands.
+// A controller with methods for commands.
 class Archive : public NS::ViewController
 {
     Q_OBJECT
@@ -94,7 +94,7 @@ TEST(Responder, an_action_calls_the_method_of_its_name_that_takes_the_sender)
         { u"archive"_s, nullptr, { { "archive", nullptr } } },
         { u"print"_s, &field, { { "print", nullptr } } },
         { u"edit"_s, &field, { { "edit", &field } } },
-        { u"edit"_s, &other, {} }, // is no line edit
+        { u"edit"_s, &other, {} }, // not a line edit
         { u"count"_s, &field, {} },
         { u"archived"_s, &field, {} }, // a signal
         { u"absent"_s, &field, {} },

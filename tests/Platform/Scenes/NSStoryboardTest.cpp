@@ -80,7 +80,7 @@ public:
                            "<storyboard" + attributes + ">\n" + elements + "\n</storyboard>\n");
     }
 
-    // What is wrong, after the file's name.
+    // The message of the error, without the file's name in front.
     std::string problem(const std::function<void()> &action)
     {
         try {
@@ -93,7 +93,7 @@ public:
         return {};
     }
 
-    // What is wrong in a file.
+    // The same for a file.
     std::string problemIn(const QString &path)
     {
         return problem([&] { NS::Storyboard::storyboardWithContentsOfFile(path); });
@@ -164,7 +164,7 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
         EXPECT_THAT(problemIn(path), StartsWith(expected)) << elements.constData();
         EXPECT_EQ(fitsSchema(path), isInSchema) << elements.constData();
     }
-    // The classes there are, those of other tests too.
+    // The message lists the registered classes, those of other tests too.
     EXPECT_THAT(problemIn(storyboard("<scene identifier='a' class='Forn'/>")),
                 testing::AllOf(testing::ContainsRegex("[(, ]Form[,)]"),
                                testing::Not(HasSubstr("NS::TextField"))));
@@ -252,7 +252,7 @@ TEST_F(NSStoryboard, outlets_and_embedded_scenes_are_there_when_the_view_has_bee
     const std::unique_ptr<QObject> made(storyboard->instantiateInitialController());
     const std::weak_ptr<NS::Storyboard> watched = storyboard;
     storyboard.reset();
-    EXPECT_FALSE(watched.expired()); // its controllers keep it
+    EXPECT_FALSE(watched.expired()); // its controllers share it
 
     auto *const controller = qobject_cast<Form *>(made.get());
     ASSERT_TRUE(controller);
@@ -297,10 +297,10 @@ TEST_F(NSStoryboard, a_trigger_ends_with_its_controller_and_with_its_controllers
     field = (static_cast<void>(ending->view()), ending->field);
     ending->endsWhenAsked = true;
     ending->view()->setParent(&keeper);
-    // The view ends with the controller, which is deleted in the midst of its own signal.
+    // The controller is deleted during a signal of its view, and deletes the view.
     QMetaObject::invokeMethod(field, &QLineEdit::returnPressed, Qt::DirectConnection);
     EXPECT_EQ(Form::timesAsked, 2);
-    EXPECT_EQ(Form::count, 2); // the first, and what its own click has made
+    EXPECT_EQ(Form::count, 2); // the first one, and the one that the signal has made
 }
 
 TEST_F(NSStoryboard, an_unknown_identifier_is_thrown_with_those_that_are_known)

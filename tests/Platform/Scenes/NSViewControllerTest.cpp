@@ -19,7 +19,7 @@ namespace {
 
 using Log = std::vector<std::string>;
 
-// Writes down what it is told, and whether its view could be seen in its window then.
+// Logs the calls of its callbacks, and whether its view was visible then.
 class Told : public NS::ViewController
 {
 public:
@@ -97,7 +97,7 @@ TEST(ViewController, its_view_appears_and_disappears_in_pairs_however_that_comes
             EXPECT_THAT(log, ElementsAre("willDisappear", "didDisappear")) << way.name;
             log.clear();
             way.appear(window, box, controller);
-            QCoreApplication::processEvents(); // a layout shows what it is given a little later
+            QCoreApplication::processEvents(); // a layout shows a new widget from the event loop
             EXPECT_THAT(taken(log), ElementsAre("willAppear", "didAppear")) << way.name;
         }
     }

@@ -118,7 +118,7 @@ TEST(NibEntry, entries_stand_on_lines_of_their_own_and_know_where)
     EXPECT_EQ(placed[1].place.line, 9);
     EXPECT_EQ(placed[1].place.column, 2);
 
-    // In a tree that code made no place is known.
+    // A tree that was made by code has no places.
     const QList<NibText> unplaced = nibEntries({ text, {} });
     ASSERT_EQ(unplaced.size(), 2);
     EXPECT_EQ(unplaced[1].place.line, 0);

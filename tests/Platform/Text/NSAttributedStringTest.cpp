@@ -34,7 +34,7 @@ QString letters(std::mt19937 &random, qsizetype count)
     return QString(count, QChar(char16_t(u'a' + random() % 9)));
 }
 
-// A few keys and values, so that runs often become equal.
+// Random attributes from few keys and values, so that runs are often equal.
 Attributes someAttributes(std::mt19937 &random)
 {
     Attributes attributes;
@@ -156,7 +156,7 @@ TEST(MutableAttributedString, a_rewriter_agrees_with_edits_one_by_one)
                                          someAttributes(random)));
         MutableAttributedString edited = text;
         const AttributedString before = text;
-        // The copy that must not change.
+        // This copy must not change.
         // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
         const AttributedString snapshot = before;
 
@@ -294,7 +294,7 @@ TEST(AttributedStringText, html_carries_styles_and_escapes_what_is_not_markup)
               u"a&lt;b &amp; &quot;c&quot;<span style=\"font-family:'ONeill Sans';font-size:12pt;"
               "font-weight:700;color:rgba(255,0,0,0.502);text-decoration:underline line-through;"
               "letter-spacing:2px\">x</span>"_s);
-    // The name of a generic family is a keyword, which quotes would turn into that of a font.
+    // The names of generic families are keywords. In quotes, they would be the names of fonts.
     const std::pair<QString, QString> families[] = {
         { u"monospace"_s, u"monospace"_s },
         { u"Sans-Serif"_s, u"sans-serif"_s },

@@ -23,8 +23,8 @@ namespace {
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-// The face that is really drawn with. Its style has no spaces: what Inter 4 calls "SemiBold" was
-// "Semi Bold" in Inter 3.
+// The family and style of the face that Qt draws with. Spaces are removed from the style: Inter 3
+// has "Semi Bold", Inter 4 "SemiBold".
 std::string face(const QFont &font)
 {
     const QString style = QRawFont::fromFont(font).styleName().remove(u' ');
@@ -134,7 +134,7 @@ TEST(NSFont, the_systems_fonts_follow_the_program)
 
 TEST(NSFont, a_font_that_the_program_adds_is_found_while_it_is_there)
 {
-    // A font that the system lacks: one that it has, with other names of the same length.
+    // Makes a font that is not installed: an installed one, with other names of the same length.
     QFile original(u"/usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf"_s);
     ASSERT_TRUE(original.open(QIODevice::ReadOnly));
     QByteArray bytes = original.readAll();
@@ -169,12 +169,12 @@ TEST(NSFont, names_can_be_looked_up_from_several_threads)
 TEST(NSFontManager, the_face_that_is_shown_counts_and_not_the_one_asked_for)
 {
     QFont font(u"DejaVu Sans"_s);
-    font.setWeight(QFont::DemiBold); // shown in Bold
+    font.setWeight(QFont::DemiBold); // drawn with the face Bold
     EXPECT_EQ(FontManager::weight(font), QFont::Bold);
     EXPECT_EQ(FontManager::convertWeight(font, WeightDirection::heavier), font);
     EXPECT_EQ(face(FontManager::convertWeight(font, WeightDirection::lighter)), "DejaVu Sans/Book");
     EXPECT_EQ(FontManager::weights(font), (QList<int> { 200, 400, 700 }));
-    // A name that stands for a family, and a list that begins with a missing one.
+    // An alias of a family, and a list that begins with a missing family.
     for (const QStringList &families :
          { QStringList { u"monospace"_s }, QStringList { u"Nobody"_s, u"DejaVu Sans Mono"_s } }) {
         const QFont regular(families);
@@ -188,7 +188,7 @@ TEST(NSFontManager, the_face_that_is_shown_counts_and_not_the_one_asked_for)
 TEST(NSFontManager, a_condensed_font_stays_condensed)
 {
     QFont pinned(u"DejaVu Sans"_s);
-    pinned.setStyleName(u"Condensed"_s); // as a font dialog does it
+    pinned.setStyleName(u"Condensed"_s); // like a font dialog
     const QFont wide = QFont(u"DejaVu Sans"_s);
     for (const QFont &font : { pinned, fontWithName(u"DejaVuSansCondensed"_s, 12).value() }) {
         const QFont bold = FontManager::convertWeight(font, WeightDirection::heavier);

@@ -19,7 +19,7 @@ std::shared_ptr<CA::Layer> makeLayer(const QRectF &frame, const QColor &color)
     return layer;
 }
 
-// Draws a dot in its middle, and lays out a layer as a view would.
+// A view that draws a dot in its middle and lays out a layer.
 class Dotted : public QWidget
 {
     Q_OBJECT

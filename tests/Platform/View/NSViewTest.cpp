@@ -12,7 +12,7 @@
 
 namespace {
 
-// Counts its layout passes, and lays out a child as one would.
+// A view that counts its layout passes and lays out a child.
 class Passing : public QWidget
 {
     Q_OBJECT

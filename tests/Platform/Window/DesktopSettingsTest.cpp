@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the user has set for the desktop, told by a portal on a bus of the test's own, or in a file.
+// The user's settings of the desktop, from a portal on a private bus, or from a file.
 #include "View/DesktopSettings.h"
 
 #include "Drawing/Shades.h"
@@ -65,7 +65,7 @@ protected:
         qDBusRegisterMetaType<Groups>();
         m_bus.start(&portal);
     }
-    void TearDown() override { delete &DesktopSettings::instance(); } // the next one starts anew
+    void TearDown() override { delete &DesktopSettings::instance(); } // for the next test
     void start() { DesktopSettings::instance().start(m_bus.program()); }
     void change(const QString &group, const QString &key, const QVariant &value)
     {
@@ -113,7 +113,7 @@ TEST_F(DesktopSettingsTest, the_palette_follows_scheme_and_accent_while_it_is_as
         const QColor orange = QColor::fromRgbF(1.0F, 0.5F, 0.0F);
         EXPECT_TRUE(QTest::qWaitFor(
                 [&] { return QApplication::palette().color(QPalette::Highlight) == orange; }));
-        // Numbers that are no colour.
+        // Numbers that are not a colour.
         change(appearance, u"accent-color"_s, QVariant::fromValue(PortalColor { -1.0, 0.5, 7.0 }));
         EXPECT_TRUE(QTest::qWaitFor(
                 [&] { return QApplication::palette().color(QPalette::Highlight) != orange; }));
@@ -192,7 +192,7 @@ TEST_F(DesktopSettingsTest, buttons_stand_where_the_user_wants_them_once_the_win
     EXPECT_TRUE(QTest::qWaitFor([&] { return x(WindowButton::close) == 500 - 10 - 14; }));
     EXPECT_EQ(x(WindowButton::zoom), 500 - 10 - 14 - 20);
     EXPECT_EQ(x(WindowButton::miniaturize), 500 - 10 - 14 - 40);
-    window.resize(1, 300); // as narrow as it gets: the buttons still have room
+    window.resize(1, 300); // the minimum width has room for the buttons
     EXPECT_GE(x(WindowButton::miniaturize), 0);
     EXPECT_LT(window.width(), 100);
     window.setFollowsDesktopButtonLayout(false);
@@ -233,7 +233,7 @@ TEST(KwinSettings, are_read_from_its_file)
         { "[Windows]\nTitlebarDoubleClickCommand=Nothing\n", doubleClick, TitleBarAction::none },
         { "[MouseBindings]\nCommandActiveTitlebar2=Lower\n", middle, TitleBarAction::lower },
         { "[MouseBindings]\nCommandActiveTitlebar3=Maximize\n", right, TitleBarAction::zoom },
-        { "[MouseBindings]\nCommandActiveTitlebar3=Shade\n", right, // which there is not here
+        { "[MouseBindings]\nCommandActiveTitlebar3=Shade\n", right, // an unsupported action
           TitleBarAction::windowMenu },
     };
     for (const auto &[contents, click, action] : rows) {

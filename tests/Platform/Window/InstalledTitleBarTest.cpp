@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Windows of other classes with our title bar: they stay what they are.
+// Windows of other classes keep their behaviour with our title bar.
 #include <pellarvine/Platform/NSTextField.h>
 #include <pellarvine/Platform/NSTitleBar.h>
 #include <pellarvine/Platform/NSWindow.h>
@@ -39,7 +39,7 @@ protected:
     }
 };
 
-// Null if the window has no such button, or does not show it.
+// Null if the window has no visible button of that name.
 QAbstractButton *button(const QWidget &window, const QString &name)
 {
     for (auto *const candidate : window.findChildren<QAbstractButton *>()) {
@@ -85,7 +85,7 @@ TEST(InstalledTitleBar, stands_above_the_content_and_follows_the_title)
         dialog.setLayoutDirection(direction);
         dialog.resize(300, 200);
         NS::TitleBar::install(&dialog);
-        NS::TitleBar::install(&dialog); // does nothing
+        NS::TitleBar::install(&dialog); // the second call does nothing
         dialog.show();
         EXPECT_EQ(dialog.size(), QSize(300, 200 + barHeight));
         ASSERT_TRUE(button(dialog, u"Close"_s));
@@ -196,7 +196,7 @@ TEST(InstalledTitleBar, a_main_window_keeps_its_menus_its_closing_and_its_state)
     EXPECT_EQ(other.size(), QSize(400, 300 + barHeight));
 }
 
-// It changes the window's interface, so that it can leave out the shadow.
+// The title bar replaces the window's accessible interface, to exclude the shadow.
 TEST(InstalledTitleBar, screen_readers_find_the_window_as_before)
 {
     const auto told = [](QWidget &window) {

@@ -36,7 +36,7 @@ NS::ViewController *controllerOf(QWidget *view)
     return controller;
 }
 
-// Lets what is posted run, and what that posts.
+// Handles posted events, and the events that these post.
 void settle()
 {
     QApplication::processEvents();
@@ -70,13 +70,13 @@ public:
     {
         popover.showRelativeToRect({}, &button, edge);
         settle();
-        // The offscreen platform activates every window that is shown, even one that says no.
+        // The offscreen platform activates each window that is shown, also one that refuses it.
         if (!QApplication::focusWidget())
             window.activateWindow();
         settle();
     }
 
-    // As the window system does it: what covers the place is hit first.
+    // Clicks on the window at the widget's middle, so that a widget above gets the click.
     void click(QWidget *widget)
     {
         QTest::mouseClick(window.windowHandle(), Qt::LeftButton, {},
@@ -135,7 +135,7 @@ TEST(PopoverPlacement, flips_then_turns_then_covers_what_it_must)
         { { 0, 290, 800, 40 }, RectEdge::maxY, RectEdge::maxX }, // lower than the body
         { { 0, 270, 450, 70 }, RectEdge::maxY, RectEdge::minX },
         { { 300, 0, 240, 600 }, RectEdge::minX, RectEdge::maxY },
-        { { 380, 250, 110, 120 }, RectEdge::maxY, RectEdge::maxY }, // nowhere: least wrong
+        { { 380, 250, 110, 120 }, RectEdge::maxY, RectEdge::maxY }, // no edge has room
     };
     for (const auto &[room, preferred, expected] : rows) {
         const QRectF anchor(400, 300, 40, 20);
@@ -152,10 +152,10 @@ TEST(PopoverPlacement, slides_along_the_edge_and_the_arrow_stays_at_the_anchor)
     const auto placement = placePopover(anchor, { 200, 50 }, room, RectEdge::maxY);
     EXPECT_EQ(placement.body.right(), 800);
     EXPECT_EQ(placement.body.left() + *popoverArrow(anchor, placement.body, placement.edge), 780);
-    // Not around the corner, though.
+    // The arrow keeps its distance from the corner.
     const QRectF corner(798, 300, 2, 20);
     EXPECT_EQ(popoverArrow(corner, placement.body, placement.edge), 182);
-    // And not from a place that it was pushed to.
+    // A popover that was moved away has no arrow.
     EXPECT_FALSE(popoverArrow(anchor, placement.body.translated(0, 20), placement.edge));
     EXPECT_FALSE(popoverEdge(anchor, placement.body.translated(0, 20)));
     EXPECT_FALSE(popoverArrow(anchor, placement.body.translated(0, 200), placement.edge));
@@ -195,7 +195,7 @@ TEST(Popover, shows_its_content_at_its_own_size_beside_the_view)
         EXPECT_EQ(scene.contentOnScreen().bottom() + 1 + 10, scene.buttonOnScreen().top());
         EXPECT_EQ(scene.contentOnScreen().center().x(), scene.buttonOnScreen().center().x());
 
-        // A rectangle counts from the view's lower left.
+        // The rectangle is relative to the view's lower left corner.
         scene.popover.showRelativeToRect(QRectF(0, 0, 20, 10), &scene.button, RectEdge::minY);
         EXPECT_EQ(scene.popover.edge(), RectEdge::minY);
         EXPECT_EQ(scene.contentOnScreen().top(), scene.buttonOnScreen().bottom() + 1 + 10);
@@ -331,7 +331,7 @@ TEST(Popover, a_click_in_it_keeps_it_open)
         QTest::mouseClick(inner, Qt::LeftButton);
         EXPECT_EQ(clicks.size(), 1);
         EXPECT_TRUE(scene.popover.isShown());
-        // Beside the content, on the bubble itself.
+        // A click on the bubble, beside the content, does not close it.
         QTest::mouseClick(scene.bubble(), Qt::LeftButton, {}, { 16, 16 });
         EXPECT_TRUE(scene.popover.isShown());
     }
@@ -362,7 +362,7 @@ TEST(Popover, the_click_that_closes_it_on_its_opener_does_not_open_it_again)
     Scene scene;
     QObject::connect(&scene.button, &QPushButton::clicked, &scene.popover,
                      [&] { scene.popover.showRelativeToRect({}, &scene.button, RectEdge::maxY); });
-    for (int i = 0; i < 3; ++i) { // nothing is its opener
+    for (int i = 0; i < 3; ++i) { // without an opener, each click shows it
         scene.click(&scene.button);
         EXPECT_TRUE(scene.popover.isShown());
     }
@@ -372,7 +372,7 @@ TEST(Popover, the_click_that_closes_it_on_its_opener_does_not_open_it_again)
         scene.click(&scene.button);
         EXPECT_EQ(scene.popover.isShown(), isOpen);
     }
-    // Pointing at something else than what opens it.
+    // The opener can be another widget than the one that the arrow points to.
     QObject::connect(&scene.other, &QPushButton::clicked, &scene.popover,
                      [&] { scene.popover.showRelativeToRect({}, &scene.button, RectEdge::maxY); });
     scene.popover.setOpener(&scene.other);
@@ -396,7 +396,7 @@ TEST(Popover, keys_elsewhere_close_it_and_are_typed_but_modifiers_do_nothing)
 
 TEST(Popover, what_is_shown_by_a_key_is_not_closed_by_the_rest_of_that_key)
 {
-    Scene scene; // a line edit hands Return on to its parents once it has told
+    Scene scene; // a line edit passes Return on to its parents after the signal
     QObject::connect(&scene.field, &QLineEdit::returnPressed, &scene.popover,
                      [&] { scene.popover.showRelativeToRect({}, &scene.field, RectEdge::maxY); });
     for (int i = 0; i < 2; ++i) {
@@ -514,7 +514,7 @@ TEST(Popover, asks_before_the_user_closes_it_but_not_before_the_program_does)
     };
     const auto closeWindow = [&] {
         content->window()->close();
-    }; // by a key of the desktop
+    }; // like a key of the desktop
     for (const std::function<void()> &act : { std::function<void()>(click), { closeWindow } }) {
         asking.mayClose = false;
         asking.closings = 0;
@@ -556,7 +556,7 @@ TEST(Popover, one_that_nobody_holds_lives_while_it_is_on_the_screen)
     deleteLeftovers();
     EXPECT_FALSE(shown);
     EXPECT_FALSE(content);
-    // Without a view on the screen it never is.
+    // If the view is not visible, it is not shown.
     scene.button.hide();
     const QPointer<Popover> refused = make();
     refused->showRelativeToRect({}, &scene.button, RectEdge::minY);

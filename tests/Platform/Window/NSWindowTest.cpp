@@ -35,7 +35,7 @@ struct Shown : ShownWindow
     using ShownWindow::ShownWindow;
 
     void press(QPoint at) { QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, at); }
-    // Not by QTest, which takes buttons of earlier tests for pressed.
+    // Not by QTest, which remembers pressed buttons from earlier tests.
     void move(QPoint to)
     {
         QMouseEvent event(QEvent::MouseMove, to, window.mapToGlobal(to), Qt::NoButton, Qt::NoButton,
@@ -43,7 +43,7 @@ struct Shown : ShownWindow
         QCoreApplication::sendEvent(window.windowHandle(), &event);
     }
     void release(QPoint at) { QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, at); }
-    // In steps, each in the window's coordinates of that moment.
+    // Drags in steps. Each position is in the window's coordinates at that time.
     void drag(QPoint from, QPoint by)
     {
         const QPoint start = window.mapToGlobal(from);
@@ -311,10 +311,10 @@ TEST(NSWindow, opens_with_the_focus_in_its_content)
         EXPECT_FALSE(qobject_cast<QAbstractButton *>(QApplication::focusWidget()));
         EXPECT_TRUE(!hasField || QApplication::focusWidget() == field);
         QTest::keyClick(window.windowHandle(), Qt::Key_Space);
-        QTest::qWait(150); // longer than a button that is clicked by a key stays down
+        QTest::qWait(150); // a button that is clicked by a key stays down less long
         EXPECT_TRUE(window.isVisible());
 
-        // So it does when it comes back without a focus.
+        // The same if it is activated again and no widget has the focus.
         if (field)
             field->clearFocus();
         QWidget other;

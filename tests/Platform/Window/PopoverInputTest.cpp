@@ -13,7 +13,7 @@
 using namespace Qt::StringLiterals;
 using NS::Popover;
 
-// A Wayland compositor may take the keyboard from the program when a key closes a list.
+// When a key closes a list, a Wayland compositor may take the focus from the program.
 TEST(PopoverInput, a_key_that_closes_a_list_in_a_popover_does_not_close_that_too)
 {
     QWidget window;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Views in a title bar, and what the bar leaves to others.
+// Views in a title bar, and the events that the bar leaves to them.
 #include "ShownWindow.h"
 
 #include <pellarvine/Platform/NSTitlebarAccessoryViewController.h>
@@ -29,7 +29,7 @@ struct Shown : ShownWindow
 {
     using ShownWindow::ShownWindow;
 
-    // The way that the window has gone.
+    // Drags from that point. Returns the distance that the window has moved.
     QPoint drag(QPoint from)
     {
         const QPoint origin = window.pos();
@@ -120,7 +120,7 @@ TEST(TitleBar, keeps_the_window_wide_enough_for_its_views)
     shown.window.resize(10, 300);
     EXPECT_EQ(shown.window.width(), 280);
 
-    // The content and the program still bound it too.
+    // The minimum widths of the content and of the program apply too.
     auto *const content = new QWidget;
     content->setMinimumWidth(350);
     shown.window.setContentView(content);

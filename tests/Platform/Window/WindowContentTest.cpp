@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A main window that becomes the content of a window goes on as if it were one itself.
+// A main window that is the content of a window keeps its properties of a window.
 #include <pellarvine/Platform/NSWindow.h>
 #include <pellarvine/Platform/NSWindowController.h>
 
@@ -116,7 +116,7 @@ TEST(WindowContent, gives_the_window_its_title_mark_icon_and_document)
     editor->setWindowTitle(u"Letter[*]"_s);
     EXPECT_EQ(window.windowTitle(), u"Letter[*]"_s);
 
-    // As programs set them when they have saved.
+    // The properties that programs set after saving.
     editor->setWindowModified(false);
     editor->setWindowFilePath(u"/home/ada/letter.txt"_s);
     EXPECT_FALSE(window.isWindowModified());
@@ -125,7 +125,7 @@ TEST(WindowContent, gives_the_window_its_title_mark_icon_and_document)
     editor->setWindowTitle({});
     EXPECT_EQ(window.windowTitle(), u"letter.txt[*]"_s);
 
-    // A content that goes leaves its last ones, and no longer changes them.
+    // A content that is removed leaves its last title and document to the window.
     editor->setParent(nullptr);
     editor->setWindowTitle(u"Elsewhere"_s);
     EXPECT_EQ(window.windowTitle(), u"letter.txt[*]"_s);
@@ -145,7 +145,7 @@ TEST(WindowContent, gives_a_shown_window_each_document_that_it_saves_as)
     QCoreApplication::processEvents();
     EXPECT_TRUE(opened.window.representedURL().isEmpty());
 
-    // In an event loop that waits afterwards, and set on the window itself.
+    // The path is set on the content and on the window, while the event loop runs.
     for (QWidget *const widget :
          { static_cast<QWidget *>(opened.editor), static_cast<QWidget *>(&opened.window) }) {
         const QString path = u"/home/ada/"_s + QLatin1String(widget->metaObject()->className());

@@ -29,7 +29,7 @@ TEST(WindowState, with_sizes_that_no_window_has_is_refused)
 {
     Window window(QRectF(100, 200, 400, 300), whole);
     const QByteArray state = window.saveState();
-    // Where its three rectangles of four 32-bit numbers are.
+    // The offsets of the three rectangles, of four 32-bit numbers each.
     for (const int rectangle : { 8, 24, 50 }) {
         for (const qint32 right : { -1000, 99, 1 << 30 }) {
             QByteArray number;

@@ -74,10 +74,10 @@ TEST_F(ColorPanelTest, the_wheel_reports_every_movement_of_the_mouse)
     const QColor reddish = panel->color();
     EXPECT_GT(reddish.red(), reddish.green());
     EXPECT_NEAR(reddish.green(), reddish.blue(), 8);
-    QTest::mouseMove(wheel(), middle + QPoint(0, -40)); // a quarter on, between yellow and green
+    QTest::mouseMove(wheel(), middle + QPoint(0, -40)); // a quarter turn, to yellow-green
     EXPECT_EQ(reports.count(), 2);
     EXPECT_NEAR(panel->color().hueF(), 0.25, 0.01);
-    QTest::mouseMove(wheel(), middle + QPoint(-4000, 0)); // as far out as the disc goes
+    QTest::mouseMove(wheel(), middle + QPoint(-4000, 0)); // on the edge of the disc
     EXPECT_NEAR(panel->color().hueF(), 0.5, 0.01);
     EXPECT_EQ(panel->color().saturation(), 255);
     QTest::mouseRelease(wheel(), Qt::LeftButton, {}, middle);
@@ -89,7 +89,7 @@ TEST_F(ColorPanelTest, the_wheel_obeys_the_arrow_keys)
 {
     panel->setColor(Qt::red);
     QTest::keyClick(wheel(), Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_NEAR(panel->color().hue(), 10, 1); // as near as 8 bits a component come
+    EXPECT_NEAR(panel->color().hue(), 10, 1); // as exact as 8 bits per component allow
     QTest::keyClick(wheel(), Qt::Key_Left);
     EXPECT_NEAR(panel->color().hue(), 9, 1);
     QTest::keyClick(wheel(), Qt::Key_Down, Qt::ShiftModifier);
@@ -112,12 +112,12 @@ TEST_F(ColorPanelTest, greys_and_black_keep_the_hue_and_saturation_that_they_do_
     for (int i = 0; i < 10; ++i)
         QTest::keyClick(wheel(), Qt::Key_Down, Qt::ShiftModifier);
     EXPECT_EQ(panel->color(), QColor(Qt::white));
-    QTest::keyClick(wheel(), Qt::Key_Right, Qt::ShiftModifier); // no colour changes, the hue does
+    QTest::keyClick(wheel(), Qt::Key_Right, Qt::ShiftModifier); // changes the hue, not the colour
     QTest::keyClick(wheel(), Qt::Key_Up, Qt::ShiftModifier);
     EXPECT_NEAR(panel->color().hue(), 210, 2);
     for (int i = 0; i < 9; ++i)
         QTest::keyClick(wheel(), Qt::Key_Up, Qt::ShiftModifier);
-    EXPECT_NEAR(panel->color().hue(), 210, 1); // the pale colours on the way have not bent it
+    EXPECT_NEAR(panel->color().hue(), 210, 1); // not the hue of a paler colour
 }
 
 TEST_F(ColorPanelTest, each_slider_and_each_field_sets_its_component)
@@ -225,7 +225,7 @@ TEST_F(ColorPanelTest, items_of_the_tool_bar_show_their_pages)
     QTest::mouseClick(find<QAbstractButton>(u"HSB"_s), Qt::LeftButton);
     EXPECT_EQ(panel->mode(), ColorPanel::hsbMode);
     items.at(2)->trigger();
-    items.at(1)->trigger(); // with the sliders that were there before
+    items.at(1)->trigger(); // shows the sliders that were last used
     EXPECT_EQ(panel->mode(), ColorPanel::hsbMode);
     items.at(0)->trigger();
     EXPECT_EQ(panel->mode(), ColorPanel::wheelMode);
@@ -234,14 +234,14 @@ TEST_F(ColorPanelTest, items_of_the_tool_bar_show_their_pages)
     const auto role = [](QWidget *widget) {
         return QAccessible::queryAccessibleInterface(widget)->role();
     };
-    for (const QString &model : { u"RGB"_s, u"HSB"_s }) // one of several
+    for (const QString &model : { u"RGB"_s, u"HSB"_s }) // one of a group
         EXPECT_EQ(role(find<QAbstractButton>(model)), QAccessible::RadioButton);
     for (QAction *const item : items) {
         QWidget *const page = panel->toolbar()->widgetForAction(item);
         EXPECT_EQ(role(page), QAccessible::RadioButton);
         QTest::mouseClick(page, Qt::LeftButton);
         EXPECT_TRUE(item->isChecked());
-        QTest::mouseClick(page, Qt::LeftButton); // which leaves it the one
+        QTest::mouseClick(page, Qt::LeftButton); // stays checked
         EXPECT_TRUE(item->isChecked());
     }
     panel->setMode(ColorPanel::colorListMode);
@@ -271,7 +271,7 @@ TEST_F(ColorPanelTest, wrong_hex_text_is_marked_and_explained_until_it_is_mended
     for (const auto text : { u"no colour", u"12zzzz", u"0xff", u"12345", u"#", u"1234567890" }) {
         enterHex(QString::fromUtf16(text));
         EXPECT_EQ(panel->color(), QColor(Qt::blue)) << QString::fromUtf16(text).toStdString();
-        EXPECT_EQ(hex()->text(), QString::fromUtf16(text)); // for the user to mend
+        EXPECT_EQ(hex()->text(), QString::fromUtf16(text)); // for the user to correct
         EXPECT_FALSE(hex()->toolTip().isEmpty());
         QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(hex());
         EXPECT_EQ(interface->text(QAccessible::Description), hex()->toolTip());
@@ -293,7 +293,7 @@ TEST_F(ColorPanelTest, escape_takes_back_what_was_typed_before_it_closes_anythin
     EXPECT_TRUE(panel->isVisible());
     hex()->selectAll();
     QTest::keyClicks(hex(), u"ff0"_s);
-    panel->orderOut(); // which leaves the field without an end of typing
+    panel->orderOut(); // while the field has an unfinished edit
     EXPECT_EQ(panel->color(), QColor(Qt::blue));
     panel->orderFront();
     EXPECT_EQ(hex()->text(), u"#0000FF"_s);
@@ -313,7 +313,7 @@ TEST_F(ColorPanelTest, the_palette_offers_the_nineteen_colours_and_keeps_the_opa
     };
     EXPECT_EQ(nameOf(1), u"Green Sea"_s);
     tiles->setFocus();
-    EXPECT_EQ(panel->color(), QColor(1, 2, 3, 51)); // the focus alone chooses nothing
+    EXPECT_EQ(panel->color(), QColor(1, 2, 3, 51)); // the focus alone selects nothing
     QTest::mouseClick(tiles->viewport(), Qt::LeftButton, {},
                       tiles->visualRect(tiles->model()->index(0, 0)).center());
     EXPECT_EQ(panel->color(), QColor(26, 188, 156, 51));
@@ -330,7 +330,7 @@ TEST_F(ColorPanelTest, lists_of_the_programs_own_can_be_chosen_from)
 {
     const NS::Color espresso(QColor(75, 54, 33));
     NS::ColorList::add({ u"Café"_s, { { u"Espresso"_s, NS::Color() } } });
-    NS::ColorList::add({ u"Café"_s, { { u"Espresso"_s, espresso } } }); // in its place
+    NS::ColorList::add({ u"Café"_s, { { u"Espresso"_s, espresso } } }); // replaces the list
     EXPECT_EQ(NS::ColorList::availableColorLists().size(), 2);
     panel->setMode(ColorPanel::colorListMode);
     QTest::keyClick(panel->contentView()->findChild<QComboBox *>(), Qt::Key_Down);
@@ -348,7 +348,7 @@ TEST_F(ColorPanelTest, colours_that_were_chosen_are_offered_again_and_so_is_the_
     EXPECT_FALSE(reset->isVisible());
     QSignalSpy changes(panel, &ColorPanel::recentColorsChanged);
     panel->setColor(Qt::red);
-    panel->setColor(Qt::blue); // on the way: not what was chosen
+    panel->setColor(Qt::blue); // replaces red before the panel is closed
     panel->orderOut();
     panel->orderFront();
     panel->orderOut(); // nothing was chosen
@@ -389,7 +389,7 @@ TEST_F(ColorPanelTest, its_content_moves_out_and_back)
     container.show();
     QWidget *const content = panel->contentView();
     content->setParent(&container);
-    EXPECT_FALSE(panel->isVisible()); // an empty window is of no use
+    EXPECT_FALSE(panel->isVisible()); // the empty panel is hidden
     content->show();
     QTest::keyClick(wheel(), Qt::Key_Up);
     EXPECT_NE(panel->color(), QColor(Qt::white));
@@ -414,7 +414,7 @@ TEST_F(ColorPanelTest, it_stays_above_the_window_that_it_was_asked_for_in)
     };
     QWidget document;
     open(document);
-    QWidget inspector(&document, Qt::Tool); // as a popover is
+    QWidget inspector(&document, Qt::Tool); // a window of the type that popovers have
     open(inspector);
     panel->orderFront();
     EXPECT_EQ(panel->windowHandle()->transientParent(), document.windowHandle());
@@ -425,8 +425,8 @@ TEST_F(ColorPanelTest, it_stays_above_the_window_that_it_was_asked_for_in)
         EXPECT_EQ(panel->windowHandle()->transientParent(), other.windowHandle());
         EXPECT_TRUE(panel->isVisible());
     }
-    EXPECT_TRUE(panel->isVisible()); // whatever becomes of that window
-    panel->orderFront(); // which its own activity does not change
+    EXPECT_TRUE(panel->isVisible()); // although that window was destroyed
+    panel->orderFront(); // while the panel itself is active
     EXPECT_TRUE(panel->isVisible());
 }
 
@@ -468,12 +468,12 @@ TEST_F(ColorPanelTest, a_colour_dropped_on_the_swatch_is_chosen)
     QMimeData data;
     data.setText(u"facade of a house"_s);
     EXPECT_FALSE(isWelcome(*swatch, data));
-    data.setText(u"decide"_s); // would read as a colour
+    data.setText(u"decide"_s); // has the form of a colour, without "#"
     EXPECT_FALSE(isWelcome(*swatch, data));
     data.setText(u" #8e44ad\n"_s);
     EXPECT_TRUE(drop(*swatch, data));
     EXPECT_EQ(panel->color(), QColor(0x8e, 0x44, 0xad));
-    data.setColorData(QColor(Qt::yellow)); // comes before the text
+    data.setColorData(QColor(Qt::yellow)); // preferred over the text
     EXPECT_TRUE(drop(*swatch, data));
     EXPECT_EQ(panel->color(), QColor(Qt::yellow));
 }
@@ -548,7 +548,7 @@ TEST_F(ColorPanelTest, fields_are_mirrored_from_right_to_left_and_their_texts_ar
 
 TEST_F(ColorPanelTest, screen_readers_find_no_button_without_a_name)
 {
-    enterHex(u"12zzzz"_s); // which shows a sign
+    enterHex(u"12zzzz"_s); // shows the sign of an error
     const auto buttons = panel->contentView()->findChildren<QAbstractButton *>();
     for (QAbstractButton *const button : buttons) {
         QAccessibleInterface *const interface = QAccessible::queryAccessibleInterface(button);

@@ -27,11 +27,11 @@ class Screenshots : public QObject, protected QDBusContext
 
 public:
     uint version = 2;
-    QVariant color; // what the user picks
+    QVariant color; // the colour that the user picks
     uint code = 0;
     bool choosesPath = false;
     bool refuses = false;
-    bool forgets = false; // to answer
+    bool forgets = false; // does not answer
     int calls = 0;
 
     void answer(const QString &request)
@@ -61,7 +61,7 @@ public Q_SLOTS:
         const QString path = u"/org/freedesktop/portal/desktop/request/"_s
                              + sender.replace(u'.', u'_') + u'/'
                              + options.value(u"handle_token"_s).toString();
-        answer(path); // before the call has returned
+        answer(path); // answers before the call returns
         return QDBusObjectPath(path);
     }
 };
@@ -75,7 +75,7 @@ protected:
             GTEST_SKIP() << "dbus-daemon is not installed";
         bus.start(&portal);
     }
-    // Whether the picker says that there is a portal.
+    // Whether the picker finds a portal.
     bool isFound()
     {
         picker.emplace(bus.program());
@@ -143,7 +143,7 @@ TEST_F(PortalColorPickerTest, it_reports_what_the_desktop_has_picked)
     EXPECT_EQ(picks.count(), 1);
 }
 
-// The desktop may take the keyboard for it, as if the user had left the program.
+// While the desktop picks, it may take the keyboard, as if the user had left the program.
 TEST_F(PortalColorPickerTest, a_transient_popover_stays_until_the_desktop_has_picked)
 {
     ASSERT_TRUE(isFound());
@@ -155,7 +155,7 @@ TEST_F(PortalColorPickerTest, a_transient_popover_stays_until_the_desktop_has_pi
     popover.setContentViewController(controller);
     popover.setBehavior(NS::Popover::Behavior::transient);
     popover.showRelativeToRect({}, &window, NS::RectEdge::maxY);
-    portal.forgets = true; // until the user has picked
+    portal.forgets = true; // the user has not picked yet
     picker->pick();
     Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
     EXPECT_TRUE(popover.isShown());

@@ -57,7 +57,7 @@ struct Wanted
 
 constexpr std::array levels { 3.0, 2.0, 1.0 };
 
-// What a solution costs, to be compared from the front: the errors by level, then the distance of
+// The cost of a solution, compared lexicographically: the errors by level, then the distance of
 // each variable from 0.
 std::vector<double> costOf(const std::vector<Wanted> &system, const std::vector<double> &values)
 {
@@ -111,8 +111,8 @@ std::optional<std::vector<double>> intersection(std::vector<std::vector<double>>
     return point;
 }
 
-// The best solution, tried out over all points where as many of the constraints' planes, and of the
-// axes', meet as there are variables: the cost is linear between them.
+// The best of all points where as many planes (of constraints and axes) intersect as there are
+// variables. The optimum is one of them, because the cost is linear between them.
 std::optional<std::vector<double>> bruteForce(const std::vector<Wanted> &system, std::size_t count)
 {
     std::vector<std::vector<double>> planes;
@@ -203,7 +203,7 @@ testing::AssertionResult areNear(const std::vector<double> &one, const std::vect
     return testing::AssertionSuccess();
 }
 
-// The solver and, beside it, the list of what it should hold.
+// A solver, and the list of the constraints that it should have.
 struct Session
 {
     explicit Session(std::size_t count)

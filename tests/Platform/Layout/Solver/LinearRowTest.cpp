@@ -32,7 +32,7 @@ TEST(LinearRow, an_equation_solved_for_a_symbol_can_take_its_place)
     EXPECT_EQ(row, (LinearRow { { { 4, 3.0 } }, -11.0 })) << "mentions it no more";
 }
 
-// Long and short sums take different ways.
+// The sums are short and long, because the code for these differs.
 TEST(LinearRow, tells_which_symbols_enter_and_leave)
 {
     std::mt19937 random(5);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A solver that has seen thousands of changes answers like a fresh one. Runs a few seeds with 1000
-// changes each; with PELLARVINE_ENDURANCE_SEEDS=100, for a nightly run, as many with 10000 each.
+// After thousands of changes, a solver gives the same results as a new one. Runs a few seeds with
+// 1000 changes each, or PELLARVINE_ENDURANCE_SEEDS seeds with 10000; nightly runs use 100.
 #include "Layout/Random.h"
 #include "Layout/Solver/ConstraintSolver.h"
 
@@ -23,12 +23,12 @@ struct Wanted
     Solver::Expression expression;
     Relation relation = Relation::equal;
     Solver::Strength strength = Solver::required;
-    std::optional<Solver::Strength> notAbove; ///< of a target
+    std::optional<Solver::Strength> notAbove; ///< of a target's upper bound
 
     bool isRequired() const { return !std::isfinite(strength.level); }
 };
 
-// Widgets as a solver sees them: an origin and an extent each, and one constraint after another
+// Makes variables as layouts do, an origin and a length for each widget, and random constraints
 // between their edges, centres and lengths.
 class Random : public RandomNumbers
 {
@@ -87,7 +87,7 @@ private:
     }
 };
 
-// A solver and, beside it, the list of what it should hold.
+// A solver, and the list of the constraints that it should have.
 class Session
 {
 public:
@@ -136,7 +136,7 @@ public:
         return values;
     }
 
-    // By how much the solution misses what is required.
+    // The largest error of a required constraint.
     double missed() const
     {
         double most = 0.0;
@@ -162,7 +162,7 @@ private:
     std::vector<Solver::Constraint> m_handles;
 };
 
-// Whether both agree and nothing required is missed.
+// Whether the results are those of a new solver, and all required constraints hold.
 testing::AssertionResult isAsFresh(Session &session)
 {
     const std::vector<double> values = session.values();

@@ -73,7 +73,7 @@ TEST(Tableau, a_shift_moves_what_depends_on_the_symbol)
     tableau.shift(2, 4.0);
     EXPECT_EQ(tableau.value(0), 2.0);
     EXPECT_EQ(tableau.value(1), 7.0);
-    tableau.shift(1, 5.0); // of a basic one, so it makes up for it
+    tableau.shift(1, 5.0); // a basic variable, whose value changes by the opposite amount
     EXPECT_EQ(tableau.value(1), 2.0);
     EXPECT_EQ(tableau.value(2), 0.0);
 }
