@@ -5,19 +5,26 @@
 
 namespace Pellarvine::detail {
 
-QList<QWidget *> AccessiblePopups::popups() const
+QList<QWidget *> AccessiblePopups::popupsOf(const QWidget *window)
 {
     QList<QWidget *> found;
-    for (auto *const bubble : widget()->findChildren<PopoverBubble *>(Qt::FindDirectChildrenOnly)) {
-        if (bubble->windowType() == Qt::Popup && bubble->isVisible())
+    for (auto *const bubble : window->findChildren<PopoverBubble *>(Qt::FindDirectChildrenOnly)) {
+        if (bubble->windowType() == Qt::Popup)
             found.append(bubble);
     }
     return found;
 }
 
+QList<QWidget *> AccessiblePopups::shownPopups() const
+{
+    QList<QWidget *> popups = popupsOf(widget());
+    popups.removeIf([](const QWidget *popup) { return !popup->isVisible(); });
+    return popups;
+}
+
 int AccessiblePopups::childCount() const
 {
-    return AccessibleControl::childCount() + int(popups().size());
+    return AccessibleControl::childCount() + int(shownPopups().size());
 }
 
 QAccessibleInterface *AccessiblePopups::child(int index) const
@@ -25,12 +32,12 @@ QAccessibleInterface *AccessiblePopups::child(int index) const
     const int first = AccessibleControl::childCount();
     if (index < first)
         return AccessibleControl::child(index);
-    return QAccessible::queryAccessibleInterface(popups().value(index - first));
+    return QAccessible::queryAccessibleInterface(shownPopups().value(index - first));
 }
 
 int AccessiblePopups::indexOfChild(const QAccessibleInterface *child) const
 {
-    const auto popup = popups().indexOf(child ? child->object() : nullptr);
+    const auto popup = shownPopups().indexOf(child ? child->object() : nullptr);
     return popup < 0 ? AccessibleControl::indexOfChild(child)
                      : AccessibleControl::childCount() + int(popup);
 }

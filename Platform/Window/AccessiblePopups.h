@@ -19,8 +19,11 @@ public:
     QAccessibleInterface *child(int index) const override;
     int indexOfChild(const QAccessibleInterface *child) const override;
 
+    /// Also those that are not on the screen.
+    static QList<QWidget *> popupsOf(const QWidget *window);
+
 private:
-    QList<QWidget *> popups() const;
+    QList<QWidget *> shownPopups() const;
 };
 
 } // namespace Pellarvine::detail

@@ -40,13 +40,15 @@ private:
 QAccessibleInterface *interfaceFor(const QString &className, QObject *object)
 {
     auto *const window = qobject_cast<QWidget *>(object);
-    if (!window || !WindowFrame::of(window))
+    const bool isOurs =
+            window && (WindowFrame::of(window) || !AccessiblePopups::popupsOf(window).isEmpty());
+    if (!isOurs)
         return nullptr;
     if (className == "QMessageBox"_L1)
         return new AccessibleMessageBox(static_cast<QMessageBox *>(window));
     if (className == "QDialog"_L1)
         return new AccessibleWindow(window, QAccessible::Dialog);
-    if (className == "QMainWindow"_L1 || className == "QWidget"_L1)
+    if (className == "QMainWindow"_L1 || className == "QDockWidget"_L1 || className == "QWidget"_L1)
         return new AccessibleWindow(window);
     return nullptr;
 }
@@ -67,8 +69,17 @@ void AccessibleWindow::replaceStandard(QWidget *window)
     }();
     Q_UNUSED(isInstalled)
     // A screen reader may have asked before, and then Qt keeps the interface.
-    if (QAccessibleInterface *const former = QAccessible::queryAccessibleInterface(window))
-        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(former));
+    QAccessibleInterface *const former = QAccessible::queryAccessibleInterface(window);
+    if (!former || dynamic_cast<AccessiblePopups *>(former))
+        return;
+    const auto tell = [window](QAccessible::Event type) {
+        QAccessibleEvent event(window, type);
+        if (window->isVisible())
+            QAccessible::updateAccessibility(&event);
+    };
+    tell(QAccessible::ObjectDestroyed);
+    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(former));
+    tell(QAccessible::ObjectCreated);
 }
 
 } // namespace Pellarvine::detail

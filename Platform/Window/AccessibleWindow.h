@@ -16,8 +16,8 @@ public:
 
     QRect rect() const override;
 
-    /// Gives `window`, which has got a WindowFrame, an AccessibleWindow in place of Qt's interface
-    /// for its class. An interface of the program's own stays.
+    /// Gives `window`, which has got a WindowFrame or a popup, an AccessibleWindow in place of Qt's
+    /// interface for its class. An interface of the program's own stays.
     static void replaceStandard(QWidget *window);
 };
 

@@ -4,7 +4,7 @@
 #include "Drawing/NSShadow.h"
 #include "Drawing/Shades.h"
 #include "View/NSView.h"
-#include "Window/AccessiblePopups.h"
+#include "Window/AccessibleWindow.h"
 #include "Window/WaylandPlugin.h"
 #include "Window/WindowManager.h"
 
@@ -63,6 +63,14 @@ public:
         : AccessiblePopups(bubble,
                            bubble->takesFocus() ? QAccessible::Dialog : QAccessible::Notification)
     { }
+
+    // Qt takes the application for the parent of a window, but does not count popups there.
+    QAccessibleInterface *parent() const override
+    {
+        return widget()->windowType() == Qt::Popup
+                       ? QAccessible::queryAccessibleInterface(widget()->parentWidget())
+                       : AccessiblePopups::parent();
+    }
 
     // Without the arrow and the shadow.
     QRect rect() const override
@@ -134,6 +142,8 @@ PopoverBubble::PopoverBubble(QWidget *view, QWidget *content, Surface surface)
             setAttribute(Qt::WA_ShowWithoutActivating);
         }
         setWindowFlags(flags);
+        if (surface == Surface::popup)
+            AccessibleWindow::replaceStandard(parentWidget());
         setAttribute(Qt::WA_WindowPropagation);
         setAttribute(Qt::WA_TranslucentBackground, surface != Surface::maskedWindow);
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A small window with popovers that are larger, and a line of text that reports events.
+// A small window with popovers that are larger, and a line of text that reports events. An argument
+// names another class for the window than NS::Window.
 #include <pellarvine/Pellarvine/ColorPickerButton.h>
 #include <pellarvine/Pellarvine/PopoverMessage.h>
 #include <pellarvine/Platform/NSPopover.h>
@@ -9,11 +10,15 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialog>
+#include <QDockWidget>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QTimer>
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 using NS::Popover;
@@ -62,16 +67,33 @@ QWidget *makeForm(bool isInner)
     return form;
 }
 
+std::unique_ptr<QWidget> makeWindow(const QString &className, QWidget *content)
+{
+    const auto with = [content](auto window, auto setContent) -> std::unique_ptr<QWidget> {
+        ((*window).*setContent)(content);
+        return window;
+    };
+    if (className == "QMainWindow"_L1)
+        return with(std::make_unique<QMainWindow>(), &QMainWindow::setCentralWidget);
+    if (className == "QDockWidget"_L1)
+        return with(std::make_unique<QDockWidget>(), &QDockWidget::setWidget);
+    if (className != "QDialog"_L1 && className != "QWidget"_L1)
+        return with(std::make_unique<NS::Window>(), &NS::Window::setContentView);
+    auto window =
+            className == "QDialog"_L1 ? std::make_unique<QDialog>() : std::make_unique<QWidget>();
+    (new QGridLayout(window.get()))->addWidget(content);
+    return window;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     const QApplication application(argc, argv);
-    NS::Window window;
-    window.setWindowTitle(u"Small"_s);
     auto *const content = new QWidget;
     auto *const layout = new QGridLayout(content);
-    window.setContentView(content);
+    const auto window = makeWindow(QCoreApplication::arguments().value(1), content);
+    window->setWindowTitle(u"Small"_s);
     auto *const events = new QLabel(u"Events:"_s);
     layout->addWidget(events, 0, 0, 1, 2);
     const auto tell = [events](const QString &event) {
@@ -109,8 +131,8 @@ int main(int argc, char **argv)
     auto *const color = new Pellarvine::ColorPickerButton;
     color->setAccessibleName(u"Paint"_s);
     layout->addWidget(color, 3, 0);
-    window.resize(300, 200);
-    window.show();
+    window->resize(300, 200);
+    window->show();
     opener->setFocus();
     return QApplication::exec();
 }

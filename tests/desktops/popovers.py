@@ -13,16 +13,19 @@ class LargePopovers:
     """On X11 they are windows that the program places, on Wayland popups. Their least size is 260 x
     280, the window's size 300 x 200."""
 
-    def open_small(self):
+    def launch_small(self, *arguments):
         binary = os.path.join(FOLDER, 'popover_program')
         if not os.path.exists(binary):
             self.skipTest('%s is not built' % binary)
-        self.process = self.session.launch([binary])
+        self.process = self.session.launch([binary, *arguments])
         self.addCleanup(self.process.wait, 10)
         self.addCleanup(self.process.terminate)
         self.session.shown_window(TITLE)
         time.sleep(0.7)
         self.program = screenreader.program(self.session, 'popover_program')
+
+    def open_small(self):
+        self.launch_small()
         frame = self.session.settled_window(TITLE).frame
         self.session.drag((frame[0] + 150, frame[1] + 10), (250 - frame[0], 450 - frame[1]))
         self.session.settled_window(TITLE)
@@ -136,6 +139,18 @@ class LargePopovers:
         self.session.click(x - 60, y)
         self.session.press('Shift')
         self.assertTrue(self.is_open())
+
+    def test_screen_readers_find_it_in_windows_of_all_classes(self):
+        for window_class in ('NS::Window', 'QWidget', 'QMainWindow', 'QDialog', 'QDockWidget'):
+            with self.subTest(window_class):
+                try:
+                    self.launch_small(window_class)
+                    for keys, name in (['Space'], 'Form'), (['Tab', 'Tab', 'Tab', 'Space'], 'Inner'):
+                        self.session.press(*keys)
+                        form = self.program.find('dialog', name)
+                        self.assertEqual(form.parent.children()[form.index], form)
+                finally:
+                    self.doCleanups()  # one program at a time
 
     def test_its_window_looks_active(self):
         self.open_small()

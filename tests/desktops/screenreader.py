@@ -25,6 +25,9 @@ class Item:
         except dbus.DBusException:
             return ''
 
+    def __eq__(self, other):
+        return self._address == other._address
+
     def __str__(self):
         return '%s "%s"' % (self.role, self.name)
 
@@ -35,6 +38,15 @@ class Item:
     @property
     def description(self):
         return str(self._property(_INTERFACE, 'Description'))
+
+    @property
+    def parent(self):
+        return Item(self._session, self._bus, *self._property(_INTERFACE, 'Parent'))
+
+    @property
+    def index(self):
+        """Its place among the children of its parent, or -1."""
+        return int(self._call(_INTERFACE, 'GetIndexInParent'))
 
     @property
     def text(self):
@@ -93,8 +105,7 @@ class Item:
         if self._session.PLATFORM != 'xcb':
             item = self
             while item.role != 'application':
-                name, path = item._property(_INTERFACE, 'Parent')
-                item = Item(self._session, self._bus, name, path)
+                item = item.parent
             window_item = next(child for child in item.children() if child.name == title)
             # Its title bar begins where the visible window does, without the shadow.
             left, top, _, _ = window_item.find('title bar').extents()
