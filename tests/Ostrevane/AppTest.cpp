@@ -188,7 +188,7 @@ TEST(App, a_relative_folder_for_data_is_ignored)
     EXPECT_FALSE(QFileInfo::exists(u"share"_s));
 }
 
-TEST(App, an_identifier_that_leads_to_another_folder_is_one_line_and_nothing)
+TEST(App, an_identifier_that_leads_to_another_folder_is_refused)
 {
     for (const QString &name : { u"../elsewhere"_s, u"a/b"_s, u".."_s }) {
         const DataHome home(u"a/share"_s);
@@ -202,7 +202,7 @@ TEST(App, an_identifier_that_leads_to_another_folder_is_one_line_and_nothing)
     }
 }
 
-TEST(App, a_folder_that_cannot_be_created_is_one_line_and_nothing)
+TEST(App, without_a_folder_it_prints_a_line_and_returns_nothing)
 {
     const Facts facts({ { identifier, u"<string>org.example.post</string>"_s } });
     for (const QString &obstacle : { u""_s, u"/org.example.post"_s }) {

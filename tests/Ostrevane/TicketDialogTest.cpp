@@ -198,7 +198,7 @@ TEST_F(TicketDialogTest, the_keyboard_does_everything)
     EXPECT_TRUE(isShown(u"The report was not sent. Connection refused."_s));
 }
 
-TEST_F(TicketDialogTest, an_answer_may_come_when_the_dialog_has_gone)
+TEST_F(TicketDialogTest, an_answer_may_come_after_the_dialog_is_destroyed)
 {
     dialog->setSummary(u"It crashes"_s);
     dialog->send();

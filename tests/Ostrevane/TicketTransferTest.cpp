@@ -359,7 +359,7 @@ TEST_F(TicketTransfer, the_answer_is_not_kept)
     EXPECT_LT(residentKiB() - before, 100 * 1024);
 }
 
-TEST_F(TicketTransfer, a_certificate_that_is_not_trusted_is_shown_no_key)
+TEST_F(TicketTransfer, a_server_without_a_trusted_certificate_gets_no_key)
 {
     for (const QByteArray name : { "IP:127.0.0.1", "DNS:tracker.example" }) {
         // VerifyNone is the default of a program that has switched verification off.

@@ -60,7 +60,7 @@ public:
 
 } // namespace
 
-TEST_F(About, the_texts_are_those_of_the_moment_in_which_the_controller_is_made)
+TEST_F(About, texts_are_read_when_the_controller_is_made)
 {
     std::unique_ptr<AboutWindowController> controller;
     {
@@ -331,7 +331,7 @@ TEST_F(About, a_hosts_own_file_of_the_name_replaces_the_librarys)
     EXPECT_EQ(text(controller.window(), u"l"_s), controller.applicationVersion());
 }
 
-TEST_F(About, another_controller_takes_the_shared_ones_place)
+TEST_F(About, the_shared_controller_can_be_replaced)
 {
     const QPointer<AboutWindowController> first = AboutWindowController::instance();
     auto *const second = new AboutWindowController(new QWidget);
@@ -343,7 +343,7 @@ TEST_F(About, another_controller_takes_the_shared_ones_place)
     EXPECT_TRUE(second->window()->isVisible());
 }
 
-TEST_F(About, threads_that_come_first_at_once_get_the_same_controller_of_the_main_thread)
+TEST_F(About, threads_that_ask_at_the_same_time_get_one_controller_of_the_main_thread)
 {
     std::vector<AboutWindowController *> seen(8);
     std::vector<std::unique_ptr<QThread>> threads;

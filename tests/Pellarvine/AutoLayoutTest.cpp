@@ -152,7 +152,7 @@ TEST(AutoLayout, siblings_can_be_pinned_to_each_other)
     EXPECT_EQ(parent.frameOf(other), QRectF(15, 15, 70, 20));
 }
 
-TEST(AutoLayout, the_receivers_own_pin_operation_wins)
+TEST(AutoLayout, a_parents_own_pin_method_is_called_instead)
 {
     Pinning receiver;
     NS::addAndPin(&receiver, new QWidget);

@@ -57,7 +57,7 @@ TEST(BorderView, starts_white_and_without_lines)
     expectFilled(picture(view, 1), view.rect(), Qt::white);
 }
 
-TEST(BorderView, four_lines_nowhere_cover_each_other)
+TEST(BorderView, the_four_lines_do_not_overlap)
 {
     View view;
     view.setBorders(true, true, true, true);
@@ -191,7 +191,7 @@ TEST(BorderView, lines_follow_the_view_to_another_layer)
     EXPECT_EQ(view.leftLayer()->superlayer(), NS::layer(&view).get());
 }
 
-TEST(BorderView, tells_of_changes_and_of_nothing_else)
+TEST(BorderView, emits_its_signals_for_changes_only)
 {
     View view;
     QSignalSpy flags(&view, &BorderView::hasTopBorderChanged);

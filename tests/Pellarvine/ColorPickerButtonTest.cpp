@@ -163,7 +163,7 @@ TEST_F(ColorPickerButtonTest, a_colour_chosen_in_the_popover_reaches_the_shape_a
     EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(ColorPickerButtonTest, closing_ends_it_and_a_second_press_begins_anew)
+TEST_F(ColorPickerButtonTest, after_closing_a_second_press_opens_a_new_popover)
 {
     press();
     clickWheel({ 500, 0 });
@@ -344,7 +344,7 @@ TEST_F(ColorPickerButtonTest, colours_are_copied_pasted_and_dropped)
     EXPECT_EQ(changes.count(), 2);
 }
 
-TEST_F(ColorPickerButtonTest, a_default_colour_can_be_gone_back_to)
+TEST_F(ColorPickerButtonTest, the_default_colour_can_be_restored)
 {
     button->resetColor(); // no default colour is set
     EXPECT_EQ(button->color(), QColor(Qt::green));
@@ -443,7 +443,7 @@ TEST_F(ColorPickerButtonTest, screen_readers_and_tool_tips_tell_the_colour)
     QToolTip::hideText();
 }
 
-TEST_F(ColorPickerButtonTest, what_needs_a_panel_before_there_is_one_stops_the_program)
+TEST_F(ColorPickerButtonTest, functions_that_need_the_panel_stop_the_program_before_it_is_made)
 {
     EXPECT_DEATH(button->popoverDidClose(), "no color panel");
     EXPECT_DEATH(button->observeValue({}, nullptr, nullptr), "no color panel");

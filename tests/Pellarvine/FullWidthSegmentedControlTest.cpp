@@ -51,7 +51,7 @@ TEST(FullWidthSegmentedControl, its_segments_fill_the_frame_to_the_last_unit)
     }
 }
 
-TEST(FullWidthSegmentedControl, what_its_insets_keep_free_is_not_for_segments)
+TEST(FullWidthSegmentedControl, segments_do_not_cover_the_alignment_insets)
 {
     Control control(3);
     control.setProperty("alignmentRectInsets", QVariant::fromValue(QMarginsF(6, 50, 2.5, 50)));

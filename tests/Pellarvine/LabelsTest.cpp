@@ -203,7 +203,7 @@ TEST(MarkupLabel, styles_markup_by_its_own_font_alignment_and_colour)
     EXPECT_EQ(fontAt(label, 0), Pellarvine::heavier(NS::systemFont(20)));
 }
 
-TEST(MarkupLabel, markup_follows_the_format_of_the_label_and_keeps_what_it_names)
+TEST(MarkupLabel, markup_follows_the_labels_format_where_it_names_none)
 {
     const QString markup = u"a**b**`c`{font:Inter-SemiBold|d}{font:Inter-SemiBold,30|e}{#f00|f}"_s;
     QWidget window;
@@ -373,7 +373,7 @@ TEST(MarkupLabel, links_that_a_rule_makes_are_clicked_reached_by_tab_and_named)
     EXPECT_TRUE(before.hasFocus());
 }
 
-TEST(MarkupLabel, recolours_with_the_palette_only_what_has_its_colour_from_there)
+TEST(MarkupLabel, a_new_palette_recolours_only_text_in_the_palettes_colour)
 {
     const auto paletteOf = [](QRgb color) {
         QPalette palette;

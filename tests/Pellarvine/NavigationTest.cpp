@@ -278,7 +278,7 @@ TEST(Navigation, a_modal_segue_and_a_destination_that_is_no_view_controller_chan
     EXPECT_THAT(subviews(navigation.contentView()), ElementsAre(first->view()));
 }
 
-TEST(Navigation, what_has_to_be_there_and_is_not_stops_the_process)
+TEST(Navigation, a_missing_navigation_controller_or_content_view_stops_the_process)
 {
     ViewController lonely;
     ViewController destination;
@@ -354,7 +354,7 @@ TEST_F(MailStoryboard, clicks_walk_from_scene_to_scene)
     EXPECT_EQ(top()->title(), u"Settings"_s);
 }
 
-TEST_F(MailStoryboard, the_source_is_asked_and_prepares_what_a_click_leads_to)
+TEST_F(MailStoryboard, the_source_is_asked_and_prepares_the_destination_of_a_click)
 {
     auto *const list = qobject_cast<ListController *>(top());
     auto *const open = list->view()->findChild<QPushButton *>(u"openButton"_s);
@@ -448,7 +448,7 @@ TEST_F(MailStoryboard, a_scene_can_be_pinned_into_any_view_and_is_nobodys_child)
     EXPECT_EQ(NS::instantiateViewControllerWithIdentifier(&plain, u"settings"_s, &box), nullptr);
 }
 
-TEST_F(MailStoryboard, the_keyboard_focus_goes_to_what_is_pushed_and_stays_inside_after_a_replace)
+TEST_F(MailStoryboard, the_focus_goes_to_a_pushed_view_and_stays_inside_after_a_replace)
 {
     click(u"openButton"_s);
     auto *const letter = qobject_cast<LetterController *>(top());
@@ -457,7 +457,7 @@ TEST_F(MailStoryboard, the_keyboard_focus_goes_to_what_is_pushed_and_stays_insid
     EXPECT_EQ(QApplication::focusWidget(), top()->view()->findChild<QWidget *>(u"openButton"_s));
 }
 
-TEST_F(MailStoryboard, the_keyboard_does_not_reach_what_is_covered)
+TEST_F(MailStoryboard, the_keyboard_does_not_reach_covered_views)
 {
     const QPointer<ViewController> list = top();
     auto *const disabled = new ViewController;
@@ -530,7 +530,7 @@ TEST_F(MailStoryboard, a_controller_may_choose_where_the_focus_goes)
     EXPECT_EQ(QApplication::focusWidget(), replacing->second);
 }
 
-TEST_F(MailStoryboard, what_is_pushed_has_its_title_as_its_name_for_screen_readers)
+TEST_F(MailStoryboard, a_pushed_view_has_its_title_as_its_name_for_screen_readers)
 {
     click(u"openButton"_s);
     const auto name = [](ViewController *controller) {
@@ -618,7 +618,7 @@ TEST_F(MailStoryboard, the_uppermost_view_is_enabled_and_all_below_it_are_covere
     EXPECT_FALSE(login->view()->isEnabled());
 }
 
-TEST_F(MailStoryboard, the_focus_follows_the_uppermost_view_however_it_became_that)
+TEST_F(MailStoryboard, the_focus_follows_the_uppermost_view)
 {
     NavigationController fresh;
     fresh.view()->show();
@@ -711,7 +711,7 @@ TEST(Navigation, a_controller_that_would_contain_itself_is_refused)
     EXPECT_THAT(navigation->childViewControllers(), ElementsAre(first));
 }
 
-TEST_F(MailStoryboard, an_unwind_returns_to_the_screen_that_is_there_unless_one_above_it_refuses)
+TEST_F(MailStoryboard, an_unwind_returns_to_a_lower_screen_unless_one_above_refuses)
 {
     auto *const list = static_cast<ListController *>(top());
     auto *const open = list->view()->findChild<QPushButton *>(u"openButton"_s);
@@ -783,7 +783,7 @@ TEST_F(MailStoryboard, top_depth_and_the_way_back_can_be_observed)
     EXPECT_THAT(subviews(mail->contentView()), ElementsAre(list->view()));
 }
 
-TEST_F(MailStoryboard, keyboard_and_mouse_go_back_where_that_is_switched_on)
+TEST_F(MailStoryboard, keyboard_and_mouse_go_back_if_that_is_enabled)
 {
     const auto press = [&](int way) {
         auto *const items = top()->view()->findChild<QListWidget *>();
@@ -846,7 +846,7 @@ TEST_F(MailStoryboard, keyboard_and_mouse_go_back_where_that_is_switched_on)
     EXPECT_EQ(mail->depth(), 1);
 }
 
-TEST_F(MailStoryboard, clicking_to_and_fro_leaves_nothing_behind)
+TEST_F(MailStoryboard, going_forth_and_back_leaks_nothing)
 {
     const auto objects = [this] {
         return mail->findChildren<QObject *>().size()

@@ -363,7 +363,7 @@ TEST_F(ReplaceableImageViewTest, what_the_image_view_refuses_does_not_reach_the_
     EXPECT_TRUE(record.received.isEmpty());
 }
 
-TEST_F(ReplaceableImageViewTest, a_delegate_without_the_operation_is_not_told)
+TEST_F(ReplaceableImageViewTest, a_delegate_without_the_method_is_not_called)
 {
     Stranger stranger;
     const QString path = folder.file(u"red.png"_s, picture(Qt::red, 300));

@@ -91,7 +91,7 @@ TEST(SolidView, keeps_its_own_colour_unless_the_palettes_is_asked_for)
     EXPECT_EQ(view.backgroundColor(), QColor(Qt::red));
 }
 
-TEST(SolidView, tells_of_changes_and_of_nothing_else)
+TEST(SolidView, emits_its_signals_for_changes_only)
 {
     SolidView view;
     QSignalSpy colors(&view, &SolidView::backgroundColorChanged);

@@ -166,7 +166,7 @@ TEST(Window, a_shown_window_keeps_its_frame_at_every_height)
     EXPECT_EQ(window.frame(), QRectF(0, 0, 500, 600));
 }
 
-TEST(Window, numbers_that_are_none_count_as_0)
+TEST(Window, numbers_that_are_not_finite_count_as_0)
 {
     Opened opened(52);
     const double infinity = std::numeric_limits<double>::infinity();
@@ -270,7 +270,7 @@ TEST(Window, shown_without_waking_it_has_its_buttons_at_their_standard_places)
     EXPECT_EQ(opened.window.trafficLightVerticalMargin(), 3.0);
 }
 
-TEST(Window, a_missing_button_leaves_a_hole)
+TEST(Window, a_missing_button_leaves_its_place_empty)
 {
     Opened opened(0, wholeStyle & ~NS::Window::miniaturizable);
     opened.window.awakeFromNib();

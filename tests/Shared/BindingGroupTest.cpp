@@ -84,7 +84,7 @@ TEST(BindingGroup, each_target_is_written_once_with_the_last_value)
     EXPECT_EQ(targets[1]->age(), 6);
 }
 
-TEST(BindingGroup, may_end_before_what_it_carries_and_while_it_does)
+TEST(BindingGroup, may_be_destroyed_before_its_bindings_and_during_a_flush)
 {
     Person source;
     Person target;

@@ -99,7 +99,7 @@ TEST(Binding, joins_the_widgets_of_a_window)
     EXPECT_EQ(slider.value(), 50);
 }
 
-TEST(Binding, values_of_every_type_travel)
+TEST(Binding, values_of_every_type_are_carried)
 {
     const std::tuple<QString, QVariant, QVariant> rows[] = {
         { u"name"_s, u"Ada"_s, u"Bea"_s },
@@ -229,7 +229,7 @@ TEST(Binding, replacing_an_object_moves_no_registration)
               std::string::npos);
 }
 
-TEST(Binding, a_notification_that_is_neither_sides_is_ignored)
+TEST(Binding, a_notification_of_another_object_is_ignored)
 {
     Person first;
     Person second;
@@ -249,7 +249,7 @@ TEST(Binding, a_notification_that_is_neither_sides_is_ignored)
     EXPECT_DEATH(binding.observeValue(u"age"_s, &first, nullptr), "without a change");
 }
 
-TEST(Binding, an_object_on_the_way_may_be_swapped_or_die_on_either_side)
+TEST(Binding, an_object_on_the_path_may_be_replaced_or_destroyed_on_either_side)
 {
     Person one(u"Bea"_s);
     auto two = std::make_unique<Person>(u"Cid"_s);
@@ -300,7 +300,7 @@ TEST(Binding, a_target_is_found_again_when_its_path_changes_without_saying_so)
     EXPECT_EQ(two.age(), 2);
 }
 
-TEST(Binding, an_object_that_dies_leaves_the_binding_inert_and_a_shared_one_is_kept)
+TEST(Binding, a_destroyed_object_ends_the_binding_and_a_shared_one_is_kept)
 {
     auto first = std::make_unique<Person>();
     auto second = std::make_unique<Person>();
@@ -350,7 +350,7 @@ TEST(Binding, transformers_that_do_not_undo_each_other_are_stopped_with_one_warn
     EXPECT_EQ(second.value(), 100 + Binding::deepestExchange);
 }
 
-TEST(Binding, two_bindings_that_pull_at_the_same_properties_are_stopped_too)
+TEST(Binding, two_bindings_that_disagree_about_a_property_are_stopped_too)
 {
     Person first;
     Person second;
@@ -411,7 +411,7 @@ TEST(Binding, may_be_destroyed_by_its_transformer_and_by_what_it_writes)
     EXPECT_EQ(second.age(), 2);
 }
 
-TEST(Binding, what_does_not_fit_is_thrown_while_it_is_made_and_printed_later)
+TEST(Binding, a_value_that_does_not_fit_is_thrown_at_first_and_printed_later)
 {
     Person first;
     Person second;
@@ -534,7 +534,7 @@ TEST(Binding, null_is_not_made_a_value_by_a_side_that_cannot_hold_it)
     }
 }
 
-TEST(Binding, carries_back_what_a_slider_makes_of_a_value)
+TEST(Binding, carries_back_a_value_that_a_slider_limits)
 {
     Person person;
     QSlider slider;

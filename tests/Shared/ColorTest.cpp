@@ -43,7 +43,7 @@ QString hex(const NS::Color &color)
 
 } // namespace
 
-TEST(Color, four_primitives_buy_the_operations_and_the_palette)
+TEST(Color, four_functions_are_enough_for_the_operations_and_the_palette)
 {
     const Grey grey(RGBA { 0.6666, 0.6666, 0.6666, 1 });
     EXPECT_EQ(grey.step(), 10);

@@ -192,7 +192,7 @@ TEST(MarkupParser, gives_plain_text_exactly_the_base_attributes)
     EXPECT_EQ(text.runs().constFirst().attributes, expected);
 }
 
-TEST(MarkupParser, leaves_what_is_not_complete_as_typed)
+TEST(MarkupParser, leaves_incomplete_constructs_as_typed)
 {
     for (const char16_t *text : { u"**x", u"****", u"** x*", u"{#|x}", u"{#f00|}", u"{k2|",
                                   u"{font:A,1|b", u"``", u"//", u"{bg#f00 x}" })
@@ -224,7 +224,7 @@ TEST(MarkupParser, runs_its_rules_in_order_and_the_later_font_wins)
 }
 
 // docs/markup.md lists these.
-TEST(MarkupParser, has_the_pitfalls_of_rules_that_do_not_know_of_each_other)
+TEST(MarkupParser, has_the_pitfalls_that_the_documentation_lists)
 {
     check({
             { u"http://a.de and http://b.de"_s, u"http:[I:a.de and http:]b.de"_s },

@@ -96,7 +96,7 @@ TEST(MemberBinding, sides_that_never_agree_are_stopped_with_a_warning)
     EXPECT_EQ(first.writes + second.writes, 17);
 }
 
-TEST(MemberBinding, either_side_and_the_binding_may_go_in_the_middle_of_a_change)
+TEST(MemberBinding, either_side_and_the_binding_may_be_destroyed_during_a_change)
 {
     Level first;
     auto second = std::make_unique<Level>();

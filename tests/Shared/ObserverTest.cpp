@@ -112,7 +112,7 @@ TEST(Observer, may_change_what_it_observes_and_is_told_within_the_call)
     }
 }
 
-TEST(Observer, lets_out_what_its_first_call_throws_and_is_not_made)
+TEST(Observer, an_exception_of_the_first_call_leaves_the_constructor)
 {
     Person person;
     int calls = 0;

@@ -205,7 +205,7 @@ TEST(Sealing, nothing_is_written_of_a_container_that_is_not_genuine)
               CryptorError::invalidFileFormat);
 }
 
-TEST(Sealing, a_full_disk_and_a_failing_source_are_told)
+TEST(Sealing, a_full_disk_and_a_failing_source_are_reported)
 {
     QByteArray text = "short enough to stay in a file's buffer";
     QByteArray sealed = Encryptor::encrypt(text, passphrase);
@@ -231,7 +231,7 @@ TEST(Sealing, a_full_disk_and_a_failing_source_are_told)
     EXPECT_THROW(seal(crashing, out, passphrase), TransferError);
 }
 
-TEST(Sealing, is_followed_and_cancelled_from_another_thread)
+TEST(Sealing, reports_progress_and_can_be_cancelled)
 {
     QByteArray text = textOfLength(5 << 20);
     QBuffer in(&text);
@@ -294,7 +294,7 @@ TEST(SealingDevice, what_a_writer_writes_a_reader_reads)
     }
 }
 
-TEST(SealingDevice, a_full_disk_is_told_and_stays_told)
+TEST(SealingDevice, a_full_disk_is_reported_by_open_or_finish)
 {
     QFile full(u"/dev/full"_s);
     ASSERT_TRUE(full.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
@@ -313,7 +313,7 @@ TEST(SealingDevice, a_full_disk_is_told_and_stays_told)
     EXPECT_EQ(later.errorString(), u"No space left on device"_s);
 }
 
-TEST(Sealing, a_device_that_is_not_open_is_told_in_words)
+TEST(Sealing, a_device_that_is_not_open_is_an_error_with_a_text)
 {
     QBuffer closed;
     const QString unknown = closed.errorString(); // Qt's text for a device without an error
@@ -376,7 +376,7 @@ TEST(OpeningDevice, a_wrong_passphrase_shows_before_any_text_or_with_the_last_re
     EXPECT_EQ(early.error(), CryptorError(CryptorError::invalidHMAC));
 }
 
-TEST(Hashing, a_process_is_read_to_its_end_and_a_crash_is_no_end)
+TEST(Hashing, a_process_is_read_to_its_end_and_a_crash_is_an_error)
 {
     QProcess slow;
     slow.start(u"/bin/sh"_s, { u"-c"_s, u"printf ab; sleep 0.2; printf c"_s });

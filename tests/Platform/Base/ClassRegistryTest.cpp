@@ -66,7 +66,7 @@ TEST(ClassRegistry, names_that_are_no_class_or_another_kind_of_class_make_nothin
     EXPECT_FALSE(NS::makeObject<QWidget>(u"ViewController"_s));
 }
 
-TEST(ClassRegistry, of_two_classes_the_short_name_is_the_later_ones)
+TEST(ClassRegistry, a_short_name_stands_for_the_class_registered_last)
 {
     NS::registerClass<Widgets::Badge>();
     NS::registerClass<Gadgets::Badge>();

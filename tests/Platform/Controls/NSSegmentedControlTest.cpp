@@ -293,7 +293,7 @@ TEST(SegmentedControl, a_segment_that_does_not_exist_is_warned_about)
     EXPECT_EQ(control.selectedSegment(), -1);
 }
 
-TEST(SegmentedControl, deleting_it_from_what_it_tells_is_safe)
+TEST(SegmentedControl, it_may_be_deleted_in_its_signals)
 {
     auto *const control = new Control;
     QObject::connect(control, &SegmentedControl::selectionChanged, control,
@@ -301,7 +301,7 @@ TEST(SegmentedControl, deleting_it_from_what_it_tells_is_safe)
     control->click(1);
 }
 
-TEST(SegmentedControl, segments_are_as_wide_as_they_are_told_or_as_what_they_show)
+TEST(SegmentedControl, segments_have_the_given_width_or_that_of_their_contents)
 {
     Control control;
     control.setWidth(40, 0);
@@ -550,7 +550,7 @@ TEST(SegmentedControl, is_toggle_buttons_or_buttons_to_a_screen_reader)
                 testing::Contains(QAccessibleActionInterface::pressAction()));
 }
 
-TEST(SegmentedControl, what_it_asks_for_follows_its_font)
+TEST(SegmentedControl, its_size_hint_follows_its_font)
 {
     Control control;
     const QSize hint = control.sizeHint();

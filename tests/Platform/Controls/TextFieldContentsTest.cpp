@@ -36,7 +36,7 @@ TEST(TextFieldContents, an_edit_takes_the_attributes_around_it)
     EXPECT_EQ(edits.count(), 2);
 }
 
-TEST(TextFieldContents, what_the_program_changes_is_no_edit)
+TEST(TextFieldContents, a_change_by_the_program_is_no_edit)
 {
     TextFieldContents contents;
     contents.size(-1);

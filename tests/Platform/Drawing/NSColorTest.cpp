@@ -64,7 +64,7 @@ const std::pair<RGBA, HSBA> pairs[] = {
 
 } // namespace
 
-TEST(NSColor, the_hexcone_leads_both_ways)
+TEST(NSColor, rgb_and_hsb_are_converted_both_ways)
 {
     for (const auto &[rgba, hsba] : pairs) {
         SCOPED_TRACE(testing::Message() << rgba.red << ' ' << rgba.green << ' ' << rgba.blue);

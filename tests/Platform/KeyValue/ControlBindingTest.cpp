@@ -256,7 +256,7 @@ struct CustomerForm
 
 } // namespace
 
-TEST(ControlBinding, looking_at_an_object_does_not_change_it)
+TEST(ControlBinding, showing_an_object_does_not_change_it)
 {
     Customer first;
     first.number = u"ABCDEFGH"_s;
@@ -688,7 +688,7 @@ TEST(ControlBinding, a_refused_edit_stays_in_its_marked_control)
     EXPECT_EQ(field.text(), u"22"_s);
 }
 
-TEST(ControlBinding, what_is_required_and_missing_is_told_on_committing)
+TEST(ControlBinding, a_missing_required_value_is_reported_on_commit)
 {
     Person person;
     QWidget window;
@@ -793,7 +793,7 @@ TEST(ControlBinding, a_control_may_be_destroyed_while_it_is_marked_or_committed)
     EXPECT_EQ(cell.writes, 0);
 }
 
-TEST(ControlBinding, value_stands_for_what_a_control_of_qt_is_about)
+TEST(ControlBinding, value_stands_for_the_main_property_of_a_control)
 {
     QCalendarWidget calendar;
     QAction action;

@@ -82,7 +82,7 @@ TEST_F(KeyValueCoding, paths_lead_through_objects_shared_pointers_gadgets_and_ma
     EXPECT_EQ(valueForKeyPath(&person, u"settings.font.size"_s), 14); // unchanged
 }
 
-TEST_F(KeyValueCoding, a_null_on_the_way_reads_as_no_value_and_swallows_what_is_written)
+TEST_F(KeyValueCoding, a_null_on_the_path_reads_as_no_value_and_ignores_writes)
 {
     person.settings[u"nobody"_s] = nullObject();
     for (const QString &path : { u"partner.partner.name"_s, u"settings.nobody.name"_s,
@@ -158,7 +158,7 @@ TEST_F(KeyValueCoding, a_reading_of_an_unknown_key_raises_with_a_line_for_logs)
     EXPECT_EQ(caught([] { valueForKeyPath(nullptr, u"name"_s); }).className(), "nullptr");
 }
 
-TEST_F(KeyValueCoding, values_are_converted_where_nothing_of_them_is_lost)
+TEST_F(KeyValueCoding, values_are_converted_if_nothing_is_lost)
 {
     const std::tuple<QString, QVariant, QVariant> rows[] = {
         { u"age"_s, 3.0, 3 },
@@ -180,7 +180,7 @@ TEST_F(KeyValueCoding, values_are_converted_where_nothing_of_them_is_lost)
     }
 }
 
-TEST_F(KeyValueCoding, no_value_empties_a_property_as_its_kind_has_it)
+TEST_F(KeyValueCoding, no_value_empties_each_kind_of_property)
 {
     person.setAge(30);
     person.nickname = u"Addie"_s;

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace NS {
 
-TEST(KeyValueEquality, numbers_are_equal_by_worth_whatever_their_types)
+TEST(KeyValueEquality, numbers_of_different_types_are_compared_by_value)
 {
     constexpr auto most = std::numeric_limits<qulonglong>::max();
     const std::tuple<QVariant, QVariant, bool> rows[] = {
@@ -48,7 +48,7 @@ TEST(KeyValueEquality, values_of_other_types_are_equal_by_their_own_operator)
     EXPECT_FALSE(isEqual(token, QVariant::fromValue(Token { 1 })));
 }
 
-TEST(KeyValueEquality, no_value_equals_no_value_alone)
+TEST(KeyValueEquality, no_value_equals_only_no_value)
 {
     EXPECT_TRUE(isEqual(QVariant(), QVariant()));
     EXPECT_FALSE(isEqual(QVariant(), nullObject()));

@@ -70,7 +70,7 @@ KeyValueException::Reason reasonOfRefusal(QObject &object, const QString &path)
 
 } // namespace
 
-TEST(KeyValueObserving, every_kind_of_property_tells_once_per_change)
+TEST(KeyValueObserving, every_kind_of_property_reports_each_change_once)
 {
     registerSharedPointer<Person>();
     Person partner(u"Bea"_s);
@@ -106,7 +106,7 @@ TEST(KeyValueObserving, every_kind_of_property_tells_once_per_change)
     }
 }
 
-TEST(KeyValueObserving, what_can_change_unseen_is_refused)
+TEST(KeyValueObserving, a_property_that_reports_no_changes_is_refused)
 {
     Person person;
     person.stranger = &person;
@@ -180,7 +180,7 @@ TEST(KeyValueObserving, a_registration_follows_when_an_object_on_the_way_is_dest
     EXPECT_EQ(recorder.taken(), values({})); // `last` has no partner: still null
 }
 
-TEST(KeyValueObserving, what_a_map_holds_may_turn_from_a_value_into_an_object_and_back)
+TEST(KeyValueObserving, an_entry_of_a_map_may_change_from_a_value_to_an_object_and_back)
 {
     Person owner(u"Bea"_s);
     Person person;

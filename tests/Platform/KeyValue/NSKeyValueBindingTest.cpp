@@ -47,7 +47,7 @@ private:
 
 } // namespace
 
-TEST(KeyValueBinding, a_side_that_does_not_speak_up_or_cannot_be_written_only_follows)
+TEST(KeyValueBinding, a_side_that_reports_no_changes_or_is_read_only_is_bound_one_way)
 {
     Person person(u"Ada"_s);
     QLabel label;
@@ -75,7 +75,7 @@ TEST(KeyValueBinding, a_value_that_does_not_fit_is_a_warning_and_stays_where_it_
     EXPECT_EQ(field.text(), u"twelve"_s);
 }
 
-TEST(KeyValueBinding, null_on_the_way_empties_the_property)
+TEST(KeyValueBinding, null_on_the_path_empties_the_property)
 {
     Person person;
     Person partner(u"Ada"_s);

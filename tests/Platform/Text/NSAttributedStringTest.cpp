@@ -251,7 +251,7 @@ TEST(AttributedStringText, becomes_formats_of_a_layout)
     EXPECT_EQ(second.format.fontLetterSpacing(), 1.5);
 }
 
-TEST(AttributedStringText, kerning_beyond_all_measure_does_not_reach_the_layout)
+TEST(AttributedStringText, extreme_kerning_is_not_passed_to_the_layout)
 {
     const auto spacing = [](double kern) {
         return charFormat({ { KernAttributeName, kern } }).fontLetterSpacing();

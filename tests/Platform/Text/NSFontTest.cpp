@@ -73,7 +73,7 @@ TEST(NSFont, names_find_their_face_or_nothing)
         EXPECT_EQ(faceNamed(QString::fromLatin1(name)), expected) << name;
 }
 
-TEST(NSFont, names_that_are_taken_for_granted_stand_for_the_systems_fonts)
+TEST(NSFont, well_known_names_stand_for_the_systems_fonts)
 {
     const QFont regular = monospacedSystemFont(20);
     const QFont bold = FontManager::convertToHaveTrait(regular, FontTraitMask::bold);
@@ -106,7 +106,7 @@ TEST(NSFont, a_font_looked_up_by_face_is_not_held_to_that_face)
     EXPECT_EQ(face(font), "DejaVu Sans/CondensedBold");
 }
 
-TEST(NSFont, a_size_that_is_none_stands_for_the_systems)
+TEST(NSFont, an_invalid_size_stands_for_the_systems)
 {
     EXPECT_EQ(fontWithName(u"Inter"_s, 20.5)->pointSizeF(), 20.5);
     for (const double size : { 0.0, -3.0, nan, infinity, -infinity }) {

@@ -158,7 +158,7 @@ TEST(Layer, a_detached_layer_is_kept_by_whoever_holds_it)
     EXPECT_EQ(held->superlayer(), nullptr);
 }
 
-TEST(Layer, changes_anywhere_in_the_tree_are_told_once_and_at_the_top)
+TEST(Layer, changes_in_the_tree_are_reported_once_at_the_root)
 {
     const auto top = std::make_shared<CA::Layer>();
     const auto box = std::make_shared<CA::Layer>();

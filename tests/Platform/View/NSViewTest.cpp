@@ -97,7 +97,7 @@ TEST(View, flipping_twice_changes_nothing)
     EXPECT_EQ(NS::flipped(QPointF(1, 2), 10), QPointF(1, 8));
 }
 
-TEST(View, the_widget_says_what_of_it_is_aligned)
+TEST(View, a_widget_sets_its_aligned_part)
 {
     EXPECT_EQ(NS::alignmentRectInsets(std::make_unique<QWidget>().get()), QMarginsF());
     EXPECT_EQ(NS::alignmentRectInsets(std::make_unique<Passing>().get()), QMarginsF(1, 2, 3, 4));

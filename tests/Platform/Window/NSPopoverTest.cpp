@@ -294,7 +294,7 @@ TEST(Popover, grows_with_what_its_content_asks_for)
 
 // Closing
 
-TEST(Popover, a_click_elsewhere_closes_it_and_reaches_what_it_hit)
+TEST(Popover, a_click_elsewhere_closes_it_and_takes_effect)
 {
     for (const bool staysInWindow : { false, true }) {
         Scene scene(nullptr, staysInWindow);
@@ -337,7 +337,7 @@ TEST(Popover, a_click_in_it_keeps_it_open)
     }
 }
 
-TEST(Popover, a_click_on_its_shadow_is_for_what_shows_through)
+TEST(Popover, a_click_on_its_shadow_goes_to_the_widget_behind)
 {
     for (const bool staysInWindow : { false, true }) {
         Scene scene(nullptr, staysInWindow);
@@ -394,7 +394,7 @@ TEST(Popover, keys_elsewhere_close_it_and_are_typed_but_modifiers_do_nothing)
     EXPECT_EQ(scene.field.text(), u"a"_s);
 }
 
-TEST(Popover, what_is_shown_by_a_key_is_not_closed_by_the_rest_of_that_key)
+TEST(Popover, a_popover_that_a_key_shows_is_not_closed_by_the_same_key)
 {
     Scene scene; // a line edit passes Return on to its parents after the signal
     QObject::connect(&scene.field, &QLineEdit::returnPressed, &scene.popover,
@@ -406,7 +406,7 @@ TEST(Popover, what_is_shown_by_a_key_is_not_closed_by_the_rest_of_that_key)
     }
 }
 
-TEST(Popover, escape_closes_it_before_it_means_anything_to_the_window)
+TEST(Popover, escape_closes_it_before_the_window_gets_the_key)
 {
     Scene scene;
     const QShortcut shortcut(Qt::Key_Escape, &scene.window);

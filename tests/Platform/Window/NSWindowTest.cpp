@@ -451,7 +451,7 @@ TEST(NSWindow, edges_are_eight_deep_but_leave_controls_most_of_their_own)
     EXPECT_FALSE(isEdge({ 1, 50 }));
 }
 
-TEST(NSWindow, sizes_hold_against_the_edges_and_the_opposite_edge_stays)
+TEST(NSWindow, edges_keep_to_the_size_limits_and_the_opposite_edge_stays)
 {
     const QRect before(100, 100, 400, 300);
     const auto edges = Qt::LeftEdge | Qt::TopEdge;

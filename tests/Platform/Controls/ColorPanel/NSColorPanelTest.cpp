@@ -56,7 +56,7 @@ public:
 
 } // namespace
 
-TEST_F(ColorPanelTest, there_is_one_and_only_once_it_is_asked_for)
+TEST_F(ColorPanelTest, the_shared_panel_is_made_by_the_first_call)
 {
     EXPECT_EQ(ColorPanel::sharedColorPanel(), panel);
     EXPECT_TRUE(ColorPanel::sharedColorPanelExists());
