@@ -10,6 +10,7 @@ fail() { echo "embedding: $*" >&2; exit 1; }
 
 for way in add_subdirectory FetchContent; do
     cmake -S "$here/consumers/embedding" -B "$scratch/$way" -G Ninja -DBY=$way \
+        -DCMAKE_UNITY_BUILD=ON \
         -DFETCHCONTENT_SOURCE_DIR_PELLARVINE="$1" -DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON \
         -DCMAKE_DISABLE_FIND_PACKAGE_benchmark=ON -DCMAKE_DISABLE_FIND_PACKAGE_Python3=ON \
         -DCMAKE_DISABLE_FIND_PACKAGE_Qt6Designer=ON -DCMAKE_DISABLE_FIND_PACKAGE_Qt6Test=ON \
