@@ -97,7 +97,7 @@ class KwinX11(_Scripted, x11.XSession):
     def start_window_manager(self):
         self.environment.update({'KWIN_COMPOSE': 'O2', 'XDG_CURRENT_DESKTOP': 'KDE',
                                  'KDE_FULL_SESSION': 'true', 'KDE_SESSION_VERSION': '5'})
-        self.spawn('kwin', ['kwin_x11'])
+        self.compositor = self.spawn('kwin', ['kwin_x11'])
         self.listen()
         # A window decides when it is made whether it can be translucent.
         properties = dbus.Interface(

@@ -53,7 +53,8 @@ class Session:
     PLATFORM = 'wayland'
     CAN_TILE = True
     CAN_MINIMIZE = True
-    compositor = None  # its process, if it can be paused
+    CAN_MAXIMIZE = True
+    compositor = None  # its process, or the window manager's
     EDGE = -4  # where a drag of an edge begins, inside the visible window: here in its shadow
 
     @classmethod
@@ -143,9 +144,9 @@ class Session:
 
     def pause(self, seconds):
         """Stops the compositor for that long."""
-        os.kill(self.compositor.pid, signal.SIGSTOP)
+        self.compositor.send_signal(signal.SIGSTOP)
         time.sleep(seconds)
-        os.kill(self.compositor.pid, signal.SIGCONT)
+        self.compositor.send_signal(signal.SIGCONT)
 
     # Windows
 

@@ -20,6 +20,7 @@ class Sway(Session):
     RULES = 'for_window [title=".*"] floating enable, border none'
     CAN_TILE = False  # by the keys of the other desktops
     CAN_MINIMIZE = False
+    CAN_MAXIMIZE = False  # floating windows
     EDGE = 2  # no shadow
 
     def start(self):
@@ -38,8 +39,9 @@ class Sway(Session):
         socket = os.path.join(runtime, 'sway.sock')
         self.environment.update({'XDG_CURRENT_DESKTOP': 'sway', 'SWAYSOCK': socket,
                                  'WAYLAND_DISPLAY': os.path.join(runtime, 'wayland-1')})
-        self.spawn('sway', command, WLR_BACKENDS='headless', WLR_RENDERER='pixman',
-                   WLR_LIBINPUT_NO_DEVICES='1', XDG_RUNTIME_DIR=runtime, HOME=runtime)
+        self.compositor = self.spawn(
+            'sway', command, WLR_BACKENDS='headless', WLR_RENDERER='pixman',
+            WLR_LIBINPUT_NO_DEVICES='1', XDG_RUNTIME_DIR=runtime, HOME=runtime)
         display = self.environment['WAYLAND_DISPLAY']
         wait_until(lambda: os.path.exists(socket) and os.path.exists(display), socket)
         self.input = wayland.WlrootsInput(display, self.size)

@@ -53,7 +53,7 @@ class Openbox(XSession):
     CAN_TILE = False
 
     def start_window_manager(self):
-        self.spawn('openbox', ['openbox'])
+        self.compositor = self.spawn('openbox', ['openbox'])
 
     def windows(self):
         found = []
