@@ -9,14 +9,13 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 /// The constraints most often needed when one widget is placed inside another, for any QWidget:
 ///
 ///     NS::addAndPin(panel, list); // list fills panel
-///     NS::addAndPin(card, note, 8); // note fills card but for 8 units around it
+///     NS::addAndPin(card, note, 8); // note fills card, except for 8 units on each side
 ///     NS::addAndCenter(panel, spinner); // at its own size, in the middle
 ///     NS::addCenteredAndConstrainedToBounds(panel, picture, -16); // not beyond 16 units inside
 ///
-/// Each `pin…` activates required constraints, with the receiver, the first argument, as their
-/// first item. They replace no earlier ones: two calls make two sets of constraints. Widgets
-/// without a common ancestor and contradicting constraints give the warnings of
-/// `NS::LayoutConstraint`.
+/// Each `pin…` activates required constraints. Their first item is the receiver, which is the first
+/// argument. Earlier constraints stay: two calls make two sets. Widgets without a common ancestor
+/// and contradicting constraints give the warnings of `NS::LayoutConstraint`.
 ///
 /// Each `add…` calls `setTranslatesAutoresizingMaskIntoConstraints(subview, false)`, makes the
 /// subview a child of the receiver, and calls the matching `pin…`. If the class of the receiver has

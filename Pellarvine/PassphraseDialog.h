@@ -12,7 +12,7 @@ namespace Pellarvine {
 /// Asks for a passphrase: a new one, typed twice or made up, or the one of an existing container.
 ///
 ///     Pellarvine::PassphraseDialog dialog(Pellarvine::PassphraseDialog::Purpose::create, this);
-///     dialog.setExplanation(tr("Nothing else opens the notebook. It is stored nowhere."));
+///     dialog.setExplanation(tr("Only this passphrase opens the notebook."));
 ///     if (dialog.exec() == QDialog::Accepted)
 ///         notebook->seal(dialog.takePassphrase());
 ///

@@ -23,16 +23,16 @@ namespace Pellarvine {
 ///
 /// A side that changes the value that it gets, such as a slider with a limit, changes the other
 /// side too. Use `NS::bind` for controls: it never changes a model that is only shown. Two changes
-/// are not carried back: "" of a QString that got null, and the text "5" of a text property that
-/// got 5.
+/// are not carried back: a QString that gets null becomes "", and a text property that gets 5
+/// becomes "5".
 ///
 /// If the sides never agree, for example because the transformers are not inverse to each other,
 /// the binding stops after `deepestExchange` nested passes and prints a warning. The sides keep
 /// their values, and the next change starts again.
 ///
 /// A failure in the constructor is thrown. Later failures, such as a value that does not fit, are
-/// printed as a warning, or passed to the function of setErrorHandler(). In debug builds of the
-/// library, a warning also says that a write has ended the target's own QProperty binding.
+/// printed as a warning, or passed to the function of setErrorHandler(). Debug builds of the
+/// library also warn if a write ends the target's own QProperty binding.
 ///
 /// An object that is given by a shared pointer is kept alive. Another one may be destroyed first;
 /// the binding then does nothing. The binding may be destroyed within its transformers and writes.

@@ -56,8 +56,8 @@ concept FitsInto = requires(From from)
 ///
 /// The constructor copies the first side to the second. From then on each change of the first side
 /// is copied to the second and, in a two-way binding, each change of the second side to the first.
-/// A side that has an equal value is not written. Two types of which one cannot hold every value of
-/// the other do not compile.
+/// A side that has an equal value is not written. The binding does not compile if one side's type
+/// cannot hold every value of the other's.
 ///
 /// Neither object is kept alive. After one was destroyed, the binding does nothing. It may be
 /// destroyed while it writes. If the sides never agree, it stops as a `Binding` does.

@@ -18,7 +18,7 @@ namespace Pellarvine {
 ///     }); // m_zoom: std::optional<Pellarvine::Observer>
 ///
 /// Null is passed as the null object (NS::isNullObject). The function may destroy its observer. It
-/// may also change the observed property, which calls it again before it has returned.
+/// may also change the observed property; it is then called recursively.
 ///
 /// An object that is given by a shared pointer is kept alive. Another one may be destroyed first;
 /// then there are no more calls.

@@ -47,10 +47,10 @@ void registerClass(const char *name = T::staticMetaObject.className())
 {
     static_assert(std::is_base_of_v<QObject, T>, "only a QObject can be registered");
     static_assert(QtPrivate::HasQ_OBJECT_Macro<T>::Value,
-                  "without Q_OBJECT the class has the name of the one it extends");
+                  "without Q_OBJECT, the class has the name of its base class");
     using Parent = std::conditional_t<std::is_base_of_v<QWidget, T>, QWidget, QObject>;
     static_assert(std::is_constructible_v<T, Parent *>,
-                  "the constructor has to take a parent, and nothing else that has no default");
+                  "the constructor must take a parent, and defaults for everything else");
     registerClass(
             { QString::fromUtf8(name), &T::staticMetaObject, [](QObject *parent) -> QObject * {
                  return new T(qobject_cast<Parent *>(parent));

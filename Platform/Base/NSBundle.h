@@ -20,13 +20,12 @@ inline const QString kCFBundleVersionKey = QStringLiteral("CFBundleVersion");
 ///             bundle.objectForInfoDictionaryKey(u"NSHumanReadableCopyright"_s).toString();
 ///
 /// They are read from the file Info.plist, a property list in XML, in the program's resources
-/// (":/Info.plist") or else beside the executable. Without that file, they are what the program has
-/// told Qt:
+/// (":/Info.plist") or else beside the executable. Without that file, they come from Qt:
 ///
 ///     CFBundleName                 QCoreApplication::applicationName()
 ///     CFBundleDisplayName          QGuiApplication::applicationDisplayName()
 ///     CFBundleShortVersionString   QCoreApplication::applicationVersion()
-///     CFBundleIdentifier           organizationDomain() backwards, a dot, and applicationName()
+///     CFBundleIdentifier           organizationDomain() reversed, a dot, and applicationName()
 ///
 /// Empty values are left out. Each call reads the file again. The functions may be called from any
 /// thread, after the QCoreApplication is made.

@@ -27,10 +27,11 @@ struct ChoiceKeys
 ///     NS::bindChoices(countryBox, shop, u"countries"_s, { .title = u"name"_s, .tag = u"code"_s });
 ///     NS::bind(countryBox, u"selectedTag"_s, customer, u"address.countryCode"_s);
 ///
-/// `keyPath` leads to a list of QObjects, gadgets, maps or plain values that reports its changes,
-/// or is constant; the keys of gadgets and maps lead one step. The control follows the list and, of
-/// QObjects, the title. The selection stays with its item while others come and go; a selection
-/// that is not in the list is shown as none, and changes only when the user makes another.
+/// `keyPath` leads to a list of QObjects, gadgets, maps or plain values. The list reports its changes
+/// or is constant. For gadgets and maps, `title` and `tag` are single keys; for QObjects, key paths.
+/// The control follows the list and the titles of QObjects. The selected item stays selected when
+/// other items change. A selection that is not in the list is shown as none; only the user's next
+/// selection changes it.
 ///
 /// Replaces the choices of an earlier call. Throws `KeyValueException` if the model or its first
 /// item lacks a key, and `std::invalid_argument` for another kind of control. Main thread only.

@@ -102,7 +102,7 @@ namespace NS {
 /// once. The group is not owned.
 ///
 /// `object` owns the binding. `NS::unbind` ends it, and a binding of the same name replaces it.
-/// Throws what `NS::bind` throws and what the function throws in its first call; nothing is bound
+/// Throws the exceptions of `NS::bind` and of the first call of the function; nothing is bound
 /// then. A later exception is caught and printed as a warning. Main thread only.
 template <std::size_t count, detail::HasArguments Function>
 void bind(QObject *object, const QString &binding, const BindingSource (&sources)[count],

@@ -24,8 +24,8 @@ namespace NS {
 /// model inserts, removes and moves single rows, so views keep their selection and scroll position.
 /// The columns of a QObject follow its properties, and its row is removed when it is destroyed.
 ///
-/// An edit is written to the property of a QObject, and into the list for other items. If the value
-/// does not fit, setData() returns false and the view shows the old value again.
+/// An edit of a QObject is written to its property, and an edit of another item to the list. If the
+/// value does not fit, setData() returns false and the view shows the old value again.
 ///
 /// The model does not own the items, nor `observed` unless it is given by a shared pointer. Main
 /// thread only: a debug build of the library aborts the process if `observed` lives in another

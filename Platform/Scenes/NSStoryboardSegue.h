@@ -77,7 +77,7 @@ public:
     {
         static_assert(std::is_base_of_v<StoryboardSegue, Segue>);
         static_assert(QtPrivate::HasQ_OBJECT_Macro<Segue>::Value,
-                      "without Q_OBJECT the class has the name of the one it extends");
+                      "without Q_OBJECT, the class has the name of its base class");
         Finder finder;
         if constexpr (requires(ViewController * source, const QString &scene) {
                           Segue::existingDestination(source, scene);
