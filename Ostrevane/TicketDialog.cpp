@@ -146,7 +146,7 @@ TicketDialog::TicketDialog(Sender sender, QWidget *parent)
     d->description->setPlaceholderText(tr("What you did, what you expected and what you saw"));
     d->facts->setChecked(true);
     d->preview->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    d->remark->setText(tr("The program’s name and version are sent in any case."));
+    d->remark->setText(tr("The program’s name and version are always sent."));
     d->progress->setRange(0, 0); // shows activity; the progress is not known
     d->progress->setAccessibleName(tr("Sending"));
     d->outcome->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

@@ -51,7 +51,7 @@ bool OpeningDevice::open(OpenMode mode)
 {
     const OpenMode direction = mode & ReadWrite;
     if (isOpen() || d->isOver || direction != ReadOnly) {
-        setErrorString(tr("The device opens once, and for reading alone."));
+        setErrorString(tr("The device can be opened only once, and only for reading."));
         return false;
     }
     if (d->mode == Mode::verifyFirst && !succeeds([this] { d->reader->verify(); }))

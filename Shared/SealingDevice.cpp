@@ -29,7 +29,7 @@ bool SealingDevice::open(OpenMode mode)
 {
     const OpenMode direction = mode & ReadWrite;
     if (isOpen() || !d->encryptor || direction != WriteOnly) {
-        setErrorString(tr("The device opens once, and for writing alone."));
+        setErrorString(tr("The device can be opened only once, and only for writing."));
         return false;
     }
     QIODevice::open(WriteOnly | Unbuffered);

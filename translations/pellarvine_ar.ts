@@ -239,7 +239,7 @@
         <translation>الجهاز غير مفتوح.</translation>
     </message>
     <message>
-        <source>The device opens once, and for reading alone.</source>
+        <source>The device can be opened only once, and only for reading.</source>
         <translation>يُفتح الجهاز مرة واحدة، وللقراءة فقط.</translation>
     </message>
 </context>
@@ -328,7 +328,7 @@
         <translation>الجهاز غير مفتوح.</translation>
     </message>
     <message>
-        <source>The device opens once, and for writing alone.</source>
+        <source>The device can be opened only once, and only for writing.</source>
         <translation>يُفتح الجهاز مرة واحدة، وللكتابة فقط.</translation>
     </message>
 </context>
@@ -367,7 +367,7 @@
         <translation>ما فعلته وما توقعته وما رأيته</translation>
     </message>
     <message>
-        <source>The program’s name and version are sent in any case.</source>
+        <source>The program’s name and version are always sent.</source>
         <translation>يُرسل اسم البرنامج وإصداره في كل الأحوال.</translation>
     </message>
     <message>
@@ -499,7 +499,7 @@
         <translation>اللون المختار</translation>
     </message>
     <message>
-        <source>Drag the colour to where it is wanted, or drop one here</source>
+        <source>Drag this colour to another place, or drop a colour here</source>
         <translation>اسحب اللون إلى حيث تريده، أو أفلت لونًا هنا</translation>
     </message>
 </context>

@@ -239,7 +239,7 @@
         <translation>Das Gerät ist nicht geöffnet.</translation>
     </message>
     <message>
-        <source>The device opens once, and for reading alone.</source>
+        <source>The device can be opened only once, and only for reading.</source>
         <translation>Das Gerät lässt sich einmal öffnen, und nur zum Lesen.</translation>
     </message>
 </context>
@@ -328,7 +328,7 @@
         <translation>Das Gerät ist nicht geöffnet.</translation>
     </message>
     <message>
-        <source>The device opens once, and for writing alone.</source>
+        <source>The device can be opened only once, and only for writing.</source>
         <translation>Das Gerät lässt sich einmal öffnen, und nur zum Schreiben.</translation>
     </message>
 </context>
@@ -367,7 +367,7 @@
         <translation>Was Sie getan, erwartet und gesehen haben</translation>
     </message>
     <message>
-        <source>The program’s name and version are sent in any case.</source>
+        <source>The program’s name and version are always sent.</source>
         <translation>Name und Version des Programms werden in jedem Fall gesendet.</translation>
     </message>
     <message>
@@ -499,7 +499,7 @@
         <translation>Gewählte Farbe</translation>
     </message>
     <message>
-        <source>Drag the colour to where it is wanted, or drop one here</source>
+        <source>Drag this colour to another place, or drop a colour here</source>
         <translation>Die Farbe dorthin ziehen, wo sie gebraucht wird, oder eine hier ablegen</translation>
     </message>
 </context>

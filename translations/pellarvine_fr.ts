@@ -239,7 +239,7 @@
         <translation>Le périphérique n’est pas ouvert.</translation>
     </message>
     <message>
-        <source>The device opens once, and for reading alone.</source>
+        <source>The device can be opened only once, and only for reading.</source>
         <translation>Le périphérique ne s’ouvre qu’une fois, et en lecture seule.</translation>
     </message>
 </context>
@@ -328,7 +328,7 @@
         <translation>Le périphérique n’est pas ouvert.</translation>
     </message>
     <message>
-        <source>The device opens once, and for writing alone.</source>
+        <source>The device can be opened only once, and only for writing.</source>
         <translation>Le périphérique ne s’ouvre qu’une fois, et en écriture seule.</translation>
     </message>
 </context>
@@ -367,7 +367,7 @@
         <translation>Ce que vous avez fait, attendu et vu</translation>
     </message>
     <message>
-        <source>The program’s name and version are sent in any case.</source>
+        <source>The program’s name and version are always sent.</source>
         <translation>Le nom et la version du programme sont envoyés dans tous les cas.</translation>
     </message>
     <message>
@@ -499,7 +499,7 @@
         <translation>Couleur choisie</translation>
     </message>
     <message>
-        <source>Drag the colour to where it is wanted, or drop one here</source>
+        <source>Drag this colour to another place, or drop a colour here</source>
         <translation>Faites glisser la couleur où vous la voulez, ou déposez-en une ici</translation>
     </message>
 </context>

@@ -92,7 +92,7 @@ void GalleryWindow::fill()
     m_nothing = new QLabel(tr("No page has this text in its name."));
     m_search = new QLineEdit;
     m_place = new QLabel;
-    m_back = new ToolButton(tr("Page before"), { { 2, -5 }, { -3, 0 }, { -3, 0 }, { 2, 5 } });
+    m_back = new ToolButton(tr("Previous page"), { { 2, -5 }, { -3, 0 }, { -3, 0 }, { 2, 5 } });
     m_forward = new ToolButton(tr("Next page"), { { -2, -5 }, { 3, 0 }, { 3, 0 }, { -2, 5 } });
     m_stack = new QStackedWidget;
     auto *const layout = new QHBoxLayout(contentView());

@@ -19,7 +19,7 @@ QString ListController::hint() const
 {
     if (notebook->notes().isEmpty())
         return tr("There are no notes yet.");
-    return m_list && m_list->count() == 0 ? tr("No note has that in it.") : QString();
+    return m_list && m_list->count() == 0 ? tr("No note contains this text.") : QString();
 }
 
 void ListController::addNote()
@@ -31,9 +31,9 @@ void ListController::addNote()
 void ListController::removeNote()
 {
     const QString title = m_list->currentItem()->text();
-    const auto answer = QMessageBox::question(
-            view(), tr("Delete Note"), tr("Delete “%1”? It cannot be brought back.").arg(title),
-            QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+    const auto answer = QMessageBox::question(view(), tr("Delete Note"),
+                                              tr("Delete “%1”? This cannot be undone.").arg(title),
+                                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
     if (answer != QMessageBox::Yes)
         return;
     notebook->removeNote(std::exchange(current, nullptr));

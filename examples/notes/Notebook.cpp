@@ -44,7 +44,7 @@ QString explained(const Pellarvine::CryptorError &error, const QString &file)
     case Pellarvine::CryptorError::invalidFileFormat:
         return Notebook::tr("%1 is not a sealed notebook.").arg(file);
     case Pellarvine::CryptorError::truncatedFile:
-        return Notebook::tr("%1 ends too early: it is damaged.").arg(file);
+        return Notebook::tr("%1 is incomplete.").arg(file);
     case Pellarvine::CryptorError::invalidHMAC:
         break;
     }
@@ -92,7 +92,7 @@ bool Notebook::create(const QString &passphrase)
     if (!lock())
         return false;
     if (exists())
-        return fail(tr("There is a file %1 by now.").arg(name()));
+        return fail(tr("The file %1 already exists.").arg(name()));
     m_passphrase = passphrase;
     return save() || fail(m_problem);
 }
@@ -109,7 +109,7 @@ bool Notebook::open(const QString &passphrase)
         const std::optional<QStringList> texts =
                 read(Pellarvine::Decryptor::decrypt(sealed, passphrase));
         if (!texts)
-            return fail(tr("%1 holds something else than notes.").arg(name()));
+            return fail(tr("%1 does not contain notes.").arg(name()));
         for (const QString &text : *texts)
             insert(m_notes.size(), text);
     } catch (const Pellarvine::CryptorError &error) {

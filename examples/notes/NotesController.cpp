@@ -43,7 +43,8 @@ void NotesController::changePassphrase()
 {
     using Pellarvine::PassphraseDialog;
     PassphraseDialog dialog(PassphraseDialog::Purpose::create, view());
-    dialog.setExplanation(tr("From now on, nothing else opens %1.").arg(m_notebook->name()));
+    dialog.setExplanation(
+            tr("From now on, only this passphrase opens %1.").arg(m_notebook->name()));
     if (dialog.exec() == QDialog::Accepted
         && !m_notebook->changePassphrase(dialog.takePassphrase()))
         QMessageBox::warning(view(), tr("Notes"), m_notebook->problem());

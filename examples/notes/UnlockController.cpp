@@ -8,9 +8,8 @@ bool UnlockController::isReady() const
 
 QString UnlockController::explanation() const
 {
-    return m_isNew ? tr(
-                   "This is a new notebook. Choose a passphrase for it: nothing else opens it, "
-                   "and it is stored nowhere.")
+    return m_isNew ? tr("This is a new notebook. Choose a passphrase, and remember it: only the "
+                        "passphrase opens the notebook.")
                    : tr("Type the passphrase of %1.").arg(notebook->name());
 }
 

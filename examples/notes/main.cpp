@@ -25,8 +25,9 @@ int main(int argc, char **argv)
     if (file.isEmpty()) {
         const std::optional<QUrl> folder = Pellarvine::App::applicationSupportSubdirectory();
         if (!folder) {
-            QMessageBox::critical(nullptr, Pellarvine::App::name(),
-                                  QApplication::translate("main", "There is no place for notes."));
+            QMessageBox::critical(
+                    nullptr, Pellarvine::App::name(),
+                    QApplication::translate("main", "There is no folder for the notes."));
             return 1;
         }
         file = folder->toLocalFile() + u"Notes.sealed"_s;

@@ -112,8 +112,7 @@ TEST_F(TicketDialogTest, the_preview_is_what_is_sent_with_or_without_the_facts)
         QCheckBox *const box =
                 named<QCheckBox>(u"Include facts about the program and this computer"_s);
         box->setChecked(includesFacts);
-        EXPECT_EQ(isShown(u"The program’s name and version are sent in any case."_s),
-                  !includesFacts);
+        EXPECT_EQ(isShown(u"The program’s name and version are always sent."_s), !includesFacts);
         EXPECT_EQ(preview(), sent);
         dialog->send();
         EXPECT_EQ(outbox.sent.constLast(), sent);

@@ -325,14 +325,14 @@ TEST(Sealing, a_device_that_is_not_open_is_an_error_with_a_text)
     EXPECT_FALSE(sealed.finish());
     EXPECT_NE(sealed.errorString(), unknown);
     EXPECT_FALSE(sealed.open(QIODevice::ReadWrite));
-    EXPECT_EQ(sealed.errorString(), u"The device opens once, and for writing alone."_s);
+    EXPECT_EQ(sealed.errorString(), u"The device can be opened only once, and only for writing."_s);
     EXPECT_FALSE(sealed.open(QIODevice::WriteOnly)); // the target is not open
     EXPECT_EQ(sealed.errorString(), notWritable);
 
     OpeningDevice text(&closed, passphrase);
     EXPECT_NE(text.errorString(), unknown);
     EXPECT_FALSE(text.open(QIODevice::ReadWrite));
-    EXPECT_EQ(text.errorString(), u"The device opens once, and for reading alone."_s);
+    EXPECT_EQ(text.errorString(), u"The device can be opened only once, and only for reading."_s);
     EXPECT_FALSE(text.open(QIODevice::ReadOnly));
     EXPECT_EQ(text.errorString(), notReadable);
 

@@ -329,14 +329,15 @@ TEST(Notebook, that_cannot_be_opened_says_why_and_leaves_the_file_alone)
         { "another passphrase", sealed, u"six random worms"_s, "The passphrase is wrong, or" },
         { "a flipped bit", flipped, passphrase, "is damaged" },
         { "a cut", sealed.chopped(1), passphrase, "is damaged" },
-        { "nearly nothing", sealed.first(20), passphrase, "ends too early" },
-        { "nothing", {}, passphrase, "ends too early" },
+        { "nearly nothing", sealed.first(20), passphrase, "is incomplete" },
+        { "nothing", {}, passphrase, "is incomplete" },
         { "a picture", "\x89PNG\r\n" + QByteArray(100, 'x'), passphrase, "not a sealed notebook" },
         { "a sealed letter", Encryptor::encrypt("Dear", passphrase), passphrase,
-          "else than notes" },
-        { "other JSON", Encryptor::encrypt("[\"a\"]", passphrase), passphrase, "else than notes" },
+          "does not contain notes" },
+        { "other JSON", Encryptor::encrypt("[\"a\"]", passphrase), passphrase,
+          "does not contain notes" },
         { "numbers for notes", Encryptor::encrypt(R"({"notes":["a",2]})", passphrase), passphrase,
-          "else than notes" },
+          "does not contain notes" },
     };
     const TemporaryFolder folder;
     for (const auto &row : rows) {

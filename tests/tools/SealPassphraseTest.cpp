@@ -102,7 +102,7 @@ TEST_F(SealPassphrase, a_program_asks_for_it)
         { u"./absent"_s, 6, "./absent: No such file or directory" },
         { u"./differ"_s, 2, "the two passphrases differ" },
         { u"./ask $key"_s, 2,
-          "--passphrase-file, --passphrase-fd, --askpass and --generate exclude one another" },
+          "--passphrase-file, --passphrase-fd, --askpass and --generate cannot be used together" },
     };
     for (const auto &[program, status, message] : faults) {
         outcome = shell(u"pellarvine seal --askpass "_s + program + u" plain other"_s);

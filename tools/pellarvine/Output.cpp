@@ -216,7 +216,7 @@ std::unique_ptr<Output> openOutput(const QByteArray &path, Release release, bool
         return std::make_unique<SpooledOutput>(std::move(output), signals);
     if (isatty(stream.descriptor)) {
         throw CommandError(ExitStatus::badUsage,
-                           name + " is a terminal: name a file or send it to one");
+                           name + " is a terminal: name a file, or redirect the output to one");
     }
     return output;
 }

@@ -178,8 +178,8 @@ PassphraseSource::PassphraseSource(CommandLine &line, Prompt prompt)
                    u"Read the passphrase, a single line, from the open file descriptor <number>."_s,
                    u"number"_s)
     , m_program(u"askpass"_s,
-                u"Run <program> to ask for the passphrase, which it prints. $PELLARVINE_ASKPASS "
-                u"names one too."_s,
+                u"Run <program> to ask for the passphrase, which it prints. Without this option, "
+                u"$PELLARVINE_ASKPASS names the program."_s,
                 u"program"_s)
     , m_generate(u"generate"_s,
                  u"Make up a passphrase of six words and print it once, on the terminal."_s)
@@ -200,7 +200,7 @@ void PassphraseSource::check(const QByteArray &input) const
                            QByteArray("--passphrase-file, --passphrase-fd")
                                    + (m_prompt == Prompt::twice ? ", --askpass and --generate"
                                                                 : " and --askpass")
-                                   + " exclude one another");
+                                   + " cannot be used together");
     }
     for (const QCommandLineOption &named : { m_file, m_program }) {
         if (m_line.isSet(named) && m_line.value(named).isEmpty()) {

@@ -36,7 +36,7 @@ ColorSwatch::ColorSwatch(QWidget *parent)
 {
     makeAccessible<ColorSwatch, AccessibleColorSwatch>();
     setAcceptDrops(true);
-    setToolTip(tr("Drag the colour to where it is wanted, or drop one here"));
+    setToolTip(tr("Drag this colour to another place, or drop a colour here"));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
