@@ -81,8 +81,8 @@ class PELLARVINE_EXPORT BindingBase : private NS::KeyValueObserver
 {
 public:
     /// The limit of nested passes of one binding: writing to a side changes it, and starts the next
-    /// pass. At the limit a warning names both key paths, and the binding pauses until the outermost
-    /// pass has returned.
+    /// pass. At the limit a warning names both key paths, and the binding does nothing more until
+    /// the outermost pass has returned.
     static constexpr int deepestExchange = 16;
 
     BindingBase() = delete; ///< not possible: a binding needs two objects

@@ -27,11 +27,11 @@ struct ChoiceKeys
 ///     NS::bindChoices(countryBox, shop, u"countries"_s, { .title = u"name"_s, .tag = u"code"_s });
 ///     NS::bind(countryBox, u"selectedTag"_s, customer, u"address.countryCode"_s);
 ///
-/// `keyPath` leads to a list of QObjects, gadgets, maps or plain values. The list reports its changes
-/// or is constant. For gadgets and maps, `title` and `tag` are single keys; for QObjects, key paths.
-/// The control follows the list and the titles of QObjects. The selected item stays selected when
-/// other items change. A selection that is not in the list is shown as none; only the user's next
-/// selection changes it.
+/// `keyPath` leads to a list of QObjects, gadgets, maps or plain values, which reports its changes
+/// or is constant. `title` and `tag` are key paths for QObjects, and single keys for gadgets and
+/// maps. The control follows the list and the titles of QObjects. The selected item stays selected
+/// when other items change. A selection that is not in the list is shown as none; only the user's
+/// next selection changes it.
 ///
 /// Replaces the choices of an earlier call. Throws `KeyValueException` if the model or its first
 /// item lacks a key, and `std::invalid_argument` for another kind of control. Main thread only.

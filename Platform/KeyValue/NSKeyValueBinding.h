@@ -43,8 +43,8 @@ inline const QString NSObservedKeyPathKey = QStringLiteral("NSObservedKeyPath");
 /// (NS::isEqual) is not written. An edit that the model refuses stays in the control, which is
 /// marked (`BindingOptions::onInvalid`).
 ///
-/// Showing a model never changes it: if the control changes a value that the binding writes, that is
-/// not an edit. A QLineEdit that cuts a text to its maxLength leaves the model's text whole until
+/// Showing a model never changes it: if the control changes a value that the binding writes, that
+/// is no edit. A QLineEdit that cuts a text to its maxLength leaves the model's text whole until
 /// its user types. If the type of the control's property cannot hold a value, the
 /// property gets the nearest one, and a warning is printed.
 ///

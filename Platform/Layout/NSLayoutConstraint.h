@@ -36,8 +36,8 @@ enum class LayoutRelation {
     greaterThanOrEqual, ///< the first is at least the second
 };
 
-/// Priorities are from 1 to 1000. A required constraint holds, or a warning reports it. A constraint
-/// with a higher priority prevails over any number of constraints with lower ones.
+/// Priorities are from 1 to 1000. A required constraint holds, or a warning reports it. Any other
+/// constraint prevails over any number of constraints with lower priorities.
 namespace LayoutPriority {
 inline constexpr double required = 1000.0; ///< without exception
 inline constexpr double defaultHigh = 750.0; ///< a widget is not smaller than its size hint
@@ -65,7 +65,7 @@ class PELLARVINE_EXPORT LayoutConstraint : public QObject,
     Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged)
 
 public:
-    /// "first.attribute relation multiplier * second.attribute + constant", inactive at first. For a
+    /// "first.attribute relation multiplier * second.attribute + constant", not yet active. For a
     /// constant alone, `second` is null and its attribute `notAnAttribute`. The anchors of
     /// <pellarvine/Platform/NSLayoutAnchor.h> are shorter to write. Warns of an invalid constraint,
     /// which never becomes active: between a horizontal and a vertical attribute, a size and a
@@ -102,9 +102,9 @@ public:
     bool isActive() const;
     void setActive(bool isActive);
 
-    /// "title.leading == panel.leading + 8", with the widgets' object names. "form/QLabel[2]" is the
-    /// second label of the form, without a name. The constraint's own object name stands in front,
-    /// in brackets.
+    /// "title.leading == panel.leading + 8", with the widgets' object names. "form/QLabel[2]" is a
+    /// label without a name, the second one of the form. The constraint's own object name stands in
+    /// front, in brackets.
     QString description() const;
 
     /// Activates all, in order. If the items of one have no common ancestor, warns once and

@@ -15,8 +15,8 @@ namespace NS {
 class Storyboard;
 class StoryboardSegue;
 
-/// Manages a view, which it makes when view() is first called. A controller can contain the views of
-/// its child controllers.
+/// Manages a view, which it makes when view() is first called. A controller can have child
+/// controllers, and show their views in its own.
 ///
 ///     class ListViewController : public NS::ViewController
 ///     {

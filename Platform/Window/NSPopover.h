@@ -75,16 +75,16 @@ public:
     void setContentViewController(ViewController *controller);
     Behavior behavior() const; ///< default: applicationDefined
     void setBehavior(Behavior behavior);
-    /// The size of the content, without the bubble. After an empty size, the default, it follows the
-    /// size that the view asks for. The screen limits it.
+    /// The size of the content, without the bubble. An empty size, the default, stands for the size
+    /// that the view asks for. The screen limits it.
     QSizeF contentSize() const;
     void setContentSize(const QSizeF &size);
     /// The place that the arrow points to, in the view's coordinates with y upwards. The zero
     /// rectangle stands for the whole view. The setter moves a popover that is shown.
     QRectF positioningRect() const;
     void setPositioningRect(const QRectF &rect);
-    /// The button that shows it: a click or a key on the button that has closed one of its popovers
-    /// does not show one again. Not owned. Default: null; each call of showRelativeToRect() shows it.
+    /// The button that shows it. A click or a key on the button that has closed one of its popovers
+    /// does not show one again. Not owned. Default: null, each call shows it.
     QWidget *opener() const;
     void setOpener(QWidget *opener);
     /// Whether it deletes itself after it has closed, or could not be shown. Default: false.
