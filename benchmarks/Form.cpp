@@ -25,31 +25,35 @@ namespace {
 
 constexpr int rows = 100; // of three widgets each
 
+QByteArray property(const QByteArray &name, const QByteArray &kind, const QByteArray &value)
+{
+    return "     <property name=\"" + name + "\">\n      <" + kind + '>' + value + "</" + kind
+           + ">\n     </property>\n";
+}
+
+// Laid out as Designer writes it.
 QByteArray form()
 {
-    QByteArray text = "<ui version=\"4.0\"><class>Form</class><widget class=\"QWidget\" "
-                      "name=\"form\"><layout class=\"QGridLayout\" name=\"grid\">\n";
+    QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ui version=\"4.0\">\n "
+                      "<class>Form</class>\n <widget class=\"QWidget\" name=\"form\">\n  <layout "
+                      "class=\"QGridLayout\" name=\"grid\">\n";
     const auto add = [&](int row, int column, const QByteArray &className,
                          const QByteArray &properties) {
         const QByteArray place = QByteArray::number(row);
-        text += "<item row=\"" + place + "\" column=\"" + QByteArray::number(column)
-                + "\"><widget class=\"" + className + "\" name=\"" + className.toLower() + place
-                + "\">" + properties + "</widget></item>\n";
+        text += "   <item row=\"" + place + "\" column=\"" + QByteArray::number(column)
+                + "\">\n    <widget class=\"" + className + "\" name=\"" + className.toLower()
+                + place + "\">\n" + properties + "    </widget>\n   </item>\n";
     };
     for (int row = 0; row < rows; ++row) {
-        const QByteArray number = QByteArray::number(row);
         add(row, 0, "QLabel",
-            "<property name=\"text\"><string>Name " + number
-                    + "</string></property><property name=\"alignment\"><set>Qt::AlignRight|"
-                      "Qt::AlignVCenter</set></property>");
+            property("text", "string", "Name " + QByteArray::number(row))
+                    + property("alignment", "set", "Qt::AlignRight|Qt::AlignVCenter"));
         add(row, 1, "QLineEdit",
-            "<property name=\"placeholderText\"><string>None</string></property><property "
-            "name=\"maxLength\"><number>80</number></property>");
+            property("placeholderText", "string", "None") + property("maxLength", "number", "80"));
         add(row, 2, "QCheckBox",
-            "<property name=\"text\"><string>Shown</string></property><property "
-            "name=\"checked\"><bool>true</bool></property>");
+            property("text", "string", "Shown") + property("checked", "bool", "true"));
     }
-    return text + "</layout></widget></ui>\n";
+    return text + "  </layout>\n </widget>\n</ui>\n";
 }
 
 void form_Loader(benchmark::State &state)

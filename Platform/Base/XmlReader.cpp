@@ -35,11 +35,17 @@ void XmlReader::refuseText()
 {
     if (!isCharacters() || isWhitespace())
         return;
+    m_place = placeAt(textStart());
+    raiseError(u"there is text between the elements"_s);
+}
+
+// Behind the white space at the beginning of the token. The reader has read the next tag's "<", too.
+qsizetype XmlReader::textStart() const
+{
     qsizetype start = m_tokenStart;
     while (start < m_text.size() && m_text[start].isSpace())
         ++start;
-    m_place = placeAt(start);
-    raiseError(u"there is text between the elements"_s);
+    return start;
 }
 
 bool XmlReader::readChild()
@@ -68,6 +74,12 @@ void XmlReader::omit(qsizetype begin, qsizetype end)
 {
     m_kept += QStringView(m_text).sliced(m_omitted, begin - m_omitted);
     m_omitted = end;
+}
+
+void XmlReader::omitWhitespace()
+{
+    if (isWhitespace())
+        omit(m_tokenStart, textStart());
 }
 
 QByteArray XmlReader::remainder() const

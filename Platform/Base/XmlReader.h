@@ -49,6 +49,9 @@ public:
     /// Leaves a part out of remainder(). Parts are in the order of the text.
     void omit(qsizetype begin, qsizetype end);
 
+    /// Leaves out the white space that readNext() has just read, if it was that.
+    void omitWhitespace();
+
     /// The contents without the omitted parts, in UTF-8.
     QByteArray remainder() const;
 
@@ -58,6 +61,7 @@ public:
 private:
     // The place of a character. Offsets never decrease from call to call.
     XmlPlace placeAt(qsizetype offset);
+    qsizetype textStart() const;
 
     QString m_text;
     XmlPlace m_place { 1, 1 };

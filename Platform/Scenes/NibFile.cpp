@@ -87,8 +87,10 @@ private:
     {
         while (!m_xml.atEnd()) {
             m_xml.readNext();
-            if (!m_path.isEmpty() && m_path.constLast().isStructure)
+            if (!m_path.isEmpty() && m_path.constLast().isStructure) {
                 m_xml.refuseText();
+                m_xml.omitWhitespace(); // of Designer's indentation, a third of a file
+            }
             if (m_xml.isEndElement()) {
                 if (m_path.takeLast().element >= 0)
                     m_open.removeLast();

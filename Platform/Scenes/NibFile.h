@@ -94,7 +94,7 @@ public:
     NibFile(QByteArray contents, QString fileName);
 
     QByteArray contents;
-    QByteArray loaderContents; ///< for QUiLoader, without the plain properties
+    QByteArray loaderContents; ///< for QUiLoader, without the plain properties and the indentation
     QString fileName;
     QByteArray className; ///< of the form, which is the context of translations
     bool hasTextIds = false; ///< whether the texts are translated by their IDs
