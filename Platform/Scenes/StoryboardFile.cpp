@@ -170,7 +170,7 @@ private:
                     segue.className, NS::StoryboardSegue::registeredClasses().join(u", "_s)));
         }
         if (!segue.object.isEmpty() && segue.signal.isEmpty())
-            fail(u"<segue> names an object and no signal of it"_s);
+            fail(u"<segue> has an object but no signal"_s);
         if (segue.signal.isEmpty() && segue.identifier.isEmpty())
             fail(u"<segue> has neither an identifier nor a signal to begin at"_s);
         add(segue);
@@ -275,7 +275,7 @@ private:
                 ++current.next;
             } else if (m_isOpen.contains(inner)) {
                 failAt(segue.place,
-                       u"the scene \"%1\" lies within itself"_s.arg(inner->identifier));
+                       u"the scene \"%1\" is embedded in itself"_s.arg(inner->identifier));
             } else if (count == m_embeddedCounts.cend()) {
                 open.push_back(visit(inner));
             } else {

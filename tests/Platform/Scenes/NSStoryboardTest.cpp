@@ -148,16 +148,16 @@ TEST_F(NSStoryboard, what_is_wrong_in_a_file_is_told_with_its_line_and_column)
         { a + segue + "/>", ":3:1: <segue> has neither an identifier nor a signal to begin at",
           false },
         { a + segue + "identifier='s' object='x'/>",
-          ":3:1: <segue> names an object and no signal of it", false },
+          ":3:1: <segue> has an object but no signal", false },
         { a + segue + "identifier='s'/>\n" + segue + "identifier='s'/>",
           ":4:1: the scene \"a\" has a segue \"s\" already", true },
         { "<scene identifier='a' class='QObject'/>\n" + segue + "identifier='s'/>",
           ":3:1: the scene \"a\" is a \"QObject\", which is no view controller", true },
         { a + b + embed + "source='a' destination='b'/>\n" + embed + "source='b' destination='a'/>",
-          ":5:1: the scene \"a\" lies within itself", true },
+          ":5:1: the scene \"a\" is embedded in itself", true },
         { a + b + c + embed + "source='a' destination='b'/>\n" + embed
                   + "source='b' destination='c'/>\n" + embed + "source='c' destination='b'/>",
-          ":7:1: the scene \"b\" lies within itself", true },
+          ":7:1: the scene \"b\" is embedded in itself", true },
     };
     for (const auto &[elements, expected, isInSchema] : rows) {
         const QString path = storyboard(elements);
