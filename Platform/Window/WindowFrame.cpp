@@ -345,7 +345,6 @@ bool WindowFrame::eventFilter(QObject *watched, QEvent *event)
         enterFocus();
         break;
     case QEvent::Resize:
-        confirmMargin();
         arrange();
         updateBorder();
         break;
@@ -374,6 +373,7 @@ bool WindowFrame::eventFilter(QObject *watched, QEvent *event)
         raiseAbove(static_cast<QChildEvent *>(event)->child());
         break;
     case QEvent::Paint:
+        painted();
         drawBackground();
         break;
     default:

@@ -83,7 +83,8 @@ private:
     void moveLimits(QSize by);
     void updateItems();
     void prepareMargin();
-    void confirmMargin();
+    void painted();
+    void confirmMargin(QWindow *window);
     void exposureChanged(QWindow *window);
     void tellResizable();
     void watchNativeWindow();
@@ -109,7 +110,7 @@ private:
     bool m_knowsMargins = false; // the desktop does
     bool m_isExposed = false;
     int m_margin = 0;
-    int m_confirmedMargin = 0; // that the window has had a resize event with
+    int m_confirmedMargin = 0; // that the window's last picture has
     int m_normalMargin = 0; // that the window has when it is normal
 };
 

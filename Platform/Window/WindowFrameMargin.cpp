@@ -84,20 +84,29 @@ void WindowFrame::prepareMargin()
     updateMargin(m_window->testAttribute(Qt::WA_TranslucentBackground));
 }
 
-// The window grows by the margin after the compositor knows it. Mutter then cuts the visible window
-// down to the old picture, until it gets the margin again.
-void WindowFrame::confirmMargin()
+// After a change of the margin, the window paints its first picture. Until then Mutter cuts the
+// visible window down to the old picture, and adds the rest of the old picture to the least size.
+void WindowFrame::painted()
 {
-    const bool hasGrown = m_margin > std::exchange(m_confirmedMargin, m_margin);
-    if (!hasGrown || !isOnScreen() || WindowManager::canPlaceWindows())
+    if (m_margin == std::exchange(m_confirmedMargin, m_margin) || !isOnScreen()
+        || WindowManager::canPlaceWindows())
         return;
     QMetaObject::invokeMethod(
             this,
             [this] {
                 if (m_window->windowHandle())
-                    WindowManager::setMargin(m_window->windowHandle(), m_margin);
+                    confirmMargin(m_window->windowHandle());
             },
             Qt::QueuedConnection);
+}
+
+// Both limits go with a picture that is on the screen, and the margin goes with the second.
+void WindowFrame::confirmMargin(QWindow *window)
+{
+    const QSize least = window->minimumSize();
+    window->setMinimumSize((least - QSize(1, 1)).expandedTo({ 0, 0 })); // Qt does not repeat one
+    WindowManager::setMargin(window, m_margin);
+    window->setMinimumSize(least);
 }
 
 // The native window counts as hidden while the compositor takes more than 100 ms for a picture, and

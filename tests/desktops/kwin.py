@@ -43,15 +43,18 @@ class _Scripted:
         self.wait_for_service('org.kde.KWin')
         self._receiver = _Receiver(self.bus, '/windows')
 
-    def windows(self):
-        with open(self.path('windows.js'), 'w', encoding='utf-8') as file:
-            file.write(_SCRIPT % self.bus.get_unique_name())
-        self._receiver.text = None
+    def run(self, text):
+        with open(self.path('script.js'), 'w', encoding='utf-8') as file:
+            file.write(text)
         scripting = dbus.Interface(self.bus.get_object('org.kde.KWin', '/Scripting'),
                                    'org.kde.kwin.Scripting')
-        scripting.unloadScript('windows')
-        script = '/%d' % scripting.loadScript(self.path('windows.js'), 'windows', signature='ss')
+        scripting.unloadScript('test')
+        script = '/%d' % scripting.loadScript(self.path('script.js'), 'test', signature='ss')
         dbus.Interface(self.bus.get_object('org.kde.KWin', script), 'org.kde.kwin.Script').run()
+
+    def windows(self):
+        self._receiver.text = None
+        self.run(_SCRIPT % self.bus.get_unique_name())
 
         def answer():
             GLib.MainContext.default().iteration(False)
@@ -92,7 +95,6 @@ class Kwin(_Scripted, Session):
 class KwinX11(_Scripted, x11.XSession):
     NAME = 'KWin on X11'
     PROGRAMS = (*x11.XSession.PROGRAMS, 'kwin_x11')
-    CAN_TILE = False  # its shortcuts need a service that does not run here
 
     def start_window_manager(self):
         self.environment.update({'KWIN_COMPOSE': 'O2', 'XDG_CURRENT_DESKTOP': 'KDE',
@@ -105,6 +107,10 @@ class KwinX11(_Scripted, x11.XSession):
             'org.freedesktop.DBus.Properties')
         wait_until(lambda: properties.Get('org.kde.kwin.Compositing', 'active'), 'compositor')
         time.sleep(0.5)
+
+    def tile(self):  # its shortcuts need a service that does not run here
+        self.run('workspace.slotWindowQuickTileLeft();')
+
 
 
 def write_png(path, width, height, stride, pixels):

@@ -203,3 +203,7 @@ class Session:
             for code in reversed(down):
                 self.input.key(code, False)
             time.sleep(0.1)
+
+    def tile(self):
+        """Gives the active window the left half of the screen."""
+        self.press('Super+Left')
