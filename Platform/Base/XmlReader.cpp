@@ -39,7 +39,8 @@ void XmlReader::refuseText()
     raiseError(u"there is text between the elements"_s);
 }
 
-// Behind the white space at the beginning of the token. The reader has read the next tag's "<", too.
+// The offset behind the white space at the beginning of the token. The offset of the reader is no
+// help: it has read the "<" of the next tag, too.
 qsizetype XmlReader::textStart() const
 {
     qsizetype start = m_tokenStart;
