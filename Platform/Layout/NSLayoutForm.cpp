@@ -10,6 +10,7 @@
 #include <QStyle>
 
 #include <algorithm>
+#include <utility>
 
 namespace NS {
 
@@ -50,24 +51,30 @@ QList<std::shared_ptr<LayoutConstraint>> form(QWidget *container, const QList<Fo
     }
     if (fields.isEmpty())
         return {};
-    QWidget *const first = fields.first();
     QWidget *const last = fields.last();
     // Without labels, fields start at the border.
     if (constraints.isEmpty())
         constraints +=
-                leadingAnchor(first).constraintEqualToAnchor(leadingAnchor(container), border);
+                leadingAnchor(last).constraintEqualToAnchor(leadingAnchor(container), border);
     const bool isExpanding = std::any_of(fields.begin(), fields.end(), [](const QWidget *field) {
         return field->sizePolicy().expandingDirections() & Qt::Vertical;
     });
+    // A field that does not grow keeps its width, and leaves the others theirs.
+    for (QWidget *const field : std::as_const(fields)) {
+        const bool canGrow = field->sizePolicy().horizontalPolicy() & QSizePolicy::GrowFlag;
+        constraints += LayoutConstraint::make(field, LayoutAttribute::trailing,
+                                              canGrow ? LayoutRelation::equal
+                                                      : LayoutRelation::lessThanOrEqual,
+                                              container, LayoutAttribute::trailing, 1.0, -border);
+    }
     constraints += {
-        trailingAnchor(first).constraintEqualToAnchor(trailingAnchor(container), -border),
-        topAnchor(first).constraintEqualToAnchor(topAnchor(container), border),
+        topAnchor(fields.first()).constraintEqualToAnchor(topAnchor(container), border),
         LayoutConstraint::make(last, LayoutAttribute::bottom,
                                isExpanding ? LayoutRelation::equal
                                            : LayoutRelation::lessThanOrEqual,
                                container, LayoutAttribute::bottom, 1.0, -border),
     };
-    return constraints + stack(fields, Qt::Vertical);
+    return constraints + stack(fields, Qt::Vertical, {}, LayoutAttribute::leading);
 }
 
 } // namespace NS

@@ -22,8 +22,9 @@ struct FormRow
 
 /// Makes labels and fields children of `container`, which takes ownership, and returns the
 /// constraints that place them, not yet active. Label and field of a row have the same baseline.
-/// All labels are as wide as the widest one; fields get the rest. `systemSpacing` lies between
-/// them, and `border`, in device-independent pixels, around them. Fields that expand get the extra
+/// All labels are as wide as the widest one. Fields get the rest, except those whose size policy
+/// does not let them grow. `systemSpacing` lies between them, and `border`, in device-independent
+/// pixels, around them. Fields that expand get the extra
 /// height; without such a field it stays free below the last row. No label should be higher than
 /// its field. The field becomes the buddy of a QLabel without one, which also gets the alignment
 /// that the style has for labels of forms. Main thread only.

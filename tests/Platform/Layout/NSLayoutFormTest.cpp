@@ -8,9 +8,12 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProxyStyle>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTextEdit>
 #include <gtest/gtest.h>
+
+#include <array>
 
 using namespace Qt::StringLiterals;
 using namespace NS;
@@ -44,12 +47,16 @@ struct Settings
 TEST(LayoutForm, fields_stand_where_a_form_layout_puts_them)
 {
     for (const Qt::LayoutDirection direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+        std::array<QPushButton *, 2> fixed { new QPushButton, new QPushButton };
+        for (QPushButton *const button : fixed)
+            button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
         Settings byAnchors(direction);
         LayoutConstraint::activateConstraints(form(&byAnchors.panel,
                                                    { { byAnchors.nameLabel, byAnchors.name },
                                                      { byAnchors.portLabel, byAnchors.port },
                                                      { byAnchors.kindLabel, byAnchors.kind },
-                                                     { nullptr, byAnchors.remember } },
+                                                     { nullptr, byAnchors.remember },
+                                                     { new QLabel(u"Fixed:"_s), fixed[0] } },
                                                    border));
 
         Settings byLayout(direction);
@@ -59,6 +66,7 @@ TEST(LayoutForm, fields_stand_where_a_form_layout_puts_them)
         layout->addRow(byLayout.portLabel->text(), byLayout.port);
         layout->addRow(byLayout.kindLabel->text(), byLayout.kind);
         layout->addRow(QString(), byLayout.remember);
+        layout->addRow(u"Fixed:"_s, fixed[1]);
 
         const QSize preferred = byLayout.panel.sizeHint();
         EXPECT_EQ(byAnchors.panel.sizeHint(), preferred);
@@ -69,6 +77,7 @@ TEST(LayoutForm, fields_stand_where_a_form_layout_puts_them)
             EXPECT_EQ(byAnchors.port->geometry(), byLayout.port->geometry());
             EXPECT_EQ(byAnchors.kind->geometry(), byLayout.kind->geometry());
             EXPECT_EQ(byAnchors.remember->geometry(), byLayout.remember->geometry());
+            EXPECT_EQ(fixed[0]->geometry(), fixed[1]->geometry());
         }
         EXPECT_EQ(byAnchors.nameLabel->width(), byAnchors.portLabel->width());
     }
