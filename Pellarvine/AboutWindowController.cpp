@@ -262,6 +262,9 @@ void AboutWindowController::windowDidLoad()
         about->setProperty("movableByWindowBackground", true);
     if (about->windowTitle().isEmpty())
         about->setWindowTitle(tr("About %1").arg(d->name));
+    // Otherwise the name has the focus, and shows a text cursor.
+    if (auto *const button = about->findChild<QWidget *>(u"copyButton"_s))
+        button->setFocus();
 }
 
 } // namespace Pellarvine

@@ -244,6 +244,9 @@ TEST_F(About, Tab_reaches_the_texts_and_Ctrl_W_closes)
     controller.showWindow();
     QWidget *const window = controller.window();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"copyButton"_s)
+            << "in a text, it shows a text cursor";
+    EXPECT_GE(window->width(), 240) << "without a copyright, too";
     std::set<QString> stops;
     for (int i = 0; i < 8; ++i) {
         QTest::keyClick(window->windowHandle(), Qt::Key_Tab);
