@@ -601,4 +601,11 @@
         <translation>رفضه الخادوم بالحالة %1.</translation>
     </message>
 </context>
+<context>
+    <name>QGuiApplication</name>
+    <message>
+        <source>QT_LAYOUT_DIRECTION</source>
+        <translation>RTL</translation>
+    </message>
+</context>
 </TS>

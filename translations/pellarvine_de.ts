@@ -601,4 +601,11 @@
         <translation>Der Server hat es mit dem Status %1 abgelehnt.</translation>
     </message>
 </context>
+<context>
+    <name>QGuiApplication</name>
+    <message>
+        <source>QT_LAYOUT_DIRECTION</source>
+        <translation>LTR</translation>
+    </message>
+</context>
 </TS>

@@ -11,6 +11,14 @@ using namespace Qt::StringLiterals;
 
 namespace Pellarvine {
 
+namespace {
+
+// As in Qt's own catalogues: QGuiApplication takes its layout direction from this text.
+[[maybe_unused]] constexpr const char *layoutDirection =
+        QT_TRANSLATE_NOOP("QGuiApplication", "QT_LAYOUT_DIRECTION");
+
+} // namespace
+
 bool installTranslations(const QLocale &locale)
 {
     static QPointer<QTranslator> installed;

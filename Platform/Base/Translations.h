@@ -8,7 +8,9 @@
 namespace Pellarvine {
 
 /// Shows the library's texts in the locale's language. The library knows Arabic, English, French
-/// and German.
+/// and German. With Arabic, the program's windows run from right to left, unless it has called
+/// QGuiApplication::setLayoutDirection(). The texts of Qt ("Cancel") are in Qt's own catalogue,
+/// which the program installs: see docs/recipes/translate-theme-and-scale.md.
 ///
 ///     QApplication application(argc, argv);
 ///     Pellarvine::installTranslations();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <pellarvine/Platform/Translations.h>
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -10,8 +10,8 @@ namespace {
 
 QString say()
 {
-    return QCoreApplication::translate("Pellarvine::detail::URLSession",
-                                       "The server did not answer in time.");
+    return QGuiApplication::translate("Pellarvine::detail::URLSession",
+                                      "The server did not answer in time.");
 }
 
 } // namespace
@@ -27,4 +27,15 @@ TEST(Translations, the_library_speaks_the_locales_language_or_else_english)
     EXPECT_TRUE(Pellarvine::installTranslations(QLocale(u"fr_FR"_s)));
     EXPECT_FALSE(Pellarvine::installTranslations(QLocale(u"ja_JP"_s)));
     EXPECT_EQ(say(), u"The server did not answer in time."_s);
+}
+
+TEST(Translations, widgets_run_in_the_direction_of_the_librarys_texts)
+{
+    EXPECT_TRUE(Pellarvine::installTranslations(QLocale(u"ar_EG"_s)));
+    EXPECT_EQ(QGuiApplication::layoutDirection(), Qt::RightToLeft);
+    EXPECT_TRUE(Pellarvine::installTranslations(QLocale(u"de_DE"_s)));
+    EXPECT_EQ(QGuiApplication::layoutDirection(), Qt::LeftToRight);
+    EXPECT_TRUE(Pellarvine::installTranslations(QLocale(u"ar_EG"_s)));
+    EXPECT_TRUE(Pellarvine::installTranslations(QLocale(u"en_GB"_s)));
+    EXPECT_EQ(QGuiApplication::layoutDirection(), Qt::LeftToRight);
 }

@@ -7,6 +7,7 @@
 
 #include <QCommandLineParser>
 #include <QIcon>
+#include <QLibraryInfo>
 #include <QMenu>
 #include <QTranslator>
 
@@ -19,6 +20,10 @@ int main(int argc, char **argv)
     Pellarvine::Application application(argc, argv);
     QApplication::setDesktopFileName(u"@IDENTIFIER@"_s);
     QApplication::setWindowIcon(QIcon::fromTheme(u"@IDENTIFIER@"_s));
+    QTranslator qtTranslator;
+    if (qtTranslator.load(QLocale(), u"qtbase"_s, u"_"_s,
+                          QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&qtTranslator);
     Pellarvine::installTranslations();
     QTranslator translator;
     if (translator.load(QLocale(), u"@NAME@"_s, u"_"_s, u":/translations"_s))
