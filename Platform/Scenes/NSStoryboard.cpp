@@ -157,7 +157,8 @@ void Storyboard::checkScene(const SceneElement &scene) const
     const auto find = [&](const QString &name, const detail::XmlPlace &place) {
         QObject *const object = view ? objectNamed(view.get(), name) : nullptr;
         if (view && !object)
-            throw m_file->error(place, u"the scene has no object \"%1\""_s.arg(name));
+            throw m_file->error(
+                    place, u"the scene \"%1\" has no object \"%2\""_s.arg(scene.identifier, name));
         return object;
     };
     for (const OutletElement &outlet : scene.outlets) {
@@ -174,8 +175,8 @@ void Storyboard::checkScene(const SceneElement &scene) const
         const QObject *const object =
                 segue->object.isEmpty() ? nullptr : find(segue->object, segue->place);
         if (segue->isEmbedded && object && !object->isWidgetType())
-            throw m_file->error(segue->place,
-                                u"the scene has no widget \"%1\""_s.arg(segue->object));
+            throw m_file->error(segue->place, u"the scene \"%1\" has no widget \"%2\""_s.arg(
+                                                      scene.identifier, segue->object));
         const bool isKnown = object || segue->object.isEmpty();
         const QMetaObject *const sender = object ? object->metaObject() : type;
         if (isKnown && !segue->signal.isEmpty()
@@ -215,8 +216,8 @@ void Storyboard::viewDidLoad(ViewController *controller, const QString &identifi
     for (const OutletElement &outlet : m_file->scene(identifier)->outlets) {
         QObject *const object = objectNamed(view, outlet.object);
         if (!object)
-            throw m_file->error(outlet.place,
-                                u"the scene has no object \"%1\""_s.arg(outlet.object));
+            throw m_file->error(outlet.place, u"the scene \"%1\" has no object \"%2\""_s.arg(
+                                                      identifier, outlet.object));
         try {
             setValueForKeyPath(controller, outlet.property, QVariant::fromValue(object));
         } catch (const KeyValueException &error) {
@@ -231,7 +232,8 @@ void Storyboard::viewDidLoad(ViewController *controller, const QString &identifi
         QObject *const object =
                 segue.object.isEmpty() ? controller : objectNamed(view, segue.object);
         if (!object)
-            throw m_file->error(segue.place, u"the scene has no object \"%1\""_s.arg(segue.object));
+            throw m_file->error(segue.place, u"the scene \"%1\" has no object \"%2\""_s.arg(
+                                                     identifier, segue.object));
         const QMetaMethod signal = detail::signalsMatching(object, segue.signal).value(0);
         if (!signal.isValid()) {
             throw m_file->error(
@@ -300,7 +302,8 @@ Storyboard::Embedded Storyboard::embedded(const SegueElement &segue, ViewControl
 {
     auto *const container = qobject_cast<QWidget *>(objectNamed(source->view(), segue.object));
     if (!container)
-        throw m_file->error(segue.place, u"the scene has no widget \"%1\""_s.arg(segue.object));
+        throw m_file->error(segue.place, u"the scene \"%1\" has no widget \"%2\""_s.arg(
+                                                 segue.source, segue.object));
     std::unique_ptr<ViewController> controller(
             static_cast<ViewController *>(instantiateControllerWithIdentifier(segue.destination)));
     StoryboardSegue made(segue.identifier, source, controller.get());

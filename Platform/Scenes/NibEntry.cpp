@@ -162,8 +162,19 @@ const auto *grammar(const QString &property)
                         [&](const auto &grammar) { return grammar.first == property; });
 }
 
-// The edit distance: the number of letters to add, remove or replace.
-qsizetype distance(QStringView one, QStringView other)
+bool isEntry(const QString &property, const QString &text)
+{
+    try {
+        nibEntry(property, text);
+        return true;
+    } catch (const NibFault &) {
+        return false;
+    }
+}
+
+} // namespace
+
+qsizetype editDistance(QStringView one, QStringView other)
 {
     QList<qsizetype> row(other.size() + 1);
     std::iota(row.begin(), row.end(), 0);
@@ -178,18 +189,6 @@ qsizetype distance(QStringView one, QStringView other)
     return row.constLast();
 }
 
-bool isEntry(const QString &property, const QString &text)
-{
-    try {
-        nibEntry(property, text);
-        return true;
-    } catch (const NibFault &) {
-        return false;
-    }
-}
-
-} // namespace
-
 bool isListBinding(const QObject *object, const QString &key)
 {
     return (key == "choices"_L1 || key == "items"_L1)
@@ -200,7 +199,7 @@ QString misspeltNibProperty(const QString &property, const QList<NibText> &value
 {
     for (const auto &known : grammars) {
         const QString &name = known.first;
-        if (property == name || distance(property.toLower(), name) > 2)
+        if (property == name || editDistance(property.toLower(), name) > 2)
             continue;
         for (const NibText &value : values) {
             const QList<NibText> entries = nibEntries(value);

@@ -27,6 +27,7 @@ public:
     void operator()(const NibOutlet &outlet) const
     {
         const QMetaProperty property = ownerProperty(outlet.path);
+        checkKeys(outlet.path);
         const bool isLast = !outlet.path.keyPath.contains(u'.');
         if (!property.isValid() || !isLast)
             return;
@@ -46,13 +47,13 @@ public:
                              || key == "selectedObject"_L1 || key == "selectedTag"_L1;
         if (!isKnown)
             failKey(m_object->metaObject(), binding.key, binding.key);
-        ownerProperty(binding.path);
+        checkKeys(binding.path);
     }
 
     void operator()(const NibAction &action) const
     {
         if (!action.receiver.keyPath.isEmpty())
-            ownerProperty(action.receiver);
+            checkKeys(action.receiver);
         else if (m_owner)
             signalAndSlot(m_object->metaObject(), action.signal, m_owner, action.slot);
         if (signalsMatching(m_object->metaObject(), action.signal).isEmpty())
@@ -89,6 +90,35 @@ private:
         if (index < 0)
             failKey(m_owner, key, path.keyPath);
         return m_owner->property(index);
+    }
+
+    // The keys after the first, as far as the properties have classes. An object may have a derived
+    // class with more keys. So a key that its class lacks is an error only if it is similar to one
+    // of the class; values have no derived classes.
+    void checkKeys(const NibPath &path) const
+    {
+        QMetaProperty property = ownerProperty(path);
+        const QStringList keys = path.keyPath.split(u'.');
+        for (qsizetype i = 1; i < keys.size() && property.isValid(); ++i) {
+            const bool isObject = property.metaType().flags() & QMetaType::PointerToQObject;
+            if (!isObject && !(property.metaType().flags() & QMetaType::IsGadget))
+                return;
+            const QMetaObject *const type = property.metaType().metaObject();
+            const int index = indexOf(type, keys[i]);
+            if (index < 0 && (!isObject || hasSimilarKey(type, keys[i])))
+                failKey(type, keys[i], path.keyPath);
+            property = type->property(index);
+        }
+    }
+
+    static bool hasSimilarKey(const QMetaObject *type, const QString &key)
+    {
+        const qsizetype most = key.size() < 6 ? 1 : 2;
+        for (int i = 0; i < type->propertyCount(); ++i) {
+            if (editDistance(key, QString::fromUtf8(type->property(i).name())) <= most)
+                return true;
+        }
+        return false;
     }
 
     const QObject *m_object;

@@ -208,19 +208,21 @@ TEST_F(NSStoryboard, outlets_triggers_and_containers_are_checked_when_the_view_i
     const std::tuple<QByteArray, QByteArray, const char *> rows[] = {
         { "<outlet property='field' object='feld'/>",
           {},
-          ":3:1: the scene has no object \"feld\"" },
+          ":3:1: the scene \"a\" has no object \"feld\"" },
         { "<outlet property='feld' object='field'/>", {}, ":3:1: Form has no key \"feld\"" },
         { "<outlet property='field' object='box'/>", {}, ":3:1: " },
-        { {}, segue + "object='feld' signal='x'/>", ":4:1: the scene has no object \"feld\"" },
+        { {},
+          segue + "object='feld' signal='x'/>",
+          ":4:1: the scene \"a\" has no object \"feld\"" },
         { {}, segue + "object='field' signal='x'/>", ":4:1: QLineEdit has no signal \"x\"" },
         { {}, segue + "signal='clicked'/>", ":4:1: Form has no signal \"clicked\"" },
         { {},
           "<embed source='a' destination='b' container='field2'/>",
-          ":4:1: the scene has no widget \"field2\"" },
+          ":4:1: the scene \"a\" has no widget \"field2\"" },
         { {},
           "<embed source='a' destination='b' container='box'/>\n"
           "<embed source='a' destination='c' container='field'/>",
-          ":7:36: the scene has no object \"x\"" },
+          ":7:36: the scene \"c\" has no object \"x\"" },
     };
     for (const auto &[outlet, rest, expected] : rows) {
         const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(storyboard(
