@@ -23,9 +23,15 @@ fi
 program=$2
 log=$HOME/orca.log
 touch "$log"
+# Orca waits for the speech that it has asked for. Without a sound device that of a usual voice never
+# ends.
+mkdir "$HOME/speech-dispatcher"
+printf '%s\n' 'AddModule "dummy" "sd_dummy" ""' 'DefaultModule dummy' \
+  > "$HOME/speech-dispatcher/speechd.conf"
 
 own=()
-trap 'kill "${own[@]}" 2> /dev/null || true' EXIT
+# Waits for their ends: Orca does not start while another one is still running.
+trap 'kill "${own[@]}" 2> /dev/null || true; wait' EXIT
 Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3> "$HOME/display" 2> /dev/null &
 own+=($!)
 
