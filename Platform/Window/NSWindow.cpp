@@ -59,14 +59,14 @@ Window::~Window()
 
 // Frames
 
-QRectF Window::contentRectForFrameRect(const QRectF &frame, StyleMask styleMask)
+QRectF Window::contentRectForFrameRect(const QRectF &frame, StyleMask mask)
 {
-    return frame.adjusted(0.0, 0.0, 0.0, -NS::titleBarHeight(styleMask));
+    return frame.adjusted(0.0, 0.0, 0.0, -NS::titleBarHeight(mask));
 }
 
-QRectF Window::frameRectForContentRect(const QRectF &content, StyleMask styleMask)
+QRectF Window::frameRectForContentRect(const QRectF &content, StyleMask mask)
 {
-    return content.adjusted(0.0, 0.0, 0.0, NS::titleBarHeight(styleMask));
+    return content.adjusted(0.0, 0.0, 0.0, NS::titleBarHeight(mask));
 }
 
 QRectF Window::frame() const

@@ -64,16 +64,13 @@ public:
     };
     Q_ENUM(TitleVisibility)
 
-    /// Titled, closable, miniaturisable and resizable.
-    explicit Window(QWidget *parent = nullptr);
+    explicit Window(QWidget *parent = nullptr); ///< titled, with all buttons, and resizable
     /// `contentRect` is the frame of the content below the title bar.
     Window(const QRectF &contentRect, StyleMask styleMask, QWidget *parent = nullptr);
     ~Window() override;
-
     /// The frame of the content of a window with that frame and without accessories.
-    static QRectF contentRectForFrameRect(const QRectF &frame, StyleMask styleMask);
-    /// The inverse of contentRectForFrameRect().
-    static QRectF frameRectForContentRect(const QRectF &content, StyleMask styleMask);
+    static QRectF contentRectForFrameRect(const QRectF &frame, StyleMask mask);
+    static QRectF frameRectForContentRect(const QRectF &content, StyleMask mask); ///< the inverse
 
     /// The window with its title bar, without its shadow and without a frame of the desktop. The
     /// setters round, and do nothing while the window is maximised or full screen.
@@ -84,41 +81,33 @@ public:
     int shadowMargin() const; ///< around the window; 0 while it has no shadow
     StyleMask styleMask() const; ///< the setter keeps the window's frame
     void setStyleMask(StyleMask styleMask);
-    /// Below the title bar. The window owns it, and deletes the previous one. Default: null.
-    QWidget *contentView() const;
-    void setContentView(QWidget *view);
+    QWidget *contentView() const; ///< below the title bar; the window owns it; default: null
+    void setContentView(QWidget *view); ///< deletes the previous view
     TitleVisibility titleVisibility() const; ///< default: titleVisible
     virtual void setTitleVisibility(TitleVisibility visibility);
     QUrl representedURL() const; ///< the document, whose icon is beside the title; default: empty
     void setRepresentedURL(const QUrl &url);
-    /// Whether a drag on the content moves the window where no widget takes it. Default: false.
-    bool isMovableByWindowBackground() const;
+    bool isMovableByWindowBackground() const; ///< by drags that no widget takes; default: false
     void setMovableByWindowBackground(bool isMovable);
     bool hasFullKeyboardAccess() const; ///< Tab reaches the standard buttons; default: false
     void setFullKeyboardAccess(bool hasAccess);
-    /// Whether the buttons are those of the desktop's title bars. Default: false, see windows.md.
-    bool followsDesktopButtonLayout() const;
+    bool followsDesktopButtonLayout() const; ///< shows the desktop's buttons; default: false
     void setFollowsDesktopButtonLayout(bool follows);
-    /// Whether the desktop draws the frame. Default: false. A change hides the window for a moment.
-    bool hasNativeDecorations() const;
-    void setNativeDecorations(bool areNative);
+    bool hasNativeDecorations() const; ///< the desktop draws the frame; default: false
+    void setNativeDecorations(bool areNative); ///< hides a shown window for a moment
     /// Null if the style mask lacks the button, or the window has no document.
     virtual QAbstractButton *standardWindowButton(WindowButton kind) const;
-
-    /// Adds a view below the title bar and earlier accessories. The window takes the controller
-    /// from another window, and owns it until it is removed.
+    /// Goes below earlier ones. The window owns it until it is removed, or added to another one.
     void addTitlebarAccessoryViewController(TitlebarAccessoryViewController *controller);
     void removeTitlebarAccessoryViewControllerAtIndex(int index); ///< out of range: a fatal error
     /// From top to bottom.
     QList<TitlebarAccessoryViewController *> titlebarAccessoryViewControllers() const;
 
     virtual QByteArray saveState() const; ///< the window's geometry and state, across screens
-    /// Returns false and changes nothing if `state` is not from saveState().
-    virtual bool restoreState(const QByteArray &state);
+    virtual bool restoreState(const QByteArray &state); ///< false, without a change, if damaged
     Q_INVOKABLE virtual void awakeFromNib(); ///< called when an interface file has set properties
     virtual void layoutIfNeeded(); ///< updates the window's layouts; each layout pass calls it
-    /// The layout pass. `NS::setNeedsLayout` and a change of size request it.
-    Q_INVOKABLE virtual void performLayout();
+    Q_INVOKABLE virtual void performLayout(); ///< part of the layout pass, see NSView.h
     void setVisible(bool visible) override;
 
 public Q_SLOTS:
@@ -139,12 +128,10 @@ Q_SIGNALS:
     void fullKeyboardAccessChanged(bool hasAccess);
     void followsDesktopButtonLayoutChanged(bool follows);
     void nativeDecorationsChanged(bool areNative);
-    /// The versions button was clicked. The title bar has one while a receiver is connected.
-    void documentVersionsRequested();
+    void documentVersionsRequested(); ///< by a button, shown while a receiver is connected
 
 protected:
-    /// Called after the title bar is arranged for the new size. The default does nothing.
-    virtual void windowDidResize(QResizeEvent *notification);
+    virtual void windowDidResize(QResizeEvent *notification); ///< after a resize; does nothing
     bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -160,5 +147,4 @@ private:
     std::unique_ptr<Private> d;
 };
 Q_DECLARE_OPERATORS_FOR_FLAGS(Window::StyleMask)
-
 } // namespace NS
