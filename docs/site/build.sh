@@ -25,6 +25,8 @@ HTML_OUTPUT = $site") || failed=1 # the site is there all the same
 sed -E -i -e ':again; s#(<code>[^<]*)<a href="https?:[^"]*">([^<]*)</a>#\1\2#; t again' \
     -e ':bar; s#(<code>[^<]*)\\[|]#\1|#; t bar' \
     -e 's#[*][*] ?(<code>[^<]*</code>)[*][*]#<b>\1</b>#g' "$site"/*.html
+# On narrow screens, long names in tables break after "::".
+sed -E -i '/class="markdownTable/{:name; s#(>[^<>]*::)(\w)#\1<wbr/>\2#; t name}' "$site"/*.html
 cat "$here/search.css" >>"$site/search/search.css"
 "$gallery" --screenshots "$site/gallery/light" --scale 2 2>"$log" || { cat "$log"; exit 1; }
 "$gallery" --screenshots "$site/gallery/dark" --scale 2 --dark 2>"$log" || { cat "$log"; exit 1; }

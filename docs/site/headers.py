@@ -9,9 +9,9 @@ In our headers a property is documented once, at its getter or at its Q_PROPERTY
 stands below its getter without words of its own. Doxygen wants a comment for every name, so the
 copy gives the property its getter's comment, setters and signals a sentence that leads to it, and
 Qt's usual constructor and comparison by members the usual one. Between `/// @{` and `/// @}` the
-first comment is that of all. It leaves out what says nothing without a comment: destructors,
-copying and moving, and overrides. All else stays as it is, undocumented too,
-and lines keep their numbers.
+first comment is that of all. A page that a comment names becomes a link. Destructors, copying and
+moving, and overrides without a comment are left out. All else stays as it is, and lines keep their
+numbers.
 
 A header whose first lines say "Not API" is not copied.
 
@@ -29,6 +29,8 @@ PROPERTY = re.compile(r"Q_PROPERTY\(\s*(.+?)\s*\b(\w+)\s+(?:READ|MEMBER)\b")
 PARENT = re.compile(r"^explicit \w+\(Q(Widget|Object) \*parent = nullptr\)")
 SPECIAL = re.compile(r"^(?:virtual )?~\w+\(|^(?:constexpr )?(\w+)\((?:const )?\1 &&?\w*\)"
                      r"|^(\w+) &operator=\((?:const )?\2 &&?\w*\)")
+
+PAGE = re.compile(r"\bdocs/[\w/-]+\.md\b")
 
 # Names of Qt headers that are no classes.
 WITHOUT_PAGE = {"QHashFunctions", "QStringLiteral", "QVariantHash", "QVariantList", "QVariantMap"}
@@ -178,7 +180,7 @@ def write_qt_tags(sources, output):
     (output / "qt.tags").write_text(f"<tagfile>\n{compounds}</tagfile>\n", encoding="utf-8")
 
 
-def copy(sources, output):
+def copy(sources, output, links_pages=False):
     """Copies the public headers; returns what they are included as, "Platform/NSView.h"."""
     copied = []
     shutil.rmtree(output / "include", ignore_errors=True)
@@ -188,6 +190,9 @@ def copy(sources, output):
             continue
         for members in declarations(lines):
             complete(members, lines)
+        if links_pages:
+            lines = [PAGE.sub(r"[\g<0>](\g<0>)", line) if "///" in line else line
+                     for line in lines]
         included_as = Path(header).parts[0] + "/" + Path(header).name
         target = output / "include/pellarvine" / included_as
         target.parent.mkdir(parents=True, exist_ok=True)
@@ -197,5 +202,5 @@ def copy(sources, output):
 
 
 if __name__ == "__main__":
-    copy(Path(sys.argv[1]), Path(sys.argv[2]))
+    copy(Path(sys.argv[1]), Path(sys.argv[2]), links_pages=True)
     write_qt_tags(Path(sys.argv[1]), Path(sys.argv[2]))

@@ -6,6 +6,7 @@ For every page of the gallery program a page with its picture and with what it s
 picture in the reference of each of those classes, and the header of all pages with the list of
 them. The pictures themselves are made by script/docs.
 """
+import functools
 import html
 import re
 import subprocess
@@ -81,7 +82,21 @@ def entries(sources, pages):
     for path in pages:
         title = re.match(r"# (?:Recipe: )?(.+?)(?: \{#.*)?\n", path.read_text(encoding="utf-8"))[1]
         stem = str(path.relative_to(sources).with_suffix(""))
-        yield "md_" + re.sub(r"\W", "_", stem), title[0].upper() + title[1:]
+        yield file_name(stem), title[0].upper() + title[1:]
+
+
+@functools.cache
+def doxygen_version():
+    version = subprocess.run(["doxygen", "--version"], check=True, stdout=subprocess.PIPE,
+                             text=True).stdout
+    return tuple(map(int, re.match(r"(\d+)\.(\d+)\.(\d+)", version).groups()))
+
+
+def file_name(stem):
+    """The name that doxygen gives to the file of a Markdown page; it has changed in 1.9.8."""
+    if doxygen_version() >= (1, 9, 8):
+        return "md_" + stem.replace("/", "_2")
+    return "md_" + re.sub(r"\W", "_", stem)
 
 
 def navigation(sources, names):
