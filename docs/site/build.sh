@@ -27,6 +27,11 @@ sed -E -i -e ':again; s#(<code>[^<]*)<a href="https?:[^"]*">([^<]*)</a>#\1\2#; t
     -e 's#[*][*] ?(<code>[^<]*</code>)[*][*]#<b>\1</b>#g' "$site"/*.html
 # On narrow screens, long names in tables break after "::".
 sed -E -i '/class="markdownTable/{:name; s#(>[^<>]*::)(\w)#\1<wbr/>\2#; t name}' "$site"/*.html
+# It does not end a link whose text spans lines, and takes the rest of the page for its text.
+if grep -lE '@ref |&lt;(h1|tt)&gt;' "$site"/*.html >"$log"; then
+    echo "build.sh: a link is not read: is its text on two lines? $(tr '\n' ' ' <"$log")" >&2
+    failed=1
+fi
 cat "$here/search.css" >>"$site/search/search.css"
 "$gallery" --screenshots "$site/gallery/light" --scale 2 2>"$log" || { cat "$log"; exit 1; }
 "$gallery" --screenshots "$site/gallery/dark" --scale 2 --dark 2>"$log" || { cat "$log"; exit 1; }
