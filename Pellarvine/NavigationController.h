@@ -94,7 +94,7 @@ Q_SIGNALS:
     void contentViewChanged(QWidget *view);
     void canGoBackChanged(bool canGoBack);
     void backInputEnabledChanged(bool isEnabled);
-    /// The controller's view is covered by another. Stop anything there that only a viewer needs.
+    /// The controller's view is covered by another. Stop work that is of use only while it is seen.
     void viewCovered(NS::ViewController *controller);
     /// The view above the controller's was removed.
     void viewUncovered(NS::ViewController *controller);

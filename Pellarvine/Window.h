@@ -69,9 +69,9 @@ public:
     double trafficLightGap() const; ///< between two buttons; default: 6
     void setTrafficLightGap(double gap);
 
-    /// A view across the band of the buttons: it begins at twice the horizontal margin and ends as
-    /// far beyond the trailing edge. The buttons lie over it. The window owns it and the toolbar
-    /// view, and shows them after awakeFromNib(). Default: null.
+    /// A view in the row of the buttons. It begins at twice the horizontal margin and ends as far
+    /// beyond the trailing edge; the buttons lie over it. The window owns it and the toolbar view,
+    /// and shows them after awakeFromNib(). Default: null.
     QWidget *innerTitleBarView() const;
     void setInnerTitleBarView(QWidget *view);
 
@@ -80,7 +80,7 @@ public:
     bool keepsTitleBarViewClear() const;
     void setKeepsTitleBarViewClear(bool keeps);
 
-    /// A view between the margins, below the band of the buttons. Default: null.
+    /// A view between the margins, below the row of the buttons. Default: null.
     QWidget *toolbarView() const;
     void setToolbarView(QWidget *view);
 

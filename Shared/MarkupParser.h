@@ -69,8 +69,8 @@ public:
     const QList<std::shared_ptr<const Parser>> &parsers() const;
     void setParsers(const QList<std::shared_ptr<const Parser>> &parsers);
 
-    /// Parses any text, in linear time. Incomplete markup is kept as typed. An argument that cannot
-    /// be read has a fallback: black, no kerning, the base font.
+    /// Parses any text, in linear time. Incomplete markup is kept as typed. A colour, kerning or
+    /// font that cannot be read is black, 0 or the base font.
     NS::AttributedString parse(const QString &string) const;
 
     /// Parses `format` and replaces `%1` to `%99` by the arguments. They are plain text in the

@@ -23,7 +23,7 @@ namespace Pellarvine {
 class PELLARVINE_EXPORT TransferError : public std::exception
 {
 public:
-    /// What ended the transfer.
+    /// The reason why the transfer ended.
     enum Code {
         readFailed, ///< the source reports an error
         writeFailed, ///< the target reports an error, such as a full disk

@@ -81,7 +81,7 @@ public:
     QString refusal() const; ///< the reason of the last imageRefused(), while the view shows it
     virtual QMenu *createStandardContextMenu(); ///< of an editable view; the caller owns it
 
-    /// That of the image. Set a maximum size if a large picture must leave room for other widgets.
+    /// The image's size. Set a maximum size if a large picture must leave room for other widgets.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

@@ -76,8 +76,8 @@ public:
     void setPreferredMaxLayoutWidth(double width);
     int maximumNumberOfLines() const; ///< of a text that wraps; default: 0, for all
     void setMaximumNumberOfLines(int count); ///< 0 if negative
-    /// Where text that does not fit is elided; a tool tip shows all of it. A text that wraps shows
-    /// the lines that fit. Text to select or to edit scrolls instead. Default: ElideRight.
+    /// The side on which text that does not fit is elided; a tool tip shows all of it. A text that
+    /// wraps shows the lines that fit. Text to select or to edit scrolls. Default: ElideRight.
     Qt::TextElideMode elideMode() const;
     void setElideMode(Qt::TextElideMode mode);
     bool isSelectable() const; ///< always true of a text to edit; default: false

@@ -46,8 +46,8 @@ class PELLARVINE_EXPORT Path
 public:
     Path() = default; ///< empty
 
-    /// Copies a QPainterPath. A subpath that ends at its start is closed, because QPainterPath has
-    /// no other notion of closing. Quadratic curves have become cubic ones there.
+    /// Copies a QPainterPath, which does not mark closed subpaths and has only cubic curves: a
+    /// subpath that ends at its start becomes a closed one, and quadratic curves are cubic ones.
     explicit Path(const QPainterPath &path);
 
     void moveToPoint(const QPointF &point); ///< starts a subpath; the one before stays open

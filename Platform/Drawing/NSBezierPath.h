@@ -42,7 +42,7 @@ public:
     /// The current point; nothing for an empty path.
     const std::optional<QPointF> &currentPoint() const { return m_path.currentPoint(); }
 
-    /// The same elements as a graphics path. No other subpath becomes closed.
+    /// The same elements as a CG::Path. Open subpaths stay open.
     CG::Path cgPath() const { return m_path; }
 
     /// The same shape for drawing.

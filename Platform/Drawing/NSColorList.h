@@ -26,7 +26,7 @@ struct PELLARVINE_EXPORT ColorList
         friend bool operator==(const Entry &, const Entry &) = default;
     };
 
-    QString name; ///< for people too; no two of the program's lists share one
+    QString name; ///< for people too; unique among the program's lists
     QList<Entry> entries; ///< in the order in which the panel shows them
 
     /// The program's lists, in the order in which they were added. Main thread only.

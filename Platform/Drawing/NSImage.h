@@ -11,7 +11,7 @@
 
 namespace NS {
 
-/// A picture: a size in points and a bitmap, whose number of pixels is independent of the size.
+/// A picture: a bitmap, and a size in points that is independent of the number of pixels.
 ///
 ///     const NS::Image badge({ 32, 32 }, [] {
 ///         QPainter &painter = *NS::GraphicsContext::current();

@@ -43,10 +43,10 @@ inline const QString NSObservedKeyPathKey = QStringLiteral("NSObservedKeyPath");
 /// (NS::isEqual) is not written. An edit that the model refuses stays in the control, which is
 /// marked (`BindingOptions::onInvalid`).
 ///
-/// Showing a model never changes it: if the control changes a value that the binding writes, that
-/// is no edit. A QLineEdit that cuts a text to its maxLength leaves the model's text whole until
-/// its user types. If the type of the control's property cannot hold a value, the
-/// property gets the nearest one, and a warning is printed.
+/// Showing a model never changes it: if the control alters the value that it is given, that is no
+/// edit. A QLineEdit that cuts a text to its maxLength leaves the model's text whole until its user
+/// types. If the type of the control's property cannot hold a value, the property gets the nearest
+/// one, and a warning is printed.
 ///
 /// While an object on the key path is null or has been destroyed, the control is empty, or at -1 if
 /// the property is an index. A widget whose edits are written to the model is then disabled, even

@@ -12,9 +12,9 @@ QT_FORWARD_DECLARE_CLASS(QWidget)
 namespace NS {
 
 /// Paints over the widget and its descendants: a frame around the aligned part of each widget with
-/// constraints, a dashed frame for each guide, a line on each baseline with constraints, and an
-/// arrow with a text for each constraint that does not hold, and for each widget that gets less
-/// room than it asks for, from the actual to the required place. The picture follows all changes
+/// constraints, a dashed frame for each guide, and a line on each baseline with constraints. An
+/// arrow with a text leads from the actual to the required place for each constraint that does not
+/// hold, and for each widget that gets less room than it asks for. The picture follows all changes
 /// and takes neither clicks nor the keyboard focus. No widget may be null. Main thread only.
 PELLARVINE_EXPORT void setShowsLayout(QWidget *widget, bool shows);
 /// Default: false.

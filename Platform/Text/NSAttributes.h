@@ -12,8 +12,8 @@
 #include <utility>
 
 /// @file
-/// The keys that the toolkit's own code reads, with the types of their values, and sets of
-/// attributes. A text may carry others: they travel with it and are not drawn.
+/// Sets of attributes, and the keys that the library reads, with the types of their values. A text
+/// keeps other keys too, and they are not drawn. The keys are constant: any thread may read them.
 
 namespace NS {
 

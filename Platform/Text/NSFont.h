@@ -8,15 +8,15 @@
 #include <optional>
 
 /// @file
-/// Fonts by name and by role. A QFont takes any name and silently shows another font for one that
-/// the system lacks; these say so.
+/// Fonts by name and by role. QFont silently shows another font for a name that the system lacks;
+/// fontWithName() returns nothing.
 ///
 ///     const QFont body = NS::systemFont(NS::systemFontSize());
 ///     const auto display = NS::fontWithName(u"Inter-SemiBold"_s, 24);
 ///     label.setFont(display.value_or(NS::boldSystemFont(24)));
 ///
-/// A size that is not above zero, or not finite, stands for `systemFontSize()`. All need a
-/// QGuiApplication and can be called from any thread.
+/// A size that is not above zero, or not finite, stands for `systemFontSize()`. The functions need
+/// a QGuiApplication and can be called from any thread.
 
 namespace NS {
 
