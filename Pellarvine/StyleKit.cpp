@@ -14,7 +14,7 @@ namespace {
 
 constexpr double lineThickness = 1.0;
 
-// How much ink makes the two greys of white paper.
+// The opacity of black that makes the two greys on white.
 constexpr double gray = 1.0 - 0.5;
 constexpr double lightGray = 1.0 - 2.0 / 3.0;
 

@@ -45,7 +45,7 @@ def tool():
     return [run("clang-tidy", "--version").stdout, digest(ROOT / ".clang-tidy"), *TIDY]
 
 
-# What stands at the beginning of a line, as all that a namespace declares does.
+# A declaration in a namespace, which begins at the start of a line.
 DECLARATION = re.compile(r"^(?!using |return |namespace )\S[\w:<>,*&\]\[ ]*?[ *&](?!operator)(\w+)"
                          r"(?= ?[;={(\[]| :|$)", re.M)
 

@@ -21,7 +21,7 @@ python3 "$here/pages.py" "$tree" "$input" "$gallery"
 failed=0
 (cd "$tree" && doxygen - <<<"@INCLUDE = $input/Doxyfile
 HTML_OUTPUT = $site") || failed=1 # the site is there all the same
-# What doxygen gets wrong about Markdown: addresses in code, bars in the code of tables, bold code.
+# Corrects doxygen's Markdown: addresses in code, bars in the code of tables, bold code.
 sed -E -i -e ':again; s#(<code>[^<]*)<a href="https?:[^"]*">([^<]*)</a>#\1\2#; t again' \
     -e ':bar; s#(<code>[^<]*)\\[|]#\1|#; t bar' \
     -e 's#[*][*] ?(<code>[^<]*</code>)[*][*]#<b>\1</b>#g' "$site"/*.html

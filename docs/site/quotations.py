@@ -2,9 +2,9 @@
 # SPDX-License-Identifier: MIT
 """quotations.py PAGE FOLDER: fails unless the code on a page of Markdown is that of a program.
 
-Each block of code is fenced, and stands behind a line that names its file: **main.cpp**. What is in
-the block has to be in that file of FOLDER, whitespace aside; a line with nothing but "…" stands for
-any lines left out. Blocks of commands, ```sh, are not looked at.
+Each block of code is fenced, and follows a line that names its file: **main.cpp**. The lines of the
+block have to be in that file of FOLDER, whitespace aside; a line of "…" alone stands for any lines
+left out. Blocks of commands, ```sh, are not looked at.
 """
 import re
 import sys

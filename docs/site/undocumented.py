@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: MIT
 """undocumented.py SOURCES OUTPUT: fails if a public header has a name without a comment.
 
-Doxygen's own warning passes over enumerators and over whatever stands in a file or a namespace
-that nobody has documented, so it is asked for everything that it has seen, as XML.
+Doxygen does not warn of enumerators, nor of names in an undocumented file or namespace. So this
+reads the XML of everything that doxygen has seen.
 """
 import shutil
 import subprocess

@@ -12,8 +12,8 @@ struct Outcome
     QByteArray errors;
 };
 
-/// Runs the program built beside the tests, with `input` as its standard input. What it writes to
-/// its standard output goes to the descriptor `standardOutput`, if one is given.
+/// Runs the program built beside the tests, with `input` as its standard input. Its standard output
+/// goes to the descriptor `standardOutput`, if one is given.
 Outcome runProgram(const QString &name, const QStringList &arguments, const QByteArray &input = {},
                    int standardOutput = -1);
 

@@ -10,9 +10,9 @@ void runOpen(const QByteArrayList &arguments);
 void runDigest(const QByteArrayList &arguments);
 void runNew(const QByteArrayList &arguments);
 
-// Those of the program for text.
+// Of the program for text.
 void runColor(const QByteArrayList &arguments);
 void runMarkup(const QByteArrayList &arguments);
 
-// That of the program for forms.
+// Of the program for forms.
 void runCheck(const QByteArrayList &arguments);
