@@ -6,7 +6,11 @@
 QT_FORWARD_DECLARE_CLASS(QDialogButtonBox)
 
 /// @file
-/// The buttons of a settings dialog.
+/// The buttons of a settings dialog:
+///
+///     auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Apply
+///                                                | QDialogButtonBox::Cancel, dialog);
+///     Pellarvine::connectButtons(settings, buttons);
 
 namespace Pellarvine {
 

@@ -17,6 +17,9 @@ struct RGBA
 
 /// A colour as hue, saturation, brightness and opacity, nominally 0…1 each. The hue runs once
 /// round the colour circle: red at 0, green at 1/3, blue at 2/3. A plain value, for any thread.
+///
+///     const Pellarvine::HSBA amber { .hue = 1.0 / 8, .saturation = 0.8, .brightness = 0.9 };
+///     painter.setPen(NS::Color(amber).toQColor());
 struct HSBA
 {
     double hue = 0; ///< where on the circle

@@ -8,7 +8,12 @@
 
 /// @file
 /// Converts between the coordinates of `NS::` functions, with y upwards from the lower left corner,
-/// and those of Qt, with y downwards from the upper left corner. Any thread.
+/// and those of Qt, with y downwards from the upper left corner:
+///
+///     const QRectF inQt = NS::flipped(NS::frame(badge), panel->height());
+///     const QRect place = NS::roundedToUnits(inQt); // badge->geometry()
+///
+/// Any thread.
 namespace NS {
 
 /// The rectangle in the other coordinates, in a space of the given height. The function is its own

@@ -6,9 +6,12 @@
 QT_FORWARD_DECLARE_CLASS(QWidget)
 
 /// @file
-/// Paints the layout over a widget, to find out why a widget is where it is. The environment
-/// variable `PELLARVINE_LAYOUT_DEBUG=1` does so in each window with constraints, without a change
-/// to the program.
+/// Paints the layout over a widget, to find out why a widget is where it is:
+///
+///     NS::setShowsLayout(panel, true);
+///
+/// The environment variable `PELLARVINE_LAYOUT_DEBUG=1` does so in each window with constraints,
+/// without a change to the program.
 namespace NS {
 
 /// Paints over the widget and its descendants: a frame around the aligned part of each widget with

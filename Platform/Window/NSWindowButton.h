@@ -4,6 +4,8 @@
 namespace NS {
 
 /// The buttons in a window's title bar. The numbers have gaps.
+///
+///     window.standardWindowButton(NS::WindowButton::zoom)->setEnabled(false);
 enum class WindowButton {
     close = 0, ///< Calls `QWidget::close`.
     miniaturize = 1, ///< Minimises the window.
