@@ -13,7 +13,7 @@ QT_FORWARD_DECLARE_CLASS(QAction)
 
 namespace Pellarvine {
 
-/// A dialog for bug reports. It shows exactly what is sent, sends it, and shows the result:
+/// A dialog for bug reports. It shows the exact text that it sends, and the result:
 ///
 ///     helpMenu->addAction(Pellarvine::TicketDialog::makeAction(window));
 ///

@@ -26,8 +26,8 @@ public:
     /// view; nothing has changed then. Stops the process if the source is in no navigation
     /// controller for another reason, or if there is no content view.
     ///
-    /// Callbacks may navigate: what viewWillAppear() of the destination pushes lies above the
-    /// destination, and a destination that goes back there is not shown.
+    /// Callbacks may navigate. A controller that viewWillAppear() of the destination pushes lies
+    /// above the destination. A destination that goes back there is not shown.
     void perform() override;
 };
 

@@ -21,8 +21,8 @@ public:
 
     /// Removes each controller of the stack from its parent, and its view from the content view.
     /// Then adds the destination as a child, fills the content view with its view, and makes it the
-    /// only one of the stack. What callbacks of the removed controllers push is removed too. Fails
-    /// as a push does.
+    /// only one of the stack. Controllers that callbacks of the removed ones push are removed too.
+    /// Fails as a push does.
     ///
     /// Removed children that have no QObject parent afterwards are deleted by the event loop. To
     /// keep one, give it a parent when `childViewControllersChanged` or `navigationStackChanged` is

@@ -50,7 +50,7 @@ public:
     /// converts values on the way from the first object to the second, `reverseTransformer` on the
     /// way back. Throws `NS::KeyValueException` if an object lacks its key path, if a path that is
     /// observed does not report its changes, and if the second side cannot take the first value.
-    /// Passes on what a transformer throws.
+    /// Passes on the exceptions of transformers.
     [[nodiscard]] Binding(NS::ObjectReference object, const QString &with, NS::ObjectReference to,
                           const QString &toWith, bool twoWayBinding = true,
                           Transformer forwardTransformer = {}, Transformer reverseTransformer = {});

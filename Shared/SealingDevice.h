@@ -10,8 +10,8 @@
 
 namespace Pellarvine {
 
-/// Encrypts what is written to it into a container on another device, for code that writes to a
-/// QIODevice:
+/// Encrypts the bytes that are written to it into a container on another device, for code that
+/// writes to a QIODevice:
 ///
 ///     QSaveFile file(u"notes.xml.sealed"_s);
 ///     file.open(QIODevice::WriteOnly);

@@ -61,7 +61,7 @@ public:
     bool isAllDefault() const;
 
     /// Whether each change is stored at once, for values such as the size of a window. Setting it
-    /// to true also stores what is modified. Default: false.
+    /// to true also stores present modifications. Default: false.
     bool appliesAtOnce() const;
     void setAppliesAtOnce(bool appliesAtOnce);
 
@@ -69,8 +69,8 @@ public:
     bool keepsPropertyTypes() const { return true; }
 
     /// Binds each descendant of `root` with a dynamic property `setting`, which is the name of a
-    /// property of this object: calls `NS::bind(child, u"value"_s, this, setting)`. Throws what
-    /// that throws.
+    /// property of this object: calls `NS::bind(child, u"value"_s, this, setting)`, and passes on
+    /// its exceptions.
     void bindChildren(QObject *root);
 
     bool event(QEvent *event) override; ///< handles changes of the properties and edits

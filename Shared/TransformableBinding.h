@@ -115,7 +115,7 @@ class TransformableBinding final : public detail::BindingBase
                   "TransformableBinding takes value types: QString, not const QString &");
 
 public:
-    /// Throws what the constructor of `Binding` throws.
+    /// Throws the exceptions of the constructor of `Binding`.
     [[nodiscard]] TransformableBinding(NS::ObjectReference object, const QString &with,
                                        NS::ObjectReference to, const QString &toWith,
                                        bool twoWayBinding = true,

@@ -49,7 +49,7 @@ inline constexpr double fittingSizeCompression = 50.0; ///< a container's prefer
 ///
 ///     const auto gap = NS::topAnchor(field).constraintEqualToAnchor(NS::bottomAnchor(label), 8);
 ///     gap->setActive(true);
-///     gap->setConstant(16); // re-solves what depends on it
+///     gap->setConstant(16); // the next layout pass moves the field
 ///
 /// The layout of the items' nearest common ancestor keeps an active constraint, so the caller need
 /// not. The constraint becomes inactive when an item is destroyed or leaves that ancestor. Only

@@ -27,7 +27,7 @@ PELLARVINE_EXPORT void install(QWidget *window);
 
 /// The window's geometry and state, as QWidget::saveGeometry(), without the margin for the shadow.
 PELLARVINE_EXPORT QByteArray saveState(const QWidget *window);
-/// Restores what saveState() has returned. Returns false and changes nothing for anything else.
+/// Restores a result of saveState(). Returns false and changes nothing for any other `state`.
 PELLARVINE_EXPORT bool restoreState(QWidget *window, const QByteArray &state);
 
 } // namespace NS::TitleBar
