@@ -36,8 +36,8 @@ public:
 
     /// With `fireInitial`, calls the callback with the current value before it returns. Throws
     /// `NS::KeyValueException` if the object lacks the key path or does not report its changes, and
-    /// `std::invalid_argument` for an empty callback. Passes on an exception of the callback in that
-    /// first call. A later one is caught and printed as a warning.
+    /// `std::invalid_argument` for an empty callback. Passes on an exception of the callback in
+    /// that first call. A later one is caught and printed as a warning.
     [[nodiscard]] Observer(NS::ObjectReference object, const QString &keyPath, bool fireInitial,
                            Callback callback);
 
