@@ -208,7 +208,7 @@ bool ReplaceableImageView::performDragOperation(QDropEvent *event)
         return false;
     if (!guard || d->isTold || !operation(d->delegate).isValid())
         return true;
-    // An image beside a file that is none, or that cannot be read.
+    // Image data beside a file that is no image or cannot be read.
     std::optional<Data> bytes;
     detail::runWithBusyCursor(this, [&] { bytes = detail::contentsOfFile(urls.value(0)); });
     if (!bytes)

@@ -29,8 +29,8 @@ public:
     /// 24 and 16 work as well. The first 16 bytes of `iv` are read.
     CryptorEngine(CryptorOperation operation, QByteArrayView key, QByteArrayView iv);
 
-    /// The output that `data` makes available now, possibly empty. What an earlier call returned
-    /// never changes.
+    /// The output that `data` makes available now, possibly empty. Results of earlier calls never
+    /// change.
     Data feed(QByteArrayView data);
 
     /// The last output: encrypting, the padded block; decrypting, the last 0 to 15 bytes. Call it

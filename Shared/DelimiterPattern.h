@@ -21,8 +21,8 @@ namespace Pellarvine::detail {
 class PELLARVINE_INTERNAL_EXPORT DelimiterPattern
 {
 public:
-    /// Nothing if `regex` has another shape or a part whose meaning takes a regular-expression
-    /// compiler to know.
+    /// Nothing if `regex` has another shape, or a part that only a regular-expression compiler
+    /// understands.
     static std::optional<DelimiterPattern> recognized(QStringView regex);
 
     /// Finds the first match at or behind `from` and says whether there is one.

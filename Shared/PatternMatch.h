@@ -8,8 +8,8 @@
 
 namespace Pellarvine::detail {
 
-/// Where a regular expression matched: the whole match, then each capture group. A group that took
-/// no part has the location -1.
+/// A match of a regular expression: the range of the whole match, then of each capture group. A
+/// group that took no part has the location -1.
 using PatternMatch = std::vector<TextRange>;
 
 } // namespace Pellarvine::detail

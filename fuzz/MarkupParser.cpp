@@ -20,8 +20,8 @@ namespace {
 // ICU takes quadratic time and worse, and so does editing in place.
 constexpr qsizetype longestCompared = 300;
 
-// What bytes above 127 stand for: line ends, halves and whole of emoji, what joins and what stops
-// joining, right to left, the last unit.
+// The characters for bytes above 127: line ends, whole and half emoji, joiners and non-joiners,
+// right to left, the last unit.
 constexpr char16_t specials[] = {
     0x0085, 0x2028, 0x2029, 0x000B, 0x000C, 0x000D, 0xD83D, 0xDE00, 0xD83C, 0xDDE9, 0xDFFD, 0x200D,
     0xFE0F, 0x0301, 0x0300, 0x02FF, 0x0600, 0x0903, 0x1100, 0x1161, 0x11A8, 0xAC00, 0x00AD, 0x200B,

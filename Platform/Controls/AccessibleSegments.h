@@ -32,7 +32,7 @@ private:
     int m_segment;
 };
 
-/// The states of a segment whose changes a screen reader hears of.
+/// The states of a segment that are reported to screen readers when they change.
 enum class SegmentState {
     selected,
     checked,

@@ -379,7 +379,7 @@ void ImageView::contextMenuEvent(QContextMenuEvent *event)
 
 void ImageView::dragEnterEvent(QDragEnterEvent *event)
 {
-    // Only what is copied: nobody loses the file that they drop here.
+    // Only copies: a move would delete the user's file.
     const bool isWelcome = d->isEditable && event->source() != this && !detail::isBusy(this)
                            && (event->possibleActions() & Qt::CopyAction)
                            && detail::holdsPicture(event->mimeData());

@@ -83,7 +83,7 @@ struct TableCellView::Private
     void followSelection(TableCellView &cell);
 };
 
-// Each label by itself: below a style sheet, Qt hands no palette down.
+// Sets it for each label, because below a style sheet Qt does not pass palettes to children.
 void TableCellView::Private::applyPalette(TableCellView &cell)
 {
     if (backgroundStyle == BackgroundStyle::normal) {

@@ -27,7 +27,7 @@ void SegmentedControl::Private::setFocused(int segment)
         detail::tellOfSegment(*q, segment, QAccessible::Focus);
 }
 
-// To the first segment from there on that can be acted on; stays, if there is none.
+// Moves the focus to the first enabled segment from there on. Without one, the focus stays.
 void SegmentedControl::Private::moveFocus(int from, int step)
 {
     int segment = from;
@@ -36,7 +36,7 @@ void SegmentedControl::Private::moveFocus(int from, int step)
     showsRing = true;
     q->update();
     if (!canAct(segment) || segment == q->focusedSegment()) {
-        // Where nothing is selected yet, the keys select what they are on.
+        // While nothing is selected, the keys select the segment with the focus.
         if (trackingMode != SwitchTracking::selectOne || !selection.isEmpty())
             return;
         segment = q->focusedSegment();

@@ -11,7 +11,7 @@ QT_FORWARD_DECLARE_CLASS(QTransform)
 namespace Pellarvine::detail {
 
 /// The thickness of a line in whole pixels, at least one. It is rounded down, as browsers round the
-/// widths of borders: what lies beside the line is rounded by itself, and would cover the last
+/// widths of borders: a rectangle beside the line is rounded on its own, and would cover the last
 /// pixel of a line that was rounded up.
 PELLARVINE_PRIVATE_EXPORT double wholeThickness(double pixels);
 

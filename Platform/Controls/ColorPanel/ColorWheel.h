@@ -17,7 +17,7 @@ class ColorWheel : public QWidget
 public:
     explicit ColorWheel(QWidget *parent = nullptr);
 
-    /// Each 0…1. What is set from outside is not reported.
+    /// Each 0…1. Values that the program sets are not reported.
     void setComponents(double hue, double saturation, double brightness);
     double hue() const { return m_hue; }
     double saturation() const { return m_saturation; }
