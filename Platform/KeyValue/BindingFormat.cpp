@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "KeyValue/BindingFormat.h"
 
+#include "KeyValue/NumberText.h"
+
 #include <QRegularExpression>
 
 #include <cstring>
@@ -16,13 +18,43 @@ QString undoubled(QString text)
     return text.replace("%%"_L1, "%"_L1);
 }
 
+// A number that printf wrote, as the locale writes it.
+QString localized(const QString &number, bool groupsDigits, const QLocale &locale)
+{
+    static const QRegularExpression wholePart(uR"(^\D*([1-9]\d*))"_s);
+    const auto whole = groupsDigits ? wholePart.match(number) : QRegularExpressionMatch();
+    bool isGrouped = false;
+    const QString grouped = locale.toString(whole.captured(1).toULongLong(&isGrouped));
+    QString text;
+    for (qsizetype i = 0; i < number.size(); ++i) {
+        const QChar c = number.at(i);
+        if (isGrouped && i == whole.capturedStart(1)) {
+            text += grouped;
+            i = whole.capturedEnd(1) - 1;
+        } else if (c >= u'0' && c <= u'9') {
+            QString digit = locale.zeroDigit(); // may be a surrogate pair
+            digit.back() = QChar(digit.back().unicode() + c.digitValue());
+            text += digit;
+        } else if (c == u'.') {
+            text += locale.decimalPoint();
+        } else if (c == u'-') {
+            text += locale.negativeSign();
+        } else if (c == u'+') {
+            text += locale.positiveSign();
+        } else {
+            text += c;
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 std::optional<BindingFormat> BindingFormat::parsed(const QString &text)
 {
     // Width and precision have at most two digits, so a file cannot demand gigabytes of spaces.
     static const QRegularExpression sentence(
-            uR"(^((?:[^%]|%%)*)%([-+ #0]*\d{0,2}(?:\.\d{0,2})?)([dixXoeEfFgGs])((?:[^%]|%%)*)$)"_s,
+            uR"(^((?:[^%]|%%)*)%([-+ #0']*\d{0,2}(?:\.\d{0,2})?)([dixXoeEfFgGs])((?:[^%]|%%)*)$)"_s,
             QRegularExpression::DotMatchesEverythingOption);
     const auto match = sentence.match(text);
     if (!match.hasMatch())
@@ -32,24 +64,34 @@ std::optional<BindingFormat> BindingFormat::parsed(const QString &text)
     format.m_before = undoubled(match.captured(1));
     format.m_after = undoubled(match.captured(4));
     const char *const length = std::strchr("dixXo", format.m_type) ? "ll" : "";
-    format.m_conversion = '%' + match.captured(2).toLatin1() + length + format.m_type;
+    QByteArray flags = match.captured(2).toLatin1();
+    format.m_groupsDigits = flags.contains('\'');
+    format.m_conversion = '%' + flags.replace("'", "") + length + format.m_type;
     return format;
 }
 
-QString BindingFormat::apply(const QVariant &value) const
+QString BindingFormat::apply(const QVariant &value, const QLocale &locale) const
 {
     if (!value.isValid())
         return {};
     const char *const conversion = m_conversion.constData();
     if (m_type == 's')
-        return m_before + QString::asprintf(conversion, qUtf8Printable(value.toString())) + m_after;
+        return m_before
+               + QString::asprintf(conversion, qUtf8Printable(isWrittenAsNumber(value.metaType())
+                                                                      ? numberText(value, locale)
+                                                                      : value.toString()))
+               + m_after;
     bool isNumber = false;
     QString text;
     if (std::strchr("dixXo", m_type))
         text = QString::asprintf(conversion, value.toLongLong(&isNumber));
     else
         text = QString::asprintf(conversion, value.toDouble(&isNumber));
-    return isNumber ? m_before + text + m_after : value.toString();
+    if (!isNumber)
+        return value.toString();
+    if (!std::strchr("xXo", m_type))
+        text = localized(text, m_groupsDigits, locale);
+    return m_before + text + m_after;
 }
 
 } // namespace Pellarvine::detail

@@ -9,6 +9,7 @@
 #include "KeyValue/KeyValueSubscription.h"
 #include "KeyValue/NSComputedBinding.h"
 #include "KeyValue/NSKeyValueBinding.h"
+#include "KeyValue/NumberText.h"
 
 #include <QPointer>
 
@@ -64,6 +65,8 @@ public:
             put();
     }
 
+    void localeChanged() override { siblingShown(); }
+
     QVariantMap info() const override
     {
         return { { NS::NSObservedObjectKey, QVariant::fromValue(m_sources.front().object.get()) },
@@ -105,10 +108,15 @@ private:
     void put()
     {
         ControlBindings &siblings = ControlBindings::made(m_control);
-        if ((m_key == "enabled"_L1 && siblings.keepEnabled(m_value))
-            || holdsAlready(NS::valueForKeyPath(m_control, m_key), m_value))
+        QVariant display = m_value;
+        if (isWrittenAsNumber(m_value.metaType()) && showsNumbersAsText(m_control, m_key)) {
+            siblings.watchLocale();
+            display = numberText(m_value, controlLocale(m_control));
+        }
+        if ((m_key == "enabled"_L1 && siblings.keepEnabled(display))
+            || holdsAlready(NS::valueForKeyPath(m_control, m_key), display))
             return;
-        siblings.show(this, [this] { NS::setValueForKeyPath(m_control, m_key, m_value); });
+        siblings.show(this, [&] { NS::setValueForKeyPath(m_control, m_key, display); });
     }
 
     QPointer<QObject> m_control;

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "KeyValue/ControlBindings.h"
 
+#include "Base/Failure.h"
 #include "KeyValue/KeyValueCoding.h"
 
+#include <QEvent>
 #include <QPointer>
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 #include <vector>
 
@@ -105,6 +108,27 @@ void ControlBindings::show(const ControlBinding *binding, const std::function<vo
         if (other.get() != binding)
             other->siblingShown();
     }
+}
+
+void ControlBindings::watchLocale()
+{
+    if (!std::exchange(m_watchesLocale, true))
+        parent()->installEventFilter(this);
+}
+
+bool ControlBindings::eventFilter(QObject *, QEvent *event)
+{
+    if (event->type() != QEvent::LocaleChange)
+        return false;
+    const auto bindings = m_byName;
+    for (const auto &[name, binding] : bindings) {
+        try {
+            binding->localeChanged();
+        } catch (const std::exception &error) {
+            printWarning(error);
+        }
+    }
+    return false;
 }
 
 bool ControlBindings::keepEnabled(const QVariant &enabled)

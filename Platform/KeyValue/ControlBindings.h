@@ -36,6 +36,9 @@ public:
     /// the control show a value that it could not hold before.
     virtual void siblingShown() { }
 
+    /// Called when the locale of a widget has changed, after ControlBindings::watchLocale().
+    virtual void localeChanged() { }
+
     /// Whether the control is to be disabled because an object on the model's path is null.
     virtual bool lacksSelection() const { return false; }
 
@@ -72,6 +75,10 @@ public:
     void show(const ControlBinding *binding, const std::function<void()> &write);
     bool isShowing() const { return *m_showing > 0; }
 
+    /// Calls localeChanged() of the bindings from now on.
+    void watchLocale();
+    bool eventFilter(QObject *control, QEvent *event) override;
+
     /// Called with the value of a binding of `enabled`. If the control is disabled because a
     /// binding lacks its selection, remembers the value for later and returns true. Otherwise the
     /// caller writes it.
@@ -85,6 +92,7 @@ private:
     std::map<QString, std::shared_ptr<ControlBinding>> m_byName;
     std::shared_ptr<int> m_showing = std::make_shared<int>(0); // running calls of show()
     bool m_isRefreshing = false; // siblingShown() is being called, and must not call itself
+    bool m_watchesLocale = false;
     QVariant m_enabled; // restored later; invalid unless a binding lacks a selection
 };
 

@@ -52,7 +52,8 @@ struct BindingOptions
     /// Converts the model's value for the control. Applied after `negate`. Default: none.
     Transformer transformer = {};
 
-    /// Converts the control's value for the model. Applied before `negate`. To refuse a value, it
+    /// Converts the control's value for the model. Applied before `negate`. If the control shows a
+    /// number as text, it gets that number, or the text if that is no number. To refuse a value, it
     /// throws an exception derived from std::exception; what() is the message for the user, in
     /// UTF-8. Default: none.
     Transformer reverseTransformer = {};
@@ -83,9 +84,9 @@ struct BindingOptions
     bool popover = false;
 
     /// A printf() format for a control that shows text: "%.1f °C". It has exactly one conversion,
-    /// which is d, i, x, X, o, e, E, f, F, g, G or s, with flags, width and precision. While the
-    /// control has the keyboard focus, it shows the value without the format. Default: empty, no
-    /// format.
+    /// which is d, i, x, X, o, e, E, f, F, g, G or s, with flags, width and precision. Numbers are
+    /// written by the widget's locale(); the flag ' groups their digits. While the control has the
+    /// keyboard focus, it shows the value without the format. Default: empty, no format.
     QString format = {};
 
     /// Shown while an object on the key path is null: as the placeholder of a control that edits

@@ -39,9 +39,10 @@ inline const QString NSObservedKeyPathKey = QStringLiteral("NSObservedKeyPath");
 /// First the model's value is written to the control. From then on each change of the model is
 /// written to the control, and each edit of the user to the model. Edits are not written if the
 /// control's property does not report its changes (the text of a QLabel) or the model's property is
-/// read-only. Values are converted as by setValueForKeyPath(). A side that has an equal value
-/// (NS::isEqual) is not written. An edit that the model refuses stays in the control, which is
-/// marked (`BindingOptions::onInvalid`).
+/// read-only. Values are converted as by setValueForKeyPath(); a text of a widget shows and reads
+/// numbers by its locale(). A side that has an equal value (NS::isEqual) is not written.
+/// An edit that the model refuses stays in the control, which is marked
+/// (`BindingOptions::onInvalid`).
 ///
 /// Showing a model never changes it: if the control alters the value that it is given, that is no
 /// edit. A QLineEdit that cuts a text to its maxLength leaves the model's text whole until its user

@@ -10,6 +10,7 @@
 #include "KeyValue/KeyValueEquality.h"
 #include "KeyValue/KeyValuePath.h"
 #include "KeyValue/NSKeyValueBinding.h"
+#include "KeyValue/NumberText.h"
 #include "KeyValue/WidgetAccess.h"
 
 #include <QCoreApplication>
@@ -142,6 +143,9 @@ void ValueBinding::start()
             m_isTwoWay && m_control->isWidgetType() && access.index >= 0
             && qstrcmp(property(m_control, m_key).enclosingMetaObject()->className(), "QWidget")
                        != 0;
+    m_showsNumbersAsText = showsNumbersAsText(m_control, m_key);
+    if (m_showsNumbersAsText && m_format)
+        siblings().watchLocale();
     if (m_isTwoWay)
         observeEditing();
     show();
@@ -256,7 +260,7 @@ void ValueBinding::setLacksSelection(bool isLacking)
 }
 
 // The model's value as the control shows it.
-QVariant ValueBinding::shown(QVariant value) const
+QVariant ValueBinding::shown(QVariant value)
 {
     if (m_lacksSelection && !m_isTwoWay && !m_options.noSelectionPlaceholder.isEmpty())
         return m_options.noSelectionPlaceholder;
@@ -264,9 +268,14 @@ QVariant ValueBinding::shown(QVariant value) const
         value = !value.toBool();
     if (m_options.transformer)
         value = m_options.transformer(value);
+    const bool isNumber = m_showsNumbersAsText && isWrittenAsNumber(value.metaType());
+    m_numberType = isNumber ? value.metaType() : QMetaType();
     if (m_format && !hasFocus(m_control))
-        value = m_format->apply(value);
-    return value;
+        return m_format->apply(value, controlLocale(m_control));
+    if (!isNumber)
+        return value;
+    siblings().watchLocale();
+    return numberText(value, controlLocale(m_control));
 }
 
 void ValueBinding::put(const QVariant &value)
@@ -319,7 +328,13 @@ void ValueBinding::edited()
 
 void ValueBinding::focusEntered()
 {
-    if (isOver() || m_isPending || !m_format)
+    if (m_format)
+        showAgain();
+}
+
+void ValueBinding::showAgain()
+{
+    if (isOver() || m_isPending)
         return;
     m_isEdited = false;
     show();
@@ -378,6 +393,11 @@ bool ValueBinding::carry()
     if (!pass.isPossible() || m_lacksSelection)
         return true;
     QVariant value = NS::valueForKeyPath(m_control, m_key);
+    QVariant unread; // the text, if it is not the number that is expected
+    if (const QMetaType type = enteredNumberType(); type.isValid()) {
+        const QVariant number = numberFromText(value.toString(), type, controlLocale(m_control));
+        (number.isValid() ? value : unread) = number.isValid() ? number : value;
+    }
     try {
         if (m_options.reverseTransformer)
             value = m_options.reverseTransformer(value);
@@ -392,10 +412,21 @@ bool ValueBinding::carry()
     if (isOver())
         return true;
     const QVariant current = m_path->value();
-    if (!holdsAlready(current, value)) {
+    const bool isUnread =
+            unread.isValid() && value == unread && isWrittenAsNumber(current.metaType());
+    if (isUnread || !holdsAlready(current, value)) {
         const QVariant *const outer = std::exchange(m_carried, &value);
         const auto leave = qScopeGuard([this, outer] { m_carried = outer; });
         try {
+            if (isUnread) {
+                const WatchedPath::Place place = m_path->place();
+                throw NS::KeyValueException(
+                        NS::KeyValueException::notConvertible,
+                        place.object->metaObject()->className(), m_keyPath, place.key,
+                        u"\"%1\" is no %2 in the locale %3"_s.arg(
+                                unread.toString(), QString::fromLatin1(current.typeName()),
+                                controlLocale(m_control).name()));
+            }
             m_path->setValue(value);
         } catch (const NS::KeyValueException &error) {
             if (error.reason() != NS::KeyValueException::notConvertible)
@@ -411,6 +442,16 @@ bool ValueBinding::carry()
     m_value = remembered(m_path->value());
     setMessage({});
     return true;
+}
+
+// The type of the number that the control's text is to be, or an invalid one. Without a
+// reverseTransformer it is the model's type; with one, the type of the number that was shown.
+QMetaType ValueBinding::enteredNumberType() const
+{
+    if (!m_showsNumbersAsText)
+        return {};
+    const QMetaType type = m_options.reverseTransformer ? m_numberType : m_path->value().metaType();
+    return isWrittenAsNumber(type) ? type : QMetaType();
 }
 
 // The message for a value that the model must not get. Empty for a valid value.

@@ -38,6 +38,7 @@ public:
     void end() override;
     QVariantMap info() const override;
     void siblingShown() override;
+    void localeChanged() override { showAgain(); }
     bool lacksSelection() const override { return m_lacksSelection && m_disables; }
     bool commit() override;
     void discard() override;
@@ -55,7 +56,7 @@ private:
     void show();
     bool keepsEdit(const QVariant &value, const QObject *holder);
     void setLacksSelection(bool isLacking);
-    QVariant shown(QVariant value) const;
+    QVariant shown(QVariant value);
     void put(const QVariant &value);
     bool takesAlready(const QVariant &display);
 
@@ -63,8 +64,10 @@ private:
     void edited();
     void fired(const Slot *) override { finishEditing(); }
     void focusEntered();
+    void showAgain();
     void finishEditing();
     bool carry();
+    QMetaType enteredNumberType() const;
     QString fault(const QVariant &value) const;
     bool refuse(const QString &message);
     void sendEditingEvents();
@@ -81,6 +84,7 @@ private:
     bool m_hasEnded = false;
     bool m_isTwoWay = false;
     bool m_disables = false; // the control, while it lacks a selection
+    bool m_showsNumbersAsText = false;
     int m_depth = 0; // the number of nested passes
 
     Registration *m_path = nullptr; // to the model's value; m_modelObserver owns it
@@ -91,6 +95,7 @@ private:
     const QVariant *m_carried = nullptr; // the value that is being written to the model
     bool m_isEdited = false; // the control holds the user's edit, perhaps only its spelling: "1."
     bool m_isPending = false; // that edit is not in the model
+    QMetaType m_numberType; // of the number that the control shows as text; invalid if it does not
     QVariant m_display; // the value that was written to the control last
     QVariant m_held; // the control's value after that
     bool m_lacksSelection = false;

@@ -3,12 +3,14 @@
 #include "Person.h"
 
 #include <pellarvine/Platform/KeyValueCoding.h>
+#include <pellarvine/Platform/KeyValueEquality.h>
 #include <pellarvine/Platform/KeyValueObserving.h>
 #include <pellarvine/Platform/NSChoices.h>
 #include <pellarvine/Platform/NSComputedBinding.h>
 #include <pellarvine/Platform/NSKeyValueBinding.h>
 #include <pellarvine/Platform/NSObjectListModel.h>
 #include <pellarvine/Platform/NSSegmentedControl.h>
+#include <pellarvine/Platform/NSTextField.h>
 
 #include <QAction>
 #include <QCalendarWidget>
@@ -41,6 +43,7 @@
 #include <QToolButton>
 #include <gmock/gmock.h>
 
+#include <climits>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -641,6 +644,109 @@ TEST(ControlBinding, a_number_can_be_typed_key_by_key)
     Q_EMIT field.editingFinished();
     person.setProperty("height", 2.0);
     EXPECT_EQ(field.text(), u"2"_s);
+}
+
+TEST(ControlBinding, numbers_in_texts_are_written_as_the_control_s_locale_writes_them)
+{
+    Person person;
+    person.setAge(1234567);
+    person.height = 1.7;
+    QWidget window;
+    window.setLocale(QLocale(QLocale::German));
+    QLineEdit height(&window);
+    NS::TextField age(&window);
+    QLabel label(&window);
+    QLabel formatted(&window);
+    QLabel computed(&window);
+    NS::bind(&height, u"text"_s, &person, u"height"_s);
+    NS::bind(&age, NS::NSValueBinding, &person, u"age"_s);
+    NS::bind(&label, u"text"_s, &person, u"height"_s);
+    NS::bind(&formatted, u"text"_s, &person, u"height"_s, { .format = u"%+.2f m"_s });
+    NS::bind(&computed, u"text"_s, { { &person, u"height"_s } }, [](double m) { return m * 10; });
+    const auto texts = [&] {
+        return QStringList { height.text(), age.stringValue(), label.text(), formatted.text(),
+                             computed.text() };
+    };
+    EXPECT_EQ(texts(), QStringList({ u"1,7"_s, u"1234567"_s, u"1,7"_s, u"+1,70 m"_s, u"17"_s }));
+    height.setText(u"1,85"_s);
+    age.setStringValue(u"1.000"_s);
+    EXPECT_EQ(person.height, 1.85);
+    EXPECT_EQ(person.age(), 1000);
+    ::testing::internal::CaptureStdout();
+    height.setText(u"1.9"_s); // the decimal point of another language
+    age.setStringValue(u"1,5"_s);
+    EXPECT_THAT(::testing::internal::GetCapturedStdout(), ::testing::HasSubstr("\"1.9\""));
+    EXPECT_EQ(person.height, 1.85);
+    EXPECT_EQ(person.age(), 1000);
+    height.setText(u"1,9"_s);
+    age.setStringValue(u"10"_s);
+    window.setLocale(QLocale(QLocale::Arabic, QLocale::Egypt));
+    EXPECT_EQ(texts(), QStringList({ u"١٫٩"_s, u"١٠"_s, u"١٫٩"_s, u"\u061c+١٫٩٠ m"_s, u"١٩"_s }));
+    EXPECT_EQ(person.age(), 10);
+    window.setLocale(QLocale(QLocale::English, QLocale::India));
+    NS::bind(&label, u"text"_s, &person, u"age"_s, { .format = u"%'.1f"_s });
+    person.setAge(1234567);
+    EXPECT_EQ(label.text(), u"12,34,567.0"_s);
+    // A combo box selects an entry by its text, unless its user types.
+    QComboBox box;
+    box.setLocale(QLocale(QLocale::German));
+    box.addItems({ u"0.5"_s, u"1.9"_s });
+    NS::bind(&box, u"currentText"_s, &person, u"height"_s);
+    EXPECT_EQ(box.currentIndex(), 1);
+    box.setEditable(true);
+    NS::bind(&box, u"currentText"_s, &person, u"height"_s);
+    EXPECT_EQ(box.currentText(), u"1,9"_s);
+}
+
+TEST(ControlBinding, a_number_is_read_from_its_text_in_every_locale)
+{
+    QLineEdit field;
+    Cell cell(0.0);
+    NS::bind(&field, u"text"_s, &cell, u"value"_s);
+    const QVariant numbers[] = { 1.7, -1.85, -1e22, 1e300, 1e-7, -70000, LLONG_MAX, ULLONG_MAX };
+    for (const QLocale &locale : QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript,
+                                                          QLocale::AnyTerritory)) {
+        field.setLocale(locale);
+        for (const QVariant &number : numbers) {
+            cell.setValue(number);
+            const QString text = field.text();
+            field.setText(u"0"_s);
+            field.setText(text);
+            EXPECT_TRUE(NS::isEqual(cell.value().toDouble(), number.toDouble()))
+                    << text.toStdString() << ' ' << locale.name().toStdString();
+        }
+    }
+    field.setLocale(QLocale(QLocale::German));
+    cell.setValue(0.1f);
+    EXPECT_EQ(field.text(), u"0,1"_s);
+}
+
+TEST(ControlBinding, a_transformer_that_gives_a_number_gets_one_back)
+{
+    Person person;
+    person.height = 1.855;
+    QLineEdit field;
+    field.setLocale(QLocale(QLocale::German));
+    NS::BindingOptions options;
+    options.transformer = [](const QVariant &m) {
+        return m.toDouble() * 100;
+    };
+    options.reverseTransformer = [](const QVariant &cm) {
+        return cm == u""_s                        ? QVariant(0)
+               : cm.typeId() == QMetaType::Double ? cm.toDouble() / 100
+                                                  : cm;
+    };
+    options.onInvalid = [](const QString &) {
+    };
+    NS::bind(&field, u"text"_s, &person, u"height"_s, options);
+    EXPECT_EQ(field.text(), u"185,5"_s);
+    field.setText(u"162,5"_s);
+    EXPECT_EQ(person.height, 1.625);
+    field.setText(u"162.5"_s);
+    EXPECT_EQ(person.height, 1.625);
+    EXPECT_TRUE(field.property("invalid").toBool());
+    field.clear();
+    EXPECT_EQ(person.height, 0.0);
 }
 
 TEST(ControlBinding, a_refused_edit_stays_in_its_marked_control)
