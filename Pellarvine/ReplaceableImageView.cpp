@@ -178,10 +178,10 @@ void ReplaceableImageView::loadImage(const QUrl &url)
     detail::runWithBusyCursor(this, [&] { file = detail::readImageFile(url); });
     if (!guard)
         return;
-    if (file.image.fault == detail::ImageFault::tooLarge)
-        return refuseImage(detail::explanation(file.image.fault));
-    if (file.image.fault != detail::ImageFault::none)
+    if (file.image.fault == detail::ImageFault::unreadable)
         return;
+    if (file.image.fault != detail::ImageFault::none)
+        return refuseImage(detail::explanation(file.image.fault));
     const Data bytes = *file.contents;
     const NS::Image chosen(file.image.bitmap, file.image.size);
     showHonouringBinding(chosen, this);

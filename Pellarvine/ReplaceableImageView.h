@@ -31,8 +31,8 @@ namespace Pellarvine {
 ///
 /// Files are read and decoded on another thread. If that takes long, the view shows a spinner and
 /// accepts no drags. Only ordinary local files are read. A chosen file that cannot be read, or is
-/// not a picture, is ignored. A picture that is too large is refused, see NS::ImageView. A dropped
-/// file that cannot be read prints a warning. Main thread only.
+/// not a picture, is ignored. A picture that is damaged, incomplete or too large is refused, see
+/// NS::ImageView. A dropped file that cannot be read prints a warning. Main thread only.
 class PELLARVINE_EXPORT ReplaceableImageView : public NS::ImageView
 {
     Q_OBJECT

@@ -2,6 +2,7 @@
 #include "Drawing/ImageDecoding.h"
 
 #include "Base/FileContents.h"
+#include "Drawing/PictureEnd.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -74,6 +75,7 @@ DecodedImage decodedImage(const QByteArray &bytes)
     QImageReader reader(&buffer);
     reader.setAutoTransform(true);
     QSize size = reader.size();
+    const QByteArray format = reader.format(); // unknown after reading
     const double pixels = pixelCount(size);
     if (pixels > mostPixels)
         return faulty(ImageFault::tooLarge);
@@ -89,9 +91,12 @@ DecodedImage decodedImage(const QByteArray &bytes)
         bitmap = reader.read();
     }
     if (bitmap.isNull()) {
-        const bool isTooLarge = pixels * depth / 8 > double(mostMegabytes * megabyte);
-        return faulty(isTooLarge ? ImageFault::tooLarge : ImageFault::unreadable);
+        if (pixels * depth / 8 > double(mostMegabytes * megabyte))
+            return faulty(ImageFault::tooLarge);
+        return faulty(pixels > 0 ? ImageFault::damaged : ImageFault::unreadable);
     }
+    if (!hasPictureEnd(format, bytes))
+        return faulty(ImageFault::damaged);
     // Pixels are drawn as they are, which is right for sRGB. Null if the profile cannot be read.
     const QImage converted = bitmap.convertedToColorSpace(QColorSpace::SRgb);
     if (!converted.isNull())
@@ -118,6 +123,7 @@ QString explanation(ImageFault fault)
     case ImageFault::none:
         return {};
     case ImageFault::unreadable:
+    case ImageFault::damaged:
         return QCoreApplication::translate("NS::ImageView",
                                            "This picture cannot be read. The file may be damaged.");
     case ImageFault::tooLarge:

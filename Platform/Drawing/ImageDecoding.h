@@ -16,7 +16,8 @@ namespace Pellarvine::detail {
 
 enum class ImageFault {
     none,
-    unreadable,
+    unreadable, ///< the file is no picture, or cannot be read
+    damaged, ///< a picture that is incomplete or wrong
     tooLarge
 };
 

@@ -237,15 +237,17 @@ TEST_F(ReplaceableImageViewTest,
     EXPECT_TRUE(record.received.isEmpty());
 }
 
-TEST_F(ReplaceableImageViewTest, a_chosen_picture_that_is_too_large_is_explained)
+TEST_F(ReplaceableImageViewTest, a_chosen_picture_that_is_too_large_or_incomplete_is_explained)
 {
     QSignalSpy refusals(&view, SIGNAL(imageRefused(QString)));
     choose(folder.file(u"huge.jpg"_s, hugePicture()));
     EXPECT_EQ(refusals.count(), 1);
+    choose(folder.file(u"cut.png"_s, picture(Qt::red, 200).first(66)));
+    EXPECT_EQ(refusals.count(), 2);
     EXPECT_TRUE(view.image().isEmpty());
     EXPECT_TRUE(record.received.isEmpty());
     choose(folder.file(u"text.png"_s, "not a picture")); // only a damaged picture is explained
-    EXPECT_EQ(refusals.count(), 1);
+    EXPECT_EQ(refusals.count(), 2);
 }
 
 TEST_F(ReplaceableImageViewTest, a_bound_view_leaves_the_picture_to_its_model)

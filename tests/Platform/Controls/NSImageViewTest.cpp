@@ -11,12 +11,14 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QColorSpace>
 #include <QColorTransform>
 #include <QDrag>
 #include <QFile>
 #include <QImageReader>
+#include <QImageWriter>
 #include <QMenu>
 #include <QSemaphore>
 #include <QSet>
@@ -461,6 +463,36 @@ TEST_F(ImageViewTest, a_refused_picture_is_explained_in_the_view_and_to_the_prog
     EXPECT_FALSE(drop(view, *filesToDrop({ rows[0].first })));
     view.clear(); // the reason is no longer shown
     EXPECT_TRUE(interface->text(QAccessible::Description).contains(u"Drop"));
+}
+
+TEST_F(ImageViewTest, a_picture_that_was_cut_is_refused_in_every_format)
+{
+    QImage image(90, 60, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixelColor(x, y, QColor::fromHsv((x * 31 + y * 17) % 360, 255, 200));
+    }
+    const auto encoded = [&image](const char *format, bool isProgressive) {
+        QBuffer buffer;
+        QImageWriter writer(&buffer, format);
+        writer.setProgressiveScanWrite(isProgressive);
+        EXPECT_TRUE(writer.write(image));
+        return buffer.data();
+    };
+    // The end of a thumbnail, in a segment of its own, is not the picture's end.
+    QByteArray withThumbnail = encoded("JPG", false);
+    withThumbnail.insert(2, QByteArray::fromHex("ffe10006ffd8ffd9"));
+    const QByteArray gif = QByteArray::fromHex("474946383961010001008000 00ff000000ff00"
+                                               "2c00000000010001000002024401003b");
+    const std::pair<QByteArray, qsizetype> files[] = {
+        { encoded("JPG", false), 20 }, { encoded("JPG", true), 20 },  { withThumbnail, 20 },
+        { encoded("PNG", false), 20 }, { encoded("BMP", false), 20 }, { gif, 2 },
+    };
+    for (const auto &[file, missing] : files) {
+        EXPECT_TRUE(view.setImageData(file + "trailing data"));
+        EXPECT_FALSE(view.setImageData(file.chopped(missing))) << file.first(4).toHex().data();
+        EXPECT_FALSE(view.setImageData(file.first(file.size() * 2 / 3)));
+    }
 }
 
 TEST_F(ImageViewTest, its_value_binding_shows_the_model_and_carries_edits_back)
