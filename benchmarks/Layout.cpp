@@ -80,7 +80,7 @@ public:
     }
 
 private:
-    void equal(std::vector<Solver::Term> terms, double constant)
+    void equal(QVarLengthArray<Solver::Term, 4> terms, double constant)
     {
         m_solver.add({ std::move(terms), constant }, Relation::equal);
     }

@@ -74,16 +74,14 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
         return;
     }
     active.number = m_nextNumber++;
-    m_active.insert_or_assign(constraint.get(), std::move(active));
+    m_inOrder.push_back(&m_active.emplace(constraint.get(), std::move(active)).first->second);
     request();
     constraint->setEngine(this);
 }
 
 void LayoutEngine::remove(LayoutConstraint *constraint)
 {
-    const auto place = m_active.find(constraint);
-    Active active = std::move(place->second);
-    m_active.erase(place);
+    Active active = strike(constraint);
     takeOut(active);
     release(active.first, active.ancestor);
     release(active.second, active.ancestor);
@@ -120,7 +118,7 @@ void LayoutEngine::updateStrength(LayoutConstraint *constraint)
 std::vector<std::shared_ptr<LayoutConstraint>> LayoutEngine::constraints() const
 {
     std::vector<std::shared_ptr<LayoutConstraint>> all;
-    for (const Active *const active : inOrder())
+    for (const Active *const active : m_inOrder)
         all.push_back(active->constraint);
     return all;
 }
@@ -138,7 +136,7 @@ bool LayoutEngine::addAgain(Active &active)
     return addAgain(active, m_system.expressionOf(*active.constraint, active.ancestor));
 }
 
-bool LayoutEngine::addAgain(Active &active, Solver::Expression expression)
+bool LayoutEngine::addAgain(Active &active, const Solver::Expression &expression)
 {
     const Solver::Addition added = m_system.add(*active.constraint, expression);
     if (!added.constraint)
@@ -146,28 +144,27 @@ bool LayoutEngine::addAgain(Active &active, Solver::Expression expression)
     active.handle = added.constraint;
     m_hasNewConstraints = true;
     if (active.isOfBaseline)
-        active.terms = std::move(expression.terms);
+        active.terms.assign(expression.terms.begin(), expression.terms.end());
     return added.constraint.has_value();
 }
 
-// The pointers are valid until a constraint is removed.
-std::vector<const LayoutEngine::Active *> LayoutEngine::inOrder(bool ofBaselines) const
+// Forgets the constraint, and returns what was known of it.
+LayoutEngine::Active LayoutEngine::strike(LayoutConstraint *constraint)
 {
-    std::vector<const Active *> all;
-    for (const auto &[constraint, active] : m_active) {
-        if (active.isOfBaseline || !ofBaselines)
-            all.push_back(&active);
-    }
-    std::sort(all.begin(), all.end(),
-              [](const Active *one, const Active *other) { return one->number < other->number; });
-    return all;
+    const auto place = m_active.find(constraint);
+    m_inOrder.erase(std::lower_bound(
+            m_inOrder.begin(), m_inOrder.end(), place->second.number,
+            [](const Active *active, int number) { return active->number < number; }));
+    Active active = std::move(place->second);
+    m_active.erase(place);
+    return active;
 }
 
 std::vector<LayoutEngine::Active> LayoutEngine::copiesInOrder() const
 {
     std::vector<Active> all;
-    all.reserve(m_active.size());
-    for (const Active *const active : inOrder())
+    all.reserve(m_inOrder.size());
+    for (const Active *const active : m_inOrder)
         all.push_back(*active);
     return all;
 }
@@ -189,7 +186,7 @@ void LayoutEngine::reorder()
 {
     std::vector<LayoutItem *> order;
     QSet<const QObject *> seen;
-    for (const Active *const active : inOrder()) {
+    for (const Active *const active : m_inOrder) {
         for (const QObject *const object : { active->first, active->second }) {
             LayoutItem *const item = m_system.find(object);
             if (item && !seen.contains(object)) {
@@ -225,10 +222,9 @@ void LayoutEngine::refresh()
         refresh(*item);
     // Baselines depend on fonts, which may have changed.
     std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
-    for (const Active *const active : inOrder(true)) {
-        const auto &constraint = active->constraint;
-        if (!updateBaseline(m_active.at(constraint.get())))
-            contradicting.push_back(constraint);
+    for (Active *const active : m_inOrder) {
+        if (active->isOfBaseline && !updateBaseline(*active))
+            contradicting.push_back(active->constraint);
     }
     removeAll(contradicting);
 }
@@ -236,10 +232,11 @@ void LayoutEngine::refresh()
 // Returns false if it now contradicts others. The caller then has to remove it.
 bool LayoutEngine::updateBaseline(Active &active)
 {
-    Solver::Expression expression = m_system.expressionOf(*active.constraint, active.ancestor);
-    if (!active.handle || expression.terms != active.terms) {
+    const Solver::Expression expression =
+            m_system.expressionOf(*active.constraint, active.ancestor);
+    if (!active.handle || !std::ranges::equal(expression.terms, active.terms)) {
         takeOut(active);
-        return addAgain(active, std::move(expression));
+        return addAgain(active, expression);
     }
     const auto conflict = m_system.solver().setConstant(*active.handle, expression.constant);
     if (!conflict.empty())
@@ -270,12 +267,11 @@ void LayoutEngine::refresh(LayoutItem &item)
 
 void LayoutEngine::rebuild()
 {
-    const std::vector<const Active *> all = inOrder();
-    for (const Active *const active : all)
-        takeOut(m_active.at(active->constraint.get()));
+    for (Active *const active : m_inOrder)
+        takeOut(*active);
     std::vector<std::shared_ptr<LayoutConstraint>> contradicting;
-    for (const Active *const active : all) {
-        if (!addAgain(m_active.at(active->constraint.get())))
+    for (Active *const active : m_inOrder) {
+        if (!addAgain(*active))
             contradicting.push_back(active->constraint);
     }
     request();
@@ -374,8 +370,8 @@ bool LayoutEngine::eventFilter(QObject *watched, QEvent *event)
         }
         break;
     case QEvent::LayoutDirectionChange:
-        if (std::any_of(m_active.begin(), m_active.end(),
-                        [&](const auto &entry) { return entry.second.ancestor == widget; }))
+        if (std::any_of(m_inOrder.begin(), m_inOrder.end(),
+                        [&](const Active *active) { return active->ancestor == widget; }))
             rebuild();
         break;
     case QEvent::DynamicPropertyChange:

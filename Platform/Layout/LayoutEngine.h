@@ -76,19 +76,18 @@ private:
         int number = 0;
         bool isOfBaseline = false;
         bool isReported = false; ///< a warning has named it
-        std::vector<Solver::Term>
-                terms; ///< of a constraint of a baseline, as they are in the solver
+        std::vector<Solver::Term> terms; ///< of a constraint of a baseline, as in the solver
     };
 
-    std::vector<const Active *> inOrder(bool ofBaselines = false) const;
+    Active strike(NS::LayoutConstraint *constraint);
     std::vector<Active> copiesInOrder() const;
     void removeAll(const std::vector<std::shared_ptr<NS::LayoutConstraint>> &constraints);
     void takeOut(Active &active);
     bool addAgain(Active &active);
-    bool addAgain(Active &active, Solver::Expression expression);
+    bool addAgain(Active &active, const Solver::Expression &expression);
     bool updateBaseline(Active &active);
 
-    std::vector<const Active *> activeOf(const std::vector<Solver::Constraint> &handles) const;
+    std::vector<Active *> activeOf(const std::vector<Solver::Constraint> &handles) const;
     void warnAbout(const NS::LayoutConstraint &constraint,
                    const std::vector<Solver::Constraint> &conflict) const;
     void warnOfNegativeSizes();
@@ -121,6 +120,7 @@ private:
     QLayout *m_layout = nullptr;
     LayoutSystem m_system;
     std::unordered_map<NS::LayoutConstraint *, Active> m_active;
+    std::vector<Active *> m_inOrder; // the same, in the order of activation
     int m_nextNumber = 0;
     bool m_isOrderStale = false; // constraints have ended, which decided the order of items
     bool m_hasNewConstraints = false; // not yet searched for negative sizes

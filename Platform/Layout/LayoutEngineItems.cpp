@@ -112,7 +112,7 @@ void LayoutEngine::drop(const QSet<QObject *> &objects, bool areAlive)
         if (areAlive && isFirst && isSecond)
             moved.append(active.constraint);
         takeOut(active);
-        m_active.erase(active.constraint.get());
+        strike(active.constraint.get());
         release(active.first, active.ancestor);
         release(active.second, active.ancestor);
         active.constraint->setEngine(nullptr);
@@ -175,7 +175,7 @@ void LayoutEngine::takeOverAllOf(LayoutEngine *lower)
     std::vector<Active> moving = lower->copiesInOrder();
     for (Active &active : moving) {
         lower->takeOut(active);
-        lower->m_active.erase(active.constraint.get());
+        lower->strike(active.constraint.get());
         lower->release(active.first, active.ancestor);
         lower->release(active.second, active.ancestor);
     }

@@ -26,10 +26,10 @@ void warn(const QString &text)
 
 } // namespace
 
-std::vector<const LayoutEngine::Active *>
+std::vector<LayoutEngine::Active *>
 LayoutEngine::activeOf(const std::vector<Solver::Constraint> &handles) const
 {
-    std::vector<const Active *> all = inOrder();
+    std::vector<Active *> all = m_inOrder;
     std::erase_if(all, [&](const Active *active) {
         return std::find(handles.begin(), handles.end(), active->handle) == handles.end();
     });
@@ -58,9 +58,9 @@ void LayoutEngine::warnOfNegativeSizes()
     for (const auto &[orientation, constraints] : m_system.negativeSizes()) {
         QStringList texts;
         bool isNew = false;
-        for (const Active *const active : activeOf(constraints)) {
+        for (Active *const active : activeOf(constraints)) {
             texts.append(active->constraint->description());
-            isNew = !std::exchange(m_active.at(active->constraint.get()).isReported, true) || isNew;
+            isNew = !std::exchange(active->isReported, true) || isNew;
         }
         if (isNew)
             warn(u"only a negative %1 satisfies %2"_s.arg(
@@ -103,7 +103,7 @@ void LayoutEngine::warnOfOverridden()
 {
     m_system.solve(m_host->size());
     const QSet<const QWidget *> overridden = overriddenWidgets();
-    for (const Active *const active : inOrder()) {
+    for (Active *const active : m_inOrder) {
         const LayoutConstraint &constraint = *active->constraint;
         if (active->isReported || constraint.priority() < NS::LayoutPriority::required
             || excessOf(constraint) == 0.0)
@@ -112,7 +112,7 @@ void LayoutEngine::warnOfOverridden()
             const QWidget *const widget = item.widget();
             if (!overridden.contains(widget) || !widget->isVisible())
                 continue;
-            m_active.at(active->constraint.get()).isReported = true;
+            active->isReported = true;
             warn(u"a %1 overrides the required constraint %2"_s.arg(
                     QLatin1StringView(widget->parentWidget()->layout()->metaObject()->className()),
                     constraint.description()));

@@ -50,7 +50,7 @@ LayoutEngine::affecting(const QWidget *widget, Qt::Orientation orientation)
     m_system.solve(m_host->size());
     const auto handles = m_system.determining(*m_system.find(widget), orientation);
     std::vector<std::shared_ptr<NS::LayoutConstraint>> all;
-    for (const Active *const active : inOrder()) {
+    for (const Active *const active : m_inOrder) {
         if (active->handle
             && std::find(handles.begin(), handles.end(), *active->handle) != handles.end())
             all.push_back(active->constraint);

@@ -27,8 +27,9 @@ void ConstraintSolver::removeVariable(Variable variable)
 {
     const int symbol = int(variable);
     if (d->definitions.isDefined(symbol)) {
-        d->definitions.replace(symbol, -1, d->definitions.definition(symbol));
+        const LinearRow definition = d->definitions.definition(symbol);
         d->definitions.undefine(symbol);
+        d->definitions.replace(symbol, -1, definition);
     } else {
         d->definitions.eliminate(symbol, -1, d->simplex.tableau());
     }

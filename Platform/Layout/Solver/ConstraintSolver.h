@@ -4,6 +4,8 @@
 
 #include "Base/Global.h"
 
+#include <QVarLengthArray>
+
 #include <limits>
 #include <memory>
 #include <optional>
@@ -60,7 +62,7 @@ public:
     /// The sum of its terms and the constant. A variable may occur in it more than once.
     struct Expression
     {
-        std::vector<Term> terms;
+        QVarLengthArray<Term, 4> terms;
         double constant = 0.0;
     };
 

@@ -31,7 +31,7 @@ void LinearRow::add(Symbol symbol, double coefficient)
         return;
     const auto place = lowerBound(entries, symbol);
     if (place == entries.end() || place->symbol != symbol)
-        entries.insert(place, { symbol, coefficient });
+        entries.emplace(place, Entry { symbol, coefficient });
     else if (place->coefficient = sumOf(place->coefficient, coefficient); place->coefficient == 0.0)
         entries.erase(place);
 }

@@ -4,9 +4,10 @@
 
 #include "Base/Global.h"
 
+#include <QVarLengthArray>
+
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace Pellarvine::detail {
 
@@ -37,7 +38,10 @@ struct PELLARVINE_INTERNAL_EXPORT LinearRow
         bool operator==(const Entry &) const = default;
     };
 
-    std::vector<Entry> entries; ///< in the order of their symbols, none of them 0
+    /// Most rows are short.
+    using Entries = QVarLengthArray<Entry, 6>;
+
+    Entries entries; ///< in the order of their symbols, none of them 0
     double constant = 0.0;
     /// The largest rounding error of coefficients that cancelled out, relative to their operands. 0
     /// if all were exact. The larger it is, the less precise are the other coefficients.
@@ -71,16 +75,16 @@ private:
         return roundedSum(one + other, std::abs(one) + std::abs(other), rounding);
     }
 
-    template <typename Entries>
-    static auto lowerBound(Entries &entries, Symbol symbol)
+    template <typename AnyEntries>
+    static auto lowerBound(AnyEntries &entries, Symbol symbol)
     {
-        // A linear search is faster for few entries.
-        if (entries.size() <= 8)
-            return std::find_if(entries.begin(), entries.end(),
-                                [&](const Entry &entry) { return entry.symbol >= symbol; });
-        return std::lower_bound(
-                entries.begin(), entries.end(), symbol,
-                [](const Entry &entry, Symbol wanted) { return entry.symbol < wanted; });
+        // A linear search is faster for few entries, and for the host's symbols, which come first.
+        const auto isBefore = [symbol](const Entry &entry) {
+            return entry.symbol < symbol;
+        };
+        const auto few = entries.begin() + std::min<qsizetype>(entries.size(), 8);
+        const auto place = std::find_if_not(entries.begin(), few, isBefore);
+        return place != few ? place : std::partition_point(few, entries.end(), isBefore);
     }
 };
 
@@ -103,7 +107,7 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
             const auto place = lowerBound(entries, symbol);
             if (place == entries.end() || place->symbol != symbol) {
                 if (std::abs(share) > smallestCoefficient) {
-                    entries.insert(place, { symbol, share });
+                    entries.emplace(place, Entry { symbol, share });
                     appears(symbol);
                 }
             } else if (place->coefficient = sumOf(place->coefficient, share);
@@ -114,7 +118,7 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
         }
         return;
     }
-    std::vector<Entry> sum;
+    QVarLengthArray<Entry, 32> sum;
     sum.reserve(entries.size() + other.entries.size());
     auto mine = entries.cbegin();
     auto theirs = other.entries.cbegin();
@@ -140,7 +144,8 @@ void LinearRow::add(const LinearRow &other, double factor, Appears appears, Vani
             ++theirs;
         }
     }
-    entries.swap(sum);
+    entries.clear();
+    entries.append(sum.constData(), sum.size());
 }
 
 } // namespace Pellarvine::detail

@@ -69,13 +69,6 @@ void Simplex::fixCosts()
     m_objective.clear();
 }
 
-std::vector<char> Simplex::fixedOrCosting() const
-{
-    std::vector<char> marks = m_isFixed;
-    m_objective.mark(marks);
-    return marks;
-}
-
 void Simplex::addCost(Symbol symbol, double level, double weight)
 {
     m_objective.add(symbol, level, weight, m_tableau);

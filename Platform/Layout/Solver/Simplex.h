@@ -31,8 +31,10 @@ public:
     bool isFixed(Symbol symbol) const { return m_isFixed[symbol]; }
     /// Fixes all symbols with a cost and clears the objective. This keeps the current optimum.
     void fixCosts();
-    /// 1 for each symbol that is fixed or has a cost.
-    std::vector<char> fixedOrCosting() const;
+    bool isFixedOrCosting(Symbol symbol) const
+    {
+        return isFixed(symbol) || m_objective.mentions(symbol);
+    }
 
     /// Declares that each row mentions both symbols, with opposite coefficients, unless one of them
     /// is basic.

@@ -323,13 +323,12 @@ bool ConstraintSolver::Private::isUndecided()
         if (isVariable(symbol) && !definitions.isDefined(symbol) && definitions.isUsed(symbol))
             return true;
     }
-    const std::vector<char> isHeld = simplex.fixedOrCosting();
     LinearRow idle;
     for (Symbol symbol = 0; symbol < count; ++symbol) {
         const bool isMentioned =
-                !simplex.tableau().rowsWith(symbol).empty() || definitions.isUsed(symbol);
-        if (isMentioned && !isVariable(symbol) && !simplex.tableau().isBasic(symbol)
-            && !isHeld[symbol])
+                definitions.isUsed(symbol) || !simplex.tableau().rowsWith(symbol).empty();
+        if (!isVariable(symbol) && !simplex.isFixedOrCosting(symbol) && isMentioned
+            && !simplex.tableau().isBasic(symbol))
             idle.entries.push_back({ symbol, -1.0 });
     }
     if (idle.entries.empty()) {

@@ -19,26 +19,35 @@ void VariableDefinitions::define(Symbol variable, LinearRow definition)
     for (const auto &entry : definition.entries)
         insertSorted(m_states[entry.symbol].users, variable);
     m_rounding = std::max(m_rounding, definition.rounding);
-    m_states[variable].definition = std::move(definition);
+    if (m_unusedRows.empty()) {
+        m_unusedRows.push_back(int(m_rows.size()));
+        m_rows.emplace_back();
+    }
+    const int row = m_unusedRows.back();
+    m_unusedRows.pop_back();
+    m_rows[row] = std::move(definition);
+    m_states[variable].row = row;
     m_isOrderValid = false;
 }
 
 void VariableDefinitions::undefine(Symbol variable)
 {
-    for (const auto &entry : m_states[variable].definition->entries)
+    const int row = std::exchange(m_states[variable].row, -1);
+    for (const auto &entry : m_rows[row].entries)
         removeSorted(m_states[entry.symbol].users, variable);
-    m_states[variable].definition.reset();
+    m_rows[row] = {};
+    m_unusedRows.push_back(row);
     m_isOrderValid = false;
 }
 
 void VariableDefinitions::replace(Symbol symbol, Symbol partner, const LinearRow &replacement)
 {
     for (const Symbol user : SortedIndices(m_states[symbol].users)) {
-        LinearRow definition = *m_states[user].definition;
+        LinearRow row = definition(user);
         undefine(user);
-        definition.substitute(symbol, replacement);
-        definition.erase(partner);
-        define(user, std::move(definition));
+        row.substitute(symbol, replacement);
+        row.erase(partner);
+        define(user, std::move(row));
     }
 }
 
@@ -76,11 +85,10 @@ void VariableDefinitions::eliminate(Symbol symbol, Symbol partner, const Tableau
 }
 
 // The defined variables that `roots` depend on, each after those in its definition.
-std::vector<VariableDefinitions::Symbol>
-VariableDefinitions::dependencies(const std::vector<Symbol> &roots)
+VariableDefinitions::Symbols VariableDefinitions::dependencies(const Symbols &roots)
 {
-    std::vector<Symbol> order;
-    std::vector<std::pair<Symbol, std::size_t>> path;
+    Symbols order;
+    QVarLengthArray<std::pair<Symbol, qsizetype>, 32> path;
     for (const Symbol root : roots) {
         if (m_marks[root] || !isDefined(root))
             continue;
@@ -115,9 +123,9 @@ bool VariableDefinitions::leadsTo(const LinearRow &row, Symbol symbol)
             });
     if (!canLead)
         return false;
-    std::vector<Symbol> depending { symbol };
+    Symbols depending { symbol };
     bool isFound = false;
-    for (std::size_t i = 0; i < depending.size() && !isFound; ++i) {
+    for (qsizetype i = 0; i < depending.size() && !isFound; ++i) {
         for (const Symbol user : m_states[depending[i]].users) {
             if (m_marks[user])
                 continue;
@@ -133,16 +141,16 @@ bool VariableDefinitions::leadsTo(const LinearRow &row, Symbol symbol)
 
 LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &tableau)
 {
-    std::vector<Symbol> roots;
+    Symbols roots;
     for (const auto &entry : row.entries)
         roots.push_back(entry.symbol);
-    const std::vector<Symbol> order = dependencies(roots);
+    const Symbols order = dependencies(roots);
 
     LinearRow result;
     result.constant = row.constant;
     result.rounding = row.rounding;
-    std::vector<Symbol> touched;
-    const auto add = [&](const std::vector<LinearRow::Entry> &entries, double factor) {
+    Symbols touched;
+    const auto add = [&](const LinearRow::Entries &entries, double factor) {
         for (const auto &[symbol, coefficient] : entries) {
             if (!m_marks[symbol]) {
                 m_marks[symbol] = 1;
@@ -166,7 +174,7 @@ LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &table
     add(row.entries, 1.0);
     for (auto symbol = order.crbegin(); symbol != order.crend(); ++symbol)
         substitute(*symbol, definition(*symbol));
-    for (std::size_t i = 0; i < touched.size(); ++i) {
+    for (qsizetype i = 0; i < touched.size(); ++i) {
         if (tableau.isBasic(touched[i]))
             substitute(touched[i], tableau.row(tableau.rowOf(touched[i])));
     }
@@ -182,17 +190,19 @@ LinearRow VariableDefinitions::expand(const LinearRow &row, const Tableau &table
 void VariableDefinitions::shift(Symbol symbol, double delta)
 {
     for (const Symbol user : m_states[symbol].users) {
-        LinearRow &definition = *m_states[user].definition;
-        definition.constant += delta * definition.coefficientOf(symbol);
+        LinearRow &row = m_rows[m_states[user].row];
+        row.constant += delta * row.coefficientOf(symbol);
     }
 }
 
 void VariableDefinitions::evaluate(const Tableau &tableau, std::vector<double> &values)
 {
     if (!m_isOrderValid) {
-        std::vector<Symbol> roots(m_states.size());
+        Symbols roots(qsizetype(m_states.size()));
         std::iota(roots.begin(), roots.end(), 0);
-        m_order = dependencies(roots);
+        m_order.clear();
+        for (const Symbol variable : dependencies(roots))
+            m_order.emplace_back(variable, m_states[variable].row);
         m_isOrderValid = true;
     }
     std::fill(values.begin(), values.end(), 0.0);
@@ -200,8 +210,8 @@ void VariableDefinitions::evaluate(const Tableau &tableau, std::vector<double> &
         if (const Symbol basic = tableau.basic(index); basic >= 0)
             values[basic] = tableau.row(index).constant;
     }
-    for (const Symbol variable : m_order) {
-        const LinearRow &row = definition(variable);
+    for (const auto &[variable, index] : m_order) {
+        const LinearRow &row = m_rows[index];
         double value = row.constant;
         for (const auto &[symbol, coefficient] : row.entries)
             value += coefficient * values[symbol];

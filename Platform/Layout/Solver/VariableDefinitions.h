@@ -4,8 +4,6 @@
 
 #include "Layout/Solver/Tableau.h"
 
-#include <optional>
-
 namespace Pellarvine::detail {
 
 /// Variables that one constraint determines, each defined as in that constraint: by other
@@ -25,8 +23,8 @@ public:
     /// Releases a symbol for reuse. No definition may mention it.
     void forget(Symbol symbol) { m_states[symbol] = {}; }
 
-    bool isDefined(Symbol symbol) const { return m_states[symbol].definition.has_value(); }
-    const LinearRow &definition(Symbol variable) const { return *m_states[variable].definition; }
+    bool isDefined(Symbol symbol) const { return m_states[symbol].row >= 0; }
+    const LinearRow &definition(Symbol variable) const { return m_rows[m_states[variable].row]; }
     /// Whether a definition mentions the symbol.
     bool isUsed(Symbol symbol) const { return !m_states[symbol].users.empty(); }
 
@@ -59,14 +57,20 @@ public:
 private:
     struct State
     {
-        std::optional<LinearRow> definition;
+        int row = -1; // of its definition; -1: none
         SortedIndices users; // the variables whose definitions mention it
     };
 
-    std::vector<Symbol> dependencies(const std::vector<Symbol> &roots);
+    // Usually few.
+    using Symbols = QVarLengthArray<Symbol, 32>;
+
+    Symbols dependencies(const Symbols &roots);
 
     std::vector<State> m_states; // by symbol
-    std::vector<Symbol> m_order; // the defined variables, each after those in its definition
+    std::vector<LinearRow> m_rows; // the definitions
+    std::vector<int> m_unusedRows;
+    // The defined variables and their rows, each after those in its definition.
+    std::vector<std::pair<Symbol, int>> m_order;
     bool m_isOrderValid = false;
     double m_rounding = 0.0;
     // Scratch space, all zero between calls.
