@@ -73,12 +73,9 @@ QString imageFilter()
     return ReplaceableImageView::tr("Images") + u" ("_s + patterns.join(u' ') + u')';
 }
 
-// Shows the image, or has the model that the view is bound to do so.
-void showHonouringBinding(const NS::Image &image, ReplaceableImageView *view)
+// Passes the image to the model that the view is bound to. The view shows it through the binding.
+void showThroughBinding(const NS::Image &image, const QVariantMap &info)
 {
-    const QVariantMap info = NS::infoForBinding(view, NS::NSValueBinding);
-    if (info.isEmpty())
-        return view->setImage(image);
     auto *const model = info.value(NS::NSObservedObjectKey).value<QObject *>();
     const QVariant keyPath = info.value(NS::NSObservedKeyPathKey);
     if (!model || keyPath.metaType() != QMetaType::fromType<QString>())
@@ -184,11 +181,15 @@ void ReplaceableImageView::loadImage(const QUrl &url)
         return refuseImage(detail::explanation(file.image.fault));
     const Data bytes = *file.contents;
     const NS::Image chosen(file.image.bitmap, file.image.size);
-    showHonouringBinding(chosen, this);
-    if (guard) {
+    const QVariantMap binding = NS::infoForBinding(this, NS::NSValueBinding);
+    if (binding.isEmpty())
+        setImageFile(chosen, bytes, url.fileName());
+    else
+        showThroughBinding(chosen, binding);
+    if (guard)
         rememberFile(chosen, bytes, url.fileName());
+    if (guard)
         tell(d->delegate, this, bytes);
-    }
     if (guard)
         Q_EMIT imageEdited(chosen, bytes);
 }

@@ -100,22 +100,42 @@ const Image &ImageView::image() const
 
 void ImageView::setImage(const Image &image)
 {
+    if (image.isEmpty())
+        clear();
+    else if (image == d->image)
+        setRefusal({});
+    else
+        setImageFile(image, {}, {});
+}
+
+void ImageView::setImageFile(const Image &image, const QByteArray &contents, const QString &name)
+{
     setRefusal({});
+    const QPointer<ImageView> guard(this);
+    const bool isOtherFile = contents != d->file.contents;
+    d->file = { contents, name };
+    if (image != d->image) {
+        const bool isResized = image.size() != d->image.size();
+        d->image = image;
+        d->scaled = {};
+        if (isResized)
+            updateGeometry();
+        update();
+        Q_EMIT imageChanged(image);
+    }
+    if (guard && isOtherFile && d->file.contents == contents)
+        Q_EMIT imageDataChanged(contents);
+}
+
+void ImageView::rememberFile(const Image &image, const QByteArray &contents, const QString &name)
+{
     if (image == d->image)
-        return;
-    const bool isResized = image.size() != d->image.size();
-    d->image = image;
-    d->file = {};
-    d->scaled = {};
-    if (isResized)
-        updateGeometry();
-    update();
-    Q_EMIT imageChanged(image);
+        setImageFile(image, contents, name);
 }
 
 void ImageView::clear()
 {
-    setImage({});
+    setImageFile({}, {}, {});
 }
 
 QByteArray ImageView::imageData() const
@@ -125,21 +145,27 @@ QByteArray ImageView::imageData() const
 
 bool ImageView::setImageData(const QByteArray &contents)
 {
+    if (contents.isEmpty()) {
+        clear();
+        return true;
+    }
     const detail::DecodedImage decoded = detail::decodedImage(contents);
     if (decoded.bitmap.isNull())
         return false;
-    const Image image(decoded.bitmap, decoded.size);
-    const QPointer<ImageView> guard(this);
-    setImage(image);
-    if (guard)
-        rememberFile(image, contents, {});
+    setImageFile(Image(decoded.bitmap, decoded.size), contents, {});
     return true;
 }
 
-void ImageView::rememberFile(const Image &image, const QByteArray &contents, const QString &name)
+// Writes the property. Another picture must not stay if this one cannot be shown.
+void ImageView::showImageData(const QByteArray &contents)
 {
-    if (image == d->image)
-        d->file = { contents, name };
+    if (contents == d->file.contents)
+        return;
+    const detail::DecodedImage decoded = detail::decodedImage(contents);
+    const QPointer<ImageView> guard(this);
+    setImageFile(Image(decoded.bitmap, decoded.size), contents, {});
+    if (guard && !contents.isEmpty() && decoded.bitmap.isNull())
+        refuseImage(detail::explanation(decoded.fault));
 }
 
 ImageView::ImageScaling ImageView::imageScaling() const
@@ -315,11 +341,9 @@ void ImageView::setRefusal(const QString &reason)
 void ImageView::edit(const detail::TakenPicture &taken)
 {
     const QPointer<ImageView> guard(this);
-    setImage(taken.image);
-    if (!guard)
-        return;
-    rememberFile(taken.image, taken.file.contents, taken.file.name);
-    Q_EMIT imageEdited(taken.image, taken.data);
+    setImageFile(taken.image, taken.data, taken.file.name);
+    if (guard)
+        Q_EMIT imageEdited(taken.image, taken.data);
 }
 
 QMenu *ImageView::createStandardContextMenu()

@@ -35,6 +35,8 @@ class PELLARVINE_EXPORT ImageView : public QFrame
 {
     Q_OBJECT
     Q_PROPERTY(NS::Image image READ image WRITE setImage RESET clear NOTIFY imageChanged USER true)
+    Q_PROPERTY(QByteArray imageData READ imageData WRITE showImageData NOTIFY imageDataChanged
+                       DESIGNABLE false)
     Q_PROPERTY(ImageScaling imageScaling READ imageScaling WRITE setImageScaling NOTIFY
                        imageScalingChanged)
     Q_PROPERTY(Qt::Alignment imageAlignment READ imageAlignment WRITE setImageAlignment NOTIFY
@@ -57,10 +59,13 @@ public:
     ~ImageView() override;
 
     const Image &image() const; ///< default: empty
-    /// The bytes of the image's file; empty if it came without one. Other programs get this file,
-    /// beside the image, when the user copies or drags it.
+    /// The bytes of the image's file: a PNG file if the user has dropped or pasted an image without
+    /// a file, empty if the program has set one. Other programs get this file, beside the image,
+    /// when the user copies or drags it. The property can be bound to bytes of a model. A file
+    /// that is written to it and cannot be shown is kept, and refused: see imageRefused().
     QByteArray imageData() const;
-    /// Decodes a file in this thread and shows it. Returns false, and changes nothing, on failure.
+    /// Decodes a file in this thread and shows it; removes the image if `contents` is empty.
+    /// Returns false, and changes nothing, on failure.
     bool setImageData(const QByteArray &contents);
     ImageScaling imageScaling() const; ///< default: scaleProportionallyDown
     void setImageScaling(ImageScaling scaling);
@@ -94,6 +99,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void imageChanged(const NS::Image &image);
+    void imageDataChanged(const QByteArray &contents);
     /// The user has dropped, pasted, cut or deleted; emitted after imageChanged(). Store `data`:
     /// the file's bytes; a PNG file if the image came without a file; empty if it was removed.
     void imageEdited(const NS::Image &image, const QByteArray &data);
@@ -111,7 +117,9 @@ protected:
     virtual bool performDragOperation(QDropEvent *event);
     /// Called after imageEdited() for a dropped or pasted file. Does nothing here.
     virtual void didTakeFile(const QByteArray &contents);
-    /// Sets imageData() and its file name if the view shows `image`.
+    /// Sets the image, imageData() and its file name.
+    void setImageFile(const Image &image, const QByteArray &contents, const QString &name);
+    /// The same, if the view shows `image` already.
     void rememberFile(const NS::Image &image, const QByteArray &contents, const QString &name);
     /// Shows the reason in the view and emits imageRefused().
     void refuseImage(const QString &reason);
@@ -130,6 +138,7 @@ protected:
 
 private:
     QString hint(const QRect &room) const;
+    void showImageData(const QByteArray &contents);
     void setRefusal(const QString &reason);
     void edit(const Pellarvine::detail::TakenPicture &taken);
     bool take(const QMimeData *source);

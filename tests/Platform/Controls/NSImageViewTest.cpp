@@ -45,9 +45,11 @@ class Record : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QImage portrait MEMBER portrait NOTIFY changed)
+    Q_PROPERTY(QByteArray photo MEMBER photo NOTIFY changed)
 
 public:
     QImage portrait;
+    QByteArray photo;
 
 Q_SIGNALS:
     void changed();
@@ -505,6 +507,38 @@ TEST_F(ImageViewTest, its_value_binding_shows_the_model_and_carries_edits_back)
     EXPECT_EQ(record.portrait.pixelColor(0, 0), QColor(Qt::red));
     QTest::keyClick(&view, Qt::Key_Backspace);
     EXPECT_TRUE(record.portrait.isNull());
+}
+
+TEST_F(ImageViewTest, its_data_is_bound_to_the_bytes_that_a_model_stores)
+{
+    const auto png = [](Qt::GlobalColor color) {
+        QBuffer buffer;
+        EXPECT_TRUE(filled({ 3, 3 }, color).save(&buffer, "PNG"));
+        return buffer.data();
+    };
+    Record model;
+    const QByteArray &stored = model.photo;
+    model.photo = png(Qt::blue);
+    NS::bind(&view, u"imageData"_s, &model, u"photo"_s);
+    EXPECT_EQ(shown(), QColor(Qt::blue));
+    EXPECT_EQ(stored, png(Qt::blue));
+    ASSERT_TRUE(drop(view, *filesToDrop({ folder.file(u"red.png"_s, png(Qt::red)) })));
+    EXPECT_EQ(stored, png(Qt::red));
+    QMimeData image; // without a file
+    image.setImageData(filled({ 3, 3 }, Qt::green));
+    ASSERT_TRUE(drop(view, image));
+    EXPECT_EQ(QImage::fromData(stored).pixelColor(0, 0), QColor(Qt::green));
+    QTest::keyClick(&view, Qt::Key_Delete);
+    EXPECT_EQ(stored, QByteArray());
+    view.setImageData(png(Qt::red));
+    QSignalSpy refusals(&view, &NS::ImageView::imageRefused);
+    model.setProperty("photo", QByteArray("no picture")); // kept, and not shown as the last one
+    EXPECT_TRUE(view.image().isEmpty());
+    EXPECT_EQ(refusals.count(), 1);
+    EXPECT_EQ(stored, "no picture");
+    model.setProperty("photo", QByteArray());
+    EXPECT_EQ(view.imageData(), QByteArray());
+    EXPECT_TRUE(view.refusal().isEmpty());
 }
 
 TEST_F(ImageViewTest, a_setter_that_changes_nothing_says_nothing)
