@@ -77,22 +77,19 @@ ConstraintSolver::Constraint ConstraintSolver::Private::addTarget(const Expressi
     return Constraint { index };
 }
 
-std::shared_ptr<const LinearRow> ConstraintSolver::Private::termsOf(const Expression &expression,
-                                                                    double factor)
+LinearRow::Entries ConstraintSolver::Private::termsOf(const Expression &expression, double factor)
 {
-    auto terms = std::make_shared<LinearRow>();
-    terms->entries.reserve(expression.terms.size());
+    LinearRow terms;
     for (const auto &[variable, coefficient] : expression.terms)
-        terms->add(int(variable), factor * coefficient);
-    return terms;
+        terms.add(int(variable), factor * coefficient);
+    return terms.entries;
 }
 
 // The row for which the constraint is "row = 0".
 LinearRow ConstraintSolver::Private::rowOf(const Record &record)
 {
     LinearRow row;
-    row.entries.reserve(record.terms->entries.size() + 2);
-    row.entries = record.terms->entries;
+    row.entries = record.terms;
     row.constant = record.factor * record.constant;
     row.add(record.marker, record.markerSign);
     if (record.partner >= 0)

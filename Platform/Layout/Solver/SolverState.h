@@ -31,7 +31,7 @@ struct ConstraintSolver::Private
         double markerSign = 1.0;
         double factor = 1.0; // of the expression passed to add()
         double constant = 0.0; // of that expression
-        std::shared_ptr<const LinearRow> terms; // of that expression, times the factor
+        LinearRow::Entries terms; // of that expression, times the factor
         bool isEquality = false; // whether it is a required equality
         bool isIn = false; // whether it has been added to the simplex or the definitions
         Strength markerStrength { 0.0, 0.0 };
@@ -55,7 +55,7 @@ struct ConstraintSolver::Private
     void removeCosts(const Record &record);
     template <typename Change>
     void changeStrengths(int record, Change change);
-    static std::shared_ptr<const LinearRow> termsOf(const Expression &expression, double factor);
+    static LinearRow::Entries termsOf(const Expression &expression, double factor);
     static LinearRow rowOf(const Record &record);
     Symbol newestFree(const LinearRow &row, bool isUnused, bool canBeWanted) const;
     std::vector<Constraint> ownersOf(const std::vector<Symbol> &contradiction) const;

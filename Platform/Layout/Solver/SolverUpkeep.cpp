@@ -37,7 +37,7 @@ bool ConstraintSolver::Private::isMissed() const
         if (!record.isIn)
             return false;
         double sum = record.factor * record.constant;
-        for (const auto &[symbol, coefficient] : record.terms->entries)
+        for (const auto &[symbol, coefficient] : record.terms)
             sum += coefficient * values[symbol];
         const double marker = values[record.marker];
         const double partner = record.partner >= 0 ? values[record.partner] : 0.0;
