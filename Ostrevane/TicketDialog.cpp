@@ -3,6 +3,8 @@
 
 #include "Ostrevane/App.h"
 #include "Ostrevane/SystemDetails.h"
+#include "Window/NSTitleBar.h"
+#include "Window/WindowFrame.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -181,8 +183,12 @@ QAction *TicketDialog::makeAction(QWidget *window, Sender sender)
     auto *const action = new QAction(tr("&Report a Problem…"), window);
     connect(action, &QAction::triggered, window,
             [window, sender = std::move(sender), dialog = QPointer<TicketDialog>()]() mutable {
-                if (!dialog)
+                if (!dialog) {
                     dialog = new TicketDialog(sender, window);
+                    const auto *const frame = detail::WindowFrame::of(window->window());
+                    if (frame && !frame->isNative())
+                        NS::TitleBar::install(dialog);
+                }
                 dialog->show();
                 dialog->raise();
                 dialog->activateWindow();

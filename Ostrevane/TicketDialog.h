@@ -48,7 +48,7 @@ public:
     ~TicketDialog() override;
 
     /// An action "Report a Problem…", owned by `window`. It opens a dialog above the window. The
-    /// dialog keeps a report that has not been sent.
+    /// dialog keeps a report that has not been sent, and has an NS::TitleBar if the window has one.
     static QAction *makeAction(QWidget *window, Sender sender = &TicketDialog::post);
 
     /// The title, one line. Default: empty.

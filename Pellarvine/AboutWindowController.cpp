@@ -6,6 +6,8 @@
 #include "Ostrevane/App.h"
 #include "Ostrevane/SystemDetails.h"
 #include "Pellarvine/AboutTexts.h"
+#include "Window/NSTitleBar.h"
+#include "Window/WindowFrame.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -115,6 +117,9 @@ void showText(const QString &title, const QString &text, QWidget *parent)
     layout->addWidget(buttons);
     const QFontMetrics metrics = view->fontMetrics();
     dialog->resize(metrics.averageCharWidth() * 80, metrics.lineSpacing() * 24);
+    const detail::WindowFrame *const frame = parent ? detail::WindowFrame::of(parent) : nullptr;
+    if (frame && !frame->isNative())
+        NS::TitleBar::install(dialog);
     dialog->open();
 }
 

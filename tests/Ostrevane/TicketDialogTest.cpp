@@ -5,7 +5,9 @@
 #include <pellarvine/Ostrevane/TicketDialog.h>
 #include <pellarvine/Platform/ClassRegistry.h>
 #include <pellarvine/Platform/NSStoryboard.h>
+#include <pellarvine/Platform/NSTitleBar.h>
 #include <pellarvine/Platform/NSViewController.h>
+#include <pellarvine/Platform/NSWindow.h>
 
 #include <QAccessible>
 #include <QAction>
@@ -21,6 +23,7 @@
 #include <QSignalSpy>
 #include <QSslConfiguration>
 #include <QTest>
+#include <QVBoxLayout>
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -220,6 +223,25 @@ TEST_F(TicketDialogTest, the_action_opens_one_dialog_that_keeps_its_text)
     EXPECT_EQ(window.findChildren<TicketDialog *>(), QList { first });
     EXPECT_TRUE(first->isVisible());
     EXPECT_EQ(first->summary(), u"It crashes"_s);
+}
+
+TEST_F(TicketDialogTest, the_dialog_of_an_action_has_the_title_bar_of_its_window)
+{
+    const auto hasTitleBar = [](QWidget *window) {
+        QWidget content(window);
+        TicketDialog::makeAction(&content, {})->trigger();
+        auto *const made = content.findChild<TicketDialog *>();
+        EXPECT_TRUE(made && made->isVisible());
+        return made && made->windowFlags().testFlag(Qt::FramelessWindowHint);
+    };
+    QDialog plain;
+    EXPECT_FALSE(hasTitleBar(&plain));
+    QDialog installed;
+    QVBoxLayout layout(&installed);
+    NS::TitleBar::install(&installed);
+    EXPECT_TRUE(hasTitleBar(&installed));
+    NS::Window window;
+    EXPECT_TRUE(hasTitleBar(&window));
 }
 
 TEST_F(TicketDialogTest, properties_tell_their_changes_once)
