@@ -37,9 +37,12 @@ QStringList lines(const NS::Metainfo &metainfo, const QString &key)
     return result;
 }
 
-QString link(const QString &address, const QString &text)
+// A QLabel takes the colour of links from the application's palette, and keeps it when that
+// changes.
+QString link(const QString &address, const QString &text, const QColor &color)
 {
-    return uR"(<a href="%1">%2</a>)"_s.arg(address.toHtmlEscaped(), text.toHtmlEscaped());
+    return uR"(<a href="%1" style="color:%2">%3</a>)"_s.arg(address.toHtmlEscaped(), color.name(),
+                                                            text.toHtmlEscaped());
 }
 
 QString row(const QStringList &links)
@@ -113,7 +116,7 @@ QString aboutAuthors(const NS::Metainfo &metainfo)
     return names.isEmpty() ? QString() : Messages::tr("By %1").arg(names);
 }
 
-QString aboutLinks(const NS::Metainfo &metainfo)
+QString aboutLinks(const NS::Metainfo &metainfo, const QColor &color)
 {
     const std::pair<QString, QString> kinds[] = {
         { u"homepage"_s, Messages::tr("Website") },
@@ -125,7 +128,7 @@ QString aboutLinks(const NS::Metainfo &metainfo)
         const QUrl url = metainfo.urls.value(type);
         if (url.isValid()
             && QStringList { u"http"_s, u"https"_s, u"mailto"_s }.contains(url.scheme()))
-            links.append(link(url.toString(QUrl::FullyEncoded), title));
+            links.append(link(url.toString(QUrl::FullyEncoded), title, color));
     }
     return row(links);
 }
@@ -165,11 +168,11 @@ QList<AboutDocument> aboutDocuments(const NS::Metainfo &metainfo)
     return documents;
 }
 
-QString documentLinks(const QList<AboutDocument> &documents)
+QString documentLinks(const QList<AboutDocument> &documents, const QColor &color)
 {
     QStringList links;
     for (const AboutDocument &document : documents)
-        links.append(link(document.link, document.title));
+        links.append(link(document.link, document.title, color));
     return row(links);
 }
 

@@ -4,6 +4,8 @@
 
 #include <pellarvine/Platform/NSMetainfo.h>
 
+#include <QColor>
+
 namespace Pellarvine::detail {
 
 /// "By Ada and Grace": the key Pellarvine::Authors of `<custom>`, a name a line, else the
@@ -11,7 +13,7 @@ namespace Pellarvine::detail {
 QString aboutAuthors(const NS::Metainfo &metainfo);
 
 /// Links to the website, the bug tracker and the source code, as rich text.
-QString aboutLinks(const NS::Metainfo &metainfo);
+QString aboutLinks(const NS::Metainfo &metainfo, const QColor &color);
 
 /// A text that the about window shows on demand.
 struct AboutDocument
@@ -30,6 +32,6 @@ QList<AboutDocument> aboutDocuments(const NS::Metainfo &metainfo);
 QString licenseText(const QString &expression);
 
 /// Links to the documents, as rich text.
-QString documentLinks(const QList<AboutDocument> &documents);
+QString documentLinks(const QList<AboutDocument> &documents, const QColor &color);
 
 } // namespace Pellarvine::detail

@@ -3,6 +3,7 @@
 
 #include "Base/Assign.h"
 #include "Base/NSBundle.h"
+#include "Drawing/Shades.h"
 #include "Ostrevane/App.h"
 #include "Ostrevane/SystemDetails.h"
 #include "Pellarvine/AboutTexts.h"
@@ -14,6 +15,7 @@
 #include <QDesktopServices>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QEvent>
 #include <QIcon>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -27,7 +29,9 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <functional>
 #include <mutex>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +44,7 @@ struct AboutWindowController::Private
     QString copyright = App::copyright();
     NS::Metainfo metainfo = NS::Bundle::main().metainfo();
     QList<detail::AboutDocument> documents = detail::aboutDocuments(metainfo);
+    QColor linkColor = detail::linkColor(QGuiApplication::palette());
 };
 
 namespace {
@@ -98,6 +103,28 @@ void center(QWidget *window)
     place.moveTop(std::max(place.top(), screen.top()));
     window->move(place.topLeft());
 }
+
+// Calls a function after each change of a window's palette.
+class PaletteWatch : public QObject
+{
+public:
+    PaletteWatch(QWidget *window, std::function<void()> changed, QObject *parent)
+        : QObject(parent)
+        , m_changed(std::move(changed))
+    {
+        window->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::PaletteChange)
+            m_changed();
+        return false;
+    }
+
+private:
+    std::function<void()> m_changed;
+};
 
 void showText(const QString &title, const QString &text, QWidget *parent)
 {
@@ -210,12 +237,12 @@ QString AboutWindowController::applicationAuthors() const
 
 QString AboutWindowController::applicationLinks() const
 {
-    return detail::aboutLinks(d->metainfo);
+    return detail::aboutLinks(d->metainfo, d->linkColor);
 }
 
 QString AboutWindowController::applicationDocuments() const
 {
-    return detail::documentLinks(d->documents);
+    return detail::documentLinks(d->documents, d->linkColor);
 }
 
 void AboutWindowController::openLink(const QString &link)
@@ -262,6 +289,12 @@ void AboutWindowController::windowDidLoad()
     if (!about)
         return;
     about->setAttribute(Qt::WA_QuitOnClose, false); // it keeps no program running
+    const auto colorLinks = [this, about] {
+        if (detail::assign(d->linkColor, detail::linkColor(about->palette())))
+            Q_EMIT linkColorChanged();
+    };
+    new PaletteWatch(about, colorLinks, this);
+    colorLinks();
     // An NS::Window has it; a window of another class would only get a property that means nothing.
     if (about->metaObject()->indexOfProperty("movableByWindowBackground") >= 0)
         about->setProperty("movableByWindowBackground", true);

@@ -40,8 +40,8 @@ class PELLARVINE_EXPORT AboutWindowController : public NS::WindowController
     Q_PROPERTY(QString applicationCopyright READ applicationCopyright WRITE setApplicationCopyright
                        NOTIFY applicationCopyrightChanged)
     Q_PROPERTY(QString applicationAuthors READ applicationAuthors CONSTANT)
-    Q_PROPERTY(QString applicationLinks READ applicationLinks CONSTANT)
-    Q_PROPERTY(QString applicationDocuments READ applicationDocuments CONSTANT)
+    Q_PROPERTY(QString applicationLinks READ applicationLinks NOTIFY linkColorChanged)
+    Q_PROPERTY(QString applicationDocuments READ applicationDocuments NOTIFY linkColorChanged)
     Q_PROPERTY(bool hasApplicationName READ hasApplicationName NOTIFY applicationNameChanged)
     Q_PROPERTY(bool hasApplicationCopyright READ hasApplicationCopyright NOTIFY
                        applicationCopyrightChanged)
@@ -81,7 +81,8 @@ public:
 
     /// "By " and the authors. Empty if the metainfo names none.
     QString applicationAuthors() const;
-    /// Links to web pages, as rich text. Empty if the metainfo has none.
+    /// Links to web pages, as rich text in a colour that is readable in the window. Empty if the
+    /// metainfo has none.
     QString applicationLinks() const;
     /// Links to license, credits, libraries and release notes, as rich text for openLink().
     QString applicationDocuments() const;
@@ -118,6 +119,8 @@ Q_SIGNALS:
     void applicationVersionChanged(const QString &version);
     void applicationCopyrightChanged(const QString &copyright);
     void detailsChanged();
+    /// The window's palette has changed, and with it the texts with links.
+    void linkColorChanged();
 
 private:
     struct Private;

@@ -5,6 +5,7 @@
 #include "Controls/AccessibleTextField.h"
 #include "Controls/TextFieldContents.h"
 #include "Controls/TextFieldEditor.h"
+#include "Drawing/Shades.h"
 
 #include <QAccessible>
 #include <QDesktopServices>
@@ -411,7 +412,7 @@ QSize TextField::Private::textSize(int width) const
 
 void TextField::Private::setText(const AttributedString &value)
 {
-    contents.setLinkColor(q->palette().color(QPalette::Link));
+    contents.setLinkColor(detail::linkColor(q->palette()));
     contents.setText(value);
     invalidate();
     updateEditor();
@@ -443,7 +444,7 @@ detail::TextFieldFormat TextField::Private::format() const
 
 void TextField::Private::applyText()
 {
-    contents.setLinkColor(q->palette().color(QPalette::Link));
+    contents.setLinkColor(detail::linkColor(q->palette()));
     contents.refill();
     invalidate();
 }

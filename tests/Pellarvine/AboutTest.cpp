@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "Drawing/Shades.h"
+#include "Pictures.h"
 #include "ResourceFile.h"
 
 #include <pellarvine/Ostrevane/App.h>
@@ -16,6 +18,8 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
@@ -23,6 +27,7 @@
 #include <QTimer>
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <set>
@@ -52,9 +57,11 @@ public:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
+    // Without the colours of links.
     static QString text(QWidget *window, const QString &label)
     {
-        return window->findChild<QLabel *>(label)->text();
+        static const QRegularExpression color(uR"( style="color:#[0-9a-f]{6}")"_s);
+        return window->findChild<QLabel *>(label)->text().remove(color);
     }
 };
 
@@ -212,6 +219,33 @@ TEST_F(About, a_long_name_wraps)
     EXPECT_GE(name->height(), name->heightForWidth(name->width()));
 }
 
+TEST_F(About, links_are_readable_on_every_palette_also_if_it_changes)
+{
+    AboutWindowController controller;
+    controller.showWindow();
+    QWidget *const window = controller.window();
+    auto *const links = window->findChild<QLabel *>(u"documentsLabel"_s);
+    const QPalette light = window->palette();
+    QPalette own(QColor(40, 40, 40));
+    own.setColor(QPalette::Link, QColor(42, 130, 218));
+    for (const QPalette &palette : { QPalette(QColor(40, 40, 40)), light, own }) {
+        const auto restore = qScopeGuard(
+                [before = QApplication::palette()] { QApplication::setPalette(before); });
+        QApplication::setPalette(palette);
+        QCoreApplication::processEvents();
+        const QColor paper = window->palette().color(QPalette::Window);
+        double best = 0;
+        const QImage picture = links->grab().toImage();
+        for (const QRgb pixel : colorsIn(picture)) {
+            if (QColor(pixel).hsvSaturationF() > 0.3)
+                best = std::max(best, detail::contrast(pixel, paper));
+        }
+        EXPECT_GE(best, 3.0) << paper.name().toStdString();
+        const QString color = window->palette().color(QPalette::Link).name();
+        EXPECT_EQ(links->text().contains(color), palette != QPalette(QColor(40, 40, 40)));
+    }
+}
+
 TEST_F(About, many_authors_do_not_fit_the_window_and_have_one_that_scrolls)
 {
     const ResourceFile plist(u":/Info.plist"_s, identifierAlone);
@@ -228,7 +262,8 @@ TEST_F(About, many_authors_do_not_fit_the_window_and_have_one_that_scrolls)
             testing::AllOf(testing::StartsWith("By Ada Lovelace, "), testing::EndsWith("others")));
 
     ASSERT_THAT(controller.applicationDocuments().toStdString(),
-                testing::HasSubstr("<a href=\"about:authors\">Authors</a>"));
+                testing::AllOf(testing::HasSubstr("<a href=\"about:authors\""),
+                               testing::HasSubstr(">Authors</a>")));
     controller.openLink(u"about:authors"_s);
     const auto *const all = window->findChild<QPlainTextEdit *>();
     ASSERT_TRUE(all);

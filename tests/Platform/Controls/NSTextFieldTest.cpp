@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "Drawing/Shades.h"
+
 #include <pellarvine/Platform/NSColor.h>
 #include <pellarvine/Platform/NSLayoutAnchor.h>
 #include <pellarvine/Platform/NSMutableAttributedString.h>
@@ -507,6 +509,10 @@ TEST(TextField, a_click_on_a_link_tells_where_it_leads)
     QTest::mouseClick(field.editor()->viewport(), Qt::LeftButton, {}, { 10, 8 });
     EXPECT_EQ(links.size(), 2);
     EXPECT_TRUE(hasPixelLike(field.picture(), field.palette().color(QPalette::Link)));
+    field.setPalette(QPalette(QColor(40, 40, 40))); // it has a dark blue for links
+    const QColor readable = Pellarvine::detail::linkColor(field.palette());
+    EXPECT_GE(Pellarvine::detail::contrast(readable, QColor(40, 40, 40)), 4.5);
+    EXPECT_TRUE(hasPixelLike(field.picture(), readable));
     field.setStringValue(u"Without"_s);
     EXPECT_FALSE(field.editor() && field.editor()->isVisible());
 }
