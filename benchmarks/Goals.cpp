@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -23,6 +24,8 @@ public:
     {
         ConsoleReporter::ReportRuns(runs);
         for (const Run &run : runs) {
+            if (run.error_occurred)
+                m_failures[plainName(run.run_name.str())] = run.error_message;
             if (run.run_type != Run::RT_Iteration || run.error_occurred)
                 continue;
             m_times[plainName(run.run_name.str())].push_back(run.real_accumulated_time
@@ -32,16 +35,20 @@ public:
         }
     }
 
-    double medianTime(const std::string &name) const
+    // The messages of the benchmarks that failed, by name.
+    const std::map<std::string, std::string> &failures() const { return m_failures; }
+
+    // Nothing if no repetition succeeded.
+    std::optional<double> medianTime(const std::string &name) const
     {
         const auto found = m_times.find(name);
-        return found == m_times.end() ? 0.0 : median(found->second);
+        return found == m_times.end() ? std::nullopt : std::optional(median(found->second));
     }
 
-    double medianCounter(const std::string &name, const std::string &counter) const
+    std::optional<double> medianCounter(const std::string &name, const std::string &counter) const
     {
         const auto found = m_counters.find({ name, counter });
-        return found == m_counters.end() ? 0.0 : median(found->second);
+        return found == m_counters.end() ? std::nullopt : std::optional(median(found->second));
     }
 
 private:
@@ -66,6 +73,7 @@ private:
         return name;
     }
 
+    std::map<std::string, std::string> m_failures;
     std::map<std::string, std::vector<double>> m_times;
     std::map<std::pair<std::string, std::string>, std::vector<double>> m_counters;
 };
@@ -77,6 +85,9 @@ int runBenchmarks(int argc, char **argv, const std::vector<Goal> &goals)
     // Before the caller's flags, which override them.
     std::string defaults[] = { "--benchmark_repetitions=9", "--benchmark_min_time=0.05",
                                "--benchmark_enable_random_interleaving=true" };
+    const bool isListing = std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
+        return argument.starts_with("--benchmark_list_tests") && !argument.ends_with("=false");
+    });
     std::vector<char *> arguments { argv[0] };
     for (std::string &flag : defaults)
         arguments.push_back(flag.data());
@@ -88,18 +99,31 @@ int runBenchmarks(int argc, char **argv, const std::vector<Goal> &goals)
 
     Recorder recorder;
     benchmark::RunSpecifiedBenchmarks(&recorder);
+    if (isListing)
+        return 0;
+    for (const auto &[name, message] : recorder.failures())
+        std::fprintf(stderr, "error: %s: %s\n", name.c_str(), message.c_str());
+    bool isComplete = recorder.failures().empty();
+    const std::string filter = benchmark::GetBenchmarkFilter();
+    const bool runsAll = filter.empty() || filter == "." || filter == "all";
     for (const Goal &goal : goals) {
         const bool isCounter = goal.kind == Goal::counterAtMost;
-        const double subject = isCounter ? recorder.medianCounter(goal.subject, goal.baseline)
-                                         : recorder.medianTime(goal.subject);
-        const double baseline = isCounter ? 1.0 : recorder.medianTime(goal.baseline);
-        if (subject <= 0.0 || baseline <= 0.0)
+        const auto subject = isCounter ? recorder.medianCounter(goal.subject, goal.baseline)
+                                       : recorder.medianTime(goal.subject);
+        const auto baseline = isCounter ? 1.0 : recorder.medianTime(goal.baseline);
+        if (!subject || !baseline) {
+            if (runsAll) {
+                isComplete = false;
+                std::fprintf(stderr, "error: goal %s was not measured: there is no result of %s\n",
+                             goal.name.c_str(), (subject ? goal.baseline : goal.subject).c_str());
+            }
             continue;
+        }
         const bool isSpeed = goal.kind == Goal::speedAtLeast;
-        const double measured = isSpeed ? baseline / subject : subject / baseline;
+        const double measured = isSpeed ? *baseline / *subject : *subject / *baseline;
         const bool isHeld = isSpeed ? measured >= goal.limit : measured <= goal.limit;
         std::printf("goal %s measured %.3f limit %.3f %s\n", goal.name.c_str(), measured,
                     goal.limit, isHeld ? "held" : "short");
     }
-    return 0;
+    return isComplete ? 0 : 1;
 }

@@ -24,5 +24,6 @@ struct Goal
 /// Runs the registered benchmarks several times in random order, so that a slow moment of the
 /// machine affects subject and baseline. Then prints a line for each goal whose two benchmarks
 /// ran: "goal NAME measured R limit G held", or "short". R is the ratio of the medians, or the
-/// counter's median. For main().
+/// counter's median. Returns 1 if a benchmark failed, or if a goal was not measured although no
+/// --benchmark_filter leaves it out; prints the reason. For main().
 int runBenchmarks(int argc, char **argv, const std::vector<Goal> &goals);
