@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Pellarvine::detail {
 
@@ -39,7 +40,23 @@ struct PELLARVINE_INTERNAL_EXPORT LinearRow
     };
 
     /// Most rows are short.
-    using Entries = QVarLengthArray<Entry, 6>;
+    class Entries : public QVarLengthArray<Entry, 6>
+    {
+    public:
+        using QVarLengthArray::QVarLengthArray;
+        Entries() = default;
+        Entries(const Entries &) = default;
+        Entries(Entries &&) = default;
+        Entries &operator=(const Entries &) = default;
+        // Qt 6.4 does not free memory that a move replaces.
+        Entries &operator=(Entries &&other) noexcept
+        {
+            const QVarLengthArray replaced(std::move(static_cast<QVarLengthArray &>(*this)));
+            QVarLengthArray::operator=(std::move(other));
+            return *this;
+        }
+        ~Entries() = default;
+    };
 
     Entries entries; ///< in the order of their symbols, none of them 0
     double constant = 0.0;
