@@ -11,7 +11,10 @@
 #include <QMetaProperty>
 #include <QObject>
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -27,6 +30,43 @@ namespace {
                        const QString &key, const KeyPath &path, const QString &detail = {})
 {
     throw NS::KeyValueException(reason, className, path, key, detail);
+}
+
+// The number of letters to insert, remove or replace to make one text the other.
+qsizetype lettersApart(QStringView one, QStringView other)
+{
+    QList<qsizetype> row(other.size() + 1);
+    std::iota(row.begin(), row.end(), 0);
+    for (const QChar letter : one) {
+        qsizetype diagonal = row[0]++;
+        for (qsizetype i = 0; i < other.size(); ++i) {
+            const qsizetype replaced = diagonal + (letter == other[i] ? 0 : 1);
+            diagonal = row[i + 1];
+            row[i + 1] = std::min({ replaced, diagonal + 1, row[i] + 1 });
+        }
+    }
+    return row.constLast();
+}
+
+// "did you mean …?" with the most similar property, or an empty text.
+QString suggestion(const QString &key, const QMetaObject *type, const QObject *object = nullptr)
+{
+    QStringList names;
+    for (int i = 0; type && i < type->propertyCount(); ++i)
+        names.append(QString::fromUtf8(type->property(i).name()));
+    const QList<QByteArray> dynamic = object ? object->dynamicPropertyNames() : QList<QByteArray>();
+    for (const QByteArray &name : dynamic)
+        names.append(QString::fromUtf8(name));
+    qsizetype fewest = key.size() < 3 ? 0 : key.size() == 3 ? 1 : 2;
+    QString similar;
+    for (const QString &name : std::as_const(names)) {
+        const qsizetype apart = lettersApart(key, name);
+        if (apart < fewest || (apart == fewest && similar.isEmpty())) {
+            fewest = apart;
+            similar = name;
+        }
+    }
+    return similar.isEmpty() ? QString() : u"did you mean \"%1\"?"_s.arg(similar);
 }
 
 const char *className(const QObject *object)
@@ -182,12 +222,14 @@ struct GadgetProperty
         const QMetaType type = container.metaType();
         isPointer = bool(type.flags() & QMetaType::PointerToGadget);
         const bool isGadget = isPointer || type.flags() & QMetaType::IsGadget;
-        if (const QMetaObject *const metaObject = isGadget ? type.metaObject() : nullptr) {
+        const QMetaObject *const metaObject = isGadget ? type.metaObject() : nullptr;
+        if (metaObject) {
             className = metaObject->className();
             property = metaObject->property(metaObject->indexOfProperty(key.toUtf8().constData()));
         }
         if (!property.isValid())
-            fail(NS::KeyValueException::undefinedKey, className, key, path);
+            fail(NS::KeyValueException::undefinedKey, className, key, path,
+                 suggestion(key, metaObject));
     }
     const void *data(const QVariant &value) const
     {
@@ -272,7 +314,8 @@ Access findProperty(QObject *object, const QString &key, const KeyPath &path)
     access.index = metaObject->indexOfProperty(key.toUtf8().constData());
     if (access.index < 0) {
         if (!object->property(key.toUtf8().constData()).isValid())
-            fail(NS::KeyValueException::undefinedKey, className(object), key, path);
+            fail(NS::KeyValueException::undefinedKey, className(object), key, path,
+                 suggestion(key, metaObject, object));
         return access;
     }
     const QMetaProperty property = metaObject->property(access.index);

@@ -156,6 +156,15 @@ TEST_F(KeyValueCoding, a_reading_of_an_unknown_key_raises_with_a_line_for_logs)
     const KeyValueException error = caught([&] { valueForKeyPath(&person, u"partner.surname"_s); });
     EXPECT_STREQ(error.what(), "Person has no key \"surname\" (key path \"partner.surname\")");
     EXPECT_EQ(caught([] { valueForKeyPath(nullptr, u"name"_s); }).className(), "nullptr");
+    const std::pair<QString, QString> rows[] = { { u"nam"_s, u"name"_s },
+                                                 { u"address.ctiy"_s, u"city"_s },
+                                                 { u"hoby"_s, u"hobby"_s } }; // a dynamic one
+    for (const auto &[path, key] : rows) {
+        const KeyValueException misspelt = caught([&] { valueForKeyPath(&person, path); });
+        EXPECT_TRUE(QString::fromUtf8(misspelt.what())
+                            .contains(u"\": did you mean \"%1\"? "_s.arg(key)))
+                << misspelt.what();
+    }
 }
 
 TEST_F(KeyValueCoding, values_are_converted_if_nothing_is_lost)
