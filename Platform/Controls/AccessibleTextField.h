@@ -34,8 +34,8 @@ private:
     int m_index;
 };
 
-/// A label is text to read. Text to select or to edit is a child of its own, with the interfaces for
-/// that; the links follow it.
+/// A label is text to read. Text to select or to edit is a child of its own, with the interfaces
+/// for that; the links follow it.
 class AccessibleTextField : public AccessibleControl
 {
 public:

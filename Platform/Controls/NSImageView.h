@@ -103,8 +103,8 @@ Q_SIGNALS:
     /// The user has dropped, pasted, cut or deleted; emitted after imageChanged(). Store `data`:
     /// the file's bytes; a PNG file if the image came without a file; empty if it was removed.
     void imageEdited(const NS::Image &image, const QByteArray &data);
-    /// A picture is damaged, incomplete or too large, and is not shown. The view shows the translated `reason`
-    /// until it is used again.
+    /// A picture is damaged, incomplete or too large, and is not shown. The view shows the
+    /// translated `reason` until it is used again.
     void imageRefused(const QString &reason);
     void imageScalingChanged(NS::ImageView::ImageScaling scaling);
     void imageAlignmentChanged(Qt::Alignment alignment);

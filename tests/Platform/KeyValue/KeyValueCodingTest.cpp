@@ -160,7 +160,8 @@ TEST_F(KeyValueCoding, a_reading_of_an_unknown_key_raises_with_a_line_for_logs)
                                                  { u"address.ctiy"_s, u"city"_s },
                                                  { u"hoby"_s, u"hobby"_s } }; // a dynamic one
     for (const auto &[path, key] : rows) {
-        const KeyValueException misspelt = caught([&] { valueForKeyPath(&person, path); });
+        const KeyValueException misspelt =
+                caught([&, &path = path] { valueForKeyPath(&person, path); });
         EXPECT_TRUE(QString::fromUtf8(misspelt.what())
                             .contains(u"\": did you mean \"%1\"? "_s.arg(key)))
                 << misspelt.what();
