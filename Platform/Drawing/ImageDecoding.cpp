@@ -75,10 +75,11 @@ DecodedImage decodedImage(const QByteArray &bytes)
     QImageReader reader(&buffer);
     reader.setAutoTransform(true);
     QSize size = reader.size();
-    const QByteArray format = reader.format(); // unknown after reading
     const double pixels = pixelCount(size);
     if (pixels > mostPixels)
         return faulty(ImageFault::tooLarge);
+    if (pixels > 0 && !hasPictureEnd(reader.format(), bytes))
+        return faulty(ImageFault::damaged);
     const int depth = std::max<int>(32, QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel());
     if (pixels > shownPixels) {
         const double scale = std::sqrt(shownPixels / pixels);
@@ -95,8 +96,6 @@ DecodedImage decodedImage(const QByteArray &bytes)
             return faulty(ImageFault::tooLarge);
         return faulty(pixels > 0 ? ImageFault::damaged : ImageFault::unreadable);
     }
-    if (!hasPictureEnd(format, bytes))
-        return faulty(ImageFault::damaged);
     // Pixels are drawn as they are, which is right for sRGB. Null if the profile cannot be read.
     const QImage converted = bitmap.convertedToColorSpace(QColorSpace::SRgb);
     if (!converted.isNull())

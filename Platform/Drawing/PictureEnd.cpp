@@ -81,8 +81,9 @@ bool hasBmpEnd(QByteArrayView bytes)
     constexpr qint64 bitFields = 3;
     if ((compression != 0 && compression != bitFields) || width <= 0 || height <= 0)
         return true;
-    const qint64 row = (bits + 31) / 32 * 4;
-    return bytes.size() >= number(quint32(), 10) + row * (height - 1) + (bits + 7) / 8;
+    const double row = double((bits + 31) / 32 * 4); // the product can exceed 64 bits
+    return double(bytes.size())
+           >= double(number(quint32(), 10) + (bits + 7) / 8) + row * double(height - 1);
 }
 
 } // namespace
