@@ -4,28 +4,43 @@
 #include <QStringConverter>
 
 #include <algorithm>
+#include <functional>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
 namespace Pellarvine::detail {
 
 XmlReader::XmlReader(const QByteArray &contents)
+    : m_text(contents)
 {
-    QStringDecoder decode(
-            QStringConverter::encodingForData(contents).value_or(QStringConverter::Utf8));
-    m_text = decode(contents);
-    m_lineEnd = m_text.indexOf(u'\n');
-    addData(m_text);
-    if (decode.hasError())
+    bool isValid = contents.isValidUtf8();
+    if (const auto marked = QStringConverter::encodingForData(contents, u'<')) {
+        QStringDecoder decode(*marked);
+        m_text = QString(decode(contents)).toUtf8();
+        isValid = !decode.hasError();
+    }
+    m_isAscii = (std::accumulate(m_text.cbegin(), m_text.cend(), 0, std::bit_or<>()) & 0x80) == 0;
+    m_lineEnd = m_text.indexOf('\n');
+    // From a device, the base class reads small pieces, but in the encoding that they declare.
+    const QByteArray declaration = m_text.first(m_text.indexOf('>') + 1).toUpper();
+    if (declaration.contains("ENCODING") && !declaration.contains("UTF-8")) {
+        addData(QString::fromUtf8(m_text));
+    } else {
+        m_buffer.setData(m_text);
+        m_buffer.open(QIODevice::ReadOnly);
+        setDevice(&m_buffer);
+    }
+    if (!isValid)
         raiseError(u"It is not text in UTF-8."_s);
 }
 
 QXmlStreamReader::TokenType XmlReader::readNext()
 {
-    m_tokenStart = qsizetype(characterOffset());
+    m_tokenStart = offset();
     QXmlStreamReader::readNext();
     if (isDTD() && text().contains(u'[')) {
-        m_place = placeAt(m_text.indexOf(u"<!DOCTYPE"_s, m_tokenStart));
+        m_place = placeAt(m_text.indexOf("<!DOCTYPE", m_tokenStart));
         raiseError(u"a document type declaration with contents is not allowed"_s);
     }
     return tokenType();
@@ -44,7 +59,7 @@ void XmlReader::refuseText()
 qsizetype XmlReader::textStart() const
 {
     qsizetype start = m_tokenStart;
-    while (start < m_text.size() && m_text[start].isSpace())
+    while (start < m_text.size() && QChar(QLatin1Char(m_text[start])).isSpace())
         ++start;
     return start;
 }
@@ -66,14 +81,14 @@ bool XmlReader::readChild()
 // The reader reports the end of a tag; a tag contains no "<".
 void XmlReader::noteTag()
 {
-    const qsizetype end = std::min(qsizetype(characterOffset()), m_text.size());
-    m_tagStart = end > 0 ? m_text.lastIndexOf(u'<', end - 1) : -1;
+    const qsizetype end = offset();
+    m_tagStart = end > 0 ? m_text.lastIndexOf('<', end - 1) : -1;
     m_place = placeAt(m_tagStart);
 }
 
 void XmlReader::omit(qsizetype begin, qsizetype end)
 {
-    m_kept += QStringView(m_text).sliced(m_omitted, begin - m_omitted);
+    m_kept += QByteArrayView(m_text).sliced(m_omitted, begin - m_omitted);
     m_omitted = end;
 }
 
@@ -83,11 +98,24 @@ void XmlReader::omitWhitespace()
         omit(m_tokenStart, textStart());
 }
 
-QByteArray XmlReader::remainder() const
+QByteArray XmlReader::remainder()
 {
-    QString all = m_kept;
-    all += QStringView(m_text).sliced(m_omitted);
-    return all.toUtf8();
+    omit(m_text.size(), m_text.size());
+    return m_kept;
+}
+
+// The base class counts in UTF-16, where the characters of four bytes count twice.
+qsizetype XmlReader::offset()
+{
+    if (m_isAscii)
+        return std::min(qsizetype(characterOffset()), m_text.size());
+    while (m_character < characterOffset() && m_byte < m_text.size()) {
+        const uchar first = static_cast<uchar>(m_text[m_byte]);
+        const int bytes = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+        m_byte += bytes;
+        m_character += bytes == 4 ? 2 : 1;
+    }
+    return m_byte;
 }
 
 XmlPlace XmlReader::placeAt(qsizetype offset)
@@ -95,9 +123,11 @@ XmlPlace XmlReader::placeAt(qsizetype offset)
     while (m_lineEnd >= 0 && m_lineEnd < offset) {
         ++m_line;
         m_lineStart = m_lineEnd + 1;
-        m_lineEnd = m_text.indexOf(u'\n', m_lineStart);
+        m_lineEnd = m_text.indexOf('\n', m_lineStart);
     }
-    return { m_line, int(std::max(offset, m_lineStart) - m_lineStart) + 1 };
+    const auto before =
+            QByteArrayView(m_text).sliced(m_lineStart, std::max(offset, m_lineStart) - m_lineStart);
+    return { m_line, int(m_isAscii ? before.size() : QString::fromUtf8(before).size()) + 1 };
 }
 
 XmlPlace XmlReader::place() const

@@ -4,6 +4,7 @@
 
 #include "Base/Global.h"
 
+#include <QBuffer>
 #include <QByteArray>
 #include <QString>
 #include <QXmlStreamReader>
@@ -43,34 +44,43 @@ public:
     /// The place of the last noteTag(); after an error, the place of the error.
     XmlPlace place() const;
 
-    /// The offset of the tag of the last noteTag().
+    /// The offset of the tag of the last noteTag(), for omitFrom().
     qsizetype tagOffset() const { return m_tagStart; }
 
-    /// Leaves a part out of remainder(). Parts are in the order of the text.
-    void omit(qsizetype begin, qsizetype end);
+    /// Leaves everything before the tag of the last noteTag() out of remainder().
+    void omitProlog() { m_omitted = m_tagStart; }
+
+    /// Leaves the part from an offset to the last token out of remainder().
+    void omitFrom(qsizetype begin) { omit(begin, offset()); }
 
     /// Leaves out the white space that readNext() has just read, if it was that.
     void omitWhitespace();
 
     /// The contents without the omitted parts, in UTF-8.
-    QByteArray remainder() const;
+    QByteArray remainder();
 
     /// The place behind the last token.
     XmlPlace position() const { return { int(lineNumber()), int(columnNumber()) + 1 }; }
 
 private:
-    // The place of a character. Offsets never decrease from call to call.
+    // Offsets are in bytes of m_text. They never decrease from call to call.
+    qsizetype offset();
     XmlPlace placeAt(qsizetype offset);
     qsizetype textStart() const;
+    void omit(qsizetype begin, qsizetype end);
 
-    QString m_text;
+    QByteArray m_text; // in UTF-8
+    QBuffer m_buffer; // reads m_text
+    bool m_isAscii = false; // characters are bytes
+    qsizetype m_byte = 0; // the result of offset(), and how many characters are before it
+    qint64 m_character = 0;
     XmlPlace m_place { 1, 1 };
     int m_line = 1;
     qsizetype m_lineStart = 0; // of m_line
     qsizetype m_lineEnd = -1; // negative in the last line
     qsizetype m_tokenStart = 0;
     qsizetype m_tagStart = 0;
-    QString m_kept; // the part of remainder() before m_omitted
+    QByteArray m_kept; // the part of remainder() before m_omitted
     qsizetype m_omitted = 0;
 };
 

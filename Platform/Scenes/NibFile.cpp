@@ -108,7 +108,7 @@ private:
             fail(u"this is no interface file: its outermost element is <%1>"_s.arg(m_xml.name()));
         m_file.hasTextIds = attribute("idbasedtr"_L1) == "true"_L1;
         // The prolog may name another encoding than that of loaderContents.
-        m_xml.omit(0, m_xml.tagOffset());
+        m_xml.omitProlog();
         m_path.append({ -1, true, false });
     }
 
@@ -181,8 +181,9 @@ private:
     {
         NibElement element;
         element.kind = kind;
-        element.className = attribute("class"_L1);
-        element.name = here(attribute("name"_L1));
+        const QXmlStreamAttributes attributes = m_xml.attributes();
+        element.className = shared(attributes.value("class"_L1));
+        element.name = here(attributes.value("name"_L1).toString());
         element.parent = m_open.isEmpty() ? -1 : m_open.constLast();
         const bool isOutermost = kind == NibElement::widget && element.parent < 0;
         if (isOutermost && std::exchange(m_hasWidget, true))
@@ -197,8 +198,8 @@ private:
             checkLayout(element.name.text);
         element.isCell = kind == NibElement::item && m_xml.name() == "item"_L1;
         if (element.isCell) {
-            element.row = number("row"_L1, 0).value_or(-1);
-            element.column = number("column"_L1, 0).value_or(-1);
+            element.row = number(attributes, "row"_L1, 0).value_or(-1);
+            element.column = number(attributes, "column"_L1, 0).value_or(-1);
         } else if (kind == NibElement::item && element.parent >= 0) {
             NibElement &table = m_file.elements[element.parent];
             ++(m_xml.name() == "row"_L1 ? table.rowHeads : table.columnHeads);
@@ -210,11 +211,13 @@ private:
     // <item row="1" column="0" colspan="2" alignment="Qt::AlignRight">
     void checkLayoutItem()
     {
-        const int row = number("row"_L1, 0).value_or(0);
-        const int column = number("column"_L1, 0).value_or(0);
-        const int lastRow = row + number("rowspan"_L1, 1).value_or(1) - 1;
-        const int lastColumn = column + number("colspan"_L1, 1).value_or(1) - 1;
-        m_file.alignments.append(here(attribute("alignment"_L1)));
+        const QXmlStreamAttributes attributes = m_xml.attributes();
+        const int row = number(attributes, "row"_L1, 0).value_or(0);
+        const int column = number(attributes, "column"_L1, 0).value_or(0);
+        const int lastRow = row + number(attributes, "rowspan"_L1, 1).value_or(1) - 1;
+        const int lastColumn = column + number(attributes, "colspan"_L1, 1).value_or(1) - 1;
+        if (attributes.hasAttribute("alignment"_L1))
+            m_file.alignments.append(here(attributes.value("alignment"_L1).toString()));
         if (m_file.elements[enclosing()].className != "QFormLayout"_L1)
             return;
         // The first column is that of the labels. A row that spans both has no other item.
@@ -243,9 +246,9 @@ private:
     }
 
     // The attribute, which is at least `least`. Empty if it is absent.
-    std::optional<int> number(QLatin1StringView name, int least) const
+    std::optional<int> number(const QXmlStreamAttributes &attributes, QLatin1StringView name,
+                              int least) const
     {
-        const QXmlStreamAttributes attributes = m_xml.attributes();
         const QStringView text = attributes.value(name);
         if (text.isEmpty() && !attributes.hasAttribute(name))
             return std::nullopt;
@@ -280,9 +283,11 @@ private:
         const int element = enclosing();
         const qsizetype begin = m_xml.tagOffset();
         NibProperty property;
-        property.name = here(attribute("name"_L1));
-        property.isDynamic = attribute("stdset"_L1) == "0"_L1;
-        bool isPlain = hasOnly({ "name"_L1, "stdset"_L1 });
+        QXmlStreamAttributes attributes = m_xml.attributes();
+        property.name = here(shared(attributes.value("name"_L1)));
+        property.isDynamic = attributes.value("stdset"_L1) == "0"_L1;
+        bool isPlain = hasOnly(attributes, { "name"_L1, "stdset"_L1 });
+        attributes = {}; // the reader would copy a list that is in use
         property.problem = u"there is no value"_s;
         if (nextChild()) {
             property.problem.clear();
@@ -297,7 +302,7 @@ private:
         NibElement &owner = m_file.elements[element];
         if (list == &NibElement::properties && isPlain && mayBePlain(owner, property)) {
             ++owner.plainCount;
-            m_xml.omit(begin, m_xml.characterOffset());
+            m_xml.omitFrom(begin);
         }
         (owner.*list).append(std::move(property));
     }
@@ -318,7 +323,7 @@ private:
     {
         static const QSet<QString> plain { u"number"_s, u"bool"_s, u"double"_s, u"enum"_s,
                                            u"set"_s };
-        property.kind = m_xml.name().toString();
+        property.kind = shared(m_xml.name());
         if (property.kind == "iconset"_L1) {
             readIcon();
             return false;
@@ -364,15 +369,17 @@ private:
     // <string notr="true" comment="a verb">
     bool readText(NibProperty &property)
     {
-        bool isPlain = hasOnly({ "notr"_L1, "comment"_L1, "extracomment"_L1, "id"_L1 });
-        const QString notr = attribute("notr"_L1);
-        const QString qualifier = attribute(m_file.hasTextIds ? "id"_L1 : "comment"_L1);
-        const NibText value = text(&isPlain);
-        property.values.append(value);
-        const bool isTranslated = notr != "true"_L1 && notr != "yes"_L1
-                                  && !(value.text.isEmpty() && qualifier.isEmpty());
-        if (isTranslated)
-            property.translatable = { value.text.toUtf8(), qualifier.toUtf8() };
+        QXmlStreamAttributes attributes = m_xml.attributes();
+        bool isPlain = hasOnly(attributes, { "notr"_L1, "comment"_L1, "extracomment"_L1, "id"_L1 });
+        const QStringView notr = attributes.value("notr"_L1);
+        const bool isFixed = notr == "true"_L1 || notr == "yes"_L1;
+        QByteArray qualifier =
+                attributes.value(m_file.hasTextIds ? "id"_L1 : "comment"_L1).toUtf8();
+        attributes = {};
+        property.values.append(text(&isPlain));
+        QByteArray source = property.values.constLast().text.toUtf8();
+        if (!isFixed && !(source.isEmpty() && qualifier.isEmpty()))
+            property.translatable = { std::move(source), std::move(qualifier) };
         return isPlain;
     }
 
@@ -511,12 +518,19 @@ private:
     }
 
     // Whether the element has no attributes but these.
-    bool hasOnly(std::initializer_list<QLatin1StringView> names) const
+    static bool hasOnly(const QXmlStreamAttributes &attributes,
+                        std::initializer_list<QLatin1StringView> names)
     {
-        const QXmlStreamAttributes attributes = m_xml.attributes();
         return std::all_of(attributes.cbegin(), attributes.cend(), [&](const auto &attribute) {
             return std::find(names.begin(), names.end(), attribute.qualifiedName()) != names.end();
         });
+    }
+
+    // The texts that are often the same share their memory.
+    QString shared(QStringView text)
+    {
+        const auto found = m_texts.constFind(QString::fromRawData(text.data(), text.size()));
+        return found == m_texts.cend() ? *m_texts.insert(text.toString()) : *found;
     }
 
     QString attribute(QLatin1StringView name) const
@@ -544,6 +558,7 @@ private:
 
     QList<Step> m_path;
     QList<int> m_open; // the elements in m_path
+    QSet<QString> m_texts; // those of shared()
     QSet<std::pair<int, int>> m_formCells; // each with its layout; row by row
     bool m_hasWidget = false;
 };

@@ -102,7 +102,9 @@ NibObjects::NibObjects(const NibFile &file)
     , m_texts(std::make_unique<NibTexts>(file.className, file.hasTextIds))
     , m_properties(file, m_objects, *m_texts)
     , m_loader(ObjectLoader::take(this))
-{ }
+{
+    m_objects.reserve(file.elements.size());
+}
 
 NibObjects::~NibObjects()
 {

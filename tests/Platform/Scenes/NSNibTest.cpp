@@ -19,6 +19,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
+#include <QStringConverter>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTranslator>
@@ -653,6 +654,44 @@ TEST_F(Nib, a_file_that_is_no_form_is_an_error_where_it_stops_being_one)
                           .instantiate();
               }).reason(),
               NS::NibError::malformed);
+}
+
+TEST_F(Nib, the_first_bytes_tell_the_encoding_of_a_file)
+{
+    const QString letters = u"aä€😀"_s;
+    const QString text = letters.repeated(3000); // more than is read at once
+    const Markup markup("<?xml version='1.0' encoding='%1'?><ui version='4.0'>\n"
+                        "<widget class='QLabel' name='Form'><property name='text'><string>%2"
+                        "</string></property>\n<property name='font'><font><bold>true</bold></font>"
+                        "</property><property name='toolTip'><string>%3</string></property>\n"
+                        "<!--%3-->%4</widget></ui>");
+    const struct
+    {
+        const char *declared;
+        QStringConverter::Encoding encoding;
+        QStringConverter::Flags flags;
+    } rows[] = {
+        { "utf-8", QStringConverter::Utf8, {} },
+        { "ISO-8859-1", QStringConverter::Utf8, {} },
+        { "UTF-8", QStringConverter::Utf8, QStringConverter::Flag::WriteBom },
+        { "UTF-16", QStringConverter::Utf16, QStringConverter::Flag::WriteBom },
+        { "UTF-16", QStringConverter::Utf16, {} },
+    };
+    for (const auto &row : rows) {
+        const auto load = [&](const char *behind) {
+            QStringEncoder encode(row.encoding, row.flags);
+            const QByteArray contents = encode(markup(row.declared, text, letters, behind));
+            return std::unique_ptr<QWidget>(NS::Nib(contents, u"Form.ui"_s).instantiate());
+        };
+        const auto widget = load("");
+        EXPECT_EQ(qobject_cast<QLabel *>(widget.get())->text(), text) << row.declared;
+        EXPECT_EQ(widget->toolTip(), letters) << row.declared;
+        const NS::NibError error =
+                errorOf([&] { load("<property name='wrong'><string/></property>"); });
+        EXPECT_EQ(error.name(), u"wrong"_s) << error.what();
+        EXPECT_EQ(error.line(), 4) << error.what();
+        EXPECT_EQ(error.column(), 13) << error.what();
+    }
 }
 
 TEST_F(Nib, after_an_error_no_object_is_left_and_no_outlet_set)
