@@ -134,17 +134,6 @@ struct BindingPrivate
         return std::nullopt;
     }
 
-    // The same for a change of a registered path, if objects were replaced or the key paths are
-    // equal.
-    Q_NEVER_INLINE std::optional<Direction> directionOf(const Registration *path) const
-    {
-        if (replacements)
-            return direction(path->root(), path->keyPath());
-        const bool isFirst =
-                path == firstPath || isEqual(path->root(), firstPath->root(), isEqualMethod);
-        return isFirst ? Direction::forward : Direction::reverse;
-    }
-
     // Whether a pass may start now.
     bool mayPass(Direction direction)
     {
@@ -498,11 +487,14 @@ const Transformers *BindingBase::transformers() const
 void BindingBase::pathChanged(Registration &path)
 {
     Direction direction = &path == d->firstPath ? Direction::forward : Direction::reverse;
-    if (Q_UNLIKELY(d->replacements || d->hasOneKeyPath)) {
-        const auto found = d->directionOf(&path);
+    if (Q_UNLIKELY(d->replacements)) {
+        const auto found = d->direction(path.root(), path.keyPath());
         if (!found)
             return;
         direction = *found;
+    } else if (direction == Direction::reverse && d->hasOneKeyPath
+               && isEqual(path.root(), d->firstPath->root(), d->isEqualMethod)) {
+        direction = Direction::forward;
     }
     if (!d->mayPass(direction))
         return;
