@@ -236,7 +236,8 @@ private:
                 const QByteArray key = name.toUtf8();
                 if (!object || object->metaObject()->indexOfProperty(key.constData()) >= 0)
                     continue;
-                for (const NibText &entries : property.values)
+                const QList<NibText> texts = property.texts();
+                for (const NibText &entries : texts)
                     connector.add(object, name, entries);
                 // A tree that contains this one does not process it again.
                 clearEntries(object, key);

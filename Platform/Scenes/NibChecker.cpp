@@ -44,8 +44,8 @@ int cellCount(const NibElement &table, int heads, QLatin1StringView property)
     const auto found = std::find_if(
             table.properties.cbegin(), table.properties.cend(),
             [property](const NibProperty &candidate) { return candidate.name.text == property; });
-    if (found != table.properties.cend() && !found->values.isEmpty())
-        return found->values.constFirst().text.toInt();
+    if (found != table.properties.cend())
+        return found->value.text.toInt();
     return table.className == "QTableWidget"_L1 ? 0 : std::numeric_limits<int>::max();
 }
 

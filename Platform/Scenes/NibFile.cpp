@@ -42,15 +42,19 @@ std::optional<NibElement::Kind> elementKind(QStringView tag)
     return std::nullopt;
 }
 
-// Elements that have elements in them, and no text.
+// Elements that have elements in them, and no text, beside those of elementKind().
 bool isStructure(QStringView tag)
 {
-    static const QSet<QStringView> tags { u"ui",          u"widget",      u"layout",
-                                          u"item",        u"spacer",      u"action",
-                                          u"actiongroup", u"buttongroup", u"buttongroups",
-                                          u"column",      u"row",         u"customwidgets",
-                                          u"connections", u"tabstops",    u"resources" };
+    static const QSet<QStringView> tags { u"ui",          u"buttongroups", u"customwidgets",
+                                          u"connections", u"tabstops",     u"resources" };
     return tags.contains(tag);
+}
+
+// Of values that are a text alone, but for strings.
+bool isPlainKind(QStringView kind)
+{
+    return kind == "number"_L1 || kind == "bool"_L1 || kind == "double"_L1 || kind == "enum"_L1
+           || kind == "set"_L1;
 }
 
 } // namespace
@@ -154,7 +158,8 @@ private:
             kind = NibElement::item;
         if (kind)
             checkIsOnly(*kind);
-        m_path.append({ kind ? int(m_file.elements.size()) : -1, isStructure(tag), isLayoutItem });
+        m_path.append({ kind ? int(m_file.elements.size()) : -1,
+                        kind || isLayoutItem || isStructure(tag), isLayoutItem });
         if (kind)
             addElement(*kind);
     }
@@ -311,27 +316,37 @@ private:
     // the others as well. It sets those of these names after the children, or in a way of its own.
     static bool mayBePlain(const NibElement &owner, const NibProperty &property)
     {
-        static const QSet<QString> special { u"buddy"_s, u"currentIndex"_s, u"currentRow"_s,
-                                             u"objectName"_s, u"tabSpacing"_s };
-        return (owner.kind == NibElement::widget || owner.kind == NibElement::action)
+        const QString &name = property.name.text;
+        const bool isSpecial = name == "buddy"_L1 || name == "currentIndex"_L1
+                               || name == "currentRow"_L1 || name == "objectName"_L1
+                               || name == "tabSpacing"_L1;
+        return !isSpecial && (owner.kind == NibElement::widget || owner.kind == NibElement::action)
                && owner.className != "Line"_L1 && owner.plainCount == owner.properties.size()
-               && property.problem.isEmpty() && !special.contains(property.name.text);
+               && property.problem.isEmpty();
     }
 
     // Returns whether the value is plain: a text, a number, a Boolean or keys, and nothing else.
     bool readValue(NibProperty &property)
     {
-        static const QSet<QString> plain { u"number"_s, u"bool"_s, u"double"_s, u"enum"_s,
-                                           u"set"_s };
         property.kind = shared(m_xml.name());
+        if (isPlainKind(property.kind)) {
+            bool isPlain = m_xml.attributes().isEmpty();
+            property.value = text(&isPlain);
+            property.problem = textProblem(property.kind, property.kind, property.value.text);
+            return isPlain;
+        }
+        if (property.kind == "string"_L1)
+            return readText(property);
         if (property.kind == "iconset"_L1) {
+            property.value = here(u"<iconset>"_s);
             readIcon();
             return false;
         }
         if (property.kind == "stringlist"_L1) {
+            property.value = here(u"<stringlist>"_s);
             while (nextChild()) {
                 if (m_xml.name() == "string"_L1)
-                    property.values.append(text());
+                    property.parts.append(text());
                 else
                     m_xml.skipCurrentElement();
             }
@@ -343,11 +358,11 @@ private:
             u"time"_s,       u"datetime"_s, u"locale"_s, u"char"_s
         };
         if (compounds.contains(property.kind)) {
-            property.values.append(here(u"<%1>"_s.arg(property.kind)));
+            property.value = here(u"<%1>"_s.arg(property.kind));
             const QStringList policies { attribute("hsizetype"_L1), attribute("vsizetype"_L1) };
             for (const QString &policy : policies) {
                 if (!policy.isEmpty())
-                    property.values.append(here(policy));
+                    property.parts.append(here(policy));
             }
             QHash<QString, QString> parts;
             readParts(property, property.kind, parts, 0);
@@ -355,15 +370,11 @@ private:
                 property.problem = wholeProblem(property.kind, parts);
             return false;
         }
-        if (property.kind == "string"_L1)
-            return readText(property);
-        bool isPlain = plain.contains(property.kind) && m_xml.attributes().isEmpty();
-        property.values.append(text(&isPlain));
-        property.problem =
-                textProblem(property.kind, property.kind, property.values.constLast().text);
+        property.value = text();
+        property.problem = textProblem(property.kind, property.kind, property.value.text);
         if (property.kind == "pixmap"_L1)
-            m_file.images.append(property.values);
-        return isPlain;
+            m_file.images.append(property.value);
+        return false;
     }
 
     // <string notr="true" comment="a verb">
@@ -376,8 +387,8 @@ private:
         QByteArray qualifier =
                 attributes.value(m_file.hasTextIds ? "id"_L1 : "comment"_L1).toUtf8();
         attributes = {};
-        property.values.append(text(&isPlain));
-        QByteArray source = property.values.constLast().text.toUtf8();
+        property.value = text(&isPlain);
+        QByteArray source = property.value.text.toUtf8();
         if (!isFixed && !(source.isEmpty() && qualifier.isEmpty()))
             property.translatable = { std::move(source), std::move(qualifier) };
         return isPlain;

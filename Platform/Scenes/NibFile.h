@@ -40,10 +40,17 @@ struct NibProperty
 {
     NibText name;
     QString kind; ///< the element that holds the value: "string", "set"
-    QList<NibText> values; ///< one, but for a list of strings
+    NibText value; ///< its text, or "<rect>" for one in several elements
+    QList<NibText> parts; ///< the strings of a list, and the keys of a size policy
     std::optional<NibTranslatable> translatable; ///< the value, if it is a text to be translated
     bool isDynamic = false;
     QString problem; ///< of a value that does not fit its kind: "\"abc\" is no whole number"
+
+    /// Those of a list of strings, else the value.
+    QList<NibText> texts() const
+    {
+        return kind == QLatin1StringView("stringlist") ? parts : QList<NibText> { value };
+    }
 };
 
 struct NibElement

@@ -41,12 +41,6 @@ bool hasKeys(const NibProperty &property)
     return property.kind == "enum"_L1 || property.kind == "set"_L1;
 }
 
-QString valueText(const NibProperty &property)
-{
-    return property.values.isEmpty() ? u"<%1>"_s.arg(property.kind)
-                                     : property.values.constFirst().text;
-}
-
 bool isPlain(const QString &kind)
 {
     return kind == "string"_L1 || kind == "number"_L1 || kind == "bool"_L1 || kind == "double"_L1
@@ -66,11 +60,11 @@ QVariant plainValue(const QString &kind, const QString &text)
 bool areKeysKnown(const NibProperty &property)
 {
     if (property.kind == "cursorShape"_L1)
-        return valueOfKeys(QMetaEnum::fromType<Qt::CursorShape>(), valueText(property)).has_value();
+        return valueOfKeys(QMetaEnum::fromType<Qt::CursorShape>(), property.value.text).has_value();
     if (property.kind != "sizepolicy"_L1)
         return true;
     const QMetaEnum policies = QMetaEnum::fromType<QSizePolicy::Policy>();
-    return std::all_of(property.values.cbegin() + 1, property.values.cend(),
+    return std::all_of(property.parts.cbegin(), property.parts.cend(),
                        [&](const NibText &key) { return valueOfKeys(policies, key.text); });
 }
 
@@ -89,7 +83,7 @@ bool isShortcut(const QString &text)
 // fit.
 std::optional<QVariant> valueFor(const QMetaProperty &declared, const NibProperty &property)
 {
-    const QString text = valueText(property);
+    const QString text = property.value.text;
     const QMetaType type = declared.metaType();
     if (declared.isEnumType() && (hasKeys(property) || property.kind == "string"_L1)) {
         const std::optional<int> value = valueOfKeys(declared.enumerator(), text);
@@ -151,7 +145,7 @@ void NibProperties::failValue(const NibElement &element, const NibProperty &prop
 {
     fail(element, property,
          u"the property \"%1\" of %2 cannot be \"%3\""_s.arg(property.name.text, element.className,
-                                                             valueText(property)));
+                                                             property.value.text));
 }
 
 void NibProperties::setPlain(QObject *object, const NibElement &element) const
@@ -167,7 +161,7 @@ void NibProperties::setPlain(QObject *object, const NibElement &element) const
                 continue;
         }
         const QMetaProperty declared = type->property(index);
-        std::optional<QVariant> value = index < 0 ? plainValue(property.kind, valueText(property))
+        std::optional<QVariant> value = index < 0 ? plainValue(property.kind, property.value.text)
                                                   : valueFor(declared, property);
         if (property.translatable && value && !declared.isEnumType())
             value = m_texts.add(object, name, *property.translatable);
@@ -221,9 +215,9 @@ void NibProperties::checkUndeclared(const NibElement &element, const NibProperty
                    u"%1 has no object that could have \"%2\"; only named widgets, layouts, actions "
                    "and groups do"_s.arg(description(element), name));
     if (name == "buddy"_L1 && element.kind == NibElement::widget) {
-        if (!m_objects.contains(valueText(property)))
-            failObject(element, property, valueText(property),
-                       u"there is no object \"%1\" to be the buddy"_s.arg(valueText(property)));
+        if (!m_objects.contains(property.value.text))
+            failObject(element, property, property.value.text,
+                       u"there is no object \"%1\" to be the buddy"_s.arg(property.value.text));
         return;
     }
     // The keys of an enumeration are known from the property.
@@ -231,7 +225,7 @@ void NibProperties::checkUndeclared(const NibElement &element, const NibProperty
     if (!isDynamic && !isPseudoProperty(element, name))
         fail(element, property, u"%1 has no property \"%2\""_s.arg(description(element), name));
     checkProblem(element, property);
-    const QString meant = misspeltNibProperty(name, property.values);
+    const QString meant = misspeltNibProperty(name, property.texts());
     if (!meant.isEmpty())
         fail(element, property,
              u"\"%1\" has the entries of \"%2\": is the name misspelt?"_s.arg(name, meant));
@@ -249,11 +243,11 @@ void NibProperties::checkKnown(const NibElement &element, const NibProperty &pro
 {
     checkProblem(element, property);
     const bool isTaken = known.kinds.contains(property.kind)
-                         && (!hasKeys(property) || valueOfKeys(known.keys, valueText(property)));
+                         && (!hasKeys(property) || valueOfKeys(known.keys, property.value.text));
     if (!isTaken)
         fail(element, property,
              u"\"%1\" of %2 cannot be \"%3\""_s.arg(property.name.text, description(element),
-                                                    valueText(property)));
+                                                    property.value.text));
 }
 
 void NibProperties::checkAttribute(const NibElement &element, const NibProperty &attribute) const
@@ -266,7 +260,7 @@ void NibProperties::checkAttribute(const NibElement &element, const NibProperty 
         fail(element, attribute,
              u"%1 has no attribute \"%2\" here"_s.arg(description(element), name));
     checkKnown(element, attribute, *known);
-    const QString value = valueText(attribute);
+    const QString value = attribute.value.text;
     if (name == "buttonGroup"_L1 && !qobject_cast<QButtonGroup *>(m_objects.value(value)))
         failObject(element, attribute, value, u"there is no button group \"%1\""_s.arg(value));
 }
