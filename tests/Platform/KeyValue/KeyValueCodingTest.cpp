@@ -156,7 +156,7 @@ TEST_F(KeyValueCoding, a_reading_of_an_unknown_key_raises_with_a_line_for_logs)
     const KeyValueException error = caught([&] { valueForKeyPath(&person, u"partner.surname"_s); });
     EXPECT_STREQ(error.what(), "Person has no key \"surname\" (key path \"partner.surname\")");
     EXPECT_EQ(caught([] { valueForKeyPath(nullptr, u"name"_s); }).className(), "nullptr");
-    const std::pair<QString, QString> rows[] = { { u"nam"_s, u"name"_s },
+    const std::pair<QString, QString> rows[] = { { u"nmae"_s, u"name"_s },
                                                  { u"address.ctiy"_s, u"city"_s },
                                                  { u"hoby"_s, u"hobby"_s } }; // a dynamic one
     for (const auto &[path, key] : rows) {
