@@ -15,6 +15,12 @@ int byteAt(QByteArrayView bytes, qsizetype at)
     return at < bytes.size() ? uchar(bytes.at(at)) : 0;
 }
 
+template <typename Number>
+qint64 numberAt(QByteArrayView bytes, qsizetype at)
+{
+    return qint64(qFromLittleEndian<Number>(bytes.data() + at));
+}
+
 // The marker "end of image". The lengths of segments lead past the one of a thumbnail in them.
 bool hasJpegEnd(QByteArrayView bytes)
 {
@@ -70,20 +76,18 @@ bool hasBmpEnd(QByteArrayView bytes)
     constexpr quint32 oldHeader = 12;
     if (bytes.size() < headers)
         return false;
-    const auto number = [&bytes]<typename T>(T, qsizetype at) {
-        return qint64(qFromLittleEndian<T>(bytes.data() + at));
-    };
-    const bool isOld = number(quint32(), 14) == oldHeader;
-    const qint64 width = isOld ? number(quint16(), 18) : number(qint32(), 18);
-    const qint64 height = isOld ? number(quint16(), 20) : std::abs(number(qint32(), 22));
-    const qint64 bits = width * number(quint16(), isOld ? 24 : 28);
-    const qint64 compression = isOld ? 0 : number(quint32(), 30);
+    const bool isOld = numberAt<quint32>(bytes, 14) == oldHeader;
+    const qint64 width = isOld ? numberAt<quint16>(bytes, 18) : numberAt<qint32>(bytes, 18);
+    const qint64 height =
+            isOld ? numberAt<quint16>(bytes, 20) : std::abs(numberAt<qint32>(bytes, 22));
+    const qint64 bits = width * numberAt<quint16>(bytes, isOld ? 24 : 28);
+    const qint64 compression = isOld ? 0 : numberAt<quint32>(bytes, 30);
     constexpr qint64 bitFields = 3;
     if ((compression != 0 && compression != bitFields) || width <= 0 || height <= 0)
         return true;
     const double row = double((bits + 31) / 32 * 4); // the product can exceed 64 bits
     return double(bytes.size())
-           >= double(number(quint32(), 10) + (bits + 7) / 8) + row * double(height - 1);
+           >= double(numberAt<quint32>(bytes, 10) + (bits + 7) / 8) + row * double(height - 1);
 }
 
 } // namespace
