@@ -85,9 +85,11 @@ bool hasBmpEnd(QByteArrayView bytes)
     constexpr qint64 bitFields = 3;
     if ((compression != 0 && compression != bitFields) || width <= 0 || height <= 0)
         return true;
-    const double row = double((bits + 31) / 32 * 4); // the product can exceed 64 bits
-    return double(bytes.size())
-           >= double(numberAt<quint32>(bytes, 10) + (bits + 7) / 8) + row * double(height - 1);
+    const qint64 row = (bits + 31) / 32 * 4;
+    const qint64 lastRow = (bits + 7) / 8;
+    const qint64 start = numberAt<quint32>(bytes, 10);
+    // The product of the rows can exceed 64 bits.
+    return double(bytes.size()) >= double(start + lastRow) + double(row) * double(height - 1);
 }
 
 } // namespace

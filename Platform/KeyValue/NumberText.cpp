@@ -53,7 +53,7 @@ QVariant parsedWithSign(QString text, QMetaType type, const QLocale &locale)
     if (text.size() < 2 || !isSign(text.at(0)) || isSign(text.at(1)))
         return {};
     const bool isFloating = isFloatingPoint(type);
-    const QVariant number =
+    QVariant number =
             parsed(text.sliced(1), isFloating ? type : QMetaType::fromType<qlonglong>(), locale);
     if (!number.isValid() || text.at(0) == u'+')
         return number;
