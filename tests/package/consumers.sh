@@ -75,6 +75,12 @@ grep -q 'Greeting.ui:.*GreetingController has no key "greting"' "$scratch/log" |
     { cat "$scratch/log"; exit 1; }
 cp "$scratch/right.ui" "$scratch/letters/Greeting.ui"
 cmake --build "$scratch/letters/build" >"$scratch/log" 2>&1 || { cat "$scratch/log"; exit 1; }
+# The target of lupdate finds the texts of the forms, too.
+cmake --build "$scratch/letters/build" -t letters_lupdate >"$scratch/log" 2>&1 ||
+    { cat "$scratch/log"; exit 1; }
+if grep -E 'type="(vanished|obsolete)"' "$scratch/letters/letters_de.ts"; then
+    fail "lupdate drops translations of the written program"
+fi
 (cd "$scratch/letters/build" && ctest --output-on-failure) >"$scratch/log" 2>&1 \
     || { cat "$scratch/log"; exit 1; }
 "$scratch/letters/build/letters" --help | grep -q Usage || fail "the written program does not start"
