@@ -97,6 +97,16 @@ TEST_F(CheckCommand, says_where_each_mistake_is)
     }
 }
 
+TEST_F(CheckCommand, prints_a_mistake_of_a_form_and_its_storyboard_once)
+{
+    change(u"Form.ui"_s, "returnPressed", "returnPresed");
+    const Outcome result =
+            runProgram(u"pellarvine"_s, { u"check"_s, u"--plugin"_s, u"" CHECK_PLUGIN ""_s,
+                                          path(u"Form.ui"_s), path(u"Form.storyboard"_s) });
+    EXPECT_EQ(result.errors.count("returnPresed"), 1) << result.errors.constData();
+    EXPECT_THAT(result.errors.toStdString(), HasSubstr("problems in 2 of 2 files"));
+}
+
 TEST_F(CheckCommand, knows_the_classes_of_plugins_alone)
 {
     change(u"Form.ui"_s, "form", "form");

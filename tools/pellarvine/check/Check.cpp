@@ -75,12 +75,16 @@ void runCheck(const QByteArrayList &arguments)
     for (const QByteArray &path : commandLine.values(plugin))
         load(path);
     int problems = 0;
+    QByteArrayList printed; // a storyboard has the problems of its forms, too
     for (const QByteArray &path : commandLine.operands()) {
         const QByteArray text = problem(QFile::decodeName(path));
         if (text.isEmpty())
             continue;
-        std::fprintf(stderr, "%s\n", text.constData());
         ++problems;
+        if (printed.contains(text))
+            continue;
+        std::fprintf(stderr, "%s\n", text.constData());
+        printed.append(text);
     }
     if (problems > 0)
         throw CommandError(ExitStatus::invalidFileFormat,
