@@ -18,6 +18,20 @@ using NS::LayoutConstraint;
 
 namespace Pellarvine::detail {
 
+namespace {
+
+// Whether a constraint ties a width to a height, for example for a square.
+bool isOfBothSizes(const LayoutConstraint &constraint)
+{
+    using NS::LayoutAttribute;
+    const LayoutAttribute first = constraint.firstAttribute();
+    const LayoutAttribute second = constraint.secondAttribute();
+    return (first == LayoutAttribute::width && second == LayoutAttribute::height)
+           || (first == LayoutAttribute::height && second == LayoutAttribute::width);
+}
+
+} // namespace
+
 LayoutEngine *LayoutEngine::on(QWidget *host)
 {
     LayoutHosts &hosts = LayoutHosts::all();
@@ -67,6 +81,7 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
     active.ancestor = ancestor;
     active.isOfBaseline =
             isBaseline(constraint->firstAttribute()) || isBaseline(constraint->secondAttribute());
+    active.isOfBothSizes = isOfBothSizes(*constraint);
     if (!addAgain(active)) {
         release(active.first, ancestor);
         release(active.second, ancestor);

@@ -75,6 +75,7 @@ private:
         std::optional<Solver::Constraint> handle; ///< none while it is not in the solver
         int number = 0;
         bool isOfBaseline = false;
+        bool isOfBothSizes = false; ///< ties a width to a height
         bool isReported = false; ///< a warning has named it
         std::vector<Solver::Term> terms; ///< of a constraint of a baseline, as in the solver
     };

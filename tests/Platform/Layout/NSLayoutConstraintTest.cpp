@@ -747,6 +747,24 @@ TEST(LayoutConstraint, heights_follow_widths_in_constraints_and_upwards)
     EXPECT_EQ(window.place(panel), QRect(0, 0, 120, 140));
 }
 
+TEST(LayoutConstraint, a_height_that_is_a_width_by_a_constraint_follows_it_upwards)
+{
+    Window window(300, 100);
+    auto *const column = new QVBoxLayout(&window);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto *const panel = new QWidget;
+    column->addWidget(panel);
+    auto *const square = new Sized({ 40, 40 }, panel);
+    const auto isSquare = heightAnchor(square).constraintEqualToAnchor(widthAnchor(square));
+    fillParent(square);
+    EXPECT_FALSE(panel->layout()->hasHeightForWidth());
+    isSquare->setActive(true);
+    EXPECT_EQ(window.heightForWidth(300), 300);
+    EXPECT_EQ(panel->minimumSizeHint(), QSize(0, 0));
+    isSquare->setActive(false);
+    EXPECT_FALSE(panel->layout()->hasHeightForWidth());
+}
+
 TEST(LayoutConstraint, a_window_grows_to_the_height_that_its_text_needs)
 {
     Window window(400, 60);
