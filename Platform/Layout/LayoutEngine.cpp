@@ -89,6 +89,7 @@ void LayoutEngine::add(const std::shared_ptr<LayoutConstraint> &constraint, QWid
         return;
     }
     active.number = m_nextNumber++;
+    m_tiesOfSizes += active.isOfBothSizes ? 1 : 0;
     m_inOrder.push_back(&m_active.emplace(constraint.get(), std::move(active)).first->second);
     request();
     constraint->setEngine(this);
@@ -172,6 +173,7 @@ LayoutEngine::Active LayoutEngine::strike(LayoutConstraint *constraint)
             [](const Active *active, int number) { return active->number < number; }));
     Active active = std::move(place->second);
     m_active.erase(place);
+    m_tiesOfSizes -= active.isOfBothSizes ? 1 : 0;
     return active;
 }
 

@@ -123,6 +123,7 @@ private:
     std::unordered_map<NS::LayoutConstraint *, Active> m_active;
     std::vector<Active *> m_inOrder; // the same, in the order of activation
     int m_nextNumber = 0;
+    int m_tiesOfSizes = 0; // the number of those between a width and a height
     bool m_isOrderStale = false; // constraints have ended, which decided the order of items
     bool m_hasNewConstraints = false; // not yet searched for negative sizes
     bool m_isLookDue = false; // a search for overridden constraints is scheduled

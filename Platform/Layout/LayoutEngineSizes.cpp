@@ -52,7 +52,7 @@ QSize LayoutEngine::maximumSize()
 bool LayoutEngine::hasHeightForWidth()
 {
     refresh();
-    return m_system.hasHeightForWidth() || std::ranges::any_of(m_inOrder, &Active::isOfBothSizes);
+    return m_system.hasHeightForWidth() || m_tiesOfSizes > 0;
 }
 
 int LayoutEngine::heightForWidth(int width)
