@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "KeyValue/KeyValueAccess.h"
 
+#include "Base/EditDistance.h"
 #include "Base/MethodLookup.h"
 #include "KeyValue/KeyValueCoding.h"
 #include "KeyValue/KeyValueEquality.h"
@@ -11,9 +12,7 @@
 #include <QMetaProperty>
 #include <QObject>
 
-#include <algorithm>
 #include <cmath>
-#include <numeric>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -32,22 +31,6 @@ namespace {
     throw NS::KeyValueException(reason, className, path, key, detail);
 }
 
-// The number of letters to insert, remove or replace to make one text the other.
-qsizetype lettersApart(QStringView one, QStringView other)
-{
-    QList<qsizetype> row(other.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (const QChar letter : one) {
-        qsizetype diagonal = row[0]++;
-        for (qsizetype i = 0; i < other.size(); ++i) {
-            const qsizetype replaced = diagonal + (letter == other[i] ? 0 : 1);
-            diagonal = row[i + 1];
-            row[i + 1] = std::min({ replaced, diagonal + 1, row[i] + 1 });
-        }
-    }
-    return row.constLast();
-}
-
 // "did you mean …?" with the most similar property, or an empty text.
 QString suggestion(const QString &key, const QMetaObject *type, const QObject *object = nullptr)
 {
@@ -60,7 +43,7 @@ QString suggestion(const QString &key, const QMetaObject *type, const QObject *o
     qsizetype fewest = key.size() < 3 ? 0 : key.size() == 3 ? 1 : 2;
     QString similar;
     for (const QString &name : std::as_const(names)) {
-        const qsizetype apart = lettersApart(key, name);
+        const qsizetype apart = editDistance(key, name);
         if (apart < fewest || (apart == fewest && similar.isEmpty())) {
             fewest = apart;
             similar = name;

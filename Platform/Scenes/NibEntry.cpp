@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes/NibEntry.h"
 
+#include "Base/EditDistance.h"
+
 #include <QMetaObject>
 #include <QObject>
 #include <QRegularExpression>
@@ -8,7 +10,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <numeric>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -173,21 +174,6 @@ bool isEntry(const QString &property, const QString &text)
 }
 
 } // namespace
-
-qsizetype editDistance(QStringView one, QStringView other)
-{
-    QList<qsizetype> row(other.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (const QChar letter : one) {
-        qsizetype diagonal = row[0]++;
-        for (qsizetype i = 0; i < other.size(); ++i) {
-            const qsizetype replaced = diagonal + (letter == other[i] ? 0 : 1);
-            diagonal = row[i + 1];
-            row[i + 1] = std::min({ replaced, diagonal + 1, row[i] + 1 });
-        }
-    }
-    return row.constLast();
-}
 
 bool isListBinding(const QObject *object, const QString &key)
 {

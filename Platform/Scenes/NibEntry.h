@@ -74,9 +74,6 @@ using NibEntry = std::variant<NibOutlet, NibBinding, NibAction, NibConstraint>;
 /// Whether a dynamic property of that name holds entries.
 PELLARVINE_INTERNAL_EXPORT bool holdsNibEntries(const QString &property);
 
-/// The number of letters to add, remove or replace.
-qsizetype editDistance(QStringView one, QStringView other);
-
 /// The correct name, "bindings" for "binding", if the name is similar to one of those and the value
 /// has entries of that kind. Empty otherwise.
 PELLARVINE_INTERNAL_EXPORT QString misspeltNibProperty(const QString &property,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Scenes/NibOwnerCheck.h"
 
+#include "Base/EditDistance.h"
 #include "Base/MethodLookup.h"
 #include "Scenes/NibConnector.h"
 
