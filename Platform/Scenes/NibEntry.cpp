@@ -26,7 +26,7 @@ QRegularExpression pattern(const QString &text)
 
 NibFault malformed(const QString &text, const QString &form)
 {
-    return { NS::NibError::malformed, text, u"%1, which \"%2\" has not"_s.arg(form, text) };
+    return { NS::NibError::malformed, text, u"\"%1\" is malformed: %2"_s.arg(text, form) };
 }
 
 NibPath path(const QString &text)
@@ -133,8 +133,8 @@ NibEntry constraint(const QString &text)
     const double constant = item.isEmpty() ? number(8, 0.0) : sign * number(7, 0.0);
     const double priority = number(9, NS::LayoutPriority::required);
     if (!isNumber)
-        throw malformed(text, u"a constraint has the form \"leading = superview.leading + 8\" or "
-                              "\"width >= 120\""_s);
+        throw malformed(text, u"a constraint has the form \"leading = superview.leading + 8\", "
+                              "\"height = self.width\" or \"width >= 120\""_s);
     if (priority < 1.0 || priority > NS::LayoutPriority::required)
         throw NibFault { NS::NibError::malformed, text,
                          u"the priority in \"%1\" is not from 1 to 1000"_s.arg(text) };
