@@ -344,11 +344,17 @@ private:
         }
         if (property.kind == "stringlist"_L1) {
             property.value = here(u"<stringlist>"_s);
+            const std::optional<QByteArray> qualifier = qualifierOf(m_xml.attributes());
             while (nextChild()) {
                 if (m_xml.name() == "string"_L1)
                     property.parts.append(text());
                 else
                     m_xml.skipCurrentElement();
+            }
+            // With an ID all texts would be the same.
+            if (qualifier && !m_file.hasTextIds) {
+                for (const NibText &part : std::as_const(property.parts))
+                    property.translatableParts.append({ part.text.toUtf8(), *qualifier });
             }
             return false;
         }
@@ -382,16 +388,22 @@ private:
     {
         QXmlStreamAttributes attributes = m_xml.attributes();
         bool isPlain = hasOnly(attributes, { "notr"_L1, "comment"_L1, "extracomment"_L1, "id"_L1 });
-        const QStringView notr = attributes.value("notr"_L1);
-        const bool isFixed = notr == "true"_L1 || notr == "yes"_L1;
-        QByteArray qualifier =
-                attributes.value(m_file.hasTextIds ? "id"_L1 : "comment"_L1).toUtf8();
+        std::optional<QByteArray> qualifier = qualifierOf(attributes);
         attributes = {};
         property.value = text(&isPlain);
         QByteArray source = property.value.text.toUtf8();
-        if (!isFixed && !(source.isEmpty() && qualifier.isEmpty()))
-            property.translatable = { std::move(source), std::move(qualifier) };
+        if (qualifier && !(source.isEmpty() && qualifier->isEmpty()))
+            property.translatable = { std::move(source), *std::move(qualifier) };
         return isPlain;
+    }
+
+    // That of a text to be translated; nothing for another text.
+    std::optional<QByteArray> qualifierOf(const QXmlStreamAttributes &attributes) const
+    {
+        const QStringView notr = attributes.value("notr"_L1);
+        if (notr == "true"_L1 || notr == "yes"_L1)
+            return std::nullopt;
+        return attributes.value(m_file.hasTextIds ? "id"_L1 : "comment"_L1).toUtf8();
     }
 
     // Each innermost part is a number, a Boolean, a key, a picture, or a text that is not checked.

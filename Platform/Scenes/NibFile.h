@@ -43,6 +43,7 @@ struct NibProperty
     NibText value; ///< its text, or "<rect>" for one in several elements
     QList<NibText> parts; ///< the strings of a list, and the keys of a size policy
     std::optional<NibTranslatable> translatable; ///< the value, if it is a text to be translated
+    QList<NibTranslatable> translatableParts; ///< those of a list to be translated
     bool isDynamic = false;
     QString problem; ///< of a value that does not fit its kind: "\"abc\" is no whole number"
 

@@ -202,6 +202,11 @@ void NibProperties::checkProperty(const NibElement &element, const NibProperty &
     checkProblem(element, property);
     if (!fits(object, type->property(index), property))
         failValue(element, property);
+    // The loader does not translate lists.
+    if (object && !property.translatableParts.isEmpty()) {
+        const QStringList texts = m_texts.add(object, name.toUtf8(), property.translatableParts);
+        object->setProperty(name.toUtf8().constData(), texts);
+    }
 }
 
 void NibProperties::checkUndeclared(const NibElement &element, const NibProperty &property) const

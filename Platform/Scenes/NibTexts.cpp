@@ -16,8 +16,15 @@ NibTexts::NibTexts(QByteArray context, bool isById)
 
 QString NibTexts::add(QObject *object, const QByteArray &property, const NibTranslatable &text)
 {
-    m_texts.push_back({ object, property, text });
+    m_texts.push_back({ object, property, text, {} });
     return translation(text);
+}
+
+QStringList NibTexts::add(QObject *object, const QByteArray &property,
+                          const QList<NibTranslatable> &texts)
+{
+    m_texts.push_back({ object, property, {}, texts });
+    return translations(texts);
 }
 
 void NibTexts::remove(const QObject *object, const QByteArray &property)
@@ -42,8 +49,11 @@ bool NibTexts::eventFilter(QObject *, QEvent *event)
     const QPointer<NibTexts> self = this;
     for (std::size_t i = 0; self && i < m_texts.size(); ++i) {
         const Text each = m_texts[i];
-        if (each.object)
-            each.object->setProperty(each.property.constData(), translation(each.text));
+        if (!each.object)
+            continue;
+        each.object->setProperty(each.property.constData(),
+                                 each.list.isEmpty() ? QVariant(translation(each.text))
+                                                     : QVariant(translations(each.list)));
     }
     return false;
 }
@@ -53,6 +63,15 @@ QString NibTexts::translation(const NibTranslatable &text) const
     return m_isById ? qtTrId(text.qualifier.constData())
                     : QCoreApplication::translate(m_context.constData(), text.source.constData(),
                                                   text.qualifier.constData());
+}
+
+// An empty text would be translated by the header of a catalogue.
+QStringList NibTexts::translations(const QList<NibTranslatable> &texts) const
+{
+    QStringList all;
+    for (const NibTranslatable &text : texts)
+        all.append(text.source.isEmpty() ? QString() : translation(text));
+    return all;
 }
 
 } // namespace Pellarvine::detail

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -25,6 +26,9 @@ public:
 
     /// Adds the text of a property, and returns its translation.
     QString add(QObject *object, const QByteArray &property, const NibTranslatable &text);
+    /// The same for a list of texts.
+    QStringList add(QObject *object, const QByteArray &property,
+                    const QList<NibTranslatable> &texts);
 
     /// The property no longer follows the language.
     void remove(const QObject *object, const QByteArray &property);
@@ -42,9 +46,11 @@ private:
         QPointer<QObject> object;
         QByteArray property;
         NibTranslatable text;
+        QList<NibTranslatable> list; // instead of the text, unless it is empty
     };
 
     QString translation(const NibTranslatable &text) const;
+    QStringList translations(const QList<NibTranslatable> &texts) const;
 
     QByteArray m_context;
     bool m_isById;

@@ -22,6 +22,7 @@
 #include <QStringConverter>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTextBrowser>
 #include <QTranslator>
 #include <gmock/gmock.h>
 
@@ -835,7 +836,11 @@ TEST_F(Nib, a_change_of_language_reaches_the_texts_and_leaves_bound_ones_alone)
                 <property name="placeholderText"><string>None</string></property>
                 <property name="text"><string>Given</string></property>
                 <property name="bindings" stdset="0"><string>value = owner.person.name</string>
-                </property></widget>)")
+                </property></widget><widget class="QTextBrowser" name="list">
+                <property name="searchPaths"><stringlist><string>One</string><string>Two</string>
+                </stringlist></property></widget><widget class="QTextBrowser" name="fixed">
+                <property name="searchPaths"><stringlist notr="true"><string>One</string>
+                </stringlist></property></widget>)")
                     .instantiate(&owner));
     Shouting translator;
     QCoreApplication::installTranslator(&translator);
@@ -845,6 +850,9 @@ TEST_F(Nib, a_change_of_language_reaches_the_texts_and_leaves_bound_ones_alone)
     EXPECT_EQ(field->placeholderText(), u"NONE"_s);
     EXPECT_EQ(other->findChild<QAction *>(u"go"_s)->text(), u"GO"_s);
     EXPECT_EQ(other->property("note"), u"OWN"_s);
+    EXPECT_EQ(other->findChild<QTextBrowser *>(u"list"_s)->searchPaths(),
+              QStringList({ u"ONE"_s, u"TWO"_s }));
+    EXPECT_EQ(other->findChild<QTextBrowser *>(u"fixed"_s)->searchPaths(), QStringList(u"One"_s));
     EXPECT_EQ(other->whatsThis(), u"Name"_s);
     EXPECT_EQ(root->windowTitle(), u"ACCOUNT"_s);
     EXPECT_EQ(root->findChild<QLabel *>(u"nameLabel"_s)->text(), u"Ada"_s);
