@@ -344,17 +344,14 @@ private:
         }
         if (property.kind == "stringlist"_L1) {
             property.value = here(u"<stringlist>"_s);
-            const std::optional<QByteArray> qualifier = qualifierOf(m_xml.attributes());
+            // With an ID all texts would be the same.
+            if (auto qualifier = qualifierOf(m_xml.attributes()); qualifier && !m_file.hasTextIds)
+                property.translatable = { {}, *std::move(qualifier) };
             while (nextChild()) {
                 if (m_xml.name() == "string"_L1)
                     property.parts.append(text());
                 else
                     m_xml.skipCurrentElement();
-            }
-            // With an ID all texts would be the same.
-            if (qualifier && !m_file.hasTextIds) {
-                for (const NibText &part : std::as_const(property.parts))
-                    property.translatableParts.append({ part.text.toUtf8(), *qualifier });
             }
             return false;
         }
@@ -525,7 +522,9 @@ private:
         NibText result { {}, m_xml.position() };
         for (int depth = 1; depth > 0 && !m_xml.atEnd();) {
             m_xml.readNext();
-            if (m_xml.isCharacters())
+            if (m_xml.isCharacters() && result.text.isEmpty())
+                result.text = m_xml.text().toString(); // faster than an addition
+            else if (m_xml.isCharacters())
                 result.text += m_xml.text();
             if (m_xml.isStartElement()) {
                 ++depth;

@@ -42,8 +42,8 @@ struct NibProperty
     QString kind; ///< the element that holds the value: "string", "set"
     NibText value; ///< its text, or "<rect>" for one in several elements
     QList<NibText> parts; ///< the strings of a list, and the keys of a size policy
-    std::optional<NibTranslatable> translatable; ///< the value, if it is a text to be translated
-    QList<NibTranslatable> translatableParts; ///< those of a list to be translated
+    /// The value, if it is a text to be translated. The qualifier of a list to be translated.
+    std::optional<NibTranslatable> translatable;
     bool isDynamic = false;
     QString problem; ///< of a value that does not fit its kind: "\"abc\" is no whole number"
 

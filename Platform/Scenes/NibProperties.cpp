@@ -203,9 +203,11 @@ void NibProperties::checkProperty(const NibElement &element, const NibProperty &
     if (!fits(object, type->property(index), property))
         failValue(element, property);
     // The loader does not translate lists.
-    if (object && !property.translatableParts.isEmpty()) {
-        const QStringList texts = m_texts.add(object, name.toUtf8(), property.translatableParts);
-        object->setProperty(name.toUtf8().constData(), texts);
+    if (object && property.translatable && !property.parts.isEmpty()) {
+        QList<NibTranslatable> texts;
+        for (const NibText &part : property.parts)
+            texts.append({ part.text.toUtf8(), property.translatable->qualifier });
+        object->setProperty(name.toUtf8().constData(), m_texts.add(object, name.toUtf8(), texts));
     }
 }
 
