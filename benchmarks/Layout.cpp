@@ -3,7 +3,7 @@
 // 100 widgets with constraints with Qt's nested grids, and forms of 500 and 1000 rows with
 // QFormLayout.
 #include "Goals.h"
-#include "Layout/Solver/ConstraintSolver.h"
+#include "Views.h"
 
 #include <pellarvine/Platform/NSLayoutAnchor.h>
 #include <pellarvine/Platform/NSView.h>
@@ -17,103 +17,13 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <cmath>
 
 using namespace Pellarvine;
 using namespace NS;
 
 namespace {
 
-using Solver = detail::ConstraintSolver;
-using Relation = Solver::Relation;
-
 constexpr double spacing = 6.0;
-constexpr double wanted = 50.0;
-
-struct Span
-{
-    Solver::Variable origin;
-    Solver::Variable extent;
-};
-
-// Views in a row that fill a container, each with its own preferred size, or views in a grid, where
-// all views of a column are as wide as the first one.
-class System
-{
-public:
-    System(int count, bool isGrid)
-        : m_container(m_solver.addVariable())
-        , m_size(*m_solver.add({ { { m_container } }, -wanted * count }, Relation::equal)
-                          .constraint)
-    {
-        const int columns = isGrid ? int(std::sqrt(count)) : count;
-        for (int i = 0; i < count; ++i) {
-            const Span view { m_solver.addVariable(), m_solver.addVariable() };
-            const double weight = 1.0 + 1.0 / (2.0 + i);
-            m_solver.addTarget({ { { view.extent } }, -wanted }, { 750.0, weight },
-                               { 250.0, weight });
-            if (i >= columns) {
-                equal({ { view.origin }, { m_views[i % columns].origin, -1.0 } }, 0.0);
-                equal({ { view.extent }, { m_views[i % columns].extent, -1.0 } }, 0.0);
-            } else if (i == 0) {
-                equal({ { view.origin } }, -spacing);
-            } else {
-                const Span &last = m_views.back();
-                equal({ { view.origin }, { last.origin, -1.0 }, { last.extent, -1.0 } }, -spacing);
-            }
-            m_views.push_back(view);
-        }
-        const Span &last = m_views[columns - 1];
-        equal({ { last.origin }, { last.extent }, { m_container, -1.0 } }, spacing);
-    }
-
-    void resize(double length)
-    {
-        m_solver.setConstant(m_size, -length);
-        solve();
-    }
-
-    void solve()
-    {
-        m_solver.solve();
-        benchmark::DoNotOptimize(m_solver.value(m_views.back().extent));
-    }
-
-private:
-    void equal(QVarLengthArray<Solver::Term, 4> terms, double constant)
-    {
-        m_solver.add({ std::move(terms), constant }, Relation::equal);
-    }
-
-    Solver m_solver;
-    Solver::Variable m_container;
-    Solver::Constraint m_size;
-    std::vector<Span> m_views;
-};
-
-template <bool isGrid>
-void solve(benchmark::State &state)
-{
-    for (auto _ : state) {
-        System system(int(state.range(0)), isGrid);
-        system.solve();
-    }
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-template <bool isGrid>
-void resolve(benchmark::State &state)
-{
-    System system(int(state.range(0)), isGrid);
-    double length = wanted * double(state.range(0));
-    for (auto _ : state) {
-        length =
-                length > 60.0 * double(state.range(0)) ? 40.0 * double(state.range(0)) : length + 7;
-        system.resize(length);
-    }
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
 constexpr int columns = 10;
 
 class Cell : public QWidget
@@ -296,15 +206,10 @@ void changeForm(benchmark::State &state)
         (form.*change)();
 }
 
-void sizes(benchmark::internal::Benchmark *benchmark)
-{
-    benchmark->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
-}
-
-BENCHMARK(solve<false>)->Name("layout/solve-chain")->Apply(sizes);
-BENCHMARK(resolve<false>)->Name("layout/resolve-chain")->Apply(sizes);
-BENCHMARK(solve<true>)->Name("layout/solve-grid")->Apply(sizes);
-BENCHMARK(resolve<true>)->Name("layout/resolve-grid")->Apply(sizes);
+BENCHMARK(solveViews<OwnSolver, false>)->Name("layout/solve-chain")->Apply(viewCounts);
+BENCHMARK(resizeViews<OwnSolver, false>)->Name("layout/resolve-chain")->Apply(viewCounts);
+BENCHMARK(solveViews<OwnSolver, true>)->Name("layout/solve-grid")->Apply(viewCounts);
+BENCHMARK(resizeViews<OwnSolver, true>)->Name("layout/resolve-grid")->Apply(viewCounts);
 BENCHMARK(resizeWindow<&arrangeByConstraints>)
         ->Name("layout/resize-window")
         ->Unit(benchmark::kMicrosecond);
