@@ -24,8 +24,9 @@ function(pellarvine_component name)
            $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
     PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/Platform)
   target_link_libraries(${target} PUBLIC ${arg_LIBRARIES} PRIVATE ${arg_PRIVATE_LIBRARIES})
-  # Calls from a library to itself need no look-up, as Qt's own do not; programs against Qt are
-  # position independent, so addresses of functions stay the same everywhere.
+  # Calls from a library to itself need no look-up and can be inlined, as Qt's own; programs against
+  # Qt are position independent, so addresses of functions stay the same everywhere.
+  target_compile_options(${target} PRIVATE -fno-semantic-interposition)
   target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
   target_precompile_headers(${target} PRIVATE ${arg_PRECOMPILE})
   set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)

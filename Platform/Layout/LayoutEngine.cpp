@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QPointer>
+#include <QVarLengthArray>
 #include <QWidget>
 
 #include <algorithm>
@@ -320,7 +321,7 @@ void LayoutEngine::apply()
 bool LayoutEngine::placeItems()
 {
     // Placing a widget or a guide runs its event handlers or slots, which may change the items.
-    std::vector<std::pair<QObject *, QRect>> places;
+    QVarLengthArray<std::pair<QObject *, QRect>, 128> places;
     places.reserve(m_system.items().size());
     for (const LayoutItem *const item : m_system.items()) {
         if (!item->isGiven)
