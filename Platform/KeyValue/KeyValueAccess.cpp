@@ -31,24 +31,9 @@ namespace {
     throw NS::KeyValueException(reason, className, path, key, detail);
 }
 
-// "did you mean …?" with the most similar property, or an empty text.
 QString suggestion(const QString &key, const QMetaObject *type, const QObject *object = nullptr)
 {
-    QStringList names;
-    for (int i = 0; type && i < type->propertyCount(); ++i)
-        names.append(QString::fromUtf8(type->property(i).name()));
-    const QList<QByteArray> dynamic = object ? object->dynamicPropertyNames() : QList<QByteArray>();
-    for (const QByteArray &name : dynamic)
-        names.append(QString::fromUtf8(name));
-    qsizetype fewest = key.size() < 3 ? 0 : key.size() == 3 ? 1 : 2;
-    QString similar;
-    for (const QString &name : std::as_const(names)) {
-        const qsizetype apart = editDistance(key, name);
-        if (apart < fewest || (apart == fewest && similar.isEmpty())) {
-            fewest = apart;
-            similar = name;
-        }
-    }
+    const QString similar = similarKey(key, type, object);
     return similar.isEmpty() ? QString() : u"did you mean \"%1\"?"_s.arg(similar);
 }
 
@@ -279,6 +264,26 @@ bool replaceInside(QVariant &container, const Keys &keys, qsizetype index, const
 }
 
 } // namespace
+
+QString similarKey(const QString &key, const QMetaObject *type, const QObject *object)
+{
+    QStringList names;
+    for (int i = 0; type && i < type->propertyCount(); ++i)
+        names.append(QString::fromUtf8(type->property(i).name()));
+    const QList<QByteArray> dynamic = object ? object->dynamicPropertyNames() : QList<QByteArray>();
+    for (const QByteArray &name : dynamic)
+        names.append(QString::fromUtf8(name));
+    qsizetype fewest = key.size() < 3 ? 0 : key.size() == 3 ? 1 : 2;
+    QString similar;
+    for (const QString &name : std::as_const(names)) {
+        const qsizetype apart = editDistance(key, name);
+        if (apart < fewest || (apart == fewest && similar.isEmpty())) {
+            fewest = apart;
+            similar = name;
+        }
+    }
+    return similar;
+}
 
 Keys keys(const QObject *root, const KeyPath &path)
 {

@@ -12,6 +12,7 @@
 #include <optional>
 
 QT_FORWARD_DECLARE_CLASS(QObject)
+QT_FORWARD_DECLARE_STRUCT(QMetaObject)
 
 namespace Pellarvine::detail {
 
@@ -59,6 +60,11 @@ PELLARVINE_PRIVATE_EXPORT QVariant valueInside(const QVariant &container, const 
 /// Writes `value` to the path keys[first...] of `object`.
 void setValue(QObject *object, const Keys &keys, qsizetype first, const QVariant &value,
               const KeyPath &path);
+
+/// The property of the class, or the dynamic property of the object, that is most similar to a key
+/// without a property. Empty if none is.
+PELLARVINE_PRIVATE_EXPORT QString similarKey(const QString &key, const QMetaObject *type,
+                                             const QObject *object = nullptr);
 
 /// Whether `type` is an arithmetic type, such as bool, or an enumeration.
 bool isNumber(QMetaType type);

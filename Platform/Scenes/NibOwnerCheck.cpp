@@ -3,11 +3,15 @@
 
 #include "Base/EditDistance.h"
 #include "Base/MethodLookup.h"
+#include "KeyValue/ChangeSignal.h"
+#include "KeyValue/KeyValueAccess.h"
 #include "Scenes/NibConnector.h"
 
 #include <QMetaObject>
 #include <QMetaProperty>
 #include <QObject>
+#include <QSequentialIterable>
+#include <QVariant>
 
 #include <variant>
 
@@ -16,6 +20,11 @@ using namespace Qt::StringLiterals;
 namespace Pellarvine::detail {
 
 namespace {
+
+enum class Use {
+    once,
+    observed,
+};
 
 class Check
 {
@@ -27,12 +36,9 @@ public:
 
     void operator()(const NibOutlet &outlet) const
     {
-        const QMetaProperty property = ownerProperty(outlet.path);
-        checkKeys(outlet.path);
+        const QMetaProperty property = checkOwnerKeys(outlet.path, Use::once);
         const bool isLast = !outlet.path.keyPath.contains(u'.');
-        if (!property.isValid() || !isLast)
-            return;
-        if (!canBeOutlet(property, m_object))
+        if (property.isValid() && isLast && !canBeOutlet(property, m_object))
             throw NibFault { NS::NibError::unknownKeyPath, outlet.path.keyPath,
                              u"the property \"%1\" of %2 cannot take a %3"_s.arg(
                                      outlet.path.keyPath, className(m_owner),
@@ -48,13 +54,17 @@ public:
                              || key == "selectedObject"_L1 || key == "selectedTag"_L1;
         if (!isKnown)
             failKey(m_object->metaObject(), binding.key, binding.key);
-        checkKeys(binding.path);
+        const QMetaProperty property = checkOwnerKeys(binding.path, Use::observed);
+        for (const QString &itemPath : { binding.options.title, binding.options.tag }) {
+            if (!itemPath.isEmpty() && property.isValid())
+                checkKeys(itemType(property.metaType()), itemPath, Use::once);
+        }
     }
 
     void operator()(const NibAction &action) const
     {
         if (!action.receiver.keyPath.isEmpty())
-            checkKeys(action.receiver);
+            checkOwnerKeys(action.receiver, Use::once);
         else if (m_owner)
             signalAndSlot(m_object->metaObject(), action.signal, m_owner, action.slot);
         if (signalsMatching(m_object->metaObject(), action.signal).isEmpty())
@@ -77,49 +87,76 @@ private:
     [[noreturn]] static void failKey(const QMetaObject *type, const QString &key,
                                      const QString &keyPath)
     {
+        const QString similar = similarKey(key, type);
         throw NibFault { NS::NibError::unknownKeyPath, keyPath,
-                         u"%1 has no key \"%2\""_s.arg(className(type), key) };
+                         u"%1 has no key \"%2\""_s.arg(className(type), key)
+                                 + (similar.isEmpty() ? QString()
+                                                      : u": did you mean \"%1\"?"_s.arg(similar)) };
     }
 
-    // The first property on the path. Invalid if the class of the owner is not known.
-    QMetaProperty ownerProperty(const NibPath &path) const
+    // Checks the keys of a path as far as their classes are known. Returns its last property, or an
+    // invalid one if that is not known.
+    QMetaProperty checkOwnerKeys(const NibPath &path, Use use) const
     {
-        if (!m_owner)
-            return {};
         const QString key = path.keyPath.section(u'.', 0, 0);
-        const int index = indexOf(m_owner, key);
-        if (index < 0)
+        if (m_owner && indexOf(m_owner, key) < 0)
             failKey(m_owner, key, path.keyPath);
-        return m_owner->property(index);
+        return checkKeys(m_owner, path.keyPath, use);
     }
 
-    // The keys after the first, as far as the properties have classes. An object may have a derived
-    // class with more keys. So a key that its class lacks is an error only if it is similar to one
-    // of the class; values have no derived classes.
-    void checkKeys(const NibPath &path) const
+    // An object may have a derived class with more keys. So a key that its class lacks is an error
+    // only if it is similar to one of the class; values have no derived classes.
+    static QMetaProperty checkKeys(const QMetaObject *type, const QString &keyPath, Use use)
     {
-        QMetaProperty property = ownerProperty(path);
-        const QStringList keys = path.keyPath.split(u'.');
-        for (qsizetype i = 1; i < keys.size() && property.isValid(); ++i) {
-            const bool isObject = property.metaType().flags() & QMetaType::PointerToQObject;
-            if (!isObject && !(property.metaType().flags() & QMetaType::IsGadget))
-                return;
-            const QMetaObject *const type = property.metaType().metaObject();
-            const int index = indexOf(type, keys[i]);
-            if (index < 0 && (!isObject || hasSimilarKey(type, keys[i])))
-                failKey(type, keys[i], path.keyPath);
+        QMetaProperty property;
+        const QStringList keys = keyPath.split(u'.');
+        for (const QString &key : keys) {
+            if (!type)
+                return {};
+            const int index = indexOf(type, key);
+            if (index < 0) {
+                if (!type->inherits(&QObject::staticMetaObject) || hasSimilarKey(type, key))
+                    failKey(type, key, keyPath);
+                return {};
+            }
             property = type->property(index);
+            if (use == Use::observed && !isObservable(type, property))
+                throw NibFault { NS::NibError::unknownKeyPath, keyPath,
+                                 u"%1 does not report changes of its key \"%2\""_s.arg(
+                                         className(type), key) };
+            type = classOf(property.metaType());
         }
+        return property;
     }
 
+    static bool isObservable(const QMetaObject *type, const QMetaProperty &property)
+    {
+        return property.isConstant() || property.isBindable() || changeSignal(type, property) >= 0
+               || !type->inherits(&QObject::staticMetaObject);
+    }
+
+    // The class of the items of a list. Null if they have none.
+    static const QMetaObject *itemType(QMetaType list)
+    {
+        list.id(); // registers the conversion
+        const QVariant value(list);
+        if (!value.canConvert<QSequentialIterable>())
+            return nullptr;
+        return classOf(value.value<QSequentialIterable>().metaContainer().valueMetaType());
+    }
+
+    // Null for types without keys.
+    static const QMetaObject *classOf(QMetaType type)
+    {
+        const QMetaType::TypeFlags withKeys = QMetaType::PointerToQObject | QMetaType::IsGadget;
+        return type.flags() & withKeys ? type.metaObject() : nullptr;
+    }
+
+    // More similar than a suggestion for a key that is certainly wrong.
     static bool hasSimilarKey(const QMetaObject *type, const QString &key)
     {
-        const qsizetype most = key.size() < 6 ? 1 : 2;
-        for (int i = 0; i < type->propertyCount(); ++i) {
-            if (editDistance(key, QString::fromUtf8(type->property(i).name())) <= most)
-                return true;
-        }
-        return false;
+        const QString similar = similarKey(key, type);
+        return !similar.isEmpty() && editDistance(key, similar) <= (key.size() < 6 ? 1 : 2);
     }
 
     const QObject *m_object;

@@ -72,6 +72,14 @@ TEST_F(CheckCommand, says_where_each_mistake_is)
         { u"Form.ui"_s, "owner.name", "owner.field.txet", u"Form.storyboard"_s,
           "/Form.ui:9:51: error: nameField: QLineEdit has no key \"txet\"" },
         { u"Form.ui"_s, "owner.name", "owner.field.nickname", u"Form.storyboard"_s, "" },
+        { u"Form.ui"_s, "text = owner.name", "text = owner.nickname", u"Form.storyboard"_s,
+          "/Form.ui:9:51: error: nameField: FormController does not report changes of its key "
+          "\"nickname\"" },
+        { u"Form.ui"_s, "owner.mailboxes", "owner.badges | title(\"numbr\")", u"Form.storyboard"_s,
+          "/Form.ui:16:15: error: mailboxBox: Badge has no key \"numbr\": did you mean "
+          "\"number\"?" },
+        { u"Form.ui"_s, "owner.mailboxes", "owner.badges | title(\"number\") | tag(\"motto\")",
+          u"Form.storyboard"_s, "" },
         { u"Form.ui"_s, "owner.save", "owner.sav", u"Form.storyboard"_s,
           "/Form.ui:10:50: error: nameField: FormController has no slot \"sav\"" },
         { u"Form.ui"_s, "owner.field", "owner.name", u"Form.storyboard"_s,

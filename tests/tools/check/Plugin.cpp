@@ -5,6 +5,7 @@
 
 #include <QFrame>
 #include <QLineEdit>
+#include <QList>
 
 namespace {
 
@@ -23,9 +24,11 @@ public:
 class FormController : public NS::ViewController
 {
     Q_OBJECT
-    Q_PROPERTY(QLineEdit *field MEMBER field)
+    Q_PROPERTY(QLineEdit *field MEMBER field NOTIFY fieldChanged)
     Q_PROPERTY(QString name MEMBER name NOTIFY nameChanged)
+    Q_PROPERTY(QString nickname MEMBER name)
     Q_PROPERTY(QStringList mailboxes MEMBER mailboxes CONSTANT)
+    Q_PROPERTY(QList<Badge *> badges MEMBER badges CONSTANT)
 
 public:
     explicit FormController(QObject *parent = nullptr)
@@ -36,8 +39,10 @@ public:
     QLineEdit *field = nullptr;
     QString name;
     QStringList mailboxes;
+    QList<Badge *> badges;
 
 Q_SIGNALS:
+    void fieldChanged();
     void nameChanged();
 };
 
