@@ -9,6 +9,7 @@
 #include "Pellarvine/AboutTexts.h"
 #include "Window/NSTitleBar.h"
 #include "Window/WindowFrame.h"
+#include "Window/WindowPlace.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -20,7 +21,6 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPointer>
-#include <QScreen>
 #include <QShortcut>
 #include <QStringList>
 #include <QThread>
@@ -88,20 +88,6 @@ QPixmap tile(const QString &name, qreal scale)
     painter.setPen(QGuiApplication::palette().color(QPalette::HighlightedText));
     painter.drawText(QRectF(0, 0, iconSize, iconSize), Qt::AlignCenter, name.left(1).toUpper());
     return pixmap;
-}
-
-void center(QWidget *window)
-{
-    const QWidget *const active = QApplication::activeWindow();
-    const QRect screen = (active ? active : window)->screen()->availableGeometry();
-    window->adjustSize();
-    QRect place = window->rect();
-    place.moveCenter(active ? active->frameGeometry().center() : screen.center());
-    place.moveRight(std::min(place.right(), screen.right()));
-    place.moveBottom(std::min(place.bottom(), screen.bottom()));
-    place.moveLeft(std::max(place.left(), screen.left()));
-    place.moveTop(std::max(place.top(), screen.top()));
-    window->move(place.topLeft());
 }
 
 // Calls a function after each change of a window's palette.
@@ -277,8 +263,10 @@ void AboutWindowController::copyDetails() const
 void AboutWindowController::showWindow(const QVariant &sender)
 {
     QWidget *const about = window();
-    if (about && !about->isVisible() && !about->testAttribute(Qt::WA_Moved))
-        center(about);
+    if (about && !about->isVisible() && !about->testAttribute(Qt::WA_Moved)) {
+        about->adjustSize();
+        detail::moveToCentre(about, QApplication::activeWindow());
+    }
     NS::WindowController::showWindow(sender);
 }
 

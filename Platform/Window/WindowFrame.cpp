@@ -14,9 +14,11 @@
 #include "Window/WindowEdges.h"
 #include "Window/WindowManager.h"
 #include "Window/WindowMenu.h"
+#include "Window/WindowPlace.h"
 #include "Window/WindowState.h"
 
 #include <QChildEvent>
+#include <QDialog>
 #include <QLayout>
 #include <QPainter>
 #include <QScreen>
@@ -337,8 +339,10 @@ bool WindowFrame::eventFilter(QObject *watched, QEvent *event)
         watchNativeWindow();
         break;
     case QEvent::Show:
-        if (!event->spontaneous())
+        if (!event->spontaneous()) {
             prepareMargin();
+            placeDialog();
+        }
         windowShown();
         break;
     case QEvent::WindowActivate:
@@ -380,6 +384,20 @@ bool WindowFrame::eventFilter(QObject *watched, QEvent *event)
         break;
     }
     return QObject::eventFilter(watched, event);
+}
+
+// QDialog would leave room for a frame of the window manager, which this window does not have.
+void WindowFrame::placeDialog()
+{
+    if (!qobject_cast<QDialog *>(m_window) || m_isNative || !isNormal()
+        || m_window->testAttribute(Qt::WA_Moved) || !WindowManager::canPlaceWindows())
+        return;
+    const QWidget *const parent = m_window->parentWidget();
+    moveToCentre(m_window, parent ? parent->window() : nullptr);
+    // The next time it is shown, it goes to the centre again unless the program has moved it.
+    QTimer::singleShot(0, this, [this, place = m_window->pos()] {
+        m_window->setAttribute(Qt::WA_Moved, m_window->pos() != place);
+    });
 }
 
 void WindowFrame::windowShown()

@@ -83,6 +83,7 @@ private:
     void moveLimits(QSize by);
     void updateItems();
     void prepareMargin();
+    void placeDialog();
     void painted();
     void confirmMargin(QWindow *window);
     void exposureChanged(QWindow *window);

@@ -144,6 +144,31 @@ TEST(InstalledTitleBar, moves_resizes_and_closes_the_dialog_that_it_is_in)
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
 }
 
+TEST(InstalledTitleBar, opens_a_dialog_at_the_centre_of_its_parent)
+{
+    QWidget parent;
+    parent.setGeometry(100, 100, 500, 400);
+    parent.show();
+    Dialog dialog;
+    dialog.setParent(&parent, dialog.windowFlags());
+    dialog.resize(200, 100);
+    NS::TitleBar::install(&dialog);
+    const auto distance = [&] {
+        dialog.show();
+        QCoreApplication::processEvents();
+        return (dialog.geometry().center() - parent.geometry().center()).manhattanLength();
+    };
+    EXPECT_LE(distance(), 1);
+    dialog.hide();
+    parent.move(150, 90);
+    EXPECT_LE(distance(), 1) << "where the parent is now";
+    dialog.hide();
+    dialog.move(20, 30);
+    dialog.show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(dialog.pos(), QPoint(20, 30)) << "where the program has placed it";
+}
+
 TEST(InstalledTitleBar, leaves_a_message_box_its_answers)
 {
     const auto answerTo = [](const auto &act) {
