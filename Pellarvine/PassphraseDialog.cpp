@@ -151,7 +151,10 @@ PassphraseDialog::PassphraseDialog(Purpose purpose, QWidget *parent)
         d->strength->setAccessibleName(tr("Estimated strength"));
         d->strength->setTextVisible(false);
         d->strengthText = new QLabel;
-        d->strengthText->setMinimumWidth(fontMetrics().averageCharWidth() * 8);
+        // A change of the word does not change the bar.
+        for (const QString &word : { tr("Weak"), tr("Fair"), tr("Strong") })
+            d->strengthText->setMinimumWidth(std::max(d->strengthText->minimumWidth(),
+                                                      fontMetrics().horizontalAdvance(word)));
         auto *const row = new QHBoxLayout;
         row->addWidget(d->strength, 1);
         row->addWidget(d->strengthText);
