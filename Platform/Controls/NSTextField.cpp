@@ -523,6 +523,8 @@ void TextField::Private::updateEditor()
         editor->setPlaceholderText(placeholderString);
     });
     q->setFocusPolicy(editor->focusPolicy());
+    if (isNew)
+        QWidget::setTabOrder(q, editor); // other widgets may have come since the field
     q->setFocusProxy(editor);
     updateEditorPalette();
     applyFormat();

@@ -25,6 +25,8 @@ NS::AttributedString withoutMiddle(const NS::AttributedString &line, qsizetype h
 NS::AttributedString keeping(const NS::AttributedString &line, Qt::TextElideMode mode,
                              qsizetype count)
 {
+    if (line.isEmpty())
+        return withoutMiddle(line, 0, 0);
     const QString &string = line.string();
     const qsizetype length = line.length();
     const qsizetype head = mode == Qt::ElideLeft     ? 0

@@ -198,6 +198,8 @@ void TextFieldEditor::wheelEvent(QWheelEvent *event)
 void TextFieldEditor::contextMenuEvent(QContextMenuEvent *event)
 {
     QMenu *const menu = createStandardContextMenu(event->pos());
+    if (!menu) // beside the links of a text that cannot be selected
+        return event->ignore();
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->popup(event->globalPos());
 }

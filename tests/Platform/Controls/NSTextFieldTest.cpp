@@ -11,6 +11,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -515,6 +516,57 @@ TEST(TextField, a_click_on_a_link_tells_where_it_leads)
     EXPECT_TRUE(hasPixelLike(field.picture(), readable));
     field.setStringValue(u"Without"_s);
     EXPECT_FALSE(field.editor() && field.editor()->isVisible());
+}
+
+TEST(TextField, a_right_click_beside_a_link_is_left_to_the_parent)
+{
+    QWidget window;
+    window.setContextMenuPolicy(Qt::CustomContextMenu);
+    const QSignalSpy asked(&window, &QWidget::customContextMenuRequested);
+    auto *const field = new Field;
+    field->setParent(&window);
+    NS::MutableAttributedString text(u"See the notes."_s);
+    text.addAttributes({ { NS::LinkAttributeName, QUrl(u"notes:2.4"_s) } }, 0, 3);
+    field->setAttributedStringValue(text);
+    field->resize(200, 30);
+    window.show();
+    QWidget *const viewport = field->editor()->viewport();
+    const auto click = [&](QPoint place) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, viewport->mapToGlobal(place));
+        QApplication::sendEvent(viewport, &event);
+        QWidget *const menu = QApplication::activePopupWidget();
+        return menu && menu->close();
+    };
+    EXPECT_TRUE(click({ 5, 8 })) << "to copy the link";
+    EXPECT_EQ(asked.count(), 0);
+    EXPECT_FALSE(click({ 180, 8 }));
+    EXPECT_EQ(asked.count(), 1);
+}
+
+TEST(TextField, tab_reaches_it_in_its_place_also_if_it_becomes_editable_later)
+{
+    QWidget window;
+    QVBoxLayout layout(&window);
+    QLineEdit before;
+    auto *const field = new Field;
+    QLineEdit after;
+    for (QWidget *const widget : { static_cast<QWidget *>(&before), static_cast<QWidget *>(field),
+                                   static_cast<QWidget *>(&after) })
+        layout.addWidget(widget);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    for (int time = 0; time < 2; ++time) {
+        field->setEditable(true);
+        before.setFocus();
+        for (QWidget *const next : { field->focusProxy(), static_cast<QWidget *>(&after) }) {
+            QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
+            EXPECT_EQ(window.focusWidget(), next) << time;
+        }
+        QTest::keyClick(&after, Qt::Key_Backtab);
+        EXPECT_TRUE(field->hasFocus()) << time;
+        field->setEditable(false);
+    }
 }
 
 TEST(TextField, a_screen_reader_finds_static_text_or_text_to_edit)

@@ -40,6 +40,7 @@ TEST(TextElision, keeps_the_longest_part_that_fits)
         { u"abcdefgh"_s, Qt::ElideMiddle, 4, u"ab…h"_s },
         { u"abcdefgh"_s, Qt::ElideRight, 1, u"…"_s },
         { u"abcdefgh"_s, Qt::ElideRight, 0, u"…"_s },
+        { u""_s, Qt::ElideRight, 5, u"…"_s },
         { u"one two"_s, Qt::ElideRight, 5, u"one…"_s },
         { u"one two"_s, Qt::ElideLeft, 5, u"…two"_s },
         { u"one  two"_s, Qt::ElideMiddle, 7, u"one…two"_s },
