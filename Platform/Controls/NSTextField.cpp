@@ -47,7 +47,9 @@ struct TextField::Private
     void updateEditor();
     void updateEditorPalette();
     void placeEditor();
+    void drawPlaceholder(QPainter &painter) const;
     void textWasEdited();
+    void tellOfText(bool isOtherString);
 
     QColor effectiveTextColor() const;
     detail::TextFieldFormat format() const;
@@ -118,9 +120,7 @@ void TextField::setAttributedStringValue(const AttributedString &text)
     const bool isOtherString = text.string() != d->contents.text().string();
     d->setText(text);
     d->isEdited = false;
-    if (isOtherString)
-        Q_EMIT stringValueChanged(text.string());
-    Q_EMIT attributedStringValueChanged(text);
+    d->tellOfText(isOtherString);
 }
 
 QColor TextField::textColor() const
@@ -285,8 +285,6 @@ void TextField::setPlaceholderString(const QString &string)
 {
     if (!detail::assign(d->placeholderString, string))
         return;
-    if (d->editor)
-        d->editor->setPlaceholderText(string);
     d->invalidate();
     Q_EMIT placeholderStringChanged(string);
 }
@@ -329,7 +327,8 @@ QSize TextField::sizeWithin(double maxLayoutWidth) const
     int width = d->textSize(-1).width();
     if (d->wraps) {
         const bool isGiven = maxLayoutWidth > 0.0;
-        width = std::min(width, isGiven ? int(maxLayoutWidth) - across : readableWidth * character);
+        const double widest = isGiven ? maxLayoutWidth - across : readableWidth * character;
+        width = int(std::clamp(widest, 0.0, double(width))); // no limit may be infinite
     }
     if (d->editable)
         width = std::max(width, editableWidth * character);
@@ -452,6 +451,8 @@ void TextField::Private::applyText()
 void TextField::Private::applyFormat()
 {
     contents.setFormat(format());
+    if (editor)
+        editor->layOutAnew();
     invalidate();
 }
 
@@ -469,9 +470,18 @@ void TextField::Private::textWasEdited()
     const QPointer<TextField> self(q);
     const AttributedString now = contents.text();
     Q_EMIT q->textEdited(now.string());
-    if (self)
+    if (self && contents.text() == now)
+        tellOfText(true);
+}
+
+// A slot may delete the field, or set another text, which is then reported first.
+void TextField::Private::tellOfText(bool isOtherString)
+{
+    const QPointer<TextField> self(q);
+    const AttributedString now = contents.text();
+    if (isOtherString)
         Q_EMIT q->stringValueChanged(now.string());
-    if (self)
+    if (self && contents.text() == now)
         Q_EMIT q->attributedStringValueChanged(now);
 }
 
@@ -520,7 +530,6 @@ void TextField::Private::updateEditor()
     contents.changeLooks([this] {
         editor->setHasLines(wraps);
         editor->setKind(selectable, editable, detail::hasLinks(contents.text()));
-        editor->setPlaceholderText(placeholderString);
     });
     q->setFocusPolicy(editor->focusPolicy());
     if (isNew)
@@ -630,21 +639,27 @@ void TextField::paintEvent(QPaintEvent *)
             style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);
         }
     }
+    if (d->contents.text().isEmpty() && !(d->editor && d->editor->isComposing()))
+        d->drawPlaceholder(painter);
     if (d->editor)
         return;
-
-    const QRect place = d->textRect();
-    const bool showsPlaceholder = d->contents.text().isEmpty() && !d->placeholderString.isEmpty();
-    if (showsPlaceholder) {
-        painter.setPen(palette().color(QPalette::PlaceholderText));
-        const int flags = int(QStyle::visualAlignment(layoutDirection(), d->alignment))
-                          | (d->wraps ? Qt::TextWordWrap : 0);
-        painter.drawText(place, flags, d->placeholderString);
-        return;
-    }
     painter.setClipRect(rect());
     painter.setPen(d->effectiveTextColor());
-    d->contents.draw(painter, place);
+    d->contents.draw(painter, d->textRect());
+}
+
+// Also below an editor, whose own placeholder would be at the left side always.
+void TextField::Private::drawPlaceholder(QPainter &painter) const
+{
+    const QRect place = textRect();
+    painter.setPen(q->palette().color(QPalette::PlaceholderText));
+    const Qt::Alignment side = QStyle::visualAlignment(q->layoutDirection(), alignment);
+    if (wraps)
+        painter.drawText(place, int(side) | Qt::TextWordWrap, placeholderString);
+    else
+        painter.drawText(
+                place, int(side),
+                q->fontMetrics().elidedText(placeholderString, Qt::ElideRight, place.width()));
 }
 
 void TextField::resizeEvent(QResizeEvent *event)

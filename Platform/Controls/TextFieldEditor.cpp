@@ -12,6 +12,8 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTextBlock>
+#include <QTextLayout>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -86,11 +88,25 @@ void TextFieldEditor::setKind(bool isSelectable, bool isEditable, bool hasLinks)
     setAcceptDrops(isEditable);
 }
 
+// Without this, Qt aligns lines that do not wrap in the width of an earlier text.
+void TextFieldEditor::layOutAnew()
+{
+    if (m_hasLines)
+        return;
+    setLineWrapMode(QTextEdit::WidgetWidth);
+    setLineWrapMode(QTextEdit::NoWrap);
+}
+
 void TextFieldEditor::updateName()
 {
     const QString name = nameOf(m_field);
     if (name != accessibleName())
         setAccessibleName(name);
+}
+
+bool TextFieldEditor::isComposing() const
+{
+    return !textCursor().block().layout()->preeditAreaText().isEmpty();
 }
 
 bool TextFieldEditor::focusNextPrevChild(bool next)

@@ -22,12 +22,17 @@ public:
     /// Line ends are taken, and lines wrap.
     void setHasLines(bool hasLines);
     void setKind(bool isSelectable, bool isEditable, bool hasLinks);
+    /// After the text or its alignment has changed.
+    void layOutAnew();
 
     /// Takes over the name that screen readers know the field by. Before they see the editor.
     void updateName();
 
     /// Whether it has the focus from there, so that a reader must be shown where it is.
     bool isFocusedByKeyboard() const { return m_isFocusedByKeyboard && hasFocus(); }
+
+    /// Whether it shows what an input method has not committed yet.
+    bool isComposing() const;
 
 Q_SIGNALS:
     void returned();

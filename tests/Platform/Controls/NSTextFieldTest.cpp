@@ -13,6 +13,7 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHelpEvent>
+#include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -23,6 +24,8 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
+
+#include <limits>
 
 using namespace Qt::StringLiterals;
 using NS::AttributedString;
@@ -105,6 +108,11 @@ TEST(TextField, is_as_wide_as_its_text_and_as_high_as_that_at_its_width)
     field.setPreferredMaxLayoutWidth(200);
     EXPECT_LE(field.sizeHint().width(), 200);
     EXPECT_EQ(field.sizeHint().height(), field.heightForWidth(200));
+    for (const double much : { 1e5, 1e10, std::numeric_limits<double>::infinity() }) {
+        field.setPreferredMaxLayoutWidth(much);
+        EXPECT_GT(field.sizeHint().width(), 600) << much;
+        EXPECT_EQ(field.sizeHint().height(), line) << much;
+    }
     field.setWraps(false);
     EXPECT_FALSE(field.hasHeightForWidth());
     EXPECT_FALSE(field.sizePolicy().hasHeightForWidth());
@@ -630,6 +638,117 @@ TEST(TextField, editing_may_end_while_an_edit_is_reported)
     EXPECT_EQ(field.stringValue(), u"cab"_s);
     field.setEditable(true);
     EXPECT_EQ(field.editor()->toPlainText(), u"cab"_s);
+}
+
+TEST(TextField, a_slot_may_set_another_text)
+{
+    for (const bool isTyped : { false, true }) {
+        Field field;
+        Field mirror;
+        Field styledMirror;
+        field.setEditable(true);
+        const auto raise = [&](const QString &text) {
+            field.setStringValue(text.toUpper());
+        };
+        if (isTyped)
+            QObject::connect(&field, &TextField::textEdited, &field, raise);
+        else
+            QObject::connect(&field, &TextField::stringValueChanged, &field, raise);
+        QObject::connect(&field, &TextField::stringValueChanged, &mirror,
+                         &TextField::setStringValue);
+        QObject::connect(&field, &TextField::attributedStringValueChanged, &styledMirror,
+                         &TextField::setAttributedStringValue);
+        if (isTyped)
+            QTest::keyClicks(field.editor(), u"a"_s);
+        else
+            field.setStringValue(u"a"_s);
+        EXPECT_EQ(field.stringValue(), u"A"_s);
+        EXPECT_EQ(styledMirror.stringValue(), u"A"_s) << isTyped;
+        EXPECT_TRUE(mirror.stringValue() == u"A"_s || !isTyped);
+    }
+}
+
+TEST(TextField, a_slot_may_delete_it)
+{
+    const QPointer<Field> field = new Field;
+    QObject::connect(field, &TextField::stringValueChanged, field, [&] { delete field; });
+    field->setStringValue(u"a"_s);
+    EXPECT_FALSE(field);
+}
+
+TEST(TextField, a_single_line_to_select_is_aligned_anew_with_each_text_and_alignment)
+{
+    NS::ParagraphStyle centred;
+    centred.alignment = Qt::AlignHCenter;
+    const QVariant style = QVariant::fromValue(centred);
+    const AttributedString inTheMiddle(u"Title"_s, { { NS::ParagraphStyleAttributeName, style } });
+    for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+        Field shown;
+        Field selected;
+        selected.setSelectable(true);
+        const auto expectSameInk = [&](const char *what) {
+            EXPECT_LE((inked(shown.picture()).center() - inked(selected.picture()).center())
+                              .manhattanLength(),
+                      2)
+                    << what << ' ' << direction;
+        };
+        const auto both = [&](const auto &change) {
+            change(shown);
+            change(selected);
+        };
+        both([&](Field &field) {
+            field.setLayoutDirection(direction);
+            field.setWraps(false);
+            field.setStringValue(u"Title"_s);
+            field.resize(300, 40);
+            field.show();
+        });
+        expectSameInk("as made");
+        both([](Field &field) { field.setAlignment(Qt::AlignRight | Qt::AlignVCenter); });
+        expectSameInk("right");
+        both([](Field &field) { field.resize(200, 40); });
+        expectSameInk("resized");
+        both([](Field &field) { field.setAlignment(Qt::AlignLeft | Qt::AlignVCenter); });
+        expectSameInk("left");
+        both([&](Field &field) { field.setAttributedStringValue(inTheMiddle); });
+        expectSameInk("centred");
+        both([](Field &field) { field.setStringValue(u"Title"_s); });
+        both([](Field &field) { field.resize(100, 40); });
+        expectSameInk("as made, narrower");
+    }
+}
+
+TEST(TextField, the_placeholder_stands_where_the_text_will)
+{
+    for (const bool isEditable : { false, true }) {
+        for (const Qt::Alignment side : { Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight }) {
+            for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+                Field field(u"Title"_s);
+                field.setLayoutDirection(direction);
+                field.setEditable(isEditable);
+                field.setWraps(false);
+                field.setAlignment(side | Qt::AlignVCenter);
+                field.resize(300, 40);
+                const QRect text = inked(field.picture());
+                field.setStringValue({});
+                field.setPlaceholderString(u"Title"_s);
+                const QRect placeholder = inked(field.picture());
+                EXPECT_LE((placeholder.center() - text.center()).manhattanLength(), 2)
+                        << isEditable << ' ' << side.toInt() << ' ' << direction;
+                field.setPlaceholderString(longText); // is elided
+                EXPECT_LE(inked(field.picture()).height(), field.sizeHint().height());
+            }
+        }
+    }
+    Field field;
+    field.setEditable(true);
+    field.resize(300, 40);
+    const QImage empty = field.picture();
+    field.setPlaceholderString(u"Title"_s);
+    EXPECT_NE(field.picture(), empty);
+    QInputMethodEvent composing(u" "_s, {});
+    QApplication::sendEvent(field.editor(), &composing);
+    EXPECT_EQ(field.picture(), empty) << "an input method has begun a text";
 }
 
 TEST(TextField, style_sheets_never_hide_the_text_of_the_editor)
