@@ -7,9 +7,6 @@ namespace Pellarvine::detail {
 
 using Tracking = NS::SegmentedControl::SwitchTracking;
 
-namespace {
-
-// The accessible name of a label, as Qt's tabs and buttons have it.
 QString withoutMnemonics(const QString &label)
 {
     QString text;
@@ -20,8 +17,6 @@ QString withoutMnemonics(const QString &label)
     }
     return text;
 }
-
-} // namespace
 
 AccessibleSegment::AccessibleSegment(NS::SegmentedControl *control, int segment)
     : AccessiblePart(control)

@@ -10,6 +10,9 @@
 
 namespace Pellarvine::detail {
 
+/// The label as it is read, like the accessible names of Qt's tabs and buttons: "Day" of "&Day".
+QString withoutMnemonics(const QString &label);
+
 /// One segment as a screen reader meets it: a tab, a toggle button or a button.
 class AccessibleSegment : public AccessiblePart<NS::SegmentedControl>
 {

@@ -54,7 +54,8 @@ public:
     void setTitles(const QStringList &titles) const
     {
         if (m_segments) {
-            m_segments->setLabels(titles);
+            QStringList labels = titles;
+            m_segments->setLabels(labels.replaceInStrings(u"&"_s, u"&&"_s)); // no shortcuts
             return;
         }
         while (m_box->count() > titles.size())

@@ -93,8 +93,19 @@ void SegmentedControl::Private::act(int segment)
 {
     const QPointer<SegmentedControl> self(q);
     setSelected(segment, trackingMode == SwitchTracking::selectOne || !selection.contains(segment));
-    if (self)
+    if (self && segment < segments.size())
         Q_EMIT q->triggered(segment);
+}
+
+// Whether the segment had another label.
+bool SegmentedControl::Private::setLabel(Segment &segment, const QString &label) const
+{
+    if (label == segment.label)
+        return false;
+    segment.label = label;
+    segment.forgetWidths();
+    grabShortcut(segment);
+    return true;
 }
 
 void SegmentedControl::Private::grabShortcut(Segment &segment) const
@@ -103,6 +114,8 @@ void SegmentedControl::Private::grabShortcut(Segment &segment) const
         q->releaseShortcut(segment.shortcut);
     const QKeySequence keys = QKeySequence::mnemonic(segment.label);
     segment.shortcut = keys.isEmpty() ? 0 : q->grabShortcut(keys);
+    if (segment.shortcut != 0)
+        q->setShortcutEnabled(segment.shortcut, segment.isEnabled);
 }
 
 // Geometry and looks
@@ -187,8 +200,10 @@ void SegmentedControl::setTrackingMode(SwitchTracking mode)
         kept.clear();
     else if (mode == SwitchTracking::selectOne && kept.size() > 1)
         kept = { kept.constLast() };
+    const QPointer<SegmentedControl> self(this);
     d->select(kept);
-    Q_EMIT trackingModeChanged(mode);
+    if (self)
+        Q_EMIT trackingModeChanged(d->trackingMode);
 }
 
 int SegmentedControl::segmentCount() const
@@ -198,24 +213,9 @@ int SegmentedControl::segmentCount() const
 
 void SegmentedControl::setSegmentCount(int count)
 {
-    count = std::max(0, count);
-    if (count == segmentCount())
-        return;
-    d->resizing([&] {
-        for (int i = count; i < segmentCount(); ++i) {
-            d->segments[i].label.clear();
-            d->grabShortcut(d->segments[i]);
-        }
-        d->segments.resize(count);
-    });
-    d->hovered = -1;
-    if (d->pressed >= count)
-        d->release(false);
-    QList<int> kept = d->selection;
-    kept.removeIf([&](int segment) { return segment >= count; });
-    d->select(kept);
-    Q_EMIT segmentCountChanged(count);
-    Q_EMIT labelsChanged(labels());
+    QStringList labels = this->labels();
+    labels.resize(std::max(0, count));
+    setLabels(labels);
 }
 
 QStringList SegmentedControl::labels() const
@@ -228,9 +228,36 @@ QStringList SegmentedControl::labels() const
 
 void SegmentedControl::setLabels(const QStringList &labels)
 {
-    setSegmentCount(int(labels.size()));
-    for (int i = 0; i < labels.size(); ++i)
-        setLabel(labels[i], i);
+    const int count = int(labels.size());
+    const bool isOtherCount = count != segmentCount();
+    QList<int> renamed;
+    d->resizing([&] {
+        while (segmentCount() > count) {
+            d->setLabel(d->segments.last(), {}); // which releases its shortcut
+            d->segments.removeLast();
+        }
+        d->segments.resize(count);
+        for (int i = 0; i < count; ++i) {
+            if (d->setLabel(d->segments[i], labels[i]))
+                renamed.append(i);
+        }
+    });
+    for (const int segment : std::as_const(renamed))
+        detail::tellOfSegment(*this, segment, QAccessible::NameChanged);
+    // The slots may change everything again, or delete the control.
+    const QPointer<SegmentedControl> self(this);
+    if (isOtherCount) {
+        d->hovered = -1;
+        if (d->pressed >= count)
+            d->release(false);
+        QList<int> kept = d->selection;
+        kept.removeIf([&](int segment) { return segment >= count; });
+        d->select(kept);
+        if (self)
+            Q_EMIT segmentCountChanged(segmentCount());
+    }
+    if (self && (isOtherCount || !renamed.isEmpty()))
+        Q_EMIT labelsChanged(this->labels());
 }
 
 QString SegmentedControl::labelForSegment(int segment) const
@@ -242,11 +269,7 @@ void SegmentedControl::setLabel(const QString &label, int segment)
 {
     if (!d->has(segment) || label == d->segments[segment].label)
         return;
-    d->resizing([&] {
-        d->segments[segment].label = label;
-        d->segments[segment].forgetWidths();
-        d->grabShortcut(d->segments[segment]);
-    });
+    d->resizing([&] { d->setLabel(d->segments[segment], label); });
     detail::tellOfSegment(*this, segment, QAccessible::NameChanged);
     Q_EMIT labelsChanged(labels());
 }
@@ -297,6 +320,7 @@ void SegmentedControl::setEnabled(bool isEnabled, int segment)
     if (!d->has(segment) || isEnabled == d->segments[segment].isEnabled)
         return;
     d->segments[segment].isEnabled = isEnabled;
+    setShortcutEnabled(d->segments[segment].shortcut, isEnabled);
     if (segment == d->pressed)
         d->release(false);
     update();

@@ -8,6 +8,7 @@
 #include <QHoverEvent>
 #include <QKeyEvent>
 #include <QShortcutEvent>
+#include <QTextDocument>
 #include <QToolTip>
 
 #include <utility>
@@ -114,8 +115,12 @@ bool SegmentedControl::event(QEvent *event)
         const Segment &shown = d->segments[segment];
         QString text = shown.toolTip.isEmpty() ? toolTip() : shown.toolTip;
         const QRect rect = segmentRect(segment);
-        if (text.isEmpty() && d->contentWidth(shown) > rect.width() - SegmentMetrics::leastPadding)
-            text = shown.label; // which is not shown in full
+        if (text.isEmpty()
+            && d->contentWidth(shown) > rect.width() - SegmentMetrics::leastPadding) {
+            text = detail::withoutMnemonics(shown.label); // which is not shown in full
+            if (Qt::mightBeRichText(text))
+                text = Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
+        }
         if (text.isEmpty())
             break;
         QToolTip::showText(help->globalPos(), text, this, rect);

@@ -57,6 +57,7 @@ struct SegmentedControl::Private
     void press(int segment, bool isByKey);
     void release(bool acts);
     void setHovered(int segment);
+    bool setLabel(Segment &segment, const QString &label) const;
     void grabShortcut(Segment &segment) const;
 
     int contentWidth(const Segment &segment) const;

@@ -154,6 +154,14 @@ TEST_F(Choices, plain_values_and_gadgets_are_offered_too)
     EXPECT_EQ(places.currentIndex(), 1);
 }
 
+TEST_F(Choices, an_ampersand_in_an_item_marks_no_shortcut)
+{
+    club.colors = { u"B&W"_s };
+    NS::SegmentedControl colors;
+    NS::bindChoices(&colors, &club, u"colors"_s);
+    EXPECT_EQ(colors.labels(), QStringList(u"B&&W"_s)); // the control's spelling of "B&W"
+}
+
 TEST_F(Choices, what_cannot_be_offered_is_an_error)
 {
     QComboBox box;

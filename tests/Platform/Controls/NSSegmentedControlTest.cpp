@@ -8,9 +8,12 @@
 #include <QHBoxLayout>
 #include <QHelpEvent>
 #include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocumentFragment>
 #include <QToolTip>
 #include <gmock/gmock.h>
 
@@ -226,6 +229,30 @@ TEST(SegmentedControl, an_ampersand_marks_a_shortcut)
     EXPECT_EQ(control.acted.size(), 2U);
 }
 
+TEST(SegmentedControl, the_shortcut_of_a_disabled_segment_is_anothers)
+{
+    QWidget window;
+    QHBoxLayout layout(&window);
+    auto *const control = new Control(Tracking::momentary, { u"&Day"_s, u"&Week"_s });
+    QPushButton button(u"&Delete"_s);
+    layout.addWidget(control);
+    layout.addWidget(&button);
+    QSignalSpy clicks(&button, &QPushButton::clicked);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    control->setEnabled(false, 0);
+    for (const QString &label : { u"&Day"_s, u"D&ate"_s, u"&Day"_s }) {
+        control->setLabel(label, 0);
+        QTest::keyClick(&window, Qt::Key_D, Qt::AltModifier);
+        EXPECT_TRUE(clicks.wait(1000)) << qPrintable(label); // the button shows that it is down
+    }
+    button.setEnabled(false);
+    control->setEnabled(true, 0);
+    QTest::keyClick(&window, Qt::Key_D, Qt::AltModifier);
+    EXPECT_THAT(control->acted, ElementsAre(0));
+}
+
 TEST(SegmentedControl, a_disabled_control_does_nothing)
 {
     Control control;
@@ -279,6 +306,10 @@ TEST(SegmentedControl, segments_come_and_go_at_the_trailing_end)
     labels.clear();
     control.setLabels(control.labels());
     EXPECT_EQ(labels.count(), 0);
+    control.setLabels({ u"Year"_s, u"Week"_s, u"Day"_s });
+    EXPECT_EQ(labels.count(), 1) << "and never with some of the labels only";
+    EXPECT_EQ(labels.takeFirst()[0].toStringList(), control.labels());
+    EXPECT_EQ(counts.takeLast()[0].toInt(), 3);
 }
 
 TEST(SegmentedControl, a_segment_that_does_not_exist_is_warned_about)
@@ -295,10 +326,48 @@ TEST(SegmentedControl, a_segment_that_does_not_exist_is_warned_about)
 
 TEST(SegmentedControl, it_may_be_deleted_in_its_signals)
 {
-    auto *const control = new Control;
-    QObject::connect(control, &SegmentedControl::selectionChanged, control,
-                     [control] { delete control; });
-    control->click(1);
+    const auto change = [](SegmentedControl *control, int way) {
+        switch (way) {
+        case 0:
+            return control->click(1);
+        case 1:
+            return control->setTrackingMode(Tracking::momentary);
+        case 2:
+            return control->setLabels({ u"1"_s, u"2"_s });
+        default:
+            return control->setSegmentCount(1);
+        }
+    };
+    for (int way = 0; way < 4; ++way) {
+        for (int signal = 0; signal < 3; ++signal) {
+            QPointer<Control> control = new Control;
+            control->setSelectedSegment(2);
+            const auto end = [&] {
+                delete control;
+            };
+            if (signal == 0)
+                QObject::connect(control, &SegmentedControl::selectionChanged, end);
+            else if (signal == 1)
+                QObject::connect(control, &SegmentedControl::segmentCountChanged, end);
+            else
+                QObject::connect(control, &SegmentedControl::labelsChanged, end);
+            change(control, way);
+            EXPECT_EQ(control.isNull(), signal == 0 || way > 1) << way << ' ' << signal;
+            delete control;
+        }
+    }
+}
+
+TEST(SegmentedControl, a_slot_may_take_away_the_segment_that_acts)
+{
+    Control control;
+    QObject::connect(&control, &SegmentedControl::selectionChanged, &control,
+                     [&] { control.setLabels({ u"Never"_s }); });
+    control.click(2);
+    EXPECT_EQ(control.labels(), QStringList(u"Never"_s));
+    EXPECT_THAT(control.acted, ElementsAre());
+    control.click(0);
+    EXPECT_THAT(control.acted, ElementsAre(0));
 }
 
 TEST(SegmentedControl, segments_have_the_given_width_or_that_of_their_contents)
@@ -353,6 +422,9 @@ TEST(SegmentedControl, tool_tips_are_the_segments_own_or_the_label_that_is_cut_o
     EXPECT_EQ(toolTipAt(0), QString());
     control.setLabel(u"A very long label indeed"_s, 0);
     EXPECT_EQ(toolTipAt(0), u"A very long label indeed"_s);
+    control.setLabel(u"&Research && <b>development</b>"_s, 0);
+    EXPECT_EQ(QTextDocumentFragment::fromHtml(toolTipAt(0)).toPlainText(),
+              u"Research & <b>development</b>"_s);
     control.setToolTip(u"Scope"_s);
     EXPECT_EQ(toolTipAt(0), u"Scope"_s);
 }
