@@ -94,14 +94,15 @@ public:
 
     QStringList actionNames() const override
     {
-        return QStringList(pressAction()) + AccessibleImageView::actionNames();
+        const QStringList own(pressAction());
+        return (widget()->isEnabled() ? own : QStringList()) + AccessibleImageView::actionNames();
     }
     void doAction(const QString &name) override
     {
-        if (name == pressAction())
-            static_cast<ReplaceableImageView *>(widget())->selectImage();
-        else
+        if (name != pressAction())
             AccessibleImageView::doAction(name);
+        else if (widget()->isEnabled())
+            static_cast<ReplaceableImageView *>(widget())->selectImage();
     }
 };
 

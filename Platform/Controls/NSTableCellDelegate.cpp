@@ -22,6 +22,11 @@ struct TableCellDelegate::Private
         font.setResolveMask(QFont::AllPropertiesResolved);
         cell->setFont(font);
         QPalette palette = option.palette;
+        // The cell is in no window, and looks as in the active one.
+        for (int i = 0; i < QPalette::NColorRoles && !(option.state & QStyle::State_Active); ++i) {
+            const auto color = QPalette::ColorRole(i);
+            palette.setBrush(QPalette::Active, color, palette.brush(QPalette::Inactive, color));
+        }
         palette.setResolveMask(std::numeric_limits<QPalette::ResolveMask>::max());
         cell->setPalette(palette);
         cell->setLayoutDirection(option.direction);

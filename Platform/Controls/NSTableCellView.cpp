@@ -15,6 +15,7 @@
 #include <QStyledItemDelegate>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace NS {
@@ -40,15 +41,14 @@ void showAsText(QWidget *widget, const QVariant &value)
         write(widget, "text", QStyledItemDelegate().displayText(value, widget->locale()));
 }
 
-void showAsPicture(QWidget *widget, const QVariant &value)
+// Nothing if the value is no picture.
+std::optional<QPixmap> pictureOf(const QVariant &value, const QWidget &widget)
 {
     if (value.typeId() == QMetaType::QIcon) {
-        const int side = widget->style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, widget);
-        write(widget, "pixmap",
-              value.value<QIcon>().pixmap(QSize(side, side), widget->devicePixelRatioF()));
-    } else if (value.canConvert<QPixmap>()) {
-        write(widget, "pixmap", value.value<QPixmap>());
+        const int side = widget.style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, &widget);
+        return value.value<QIcon>().pixmap(QSize(side, side), widget.devicePixelRatioF());
     }
+    return value.canConvert<QPixmap>() ? std::optional(value.value<QPixmap>()) : std::nullopt;
 }
 
 // The palette set on the widget itself, without inherited colours.
@@ -67,21 +67,36 @@ struct TableCellView::Private
     QVariant objectValue;
     QPointer<QWidget> textField;
     QPointer<QWidget> imageView;
+    bool showsPicture = false; // of a value
     BackgroundStyle backgroundStyle = BackgroundStyle::normal;
     // The own palettes of widgets that have another one while the background is emphasized.
     QList<std::pair<QPointer<QWidget>, QPalette>> ownPalettes;
     QPointer<QItemSelectionModel> selection;
 
-    void show() const
-    {
-        if (textField)
-            showAsText(textField, objectValue);
-        if (imageView)
-            showAsPicture(imageView, objectValue);
-    }
+    void show();
+    void showPicture();
     void applyPalette(TableCellView &cell);
     void followSelection(TableCellView &cell);
 };
+
+void TableCellView::Private::show()
+{
+    if (textField)
+        showAsText(textField, objectValue);
+    if (imageView)
+        showPicture();
+}
+
+// A picture that the program has set itself stays until the value is a picture.
+void TableCellView::Private::showPicture()
+{
+    const std::optional<QPixmap> picture = pictureOf(objectValue, *imageView);
+    if (!picture && (objectValue.isValid() || !showsPicture))
+        return;
+    showsPicture = picture.has_value();
+    for (const char *const name : { "pixmap", "image" })
+        write(imageView, name, picture.value_or(QPixmap()));
+}
 
 // Sets it for each label, because below a style sheet Qt does not pass palettes to children.
 void TableCellView::Private::applyPalette(TableCellView &cell)
@@ -194,6 +209,7 @@ void TableCellView::setImageView(QWidget *imageView)
 {
     if (!detail::assign(d->imageView, imageView))
         return;
+    d->showsPicture = false;
     if (d->objectValue.isValid())
         d->show();
     Q_EMIT imageViewChanged(imageView);

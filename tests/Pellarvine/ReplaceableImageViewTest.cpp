@@ -188,6 +188,11 @@ TEST_F(ReplaceableImageViewTest, keys_the_context_menu_and_screen_readers_open_t
     EXPECT_TRUE(interface->actionInterface()->actionNames().contains(press));
     interface->actionInterface()->doAction(press);
     EXPECT_TRUE(panel());
+    delete panel();
+    view.setEnabled(false);
+    EXPECT_FALSE(interface->actionInterface()->actionNames().contains(press));
+    interface->actionInterface()->doAction(press);
+    EXPECT_FALSE(panel());
 }
 
 TEST_F(ReplaceableImageViewTest, without_a_window_on_the_screen_there_is_no_sheet)

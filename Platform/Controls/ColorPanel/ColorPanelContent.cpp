@@ -138,14 +138,7 @@ ColorPanelContent::ColorPanelContent(NS::ColorPanel *panel)
     recent->addWidget(makeRecentColors());
     layout->addLayout(recent);
 
-    int nameWidth = 0;
-    int fieldWidth = 0;
-    for (const ColorComponentRow *const row : std::as_const(m_rows)) {
-        nameWidth = std::max(nameWidth, row->nameWidth());
-        fieldWidth = std::max(fieldWidth, row->fieldWidth());
-    }
-    for (ColorComponentRow *const row : std::as_const(m_rows))
-        row->setColumns(nameWidth, fieldWidth);
+    alignColumns();
     alignFields();
 
     connect(panel, &NS::ColorPanel::colorChanged, this, &ColorPanelContent::showColor);
@@ -363,6 +356,19 @@ void ColorPanelContent::choose(const HSBA &components)
         showColor(); // such as the hue of a grey, which the panel does not have
 }
 
+// The rows of all pages have columns of the same widths.
+void ColorPanelContent::alignColumns()
+{
+    int nameWidth = 0;
+    int fieldWidth = 0;
+    for (const ColorComponentRow *const row : std::as_const(m_rows)) {
+        nameWidth = std::max(nameWidth, row->nameWidth());
+        fieldWidth = std::max(fieldWidth, row->fieldWidth());
+    }
+    for (ColorComponentRow *const row : std::as_const(m_rows))
+        row->setColumns(nameWidth, fieldWidth);
+}
+
 // A field aligns its text by the direction of the text, and digits run from left to right in every
 // language.
 void ColorPanelContent::alignFields()
@@ -379,6 +385,8 @@ void ColorPanelContent::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::LayoutDirectionChange)
         alignFields();
+    else if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        alignColumns();
 }
 
 void ColorPanelContent::showEvent(QShowEvent *event)

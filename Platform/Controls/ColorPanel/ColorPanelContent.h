@@ -52,6 +52,7 @@ private:
     QWidget *makeSlidersPage();
     QWidget *makeListsPage();
     QLayout *makeFooter();
+    void alignColumns();
     void alignFields();
     void addPage(const QIcon &icon, const QString &name, QWidget *page,
                  std::function<void()> choose);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Pictures.h"
 
+#include <pellarvine/Platform/NSImageView.h>
 #include <pellarvine/Platform/NSTableCellDelegate.h>
 #include <pellarvine/Platform/NSTableCellView.h>
 
@@ -8,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPainter>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStandardItemModel>
@@ -74,6 +76,33 @@ TEST(TableCellView, plain_values_show_in_the_outlets)
     EXPECT_FALSE(picture.pixmap().isNull());
     cell.setObjectValue(QVariantMap { { u"name"_s, u"Rosa"_s } });
     EXPECT_EQ(cell.label->text(), u"kept"_s) << "a record is for the program to show";
+}
+
+TEST(TableCellView, a_picture_shows_in_views_of_either_kind_and_goes_with_the_value)
+{
+    TableCellView cell;
+    QLabel label;
+    NS::ImageView view;
+    QPixmap red(4, 4);
+    red.fill(Qt::red);
+    label.setPixmap(red);
+    cell.setImageView(&label);
+    cell.setObjectValue(u"Rosa"_s);
+    cell.setObjectValue({});
+    EXPECT_FALSE(label.pixmap().isNull()) << "the program's own";
+    for (const QVariant &nothing : { QVariant(), QVariant(QIcon()), QVariant(QPixmap()) }) {
+        cell.setObjectValue(QIcon(red));
+        EXPECT_FALSE(label.pixmap().isNull());
+        cell.setObjectValue(nothing);
+        EXPECT_TRUE(label.pixmap().isNull()) << nothing.typeName();
+    }
+    cell.setObjectValue(red);
+    cell.setImageView(&view);
+    EXPECT_EQ(view.image().size(), QSizeF(4, 4));
+    cell.setObjectValue(QImage(8, 8, QImage::Format_RGB32));
+    EXPECT_EQ(view.image().size(), QSizeF(8, 8));
+    cell.setObjectValue({});
+    EXPECT_TRUE(view.image().isEmpty());
 }
 
 TEST(TableCellView, outlets_may_come_after_the_value_and_go_before_the_cell)
@@ -235,6 +264,28 @@ TEST(TableCellDelegate, one_cell_draws_every_item_with_its_own_value_and_selecti
     EXPECT_FALSE(containsColor(image, plain, Qt::yellow));
     EXPECT_TRUE(containsColor(image, selected, Qt::blue));
     EXPECT_TRUE(containsColor(image, selected, Qt::yellow)) << "the selected text";
+}
+
+TEST(TableCellDelegate, a_selected_item_has_the_colours_of_its_windows_state)
+{
+    QStandardItemModel model(1, 1);
+    model.setData(model.index(0, 0), QString(6, QChar(u'█')));
+    TableCellDelegate delegate(new Cell);
+    for (const auto state : { QStyle::State_Active, QStyle::State_None }) {
+        QStyleOptionViewItem option;
+        option.rect = { 0, 0, 100, 40 };
+        option.state = QStyle::State_Enabled | QStyle::State_Selected | state;
+        option.palette.setColor(QPalette::Active, QPalette::HighlightedText, Qt::yellow);
+        option.palette.setColor(QPalette::Inactive, QPalette::HighlightedText, Qt::red);
+        QImage image(option.rect.size(), QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        delegate.paint(&painter, option, model.index(0, 0));
+        painter.end();
+        const bool isActive = state == QStyle::State_Active;
+        EXPECT_EQ(containsColor(image, option.rect, Qt::yellow), isActive);
+        EXPECT_EQ(containsColor(image, option.rect, Qt::red), !isActive);
+    }
 }
 
 TEST(TableCellDelegate, an_items_own_colour_and_font_reach_the_cell)

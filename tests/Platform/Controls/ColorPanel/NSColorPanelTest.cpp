@@ -22,6 +22,7 @@
 #include <QSpinBox>
 #include <QTest>
 #include <QToolBar>
+#include <QVBoxLayout>
 #include <QWindow>
 #include <gtest/gtest.h>
 
@@ -178,6 +179,27 @@ TEST_F(ColorPanelTest, sliders_and_fields_end_at_the_same_place)
         EXPECT_EQ(sliders.size(), 1) << mode;
         EXPECT_EQ(fields.size(), 1) << mode;
     }
+}
+
+TEST_F(ColorPanelTest, fields_are_wide_enough_in_a_larger_font)
+{
+    panel->setMode(ColorPanel::hsbMode);
+    QFont font = panel->font();
+    font.setPointSizeF(2 * font.pointSizeF());
+    QWidget window; // of which the content has the font while it is in a popover there
+    window.setFont(font);
+    QVBoxLayout layout(&window);
+    layout.addWidget(panel->contentView());
+    window.show();
+    QCoreApplication::processEvents();
+    QSet<int> widths;
+    for (const QSpinBox *const field : panel->contentView()->findChildren<QSpinBox *>()) {
+        EXPECT_GE(field->width(), field->sizeHint().width()) << qPrintable(field->accessibleName());
+        if (field->isVisible())
+            widths.insert(field->width());
+    }
+    EXPECT_EQ(widths.size(), 1);
+    panel->reclaimContentView();
 }
 
 TEST_F(ColorPanelTest, a_slider_goes_where_it_is_pressed_in_either_direction_of_text)
