@@ -17,6 +17,8 @@
 #include <QLayout>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QPointer>
+#include <QScopeGuard>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -107,6 +109,12 @@ public:
     QWidget *run(QWidget *parent)
     {
         std::unique_ptr<QWidget> root = load(parent);
+        // An owner that has the tree as an outlet may delete it, when the outlet is emptied too.
+        const QPointer<QWidget> tree = root.get();
+        const auto end = qScopeGuard([&] {
+            if (!tree)
+                static_cast<void>(root.release());
+        });
         NibConnector connector(m_owner, m_objects.byName(), m_file.fileName, m_objects.texts());
         connectWith(connector);
         try {
@@ -115,7 +123,8 @@ public:
             connector.undo();
             throw;
         }
-        return root.release();
+        static_cast<void>(root.release());
+        return tree;
     }
 
     std::unique_ptr<QWidget> check(const QMetaObject *ownerClass)

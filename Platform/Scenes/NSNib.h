@@ -60,7 +60,7 @@ public:
     ///
     /// `owner` may be null if the file does not name it. Throws NibError for anything that cannot
     /// be resolved, and the exceptions of awakeFromNib(). Then all objects are deleted, and the
-    /// outlets are null.
+    /// outlets are null. Returns null if an awakeFromNib() has deleted the outermost object.
     QWidget *instantiate(QObject *owner = nullptr, QWidget *parent = nullptr) const;
 
     /// Checks the file without an owner: creates the objects, as instantiate() does, and deletes

@@ -7,6 +7,8 @@
 #include <pellarvine/Platform/NSKeyValueBinding.h>
 #include <pellarvine/Platform/NSNib.h>
 #include <pellarvine/Platform/NSView.h>
+#include <pellarvine/Platform/NSViewController.h>
+#include <pellarvine/Platform/NSWindowController.h>
 
 #include <QComboBox>
 #include <QCoreApplication>
@@ -55,6 +57,8 @@ public:
         Forms::Sticker::calls.append(u"owner"_s);
         if (isStubborn)
             throw std::runtime_error("no");
+        if (deletesView)
+            delete view;
     }
 
     QPointer<QWidget> view;
@@ -62,6 +66,7 @@ public:
     QPointer<QAction> renameAction;
     QList<bool> saves;
     bool isStubborn = false;
+    bool deletesView = false;
 
 private:
     Person *m_person = new Person(u"Ada"_s, this);
@@ -709,6 +714,25 @@ TEST_F(Nib, after_an_error_no_object_is_left_and_no_outlet_set)
     EXPECT_THROW(form(field(outlets)).instantiate(&owner, &parent), std::runtime_error);
     EXPECT_TRUE(parent.children().isEmpty());
     EXPECT_FALSE(owner.nameField);
+}
+
+TEST_F(Nib, an_owner_may_delete_the_tree)
+{
+    const QString contents =
+            Markup("<ui version='4.0'><widget class='QWidget' name='Form'>%1"
+                   "<widget class='QLabel' name='label'>%2</widget></widget></ui>")(
+                    property("outlets", "owner.%1"), property("bindings", "text = owner.absent"));
+    // Both own what is their view or window, and lose it after the error.
+    NS::ViewController controller;
+    EXPECT_THROW(NS::Nib(contents.arg(u"view"_s).toUtf8(), {}).instantiate(&controller),
+                 NS::NibError);
+    NS::WindowController windowController(static_cast<QWidget *>(nullptr));
+    EXPECT_THROW(NS::Nib(contents.arg(u"window"_s).toUtf8(), {}).instantiate(&windowController),
+                 NS::NibError);
+    EXPECT_EQ(windowController.window(), nullptr);
+
+    owner.deletesView = true;
+    EXPECT_EQ(form(property("outlets", "owner.view")).instantiate(&owner), nullptr);
 }
 
 TEST_F(Nib, a_widget_of_a_form_loads_a_form_or_throws)
