@@ -10,6 +10,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 #include <QUiLoader>
 #include <QVariant>
 #include <QWidget>
@@ -59,7 +60,8 @@ public:
                 appearing.prepend(controller);
         }
         for (const QPointer<ViewController> &controller : std::as_const(appearing)) {
-            if (controller)
+            // A container may have hidden or removed it.
+            if (controller && controller->d->view && controller->d->view->isVisible())
                 watch(controller)->appear();
         }
     }
@@ -67,9 +69,12 @@ public:
     static void disappear(QWidget *view)
     {
         QList<QPointer<ViewController>> disappearing;
+        // Those that a callback has hidden in the meantime have disappeared already.
+        const auto isShown = [](ViewController *controller) {
+            return controller && controller->d->phase != Private::hidden;
+        };
         const auto add = [&](const QWidget *widget) {
-            ViewController *const controller = viewController(widget);
-            if (controller && watch(controller)->m_d->phase != Private::hidden)
+            if (ViewController *const controller = viewController(widget); isShown(controller))
                 disappearing.append(controller);
         };
         add(view);
@@ -79,26 +84,36 @@ public:
                 add(widget);
         }
         for (const QPointer<ViewController> &controller : std::as_const(disappearing)) {
-            if (controller)
+            if (isShown(controller))
                 watch(controller)->finishAppearing();
-            if (controller)
+            if (isShown(controller))
                 watch(controller)->call(&ViewController::viewWillDisappear);
         }
         for (const QPointer<ViewController> &controller : std::as_const(disappearing)) {
-            if (!controller)
+            if (!isShown(controller))
                 continue;
-            watch(controller)->m_d->phase = Private::hidden;
+            controller->d->phase = Private::hidden;
             watch(controller)->call(&ViewController::viewDidDisappear);
         }
     }
 
     static bool isLoading(const ViewController *controller) { return controller->d->isLoading; }
 
+    // Deletes a view. Qt goes on with a view that it is showing or hiding, and with those in it.
+    static void discard(QWidget *view)
+    {
+        if (!isInEvent)
+            return delete view;
+        view->hide();
+        view->deleteLater();
+    }
+
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         // The window system hides and shows minimised windows spontaneously.
         if (watched != m_d->view || event->spontaneous())
             return false;
+        const QScopedValueRollback inEvent(isInEvent, true);
         if (event->type() == QEvent::Show)
             appear(m_d->view);
         else if (event->type() == QEvent::Hide && m_d->phase != Private::hidden)
@@ -139,6 +154,8 @@ private:
         }
     }
 
+    inline static bool isInEvent = false; // of any view
+
     ViewController *m_controller;
     Private *m_d;
 };
@@ -163,7 +180,8 @@ ViewController::~ViewController()
     if (d->view)
         setViewController(d->view, nullptr);
     d->watch.reset();
-    delete d->view;
+    if (d->view)
+        ViewWatch::discard(d->view);
 }
 
 QString ViewController::title() const
@@ -187,7 +205,11 @@ QWidget *ViewController::view()
     if (d->hasLoaded || d->isLoading)
         return d->view;
     d->isLoading = true;
-    const auto end = qScopeGuard([this] { d->isLoading = false; });
+    const QPointer<ViewController> self = this;
+    const auto end = qScopeGuard([&] {
+        if (self)
+            d->isLoading = false;
+    });
     try {
         loadView();
         if (!d->view)
@@ -200,36 +222,44 @@ QWidget *ViewController::view()
     }
     d->hasLoaded = true;
     viewDidLoad();
-    return d->view;
+    return self ? d->view.get() : nullptr;
 }
 
 void ViewController::setView(QWidget *view)
 {
     if (view == d->view)
         return;
-    if (QWidget *const old = d->view) {
-        if (d->phase != Private::hidden)
-            ViewWatch::disappear(old);
+    // The callbacks may delete the controller and both views.
+    const QPointer<ViewController> self = this;
+    const QPointer<QWidget> added = view;
+    if (d->view && d->phase != Private::hidden)
+        ViewWatch::disappear(d->view);
+    if (!self) {
+        if (added && !added->parentWidget())
+            ViewWatch::discard(added);
+        return;
+    }
+    if (const QPointer<QWidget> old = std::exchange(d->view, nullptr)) {
         old->removeEventFilter(d->watch.get());
         disconnect(d->viewEnd);
         setViewController(old, nullptr);
-        d->view = nullptr;
         if (!old->parentWidget())
-            delete old;
+            ViewWatch::discard(old);
     }
-    d->view = view;
-    if (view) {
+    d->view = added;
+    if (added) {
         d->hasLoaded = d->hasLoaded || !d->isLoading;
-        setViewController(view, this);
-        view->installEventFilter(d->watch.get());
-        d->viewEnd = connect(view, &QObject::destroyed, this, [this] {
+        setViewController(added, this);
+        added->installEventFilter(d->watch.get());
+        d->viewEnd = connect(added, &QObject::destroyed, this, [this] {
             d->phase = Private::hidden;
             Q_EMIT viewChanged(nullptr);
         });
-        if (view->isVisible())
-            ViewWatch::appear(view);
+        if (added->isVisible())
+            ViewWatch::appear(added);
     }
-    Q_EMIT viewChanged(view);
+    if (self)
+        Q_EMIT viewChanged(d->view);
 }
 
 bool ViewController::isViewLoaded() const

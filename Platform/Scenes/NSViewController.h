@@ -62,7 +62,8 @@ public:
     // The following are called when the view is shown and hidden: by itself, with a parent, or by
     // being added or removed. They are called in this order and in pairs, for containers before
     // their children. Minimising a window calls none, nor does deleting a visible view. An
-    // exception in one of them is printed as a warning.
+    // exception in one of them is printed as a warning. They may hide, remove and delete
+    // controllers; the views of those are deleted later then.
 
     /// The view is about to be shown.
     virtual void viewWillAppear();

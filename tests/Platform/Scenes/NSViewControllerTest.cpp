@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <map>
 #include <stdexcept>
 
 using ::testing::ElementsAre;
@@ -31,19 +32,20 @@ public:
 
     void viewDidLoad() override { note("didLoad"); }
     void viewWillAppear() override { note("willAppear"); }
-    void viewDidAppear() override
-    {
-        note("didAppear");
-        if (inDidAppear)
-            inDidAppear();
-    }
+    void viewDidAppear() override { note("didAppear"); }
     void viewWillDisappear() override { note("willDisappear"); }
     void viewDidDisappear() override { note("didDisappear"); }
 
-    std::function<void()> inDidAppear;
+    std::map<std::string, std::function<void()>> actions; // by the callback that performs them
 
 private:
-    void note(const std::string &what) { m_log->push_back(m_name + what); }
+    void note(const std::string &what)
+    {
+        m_log->push_back(m_name + what);
+        const auto action = actions[what]; // a copy, which may delete this
+        if (action)
+            action();
+    }
 
     std::string m_name;
     Log *m_log;
@@ -140,23 +142,112 @@ TEST(ViewController, a_view_that_is_hidden_at_once_has_appeared_all_the_same)
 
 TEST(ViewController, callbacks_may_delete_the_controller_and_throw)
 {
-    Log log;
-    const QPointer<Told> controller = new Told("", &log);
-    controller->inDidAppear = [&] {
-        delete controller;
-    };
-    controller->view()->show();
-    taken(log);
-    EXPECT_FALSE(controller);
+    for (const bool isReplaced : { false, true }) {
+        for (const char *const callback :
+             { "didLoad", "willAppear", "didAppear", "willDisappear", "didDisappear" }) {
+            Log log;
+            const QPointer<Told> controller = new Told("", &log);
+            controller->actions[callback] = [&] {
+                delete controller;
+            };
+            const QPointer<QWidget> view = controller->view();
+            const QPointer<QWidget> other = new QWidget;
+            if (view)
+                view->show();
+            taken(log);
+            if (controller && isReplaced)
+                controller->setView(other);
+            else if (controller)
+                view->hide();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            EXPECT_FALSE(controller) << callback;
+            EXPECT_FALSE(view) << callback;
+            if (isReplaced && std::string(callback).ends_with("Disappear")) {
+                EXPECT_FALSE(other) << callback;
+            }
+            delete other;
+        }
+    }
 
+    Log log;
     Told thrower("", &log);
-    thrower.inDidAppear = [] {
+    thrower.actions["didAppear"] = [] {
         throw std::runtime_error("no such mailbox");
     };
     ::testing::internal::CaptureStdout();
     thrower.view()->show();
     taken(log);
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "Warning: no such mailbox\n");
+}
+
+TEST(ViewController, containers_may_hide_remove_and_delete_what_lies_in_them)
+{
+    const std::pair<const char *, std::function<void(Told * inner)>> rows[] = {
+        { "hidden",
+          [](Told *inner) {
+              inner->view()->hide();
+          } },
+        { "removed",
+          [](Told *inner) {
+              inner->view()->setParent(nullptr);
+          } },
+        { "replaced",
+          [](Told *inner) {
+              inner->setView(new QWidget);
+          } },
+        { "deleted",
+          [](Told *inner) {
+              delete inner;
+          } },
+    };
+    for (const auto &[name, act] : rows) {
+        Log log;
+        Told outer("", &log);
+        QPointer<Told> inner;
+        const auto add = [&] {
+            inner = new Told("inner ", &log, &outer);
+            inner->view()->setParent(outer.view());
+            log.clear();
+        };
+        outer.view();
+        add();
+        outer.actions["willAppear"] = [&] {
+            act(inner);
+        };
+        outer.view()->show();
+        EXPECT_THAT(taken(log), ElementsAre("willAppear", "didAppear")) << name;
+        outer.view()->hide();
+        delete inner;
+        outer.actions.clear();
+
+        add();
+        outer.view()->show();
+        taken(log);
+        outer.actions["willDisappear"] = [&] {
+            act(inner);
+        };
+        outer.view()->hide();
+        Log expected { "willDisappear", "inner willDisappear", "inner didDisappear",
+                       "didDisappear" };
+        if (!inner)
+            expected = { "willDisappear", "didDisappear" };
+        EXPECT_EQ(taken(log), expected) << name;
+    }
+}
+
+TEST(ViewController, a_view_that_is_set_in_a_callback_gives_way_to_the_one_that_was_being_set)
+{
+    Log log;
+    Told controller("", &log);
+    controller.view()->show();
+    const QPointer<QWidget> first = new QWidget;
+    QWidget *const second = new QWidget;
+    controller.actions["didDisappear"] = [&] {
+        controller.setView(first);
+    };
+    controller.setView(second);
+    EXPECT_EQ(controller.view(), second);
+    EXPECT_FALSE(first);
 }
 
 TEST(ViewController, everything_is_destroyed_once_whoever_ends_first)
