@@ -5,7 +5,8 @@
 #include "Scenes/NSNib.h"
 #include "Scenes/NSResponder.h"
 
-#include <QEvent>
+#include <QDialog>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QWidget>
 
@@ -18,6 +19,7 @@ struct WindowController::Private
 {
     QString nibName;
     QPointer<QWidget> window;
+    QMetaObject::Connection windowEnd; // to the destroyed() signal of the window
     bool hasLoaded = false;
 
     void take(QWidget *taken, WindowController *controller)
@@ -27,6 +29,8 @@ struct WindowController::Private
             return;
         setWindowController(window, controller);
         window->installEventFilter(controller);
+        windowEnd = connect(window, &QObject::destroyed, controller,
+                            [controller] { Q_EMIT controller->windowChanged(nullptr); });
     }
     void deleteUnlessLent()
     {
@@ -52,6 +56,7 @@ WindowController::WindowController(const QString &windowNibName, QObject *parent
 
 WindowController::~WindowController()
 {
+    disconnect(d->windowEnd);
     d->deleteUnlessLent();
 }
 
@@ -59,29 +64,31 @@ QWidget *WindowController::window()
 {
     if (std::exchange(d->hasLoaded, true))
         return d->window;
+    const QPointer<WindowController> self = this;
     // Called by slots and key paths, which no exception may leave.
     try {
         loadWindow();
+        windowDidLoad();
     } catch (const std::exception &error) {
         detail::printWarning(error);
-        return nullptr;
     }
-    windowDidLoad();
-    return d->window;
+    return self ? d->window.get() : nullptr;
 }
 
 void WindowController::setWindow(QWidget *window)
 {
     if (window == d->window)
         return;
+    const QPointer<QWidget> added = window; // ends with the previous one if it is in that
+    disconnect(d->windowEnd);
     d->deleteUnlessLent();
     if (d->window) {
         setWindowController(d->window, nullptr);
         d->window->removeEventFilter(this);
     }
-    d->take(window, this);
-    d->hasLoaded = d->hasLoaded || window;
-    Q_EMIT windowChanged(window);
+    d->take(added, this);
+    d->hasLoaded = d->hasLoaded || added;
+    Q_EMIT windowChanged(added);
 }
 
 bool WindowController::isWindowLoaded() const
@@ -126,10 +133,26 @@ void WindowController::windowDidLoad() { }
 
 bool WindowController::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched != d->window || event->type() != QEvent::Close || windowShouldClose())
+    if (watched != d->window)
         return false;
-    event->ignore();
-    return true;
+    if (event->type() == QEvent::KeyPress && qobject_cast<QDialog *>(watched)
+        && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel)) {
+        d->window->close(); // the dialog would hide without a close event
+        return true;
+    }
+    if (event->type() != QEvent::Close)
+        return false;
+    const QPointer<QWidget> window = d->window;
+    bool shouldClose = false;
+    // Called by Qt's event loop, which no exception may leave.
+    try {
+        shouldClose = windowShouldClose();
+    } catch (const std::exception &error) {
+        detail::printWarning(error);
+    }
+    if (!shouldClose)
+        event->ignore();
+    return !shouldClose || !window;
 }
 
 } // namespace NS

@@ -60,10 +60,12 @@ public:
     Q_INVOKABLE void close();
 
     /// Called before the window closes, for every reason, and before the closeEvent() of the window
-    /// and its content. Return false to keep it open. Default: true.
+    /// and its content. Return false to keep it open; an exception is printed as a warning and keeps
+    /// it open too. Not called by accept() and reject() of a QDialog, only by its Esc key. Default:
+    /// true.
     virtual bool windowShouldClose();
 
-    /// Called once, after loadWindow(). The outlets are set.
+    /// Called once, after loadWindow(). The outlets are set. An exception is printed as a warning.
     virtual void windowDidLoad();
 
 Q_SIGNALS:

@@ -3,12 +3,16 @@
 
 #include <pellarvine/Platform/NSWindowController.h>
 
+#include <QDialog>
 #include <QLineEdit>
 #include <QPointer>
 #include <QSignalSpy>
+#include <QTest>
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <memory>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -32,12 +36,17 @@ public:
         ++loads;
         hadField = field;
         hadWindow = window();
+        if (whenLoaded)
+            whenLoaded();
     }
+    bool windowShouldClose() override { return !whenClosing || whenClosing(); }
 
     QPointer<QLineEdit> field;
     int loads = 0;
     bool hadField = false;
     bool hadWindow = false;
+    std::function<void()> whenLoaded;
+    std::function<bool()> whenClosing;
 };
 
 } // namespace
@@ -114,6 +123,87 @@ TEST(WindowController, a_window_that_is_handed_over_is_owned)
     EXPECT_FALSE(empty.window());
     empty.showWindow();
     EXPECT_EQ(empty.loads, 0);
+}
+
+TEST(WindowController, escape_in_a_dialog_asks_before_the_window_closes)
+{
+    Controller controller(new QDialog);
+    auto *const field = new QLineEdit(controller.window());
+    controller.showWindow();
+    int asked = 0;
+    bool mayClose = false;
+    controller.whenClosing = [&] {
+        ++asked;
+        return mayClose;
+    };
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(controller.window()->isVisible());
+    const QSignalSpy rejections(static_cast<QDialog *>(controller.window()), &QDialog::rejected);
+    mayClose = true;
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_EQ(asked, 2);
+    EXPECT_FALSE(controller.window()->isVisible());
+    EXPECT_EQ(rejections.count(), 1);
+}
+
+TEST(WindowController, an_exception_is_a_warning_and_keeps_the_window_open)
+{
+    const ResourceFile file(u":/Preferences.ui"_s, form);
+    Controller controller(u"Preferences"_s);
+    controller.whenLoaded = [] {
+        throw std::runtime_error("no account");
+    };
+    controller.whenClosing = []() -> bool {
+        throw std::runtime_error("disk full");
+    };
+    ::testing::internal::CaptureStdout();
+    controller.showWindow();
+    EXPECT_FALSE(controller.window()->close());
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(),
+              "Warning: no account\nWarning: disk full\n");
+    EXPECT_TRUE(controller.window()->isVisible());
+    controller.whenClosing = {};
+    EXPECT_TRUE(controller.window()->close());
+    EXPECT_FALSE(controller.window()->isVisible());
+}
+
+TEST(WindowController, callbacks_may_delete_the_controller_with_its_window)
+{
+    const ResourceFile file(u":/Preferences.ui"_s, form);
+    QPointer<Controller> controller = new Controller(u"Preferences"_s);
+    controller->whenLoaded = [&] {
+        delete controller;
+    };
+    controller->showWindow();
+    EXPECT_FALSE(controller);
+    for (const bool mayClose : { false, true }) {
+        controller = new Controller(new QWidget);
+        const QPointer<QWidget> window = controller->window();
+        controller->showWindow();
+        // A question has an event loop of its own, in which anything can happen.
+        controller->whenClosing = [&controller, mayClose] {
+            const bool result = mayClose;
+            delete controller;
+            return result;
+        };
+        window->close();
+        EXPECT_FALSE(controller);
+        EXPECT_FALSE(window);
+    }
+}
+
+TEST(WindowController, the_end_of_the_window_is_told)
+{
+    Controller controller(new QWidget);
+    const QSignalSpy changes(&controller, &NS::WindowController::windowChanged);
+    delete controller.window();
+    EXPECT_FALSE(controller.isWindowLoaded());
+    EXPECT_EQ(changes.count(), 1);
+    controller.setWindow(new QWidget);
+    controller.setWindow(new QDialog(controller.window())); // is deleted with the previous one
+    EXPECT_EQ(controller.window(), nullptr);
+    EXPECT_EQ(changes.count(), 3);
 }
 
 #include "NSWindowControllerTest.moc"
