@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QMetaMethod>
 #include <QPointer>
+#include <QSet>
 #include <QVariant>
 #include <QWidget>
 
@@ -112,12 +113,13 @@ bool sendAction(const QString &action, QObject *target, QObject *sender)
     const QByteArray name = action.toUtf8();
     if (target)
         return perform(name, target, sender);
+    // A window whose controller is in the window leads back to itself.
+    QSet<QObject *> asked;
     QObject *responder = firstResponder(sender);
-    while (responder) {
+    while (responder && responder != qApp && !asked.contains(responder)) {
         if (perform(name, responder, sender))
             return true;
-        if (responder == qApp)
-            return false;
+        asked.insert(responder);
         responder = nextResponder(responder);
     }
     return perform(name, qApp, sender);

@@ -136,4 +136,18 @@ TEST(Responder, an_action_to_nobody_finds_the_first_who_understands_it)
     EXPECT_EQ(field->selectedText(), u"draft"_s);
 }
 
+TEST(Responder, an_action_ends_at_a_window_whose_controller_lies_in_it)
+{
+    QWidget window;
+    Archive controller;
+    controller.view()->setParent(&window);
+    for (QObject *const after : std::initializer_list<QObject *> { &controller, &window }) {
+        NS::setWindowController(&window, after);
+        EXPECT_FALSE(NS::sendAction(u"absent"_s, nullptr, &window));
+        EXPECT_FALSE(NS::sendAction(u"absent"_s, nullptr, controller.view()));
+    }
+    NS::setWindowController(&window, &controller);
+    EXPECT_TRUE(NS::sendAction(u"archive"_s, nullptr, &window));
+}
+
 #include "NSResponderTest.moc"
