@@ -109,9 +109,11 @@ void StoryboardSegue::perform()
         return;
     destination->setParent(m_source);
     QWidget *const view = destination->view();
+    if (!view)
+        return;
     auto *const source = qobject_cast<ViewController *>(m_source);
-    QWidget *const window = source ? source->view()->window() : nullptr;
-    view->setParent(window, dialogFlags(view));
+    const QWidget *const above = source ? source->view() : nullptr;
+    view->setParent(above ? above->window() : nullptr, dialogFlags(view));
     if (!destination->title().isEmpty())
         view->setWindowTitle(destination->title());
     new ClosingWatch(destination);

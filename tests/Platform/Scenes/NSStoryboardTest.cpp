@@ -305,6 +305,24 @@ TEST_F(NSStoryboard, a_trigger_ends_with_its_controller_and_with_its_controllers
     EXPECT_EQ(Form::count, 2); // the first one, and the one that the signal has made
 }
 
+TEST_F(NSStoryboard, a_segue_leads_from_a_controller_whose_view_is_deleted)
+{
+    const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(storyboard(
+            "<scene identifier='a' class='Form'/>"
+            "<segue identifier='go' class='StoryboardSegue' source='a' destination='a'/>",
+            " initialScene='a'"));
+    const std::unique_ptr<QObject> made(loaded->instantiateInitialController());
+    auto *const source = static_cast<Form *>(made.get());
+    delete source->view();
+    source->performSegue(u"go"_s);
+    auto *const destination = source->findChild<Form *>();
+    ASSERT_TRUE(destination);
+    EXPECT_TRUE(destination->view()->isVisible());
+    destination->view()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(Form::count, 1);
+}
+
 TEST_F(NSStoryboard, an_unknown_identifier_is_thrown_with_those_that_are_known)
 {
     const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(storyboard(
