@@ -8,6 +8,7 @@
 #include "View/NSView.h"
 
 #include <QEvent>
+#include <QPointer>
 
 #include <utility>
 
@@ -116,9 +117,13 @@ void MarkupLabel::style(const QString &markup, const QStringList &arguments)
     d->rules = d->parsers;
     d->takeFormat(*this);
     d->text = d->styled(palette());
+    // A slot may delete the label, or set other markup, which is then reported first.
+    const QPointer<MarkupLabel> self(this);
     setAttributedStringValue(d->text);
+    if (!self)
+        return;
     NS::setNeedsLayout(this);
-    if (isOther)
+    if (isOther && d->markup == markup)
         Q_EMIT markupChanged(markup);
 }
 

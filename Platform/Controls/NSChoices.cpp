@@ -119,9 +119,10 @@ public:
         if (event->type() != QEvent::DynamicPropertyChange || m_isSettled)
             return false;
         const QByteArray name = static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName();
+        const QPointer guard(this);
         if (name == selectedObject || name == selectedTag)
             select(indexOf(m_control->property(name.constData()), name == selectedTag));
-        return false;
+        return !guard; // a control that a slot has deleted gets no event
     }
 
 private:
@@ -178,7 +179,10 @@ private:
         QStringList titles;
         for (const QVariant &item : std::as_const(m_items))
             titles.append(partOf(item, m_keys.title).toString());
+        const QPointer guard(this);
         m_offer.setTitles(titles);
+        if (!guard)
+            return;
         m_offer.setIndex(
                 indexOf(m_control->property(m_byTag ? selectedTag : selectedObject), m_byTag));
     }
@@ -198,11 +202,14 @@ private:
     void select(int index)
     {
         const auto leave = settled();
+        const QPointer guard(this);
+        const QVariant other = index < 0 ? NS::nullObject()
+                               : m_byTag ? m_items[index]
+                                         : m_tags[index];
+        const char *const name = m_byTag ? selectedObject : selectedTag;
         m_offer.setIndex(index);
-        const QVariant &other = index < 0 ? NS::nullObject()
-                                : m_byTag ? m_items[index]
-                                          : m_tags[index];
-        m_control->setProperty(m_byTag ? selectedObject : selectedTag, other);
+        if (guard)
+            m_control->setProperty(name, other);
     }
 
     void selected()

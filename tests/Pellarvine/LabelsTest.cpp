@@ -289,6 +289,26 @@ TEST(MarkupLabel, keeps_its_markup_while_it_shows_it)
     EXPECT_EQ(changes.size(), 3);
 }
 
+TEST(MarkupLabel, a_slot_may_set_other_markup_or_delete_the_label)
+{
+    QPointer<MarkupLabel> label = new MarkupLabel;
+    QString reported;
+    QObject::connect(label, &MarkupLabel::markupChanged,
+                     [&](const QString &markup) { reported = markup; });
+    QObject::connect(label, &MarkupLabel::stringValueChanged, [&](const QString &text) {
+        if (text == u"first")
+            label->setMarkup(u"//second//"_s);
+        else if (text == u"last")
+            delete label;
+    });
+    label->setMarkup(u"**first**"_s);
+    EXPECT_EQ(label->stringValue(), u"second"_s);
+    EXPECT_EQ(label->markup(), u"//second//"_s);
+    EXPECT_EQ(reported, u"//second//"_s);
+    label->setMarkup(u"**last**"_s);
+    EXPECT_FALSE(label);
+}
+
 TEST(MarkupLabel, shows_arguments_as_they_are_also_with_another_palette)
 {
     MarkupLabel label;

@@ -33,7 +33,9 @@ HexField::HexField(QWidget *parent)
 {
     m_warning->setVisible(false);
     setAccessibleName(tr("Hexadecimal colour"));
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    QFont font; // which leaves the size to the surroundings
+    font.setFamilies(QFontDatabase::systemFont(QFontDatabase::FixedFont).families());
+    setFont(font);
     constexpr int margin = 4;
     setTextMargins(margin, 0, margin, 0);
 }

@@ -7,8 +7,10 @@
 
 #include <QComboBox>
 #include <QLabel>
+#include <QPointer>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -135,6 +137,27 @@ TEST_F(Choices, an_item_may_be_destroyed_while_it_is_selected)
     Q_EMIT club.changed();
     box.setCurrentIndex(0);
     EXPECT_EQ(club.chair, &ada);
+}
+
+TEST_F(Choices, the_control_may_be_deleted_in_its_slots)
+{
+    const std::function<void(QWidget *)> changes[] = {
+        [](QWidget *control) { control->setProperty("selectedObject", u"green"_s); },
+        [](QWidget *control) { control->setProperty("selectedTag", u"green"_s); },
+        [this](QWidget *) {
+            club.colors = { u"blue"_s };
+            Q_EMIT club.changed();
+        },
+    };
+    for (const auto &change : changes) {
+        club.colors = { u"red"_s, u"green"_s };
+        const QPointer<NS::SegmentedControl> control = new NS::SegmentedControl;
+        NS::bindChoices(control, &club, u"colors"_s);
+        control->setSelectedSegment(0);
+        QObject::connect(control, &NS::SegmentedControl::selectionChanged, [&] { delete control; });
+        change(control);
+        EXPECT_FALSE(control);
+    }
 }
 
 TEST_F(Choices, plain_values_and_gadgets_are_offered_too)

@@ -184,6 +184,7 @@ TEST_F(ColorPanelTest, sliders_and_fields_end_at_the_same_place)
 TEST_F(ColorPanelTest, fields_are_wide_enough_in_a_larger_font)
 {
     panel->setMode(ColorPanel::hsbMode);
+    const int height = hex()->sizeHint().height();
     QFont font = panel->font();
     font.setPointSizeF(2 * font.pointSizeF());
     QWidget window; // of which the content has the font while it is in a popover there
@@ -199,6 +200,7 @@ TEST_F(ColorPanelTest, fields_are_wide_enough_in_a_larger_font)
             widths.insert(field->width());
     }
     EXPECT_EQ(widths.size(), 1);
+    EXPECT_GT(hex()->sizeHint().height(), height);
     panel->reclaimContentView();
 }
 
