@@ -10,6 +10,7 @@
 #include "Scenes/NSNib.h"
 #include "Scenes/NSStoryboardSegue.h"
 #include "Scenes/NSViewControllerPrivate.h"
+#include "Scenes/NibObjects.h"
 #include "Scenes/NibOwnerCheck.h"
 #include "Scenes/StoryboardFile.h"
 #include "View/NSView.h"
@@ -17,6 +18,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QHash>
+#include <QList>
 #include <QMetaMethod>
 #include <QMetaProperty>
 #include <QPointer>
@@ -32,14 +35,62 @@ namespace NS {
 
 namespace {
 
+using detail::objectNamed;
 using detail::OutletElement;
 using detail::SceneElement;
 using detail::SegueElement;
 
-// The object itself, or a child of it.
-QObject *objectNamed(QObject *root, const QString &name)
+using Widgets = QList<QPointer<QWidget>>;
+
+// The widgets of the tree, in the order of the Tab key.
+Widgets focusChain(QWidget *root)
 {
-    return root->objectName() == name ? root : root->findChild<QObject *>(name);
+    Widgets chain { root };
+    for (QWidget *next = root->nextInFocusChain(); next != root; next = next->nextInFocusChain()) {
+        if (root->isAncestorOf(next))
+            chain.append(next);
+    }
+    return chain;
+}
+
+// The widgets of the tree and of views that are to be embedded in it: each after its container.
+Widgets focusChain(QWidget *root, const QHash<QWidget *, QWidget *> &embedded)
+{
+    Widgets chain;
+    const Widgets outer = focusChain(root);
+    for (const QPointer<QWidget> &widget : outer) {
+        chain.append(widget);
+        if (QWidget *const inner = embedded.value(widget))
+            chain.append(focusChain(inner));
+    }
+    return chain;
+}
+
+// A part of a control is none, because it goes with the control.
+bool isTabStop(const QWidget *widget)
+{
+    const auto isStop = [](const QWidget *one) {
+        return one->focusPolicy() & Qt::TabFocus;
+    };
+    if (!isStop(widget) || (widget->focusProxy() && widget->focusProxy()->isAncestorOf(widget)))
+        return false;
+    while ((widget = widget->parentWidget())) {
+        if (isStop(widget) && widget->isAncestorOf(widget->focusProxy()))
+            return false;
+    }
+    return true;
+}
+
+void setTabOrder(const Widgets &chain)
+{
+    QWidget *previous = nullptr;
+    for (const QPointer<QWidget> &widget : chain) {
+        if (!widget || !isTabStop(widget))
+            continue;
+        if (previous && previous->window() == widget->window())
+            QWidget::setTabOrder(previous, widget);
+        previous = widget;
+    }
 }
 
 void fill(const QPointer<QWidget> &container, const QPointer<QWidget> &view)
@@ -248,15 +299,23 @@ void Storyboard::viewDidLoad(ViewController *controller, const QString &identifi
     // Last, so that names in embedded scenes are not mistaken for names in this one. All scenes are
     // loaded before the first is embedded.
     std::vector<Embedded> all;
+    QHash<QWidget *, QWidget *> views; // by container
     for (const SegueElement *const segue : segues) {
-        if (segue->isEmbedded)
-            all.push_back(embedded(*segue, controller));
+        if (!segue->isEmbedded)
+            continue;
+        all.push_back(embedded(*segue, controller));
+        views.insert(all.back().container, all.back().controller->view());
     }
+    if (all.empty())
+        return;
+    // Qt appends a tree that gets a parent to the end.
+    const Widgets chain = focusChain(view, views);
     for (auto &[container, embedded] : all) {
         QWidget *const inner = embedded->view();
         controller->addChildViewController(embedded.release());
         fill(container, inner);
     }
+    setTabOrder(chain);
 }
 
 void Storyboard::performSegue(ViewController *source, const QString &scene,

@@ -7,8 +7,9 @@
 #include "Scenes/NSStoryboard.h"
 #include "Scenes/NSViewControllerPrivate.h"
 
-#include <QEvent>
+#include <QDialog>
 #include <QFile>
+#include <QKeyEvent>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QUiLoader>
@@ -110,8 +111,17 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
+        if (watched != m_d->view)
+            return false;
+        // A dialog in a window would hide itself. The key is for the window.
+        if (event->type() == QEvent::KeyPress && qobject_cast<QDialog *>(watched)
+            && !m_d->view->isWindow()
+            && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel)) {
+            event->ignore();
+            return true;
+        }
         // The window system hides and shows minimised windows spontaneously.
-        if (watched != m_d->view || event->spontaneous())
+        if (event->spontaneous())
             return false;
         const QScopedValueRollback inEvent(isInEvent, true);
         if (event->type() == QEvent::Show)
@@ -348,8 +358,15 @@ void ViewController::loadView()
     if (d->nibName.isEmpty())
         return setView(new QWidget);
     setView(Nib(d->nibName).instantiate(this));
-    if (d->title.isEmpty())
-        setTitle(d->view->windowTitle());
+    if (!d->view || !d->title.isEmpty() || d->view->windowTitle().isEmpty())
+        return;
+    // Until it is set, the title follows that of the form, which can be bound or translated.
+    connect(d->view, &QWidget::windowTitleChanged, this,
+            [this, taken = d->view->windowTitle()](const QString &title) mutable {
+                if (d->title == std::exchange(taken, title))
+                    setTitle(title);
+            });
+    setTitle(d->view->windowTitle());
 }
 
 } // namespace NS

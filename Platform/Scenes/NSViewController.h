@@ -41,7 +41,7 @@ public:
     explicit ViewController(const QString &nibName, QObject *parent = nullptr);
     ~ViewController() override;
 
-    QString title() const; ///< default: empty
+    QString title() const; ///< default: the window title of the interface file, or empty
     void setTitle(const QString &title);
     QString nibName() const; ///< empty if the view is from no interface file
 

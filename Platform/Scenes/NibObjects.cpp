@@ -95,6 +95,10 @@ namespace {
 constexpr char loaderMessage[] =
         "An error has occurred while reading the UI file at line %1, column %2: %3";
 
+// The objects of a file by name, kept by its outermost widget. Some may have been deleted.
+using ObjectsByName = QHash<QString, QObject *>;
+constexpr char objectsProperty[] = "_q_pellarvine_objects";
+
 } // namespace
 
 NibObjects::NibObjects(const NibFile &file)
@@ -135,6 +139,7 @@ std::unique_ptr<QWidget> NibObjects::make(QWidget *parent)
     addButtonGroups(root.get());
     for (const NibElement &element : m_file.elements)
         m_properties.checkOthers(element);
+    root->setProperty(objectsProperty, QVariant::fromValue(m_objects));
     if (m_texts->isEmpty())
         return root;
     m_followingTexts = m_texts.release();
@@ -211,6 +216,16 @@ void NibObjects::fail() const
                          match.captured(u"column"_s).toInt() + 1 };
     throw m_file.error(NS::NibError::malformed, m_file.tagBefore(end), {}, {},
                        match.captured(u"problem"_s));
+}
+
+QObject *objectNamed(QObject *root, const QString &name)
+{
+    if (root->objectName() == name)
+        return root;
+    QObject *const own = root->property(objectsProperty).value<ObjectsByName>().value(name);
+    return own && root->findChildren<QObject *>(name).contains(own)
+                   ? own
+                   : root->findChild<QObject *>(name);
 }
 
 } // namespace Pellarvine::detail

@@ -65,4 +65,8 @@ private:
     std::unique_ptr<ObjectLoader> m_loader;
 };
 
+/// The tree itself or the object of that name in it, or null. If the tree is that of an interface
+/// file, objects of the file come before those that its widgets have made for themselves.
+QObject *objectNamed(QObject *root, const QString &name);
+
 } // namespace Pellarvine::detail

@@ -6,9 +6,12 @@
 #include <pellarvine/Platform/NSStoryboardSegue.h>
 #include <pellarvine/Platform/NSViewController.h>
 
+#include <QDialog>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
+#include <QTest>
 #include <gmock/gmock.h>
 
 using ::testing::HasSubstr;
@@ -63,12 +66,26 @@ Q_SIGNALS:
     void fieldChanged();
 };
 
+// A widget whose own parts have names as well.
+class Card : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Card(QWidget *parent = nullptr)
+        : QWidget(parent)
+    {
+        (new QLabel(this))->setObjectName(u"field"_s);
+    }
+};
+
 class NSStoryboard : public ::testing::Test
 {
 public:
     static void SetUpTestSuite()
     {
         NS::registerClass<Form>();
+        NS::registerClass<Card>();
         NS::registerClass<QObject>();
     }
 
@@ -265,6 +282,81 @@ TEST_F(NSStoryboard, outlets_and_embedded_scenes_are_there_when_the_view_has_bee
     EXPECT_EQ(controller->prepared, QStringList(u"inner"_s));
     ASSERT_EQ(controller->childViewControllers().size(), 1);
     EXPECT_EQ(controller->childViewControllers()[0]->view()->parentWidget(), box);
+}
+
+TEST_F(NSStoryboard, names_are_those_of_the_form_and_not_of_parts_of_its_widgets)
+{
+    folder.file(u"Cards.ui"_s,
+                "<ui version='4.0'><widget class='QWidget' name='cards'>"
+                "<widget class='Card' name='card'/><widget class='QGroupBox' name='group'>"
+                "<widget class='QLineEdit' name='field'/></widget></widget></ui>");
+    const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(
+            storyboard("<scene identifier='a' class='Form' interface='Cards.ui'>"
+                       "<outlet property='field' object='field'/></scene>"
+                       "<segue class='StoryboardSegue' source='a' destination='a' object='field' "
+                       "signal='returnPressed'/>",
+                       " initialScene='a'"));
+    const std::unique_ptr<QObject> made(loaded->instantiateInitialController());
+    auto *const controller = static_cast<Form *>(made.get());
+    EXPECT_EQ(problem([&] { loaded->check(); }), "");
+    EXPECT_EQ(problem([&] { controller->view(); }), "");
+    EXPECT_TRUE(controller->field);
+}
+
+TEST_F(NSStoryboard, escape_in_an_embedded_dialog_is_left_to_the_window)
+{
+    folder.file(u"Dialog.ui"_s, "<ui version='4.0'><widget class='QDialog' name='dialog'/></ui>");
+    const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(
+            storyboard("<scene identifier='a' class='Form' interface='Form.ui'/>"
+                       "<scene identifier='b' class='Form' interface='Dialog.ui'/>"
+                       "<embed source='a' destination='b' container='box'/>",
+                       " initialScene='a'"));
+    const std::unique_ptr<QObject> made(loaded->instantiateInitialController());
+    QDialog window;
+    static_cast<Form *>(made.get())->view()->setParent(&window);
+    window.show();
+    auto *const dialog = window.findChild<QDialog *>();
+    ASSERT_TRUE(dialog);
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog->isHidden());
+    EXPECT_TRUE(window.isHidden());
+}
+
+TEST_F(NSStoryboard, tab_reaches_embedded_scenes_where_their_containers_are)
+{
+    folder.file(u"Columns.ui"_s,
+                "<ui version='4.0'><widget class='QWidget' name='columns'>"
+                "<widget class='QLineEdit' name='first'/><widget class='QWidget' name='left'/>"
+                "<widget class='QLineEdit' name='between'/><widget class='QWidget' name='right'/>"
+                "<widget class='QLineEdit' name='last'/></widget></ui>");
+    folder.file(u"Controls.ui"_s,
+                "<ui version='4.0'><widget class='QWidget' name='controls'>"
+                "<widget class='QSpinBox' name='number'/>"
+                "<widget class='QComboBox' name='choice'><property name='editable'><bool>true"
+                "</bool></property></widget></widget></ui>");
+    const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(
+            storyboard("<scene identifier='a' class='Form' interface='Columns.ui'/>"
+                       "<scene identifier='b' class='Form' interface='Controls.ui'/>"
+                       "<embed source='a' destination='b' container='right'/>"
+                       "<embed source='a' destination='b' container='left'/>",
+                       " initialScene='a'"));
+    const std::unique_ptr<QObject> made(loaded->instantiateInitialController());
+    QWidget *const view = static_cast<Form *>(made.get())->view();
+    view->show();
+    QStringList names;
+    auto *const first = view->findChild<QWidget *>(u"first"_s);
+    first->setFocus();
+    for (int i = 0; i < 20 && (i == 0 || view->focusWidget() != first); ++i) {
+        QWidget *const reached = view->focusWidget();
+        const QWidget *const form = reached->parentWidget();
+        names.append(form == view
+                             ? reached->objectName()
+                             : form->parentWidget()->objectName() + u' ' + reached->objectName());
+        QTest::keyClick(reached, Qt::Key_Tab);
+    }
+    EXPECT_EQ(names, QStringList({ u"first"_s, u"left number"_s, u"left choice"_s, u"between"_s,
+                                   u"right number"_s, u"right choice"_s, u"last"_s }))
+            << qPrintable(names.join(u", "_s));
 }
 
 TEST_F(NSStoryboard, a_trigger_ends_with_its_controller_and_with_its_controllers_view)

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "TemporaryFolder.h"
+
 #include <pellarvine/Platform/NSViewController.h>
 
 #include <QCoreApplication>
@@ -331,6 +333,22 @@ TEST(ViewController, a_view_leads_to_its_controller_for_as_long_as_it_is_its_vie
     EXPECT_EQ(NS::viewController(second), &controller);
     EXPECT_EQ(NS::viewController(&box), nullptr);
     EXPECT_EQ(NS::viewController(nullptr), nullptr);
+}
+
+TEST(ViewController, its_title_is_that_of_the_form_until_it_is_set)
+{
+    const TemporaryFolder folder;
+    NS::ViewController controller(folder.file(
+            u"Form.ui"_s,
+            "<ui version='4.0'><widget class='QWidget' name='form'><property name='windowTitle'>"
+            "<string>Notes</string></property></widget></ui>"));
+    QWidget *const form = controller.view();
+    EXPECT_EQ(controller.title(), u"Notes"_s);
+    form->setWindowTitle(u"Notizen"_s); // as a change of language does, and a binding
+    EXPECT_EQ(controller.title(), u"Notizen"_s);
+    controller.setTitle(u"Diary"_s);
+    form->setWindowTitle(u"Notes"_s);
+    EXPECT_EQ(controller.title(), u"Diary"_s);
 }
 
 TEST(ViewController, a_view_that_cannot_be_loaded_is_tried_again)
