@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMimeData>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
 #include <QTextBlock>
@@ -55,6 +56,7 @@ TextFieldEditor::TextFieldEditor(QTextDocument *document, NS::TextField *field)
     viewport()->setAutoFillBackground(false);
     setAttribute(Qt::WA_NoSystemBackground);
     setDocument(document);
+    connect(this, &QTextEdit::cursorPositionChanged, this, &TextFieldEditor::revealCursor);
 }
 
 bool TextFieldEditor::event(QEvent *event)
@@ -102,6 +104,21 @@ void TextFieldEditor::updateName()
     const QString name = nameOf(m_field);
     if (name != accessibleName())
         setAccessibleName(name);
+}
+
+// The field grows with its text, so that what has to scroll is an area around it.
+void TextFieldEditor::revealCursor()
+{
+    if (!hasFocus())
+        return;
+    const QRect cursor = cursorRect();
+    for (QWidget *outer = parentWidget(); outer; outer = outer->parentWidget()) {
+        auto *const area = qobject_cast<QScrollArea *>(outer);
+        if (!area || !area->widget() || !area->widget()->isAncestorOf(this))
+            continue;
+        const QPoint place = viewport()->mapTo(area->widget(), cursor.center());
+        area->ensureVisible(place.x(), place.y(), cursor.width(), cursor.height());
+    }
 }
 
 bool TextFieldEditor::isComposing() const
@@ -200,6 +217,12 @@ void TextFieldEditor::keyPressEvent(QKeyEvent *event)
         return;
     }
     QTextBrowser::keyPressEvent(event);
+}
+
+void TextFieldEditor::resizeEvent(QResizeEvent *event)
+{
+    QTextBrowser::resizeEvent(event);
+    revealCursor();
 }
 
 void TextFieldEditor::wheelEvent(QWheelEvent *event)

@@ -47,10 +47,13 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
     void insertFromMimeData(const QMimeData *source) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void revealCursor();
+
     NS::TextField *m_field;
     bool m_hasLines = true;
     bool m_isFocusedByKeyboard = false;

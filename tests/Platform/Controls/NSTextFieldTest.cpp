@@ -16,6 +16,7 @@
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -574,6 +575,46 @@ TEST(TextField, tab_reaches_it_in_its_place_also_if_it_becomes_editable_later)
         QTest::keyClick(&after, Qt::Key_Backtab);
         EXPECT_TRUE(field->hasFocus()) << time;
         field->setEditable(false);
+    }
+}
+
+TEST(TextField, a_scroll_area_around_it_follows_the_keyboard)
+{
+    QScrollArea area;
+    auto *const content = new QWidget;
+    auto *const layout = new QVBoxLayout(content);
+    auto *const field = new Field;
+    auto *const label = new Field;
+    NS::MutableAttributedString text(longText + u" See the notes."_s);
+    text.addAttributes({ { NS::LinkAttributeName, QUrl(u"notes:1"_s) } }, 0, 3);
+    text.addAttributes({ { NS::LinkAttributeName, QUrl(u"notes:2"_s) } }, text.length() - 6, 5);
+    label->setAttributedStringValue(text);
+    layout->addWidget(field);
+    layout->addWidget(label);
+    area.setWidgetResizable(true);
+    area.setWidget(content);
+    area.resize(120, 60);
+    area.show();
+    area.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&area));
+    const auto isSeen = [&](const Field *place) {
+        QCoreApplication::sendPostedEvents();
+        const QTextBrowser *const editor = place->editor();
+        const QRect caret = editor->cursorRect();
+        const QPoint corner = editor->viewport()->mapTo(area.viewport(), caret.topLeft());
+        return area.viewport()->rect().contains(QRect(corner, caret.size()));
+    };
+    field->setEditable(true);
+    field->setFocus();
+    for (int line = 0; line < 10; ++line) {
+        QTest::keyClick(field->editor(), Qt::Key_Return);
+        EXPECT_TRUE(isSeen(field)) << line;
+    }
+    QTest::keyClick(field->editor(), Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_TRUE(isSeen(field));
+    for (int link = 0; link < 2; ++link) {
+        QTest::keyClick(area.focusWidget(), Qt::Key_Tab);
+        EXPECT_TRUE(isSeen(label)) << link;
     }
 }
 
