@@ -35,6 +35,15 @@ QWidget *make(QWidget *parent)
     return new View(parent);
 }
 
+template <>
+QWidget *make<Pellarvine::Window>(QWidget *parent)
+{
+    auto *const window = new Pellarvine::Window(parent);
+    // The first call makes a window lower. Designer would save a form lower each time.
+    window->setTitleBarHeight(0);
+    return window;
+}
+
 // Sets the class, its header and the function that makes a widget, so that these three agree.
 template <typename View>
 WidgetEntry entry(const QString &folder, const QString &file, Glyph glyph, const QSize &size)

@@ -129,7 +129,9 @@ public:
 
     std::unique_ptr<QWidget> check(const QMetaObject *ownerClass)
     {
-        NibChecker(m_file).checkResources();
+        const NibChecker checker(m_file);
+        checker.checkResources();
+        checker.checkEditing();
         std::unique_ptr<QWidget> root = load(nullptr);
         NibConnector connector(nullptr, m_objects.byName(), m_file.fileName, m_objects.texts());
         connector.checkOwnerEntries(ownerClass);

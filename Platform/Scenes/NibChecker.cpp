@@ -138,6 +138,31 @@ void NibChecker::checkResources() const
     }
 }
 
+void NibChecker::checkEditing() const
+{
+    const auto hasPages = [this](const QString &className) {
+        const auto containers = { "QMainWindow", "QDockWidget", "QTabWidget", "QStackedWidget",
+                                  "QToolBox",    "QScrollArea", "QMdiArea",   "QWizard" };
+        return m_file.addPageMethods.contains(className)
+               || std::any_of(containers.begin(), containers.end(), [&](const char *container) {
+                      return isOfClass(className, container);
+                  });
+    };
+    for (const NibElement &layout : m_file.elements) {
+        if (layout.kind != NibElement::layout || layout.parent < 0)
+            continue;
+        const NibElement &widget = m_file.elements[layout.parent];
+        int container = widget.parent;
+        while (container >= 0 && m_file.elements[container].kind != NibElement::widget)
+            container = m_file.elements[container].parent;
+        if (widget.className == "QWidget"_L1 && !widget.isNative && !widget.properties.isEmpty()
+            && container >= 0 && !hasPages(m_file.elements[container].className))
+            fail(NibError::malformed, widget.name, widget.name.text, u"native"_s,
+                 u"Qt Designer would save nothing of this QWidget but its layout: it needs the "
+                 "attribute native=\"true\""_s);
+    }
+}
+
 void NibChecker::checkImages() const
 {
     const QDir folder = QFileInfo(m_file.fileName).dir();

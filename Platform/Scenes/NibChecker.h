@@ -26,6 +26,10 @@ public:
     /// Checks the .qrc files, which only have to exist where the form is edited and built.
     void checkResources() const;
 
+    /// Checks that Qt Designer would save the form without a loss. It takes a plain QWidget with a
+    /// layout for a mere layout, unless the QWidget is native or a page of a container.
+    void checkEditing() const;
+
     /// After it is loaded: checks the names of other objects.
     void checkObjects(const QHash<QString, QObject *> &objects);
 

@@ -201,6 +201,7 @@ private:
             fail(u"there are two objects of this name"_s, element.name.text);
         if (kind == NibElement::layout)
             checkLayout(element.name.text);
+        element.isNative = attributes.value("native"_L1) == "true"_L1;
         element.isCell = kind == NibElement::item && m_xml.name() == "item"_L1;
         if (element.isCell) {
             element.row = number(attributes, "row"_L1, 0).value_or(-1);

@@ -70,6 +70,7 @@ struct NibElement
     QString className;
     NibText name; ///< empty for an item, and perhaps for a layout or a spacer
     int parent = -1; ///< the index of the parent element
+    bool isNative = false; ///< a QWidget that Qt Designer does not take for a mere layout
     bool isCell = false; ///< an item that is no head of a column or row
     int row = -1; ///< of a cell, if the file says it
     int column = -1;

@@ -74,6 +74,18 @@ TEST(DesignerPlugin, what_it_offers_of_a_class_is_true_of_that_class)
     }
 }
 
+TEST(DesignerPlugin, a_window_keeps_its_height_each_time_that_its_form_is_opened)
+{
+    for (QDesignerCustomWidgetInterface *const plugin : plugins()) {
+        if (plugin->name() != u"Pellarvine::Window"_s)
+            continue;
+        const std::unique_ptr<QWidget> window(plugin->createWidget(nullptr));
+        window->resize(800, 560);
+        window->setProperty("titleBarHeight", 40);
+        EXPECT_EQ(window->height(), 560);
+    }
+}
+
 TEST(DesignerPlugin, ui_loader_makes_the_same_classes_with_what_the_form_sets)
 {
     QUiLoader loader;

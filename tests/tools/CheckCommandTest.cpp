@@ -62,6 +62,13 @@ TEST_F(CheckCommand, says_where_each_mistake_is)
         { u"Form.ui"_s, "outlets\" stdset=\"0\"><string>owner.field",
           "constraints\" stdset=\"0\"><string>width = 10\nwidth = 20", u"Form.ui"_s,
           "/Form.ui:9:1: error: nameField: the constraint \"width = 20\" contradicts others" },
+        // Qt Designer drops such a widget when it saves the form.
+        { u"Form.ui"_s, "<item>\n    <widget class=\"Badge\" name=\"badge\">",
+          "<item>\n    <widget class=\"QWidget\" name=\"box\"><property name=\"enabled\">"
+          "<bool>false</bool></property><layout class=\"QVBoxLayout\"/></widget></item>\n"
+          "   <item>\n    <widget class=\"Badge\" name=\"badge\">",
+          u"Form.ui"_s,
+          "/Form.ui:22:5: error: box: Qt Designer would save nothing of this QWidget" },
         // A property of the program's own.
         { u"Form.ui"_s, "outlets\" stdset=\"0\"><string>owner.field",
           "action\" stdset=\"0\"><string>delete", u"Form.ui"_s, "" },
