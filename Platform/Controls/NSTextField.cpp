@@ -41,7 +41,7 @@ struct TextField::Private
     { }
 
     void setText(const AttributedString &value);
-    void applyText();
+    void fill(const AttributedString &value);
     void applyFormat();
     void invalidate();
     void updateEditor();
@@ -411,14 +411,28 @@ QSize TextField::Private::textSize(int width) const
 
 void TextField::Private::setText(const AttributedString &value)
 {
-    contents.setLinkColor(detail::linkColor(q->palette()));
-    contents.setText(value);
-    invalidate();
+    fill(value);
     updateEditor();
     if (QAccessible::isActive()) {
         QAccessibleEvent event(q, QAccessible::NameChanged);
         QAccessible::updateAccessibility(&event);
     }
+}
+
+void TextField::Private::fill(const AttributedString &value)
+{
+    const bool isSameString = value.string() == contents.text().string();
+    const QTextCursor before = editor ? editor->textCursor() : QTextCursor();
+    const int anchor = before.anchor();
+    const int position = before.position();
+    contents.setLinkColor(detail::linkColor(q->palette()));
+    contents.setText(value);
+    // Qt leaves the cursor at the end, from which Tab does not reach the links.
+    if (editor && isSameString)
+        editor->select(anchor, position);
+    else if (editor && !editable)
+        editor->select(0, 0);
+    invalidate();
 }
 
 QColor TextField::Private::effectiveTextColor() const
@@ -439,13 +453,6 @@ detail::TextFieldFormat TextField::Private::format() const
              .maximumNumberOfLines = maximumNumberOfLines,
              .elideMode = elideMode,
              .linkColor = contents.format().linkColor };
-}
-
-void TextField::Private::applyText()
-{
-    contents.setLinkColor(detail::linkColor(q->palette()));
-    contents.refill();
-    invalidate();
 }
 
 void TextField::Private::applyFormat()
@@ -597,11 +604,11 @@ void TextField::changeEvent(QEvent *event)
     case QEvent::LayoutDirectionChange:
         d->applyFormat();
         if (!d->editable)
-            d->applyText();
+            d->fill(AttributedString(d->contents.text()));
         break;
     case QEvent::PaletteChange:
         if (detail::hasLinks(d->contents.text()) && !d->editable)
-            d->applyText();
+            d->fill(AttributedString(d->contents.text()));
         d->updateEditorPalette();
         update();
         break;

@@ -56,7 +56,10 @@ TextFieldEditor::TextFieldEditor(QTextDocument *document, NS::TextField *field)
     viewport()->setAutoFillBackground(false);
     setAttribute(Qt::WA_NoSystemBackground);
     setDocument(document);
-    connect(this, &QTextEdit::cursorPositionChanged, this, &TextFieldEditor::revealCursor);
+    connect(this, &QTextEdit::cursorPositionChanged, this, [this] {
+        if (!isReadOnly())
+            revealCursor();
+    });
 }
 
 bool TextFieldEditor::event(QEvent *event)
@@ -88,6 +91,21 @@ void TextFieldEditor::setKind(bool isSelectable, bool isEditable, bool hasLinks)
     viewport()->setCursor(isSelectable || isEditable ? Qt::IBeamCursor : Qt::ArrowCursor);
     setFocusPolicy(isEditable ? Qt::WheelFocus : Qt::StrongFocus);
     setAcceptDrops(isEditable);
+}
+
+void TextFieldEditor::select(int anchor, int position)
+{
+    if (textInteractionFlags() & Qt::LinksAccessibleByKeyboard) {
+        for (const TextLink &link : linksOf(*document())) {
+            if (link.start == anchor && link.end == position)
+                return focusLink(link);
+        }
+    }
+    const int last = document()->characterCount() - 1;
+    QTextCursor cursor(document());
+    cursor.setPosition(std::min(anchor, last));
+    cursor.setPosition(std::min(position, last), QTextCursor::KeepAnchor);
+    setTextCursor(cursor);
 }
 
 // Without this, Qt aligns lines that do not wrap in the width of an earlier text.
@@ -140,15 +158,21 @@ bool TextFieldEditor::focusNextPrevChild(bool next)
     }
     if (!target) // QTextBrowser would go to a link
         return QTextEdit::focusNextPrevChild(next); // NOLINT(bugprone-parent-virtual-call)
-    // Qt finds the next link after a selection, and the first without one. Backwards, it stays
-    // forever at a link that begins a paragraph.
-    QTextCursor before(document());
-    before.setPosition(std::max(0, target->start - 1));
-    before.setPosition(target->start, QTextCursor::KeepAnchor);
-    setTextCursor(before);
-    QTextBrowser::focusNextPrevChild(true);
+    focusLink(*target);
+    revealCursor();
     Q_EMIT linkFocused();
     return true;
+}
+
+// Qt finds the next link after a selection, and the first without one. Backwards, it stays forever
+// at a link that begins a paragraph.
+void TextFieldEditor::focusLink(const TextLink &link)
+{
+    QTextCursor before(document());
+    before.setPosition(std::max(0, link.start - 1));
+    before.setPosition(link.start, QTextCursor::KeepAnchor);
+    setTextCursor(before);
+    QTextBrowser::focusNextPrevChild(true);
 }
 
 void TextFieldEditor::focusInEvent(QFocusEvent *event)
@@ -217,12 +241,14 @@ void TextFieldEditor::keyPressEvent(QKeyEvent *event)
         return;
     }
     QTextBrowser::keyPressEvent(event);
+    revealCursor();
 }
 
 void TextFieldEditor::resizeEvent(QResizeEvent *event)
 {
     QTextBrowser::resizeEvent(event);
-    revealCursor();
+    if (!isReadOnly())
+        revealCursor();
 }
 
 void TextFieldEditor::wheelEvent(QWheelEvent *event)

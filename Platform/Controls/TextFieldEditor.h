@@ -10,6 +10,8 @@ class TextField;
 
 namespace Pellarvine::detail {
 
+struct TextLink;
+
 /// The part of a text field that the user works in: selects, edits, follows links. It shows the
 /// field's document and takes up the room within its bezel.
 class TextFieldEditor : public QTextBrowser
@@ -22,6 +24,7 @@ public:
     /// Line ends are taken, and lines wrap.
     void setHasLines(bool hasLines);
     void setKind(bool isSelectable, bool isEditable, bool hasLinks);
+    void select(int anchor, int position);
     /// After the text or its alignment has changed.
     void layOutAnew();
 
@@ -52,6 +55,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void focusLink(const TextLink &link);
     void revealCursor();
 
     NS::TextField *m_field;

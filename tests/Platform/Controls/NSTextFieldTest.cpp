@@ -462,6 +462,28 @@ TEST(TextField, text_that_was_scrolled_to_select_goes_back_when_the_focus_leaves
     EXPECT_EQ(place->value(), 0);
 }
 
+TEST(TextField, a_text_to_read_begins_at_its_beginning)
+{
+    NS::MutableAttributedString text(longText);
+    text.addAttributes({ { NS::LinkAttributeName, QUrl(u"notes:1"_s) } }, 2, 5);
+    for (const bool isSelectable : { false, true }) {
+        Field field;
+        field.setSelectable(isSelectable);
+        field.setAttributedStringValue(NS::AttributedString(u"first"_s, text.attributes(2)));
+        field.setAttributedStringValue(text);
+        field.resize(100, 30);
+        field.show();
+        field.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&field));
+        ASSERT_TRUE(field.editor()->hasFocus());
+        EXPECT_EQ(field.editor()->verticalScrollBar()->value(), 0) << isSelectable;
+        QTest::keyClick(field.editor(), Qt::Key_Tab);
+        EXPECT_EQ(field.editor()->textCursor().selectedText(), longText.mid(2, 5)) << isSelectable;
+        field.setPalette(QPalette(QColor(40, 40, 40)));
+        EXPECT_EQ(field.editor()->textCursor().selectedText(), longText.mid(2, 5)) << "still";
+    }
+}
+
 TEST(TextField, edits_a_single_line_and_says_when_it_is_done)
 {
     Field field(u"ab"_s);
