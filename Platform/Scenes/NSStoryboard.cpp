@@ -95,6 +95,8 @@ void setTabOrder(const Widgets &chain)
 
 void fill(const QPointer<QWidget> &container, const QPointer<QWidget> &view)
 {
+    if (!container || !view)
+        return;
     setTranslatesAutoresizingMaskIntoConstraints(view, false);
     addSubview(container, view);
     // A callback may have removed it.
@@ -113,7 +115,7 @@ void fill(const QPointer<QWidget> &container, const QPointer<QWidget> &view)
 /// A loaded scene that is to be embedded in another.
 struct Storyboard::Embedded
 {
-    QWidget *container;
+    QPointer<QWidget> container;
     std::unique_ptr<ViewController> controller;
 };
 
@@ -129,7 +131,11 @@ public:
         , m_source(source)
         , m_segue(segue)
     {
-        connect(source, &ViewController::viewChanged, this, &SegueTrigger::end);
+        const QWidget *const view = source->view();
+        connect(source, &ViewController::viewChanged, this, [this, view](const QWidget *changed) {
+            if (changed != view)
+                end();
+        });
     }
 
 public Q_SLOTS:

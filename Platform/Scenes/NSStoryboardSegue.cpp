@@ -105,12 +105,10 @@ QObject *StoryboardSegue::destinationController() const
 void StoryboardSegue::perform()
 {
     auto *const destination = qobject_cast<ViewController *>(m_destination);
-    if (!destination)
-        return;
-    destination->setParent(m_source);
-    QWidget *const view = destination->view();
+    QWidget *const view = destination ? destination->view() : nullptr;
     if (!view)
         return;
+    destination->setParent(m_source);
     auto *const source = qobject_cast<ViewController *>(m_source);
     const QWidget *const above = source ? source->view() : nullptr;
     view->setParent(above ? above->window() : nullptr, dialogFlags(view));

@@ -184,13 +184,14 @@ ViewController::ViewController(const QString &nibName, QObject *parent)
 
 ViewController::~ViewController()
 {
+    const bool ownsView = d->view && !detail::isOwnedBy(this, d->view);
     removeFromParentViewController();
     for (ViewController *const child : std::as_const(d->children))
         child->d->parent = nullptr;
     if (d->view)
         setViewController(d->view, nullptr);
     d->watch.reset();
-    if (d->view)
+    if (d->view && ownsView)
         ViewWatch::discard(d->view);
 }
 
@@ -231,7 +232,9 @@ QWidget *ViewController::view()
         throw;
     }
     d->hasLoaded = true;
-    viewDidLoad();
+    Q_EMIT viewChanged(d->view);
+    if (self)
+        viewDidLoad();
     return self ? d->view.get() : nullptr;
 }
 
@@ -253,7 +256,7 @@ void ViewController::setView(QWidget *view)
         old->removeEventFilter(d->watch.get());
         disconnect(d->viewEnd);
         setViewController(old, nullptr);
-        if (!old->parentWidget())
+        if (!old->parentWidget() && !detail::isOwnedBy(this, old))
             ViewWatch::discard(old);
     }
     d->view = added;
@@ -268,7 +271,8 @@ void ViewController::setView(QWidget *view)
         if (added->isVisible())
             ViewWatch::appear(added);
     }
-    if (self)
+    // A view that is being loaded is reported when it is loaded.
+    if (self && !(d->isLoading && d->view))
         Q_EMIT viewChanged(d->view);
 }
 

@@ -25,7 +25,8 @@ class StoryboardSegue;
 ///     };
 ///
 /// A controller owns its children and its view. If the view has a parent widget, that owns it too;
-/// nothing is deleted twice. The controller outlives a view that is deleted. Main thread only.
+/// nothing is deleted twice. The controller outlives a view that is deleted, unless it is a QObject
+/// child of the view, which it then does not own. Main thread only.
 class PELLARVINE_EXPORT ViewController : public QObject
 {
     Q_OBJECT

@@ -39,6 +39,15 @@ struct ViewController::Private
 
 namespace Pellarvine::detail {
 
+/// Whether `widget` owns the controller as a QObject. The controller does not delete it then.
+inline bool isOwnedBy(const QObject *controller, const QWidget *widget)
+{
+    const QObject *owner = controller->parent();
+    while (owner && owner != widget)
+        owner = owner->parent();
+    return owner;
+}
+
 /// Whether the controller's view() is running loadView() or viewDidLoad().
 PELLARVINE_PRIVATE_EXPORT bool isLoadingView(const NS::ViewController *controller);
 

@@ -4,6 +4,7 @@
 #include "Base/Failure.h"
 #include "Scenes/NSNib.h"
 #include "Scenes/NSResponder.h"
+#include "Scenes/NSViewControllerPrivate.h"
 
 #include <QDialog>
 #include <QKeyEvent>
@@ -32,9 +33,9 @@ struct WindowController::Private
         windowEnd = connect(window, &QObject::destroyed, controller,
                             [controller] { Q_EMIT controller->windowChanged(nullptr); });
     }
-    void deleteUnlessLent()
+    void deleteUnlessLent(const WindowController *controller)
     {
-        if (window && !window->parentWidget())
+        if (window && !window->parentWidget() && !detail::isOwnedBy(controller, window))
             delete window;
     }
 };
@@ -57,7 +58,7 @@ WindowController::WindowController(const QString &windowNibName, QObject *parent
 WindowController::~WindowController()
 {
     disconnect(d->windowEnd);
-    d->deleteUnlessLent();
+    d->deleteUnlessLent(this);
 }
 
 QWidget *WindowController::window()
@@ -81,7 +82,7 @@ void WindowController::setWindow(QWidget *window)
         return;
     const QPointer<QWidget> added = window; // ends with the previous one if it is in that
     disconnect(d->windowEnd);
-    d->deleteUnlessLent();
+    d->deleteUnlessLent(this);
     if (d->window) {
         setWindowController(d->window, nullptr);
         d->window->removeEventFilter(this);

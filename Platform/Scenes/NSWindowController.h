@@ -37,7 +37,7 @@ public:
     /// The name of an interface file, as `NS::Nib` finds it.
     explicit WindowController(const QString &windowNibName, QObject *parent = nullptr);
 
-    /// Deletes the window, unless that has a parent widget.
+    /// Deletes the window, unless that has a parent widget or owns this controller.
     ~WindowController() override;
 
     /// Returns the window and loads it in the first call. Null if no file was named, if the window

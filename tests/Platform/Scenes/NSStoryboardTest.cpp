@@ -66,6 +66,16 @@ Q_SIGNALS:
     void fieldChanged();
 };
 
+// A controller that deletes its view.
+class Blind : public NS::ViewController
+{
+    Q_OBJECT
+
+public:
+    using NS::ViewController::ViewController;
+    void viewDidLoad() override { delete view(); }
+};
+
 // A widget whose own parts have names as well.
 class Card : public QWidget
 {
@@ -395,6 +405,24 @@ TEST_F(NSStoryboard, a_trigger_ends_with_its_controller_and_with_its_controllers
     QMetaObject::invokeMethod(field, &QLineEdit::returnPressed, Qt::DirectConnection);
     EXPECT_EQ(Form::timesAsked, 2);
     EXPECT_EQ(Form::count, 2); // the first one, and the one that the signal has made
+}
+
+TEST_F(NSStoryboard, a_scene_without_its_view_is_neither_embedded_nor_shown)
+{
+    NS::registerClass<Blind>();
+    const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(storyboard(
+            "<scene identifier='a' class='Form' interface='Form.ui'/>"
+            "<scene identifier='b' class='Blind'/>"
+            "<embed source='a' destination='b' container='box'/>"
+            "<segue identifier='go' class='StoryboardSegue' source='a' destination='b'/>",
+            " initialScene='a'"));
+    const std::unique_ptr<QObject> made(loaded->instantiateInitialController());
+    auto *const controller = static_cast<Form *>(made.get());
+    EXPECT_TRUE(controller->view()->findChild<QWidget *>(u"box"_s)->children().isEmpty());
+    EXPECT_EQ(controller->childViewControllers().size(), 1);
+    controller->performSegue(u"go"_s);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(controller->findChildren<Blind *>().size(), 1);
 }
 
 TEST_F(NSStoryboard, a_segue_leads_from_a_controller_whose_view_is_deleted)

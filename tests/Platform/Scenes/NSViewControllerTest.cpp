@@ -300,6 +300,36 @@ TEST(ViewController, everything_is_destroyed_once_whoever_ends_first)
     }
 }
 
+TEST(ViewController, a_view_that_owns_its_controller_is_not_owned_by_it)
+{
+    for (const bool endsWithView : { false, true }) {
+        const QPointer<NS::ViewController> controller = new NS::ViewController;
+        const QPointer<QWidget> view = controller->view();
+        controller->setParent(new QWidget(view));
+        if (endsWithView)
+            delete view;
+        else
+            delete controller;
+        EXPECT_FALSE(controller);
+        EXPECT_EQ(view.isNull(), endsWithView);
+        EXPECT_EQ(NS::viewController(view), nullptr);
+        delete view;
+    }
+}
+
+TEST(ViewController, a_view_is_reported_once_when_it_is_loaded)
+{
+    NS::ViewController controller;
+    std::vector<bool> loaded;
+    QObject::connect(&controller, &NS::ViewController::viewChanged, &controller,
+                     [&] { loaded.push_back(controller.isViewLoaded()); });
+    controller.view();
+    EXPECT_THAT(loaded, ElementsAre(true));
+    controller.setView(nullptr);
+    controller.setView(new QWidget);
+    EXPECT_THAT(loaded, ElementsAre(true, true, true));
+}
+
 TEST(ViewController, a_child_has_one_parent_and_nobody_once_it_is_removed)
 {
     NS::ViewController one;

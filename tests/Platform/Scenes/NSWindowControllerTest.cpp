@@ -125,6 +125,22 @@ TEST(WindowController, a_window_that_is_handed_over_is_owned)
     EXPECT_EQ(empty.loads, 0);
 }
 
+TEST(WindowController, a_window_that_owns_its_controller_is_not_owned_by_it)
+{
+    for (const bool endsWithWindow : { false, true }) {
+        const QPointer<QWidget> window = new QWidget;
+        const QPointer<Controller> controller = new Controller(window, window);
+        controller->showWindow();
+        if (endsWithWindow)
+            delete window;
+        else
+            delete controller;
+        EXPECT_FALSE(controller);
+        EXPECT_EQ(window.isNull(), endsWithWindow);
+        delete window;
+    }
+}
+
 TEST(WindowController, escape_in_a_dialog_asks_before_the_window_closes)
 {
     Controller controller(new QDialog);
