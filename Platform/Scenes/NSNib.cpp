@@ -115,10 +115,12 @@ public:
             if (!tree)
                 static_cast<void>(root.release());
         });
+        // Connecting may delete objects.
+        Awakening awakening = this->awakening();
         NibConnector connector(m_owner, m_objects.byName(), m_file.fileName, m_objects.texts());
         connectWith(connector);
         try {
-            awaken();
+            awakening.run(m_owner);
         } catch (...) {
             connector.undo();
             throw;
@@ -257,7 +259,7 @@ private:
         connector.connect();
     }
 
-    void awaken() const
+    Awakening awakening() const
     {
         Awakening awakening;
         QList<int> open;
@@ -270,7 +272,7 @@ private:
             open.append(i);
         }
         close(-1);
-        awakening.run(m_owner);
+        return awakening;
     }
 
     const NibFile &m_file;

@@ -47,7 +47,8 @@ void NibConnector::run(const Entry &entry, Step step) const
     } catch (const NibFault &fault) {
         const XmlPlace &place = entry.text.place;
         throw NS::NibError(fault.reason, m_fileName, place.line, place.column,
-                           entry.object->objectName(), fault.name, fault.message);
+                           entry.object ? entry.object->objectName() : QString(), fault.name,
+                           fault.message);
     }
 }
 
@@ -118,7 +119,7 @@ void NibConnector::take(const Entry &entry, const NibConstraint &said)
 
 QWidget *NibConnector::item(const Entry &entry, const QString &name) const
 {
-    auto *const self = static_cast<QWidget *>(entry.object);
+    auto *const self = static_cast<QWidget *>(entry.object.get());
     QObject *const found = name == "superview"_L1 ? self->parentWidget()
                            : name == "self"_L1    ? self
                                                   : m_objects.value(name);
@@ -137,7 +138,7 @@ NibConnector::Path NibConnector::path(const Entry &entry, const NibPath &path) c
         throw NibFault { NS::NibError::unknownObject, root,
                          u"there is no owner, which \"%1\" needs"_s.arg(entry.text.text) };
     QObject *const object = root == "owner"_L1  ? m_owner
-                            : root == "self"_L1 ? entry.object
+                            : root == "self"_L1 ? entry.object.get()
                                                 : m_objects.value(root);
     if (!object)
         throw NibFault { NS::NibError::unknownObject, root,
@@ -149,16 +150,20 @@ NibConnector::Path NibConnector::path(const Entry &entry, const NibPath &path) c
 void NibConnector::connect()
 {
     try {
-        for (const Outlet &outlet : std::as_const(m_outlets))
-            run(outlet, [&] { setOutlet(outlet); });
-        for (const ValueBinding &binding : std::as_const(m_bindings))
-            run(binding, [&] { bindValue(binding); });
+        for (const Outlet &outlet : std::as_const(m_outlets)) {
+            if (outlet.object && outlet.path.root)
+                run(outlet, [&] { setOutlet(outlet); });
+        }
+        for (const ValueBinding &binding : std::as_const(m_bindings)) {
+            if (binding.object && binding.path.root)
+                run(binding, [&] { bindValue(binding); });
+        }
     } catch (...) {
         undo();
         throw;
     }
     for (const Action &action : std::as_const(m_actions)) {
-        if (action.receiver)
+        if (action.object && action.receiver)
             QObject::connect(action.object, action.signal, action.receiver, action.slot);
     }
     activateConstraints();
@@ -191,11 +196,11 @@ void NibConnector::setOutlet(const Outlet &outlet)
             throw NibFault { NS::NibError::unknownKeyPath, path.keyPath,
                              u"there is no object at \"%1\" (outlet \"%2\")"_s.arg(
                                      path.keyPath.first(dot), outlet.text.text) };
-        NS::setValueForKeyPath(path.root, path.keyPath, QVariant::fromValue(outlet.object));
+        NS::setValueForKeyPath(path.root, path.keyPath, QVariant::fromValue(outlet.object.get()));
     } catch (const NS::KeyValueException &error) {
         throw unknownKeyPath(path.keyPath, error);
     }
-    m_undo.append([root = QPointer<QObject>(path.root), keyPath = path.keyPath] {
+    m_undo.append([root = path.root, keyPath = path.keyPath] {
         if (root)
             NS::setValueForKeyPath(root, keyPath, {});
     });
@@ -204,13 +209,14 @@ void NibConnector::setOutlet(const Outlet &outlet)
 void NibConnector::bindList(const ValueBinding &binding)
 {
     auto *const widget = qobject_cast<QWidget *>(binding.object);
-    const Path &path = binding.path;
+    QObject *const model = binding.path.root;
+    const QString &keyPath = binding.path.keyPath;
     const NibBindingOptions &options = binding.options;
     try {
         if (binding.key == "choices"_L1)
-            NS::bindChoices(widget, path.root, path.keyPath, { options.title, options.tag });
+            NS::bindChoices(widget, model, keyPath, { options.title, options.tag });
         else
-            NS::bind(widget, path.root, path.keyPath, { { options.title } });
+            NS::bind(widget, model, keyPath, { { options.title } });
     } catch (const std::invalid_argument &error) {
         throw NibFault { NS::NibError::unknownKeyPath, binding.key,
                          u"%1 (binding \"%2\")"_s.arg(QString::fromUtf8(error.what()),
@@ -223,7 +229,7 @@ void NibConnector::bindValue(const ValueBinding &binding)
     try {
         if (isListBinding(binding.object, binding.key))
             return bindList(binding);
-        NS::bind(binding.object, binding.key, binding.path.root, binding.path.keyPath,
+        NS::bind(binding.object.get(), binding.key, binding.path.root.get(), binding.path.keyPath,
                  bindingOptions(binding.options));
     } catch (const NS::KeyValueException &error) {
         const bool isObserved = error.keyPath() == binding.path.keyPath;
@@ -231,7 +237,7 @@ void NibConnector::bindValue(const ValueBinding &binding)
         fault.message += u" (binding \"%1\")"_s.arg(binding.text.text);
         throw fault;
     }
-    m_undo.append([object = QPointer<QObject>(binding.object), key = binding.key] {
+    m_undo.append([object = binding.object, key = binding.key] {
         if (object)
             NS::unbind(object, key);
     });

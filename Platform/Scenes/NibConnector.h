@@ -45,12 +45,13 @@ public:
 private:
     struct Path
     {
-        QObject *root = nullptr;
+        QPointer<QObject> root;
         QString keyPath;
     };
+    // The setters of outlets may delete objects. Their entries end then.
     struct Entry
     {
-        QObject *object;
+        QPointer<QObject> object;
         NibText text;
     };
     struct Outlet : Entry

@@ -146,6 +146,26 @@ public:
     inline static bool isBroken = false;
 };
 
+// An owner that puts a view of its own in the place of a widget.
+class Stage : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QWidget *placeholder READ view WRITE replace)
+
+public:
+    QWidget *view() const { return m_view; }
+    void replace(QWidget *placeholder)
+    {
+        if (!placeholder)
+            return;
+        m_view = new QLabel(placeholder->parentWidget());
+        delete placeholder;
+    }
+
+private:
+    QPointer<QWidget> m_view;
+};
+
 // The error that the action throws.
 template <typename Action>
 NS::NibError errorOf(Action action)
@@ -733,6 +753,21 @@ TEST_F(Nib, an_owner_may_delete_the_tree)
 
     owner.deletesView = true;
     EXPECT_EQ(form(property("outlets", "owner.view")).instantiate(&owner), nullptr);
+}
+
+TEST_F(Nib, an_outlet_may_replace_its_widget)
+{
+    const QString entries = property("outlets", "owner.placeholder")
+                            + property("bindings", "text = field.text")
+                            + property("actions", "textChanged -> field.setText")
+                            + property("constraints", "width = field.width");
+    const Markup inside("<widget class='QLineEdit' name='place'>%1</widget>"
+                        "<widget class='QLineEdit' name='field'>%2</widget>");
+    Stage stage;
+    const std::unique_ptr<QWidget> root(
+            form(inside(entries, property("bindings", "text = place.text"))).instantiate(&stage));
+    EXPECT_EQ(root->findChildren<QLineEdit *>().size(), 1);
+    EXPECT_EQ(stage.view()->parentWidget(), root.get());
 }
 
 TEST_F(Nib, a_widget_of_a_form_loads_a_form_or_throws)
