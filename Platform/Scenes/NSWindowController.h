@@ -60,9 +60,9 @@ public:
     Q_INVOKABLE void close();
 
     /// Called before the window closes, for every reason, and before the closeEvent() of the window
-    /// and its content. Return false to keep it open; an exception is printed as a warning and keeps
-    /// it open too. Not called by accept() and reject() of a QDialog, only by its Esc key. Default:
-    /// true.
+    /// and its content. Return false to keep it open; an exception is printed as a warning and
+    /// keeps it open too. A QDialog asks when Esc is pressed, but not in accept() and reject().
+    /// Default: true.
     virtual bool windowShouldClose();
 
     /// Called once, after loadWindow(). The outlets are set. An exception is printed as a warning.
