@@ -269,6 +269,28 @@ bool WatchedPath::rebuild(const Slot *slot)
 
 static_assert(sizeof(Registration) <= 104);
 
+namespace {
+
+// The initial call of an observer, which may end the registration, or itself, in the call.
+struct InitialCall;
+thread_local InitialCall *runningCalls = nullptr;
+
+struct InitialCall
+{
+    explicit InitialCall(Registration *added)
+        : registration(added)
+        , outer(std::exchange(runningCalls, this))
+    { }
+    InitialCall(const InitialCall &) = delete;
+    InitialCall &operator=(const InitialCall &) = delete;
+    ~InitialCall() { runningCalls = outer; }
+
+    Registration *registration; // null once it has ended
+    InitialCall *outer;
+};
+
+} // namespace
+
 Registration::Registration(NS::ObjectReference object, NS::KeyValueObserver *observer,
                            const QString &keyPath, Purpose purpose)
     : WatchedPath(std::move(object), keyPath, purpose)
@@ -278,22 +300,33 @@ Registration::Registration(NS::ObjectReference object, NS::KeyValueObserver *obs
     observer->m_registrations = this;
 }
 
+Registration::~Registration()
+{
+    for (InitialCall *call = runningCalls; call; call = call->outer) {
+        if (call->registration == this)
+            call->registration = nullptr;
+    }
+}
+
 Registration *Registration::add(NS::ObjectReference object, NS::KeyValueObserver *observer,
                                 const QString &keyPath, NS::KeyValueObservingOptions options)
 {
     auto *const registration = new Registration(std::move(object), observer, keyPath, observing);
-    if (options == NS::KeyValueObservingOptions::newValueAndInitial) {
-        try {
-            observer->pathChanged(*registration);
-        } catch (const ObserverFailure &failure) {
+    if (options != NS::KeyValueObservingOptions::newValueAndInitial)
+        return registration;
+    const InitialCall call(registration);
+    try {
+        observer->pathChanged(*registration);
+    } catch (const ObserverFailure &failure) {
+        if (call.registration)
             observer->remove(registration);
-            std::rethrow_exception(failure.cause);
-        } catch (...) {
+        std::rethrow_exception(failure.cause);
+    } catch (...) {
+        if (call.registration)
             observer->remove(registration);
-            throw;
-        }
+        throw;
     }
-    return registration;
+    return call.registration;
 }
 
 Registration *Registration::addTarget(NS::ObjectReference object, NS::KeyValueObserver *observer,

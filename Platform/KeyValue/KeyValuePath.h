@@ -109,13 +109,15 @@ class PELLARVINE_INTERNAL_EXPORT Registration final : public WatchedPath
 {
 public:
     /// Registers for NS::addObserver(). Throws KeyValueException, and what the observer throws in
-    /// the initial call; nothing is registered then.
+    /// the initial call; nothing is registered then. Null if the initial call has ended it.
     static Registration *add(NS::ObjectReference object, NS::KeyValueObserver *observer,
                              const QString &keyPath, NS::KeyValueObservingOptions options);
 
     /// A path to write to. The observer is not called before observe().
     static Registration *addTarget(NS::ObjectReference object, NS::KeyValueObserver *observer,
                                    const QString &keyPath);
+
+    ~Registration() override;
 
     /// The registration of the same observer that was made before this one, or null.
     Registration *next() const { return m_next; }

@@ -6,11 +6,14 @@
 #include "KeyValue/KeyValueException.h"
 
 #include <QDynamicPropertyChangeEvent>
+#include <QHash>
 #include <QMetaProperty>
 #include <QObject>
+#include <QPointer>
 #include <QProperty>
 #include <QThread>
 
+#include <algorithm>
 #include <array>
 #include <exception>
 #include <memory>
@@ -174,12 +177,73 @@ struct BindableSlot : SourceSlot
     std::unique_ptr<QPropertyNotifier> notifier;
 };
 
+class DynamicPropertyFilter;
+
+struct DynamicSlot : SourceSlot
+{
+    DynamicSlot(Listener *receiver, QObject *object, const QString &key);
+    ~DynamicSlot() override;
+
+    QByteArray key;
+    QPointer<DynamicPropertyFilter> filter;
+};
+
+// Reports the changes of an object's dynamic properties. There is one for all slots of the object:
+// Qt leaves out event filters, or calls them again, if filters come and go during an event. It ends
+// with its last slot, or with the object.
 class DynamicPropertyFilter : public QObject
 {
 public:
-    DynamicPropertyFilter(QObject *object, QByteArray key, const Slot *slot)
-        : m_key(std::move(key))
-        , m_slot(slot)
+    static DynamicPropertyFilter *of(QObject *object)
+    {
+        const std::lock_guard lock(all().mutex);
+        DynamicPropertyFilter *&filter = all().filters[object];
+        if (!filter || !filter->m_object) // of another object that had this address
+            filter = new DynamicPropertyFilter(object);
+        return filter;
+    }
+
+    ~DynamicPropertyFilter() override
+    {
+        const std::lock_guard lock(all().mutex);
+        const auto found = all().filters.constFind(m_address);
+        if (found != all().filters.cend() && *found == this)
+            all().filters.erase(found);
+    }
+
+    void add(DynamicSlot *slot) { m_slots.push_back(slot); }
+
+    void remove(const DynamicSlot *slot)
+    {
+        *std::find(m_slots.begin(), m_slots.end(), slot) = nullptr;
+        tidy();
+    }
+
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        if (event->type() == QEvent::ThreadChange)
+            setParent(object); // moves along
+        if (event->type() != QEvent::DynamicPropertyChange)
+            return false;
+        const QByteArray key = static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName();
+        const QPointer<DynamicPropertyFilter> self(this);
+        ++m_depth;
+        const std::size_t count = m_slots.size(); // those that are added now have no event yet
+        for (std::size_t i = 0; self && i < count; ++i) {
+            if (m_slots[i] && m_slots[i]->key == key)
+                fire(m_slots[i]); // may delete the slot, and the object
+        }
+        if (self) {
+            --m_depth;
+            tidy();
+        }
+        return false;
+    }
+
+private:
+    explicit DynamicPropertyFilter(QObject *object)
+        : m_object(object)
+        , m_address(object)
     {
         // An event filter must live in the thread of the object.
         if (object->thread() != thread())
@@ -187,28 +251,46 @@ public:
         object->installEventFilter(this);
     }
 
-    bool eventFilter(QObject *, QEvent *event) override
+    void tidy()
     {
-        if (event->type() == QEvent::DynamicPropertyChange
-            && static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == m_key)
-            fire(m_slot); // may delete this object
-        return false;
+        if (m_depth > 0)
+            return;
+        std::erase(m_slots, nullptr);
+        if (m_slots.empty())
+            delete this;
     }
 
-private:
-    QByteArray m_key;
-    const Slot *m_slot;
+    struct All
+    {
+        std::mutex mutex;
+        QHash<const QObject *, DynamicPropertyFilter *> filters; // by the address of the object
+    };
+    // Never destroyed, as the pool is not.
+    static All &all()
+    {
+        static auto *const everything = new All;
+        return *everything;
+    }
+
+    QPointer<QObject> m_object;
+    const QObject *m_address;
+    std::vector<DynamicSlot *> m_slots; // null for one that ended during an event
+    int m_depth = 0; // the number of nested events
 };
 
-struct DynamicSlot : SourceSlot
+DynamicSlot::DynamicSlot(Listener *receiver, QObject *object, const QString &observed)
+    : SourceSlot(receiver)
+    , key(observed.toUtf8())
+    , filter(DynamicPropertyFilter::of(object))
 {
-    DynamicSlot(Listener *receiver, QObject *object, const QString &key)
-        : SourceSlot(receiver)
-        , filter(object, key.toUtf8(), this)
-    { }
+    filter->add(this);
+}
 
-    DynamicPropertyFilter filter;
-};
+DynamicSlot::~DynamicSlot()
+{
+    if (filter)
+        filter->remove(this);
+}
 
 Slot *connected(QObject *object, int signal, Listener *listener)
 {

@@ -5,6 +5,7 @@
 #include <pellarvine/Platform/KeyValueEquality.h>
 #include <pellarvine/Platform/KeyValueObserving.h>
 
+#include <QThread>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -12,6 +13,8 @@
 #include <optional>
 #include <stdexcept>
 #include <thread>
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -267,6 +270,63 @@ TEST(KeyValueObserving, an_observer_may_end_its_registration_or_itself_while_it_
     }
 }
 
+TEST(KeyValueObserving, observers_of_one_object_may_come_and_go_while_they_are_told)
+{
+    Person person;
+    person.setProperty("hobby", 0);
+    for (const QString &path : { u"age"_s, u"level"_s, u"hobby"_s }) {
+        std::vector<std::unique_ptr<Recorder>> added;
+        auto ended = std::make_unique<Recorder>();
+        Recorder changing;
+        Recorder other;
+        for (Recorder *const recorder : { &other, &changing, ended.get() })
+            addObserver(&person, recorder, path, newValue);
+        changing.onChange = [&] {
+            ended.reset();
+            if (added.size() < 9)
+                added.push_back(std::make_unique<Recorder>());
+            addObserver(&person, added.back().get(), path, newValue);
+        };
+        set(person, path, 1);
+        EXPECT_EQ(changing.taken(), values({ 1 })) << path.toStdString();
+        EXPECT_EQ(other.taken(), values({ 1 })) << path.toStdString();
+        changing.onChange = [&] {
+            added.clear();
+            removeObserver(&person, &changing, path);
+            addObserver(&person, &changing, path, newValue);
+        };
+        set(person, path, 2);
+        EXPECT_EQ(changing.taken(), values({ 2 })) << path.toStdString();
+        EXPECT_EQ(other.taken(), values({ 2 })) << path.toStdString();
+    }
+}
+
+TEST(KeyValueObserving, an_object_may_move_to_another_thread)
+{
+    Recorder recorder;
+    QThread thread;
+    QThread *const home = QThread::currentThread();
+    {
+        QObject root;
+        QObject object(&root);
+        object.setProperty("hobby", 0);
+        addObserver(&object, &recorder, u"hobby"_s, newValue);
+        thread.start();
+        root.moveToThread(&thread);
+        QMetaObject::invokeMethod(
+                &object,
+                [&] {
+                    object.setProperty("hobby", 1);
+                    root.moveToThread(home);
+                },
+                Qt::BlockingQueuedConnection);
+        object.setProperty("hobby", 2);
+        EXPECT_EQ(recorder.taken(), values({ 1, 2 }));
+    }
+    thread.quit();
+    thread.wait();
+}
+
 TEST(KeyValueObserving, an_exception_leaves_the_initial_call_but_never_a_signal)
 {
     Person person;
@@ -282,6 +342,20 @@ TEST(KeyValueObserving, an_exception_leaves_the_initial_call_but_never_a_signal)
     EXPECT_NO_THROW(person.setAge(2));
     EXPECT_EQ(::testing::internal::GetCapturedStdout(),
               "Warning: too much (the observer of Person.age)\n");
+    // The registration may end before the exception.
+    Recorder ending;
+    auto *deleted = new Recorder;
+    ending.onChange = [&] {
+        removeObserver(&person, &ending, u"age"_s);
+        throw std::runtime_error("removed");
+    };
+    deleted->onChange = [&] {
+        delete std::exchange(deleted, nullptr);
+        throw std::runtime_error("deleted");
+    };
+    for (Recorder *const initial : { &ending, deleted })
+        EXPECT_THROW(addObserver(&person, initial, u"age"_s, newValueAndInitial),
+                     std::runtime_error);
 }
 
 TEST(KeyValueObserving, the_thread_that_changes_a_property_is_told)
