@@ -9,6 +9,7 @@
 #include "KeyValue/KeyValueObserving.h"
 #include "KeyValue/KeyValuePath.h"
 
+#include <QScopeGuard>
 #include <QSequentialIterable>
 
 #include <algorithm>
@@ -49,6 +50,8 @@ struct ObjectListModel::Private : KeyValueObserver
     Keys keys; // the object of each item; null for other items
     std::map<const QObject *, std::unique_ptr<Row>> rows;
     bool isMade = false;
+    bool isFollowing = false;
+    bool isStale = false; // the list has changed since follow() read it
 
     void observeValue(const QString &, QObject *, const KeyValueChange *) override { follow(); }
 
@@ -61,22 +64,32 @@ struct ObjectListModel::Private : KeyValueObserver
         return detail::withoutNull(detail::valueInside(item, key, key));
     }
 
-    // Makes `items` equal to the list by single insertions, removals and moves, which views follow.
+    // Makes `items` equal to the list. If the list changes while views are told of a step, the rest
+    // of the steps is worked out anew.
     void follow()
     {
-        const QVariantList wanted = source->value().toList();
-        const bool isOfValues =
-                std::none_of(wanted.begin(), wanted.end(),
-                             [](const QVariant &item) { return detail::object(item).has_value(); });
-        if (isOfValues && wanted.size() == items.size())
-            replaceValues(wanted);
-        else
-            moveTo(wanted);
+        isStale = true;
+        if (isFollowing)
+            return;
+        isFollowing = true;
+        const auto leave = qScopeGuard([this] { isFollowing = false; });
+        while (isStale) {
+            isStale = false;
+            const QVariantList wanted = source->value().toList();
+            const bool isOfValues =
+                    std::none_of(wanted.begin(), wanted.end(), [](const QVariant &item) {
+                        return detail::object(item).has_value();
+                    });
+            if (isOfValues && wanted.size() == items.size())
+                replaceValues(wanted);
+            else
+                moveTo(wanted);
+        }
     }
 
     void replaceValues(const QVariantList &wanted)
     {
-        for (int i = 0; i < wanted.size(); ++i) {
+        for (int i = 0; i < wanted.size() && !isStale; ++i) {
             if (isEqual(items[i], wanted[i]))
                 continue;
             items[i] = wanted[i];
@@ -106,6 +119,7 @@ struct ObjectListModel::Private : KeyValueObserver
         return from < to ? from : -1;
     }
 
+    // By single insertions, removals and moves, which views follow.
     void moveTo(const QVariantList &wanted)
     {
         Keys wantedKeys;
@@ -121,11 +135,13 @@ struct ObjectListModel::Private : KeyValueObserver
             --end;
             --oldEnd;
         }
-        for (qsizetype i = 0; i < end; ++i) {
+        for (qsizetype i = 0; i < end && !isStale; ++i) {
             qsizetype next = i; // the next item that stays
             while (next < oldEnd && find(wanted, wantedKeys, items[next], keys[next], i, end) < 0)
                 ++next;
             remove(i, next - i);
+            if (isStale)
+                return;
             oldEnd -= next - i;
             if (i < oldEnd && isThere(i, i))
                 continue;
@@ -147,7 +163,8 @@ struct ObjectListModel::Private : KeyValueObserver
             oldEnd += newEnd - i;
             i = newEnd - 1;
         }
-        remove(end, oldEnd - end);
+        if (!isStale)
+            remove(end, oldEnd - end);
     }
 
     void insert(qsizetype row, const QVariantList &added, const Keys &addedKeys)
@@ -209,6 +226,7 @@ struct ObjectListModel::Private : KeyValueObserver
 
     void forget(const QObject *gone)
     {
+        isStale = true;
         rows.erase(gone);
         for (qsizetype i = keys.size() - 1; i >= 0; --i) {
             if (keys[i] == gone)
@@ -230,11 +248,14 @@ struct ObjectListModel::Private : KeyValueObserver
     // Writes a gadget, a map or a plain value: into a copy of the list, which replaces the list.
     void writeValue(int row, const QString &key, const QVariant &value) const
     {
+        QVariant copy = source->value();
+        QSequentialIterable list = copy.view<QSequentialIterable>();
         QObject holder;
+        holder.setProperty("keepsPropertyTypes",
+                           list.metaContainer().valueMetaType() != QMetaType::fromType<QVariant>());
         holder.setProperty("item", items[row]);
         setValueForKeyPath(&holder, key.isEmpty() ? u"item"_s : u"item."_s + key, value);
-        QVariant copy = source->value();
-        copy.view<QSequentialIterable>().set(row, holder.property("item"));
+        list.set(row, holder.property("item"));
         source->setValue(copy);
     }
 };

@@ -31,11 +31,13 @@ class Team : public QObject
     Q_PROPERTY(QList<Person *> members MEMBER members NOTIFY changed)
     Q_PROPERTY(QList<Address> places MEMBER places NOTIFY changed)
     Q_PROPERTY(QStringList words MEMBER words NOTIFY changed)
+    Q_PROPERTY(QList<int> counts MEMBER counts NOTIFY changed)
 
 public:
     QList<Person *> members;
     QList<Address> places { { u"Oslo"_s, 1 }, { u"Rome"_s, 2 } };
     QStringList words { u"a"_s, u"b"_s };
+    QList<int> counts { 1, 2 };
 
 Q_SIGNALS:
     void changed();
@@ -121,6 +123,43 @@ TEST_F(ObjectList, edits_reach_the_objects_or_the_list)
     NS::ObjectListModel words(&team, u"words"_s, { { {} } });
     EXPECT_TRUE(words.setData(words.index(0, 0), u"z"_s));
     EXPECT_EQ(team.words, QStringList({ u"z"_s, u"b"_s }));
+    NS::ObjectListModel counts(&team, u"counts"_s, { { {} } });
+    EXPECT_FALSE(counts.setData(counts.index(0, 0), u"many"_s));
+    EXPECT_FALSE(counts.setData(counts.index(0, 0), 3.7));
+    EXPECT_TRUE(counts.setData(counts.index(0, 0), u"3"_s));
+    EXPECT_EQ(team.counts, QList<int>({ 3, 2 }));
+}
+
+TEST_F(ObjectList, the_list_may_change_and_items_may_be_destroyed_while_views_follow)
+{
+    NS::ObjectListModel model(&team, u"members"_s, { { u"name"_s } });
+    NS::ObjectListModel words(&team, u"words"_s, { { {} } });
+    const QAbstractItemModelTester testers[] { QAbstractItemModelTester(&model),
+                                               QAbstractItemModelTester(&words) };
+    QObject::connect(&model, &NS::ObjectListModel::rowsRemoved, &team, [&] {
+        if (people[1])
+            team.members.removeOne(people[1].get());
+        people[1].reset();
+        Q_EMIT team.changed();
+    });
+    setMembers({ person(1), person(3), person(2) });
+    EXPECT_EQ(names(model), QStringList({ u"d"_s, u"c"_s }));
+    QObject::connect(&model, &NS::ObjectListModel::rowsInserted, &team, [&] {
+        if (team.members.size() > 2)
+            setMembers({ person(0) });
+    });
+    setMembers({ person(4), person(3), person(0), person(2) });
+    EXPECT_EQ(names(model), QStringList({ u"a"_s }));
+
+    team.words = { u"a"_s, u"b"_s, u"c"_s };
+    Q_EMIT team.changed();
+    QObject::connect(&words, &NS::ObjectListModel::dataChanged, &team, [&] {
+        team.words.resize(1);
+        Q_EMIT team.changed();
+    });
+    team.words = { u"x"_s, u"y"_s, u"z"_s };
+    Q_EMIT team.changed();
+    EXPECT_EQ(names(words), QStringList({ u"x"_s }));
 }
 
 TEST_F(ObjectList, rows_come_go_and_move_as_such_so_that_a_selection_stays)
