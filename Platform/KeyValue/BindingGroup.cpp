@@ -17,7 +17,19 @@ struct BindingGroup::Private
 {
     std::vector<std::function<void()>> pending; // empty after forget()
     QHash<const void *, std::size_t> places; // in `pending`, by key
+    std::size_t next = 0; // the place of the next change to carry
     bool isFlushing = false;
+
+    // A change that is carried may end bindings that are still pending, and may delete the group,
+    // whose destructor then carries the others.
+    static void carryAll(const QPointer<BindingGroup> &group)
+    {
+        while (group && group->d->next < group->d->pending.size()) {
+            Private &d = *group->d;
+            if (const auto carry = std::exchange(d.pending[d.next++], nullptr))
+                detail::warnOfExceptions(carry);
+        }
+    }
 };
 
 BindingGroup::BindingGroup(QObject *parent)
@@ -27,7 +39,8 @@ BindingGroup::BindingGroup(QObject *parent)
 
 BindingGroup::~BindingGroup()
 {
-    flush();
+    d->isFlushing = true;
+    Private::carryAll(this);
 }
 
 bool BindingGroup::isPending() const
@@ -66,15 +79,12 @@ void BindingGroup::flush()
         return;
     d->isFlushing = true;
     const QPointer<BindingGroup> self = this;
-    // A change that is carried may end bindings that are still pending, and may delete the group.
-    for (std::size_t index = 0; self && index < d->pending.size(); ++index) {
-        if (const auto carry = std::exchange(d->pending[index], nullptr))
-            detail::warnOfExceptions(carry);
-    }
+    Private::carryAll(self);
     if (!self)
         return;
     d->pending.clear();
     d->places.clear();
+    d->next = 0;
     d->isFlushing = false;
 }
 

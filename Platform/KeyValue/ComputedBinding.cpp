@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Base/Failure.h"
 #include "KeyValue/BindingGroup.h"
 #include "KeyValue/BindingValue.h"
 #include "KeyValue/ControlBindings.h"
@@ -12,8 +13,10 @@
 #include "KeyValue/NumberText.h"
 
 #include <QPointer>
+#include <QScopeGuard>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -93,13 +96,27 @@ private:
     void show()
     {
         const auto self = shared_from_this();
-        if (m_hasEnded || !m_control)
+        if (m_hasEnded || !m_control || m_hasStopped)
             return;
+        if (m_depth == deepestExchange) {
+            m_hasStopped = true;
+            printWarning("Warning: the computed binding of "
+                         + std::string(m_control->metaObject()->className()) + '.'
+                         + m_key.toStdString() + " does not settle");
+            return;
+        }
+        ++m_depth;
+        const auto leave = qScopeGuard([this] {
+            if (--m_depth == 0)
+                m_hasStopped = false;
+        });
+        const int pass = ++m_passes;
         QVariantList values;
         for (Registration *const path : m_paths)
             values.append(path->value());
         const QVariant value = m_function(values);
-        if (m_hasEnded || !m_control)
+        // If the function has changed a source, the control shows the later value already.
+        if (m_hasEnded || !m_control || pass != m_passes)
             return;
         m_value = value;
         put();
@@ -127,6 +144,9 @@ private:
     std::function<QVariant(const QVariantList &)> m_function;
     QPointer<Pellarvine::BindingGroup> m_group;
     QVariant m_value; // the last result of the function
+    int m_depth = 0; // the number of nested passes
+    int m_passes = 0; // counted to notice a later one
+    bool m_hasStopped = false; // it does not settle; until the outermost pass returns
     bool m_hasEnded = false;
 };
 

@@ -69,6 +69,8 @@ void ControlBindings::remove(const QString &name)
     const QPointer<ControlBindings> guard(this);
     binding->end();
     if (guard)
+        binding->unmark();
+    if (guard)
         selectionChanged();
 }
 

@@ -17,6 +17,10 @@ namespace Pellarvine::detail {
 class ControlBinding
 {
 public:
+    /// The limit of nested passes. Without it, two sides that change each value that they get would
+    /// write to each other without end.
+    static constexpr int deepestExchange = 16;
+
     ControlBinding() = default;
     ControlBinding(const ControlBinding &) = delete;
     ControlBinding &operator=(const ControlBinding &) = delete;
@@ -28,6 +32,9 @@ public:
 
     /// Stops the binding. A pass that is running keeps the object alive until it returns.
     virtual void end() = 0;
+
+    /// Called after end() if the control lives on: removes what marks the control's value.
+    virtual void unmark() { }
 
     /// For NS::infoForBinding().
     virtual QVariantMap info() const = 0;

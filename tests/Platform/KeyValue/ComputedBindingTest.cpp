@@ -9,9 +9,12 @@
 #include <QSlider>
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -114,4 +117,51 @@ TEST(ComputedBinding, it_lives_beside_the_other_bindings_of_its_control)
     person.setAge(71);
     person.setAge(5);
     EXPECT_FALSE(button.isEnabled());
+}
+
+TEST(ComputedBinding, functions_that_never_settle_are_stopped_with_a_warning)
+{
+    ::testing::internal::CaptureStdout();
+    {
+        Person first;
+        Person second;
+        Person third;
+        NS::bind(&first, u"age"_s, { { &second, u"age"_s }, { &third, u"age"_s } },
+                 [](int one, int other) { return one + other + 1; });
+        for (Person *const person : { &second, &third })
+            NS::bind(person, u"age"_s, { { &first, u"age"_s } }, [](int age) { return age + 1; });
+        EXPECT_LT(first.ageWrites, 100);
+    }
+    const std::string output = ::testing::internal::GetCapturedStdout();
+    EXPECT_THAT(output, ::testing::HasSubstr("Person.age does not settle"));
+    EXPECT_LT(std::count(output.begin(), output.end(), '\n'), 10);
+}
+
+TEST(ComputedBinding, a_function_that_changes_a_source_is_shown_by_its_last_value)
+{
+    Person person;
+    QLabel label;
+    NS::bind(&label, u"text"_s, { { &person, u"age"_s } }, [&](int age) {
+        person.setAge(qMin(age, 150));
+        return age;
+    });
+    person.setAge(200);
+    EXPECT_EQ(label.text(), u"150"_s);
+}
+
+TEST(ComputedBinding, all_changes_that_wait_are_carried_if_one_of_them_deletes_the_group)
+{
+    Person source;
+    Person first;
+    Person second;
+    auto *group = new Pellarvine::BindingGroup;
+    for (Person *const person : { &first, &second })
+        NS::bind(
+                person, u"age"_s, { { &source, u"age"_s } }, [](int age) { return age; }, group);
+    QObject::connect(&first, &Person::ageChanged, &source,
+                     [&] { delete std::exchange(group, nullptr); });
+    source.setAge(5);
+    group->flush();
+    EXPECT_EQ(first.age(), 5);
+    EXPECT_EQ(second.age(), 5);
 }
