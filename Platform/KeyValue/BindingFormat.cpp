@@ -48,6 +48,26 @@ QString localized(const QString &number, bool groupsDigits, const QLocale &local
     return text;
 }
 
+// The digits of a number that the conversion of a long long cannot write; else an empty text.
+QString longNumber(const QVariant &value, char conversion)
+{
+    switch (value.typeId()) {
+    case QMetaType::Double:
+    case QMetaType::Float: {
+        const double number = value.toDouble();
+        return number >= -0x1p63 && number < 0x1p63 ? QString() : QString::asprintf("%.0f", number);
+    }
+    case QMetaType::ULong:
+    case QMetaType::ULongLong: {
+        const qulonglong number = value.toULongLong();
+        const bool isSigned = conversion == 'd' || conversion == 'i';
+        return isSigned && qlonglong(number) < 0 ? QString::number(number) : QString();
+    }
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
 std::optional<BindingFormat> BindingFormat::parsed(const QString &text)
@@ -63,7 +83,9 @@ std::optional<BindingFormat> BindingFormat::parsed(const QString &text)
     format.m_type = match.captured(3).at(0).toLatin1();
     format.m_before = undoubled(match.captured(1));
     format.m_after = undoubled(match.captured(4));
-    const char *const length = std::strchr("dixXo", format.m_type) ? "ll" : "";
+    const char *const length = std::strchr("dixXo", format.m_type) ? "ll"
+                               : format.m_type == 's'              ? "l" // in UTF-16
+                                                                   : "";
     QByteArray flags = match.captured(2).toLatin1();
     format.m_groupsDigits = flags.contains('\'');
     format.m_conversion = '%' + flags.replace("'", "") + length + format.m_type;
@@ -75,18 +97,20 @@ QString BindingFormat::apply(const QVariant &value, const QLocale &locale) const
     if (!value.isValid())
         return {};
     const char *const conversion = m_conversion.constData();
-    if (m_type == 's')
-        return m_before
-               + QString::asprintf(conversion, qUtf8Printable(isWrittenAsNumber(value.metaType())
-                                                                      ? numberText(value, locale)
-                                                                      : value.toString()))
-               + m_after;
+    if (m_type == 's') {
+        const QString text =
+                isWrittenAsNumber(value.metaType()) ? numberText(value, locale) : value.toString();
+        return m_before + QString::asprintf(conversion, text.utf16()) + m_after;
+    }
     bool isNumber = false;
     QString text;
-    if (std::strchr("dixXo", m_type))
-        text = QString::asprintf(conversion, value.toLongLong(&isNumber));
-    else
+    if (std::strchr("dixXo", m_type)) {
+        const QString digits = longNumber(value, m_type);
+        isNumber = !digits.isEmpty();
+        text = isNumber ? digits : QString::asprintf(conversion, value.toLongLong(&isNumber));
+    } else {
         text = QString::asprintf(conversion, value.toDouble(&isNumber));
+    }
     if (!isNumber)
         return value.toString();
     if (!std::strchr("xXo", m_type))

@@ -69,7 +69,9 @@ bool holdsAlready(const QVariant &current, const QVariant &value)
 {
     if (!current.isValid() || !value.isValid())
         return current.isValid() == value.isValid();
-    if (current.metaType() == value.metaType())
+    // Conversion of -1 to an unsigned number would give the greatest one, and back.
+    const bool areNumbers = isNumber(current.metaType()) && isNumber(value.metaType());
+    if (areNumbers || current.metaType() == value.metaType())
         return NS::isEqual(current, value);
     return NS::isEqual(current, value) || (isAs(value, current) && isAs(current, value));
 }

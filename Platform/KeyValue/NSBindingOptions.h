@@ -68,8 +68,8 @@ struct BindingOptions
     bool required = false;
 
     /// Called with a message when an edit is refused, and with an empty text when the control holds
-    /// a valid value again. It must not delete the control, which may still be handling the key
-    /// that was pressed; it may call deleteLater().
+    /// a valid value again, or the binding ends before the control. It must not delete the control,
+    /// which may still be handling the key that was pressed; it may call deleteLater().
     ///
     /// A refused edit stays in the control, and the model keeps its value. As long as the control
     /// holds that edit, a widget has the dynamic property `invalid`, for style sheets

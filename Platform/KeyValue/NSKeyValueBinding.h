@@ -42,7 +42,8 @@ inline const QString NSObservedKeyPathKey = QStringLiteral("NSObservedKeyPath");
 /// read-only. Values are converted as by setValueForKeyPath(); a text of a widget shows and reads
 /// numbers by its locale(). A side that has an equal value (NS::isEqual) is not written.
 /// An edit that the model refuses stays in the control, which is marked
-/// (`BindingOptions::onInvalid`).
+/// (`BindingOptions::onInvalid`). If the model's setter takes another value than it is given, the
+/// control shows that value, a text field at the latest when editing finishes.
 ///
 /// Showing a model never changes it: if the control alters the value that it is given, that is no
 /// edit. A QLineEdit that cuts a text to its maxLength leaves the model's text whole until its user

@@ -28,10 +28,6 @@ namespace Pellarvine::detail {
 
 namespace {
 
-// The limit of nested passes. Without it, two sides that change each value that they get would
-// write to each other without end.
-constexpr int deepestExchange = 16;
-
 QMetaProperty property(const QObject *object, const QString &key)
 {
     const QMetaObject *const metaObject = object->metaObject();
@@ -157,6 +153,13 @@ void ValueBinding::end()
     sendEditingEvents();
 }
 
+void ValueBinding::unmark()
+{
+    setLacksSelection(false);
+    if (m_control)
+        setMessage({});
+}
+
 // False if the control does not report its changes, and the binding does not need them.
 bool ValueBinding::observesControl()
 {
@@ -180,7 +183,7 @@ void ValueBinding::observeEditing()
 {
     const int finished = m_control->metaObject()->indexOfSignal("editingFinished()");
     const bool waits = m_options.commit == NS::BindingOptions::whenEditingFinishes;
-    if (waits && finished >= 0)
+    if (finished >= 0)
         m_editingFinished = Subscription::toSignal(m_control, finished, this);
     if (m_format || (waits && finished < 0))
         m_focusFilter = std::make_unique<FocusFilter>(this);
@@ -209,6 +212,11 @@ void ValueBinding::show()
     if (!pass.isPossible())
         return;
     const auto leave = qScopeGuard([this] { sendEditingEvents(); });
+    const int turn = ++m_shows;
+    // The program's functions may change the model, which is shown in the call then.
+    const auto isOvertaken = [this, turn] {
+        return isOver() || turn != m_shows;
+    };
     const QVariant value = m_path->value();
     const WatchedPath::Place place = m_path->place();
     if (keepsEdit(value, place.object))
@@ -219,13 +227,13 @@ void ValueBinding::show()
     m_isEdited = false;
     m_isPending = false;
     setMessage({});
-    if (isOver())
+    if (isOvertaken())
         return;
     setLacksSelection(place.isMissing);
-    if (isOver())
+    if (isOvertaken())
         return;
     const QVariant display = shown(value);
-    if (isOver() || (m_key == "enabled"_L1 && siblings().keepEnabled(display))
+    if (isOvertaken() || (m_key == "enabled"_L1 && siblings().keepEnabled(display))
         || takesAlready(display))
         return;
     siblings().show(this, [this, &display] { put(display); });
@@ -275,7 +283,8 @@ QVariant ValueBinding::shown(QVariant value)
     if (!isNumber)
         return value;
     siblings().watchLocale();
-    return numberText(value, controlLocale(m_control));
+    m_locale = controlLocale(m_control);
+    return numberText(value, m_locale);
 }
 
 void ValueBinding::put(const QVariant &value)
@@ -340,12 +349,30 @@ void ValueBinding::showAgain()
     show();
 }
 
+void ValueBinding::localeChanged()
+{
+    const QLocale former = std::exchange(m_locale, m_control ? controlLocale(m_control) : m_locale);
+    if (isOver() || !m_isPending) {
+        showAgain();
+        return;
+    }
+    // The edit was typed in the former locale: "1,5" may be 15 in the new one.
+    const QMetaType type = enteredNumberType();
+    if (!type.isValid())
+        return;
+    const QString text = NS::valueForKeyPath(m_control, m_key).toString();
+    const QVariant number = numberFromText(text, type, former);
+    if (number.isValid())
+        siblings().show(this, [&] { put(numberText(number, m_locale)); });
+}
+
 void ValueBinding::finishEditing()
 {
     if (isOver())
         return;
     const Pass pass(this);
-    if (m_isPending && !carry()) {
+    const bool isRefused = m_options.commit == NS::BindingOptions::onEachChange;
+    if (m_isPending && (isRefused || !carry())) {
         if (!isOver() && hasFocus(m_control)) // Return was pressed
             showMessage();
         return;
@@ -412,6 +439,7 @@ bool ValueBinding::carry()
     if (isOver())
         return true;
     const QVariant current = m_path->value();
+    bool isLimited = false;
     const bool isUnread =
             unread.isValid() && value == unread && isWrittenAsNumber(current.metaType());
     if (isUnread || !holdsAlready(current, value)) {
@@ -428,6 +456,7 @@ bool ValueBinding::carry()
                                 controlLocale(m_control).name()));
             }
             m_path->setValue(value);
+            isLimited = !isOver() && !isAs(value, m_path->value());
         } catch (const NS::KeyValueException &error) {
             if (error.reason() != NS::KeyValueException::notConvertible)
                 throw;
@@ -441,6 +470,12 @@ bool ValueBinding::carry()
     m_isPending = false;
     m_value = remembered(m_path->value());
     setMessage({});
+    // A setter that limits a value to the present one reports no change. A text is left alone while
+    // it is typed.
+    if (isLimited && !m_showsNumbersAsText && !isOver()) {
+        m_isEdited = false;
+        show();
+    }
     return true;
 }
 

@@ -10,6 +10,7 @@
 #include "KeyValue/NSBindingOptions.h"
 #include "KeyValue/ObjectReference.h"
 
+#include <QLocale>
 #include <QPointer>
 #include <QString>
 #include <QVariant>
@@ -36,9 +37,10 @@ public:
 
     void start() override;
     void end() override;
+    void unmark() override;
     QVariantMap info() const override;
     void siblingShown() override;
-    void localeChanged() override { showAgain(); }
+    void localeChanged() override;
     bool lacksSelection() const override { return m_lacksSelection && m_disables; }
     bool commit() override;
     void discard() override;
@@ -86,6 +88,7 @@ private:
     bool m_disables = false; // the control, while it lacks a selection
     bool m_showsNumbersAsText = false;
     int m_depth = 0; // the number of nested passes
+    int m_shows = 0; // counted to notice a later call of show()
 
     Registration *m_path = nullptr; // to the model's value; m_modelObserver owns it
     QPointer<QObject> m_holder; // the last object on the path, when its value was shown
@@ -96,6 +99,7 @@ private:
     bool m_isEdited = false; // the control holds the user's edit, perhaps only its spelling: "1."
     bool m_isPending = false; // that edit is not in the model
     QMetaType m_numberType; // of the number that the control shows as text; invalid if it does not
+    QLocale m_locale; // of that text
     QVariant m_display; // the value that was written to the control last
     QVariant m_held; // the control's value after that
     bool m_lacksSelection = false;

@@ -118,6 +118,27 @@ Q_SIGNALS:
     void changed();
 };
 
+// Takes a level up to 100. It reports no change if it has the level already.
+class Tank : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int level READ level WRITE setLevel NOTIFY levelChanged)
+
+public:
+    int level() const { return m_level; }
+    void setLevel(int level)
+    {
+        if (std::exchange(m_level, qMin(level, 100)) != m_level)
+            Q_EMIT levelChanged();
+    }
+
+Q_SIGNALS:
+    void levelChanged();
+
+private:
+    int m_level = 0;
+};
+
 class Book : public QObject
 {
     Q_OBJECT
@@ -628,6 +649,27 @@ TEST(ControlBinding, an_edit_of_one_object_never_reaches_the_next)
     EXPECT_EQ(first.number, u"1"_s);
 }
 
+TEST(ControlBinding, a_value_that_the_model_limits_is_shown)
+{
+    Tank tank;
+    QSlider slider;
+    slider.setRange(0, 200);
+    QLineEdit field;
+    NS::bind(&slider, u"value"_s, &tank, u"level"_s);
+    NS::bind(&field, u"text"_s, &tank, u"level"_s);
+    for (const int level : { 150, 160, 30, 100, 200 }) {
+        slider.setValue(level);
+        EXPECT_EQ(slider.value(), qMin(level, 100));
+        EXPECT_EQ(tank.level(), qMin(level, 100));
+    }
+    // A text is left alone while it is typed.
+    field.setText(u"101"_s);
+    EXPECT_EQ(field.text(), u"101"_s);
+    Q_EMIT field.editingFinished();
+    EXPECT_EQ(field.text(), u"100"_s);
+    EXPECT_EQ(tank.level(), 100);
+}
+
 TEST(ControlBinding, a_number_can_be_typed_key_by_key)
 {
     Person person;
@@ -698,6 +740,21 @@ TEST(ControlBinding, numbers_in_texts_are_written_as_the_control_s_locale_writes
     EXPECT_EQ(box.currentText(), u"1,9"_s);
 }
 
+TEST(ControlBinding, an_edit_that_waits_means_the_same_number_in_another_locale)
+{
+    QLineEdit field;
+    field.setLocale(QLocale(QLocale::German));
+    Cell cell(1.0);
+    NS::bind(&field, u"text"_s, &cell, u"value"_s,
+             { .commit = NS::BindingOptions::whenEditingFinishes });
+    field.setText(u"1,500"_s);
+    field.setLocale(QLocale(QLocale::English));
+    EXPECT_EQ(field.text(), u"1.5"_s);
+    EXPECT_EQ(cell.writes, 0);
+    EXPECT_TRUE(NS::commitEditing(&field));
+    EXPECT_EQ(cell.value(), 1.5);
+}
+
 TEST(ControlBinding, a_number_is_read_from_its_text_in_every_locale)
 {
     QLineEdit field;
@@ -719,6 +776,9 @@ TEST(ControlBinding, a_number_is_read_from_its_text_in_every_locale)
     field.setLocale(QLocale(QLocale::German));
     cell.setValue(0.1f);
     EXPECT_EQ(field.text(), u"0,1"_s);
+    cell.setValue(ULLONG_MAX);
+    field.setText(u"-1"_s); // which is that number after a conversion
+    EXPECT_FALSE(NS::isEqual(cell.value(), ULLONG_MAX));
 }
 
 TEST(ControlBinding, a_transformer_that_gives_a_number_gets_one_back)
@@ -794,6 +854,56 @@ TEST(ControlBinding, a_refused_edit_stays_in_its_marked_control)
     EXPECT_EQ(field.text(), u"22"_s);
 }
 
+TEST(ControlBinding, a_binding_that_ends_leaves_no_mark_on_its_control)
+{
+    Cell first(1);
+    Cell second(2);
+    Person alone;
+    QLineEdit field;
+    field.setAccessibleDescription(u"The server's port"_s);
+    field.setPlaceholderText(u"Port"_s);
+    QStringList messages;
+    NS::BindingOptions options;
+    options.onInvalid = [&](const QString &message) {
+        messages.append(message);
+    };
+    options.noSelectionPlaceholder = u"No server"_s;
+    NS::bind(&field, u"text"_s, &first, u"value"_s, options);
+    const std::function<void()> ends[] = {
+        [&] { NS::bind(&field, u"text"_s, &second, u"value"_s, options); },
+        [&] { NS::unbind(&field, u"text"_s); },
+    };
+    for (const auto &end : ends) {
+        field.setText(u"x"_s);
+        ASSERT_TRUE(field.property("invalid").toBool());
+        end();
+        EXPECT_FALSE(field.property("invalid").isValid());
+        EXPECT_EQ(field.accessibleDescription(), u"The server's port"_s);
+        EXPECT_EQ(messages.takeLast(), QString());
+    }
+    NS::bind(&field, u"text"_s, &alone, u"partner.name"_s, options);
+    ASSERT_EQ(field.placeholderText(), u"No server"_s);
+    NS::bind(&field, u"text"_s, &second, u"value"_s, options);
+    EXPECT_EQ(field.placeholderText(), u"Port"_s);
+    EXPECT_TRUE(field.isEnabled());
+}
+
+TEST(ControlBinding, a_model_that_the_program_s_functions_change_is_shown_as_it_is_then)
+{
+    Cell cell(1);
+    QLineEdit field;
+    NS::BindingOptions options;
+    options.onInvalid = [&](const QString &message) {
+        if (message.isEmpty())
+            cell.setValue(9);
+    };
+    NS::bind(&field, u"text"_s, &cell, u"value"_s, options);
+    field.setText(u"x"_s);
+    cell.setValue(5);
+    EXPECT_EQ(cell.value(), 9);
+    EXPECT_EQ(field.text(), u"9"_s);
+}
+
 TEST(ControlBinding, a_missing_required_value_is_reported_on_commit)
 {
     Person person;
@@ -841,9 +951,18 @@ TEST(ControlBinding, values_are_negated_and_transformed_on_both_ways)
 TEST(ControlBinding, a_format_is_shown_while_the_control_has_no_focus)
 {
     const std::tuple<QString, QVariant, QString> rows[] = {
-        { u"%.1f °C"_s, 21.25, u"21.3 °C"_s }, { u"100%% of %05d"_s, 42, u"100% of 00042"_s },
-        { u"<%s>"_s, u"ü%n"_s, u"<ü%n>"_s },   { u"%x"_s, 255, u"ff"_s },
-        { u"%.1f"_s, u"n/a"_s, u"n/a"_s },     { u"%.1f"_s, QVariant(), QString() },
+        { u"%.1f °C"_s, 21.25, u"21.3 °C"_s },
+        { u"100%% of %05d"_s, 42, u"100% of 00042"_s },
+        { u"<%s>"_s, u"ü%n"_s, u"<ü%n>"_s },
+        { u"%x"_s, 255, u"ff"_s },
+        { u"%.1f"_s, u"n/a"_s, u"n/a"_s },
+        { u"%.1f"_s, QVariant(), QString() },
+        { u"%.2s|"_s, u"äöü"_s, u"äö|"_s },
+        { u"%4s|"_s, u"äö"_s, u"  äö|"_s },
+        { u"%d %%"_s, qQNaN(), u"nan %"_s },
+        { u"%d"_s, 1e20, u"100000000000000000000"_s },
+        { u"%d"_s, ULLONG_MAX, u"18446744073709551615"_s },
+        { u"%X"_s, ULLONG_MAX, u"FFFFFFFFFFFFFFFF"_s },
     };
     for (const auto &[format, value, shown] : rows) {
         Cell cell(value);
