@@ -112,8 +112,12 @@ void StoryboardSegue::perform()
     auto *const source = qobject_cast<ViewController *>(m_source);
     const QWidget *const above = source ? source->view() : nullptr;
     view->setParent(above ? above->window() : nullptr, dialogFlags(view));
-    if (!destination->title().isEmpty())
-        view->setWindowTitle(destination->title());
+    const auto updateTitle = [view](const QString &title) {
+        if (!title.isEmpty())
+            view->setWindowTitle(title);
+    };
+    updateTitle(destination->title());
+    connect(destination, &ViewController::titleChanged, view, updateTitle);
     new ClosingWatch(destination);
     view->show();
 }

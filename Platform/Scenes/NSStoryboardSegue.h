@@ -53,7 +53,7 @@ public:
     /// @}
 
     /// Shows the view of a view controller in a window of its own above the source's window. The
-    /// window gets the controller's title unless that is empty, and keeps its own frame. The
+    /// window follows the controller's title unless that is empty, and keeps its own frame. The
     /// destination becomes a QObject child of the source, and is deleted when the window is closed.
     /// Does nothing if the destination is not a view controller.
     virtual void perform();

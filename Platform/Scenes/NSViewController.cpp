@@ -367,8 +367,10 @@ void ViewController::loadView()
     // Until it is set, the title follows that of the form, which can be bound or translated.
     connect(d->view, &QWidget::windowTitleChanged, this,
             [this, taken = d->view->windowTitle()](const QString &title) mutable {
-                if (d->title == std::exchange(taken, title))
-                    setTitle(title);
+                if (d->title != taken)
+                    return;
+                taken = title;
+                setTitle(title);
             });
     setTitle(d->view->windowTitle());
 }

@@ -438,6 +438,8 @@ TEST_F(NSStoryboard, a_segue_leads_from_a_controller_whose_view_is_deleted)
     auto *const destination = source->findChild<Form *>();
     ASSERT_TRUE(destination);
     EXPECT_TRUE(destination->view()->isVisible());
+    destination->setTitle(u"Diary"_s);
+    EXPECT_EQ(destination->view()->windowTitle(), u"Diary"_s);
     destination->view()->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(Form::count, 1);
