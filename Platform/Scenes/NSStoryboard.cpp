@@ -178,11 +178,12 @@ Storyboard::~Storyboard() = default;
 
 std::shared_ptr<Storyboard> Storyboard::storyboardWithName(const QString &name)
 {
+    // Without either file, the error names the resource, which most programs have.
     const QString resource = u":/%1.storyboard"_s.arg(name);
-    if (QFile::exists(resource))
-        return storyboardWithContentsOfFile(resource);
     const QDir folder(QCoreApplication::applicationDirPath());
-    return storyboardWithContentsOfFile(folder.filePath(name + u".storyboard"_s));
+    const QString file = folder.filePath(name + u".storyboard"_s);
+    const bool isFile = !QFile::exists(resource) && QFile::exists(file);
+    return storyboardWithContentsOfFile(isFile ? file : resource);
 }
 
 std::shared_ptr<Storyboard> Storyboard::storyboardWithContentsOfFile(const QString &path)

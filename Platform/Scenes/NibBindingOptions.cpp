@@ -56,12 +56,15 @@ NibBindingOptions nibBindingOptions(const QString &text, const QString &entry)
         const auto match = option.match(text, end);
         const auto argument =
                 match.hasCaptured(2) ? std::optional(match.captured(2)) : std::nullopt;
-        if (!match.hasMatch() || !take(match.captured(1), argument, &options))
-            fail(text.sliced(end).trimmed(),
+        if (!match.hasMatch() || !take(match.captured(1), argument, &options)) {
+            const QString first = text.sliced(end).section(u'|', 1, 1).trimmed();
+            const QString wrong = first.isEmpty() ? u"|"_s : first;
+            fail(wrong,
                  u"\"%1\" is none of the options of a binding: commit, required, popover, "
                  "oneWay, format(\"%.1f\"), placeholder(\"None\"), title(\"name\"), tag(\"code\")"_s
-                         .arg(text.sliced(end).trimmed()),
+                         .arg(wrong),
                  entry);
+        }
         if (names.contains(match.captured(1)))
             fail(match.captured(1), u"the option \"%1\" is there twice"_s.arg(match.captured(1)),
                  entry);
