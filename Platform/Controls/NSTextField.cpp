@@ -430,7 +430,7 @@ void TextField::Private::fill(const AttributedString &value)
     // Qt leaves the cursor at the end, from which Tab does not reach the links.
     if (editor && isSameString)
         editor->select(anchor, position);
-    else if (editor && !editable)
+    else if (editor && !(editable && editor->hasFocus()))
         editor->select(0, 0);
     invalidate();
 }
@@ -607,12 +607,9 @@ void TextField::changeEvent(QEvent *event)
             d->fill(AttributedString(d->contents.text()));
         break;
     case QEvent::PaletteChange:
-        if (detail::hasLinks(d->contents.text()) && !d->editable)
-            d->fill(AttributedString(d->contents.text()));
-        d->updateEditorPalette();
-        update();
-        break;
     case QEvent::EnabledChange:
+        if (detail::hasLinks(d->contents.text()))
+            d->fill(AttributedString(d->contents.text()));
         d->updateEditorPalette();
         update();
         break;

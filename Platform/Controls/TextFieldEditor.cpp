@@ -247,6 +247,7 @@ void TextFieldEditor::keyPressEvent(QKeyEvent *event)
 void TextFieldEditor::resizeEvent(QResizeEvent *event)
 {
     QTextBrowser::resizeEvent(event);
+    ensureCursorVisible(); // from right to left, Qt begins at the right end of any text
     if (!isReadOnly())
         revealCursor();
 }

@@ -484,6 +484,83 @@ TEST(TextField, a_text_to_read_begins_at_its_beginning)
     }
 }
 
+TEST(TextField, a_text_to_edit_shows_its_beginning_and_stays_where_the_user_is)
+{
+    for (const bool wraps : { false, true }) {
+        Field field;
+        field.setEditable(true);
+        field.setWraps(wraps);
+        field.setStringValue(longText);
+        field.resize(100, 30);
+        QWidget window;
+        field.setParent(&window);
+        window.show();
+        EXPECT_EQ(field.editor()->verticalScrollBar()->value(), 0);
+        EXPECT_EQ(field.editor()->horizontalScrollBar()->value(), 0);
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        field.setStringValue({});
+        field.setFocus();
+        QObject::connect(&field, &TextField::textEdited, &field,
+                         [&](const QString &text) { field.setStringValue(text.toUpper()); });
+        QTest::keyClicks(field.editor(), u"abc"_s);
+        EXPECT_EQ(field.stringValue(), u"ABC"_s);
+        field.setParent(nullptr);
+    }
+}
+
+TEST(TextField, a_long_line_shows_its_beginning_in_either_direction)
+{
+    const QString hebrew = QString(u"שלום "_s).repeated(20);
+    for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
+        for (const QString &text : { longText, hebrew }) {
+            for (const bool isEditable : { false, true }) {
+                Field field;
+                field.setLayoutDirection(direction);
+                field.setWraps(false);
+                field.setSelectable(true);
+                field.setEditable(isEditable);
+                field.setStringValue(text);
+                field.resize(100, 30);
+                QWidget window; // whose focus is elsewhere
+                QLineEdit other(&window);
+                field.setParent(&window);
+                window.show();
+                other.setFocus();
+                QCoreApplication::processEvents();
+                for (const int width : { 100, 70 }) {
+                    field.resize(width, 30);
+                    const QRect room = field.editor()->viewport()->rect().adjusted(-1, 0, 1, 0);
+                    EXPECT_TRUE(room.contains(field.editor()->cursorRect()))
+                            << direction << ' ' << qPrintable(text.left(2)) << ' ' << isEditable
+                            << ' ' << width;
+                }
+                field.setParent(nullptr);
+            }
+        }
+    }
+}
+
+TEST(TextField, links_follow_the_palette_and_the_state_also_in_a_text_to_edit)
+{
+    const QColor dark(40, 40, 40);
+    for (const bool isEditable : { false, true }) {
+        Field field;
+        NS::MutableAttributedString text(u"MMMM"_s);
+        text.addAttributes({ { NS::LinkAttributeName, QUrl(u"notes:1"_s) } }, 0, 4);
+        field.setAttributedStringValue(text);
+        field.setEditable(isEditable);
+        field.resize(100, 30);
+        QPalette palette { dark };
+        palette.setColor(QPalette::Disabled, QPalette::Link, Qt::magenta);
+        field.setPalette(palette);
+        const QColor readable = Pellarvine::detail::linkColor(field.palette());
+        EXPECT_TRUE(hasPixelLike(field.picture(), readable)) << isEditable;
+        field.setEnabled(false);
+        EXPECT_TRUE(hasPixelLike(field.picture(), Qt::magenta)) << isEditable;
+    }
+}
+
 TEST(TextField, edits_a_single_line_and_says_when_it_is_done)
 {
     Field field(u"ab"_s);
