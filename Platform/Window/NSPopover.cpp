@@ -6,6 +6,7 @@
 
 #include <QEvent>
 #include <QPointer>
+#include <QScopeGuard>
 
 #include <utility>
 
@@ -18,7 +19,7 @@ Popover::Popover(QObject *parent)
 
 Popover::~Popover()
 {
-    if (!d->isShown)
+    if (!std::exchange(d->isShown, false))
         return;
     d->stopWatching();
     d->removeBubble();
@@ -33,26 +34,28 @@ void Popover::setContentViewController(ViewController *controller)
 {
     if (controller == d->controller)
         return;
-    ViewController *const former = std::exchange(d->controller, controller);
+    const QPointer<Popover> self(this);
+    const QPointer<ViewController> former = std::exchange(d->controller, controller);
     if (d->isShown && !controller)
         close();
+    if (!self)
+        return;
     if (former) {
         former->disconnect(this);
         if (former->parent() == this)
-            delete former;
+            former->deleteLater(); // it may be what calls
     }
     if (controller) {
         if (!controller->parent())
             controller->setParent(this);
-        connect(controller, &ViewController::viewChanged, this, [this] {
-            if (d->isShown)
-                d->createBubble();
-        });
+        connect(controller, &ViewController::viewChanged, this,
+                [this](QWidget *view) { d->takeView(view); });
         connect(controller, &QObject::destroyed, this, &Popover::close);
         if (d->isShown)
             d->createBubble();
     }
-    Q_EMIT contentViewControllerChanged(controller);
+    if (self)
+        Q_EMIT contentViewControllerChanged(d->controller);
 }
 
 Popover::Behavior Popover::behavior() const
@@ -131,35 +134,43 @@ void Popover::setStaysInWindow(bool stays)
 
 void Popover::showRelativeToRect(const QRectF &rect, QWidget *view, RectEdge preferredEdge)
 {
+    const QPointer<Popover> self(this);
     const QPointer<QWidget> kept(view);
-    const bool isRefused =
-            !d->controller || !view->isVisible() || d->isClosing
-            || (!d->isShown && d->opener && detail::PopoverInput::hasJustClosed(d->opener));
-    if (isRefused) {
-        if (d->deletesOnClose && !d->isShown)
+    const auto canShow = [&] {
+        return d->controller && d->controller->view() && kept && kept->isVisible() && !d->isClosing
+               && !(d->bubble && d->input.contains(kept));
+    };
+    const auto refuse = [&] {
+        if (self && d->deletesOnClose && !d->isShown)
             deleteLater();
-        return;
-    }
-    const bool wasShown = d->isShown;
-    if (!wasShown) {
-        const QPointer<Popover> self(this);
+    };
+    if (!d->controller || !view->isVisible() || d->isClosing
+        || (!d->isShown && d->opener && detail::PopoverInput::hasJustClosed(d->opener)))
+        return refuse();
+    // The receivers of each signal may close, show or delete whatever there is.
+    if (!d->isShown)
         Q_EMIT willShow();
-        if (!self || !kept || !d->controller)
-            return;
-        d->isKeptInWindow = false;
-    }
+    if (!self || !canShow())
+        return refuse();
+    const bool wasShown = d->isShown;
+    d->isKeptInWindow = d->isKeptInWindow && wasShown;
     disconnect(d->viewEnding);
     d->view = view;
     d->viewEnding = connect(view, &QObject::destroyed, this, &Popover::close);
     d->preferredEdge = preferredEdge;
     setPositioningRect(rect);
+    if (!self || d->isShown != wasShown)
+        return;
+    if (!canShow())
+        return refuse();
     d->isShown = true;
     d->createBubble();
-    if (wasShown || !d->isShown)
+    if (!self || wasShown || !d->isShown)
         return;
     d->startWatching();
     Q_EMIT shownChanged(true);
-    Q_EMIT didShow();
+    if (self && d->isShown)
+        Q_EMIT didShow();
 }
 
 bool Popover::isShown() const
@@ -188,6 +199,8 @@ void Popover::close()
     d->isShown = false;
     d->stopWatching();
     d->removeBubble();
+    if (!self)
+        return;
     disconnect(d->viewEnding);
     d->isClosing = false;
     Q_EMIT shownChanged(false);
@@ -201,9 +214,17 @@ void Popover::close()
 
 void Popover::performClose()
 {
-    if (!d->isShown || d->isClosing)
+    if (!d->isShown || d->isClosing || std::exchange(d->isAsking, true))
         return;
-    if (popoverShouldClose())
+    const QPointer<Popover> self(this);
+    const auto end = qScopeGuard([&] {
+        if (self)
+            d->isAsking = false;
+    });
+    const bool shouldClose = popoverShouldClose();
+    if (!self)
+        return;
+    if (shouldClose)
         close();
     else if (d->bubble && d->bubble->surface() == detail::PopoverBubble::Surface::popup)
         d->keepInWindow(); // a popup would keep the clicks, too
@@ -223,6 +244,7 @@ bool Popover::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Resize:
     case QEvent::Hide:
     case QEvent::ParentChange:
+    case QEvent::LayoutDirectionChange:
         d->follow(watched, event);
         break;
     default:

@@ -70,7 +70,8 @@ public:
     ~Popover() override; ///< hides it without popoverShouldClose() and without signals
 
     /// The controller of the content. Default: null, which also closes the popover. A controller
-    /// without a parent becomes its child. The previous one is deleted if it is a child.
+    /// without a parent becomes its child. The previous one gets deleteLater() if it is a
+    /// child.
     ViewController *contentViewController() const;
     void setContentViewController(ViewController *controller);
     Behavior behavior() const; ///< default: applicationDefined
@@ -96,7 +97,7 @@ public:
     void setStaysInWindow(bool stays);
 
     /// Shows it beside a rectangle of the view, which may not be null, or moves it there. Does
-    /// nothing without a content controller, or if the view is not visible.
+    /// nothing without a content controller, or if the view is not visible or in the popover.
     void showRelativeToRect(const QRectF &rect, QWidget *view, NS::RectEdge preferredEdge);
     bool isShown() const; ///< still true while willClose() is emitted
     QWidget *positioningView() const; ///< the view beside which it is shown; null if it is not
@@ -107,8 +108,8 @@ public Q_SLOTS:
     void performClose(); ///< if popoverShouldClose() returns true; clicks and keys call this
 
 Q_SIGNALS:
-    /// Emitted before it is shown, not when it only moves. It is not shown if a receiver deletes
-    /// its view or its content controller.
+    /// Emitted before it is shown, not when it only moves. It is not shown if a receiver hides or
+    /// deletes its view, or deletes its content controller.
     void willShow();
     void didShow(); ///< it is shown, and the focus is set
     void willClose(); ///< it is still shown; closing cannot be prevented

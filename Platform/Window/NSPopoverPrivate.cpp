@@ -120,9 +120,27 @@ void Popover::Private::stopWatching()
     input.stop();
 }
 
+// The controller has another view, or null while its view ends, which is still there then.
+void Popover::Private::takeView(QWidget *content)
+{
+    if (!isShown)
+        return;
+    if (content)
+        return createBubble();
+    QMetaObject::invokeMethod(
+            q,
+            [this] {
+                if (controller && !controller->view())
+                    q->close();
+            },
+            Qt::QueuedConnection);
+}
+
+// Whatever is shown, hidden or focused in it may close or delete the popover.
 void Popover::Private::createBubble()
 {
-    QWidget *const content = controller->view();
+    const QPointer<Popover> self(q);
+    const QPointer<QWidget> content = controller->view();
     if (!content) {
         q->close();
         return;
@@ -137,7 +155,16 @@ void Popover::Private::createBubble()
     const bool hadBubble = bubble;
     if (hadBubble)
         removeBubble();
-    bubble = new Bubble(view, content, surface);
+    if (!self || !isShown || bubble)
+        return;
+    if (!content || !view) {
+        q->close();
+        return;
+    }
+    const QPointer<Bubble> made = bubble = new Bubble(view, content, surface);
+    const auto isThere = [&] {
+        return self && made && bubble == made;
+    };
     input.setBubble(bubble);
     connect(bubble, &Bubble::escaped, q, &Popover::performClose);
     connect(bubble, &Bubble::dismissed, q, [this] { dismiss(); });
@@ -152,14 +179,17 @@ void Popover::Private::createBubble()
     if (!hadBubble)
         focusBefore = QApplication::focusWidget();
     place();
-    if (!bubble)
+    if (!isThere())
         return;
     bubble->show();
+    if (!isThere())
+        return;
     if (!bubble->isWindow())
         bubble->raise();
     updateArrow();
     enterFocus();
-    announce();
+    if (isThere())
+        announce();
 }
 
 // The window system, or Qt, closes the bubble's window.
@@ -191,32 +221,41 @@ void Popover::Private::keepInWindow()
             window->setTransientParent(heir);
     }
     isKeptInWindow = true;
+    const QPointer<Popover> self(q);
     createBubble();
-    input.start();
+    if (self && isShown)
+        input.start();
 }
 
-// Leaves the content to its controller, and the focus to who had it.
+// Leaves the content to its controller, and the focus to who had it. Whatever is hidden may delete
+// the popover and the window.
 void Popover::Private::removeBubble()
 {
     if (!bubble)
         return;
-    Bubble *const former = std::exchange(bubble, nullptr);
+    const QPointer<Bubble> former = std::exchange(bubble, nullptr);
+    const QPointer<QWidget> heir = focusBefore;
     former->disconnect(q);
     // Popovers in the content leave the screen before it: compositors want that order.
     if (controller && controller->view() && former->isPlacedForUs())
         controller->view()->hide();
+    if (!former)
+        return;
     const bool wasActive = former->isWindow() && former->isActiveWindow();
     QWidget *const focused = former->window()->focusWidget();
     const bool hadFocus = former->isWindow() ? wasActive : focused && former->isAncestorOf(focused);
     const bool wasPlaced = former->isPlacedForUs();
     former->hide();
-    former->releaseContent();
-    former->deleteLater();
-    if (!hadFocus || !focusBefore || !focusBefore->isVisible())
+    if (former) {
+        former->releaseContent();
+        former->deleteLater();
+    }
+    if (!hadFocus || !heir || !heir->isVisible())
         return;
     if (wasActive && !wasPlaced)
-        focusBefore->activateWindow();
-    focusBefore->setFocus(Qt::PopupFocusReason);
+        heir->activateWindow();
+    if (heir)
+        heir->setFocus(Qt::PopupFocusReason);
 }
 
 void Popover::Private::place()
@@ -226,6 +265,7 @@ void Popover::Private::place()
         q->close();
         return;
     }
+    bubble->setLayoutDirection(view->layoutDirection());
     const QRectF anchor = anchorFor(*area);
     const QSizeF size = q->contentSize();
     const bool isInWindow = bubble->surface() == Bubble::Surface::child;
@@ -265,9 +305,10 @@ void Popover::Private::enterFocus()
 {
     if (!bubble->takesFocus())
         return;
+    const QPointer<QWidget> first = Bubble::firstFocusable(controller->view());
     if (bubble->isWindow() && !bubble->isPlacedForUs())
         bubble->activateWindow();
-    if (QWidget *const first = Bubble::firstFocusable(controller->view()))
+    if (first)
         first->setFocus(Qt::PopupFocusReason);
 }
 

@@ -32,6 +32,7 @@ struct Popover::Private
 
     void startWatching();
     void stopWatching();
+    void takeView(QWidget *content);
     void createBubble();
     void removeBubble();
     void place();
@@ -55,6 +56,7 @@ struct Popover::Private
 
     bool isShown = false;
     bool isClosing = false;
+    bool isAsking = false; // whether it should close
     bool isKeptInWindow = false; // until it closes
     QPointer<QWidget> view;
     RectEdge preferredEdge = RectEdge::maxY;

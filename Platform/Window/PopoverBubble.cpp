@@ -3,6 +3,7 @@
 
 #include "Drawing/NSShadow.h"
 #include "Drawing/Shades.h"
+#include "Scenes/NSViewController.h"
 #include "View/NSView.h"
 #include "Window/AccessibleWindow.h"
 #include "Window/WaylandPlugin.h"
@@ -162,7 +163,8 @@ PopoverBubble::~PopoverBubble()
 
 void PopoverBubble::releaseContent()
 {
-    if (m_content && m_content->parentWidget() == this) {
+    // A view that is no controller's any more ends with the bubble.
+    if (m_content && m_content->parentWidget() == this && NS::viewController(m_content)) {
         m_content->clearMask();
         m_content->setParent(nullptr);
     }
@@ -288,8 +290,9 @@ void PopoverBubble::changeEvent(QEvent *event)
 
 void PopoverBubble::closeEvent(QCloseEvent *event)
 {
+    const QPointer<PopoverBubble> self(this);
     Q_EMIT dismissed();
-    event->setAccepted(!isVisible()); // it can refuse to close
+    event->setAccepted(!self || !isVisible()); // it can refuse to close
 }
 
 void PopoverBubble::keyPressEvent(QKeyEvent *event)

@@ -237,7 +237,7 @@ bool PopoverInput::key(QObject *watched, QKeyEvent *event)
 void PopoverInput::clickBehind(QPoint globalPosition)
 {
     m_bubble->setAttribute(Qt::WA_TransparentForMouseEvents);
-    QWidget *target = QApplication::widgetAt(globalPosition);
+    QPointer<QWidget> target = QApplication::widgetAt(globalPosition);
     m_bubble->setAttribute(Qt::WA_TransparentForMouseEvents, false);
     const QWidget *const view = m_popover->positioningView();
     if (!target || target == m_bubble)
@@ -245,6 +245,8 @@ void PopoverInput::clickBehind(QPoint globalPosition)
     if (!target || contains(target))
         return;
     for (const auto type : { QEvent::MouseButtonPress, QEvent::MouseButtonRelease }) {
+        if (!target)
+            return;
         const bool isPress = type == QEvent::MouseButtonPress;
         QMouseEvent click(type, target->mapFromGlobal(QPointF(globalPosition)),
                           QPointF(globalPosition), Qt::LeftButton,

@@ -33,6 +33,9 @@ public:
     /// Whether a key has just closed a list or a menu, for which the program may lose the keyboard.
     bool hasKeyJustClosedPopup() const { return !m_keyboardMayGo.hasExpired(); }
 
+    /// Whether the widget is in the popover, or belongs to something in it.
+    bool contains(const QWidget *widget) const;
+
     /// Whether the click or the key is still under way that has closed the popover of `opener`.
     static bool hasJustClosed(const QWidget *opener);
 
@@ -44,7 +47,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    bool contains(const QWidget *widget) const;
     bool isOutsideOfPopup(const QObject *watched, QPointerEvent *event) const;
     bool isBesidePopup(const QObject *watched) const;
     bool isElsewhere(const QWidget *widget) const;

@@ -573,6 +573,7 @@ TEST(Popover, adopts_a_controller_without_a_parent_only)
     popover.setContentViewController(adopted);
     EXPECT_EQ(adopted->parent(), &popover);
     popover.setContentViewController(owned);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_FALSE(adopted);
     EXPECT_EQ(owned->parent(), &owner);
     popover.setContentViewController(nullptr);
