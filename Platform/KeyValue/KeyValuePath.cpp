@@ -259,7 +259,9 @@ bool WatchedPath::rebuild(const Slot *slot)
         return true;
     if (!isLeaf && next.object) {
         const bool leadsToMiddle = index + 1 < middles.size();
-        if (next.object == (leadsToMiddle ? middles[index + 1].object : m_walk->leaf))
+        if (next.object == (leadsToMiddle ? middles[index + 1].object : m_walk->leaf)
+            && next.firstKey
+                       == (leadsToMiddle ? middles[index + 1].firstKey : m_walk->leafFirstKey))
             return false;
     }
     cut(index);

@@ -51,7 +51,8 @@ inline const QString NSObservedKeyPathKey = QStringLiteral("NSObservedKeyPath");
 /// one, and a warning is printed.
 ///
 /// While an object on the key path is null or has been destroyed, the control is empty, or at -1 if
-/// the property is an index. A widget whose edits are written to the model is then disabled, even
+/// the property is an index. A date editor shows its earliest date then, and for an invalid date:
+/// give it a specialValueText. A widget whose edits are written to the model is then disabled, even
 /// if a binding of its `enabled` says otherwise. See BindingOptions::noSelectionPlaceholder.
 ///
 /// An earlier binding of the same name is replaced. A model that is given by a shared pointer is

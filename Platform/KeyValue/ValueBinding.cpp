@@ -14,6 +14,7 @@
 #include "KeyValue/WidgetAccess.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QEvent>
 #include <QMetaProperty>
 #include <QScopeGuard>
@@ -37,6 +38,20 @@ QMetaProperty property(const QObject *object, const QString &key)
 bool hasFocus(const QObject *control)
 {
     return control->property("focus").toBool();
+}
+
+bool isNoDate(const QVariant &value)
+{
+    switch (value.typeId()) {
+    case QMetaType::QDate:
+        return !value.toDate().isValid();
+    case QMetaType::QTime:
+        return !value.toTime().isValid();
+    case QMetaType::QDateTime:
+        return !value.toDateTime().isValid();
+    default:
+        return !value.isValid();
+    }
 }
 
 // The name of the control's placeholder property, or null.
@@ -276,6 +291,8 @@ QVariant ValueBinding::shown(QVariant value)
         value = !value.toBool();
     if (m_options.transformer)
         value = m_options.transformer(value);
+    if (isOver())
+        return {};
     const bool isNumber = m_showsNumbersAsText && isWrittenAsNumber(value.metaType());
     m_numberType = isNumber ? value.metaType() : QMetaType();
     if (m_format && !hasFocus(m_control))
@@ -290,7 +307,7 @@ QVariant ValueBinding::shown(QVariant value)
 void ValueBinding::put(const QVariant &value)
 {
     // The index of a list without a selection is -1, not 0.
-    const QVariant written = !value.isValid() && isSelection(m_key) ? QVariant(-1) : value;
+    QVariant written = !value.isValid() && isSelection(m_key) ? QVariant(-1) : value;
     try {
         NS::setValueForKeyPath(m_control, m_key, written);
     } catch (const NS::KeyValueException &error) {
@@ -298,13 +315,22 @@ void ValueBinding::put(const QVariant &value)
             throw;
         printWarning("Warning: " + std::string(error.what()) + ", shown for \""
                      + m_keyPath.toStdString() + '"');
-        NS::setValueForKeyPath(m_control, m_key,
-                               nearest(written, property(m_control, m_key).metaType()));
+        written = nearest(written, property(m_control, m_key).metaType());
+        NS::setValueForKeyPath(m_control, m_key, written);
     }
     // A combo box ignores a text that it does not have.
     if (!isOver() && !takesAlready(written) && m_key == "currentText"_L1
         && m_control->inherits("QComboBox"))
         m_control->setProperty("currentIndex", -1);
+    // A date editor ignores an invalid date: it would go on showing that of another object.
+    if (!isOver() && isNoDate(written) && m_control->inherits("QDateTimeEdit")) {
+        for (const auto &[key, earliest] :
+             { std::pair("date", "minimumDate"), std::pair("time", "minimumTime"),
+               std::pair("dateTime", "minimumDateTime") }) {
+            if (m_control && m_key == QLatin1String(key))
+                m_control->setProperty(key, m_control->property(earliest));
+        }
+    }
     if (!isOver())
         m_held = remembered(NS::valueForKeyPath(m_control, m_key));
 }

@@ -559,6 +559,34 @@ TEST(ControlBinding, nothing_is_selected_or_edited_while_there_is_no_object)
     EXPECT_EQ(customer.kind, 2);
 }
 
+TEST(ControlBinding, a_date_editor_without_a_date_does_not_show_the_last_one)
+{
+    const std::tuple<QString, QVariant, QVariant> rows[] = {
+        { u"date"_s, QDate(2020, 1, 2), QDate() },
+        { u"time"_s, QTime(3, 4), QTime() },
+        { u"dateTime"_s, QDateTime({ 2020, 1, 2 }, { 3, 4 }), QDateTime() },
+    };
+    for (const auto &[property, value, none] : rows) {
+        QDateTimeEdit editor;
+        editor.setTime(QTime(0, 0));
+        editor.setMinimumDate(QDate(1900, 1, 1));
+        editor.setSpecialValueText(u"never"_s);
+        if (property == u"time"_s)
+            editor.setDate(editor.minimumDate());
+        Cell cell(value);
+        NS::bind(&editor, property, &cell, u"value"_s);
+        for (const QVariant &missing : { none, QVariant() }) {
+            cell.setValue(missing);
+            EXPECT_EQ(editor.text(), u"never"_s) << property.toStdString();
+            EXPECT_EQ(cell.value(), missing);
+            cell.setValue(value);
+            EXPECT_EQ(editor.property(property.toLatin1().constData()), value);
+        }
+        editor.setDateTime(QDateTime({ 2021, 2, 3 }, { 4, 5 }));
+        EXPECT_EQ(cell.value(), editor.property(property.toLatin1().constData()));
+    }
+}
+
 TEST(ControlBinding, nothing_is_selected_once_an_object_on_the_way_is_destroyed)
 {
     Book book;
@@ -1016,6 +1044,18 @@ TEST(ControlBinding, a_control_may_be_destroyed_while_it_is_marked_or_committed)
     EXPECT_FALSE(NS::commitEditing(field));
     EXPECT_FALSE(field);
     EXPECT_EQ(cell.writes, 0);
+    // And by its transformer.
+    field = new QLineEdit;
+    options = {};
+    options.transformer = [&](const QVariant &value) {
+        if (value == 2)
+            delete std::exchange(field, nullptr);
+        return value;
+    };
+    options.format = u"%d"_s;
+    NS::bind(field, u"text"_s, &cell, u"value"_s, options);
+    cell.setValue(2);
+    EXPECT_FALSE(field);
 }
 
 TEST(ControlBinding, value_stands_for_the_main_property_of_a_control)

@@ -200,6 +200,13 @@ TEST(KeyValueObserving, an_entry_of_a_map_may_change_from_a_value_to_an_object_a
     EXPECT_EQ(recorder.taken(), values({ u"all"_s }));
     set(owner, u"name"_s, u"Dov"_s);
     EXPECT_EQ(recorder.taken(), values({}));
+    // The same object, with the rest of the path from another key on.
+    Recorder later;
+    owner.settings = { { u"name"_s, u"Eve"_s } };
+    set(person, u"note"_s, QVariant::fromValue(&owner));
+    addObserver(&person, &later, u"note.settings.name"_s, newValue);
+    set(person, u"note"_s, QVariantMap { { u"settings"_s, QVariant::fromValue(&owner) } });
+    EXPECT_EQ(later.taken(), values({ u"Dov"_s }));
 }
 
 TEST(KeyValueObserving, an_object_that_lacks_the_key_ends_the_path_with_a_warning)
