@@ -432,6 +432,8 @@ void TextField::Private::fill(const AttributedString &value)
         editor->select(anchor, position);
     else if (editor && !(editable && editor->hasFocus()))
         editor->select(0, 0);
+    if (editor)
+        editor->layOutAnew();
     invalidate();
 }
 

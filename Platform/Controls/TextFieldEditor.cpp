@@ -115,6 +115,7 @@ void TextFieldEditor::layOutAnew()
         return;
     setLineWrapMode(QTextEdit::WidgetWidth);
     setLineWrapMode(QTextEdit::NoWrap);
+    ensureCursorVisible();
 }
 
 void TextFieldEditor::updateName()

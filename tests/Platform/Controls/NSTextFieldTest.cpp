@@ -528,8 +528,9 @@ TEST(TextField, a_long_line_shows_its_beginning_in_either_direction)
                 window.show();
                 other.setFocus();
                 QCoreApplication::processEvents();
-                for (const int width : { 100, 70 }) {
+                for (const int width : { 100, 70, 71 }) {
                     field.resize(width, 30);
+                    field.setElideMode(width == 70 ? Qt::ElideMiddle : Qt::ElideLeft);
                     const QRect room = field.editor()->viewport()->rect().adjusted(-1, 0, 1, 0);
                     EXPECT_TRUE(room.contains(field.editor()->cursorRect()))
                             << direction << ' ' << qPrintable(text.left(2)) << ' ' << isEditable
@@ -820,8 +821,14 @@ TEST(TextField, a_single_line_to_select_is_aligned_anew_with_each_text_and_align
 {
     NS::ParagraphStyle centred;
     centred.alignment = Qt::AlignHCenter;
-    const QVariant style = QVariant::fromValue(centred);
-    const AttributedString inTheMiddle(u"Title"_s, { { NS::ParagraphStyleAttributeName, style } });
+    NS::ParagraphStyle left;
+    left.alignment = Qt::AlignLeft;
+    const auto title = [](const NS::ParagraphStyle &style) {
+        return AttributedString(
+                u"Title"_s, { { NS::ParagraphStyleAttributeName, QVariant::fromValue(style) } });
+    };
+    const AttributedString inTheMiddle = title(centred);
+    const AttributedString onTheLeft = title(left);
     for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
         Field shown;
         Field selected;
@@ -852,6 +859,12 @@ TEST(TextField, a_single_line_to_select_is_aligned_anew_with_each_text_and_align
         expectSameInk("left");
         both([&](Field &field) { field.setAttributedStringValue(inTheMiddle); });
         expectSameInk("centred");
+        both([&](Field &field) { field.setAttributedStringValue(onTheLeft); });
+        expectSameInk("a paragraph on the left");
+        for (const auto other : { Qt::RightToLeft, Qt::LeftToRight, direction }) {
+            both([&](Field &field) { field.setLayoutDirection(other); });
+            expectSameInk("in another direction");
+        }
         both([](Field &field) { field.setStringValue(u"Title"_s); });
         both([](Field &field) { field.resize(100, 40); });
         expectSameInk("as made, narrower");
