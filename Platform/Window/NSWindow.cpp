@@ -108,7 +108,10 @@ void Window::setFrame(const QRectF &frame, bool display, bool animate)
     d->animation->setDuration(duration);
     d->animation->setEasingCurve(QEasingCurve::OutCubic);
     connect(d->animation, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
-        NS::setFrame(this, value.toRectF().marginsAdded(d->margins()));
+        if (d->frame->isNormal())
+            NS::setFrame(this, value.toRectF().marginsAdded(d->margins()));
+        else
+            d->animation->stop();
     });
     d->animation->start(QAbstractAnimation::DeleteWhenStopped);
 }
@@ -135,9 +138,18 @@ QWidget *Window::contentView() const
 
 void Window::setContentView(QWidget *view)
 {
-    if (view == contentView())
+    QWidget *const former = contentView();
+    if (view == former)
         return;
-    delete contentView();
+    d->content->setView(nullptr);
+    if (former) {
+        // It may contain the new view, or be what calls.
+        if (view)
+            view->setParent(this);
+        layout()->removeWidget(former);
+        former->hide();
+        former->deleteLater();
+    }
     if (view) {
         if (!layout()) {
             auto *const layout = new QVBoxLayout(this);

@@ -82,7 +82,7 @@ public:
     StyleMask styleMask() const; ///< the setter keeps the window's frame
     void setStyleMask(StyleMask styleMask);
     QWidget *contentView() const; ///< below the title bar; the window owns it; default: null
-    void setContentView(QWidget *view); ///< deletes the previous view
+    void setContentView(QWidget *view); ///< calls deleteLater() on the previous view
     TitleVisibility titleVisibility() const; ///< default: titleVisible
     virtual void setTitleVisibility(TitleVisibility visibility);
     QUrl representedURL() const; ///< the document, whose icon is beside the title; default: empty

@@ -17,12 +17,16 @@ bool Window::event(QEvent *event)
 {
     if (event->type() != QEvent::Close)
         return QWidget::event(event);
-    if (!d->content->agreesToClose()) {
+    const QPointer<Window> self(this); // closing may delete it
+    const bool agrees = d->content->agreesToClose();
+    if (!self)
+        return true;
+    if (!agrees) {
         event->ignore();
         return true;
     }
     const bool isDone = QWidget::event(event);
-    if (event->isAccepted())
+    if (self && event->isAccepted())
         d->content->windowHasClosed();
     return isDone;
 }

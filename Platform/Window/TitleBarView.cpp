@@ -13,6 +13,7 @@
 #include <QLayout>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -30,12 +31,6 @@ public:
         : AccessibleControl(bar, QAccessible::TitleBar, TitleBarView::tr("Title bar"))
     { }
 };
-
-int heightOf(NS::TitlebarAccessoryViewController *controller)
-{
-    const QWidget *const view = controller->view();
-    return view ? view->height() : 0;
-}
 
 } // namespace
 
@@ -64,17 +59,21 @@ void TitleBarView::setLetsClicksThrough(bool lets)
 void TitleBarView::insertAccessory(NS::TitlebarAccessoryViewController *controller)
 {
     m_accessories.append(controller);
-    const auto adopt = [this, controller] {
-        QWidget *const view = controller->view();
-        if (!view)
-            return;
-        NS::addSubview(this, view);
-    };
-    adopt();
-    connect(controller, &NS::ViewController::viewChanged, this, [this, adopt] {
-        adopt();
-        Q_EMIT fullHeightChanged();
-    });
+    QPointer<QWidget> shown = controller->view();
+    if (shown)
+        NS::addSubview(this, shown);
+    connect(controller, &NS::ViewController::viewChanged, this,
+            [this, shown](QWidget *view) mutable {
+                const QPointer<QWidget> former = std::exchange(shown, view);
+                if (view) {
+                    NS::addSubview(this, view);
+                    if (former && former->parentWidget() == this) {
+                        former->hide();
+                        former->deleteLater(); // the bar was its only owner
+                    }
+                }
+                Q_EMIT fullHeightChanged();
+            });
     connect(controller, &NS::TitlebarAccessoryViewController::fullScreenMinHeightChanged, this,
             &TitleBarView::fullHeightChanged);
     connect(controller, &QObject::destroyed, this, [this, controller] {
@@ -92,6 +91,13 @@ void TitleBarView::removeAccessory(int index)
     if (QWidget *const view = controller->view())
         view->setParent(nullptr);
     Q_EMIT fullHeightChanged();
+}
+
+// A view that a program has moved into another widget is not the bar's any more.
+int TitleBarView::heightOf(NS::TitlebarAccessoryViewController *controller) const
+{
+    const QWidget *const view = controller->view();
+    return view && view->parentWidget() == this ? view->height() : 0;
 }
 
 int TitleBarView::fullHeight() const
@@ -124,7 +130,8 @@ int TitleBarView::leastWidth() const
     if (layout())
         width = std::max(width, layout()->totalMinimumSize().width());
     for (NS::TitlebarAccessoryViewController *const controller : m_accessories) {
-        if (const QWidget *const view = controller->view())
+        const QWidget *const view = controller->view();
+        if (view && view->parentWidget() == this)
             width = std::max({ width, view->minimumWidth(), view->minimumSizeHint().width() });
     }
     return width;
@@ -147,7 +154,8 @@ void TitleBarView::arrangeAccessories()
 {
     int y = standardHeight;
     for (NS::TitlebarAccessoryViewController *const controller : std::as_const(m_accessories)) {
-        if (QWidget *const view = controller->view())
+        QWidget *const view = controller->view();
+        if (view && view->parentWidget() == this)
             view->setGeometry(0, y, width(), view->height());
         y += heightOf(controller);
     }
@@ -195,7 +203,9 @@ bool TitleBarView::takeFromHandle(QMouseEvent *event)
 {
     const QPoint place = mapFrom(parentWidget(), event->position().toPoint());
     QWidget *const target = childAt(place);
-    if (m_items->isBare() || !target || event->button() != Qt::LeftButton
+    // Something of the window may lie above the bar.
+    const bool isOnTop = target && parentWidget()->childAt(event->position().toPoint()) == target;
+    if (m_items->isBare() || !isOnTop || event->button() != Qt::LeftButton
         || !mouseDownCanMoveWindow(target, target->mapFrom(this, place)))
         return false;
     QMouseEvent own(event->type(), place, event->globalPosition(), event->button(),
@@ -208,8 +218,17 @@ void TitleBarView::childEvent(QChildEvent *event)
     QWidget::childEvent(event);
     if (!event->child()->isWidgetType())
         return;
-    if (event->type() == QEvent::ChildRemoved)
+    if (event->type() == QEvent::ChildRemoved) {
         event->child()->removeEventFilter(this);
+        // Until the event ends, the bar is still the parent.
+        QMetaObject::invokeMethod(
+                this,
+                [this] {
+                    if (fullHeight() != m_arrangedHeight)
+                        Q_EMIT fullHeightChanged();
+                },
+                Qt::QueuedConnection);
+    }
     if (event->type() != QEvent::ChildAdded)
         return;
     event->child()->installEventFilter(this);

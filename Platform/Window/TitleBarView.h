@@ -75,6 +75,8 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    int heightOf(NS::TitlebarAccessoryViewController *controller) const;
+    void takeView(NS::TitlebarAccessoryViewController *controller);
     void arrangeAccessories();
     void updateMask();
     bool takeFromHandle(QMouseEvent *event);

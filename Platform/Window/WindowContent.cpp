@@ -4,9 +4,38 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QPointer>
 #include <QScopedValueRollback>
 
+#include <utility>
+
 namespace Pellarvine::detail {
+
+namespace {
+
+// Sets a member of an object that may end in the meantime.
+class Flag
+{
+public:
+    Flag(const QObject *owner, bool &flag)
+        : m_owner(owner)
+        , m_flag(flag)
+        , m_former(std::exchange(flag, true))
+    { }
+    ~Flag()
+    {
+        if (m_owner)
+            m_flag = m_former;
+    }
+    Q_DISABLE_COPY_MOVE(Flag)
+
+private:
+    QPointer<const QObject> m_owner;
+    bool &m_flag;
+    bool m_former;
+};
+
+} // namespace
 
 WindowContent::WindowContent(NS::Window *window)
     : QObject(window)
@@ -21,15 +50,24 @@ WindowContent::WindowContent(NS::Window *window)
 
 void WindowContent::setView(QWidget *view)
 {
-    if (m_view)
+    if (m_view) {
         m_view->removeEventFilter(this);
+        m_view->disconnect(this);
+    }
     m_view = view;
     m_hasTitle = false;
     m_hasDocument = false;
     if (!view)
         return;
     view->installEventFilter(this);
+    connect(view, &QObject::destroyed, this, &WindowContent::viewHasLeft);
     passOn(adoption);
+}
+
+void WindowContent::viewHasLeft()
+{
+    setView(nullptr);
+    Q_EMIT m_window->contentViewChanged(nullptr);
 }
 
 // Closing
@@ -39,7 +77,7 @@ bool WindowContent::agreesToClose()
     if (!m_view)
         return true;
     QCloseEvent question;
-    const QScopedValueRollback<bool> guard(m_isAsking, true);
+    const Flag guard(this, m_isAsking);
     QCoreApplication::sendEvent(m_view, &question);
     return question.isAccepted();
 }
@@ -53,10 +91,11 @@ void WindowContent::windowHasClosed()
 // The view closes itself. The window asks it, and then anybody else that it asks.
 bool WindowContent::closeWindow()
 {
+    const QPointer<WindowContent> self(this);
     if (!m_window->close())
         return false;
     // It is about to hide, and belongs to the window's next appearance.
-    if (!m_view->testAttribute(Qt::WA_DeleteOnClose))
+    if (self && m_view && !m_view->testAttribute(Qt::WA_DeleteOnClose))
         QMetaObject::invokeMethod(m_view, &QWidget::show, Qt::QueuedConnection);
     return true;
 }
@@ -67,7 +106,13 @@ void WindowContent::passOn(Occasion occasion)
 {
     if (m_isPassingOn)
         return; // a window tells its children of its icon
-    const QScopedValueRollback<bool> guard(m_isPassingOn, true);
+    const Flag guard(this, m_isPassingOn);
+    // Receivers of the window's signals may replace the view or delete the window.
+    const QPointer<WindowContent> self(this);
+    const QPointer<QWidget> view = m_view;
+    const auto isThere = [&] {
+        return self && view && m_view == view;
+    };
     const auto isMine = [&](bool windowHasOne, bool &wasMine) {
         wasMine = wasMine || occasion == change || !windowHasOne;
         return wasMine;
@@ -75,22 +120,31 @@ void WindowContent::passOn(Occasion occasion)
     const QString title = m_view->windowTitle();
     if ((m_hasTitle || !title.isEmpty()) && isMine(!m_window->windowTitle().isEmpty(), m_hasTitle))
         m_window->setWindowTitle(title);
+    if (!isThere())
+        return;
     const QString path = m_view->windowFilePath();
     m_filePath = path;
     if ((m_hasDocument || !path.isEmpty())
         && isMine(!m_window->representedURL().isEmpty(), m_hasDocument))
         m_window->setRepresentedURL(path.isEmpty() ? QUrl() : QUrl::fromLocalFile(path));
+    if (!isThere())
+        return;
     if (m_view->testAttribute(Qt::WA_SetWindowIcon)
         && (occasion == change || !m_window->testAttribute(Qt::WA_SetWindowIcon)))
         m_window->setWindowIcon(m_view->windowIcon());
+    if (!isThere())
+        return;
     if (occasion == change || m_view->isWindowModified())
         m_window->setWindowModified(m_view->isWindowModified());
 }
 
 void WindowContent::followFilePaths()
 {
+    const QPointer<WindowContent> self(this);
     if (m_view && m_view->windowFilePath() != m_filePath)
         passOn(change);
+    if (!self)
+        return;
     const QString path = m_window->windowFilePath();
     if (path != m_window->representedURL().toLocalFile())
         m_window->setRepresentedURL(path.isEmpty() ? QUrl() : QUrl::fromLocalFile(path));
@@ -141,7 +195,7 @@ bool WindowContent::eventFilter(QObject *watched, QEvent *event)
         return false;
     case QEvent::ParentChange:
         if (m_view->parentWidget() != m_window)
-            setView(nullptr);
+            viewHasLeft();
         return false;
     default:
         return false;

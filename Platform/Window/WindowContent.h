@@ -40,6 +40,7 @@ private:
         change
     };
 
+    void viewHasLeft();
     bool closeWindow();
     void passOn(Occasion occasion);
     void passOnState();

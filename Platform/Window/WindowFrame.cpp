@@ -59,6 +59,7 @@ WindowFrame::WindowFrame(QWidget *window, NS::Window::StyleMask styleMask, bool 
     , m_edges(new WindowEdges(window))
     , m_titleBar(new TitleBarView(window, m_drag))
     , m_border(new WindowBorder(window))
+    , m_menuShortcut(new QShortcut(QKeyCombination(Qt::ALT, Qt::Key_Space), window))
     , m_styleMask(styleMask)
     , m_canZoom(canZoom)
     , m_fullBarHeight(m_titleBar->fullHeight())
@@ -75,12 +76,10 @@ WindowFrame::WindowFrame(QWidget *window, NS::Window::StyleMask styleMask, bool 
         if (m_followsDesktopButtonLayout)
             updateButtonLayout();
     });
-    connect(new QShortcut(QKeyCombination(Qt::ALT, Qt::Key_Space), window), &QShortcut::activated,
-            this, [this] {
-                if (!m_isNative)
-                    showWindowMenu(this,
-                                   m_window->mapToGlobal(m_titleBar->geometry().bottomLeft()));
-            });
+    connect(m_menuShortcut, &QShortcut::activated, this, [this] {
+        if (!m_isNative)
+            showWindowMenu(this, m_window->mapToGlobal(m_titleBar->geometry().bottomLeft()));
+    });
     window->installEventFilter(this);
     const bool hasSize = window->testAttribute(Qt::WA_Resized) || window->isVisible();
     const QSize size = window->size() + QSize(0, barHeight());
@@ -168,7 +167,7 @@ QRect WindowFrame::seen() const
 
 int WindowFrame::barHeight() const
 {
-    if (!(m_styleMask & NS::Window::titled))
+    if (!(m_styleMask & NS::Window::titled) || !m_window->isWindow())
         return 0;
     if (m_isNative && m_titleBar->accessories().isEmpty())
         return 0;
@@ -243,19 +242,33 @@ void WindowFrame::enterFocus()
     first->setFocus(Qt::ActiveWindowFocusReason);
 }
 
-void WindowFrame::applyFlags()
+Qt::WindowFlags WindowFrame::wantedFlags() const
 {
     constexpr Qt::WindowFlags decorations =
             Qt::FramelessWindowHint | Qt::CustomizeWindowHint | Qt::WindowTitleHint
             | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint;
-    const Qt::WindowFlags current = m_window->windowFlags();
-    const Qt::WindowFlags flags = (current & ~decorations) | flagsFor(m_styleMask, m_isNative);
-    if (flags == current)
+    return (m_window->windowFlags() & ~decorations) | flagsFor(m_styleMask, m_isNative);
+}
+
+void WindowFrame::applyFlags()
+{
+    const Qt::WindowFlags flags = wantedFlags();
+    if (flags == m_window->windowFlags() || !m_window->isWindow())
         return;
     const bool wasVisible = m_window->isVisible();
     m_window->setWindowFlags(flags);
     if (wasVisible)
         m_window->show();
+}
+
+// Others that the program sets, for a new parent too, would bring the desktop's title bar back.
+void WindowFrame::keepFlags()
+{
+    const Qt::WindowFlags flags = wantedFlags();
+    if (flags == m_window->windowFlags() || !m_window->isWindow() || !m_window->windowHandle())
+        return;
+    m_window->overrideWindowFlags(flags);
+    m_window->windowHandle()->setFlags(flags);
 }
 
 void WindowFrame::miniaturize()
@@ -319,9 +332,11 @@ void WindowFrame::updateBorder()
             WindowManager::canPlaceWindows()
                     ? WindowManager::isSnapped(frame, m_window->screen()->availableGeometry())
                     : isTiled();
-    m_border->setVisible(!m_isNative && isNormal() && !isSnapped);
+    const bool hasBorder = !m_isNative && isNormal() && m_window->isWindow();
+    m_border->setVisible(hasBorder && !isSnapped);
     m_border->setRound(canBeTranslucent);
-    m_edges->setEnabled(!m_isNative && isNormal() && m_styleMask & NS::Window::resizable);
+    m_edges->setEnabled(hasBorder && m_styleMask & NS::Window::resizable);
+    m_menuShortcut->setEnabled(m_window->isWindow());
     tellResizable();
 }
 
@@ -336,7 +351,12 @@ bool WindowFrame::eventFilter(QObject *watched, QEvent *event)
     }
     switch (event->type()) {
     case QEvent::WinIdChange:
+        keepFlags();
         watchNativeWindow();
+        break;
+    case QEvent::ParentChange: // which may make a window of it, or the opposite
+        rearrange();
+        updateBorder();
         break;
     case QEvent::Show:
         if (!event->spontaneous()) {

@@ -7,6 +7,8 @@
 
 #include <QObject>
 
+QT_FORWARD_DECLARE_CLASS(QShortcut)
+
 namespace Pellarvine::detail {
 
 class TitleBarView;
@@ -16,7 +18,8 @@ class WindowEdges;
 
 /// Draws a window's frame in place of the desktop: title bar, border with round corners, shadow;
 /// and leaves moving, resizing and the window menu to the desktop. It acts on the window's events
-/// before the window receives them, so that it works for any top-level widget. The window owns it.
+/// before the window receives them, so that it works for any top-level widget. While the widget is
+/// no window, but in another one, it has no title bar and no border. The window owns it.
 class WindowFrame : public QObject
 {
     Q_OBJECT
@@ -74,7 +77,9 @@ private:
     void barHeightChanged();
     void boundWidth();
     void enterFocus();
+    Qt::WindowFlags wantedFlags() const;
     void applyFlags();
+    void keepFlags();
     void takeButton(NS::WindowButton kind);
     void takeClick(TitleBarClick click, QPoint position);
     void updateButtonLayout();
@@ -99,6 +104,7 @@ private:
     WindowEdges *m_edges;
     TitleBarView *m_titleBar;
     WindowBorder *m_border;
+    QShortcut *m_menuShortcut;
     NS::Window::StyleMask m_styleMask;
     bool m_canZoom;
     int m_fullBarHeight; // that the window's height counts with

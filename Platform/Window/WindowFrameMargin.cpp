@@ -29,10 +29,10 @@ bool WindowFrame::isTiled() const
 
 void WindowFrame::updateMargin(bool canBeTranslucent)
 {
-    const bool hasShadow =
-            m_knowsMargins && canBeTranslucent && !m_isNative && isNormal() && !isTiled();
+    const bool hasShadow = m_knowsMargins && canBeTranslucent && !m_isNative && m_window->isWindow()
+                           && isNormal() && !isTiled();
     const int by = (hasShadow ? WindowShadow::margin : 0) - m_margin;
-    if (by == 0 || !m_window->windowHandle())
+    if (by == 0 || (m_window->isWindow() && !m_window->windowHandle()))
         return;
     const QRect geometry = m_window->geometry().adjusted(-by, -by, by, by);
     const bool hasPlace = m_window->testAttribute(Qt::WA_Moved);
@@ -45,7 +45,8 @@ void WindowFrame::updateMargin(bool canBeTranslucent)
     // The desktop keeps to the limits when it changes the size.
     if (by < 0)
         moveLimits(2 * QSize(by, by));
-    WindowManager::setMargin(m_window->windowHandle(), m_margin);
+    if (m_window->windowHandle())
+        WindowManager::setMargin(m_window->windowHandle(), m_margin);
     if (by > 0)
         moveLimits(2 * QSize(by, by));
     if (!isOnScreen() && isNormal()) {

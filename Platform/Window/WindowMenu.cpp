@@ -35,8 +35,10 @@ QMenu *makeWindowMenu(WindowFrame *frame)
         [frame] { frame->miniaturize(); });
     add(NS::Window::tr("Ma&ximise"), isNormal && frame->canZoom(), [frame] { frame->zoom(); });
     menu->addSeparator();
-    QAction *const close = add(NS::Window::tr("&Close"), mask & NS::Window::closable,
-                               [window] { window->close(); });
+    // Closing may delete the window, and the menu with it, which Qt still uses.
+    QAction *const close = add(NS::Window::tr("&Close"), mask & NS::Window::closable, [window] {
+        QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
+    });
     close->setShortcut(QKeyCombination(Qt::ALT, Qt::Key_F4));
     return menu;
 }

@@ -116,6 +116,7 @@ TEST(NSWindow, a_view_or_a_layout_gets_the_room_below_the_title_bar)
     shown.window.setContentView(first);
     auto *const view = new QWidget(nullptr, Qt::Window);
     shown.window.setContentView(view);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_FALSE(first);
     EXPECT_FALSE(view->isWindow());
     NS::layoutSubtreeIfNeeded(&shown.window);
