@@ -162,10 +162,9 @@ void TextField::setWraps(bool wraps)
     QSizePolicy policy = sizePolicy();
     policy.setHeightForWidth(wraps);
     setSizePolicy(policy);
-    d->applyFormat();
     if (d->editor)
         d->editor->setHasLines(wraps);
-    d->invalidate();
+    d->applyFormat();
     Q_EMIT wrapsChanged(wraps);
 }
 

@@ -512,6 +512,7 @@ TEST(TextField, a_text_to_edit_shows_its_beginning_and_stays_where_the_user_is)
 TEST(TextField, a_long_line_shows_its_beginning_in_either_direction)
 {
     const QString hebrew = QString(u"שלום "_s).repeated(20);
+    const int line = Field(hebrew.left(4)).sizeHint().height();
     for (const auto direction : { Qt::LeftToRight, Qt::RightToLeft }) {
         for (const QString &text : { longText, hebrew }) {
             for (const bool isEditable : { false, true }) {
@@ -529,8 +530,10 @@ TEST(TextField, a_long_line_shows_its_beginning_in_either_direction)
                 other.setFocus();
                 QCoreApplication::processEvents();
                 for (const int width : { 100, 70, 71 }) {
-                    field.resize(width, 30);
+                    field.resize(width, line);
                     field.setElideMode(width == 70 ? Qt::ElideMiddle : Qt::ElideLeft);
+                    field.setWraps(width == 71);
+                    field.setWraps(false);
                     const QRect room = field.editor()->viewport()->rect().adjusted(-1, 0, 1, 0);
                     EXPECT_TRUE(room.contains(field.editor()->cursorRect()))
                             << direction << ' ' << qPrintable(text.left(2)) << ' ' << isEditable
