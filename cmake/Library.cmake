@@ -63,6 +63,10 @@ pellarvine_component(Widgets
   LIBRARIES Pellarvine::Gui Qt6::Widgets
   PRIVATE_LIBRARIES Qt6::DBus Qt6::UiTools PkgConfig::xcb
   PRECOMPILE <QAccessibleWidget> <QApplication> <QPainter> <QWidget> <functional> <map> <memory>)
+# It tells the bindings in Core about widgets, in programs too that call none of its functions. A
+# linker with --as-needed would leave it out of them.
+target_link_options(PellarvineWidgets INTERFACE
+  "LINKER:--push-state,--no-as-needed,$<TARGET_FILE:Pellarvine::Widgets>,--pop-state")
 pellarvine_component(Network
   DESCRIPTION "Tickets filed with an issue tracker"
   LIBRARIES Pellarvine::Core

@@ -149,11 +149,7 @@ void ValueBinding::start()
                                NS::KeyValueObservingOptions::newValue);
     m_isTwoWay = m_options.direction != NS::BindingOptions::toControl
                  && isWritable(model, m_keyPath) && observesControl();
-    // A bound property of QWidget itself, such as a window's title, does not disable the widget.
-    m_disables =
-            m_isTwoWay && m_control->isWidgetType() && access.index >= 0
-            && qstrcmp(property(m_control, m_key).enclosingMetaObject()->className(), "QWidget")
-                       != 0;
+    m_disables = m_isTwoWay && m_control->isWidgetType() && isUsersValue(access);
     m_showsNumbersAsText = showsNumbersAsText(m_control, m_key);
     if (m_showsNumbersAsText && m_format)
         siblings().watchLocale();
@@ -173,6 +169,16 @@ void ValueBinding::unmark()
     setLacksSelection(false);
     if (m_control)
         setMessage({});
+}
+
+// Whether the user changes the property in the widget. Not a property of QWidget itself, such as a
+// window's title; of dynamic ones, the selections of NS::bindChoices().
+bool ValueBinding::isUsersValue(const Access &access) const
+{
+    if (access.index < 0)
+        return m_key == "selectedObject"_L1 || m_key == "selectedTag"_L1;
+    const QMetaProperty bound = m_control->metaObject()->property(access.index);
+    return qstrcmp(bound.enclosingMetaObject()->className(), "QWidget") != 0;
 }
 
 // False if the control does not report its changes, and the binding does not need them.

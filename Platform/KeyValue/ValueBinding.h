@@ -49,6 +49,7 @@ private:
     class FocusFilter;
     class Pass;
 
+    bool isUsersValue(const Access &access) const;
     bool observesControl();
     void observeEditing();
     bool isOver() const { return m_hasEnded || !m_control || !m_model.get(); }

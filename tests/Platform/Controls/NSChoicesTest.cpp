@@ -120,6 +120,23 @@ TEST_F(Choices, the_items_follow_the_list_and_its_renames_and_the_selection_its_
     EXPECT_EQ(club.chairAge, 85);
 }
 
+TEST_F(Choices, are_empty_and_disabled_while_an_object_on_the_path_is_null)
+{
+    QComboBox box;
+    NS::SegmentedControl segments;
+    for (QWidget *const control : QWidgetList { &box, &segments }) {
+        NS::bindChoices(control, &club, u"members"_s, { .title = u"name"_s, .tag = u"age"_s });
+        NS::bind(control, u"selectedTag"_s, &club, u"chair.age"_s);
+        EXPECT_FALSE(control->isEnabled());
+        club.setProperty("chair", QVariant::fromValue(&grace));
+        EXPECT_TRUE(control->isEnabled());
+        club.setProperty("chair", QVariant::fromValue<Person *>(nullptr));
+        EXPECT_FALSE(control->isEnabled());
+    }
+    EXPECT_EQ(box.currentIndex(), -1);
+    EXPECT_EQ(segments.selectedSegment(), -1);
+}
+
 TEST_F(Choices, an_item_may_be_destroyed_while_it_is_selected)
 {
     auto emmy = std::make_unique<Person>(u"Emmy"_s);
