@@ -149,8 +149,9 @@ QByteArray WindowFrame::saveState() const
 
 bool WindowFrame::restoreState(const QByteArray &state)
 {
+    // The sizes in it are those of a window that is normal, as this one is then.
     return isWholeWindowState(state)
-           && m_window->restoreGeometry(grownWindowState(state, m_margin, m_normalMargin));
+           && m_window->restoreGeometry(grownWindowState(state, m_normalMargin, m_normalMargin));
 }
 
 // Arranging

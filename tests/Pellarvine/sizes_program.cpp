@@ -57,6 +57,10 @@ int main(int argc, char **argv)
     other.setFrame(QRectF(100, 100, 400, 300));
     other.restoreState(state);
     tell("back to the state", other);
+    other.showMaximized();
+    wait();
+    other.restoreState(state);
+    tell("from maximised to the state", other);
     other.hide();
 
     window.setNativeDecorations(true);

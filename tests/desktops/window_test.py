@@ -314,6 +314,7 @@ class WindowWithShadow:
             'shown: 500 x 400, shadow', 'restored: 500 x 400, shadow',
             'shown again: 500 x 400, shadow', 'framed: 600 x 450, shadow',
             'from a state: 600 x 450, shadow', 'back to the state: 600 x 450, shadow',
+            'from maximised to the state: 600 x 450, shadow',
             'native: margin 0', 'with its own decorations: 600 x 450, shadow',
             'fixed: 400 x 300, shadow', 'laid out: 300 x 222, shadow',
             'laid out anew: 300 x 282, shadow', 'maximised first: 450 x 350, shadow',
