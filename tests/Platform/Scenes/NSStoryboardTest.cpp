@@ -77,12 +77,12 @@ public:
 };
 
 // A widget whose own parts have names as well.
-class Card : public QWidget
+class Postcard : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit Card(QWidget *parent = nullptr)
+    explicit Postcard(QWidget *parent = nullptr)
         : QWidget(parent)
     {
         (new QLabel(this))->setObjectName(u"field"_s);
@@ -95,7 +95,7 @@ public:
     static void SetUpTestSuite()
     {
         NS::registerClass<Form>();
-        NS::registerClass<Card>();
+        NS::registerClass<Postcard>();
         NS::registerClass<QObject>();
     }
 
@@ -303,7 +303,7 @@ TEST_F(NSStoryboard, names_are_those_of_the_form_and_not_of_parts_of_its_widgets
 {
     folder.file(u"Cards.ui"_s,
                 "<ui version='4.0'><widget class='QWidget' name='cards'>"
-                "<widget class='Card' name='card'/><widget class='QGroupBox' name='group'>"
+                "<widget class='Postcard' name='card'/><widget class='QGroupBox' name='group'>"
                 "<widget class='QLineEdit' name='field'/></widget></widget></ui>");
     const auto loaded = NS::Storyboard::storyboardWithContentsOfFile(
             storyboard("<scene identifier='a' class='Form' interface='Cards.ui'>"

@@ -213,9 +213,10 @@ TEST(ViewController, containers_may_hide_remove_and_delete_what_lies_in_them)
         };
         outer.view();
         add();
-        outer.actions["willAppear"] = [&] {
-            act(inner);
-        };
+        outer.actions["willAppear"] =
+                [&, &act = act] { // Clang 14 captures no structured binding otherwise
+                    act(inner);
+                };
         outer.view()->show();
         EXPECT_THAT(taken(log), ElementsAre("willAppear", "didAppear")) << name;
         outer.view()->hide();
@@ -225,7 +226,7 @@ TEST(ViewController, containers_may_hide_remove_and_delete_what_lies_in_them)
         add();
         outer.view()->show();
         taken(log);
-        outer.actions["willDisappear"] = [&] {
+        outer.actions["willDisappear"] = [&, &act = act] {
             act(inner);
         };
         outer.view()->hide();
