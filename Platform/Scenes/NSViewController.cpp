@@ -191,6 +191,7 @@ ViewController::~ViewController()
     if (d->view)
         setViewController(d->view, nullptr);
     d->watch.reset();
+    disconnect(d->viewEnd); // a destructor emits no signals of its class
     if (d->view && ownsView)
         ViewWatch::discard(d->view);
 }
@@ -266,6 +267,7 @@ void ViewController::setView(QWidget *view)
         added->installEventFilter(d->watch.get());
         d->viewEnd = connect(added, &QObject::destroyed, this, [this] {
             d->phase = Private::hidden;
+            d->view = nullptr; // Qt clears pointers to a widget later
             Q_EMIT viewChanged(nullptr);
         });
         if (added->isVisible())

@@ -320,15 +320,24 @@ TEST(ViewController, a_view_that_owns_its_controller_is_not_owned_by_it)
 
 TEST(ViewController, a_view_is_reported_once_when_it_is_loaded)
 {
-    NS::ViewController controller;
     std::vector<bool> loaded;
-    QObject::connect(&controller, &NS::ViewController::viewChanged, &controller,
-                     [&] { loaded.push_back(controller.isViewLoaded()); });
-    controller.view();
-    EXPECT_THAT(loaded, ElementsAre(true));
-    controller.setView(nullptr);
-    controller.setView(new QWidget);
-    EXPECT_THAT(loaded, ElementsAre(true, true, true));
+    {
+        NS::ViewController controller;
+        QObject::connect(&controller, &NS::ViewController::viewChanged, &controller,
+                         [&](const QWidget *view) {
+                             loaded.push_back(controller.isViewLoaded());
+                             EXPECT_EQ(controller.view(), view);
+                         });
+        controller.view();
+        EXPECT_THAT(loaded, ElementsAre(true));
+        controller.setView(nullptr);
+        controller.setView(new QWidget);
+        delete controller.view();
+        EXPECT_THAT(loaded, ElementsAre(true, true, true, true));
+        controller.setView(new QWidget);
+        loaded.clear();
+    }
+    EXPECT_THAT(loaded, IsEmpty()) << "the destructor emits no signal";
 }
 
 TEST(ViewController, a_child_has_one_parent_and_nobody_once_it_is_removed)
