@@ -12,6 +12,7 @@ namespace Pellarvine::detail {
 
 /// The index of the signal that reports changes of `property`: its NOTIFY signal, otherwise the
 /// registered one. -1 if there is neither. Any thread.
-PELLARVINE_PRIVATE_EXPORT int changeSignal(const QMetaObject *metaObject, const QMetaProperty &property);
+PELLARVINE_PRIVATE_EXPORT int changeSignal(const QMetaObject *metaObject,
+                                           const QMetaProperty &property);
 
 } // namespace Pellarvine::detail
