@@ -54,8 +54,9 @@ QString longNumber(const QVariant &value, char conversion)
     switch (value.typeId()) {
     case QMetaType::Double:
     case QMetaType::Float: {
+        constexpr double limit = 9223372036854775808.0; // 2 to the power of 63
         const double number = value.toDouble();
-        return number >= -0x1p63 && number < 0x1p63 ? QString() : QString::asprintf("%.0f", number);
+        return number >= -limit && number < limit ? QString() : QString::asprintf("%.0f", number);
     }
     case QMetaType::ULong:
     case QMetaType::ULongLong: {

@@ -233,11 +233,12 @@ void Popover::Private::removeBubble()
 {
     if (!bubble)
         return;
-    const QPointer<Bubble> former = std::exchange(bubble, nullptr);
+    Bubble *const leaving = std::exchange(bubble, nullptr);
+    const QPointer<Bubble> former = leaving;
     const QPointer<QWidget> heir = focusBefore;
-    former->disconnect(q);
+    leaving->disconnect(q);
     // Popovers in the content leave the screen before it: compositors want that order.
-    if (controller && controller->view() && former->isPlacedForUs())
+    if (controller && controller->view() && leaving->isPlacedForUs())
         controller->view()->hide();
     if (!former)
         return;

@@ -148,11 +148,12 @@ TEST(ViewController, callbacks_may_delete_the_controller_and_throw)
         for (const char *const callback :
              { "didLoad", "willAppear", "didAppear", "willDisappear", "didDisappear" }) {
             Log log;
-            const QPointer<Told> controller = new Told("", &log);
-            controller->actions[callback] = [&] {
+            auto *const made = new Told("", &log);
+            const QPointer<Told> controller = made;
+            made->actions[callback] = [&] {
                 delete controller;
             };
-            const QPointer<QWidget> view = controller->view();
+            const QPointer<QWidget> view = made->view();
             const QPointer<QWidget> other = new QWidget;
             if (view)
                 view->show();
