@@ -70,7 +70,7 @@ protected:
         popover->setContentViewController(controller);
         popover->setStaysInWindow(GetParam());
     }
-    ~PopoverLifetime() override
+    void TearDown() override
     {
         delete popover;
         delete window;
