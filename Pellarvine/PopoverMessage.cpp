@@ -43,6 +43,8 @@ public:
     }
     ~Message() override { s_all.removeOne(this); }
 
+    static Message *latest() { return s_all.isEmpty() ? nullptr : s_all.constLast(); }
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
@@ -149,15 +151,23 @@ QWidget *scrolling(QWidget *content)
 }
 
 // Shows why a binding refused an edit. If a window commits all edits, shows the first refusal only.
+// Without a message, the edit is no longer there.
 void showRefusal(QObject *control, const QString &message)
 {
     static bool isShown = false;
+    static QPointer<Message> latest;
     auto *const widget = static_cast<QWidget *>(control);
+    if (message.isEmpty()) {
+        if (latest && latest->positioningView() == widget)
+            latest->close();
+        return;
+    }
     if (!widget->isVisible() || std::exchange(isShown, true))
         return;
     QMetaObject::invokeMethod(
             qApp, [] { isShown = false; }, Qt::QueuedConnection);
     PopoverMessage::showMessage(message, widget);
+    latest = Message::latest();
 }
 
 // Runs while the library is loaded.

@@ -589,7 +589,7 @@ void ValueBinding::setMessage(const QString &message)
 // Several calls in a row with one message show one bubble: see PopoverMessage.cpp.
 void ValueBinding::showMessage() const
 {
-    if (m_options.popover && !m_message.isEmpty() && m_control->isWidgetType() && messageBubble())
+    if (m_options.popover && m_control->isWidgetType() && messageBubble())
         messageBubble()(m_control, m_message);
 }
 

@@ -26,7 +26,7 @@ struct WidgetAccess
     void (*restyle)(QObject *widget);
 };
 
-/// Shows a message in a bubble above a widget.
+/// Shows a message in a bubble above a widget. An empty one closes the bubble of the last.
 using MessageBubble = void (*)(QObject *widget, const QString &message);
 
 /// `access` is not owned.

@@ -485,6 +485,16 @@ TEST(PopoverMessage, tells_why_a_binding_refuses_an_edit)
     settle();
     EXPECT_EQ(shownTexts(), QStringList());
 
+    // A new value of the model takes the place of the edit, and of its message.
+    QTest::keyClick(&form.name, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(shownTexts(), QStringList { u"Digits only."_s });
+    model.setProperty("port", 8080);
+    settle();
+    EXPECT_EQ(shownTexts(), QStringList());
+    EXPECT_EQ(form.name.text(), u"8080"_s);
+    form.name.setText(u"many"_s);
+
     // Both fields are marked as invalid. The first one shows its message.
     second.clear();
     EXPECT_FALSE(NS::commitEditing(&form.window));
