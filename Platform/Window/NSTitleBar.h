@@ -15,13 +15,14 @@ namespace NS::TitleBar {
 ///     NS::TitleBar::install(&box);
 ///     const bool isAccepted = box.exec() == QMessageBox::Yes;
 ///
-/// Works for a QMainWindow, a QDialog and any other top-level widget with a layout. Without one,
-/// the title bar may cover widgets; a warning on standard output names the first. The window keeps
-/// its class, result, default button and closeEvent(). Its flags at the time of the call decide
-/// which of close, minimise and zoom it has. Sizes set before the call count as sizes of its
-/// content; sizes set later include the title bar and, while it is visible, the shadow's margin.
+/// Works for a QMainWindow, a QDialog and any other top-level widget with a layout. Without one, as
+/// in a QWizard or a QProgressDialog, the title bar covers widgets; a warning on standard output
+/// names the first. The window keeps its class, result, default button and closeEvent(). Its flags
+/// at the time of the call decide which of close, minimise and zoom it has. Sizes set before the
+/// call count as sizes of its content; sizes set later include the title bar and, while it is
+/// visible, the shadow's margin. The window's contents margins are the bar's from now on.
 ///
-/// Hides a visible window for a moment. A second call, or a call for an `NS::Window`, does nothing.
+/// Hides a visible window for a moment, which ends exec(): call it before. A second call, or a call for an `NS::Window`, does nothing.
 /// A widget that is no window is a fatal error. Main thread only.
 PELLARVINE_EXPORT void install(QWidget *window);
 
