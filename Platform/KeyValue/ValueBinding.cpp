@@ -423,6 +423,10 @@ bool ValueBinding::commit()
     if (isOver() || !m_isTwoWay || m_lacksSelection)
         return true;
     const Pass pass(this);
+    if (m_control->isWidgetType() && widgetAccess())
+        widgetAccess()->finishTyping(m_control);
+    if (isOver())
+        return true;
     if (!m_isPending) {
         const QString message = fault(m_path->value());
         if (message.isEmpty() || refuse(message))

@@ -24,6 +24,9 @@ struct WidgetAccess
 
     /// Applies style sheets again, after a dynamic property of the widget has changed.
     void (*restyle)(QObject *widget);
+
+    /// Makes a spin box take the text that is being typed.
+    void (*finishTyping)(QObject *widget);
 };
 
 /// Shows a message in a bubble above a widget. An empty one closes the bubble of the last.

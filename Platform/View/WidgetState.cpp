@@ -2,6 +2,7 @@
 // The functions of widgets that key-value coding needs. This library sets them when it is loaded.
 #include "KeyValue/WidgetAccess.h"
 
+#include <QAbstractSpinBox>
 #include <QStyle>
 #include <QWidget>
 
@@ -39,7 +40,13 @@ void restyle(QObject *object)
     widget->update();
 }
 
-constexpr WidgetAccess access { visible, enabled, restyle };
+void finishTyping(QObject *object)
+{
+    if (auto *const box = qobject_cast<QAbstractSpinBox *>(object))
+        box->interpretText();
+}
+
+constexpr WidgetAccess access { visible, enabled, restyle, finishTyping };
 
 [[maybe_unused]] const bool isInstalled = (setWidgetAccess(&access), true);
 

@@ -1029,6 +1029,21 @@ TEST(ControlBinding, a_format_is_shown_while_the_control_has_no_focus)
     EXPECT_EQ(celsius.writes, 1);
 }
 
+TEST(ControlBinding, a_number_that_is_being_typed_is_committed)
+{
+    QObject model;
+    model.setProperty("vat", 20);
+    QSpinBox box;
+    box.setKeyboardTracking(false); // the box takes the text when the typing ends
+    NS::bind(&box, u"value"_s, &model, u"vat"_s);
+    box.show();
+    box.selectAll();
+    QTest::keyClicks(&box, u"19"_s);
+    EXPECT_EQ(model.property("vat"), 20);
+    EXPECT_TRUE(NS::commitEditing(&box));
+    EXPECT_EQ(model.property("vat"), 19);
+}
+
 TEST(ControlBinding, a_control_may_be_destroyed_while_it_is_marked_or_committed)
 {
     Cell cell(1);
