@@ -22,7 +22,8 @@ namespace NS::TitleBar {
 /// call count as sizes of its content; sizes set later include the title bar and, while it is
 /// visible, the shadow's margin. The window's contents margins are the bar's from now on.
 ///
-/// Hides a visible window for a moment, which ends exec(): call it before. A second call, or a call for an `NS::Window`, does nothing.
+/// Hides a visible window for a moment, which ends exec(): call it before. A second call, or a call
+/// for an `NS::Window`, does nothing.
 /// A widget that is no window is a fatal error. Main thread only.
 PELLARVINE_EXPORT void install(QWidget *window);
 
